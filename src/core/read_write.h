@@ -1,0 +1,28 @@
+#pragma once
+// Objects that store themselves in a stream, outside of the two file families.
+
+class QDataStream;
+
+namespace NBrenmark {
+
+class IProgressController;
+
+class IReadWrite
+{
+public:
+    virtual ~IReadWrite() = default;
+    virtual bool write(QDataStream& stream, IProgressController* progress) = 0;
+    virtual bool read(QDataStream& stream, IProgressController* progress) = 0;
+};
+
+/// An entry of the settings file. read and write end with setModified(false) when they complete.
+class ISimulationSettingsEntry : public IReadWrite
+{
+public:
+    virtual bool isModified() const = 0;
+    virtual void setModified(bool modified) = 0;
+    /// Empties the entry, telling its listeners if notify is true.
+    virtual void clear(bool notify) = 0;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,56 @@
+#pragma once
+// What one read or write moves. A stream keeps a copy while it works.
+
+#include <QString>
+
+namespace NBrenmark {
+
+/// Bits of SSaveOptions::timestepMask: which rows a timestep holds.
+enum ETimestepMask : quint32
+{
+    eParticleRows = 1u << 0,
+    eTriangleRows = 1u << 1,
+    eSurfaceSurfaceContacts = 1u << 2,
+    eSurfaceGeometryContacts = 1u << 3,
+    eSurfaceSurfaceCollisions = 1u << 4,
+    eSurfaceGeometryCollisions = 1u << 5,
+    eBondRows = 1u << 6,
+    eContactProperties = 1u << 7
+};
+
+/// Bits of SSaveOptions::particleMask. Bit 0 is set by default and tested by nobody.
+enum EParticleMask : quint32
+{
+    eParticleVelocity = 1u << 1,
+    eParticleAngularVelocity = 1u << 2,
+    eParticleForces = 1u << 3,
+    eParticleProperties = 1u << 5
+};
+
+/// Bits of SSaveOptions::geometryMask. Bit 0 is set by default and tested by nobody.
+enum EGeometryMask : quint32
+{
+    eGeometryForces = 1u << 3,
+    eGeometryProperties = 1u << 5
+};
+
+constexpr quint32 defaultTimestepMask = 255;
+constexpr quint32 defaultParticleMask = 47;
+constexpr quint32 defaultGeometryMask = 41;
+
+struct SSaveOptions
+{
+    bool fullSave = true; ///< the timestep written now is a full one
+    quint32 timestepMask = defaultTimestepMask;
+    quint32 particleMask = defaultParticleMask;
+    quint32 geometryMask = defaultGeometryMask;
+    bool legacyCreatorFlag = true;       ///< takes legacyStreamFlag of the creator block being read
+    bool overrideTime = false;           ///< the next timestep's time is timeOverride, for one write
+    double timeOverride = 0.0;           ///< s
+    bool writeCustomProperties = true;   ///< the writer of a timestep stores custom properties
+    bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
+    bool reserved = false;
+    QString note;
+};
+
+} // namespace NBrenmark

@@ -13,8 +13,7 @@ class not_carried_error : public std::runtime_error
 public:
     explicit not_carried_error(const std::string& what)
         : std::runtime_error("This deck holds " + what + ", which this version can't carry over yet.")
-    {
-    }
+    {}
 };
 
 } // namespace NBrenmark

@@ -1,8 +1,8 @@
 #pragma once
 // Version words: three numbers packed so that versions compare as integers.
 
-#include <QtGlobal>
 #include <QString>
+#include <QtGlobal>
 
 namespace NBrenmark {
 
@@ -13,10 +13,7 @@ constexpr quint32 makeVersion(quint32 major, quint32 minor, quint32 build)
 }
 
 /// The version that this library writes.
-constexpr quint32 currentFileVersion()
-{
-    return makeVersion(30, 0, 20);
-}
+constexpr quint32 currentFileVersion() { return makeVersion(30, 0, 20); }
 
 /// Old numbering: a version with major number 3 counts as major 20 in every comparison.
 constexpr quint32 mendOldNumbering(quint32 version)

@@ -1,0 +1,20 @@
+# What the project stands on. packages.txt lists the Debian packages behind it.
+
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Xml)
+find_package(ZLIB 1.2.11 REQUIRED)
+find_package(OpenMP REQUIRED COMPONENTS CXX)
+set(THREADS_PREFER_PTHREAD_FLAG ON)
+find_package(Threads REQUIRED)
+find_package(CLI11 REQUIRED)
+find_package(nlohmann_json REQUIRED)
+
+# The serial HDF5, shared, with its C++ interface: the parallel one has none.
+set(HDF5_PREFER_PARALLEL OFF)
+find_package(HDF5 1.10 REQUIRED COMPONENTS C CXX)
+add_library(brenmark_hdf5 INTERFACE)
+# Of the libraries found only HDF5's own are named: what it uses in turn is its own affair.
+list(FILTER HDF5_LIBRARIES INCLUDE REGEX "/libhdf5")
+list(REMOVE_DUPLICATES HDF5_LIBRARIES)
+target_include_directories(brenmark_hdf5 SYSTEM INTERFACE ${HDF5_INCLUDE_DIRS})
+target_compile_definitions(brenmark_hdf5 INTERFACE ${HDF5_DEFINITIONS})
+target_link_libraries(brenmark_hdf5 INTERFACE ${HDF5_LIBRARIES})

@@ -21,7 +21,8 @@ public:
     static CQuaternion fromMatrix(const C3DMatrix& matrix);
     /// \param angle  rad
     static CQuaternion fromAxisAngle(const C3DVector& axis, double angle);
-    /// Rotations about x, y and z, rad; the inverse of toEuler away from its singular poles.
+    /// The turns of a box's mesh, rad: about x by angles.z, then about z by angles.x, then about y by
+    /// angles.y, each axis fixed in space.
     static CQuaternion fromEuler(const C3DVector& angles);
 
     double norm() const;
@@ -29,11 +30,14 @@ public:
     CQuaternion conjugated() const { return CQuaternion(w, -x, -y, -z); }
     /// Hamilton product.
     CQuaternion operator*(const CQuaternion& other) const;
-    /// q v q^-1, with q^-1 computed with 1/|q|^2.
+    /// q v q^-1, with q^-1 computed with 1/|q|^2. A quaternion of zero turns nothing.
     C3DVector rotate(const C3DVector& v) const;
+    /// Angle in rad, 0 to 2 pi, about a unit axis; angle 0 about x where nothing turns.
     void toAxisAngle(C3DVector& axis, double& angle) const;
-    /// rad; singular poles are taken where the test value passes +-0.499.
+    /// The inverse of fromEuler, rad. Where x y + z w passes +-0.499, a pole: x is +-pi/2, z is 0 and y
+    /// takes the rest.
     C3DVector toEuler() const;
+    /// The rotation matrix of the normalised quaternion.
     C3DMatrix toMatrix() const;
 };
 

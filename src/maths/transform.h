@@ -27,16 +27,18 @@ public:
     /// Rotates without translating.
     C3DVector operator*(const C3DVector& v) const;
 
+    /// Multiplies by a translation on the right: it is the first to move a point.
     void translate(const C3DVector& by);
+    /// Multiplies by a rotation on the right.
     /// Rodrigues' formula, angle in rad; no change when the axis' length or the angle lies within +-1e-25.
     void rotate(const C3DVector& axis, double angle);
-    /// About the line through two points, rad.
+    /// Multiplies by a rotation about the line through two points on the right, rad.
     void rotateAboutLine(const C3DPoint& start, const C3DPoint& end, double angle);
     /// By cofactors.
     double determinant() const;
     /// Adjugate over determinant; the identity for a matrix whose determinant is exactly 0.
     C3DTransform inverse() const;
-    /// Four rows of four numbers in square brackets, precision 6.
+    /// Four rows of four numbers in square brackets, precision 6: "[1 0 0 0.5]" is a row.
     QString toText() const;
 
 private:

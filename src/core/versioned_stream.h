@@ -13,6 +13,7 @@ class CVersionedStream : public QDataStream
 public:
     /// \param device  not owned
     explicit CVersionedStream(QIODevice* device);
+    ~CVersionedStream();
 
     quint32 fileVersion() const { return version; }
     /// Stores the version by the rule of old numbering: 3.a.b becomes 20.a.b.
@@ -27,7 +28,8 @@ private:
     quint32 version = currentFileVersion();
 };
 
-/// The version beside a stream; the current one if the stream carries none.
+/// The version beside a stream; the current one if the stream carries none. Objects that store
+/// themselves know their stream as a QDataStream only.
 quint32 fileVersionOf(const QDataStream& stream);
 
 } // namespace NBrenmark

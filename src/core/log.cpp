@@ -1,0 +1,96 @@
+#include "core/log.h"
+
+#include <algorithm>
+#include <array>
+#include <mutex>
+#include <set>
+
+namespace NBrenmark {
+
+static std::vector<ILogModule*>& logModules()
+{
+    static std::vector<ILogModule*> modules;
+    return modules;
+}
+
+static std::set<std::string>& onceMemory()
+{
+    static std::set<std::string> keys;
+    return keys;
+}
+
+/// Held while modules are called: a worker, a team of threads and the waiting thread may log and
+/// flush at the same time, and a module takes no lock of its own. Recursive, for a module may log.
+static std::recursive_mutex& moduleLock()
+{
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+
+const std::string& logLevelName(ELogLevel level)
+{
+    static const std::array<std::string, 6> names{"DEBUG", "TRACE", "PERF", "INFO", "WARNING", "ERROR"};
+    return names[std::min<std::size_t>(level, names.size() - 1)];
+}
+
+CPersistentLogger::CPersistentLogger(ELogLevel threshold) : threshold(threshold) {}
+
+void CPersistentLogger::log(ELogLevel level, const std::string& title, const std::string& text, unsigned char, quint32)
+{
+    if (level >= threshold)
+        kept.emplace_back(static_cast<int>(level), title, text);
+}
+
+void CPersistentLogger::setThreshold(ELogLevel level) { threshold = level; }
+
+void CPersistentLogger::flush(quint32) {}
+
+std::vector<SLogMessage> CPersistentLogger::messages() const { return kept; }
+
+void addLogModule(ILogModule* module)
+{
+    const std::lock_guard<std::recursive_mutex> guard(moduleLock());
+    std::vector<ILogModule*>& modules = logModules();
+    if (module != nullptr && std::find(modules.begin(), modules.end(), module) == modules.end())
+        modules.push_back(module);
+}
+
+void clearLogModules()
+{
+    const std::lock_guard<std::recursive_mutex> guard(moduleLock());
+    logModules().clear();
+}
+
+void flushLogModules()
+{
+    const std::lock_guard<std::recursive_mutex> guard(moduleLock());
+    for (ILogModule* module : logModules())
+        module->flush(0);
+}
+
+/// True for the first caller with this title and text since the memory was cleared.
+static bool rememberOnce(const std::string& title, const std::string& text)
+{
+    std::string key = title + "|" + text;
+    bool isNew = false;
+#pragma omp critical(brenmarkLogOnce)
+    isNew = onceMemory().insert(std::move(key)).second;
+    return isNew;
+}
+
+void logMessage(ELogLevel level, const std::string& title, const std::string& text, unsigned char flag, quint32 once)
+{
+    if (once == 1 && !rememberOnce(title, text))
+        return;
+    const std::lock_guard<std::recursive_mutex> guard(moduleLock());
+    for (ILogModule* module : logModules())
+        module->log(level, title, text, flag, 0);
+}
+
+void clearLogOnceMemory()
+{
+#pragma omp critical(brenmarkLogOnce)
+    onceMemory().clear();
+}
+
+} // namespace NBrenmark

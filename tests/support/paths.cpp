@@ -1,0 +1,9 @@
+#include "support/paths.h"
+
+namespace NBrenmark {
+
+std::string projectFolder() { return BRENMARK_SOURCE_DIR; }
+
+std::string sampleDeck(const std::string& name) { return projectFolder() + "/samples/" + name; }
+
+} // namespace NBrenmark

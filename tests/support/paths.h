@@ -1,0 +1,14 @@
+#pragma once
+// Where the project's own data lies, for tests that read it.
+
+#include <string>
+
+namespace NBrenmark {
+
+/// The project's root folder, without a slash at the end.
+std::string projectFolder();
+
+/// Path of a deck of samples/, for example sampleDeck("pile-27.dem"). Tests copy it before they write beside it.
+std::string sampleDeck(const std::string& name);
+
+} // namespace NBrenmark

@@ -1,0 +1,33 @@
+#pragma once
+// The doors of the two file families. They are declared here and defined in io/, so that what
+// drives a deck includes nothing of a format: a further family is one more namespace.
+
+#include <memory>
+
+namespace H5 {
+class H5File;
+}
+
+namespace NBrenmark {
+
+class CDemDataStream;
+class CSimulation;
+class CSimulationData;
+class IFileFormatManager;
+struct SSaveOptions;
+
+namespace NLegacyFamily {
+std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
+/// Move one root through a stream that stands behind the block's name and creator pair. An object
+/// that is neither a creator model nor a timestep is left alone.
+void readObject(CDemDataStream& stream, CSimulationData& object);
+void writeObject(CDemDataStream& stream, CSimulationData& object);
+} // namespace NLegacyFamily
+
+namespace NHdf5Family {
+std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
+void readObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object);
+void writeObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object);
+} // namespace NHdf5Family
+
+} // namespace NBrenmark

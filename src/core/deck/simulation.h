@@ -1,0 +1,74 @@
+#pragma once
+// The open deck of the process: its settings, its configuration, the list of its saved timesteps
+// and two frames into which timesteps are loaded.
+
+#include "core/deck/io_manager.h"
+#include "core/deck/simulation_frame.h"
+
+#include <array>
+#include <memory>
+
+namespace NBrenmark {
+
+class CSimulationSettingsAndData;
+namespace NConfig {
+class CConfigManager;
+}
+
+/// Result of CSimulation::load beyond the open codes of the managers.
+enum ELoadCode : int
+{
+    eLoaded = 0,
+    eLoadSettingsFailed = 1,
+    eLoadConfigurationFailed = 7
+};
+
+/// Which frame CSimulation::goToTimestep fills; every value but eIntoBackFrame fills currentFrame.
+enum EGoToMode : int
+{
+    eIntoCurrentFrame = 2,
+    eIntoBackFrame = 3
+};
+
+class CSimulation
+{
+public:
+    CSimulation();
+    virtual ~CSimulation();
+    CSimulation(const CSimulation&) = delete;
+    CSimulation& operator=(const CSimulation&) = delete;
+
+    /// Builds settings, frames and managers. \return false if something couldn't be allocated
+    bool setUp();
+    /// Brings a deck in, after closing the present one without saving.
+    /// \return 0, an EOpenCode of the manager, or an ELoadCode; each failure is told in the log
+    int load(const QString& path, IProgressController* progress = nullptr);
+    /// Lets the deck go, storing settings and configuration first if asked to.
+    void close(bool saveFirst);
+    /// Fills a frame with a saved timestep. \return false if there is no such timestep or it
+    /// couldn't be read
+    bool goToTimestep(quint32 number, int mode, IProgressController* progress = nullptr);
+    /// Writes base + ".ess"; a null base means the open deck's, an empty one nothing.
+    bool writeSettings(bool force, const QString& base);
+    /// Writes base + ".dfg" likewise.
+    bool writeConfiguration(const QString& base);
+
+    CIoManager ioManager;
+    std::unique_ptr<CSimulationSettingsAndData> settings;
+    std::unique_ptr<NConfig::CConfigManager> configuration;
+    QString baseName; ///< path without the deck's extension: companions are baseName + extension
+    QString filePath; ///< the path that was loaded
+    TimestepIndex index;
+    SSimulationFrame* currentFrame = nullptr; ///< what the host reads
+    SSimulationFrame* backFrame = nullptr;    ///< the other one, for reading ahead
+    std::array<std::unique_ptr<SSimulationFrame>, 2> frames;
+    SSaveOptions writeOptions; ///< what a writer is to store
+    SSaveOptions readOptions;  ///< what a reader found or is to fetch
+
+private:
+    void clearSimulation();
+    void resetSimulation();
+    bool loadCompanions(IProgressController* progress, int& code);
+};
+
+} // namespace NBrenmark

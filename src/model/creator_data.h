@@ -1,0 +1,79 @@
+#pragma once
+// The complete definition of a simulation: all that a deck holds apart from its saved timesteps
+// and the settings beside it.
+
+#include "model/domain.h"
+#include "model/geometry_groups.h"
+#include "model/interactions.h"
+#include "model/material_block.h"
+#include "model/materials.h"
+#include "model/particle_types.h"
+#include "model/simulation_data.h"
+#include "model/size_distributions.h"
+#include "physics/physics_models.h"
+#include "physics/plugins/plugin_factory_list.h"
+
+namespace NBrenmark {
+
+class CCreatorData : public CSimulationData
+{
+    Q_OBJECT
+public:
+    static constexpr quint32 noStorageIndex = 0xFFFFFFFFu;
+    static constexpr quint64 noStorageOffset = ~quint64(0);
+
+    /// \param managers  of the deck's custom properties; not owned
+    explicit CCreatorData(const SPropertyManagers& managers);
+
+    void read(IFileVisitorReader& visitor) override;
+    void write(IFileVisitorWriter& visitor) override;
+
+    /// Empties the lists and the stored place, and marks the model as modified. Title, damping,
+    /// gravity, the domain and the cylindrical conditions stay.
+    void clear() override;
+
+    /// The user-facing setter: marks the model as modified too.
+    void changeTitle(const QString& text);
+
+    quint32 storageIndex() const { return index; }
+    quint64 storageOffset() const { return offset; }
+    quint32 previousStorageIndex() const { return previousIndex; }
+    quint64 previousStorageOffset() const { return previousOffset; }
+    /// Each setter moves the old value into its previous companion first.
+    void setStorageIndex(quint32 value);
+    void setStorageOffset(quint64 value);
+
+    QString title;
+    QString description;
+    double damping = 0.0; ///< global factor
+    C3DPoint gravity;     ///< m/s^2
+    CDomain domain;
+    CParticleTypes particleTypes;
+    MaterialMap materials;
+    InteractionMap interactions;
+    CMaterialBlockMap materialBlocks;
+    CParticleSizeDistributionMap sizeDistributions;
+    CPluginParticleFactoryList pluginFactories;
+    GeometryGroups geometryGroups;
+    bool modified = false; ///< must be stored again
+    qint32 velocityRestricted = 0;
+    qint32 angularVelocityRestricted = 0;
+    double velocityLimit = 0.0;        ///< m/s
+    double angularVelocityLimit = 0.0; ///< rad/s
+    CPhysicsModels physicsModels;
+    CCylindricalPeriodicBoundaryConditions cylindricalPeriodicBoundaryConditions;
+    bool legacyStreamFlag = false; ///< of a legacy creator block; handed on to the legacy stream
+
+private:
+    quint32 index = noStorageIndex;   ///< HDF5: number of the stored group; legacy: segment
+    quint64 offset = noStorageOffset; ///< legacy: position in the segment
+    quint32 previousIndex = noStorageIndex;
+    quint64 previousOffset = noStorageOffset;
+};
+
+/// The material rule for definitions stored before 30.0.4, by which a material is used either by
+/// particle types (bulk) or by geometry (equipment): a bulk material that no particle type uses
+/// becomes equipment. Each change is told in the log.
+void applyMaterialRule(CCreatorData& creator);
+
+} // namespace NBrenmark

@@ -1,0 +1,152 @@
+#pragma once
+// A particle type: a rigid clump of spheres, and the store of all live particles of that type.
+// The state stands in arrays, one element per slot, so that a whole array moves as one dataset.
+
+#include "maths/quaternion.h"
+#include "maths/vector.h"
+#include "results/custom_property_data.h"
+
+#include <QString>
+#include <array>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+class CDomain;
+class IFileVisitorReader;
+class IFileVisitorWriter;
+
+/// Force (N), torque (N m) and compressive force (N) of a particle or triangle.
+using ForceTorque = std::array<double, 7>;
+static_assert(sizeof(ForceTorque) == 56, "arrays of force records are rows of seven doubles");
+
+/// Bits of CParticleType::dataMask: which arrays hold data of the timestep.
+enum EParticleField : quint32
+{
+    eIds = 1u << 0,
+    eVelocity = 1u << 1,
+    ePosition = 1u << 2,
+    eOrientation = 1u << 3,
+    eAngularVelocity = 1u << 4,
+    eScale = 1u << 5,
+    eForceTorque = 1u << 6,
+    eUnscaledForceTorque = 1u << 7,
+    eExternalForceTorque = 1u << 8,
+    eCharge = 1u << 11,             ///< legacy family only
+    eElectrostaticForce = 1u << 12, ///< legacy family only
+    eCreationTime = 1u << 13,       ///< HDF5 family only
+    eMatrixOrientation = 1u << 31   ///< oldest legacy form of eOrientation
+};
+
+/// What a writer starts from: everything but the legacy family's own arrays.
+constexpr quint32 allParticleFields = 0x21FF;
+
+/// The stored-fields word of a write or read: allParticleFields or a word that a file holds,
+/// without what the particle mask of SSaveOptions takes out.
+quint32 reduceParticleFields(quint32 fields, quint32 particleMask);
+
+struct CSphere
+{
+    QString name;
+    C3DPoint position;              ///< in the particle's frame, m
+    double contactRadius = 0.001;   ///< m
+    double physicalRadius = 0.001;  ///< m
+    bool radiiDiffer = false;       ///< derived, never stored
+
+    /// Sets both radii and derives radiiDiffer by the fuzzy test.
+    void setRadii(double contact, double physical);
+};
+
+/// Charges that old files store beside the particles.
+class CParticleTypeElectrostatic
+{
+public:
+    virtual ~CParticleTypeElectrostatic() = default;
+
+    std::vector<double> charge;                ///< C
+    std::vector<C3DVector> electrostaticForce; ///< N
+};
+
+class CParticleType
+{
+public:
+    /// \param propertyManager  of the particle properties; not owned, may be null
+    explicit CParticleType(CCustomPropertyManager* propertyManager);
+
+    void read(IFileVisitorReader& visitor);
+    void write(IFileVisitorWriter& visitor) const;
+
+    /// Sets both forms of the name.
+    void setName(const QString& text);
+
+    quint32 slotCount() const { return static_cast<quint32>(ids.size()); }
+    bool isLive(quint32 slot) const { return slot < ids.size() && ids[slot] >= 1; }
+    quint32 liveCount() const { return slotCount() - freeCount; }
+
+    /// The slot released last, or a new one at the end; a new slot has scale 1 and id 0.
+    quint32 allocateSlot();
+    /// With shrinkIfLast the last slot is taken off; any other joins the free list.
+    void releaseSlot(quint32 slot, bool shrinkIfLast);
+    /// Resizes every per-slot array; new elements are zero.
+    void resizeSlots(quint32 count);
+    void reserveSlots(quint32 capacity);
+    /// Marks every slot whose id is below 1 as free: how a store is brought in order after a read.
+    void rebuildFreeList();
+    /// Empties the slots and the spheres.
+    void clear();
+
+    /// Greatest reach of a sphere from the particle's centre, physical radii, m; 0 without spheres.
+    double maxExtent(double scaleFactor) const;
+    /// Box of the spheres with their physical radii, particle frame, m.
+    void localBounds(C3DPoint& min, C3DPoint& max) const;
+    /// \return false without spheres
+    bool radiusRange(double& min, double& max, bool physical) const;
+    /// Places the spheres of a live slot, wrapped into the domain; nothing for a single sphere.
+    void updateSpherePositions(quint32 slot, const CDomain& domain);
+    /// \return false if the slot isn't live
+    bool sphereCentreAndRadius(quint32 slot, quint32 sphere, C3DPoint& centre, double& radius) const;
+    /// Name, material, mass properties and all spheres agree.
+    bool sameDefinition(const CParticleType& other) const;
+    /// Deletes each sphere whose name was met before. \return true when the count changed
+    bool removeDuplicateSpheres();
+    /// Exchanges the definition and all arrays between two types of one manager.
+    void swapContents(CParticleType& other);
+
+    // The definition.
+    std::string name;    ///< always set together with displayName
+    QString displayName;
+    QString materialName;
+    qint32 surfaceBased = 1;
+    bool autoCenterParticle = true;
+    QString templateName;
+    bool autoProperties = false;
+    double rawMass = 0.0;   ///< of the unscaled template, kg
+    double rawVolume = 0.0; ///< m^3
+    C3DPoint rawInertia;    ///< Ixx, Iyy, Izz, kg m^2
+    bool calculateProperties = true;
+    std::vector<CSphere> spheres;
+
+    // The store, one element per slot.
+    std::vector<qint32> ids; ///< 1 or more: a live particle's id; below 1: a free slot, see releaseSlot
+    std::vector<double> scale;
+    std::vector<C3DVector> velocity;        ///< m/s
+    std::vector<C3DPoint> position;         ///< m
+    std::vector<CQuaternion> orientation;
+    std::vector<C3DVector> angularVelocity; ///< rad/s
+    std::vector<ForceTorque> forceTorque;
+    std::vector<ForceTorque> unscaledForceTorque;
+    std::vector<ForceTorque> externalForceTorque;
+    std::vector<double> creationTime;       ///< s
+    std::vector<unsigned char> activeFlags; ///< 0 in a released slot
+    std::vector<C3DPoint> spherePositions;  ///< per sphere; only for particles of two or more
+    CParticleTypeElectrostatic electrostatic;
+    CCustomPropertyData customProperties;
+    quint32 dataMask = 0;  ///< EParticleField: which arrays hold data
+    C3DPoint gravity;      ///< a copy of the creator's, m/s^2
+
+    qint32 firstFree = 0;  ///< complement of the first free slot's index; 0: none
+    quint32 freeCount = 0;
+};
+
+} // namespace NBrenmark

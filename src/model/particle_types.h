@@ -1,0 +1,69 @@
+#pragma once
+// The ordered list of all particle types, with the lookup from a particle id to type and slot.
+
+#include "model/particle_type.h"
+
+#include <QStringList>
+#include <memory>
+#include <omp.h>
+
+namespace NBrenmark {
+
+class CParticleTypes
+{
+public:
+    static constexpr quint32 noType = 0xFFFFFFFFu;
+
+    /// \param propertyManager  of the particle properties; not owned, may be null
+    explicit CParticleTypes(CCustomPropertyManager* propertyManager);
+    ~CParticleTypes();
+    CParticleTypes(const CParticleTypes&) = delete;
+    CParticleTypes& operator=(const CParticleTypes&) = delete;
+
+    void read(IFileVisitorReader& visitor);
+    void write(IFileVisitorWriter& visitor) const;
+
+    /// Deletes the types, empties the lookups, maxId to 0.
+    void clear();
+    /// Replaces all types by so many new, empty ones.
+    void recreate(quint32 count);
+    /// Appends a new, empty type.
+    CParticleType& append();
+
+    quint32 count() const { return static_cast<quint32>(types.size()); }
+    /// The last type of that exact name, or null.
+    CParticleType* find(const QString& name) const;
+    /// The display names without duplicates, in order.
+    QStringList names() const;
+    std::vector<std::string> typesOfMaterial(const QString& materialName) const;
+    /// Live particles of all types.
+    quint32 particleCount() const;
+    /// Live particles of the first type of that name; 0 when absent.
+    quint32 particleCount(const QString& name) const;
+    double maxExtentOfType(const QString& name) const;
+    bool radiusRange(double& min, double& max, bool physical) const;
+    bool allocateParticle(const QString& typeName, quint32& typeIndex, quint32& slot);
+
+    void rebuildIdLookup();
+    /// Raises maxId to the greatest live id; with reset it starts from 0.
+    void recomputeMaxId(bool reset);
+    /// \return false if the id has no live particle
+    bool locate(quint32 id, quint32& typeIndex, quint32& slot) const;
+    /// 0 if the id has no live particle.
+    double scaleOf(quint32 id) const;
+    /// May be called from parallel loops.
+    bool setScaleOf(quint32 id, double value);
+    void updateAllSpherePositions();
+
+    std::vector<std::unique_ptr<CParticleType>> types; ///< definition order, the order of the file
+    quint32 maxId = 0;                                 ///< greatest particle id in use
+    const CDomain* domain = nullptr;                   ///< not owned; set before a read
+
+private:
+    CCustomPropertyManager* propertyManager;
+    std::vector<quint32> typeOfId;
+    std::vector<quint32> slotOfId;
+    omp_lock_t lock;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,50 @@
+#pragma once
+// Which share of the particles of a mix gets which size law.
+
+#include <QString>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+class IFileVisitorReader;
+class IFileVisitorWriter;
+
+/// A size law.
+class ISizeDistribution
+{
+public:
+    virtual ~ISizeDistribution() = default;
+    virtual void read(IFileVisitorReader& visitor) = 0;
+    virtual void write(IFileVisitorWriter& visitor) const = 0;
+};
+
+struct SParticleDistribution
+{
+    double percentage = 0.0;
+    std::unique_ptr<ISizeDistribution> distribution;
+};
+
+/// By the name of the particle type, in byte order.
+class CParticleSizeDistributionMap
+{
+public:
+    void read(IFileVisitorReader& visitor);
+    void write(IFileVisitorWriter& visitor) const;
+
+    /// Inserts when the name is absent; an existing entry stays, and distribution with the caller.
+    bool add(const std::string& name, double percentage, std::unique_ptr<ISizeDistribution>& distribution);
+    /// Null when the name is absent.
+    ISizeDistribution* findDistribution(const std::string& name) const;
+    /// 0 when the name is absent.
+    double percentageOf(const std::string& name) const;
+    /// Each named entry that exists gets 100 divided by the number of names.
+    void setEqualShares(const std::vector<std::string>& names);
+    void clear() { entries.clear(); }
+
+    std::map<std::string, SParticleDistribution> entries;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,88 @@
+#pragma once
+// The values of custom properties: one list per finalized property, one item per particle slot,
+// contact row, triangle, or the simulation.
+
+#include "results/custom_property_manager.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+class IFileVisitorReader;
+class IFileVisitorWriter;
+
+/// The values of one property, item-major: elementsPerItem values for each item. Flags are 0.0 and 1.0.
+class CCustomPropertyValueList
+{
+public:
+    /// \param metaData  not owned; must outlive the list
+    CCustomPropertyValueList(const CCustomPropertyMetaData& metaData, bool usesZeroDefault);
+
+    void read(IFileVisitorReader& visitor);
+    void write(IFileVisitorWriter& visitor) const;
+
+    /// New items get the initial values, or zero with usesZeroDefault.
+    void resize(unsigned int items);
+    /// Brings values that a file held to the expected number of items. More than expected are
+    /// discarded from the back, missing ones get the initial values; both are told in the log as
+    /// warnings with the property's name and the counts.
+    void fitTo(unsigned int items);
+    /// The values of one item, or null for an item out of range.
+    double* item(unsigned int index);
+    const double* item(unsigned int index) const;
+    void resetToInitial(unsigned int index);
+
+    const CCustomPropertyMetaData& metaData() const { return *definition; }
+    unsigned int itemCount() const { return items; }
+    unsigned int elementsPerItem() const { return definition->numberOfElements; }
+
+    std::vector<double> values;
+
+private:
+    void fillFrom(unsigned int firstItem);
+
+    const CCustomPropertyMetaData* definition;
+    unsigned int items = 0;
+    bool usesZeroDefault;
+};
+
+class CCustomPropertyData : public IPropertyListener
+{
+public:
+    /// \param manager  not owned; null stands for no properties
+    explicit CCustomPropertyData(CCustomPropertyManager* manager, bool usesZeroDefault = false);
+    ~CCustomPropertyData() override;
+    CCustomPropertyData(const CCustomPropertyData&) = delete;
+    CCustomPropertyData& operator=(const CCustomPropertyData&) = delete;
+
+    void read(IFileVisitorReader& visitor);
+    void write(IFileVisitorWriter& visitor) const;
+
+    /// Every list takes the new count, and the lists follow the manager's finalized properties.
+    void resize(unsigned int itemCount);
+    /// The list of a property, or null.
+    CCustomPropertyValueList* list(const std::string& name);
+    void resetToInitial(unsigned int item);
+    /// No items and every list emptied.
+    void resetAll();
+    /// Brings all lists to the item count and fills them with initial values: what stands for
+    /// values that a version doesn't store.
+    void resetToInitialValues(unsigned int itemCount);
+
+    unsigned int itemCount() const { return items; }
+    CCustomPropertyManager* manager() const { return definitions; }
+
+    void managerChanged(CCustomPropertyManager& manager, int value) override;
+    void propertyAdded(CCustomPropertyManager& manager) override;
+
+    std::vector<std::unique_ptr<CCustomPropertyValueList>> lists;
+
+private:
+    CCustomPropertyManager* definitions;
+    unsigned int items = 0;
+    bool usesZeroDefault;
+};
+
+} // namespace NBrenmark

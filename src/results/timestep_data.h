@@ -1,0 +1,54 @@
+#pragma once
+// The state of a simulation at one saved time. State of objects that belong to the model, such as
+// geometry, stays on those objects: a timestep is whole only together with its creator model.
+
+#include "core/save_options.h"
+#include "model/particle_types.h"
+#include "model/simulation_data.h"
+#include "results/bonds.h"
+#include "results/collisions.h"
+#include "results/contacts.h"
+#include "results/energies.h"
+
+#include <QMap>
+
+namespace NBrenmark {
+
+class CCreatorData;
+
+class CTimestepData : public CSimulationData
+{
+    Q_OBJECT
+public:
+    static constexpr quint32 noTimestep = 0xFFFFFFFFu;
+
+    /// \param managers  of the deck's custom properties; not owned
+    /// \param creator   the model that the timestep belongs to
+    CTimestepData(const SPropertyManagers& managers, CCreatorData& creator);
+
+    void read(IFileVisitorReader& visitor) override;
+    void write(IFileVisitorWriter& visitor) override;
+
+    /// Before each read into the frame. isFull, the masks, time and date stay; a read overwrites them.
+    void clear() override;
+
+    double time = 0.0;        ///< simulated, s
+    double elapsedTime = 0.0; ///< real, s
+    qint32 runNumber = 0;
+    QString date; ///< "dd/MM/yy" of the last writing
+    CParticleTypes particleTypes;
+    CContacts contacts;
+    CBonds bonds;
+    CCollisions collisions;
+    CCreatorData& creatorData;
+    CSystemEnergy systemEnergy;
+    QMap<QString, quint32> removedParticles; ///< per particle type name
+    bool isFull = true;
+    quint32 timestepMask = defaultTimestepMask; ///< what this timestep holds
+    quint32 particleMask = defaultParticleMask;
+    quint32 geometryMask = defaultGeometryMask;
+    CCustomPropertyData simulationProperties; ///< always one item
+    quint32 timestepIndex = noTimestep;       ///< number of the loaded timestep
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,245 @@
+#include "core/deck/deck_files.h"
+
+#include "core/version.h"
+
+#include <QByteArray>
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegExp>
+
+namespace NBrenmark {
+
+using namespace NDeckFile;
+
+constexpr qint64 copyBufferSize = 0x100000;
+
+static const QRegExp& deckSuffixes()
+{
+    static const QRegExp expression(QStringLiteral("\\.(dfg|dem|dem\\.scn\\.[0-9]+|ess)$"));
+    return expression;
+}
+
+static const QRegExp& legacySuffixes()
+{
+    static const QRegExp expression(QStringLiteral("\\.(|dem|dem\\.scn\\.[0-9]+)$"));
+    return expression;
+}
+
+// ---------------------------------------------------------------- names and formats
+
+/// The format that a legacy header announces.
+static EDeckFormat legacyFormat(QDataStream& stream)
+{
+    quint32 version = 0;
+    stream >> version;
+    // Legacy writers ended before 30: what claims to be later isn't of this family.
+    if (version < makeVersion(2, 0, 0) || version >= makeVersion(30, 0, 0))
+        return eFormatUnknown;
+    quint32 lastVersion = version;
+    if (version >= makeVersion(2, 4, 58))
+        stream >> lastVersion;
+    quint32 timesteps = 0;
+    stream >> timesteps;
+    EDeckFormat format = timesteps == 0 ? eFormatUnknown : eFormatLegacy;
+    if (version < makeVersion(2, 4, 16))
+        return format;
+    quint32 reservedFlag = 0;
+    quint32 unused = 0;
+    stream >> reservedFlag >> unused >> unused >> unused;
+    if (lastVersion >= makeVersion(24, 0, 25) && reservedFlag != 0)
+        format = eFormatUnknown;
+    if (version >= makeVersion(2, 4, 35)) {
+        quint32 edition = 0;
+        stream >> edition;
+        if (edition > 4)
+            format = eFormatUnknown;
+    }
+    return format;
+}
+
+EDeckFormat detectFormat(const QString& path)
+{
+    // A plain file only: opening a pipe would wait for somebody to write to it.
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return eFormatUnknown;
+    if (file.read(8) == QByteArray("\x89HDF\r\n\x1a\n", 8))
+        return eFormatHdf5;
+    if (!file.seek(0))
+        return eFormatUnknown;
+    QDataStream stream(&file);
+    return legacyFormat(stream);
+}
+
+int checkSourceFiles(const QString& path, bool skipIndexCheck)
+{
+    if (!QFile::exists(path))
+        return 1;
+    if (!skipIndexCheck && detectFormat(path) == eFormatLegacy && !QFile::exists(stripDeckSuffix(path) + indexSuffix))
+        return 2;
+    return 0;
+}
+
+QString stripDeckSuffix(const QString& path) { return QString(path).remove(deckSuffixes()); }
+
+QString stripLegacySuffix(const QString& path) { return QString(path).remove(legacySuffixes()); }
+
+QStringList segmentFiles(const QString& dataFile)
+{
+    const QFileInfo info(dataFile);
+    const QString prefix = info.fileName() + segmentInfix;
+    QStringList paths;
+    const QFileInfoList entries = info.dir().entryInfoList(QDir::Files | QDir::Hidden);
+    for (const QFileInfo& entry : entries) {
+        if (entry.fileName().startsWith(prefix))
+            paths.append(entry.filePath());
+    }
+    return paths;
+}
+
+// ---------------------------------------------------------------- whole families
+
+static bool removeIfThere(const QString& path) { return !QFile::exists(path) || QFile::remove(path); }
+
+static bool renameIfThere(const QString& from, const QString& to)
+{
+    return !QFile::exists(from) || QFile::rename(from, to);
+}
+
+bool deleteFamily(const QString& path)
+{
+    const QString base = stripDeckSuffix(path);
+    for (const QLatin1String suffix : {demSuffix, indexSuffix, configurationSuffix, companionSuffix, settingsSuffix}) {
+        if (!removeIfThere(base + suffix))
+            return false;
+    }
+    const QStringList segments = segmentFiles(base + demSuffix);
+    for (const QString& segment : segments) {
+        if (!QFile::remove(segment))
+            return false;
+    }
+    if (!removeIfThere(base + legacyPropertySuffix))
+        return false;
+    const QFileInfo folder(base + dataFolderSuffix);
+    if (folder.isSymLink()) // the link goes, what it points to isn't the deck's
+        return QFile::remove(folder.filePath());
+    return !folder.isDir() || QDir(folder.filePath()).removeRecursively();
+}
+
+bool renameFamily(const QString& from, const QString& to)
+{
+    if (!QFile::exists(from))
+        return false;
+    const QFileInfo source(QDir::cleanPath(QFileInfo(from).absoluteFilePath()));
+    const QFileInfo target(QDir::cleanPath(QFileInfo(to).absoluteFilePath()));
+    // Making room for a deck under its own name would delete it.
+    if (source.filePath() == target.filePath())
+        return true;
+    if (target.exists() && (stripDeckSuffix(source.filePath()) == stripDeckSuffix(target.filePath()) ||
+                            source.canonicalFilePath() == target.canonicalFilePath()))
+        return false;
+    if (target.exists() && !deleteFamily(target.filePath()))
+        return false;
+
+    const QString sourceBase = source.absolutePath() + QLatin1Char('/') + source.completeBaseName();
+    const QString targetBase = target.absolutePath() + QLatin1Char('/') + target.completeBaseName();
+    if (!QFile::rename(source.filePath(), target.filePath()) ||
+        !renameIfThere(sourceBase + indexSuffix, targetBase + indexSuffix) ||
+        !QFile::rename(sourceBase + configurationSuffix, targetBase + configurationSuffix) ||
+        !renameIfThere(sourceBase + companionSuffix, targetBase + companionSuffix) ||
+        !QFile::rename(sourceBase + settingsSuffix, targetBase + settingsSuffix))
+        return false;
+
+    const int numberStart = source.completeBaseName().size() + demSuffix.size() + segmentInfix.size();
+    const QStringList segments = segmentFiles(sourceBase + demSuffix);
+    for (const QString& segment : segments) {
+        const QString number = QFileInfo(segment).fileName().mid(numberStart);
+        if (!QFile::rename(segment, targetBase + demSuffix + segmentInfix + number))
+            return false;
+    }
+    return !QFile::exists(sourceBase + dataFolderSuffix) ||
+           QDir().rename(sourceBase + dataFolderSuffix, targetBase + dataFolderSuffix);
+}
+
+// ---------------------------------------------------------------- bytes
+
+/// Moves so many bytes from here on. False at the first one that can't be read or written.
+static bool copyBytes(QFile& source, QFile& target, qint64 bytes)
+{
+    QByteArray buffer(static_cast<int>(copyBufferSize), '\0');
+    while (bytes > 0) {
+        const qint64 got = source.read(buffer.data(), qMin(bytes, copyBufferSize));
+        if (got <= 0 || target.write(buffer.constData(), got) != got)
+            return false;
+        bytes -= got;
+    }
+    return true;
+}
+
+/// Closes a file that was written. False if anything of it didn't reach the disk: a full one may
+/// show as late as here.
+static bool closeWritten(QFile& file)
+{
+    const bool flushed = file.flush();
+    file.close();
+    return flushed && file.error() == QFileDevice::NoError;
+}
+
+bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit)
+{
+    QFile source(from);
+    if (!source.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return false;
+    QFile target(to);
+    if (limit == wholeFile) {
+        if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+            return false;
+        const bool copied = copyBytes(source, target, source.size());
+        if (!closeWritten(target) || !copied) {
+            target.remove(); // it wasn't there before
+            return false;
+        }
+        return target.setPermissions(source.permissions());
+    }
+    // Opening the target empties it, which must not be the source by another name.
+    if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath())
+        return false;
+    if (!target.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+        return false;
+    const bool copied = copyBytes(source, target, qMin(limit, source.size()));
+    return closeWritten(target) && copied;
+}
+
+bool truncateFile(QFile& file, qint64 length)
+{
+    const QString name = file.fileName();
+    const QString temporaryName = name + QLatin1String(".tmp");
+    const QString oldName = name + QLatin1String(".old");
+    QFile temporary(temporaryName);
+    if (length < 0 || !file.flush() || !temporary.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return false;
+
+    const bool copied = file.seek(0) && copyBytes(file, temporary, length);
+    const bool written = closeWritten(temporary) && temporary.setPermissions(file.permissions());
+    if (!copied || !written) {
+        temporary.remove();
+        return false;
+    }
+    file.close();
+    if (!QFile::rename(name, oldName)) {
+        temporary.remove();
+        file.open(QIODevice::ReadWrite);
+        return false;
+    }
+    if (!QFile::rename(temporaryName, name)) {
+        temporary.remove();
+        if (QFile::rename(oldName, name)) // without its name the deck would be lost to its owner
+            file.open(QIODevice::ReadWrite);
+        return false;
+    }
+    return QFile::remove(oldName) && file.open(QIODevice::ReadWrite);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,82 @@
+#pragma once
+// A deck as files on disk: how its members are called, which family they are, and how a family of
+// files is deleted, renamed, copied and cut. Names are compared as they stand, never as patterns:
+// "run[1].dem" is a deck like any other.
+
+#include <QLatin1String>
+#include <QString>
+#include <QStringList>
+
+class QFile;
+
+namespace NBrenmark {
+
+enum EDeckFormat
+{
+    eFormatUnknown = 0,
+    eFormatLegacy = 1,
+    eFormatHdf5 = 2
+};
+
+/// How the files of a deck are called behind its base name.
+namespace NDeckFile {
+
+constexpr QLatin1String demSuffix(".dem");            ///< first file: legacy data, or the index file of the HDF5 family
+constexpr QLatin1String segmentInfix(".scn.");        ///< joins the data file's name and a segment's number
+constexpr QLatin1String indexSuffix(".idx");          ///< legacy timestep index
+constexpr QLatin1String settingsSuffix(".ess");       ///< simulation settings
+constexpr QLatin1String legacyPropertySuffix(".ppf"); ///< legacy particle properties
+constexpr QLatin1String configurationSuffix(".dfg");  ///< configuration
+constexpr QLatin1String companionSuffix(".ptf");      ///< follows the deck; its content is nobody's business here
+constexpr QLatin1String dataFolderSuffix("_data");    ///< folder of the numbered files
+constexpr QLatin1String timestepSuffix(".h5");        ///< a numbered file
+
+// Other files of the applications. The last two name the materials database.
+constexpr QLatin1String vqxSuffix(".vqx");
+constexpr QLatin1String xmlSuffix(".xml");
+constexpr QLatin1String kzlfSuffix(".kzlf");
+constexpr QLatin1String demConfigurationSuffix(".dem.cfg");
+constexpr QLatin1String oldMaterialsDatabaseSuffix(".ddb");
+constexpr QLatin1String materialsDatabaseName("materialsDB");
+
+} // namespace NDeckFile
+
+/// Which family the first file of a deck belongs to, by its first bytes. Headers that no legacy
+/// writer ever left, among them those without a timestep, are unknown.
+EDeckFormat detectFormat(const QString& path);
+
+/// 0 if a deck can be read from path, 1 if the file doesn't exist, 2 if it is a legacy deck whose
+/// index is missing (not asked with skipIndexCheck).
+int checkSourceFiles(const QString& path, bool skipIndexCheck);
+
+/// The path without .dfg, .dem, .dem.scn.N or .ess at its end.
+QString stripDeckSuffix(const QString& path);
+/// The path without .dem, .dem.scn.N or a bare dot at its end.
+QString stripLegacySuffix(const QString& path);
+
+/// Paths of the segments beside a legacy data file, "name.dem.scn.*", in no order of their numbers.
+/// \param dataFile  path of the "name.dem" that they belong to
+QStringList segmentFiles(const QString& dataFile);
+
+/// Removes what exists of a deck, of either family. Stops at the first removal that fails.
+/// \param path  any of the deck's files by which stripDeckSuffix finds its base
+bool deleteFamily(const QString& path);
+
+/// Gives a deck another name, replacing the deck of that name. Settings and configuration must
+/// exist. Nothing is undone after a failure.
+bool renameFamily(const QString& from, const QString& to);
+
+/// The limit of copyOrTruncateFile that means all of a file.
+constexpr qint64 wholeFile = -1;
+
+/// Copies a file: with wholeFile if to doesn't exist yet, and with the file's permissions; else its
+/// first limit bytes over whatever to held. False if a file can't be opened or a byte didn't
+/// arrive. The source is opened for reading only.
+bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit);
+
+/// Cuts an open file to length bytes: a cut copy takes its place, so that at no time a half written
+/// file stands under its name. The file ends open for reading and writing; after a failure it holds
+/// what it held.
+bool truncateFile(QFile& file, qint64 length);
+
+} // namespace NBrenmark

@@ -1,7 +1,7 @@
 #pragma once
 // Converts a stored deck of the legacy file family into the HDF5 family.
 
-#include "api/export.h"
+#include "export.h"
 
 #include <QObject>
 #include <QString>

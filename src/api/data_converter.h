@@ -13,6 +13,10 @@
 
 namespace NBrenmark {
 
+class CSimulation;
+class IFileFormatManager;
+struct STimestepIndexEntry;
+
 /// Asks whether a stored deck must be converted, and converts it.
 ///
 /// A conversion runs on the caller's thread inside one call, and one conversion runs in a process
@@ -72,6 +76,12 @@ private:
         eConvertDataFailed = 10
     };
     EConvertError convertSimulationData(const QString& inputPath, const QString& outputPath, EConvertFormat target);
+    EConvertError convert(const QString& inputPath, const QString& outputPath, EConvertFormat target,
+                          CSimulation& simulation);
+    EConvertError convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
+                                   const std::vector<STimestepIndexEntry>& sourceIndex,
+                                   std::vector<STimestepIndexEntry>& targetIndex);
+    EConvertError writeCompanions(CSimulation& simulation, const QString& sourceBase, const QString& targetBase);
 
     std::atomic<bool> cancelled{false};
     QString error;

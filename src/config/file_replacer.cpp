@@ -1,0 +1,162 @@
+#include "config/file_replacer.h"
+
+#include "core/log.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <list>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace NBrenmark {
+
+static constexpr int greatestTries = 5;
+static constexpr std::chrono::milliseconds pauseBetweenTries(100);
+
+/// The copies under way, oldest first, and those that failed.
+class CCopyRegistry
+{
+public:
+    /// At the end of the process the copies that are under way come first.
+    ~CCopyRegistry() { waitUntilIdle(); }
+
+    using Place = std::list<QString>::iterator;
+
+    Place enter(const QString& target)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        return underWay.insert(underWay.end(), target);
+    }
+
+    /// Returns when no older copy onto the same target is under way: the file written last is the one that stays.
+    void waitForTurn(Place place)
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        changed.wait(lock, [&] { return std::find(underWay.begin(), place, *place) == place; });
+    }
+
+    void leave(Place place, const std::string& cause)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (!cause.empty())
+            failed.push_back({*place, cause});
+        underWay.erase(place);
+        changed.notify_all();
+    }
+
+    void waitUntilIdle()
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        changed.wait(lock, [this] { return underWay.empty(); });
+    }
+
+    std::vector<SFailedCopy> takeFailed()
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        return std::exchange(failed, {});
+    }
+
+private:
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::list<QString> underWay;
+    std::vector<SFailedCopy> failed;
+};
+
+static CCopyRegistry& copyRegistry()
+{
+    static CCopyRegistry registry;
+    return registry;
+}
+
+/// Copies the whole of source onto target; the cause if it didn't arrive whole. Every step that can meet a full
+/// disk is asked for its result, the closing too, and the size on the disk has the last word.
+static std::string copyOnto(QTemporaryFile& source, const QString& target)
+{
+    if (!source.seek(0))
+        return source.errorString().toStdString();
+    QFile copy(target);
+    if (!copy.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+        return copy.errorString().toStdString();
+
+    std::string cause;
+    while (!source.atEnd() && cause.empty()) {
+        const QByteArray bytes = source.read(1 << 20);
+        if (bytes.isEmpty())
+            cause = "the temporary file could not be read: " + source.errorString().toStdString();
+        else if (copy.write(bytes) != bytes.size())
+            cause = copy.errorString().toStdString();
+    }
+    copy.close();
+    if (cause.empty() && copy.error() != QFileDevice::NoError)
+        cause = copy.errorString().toStdString();
+    if (cause.empty() && QFileInfo(target).size() != source.size())
+        cause = "the file did not arrive whole";
+    if (!cause.empty())
+        QFile::remove(target); // half a file must not stand for the whole
+    return cause;
+}
+
+static std::string copyWithPatience(QTemporaryFile& source, const QString& target)
+{
+    std::string cause;
+    for (int attempt = 1; attempt <= greatestTries; ++attempt) {
+        if (attempt > 1)
+            std::this_thread::sleep_for(pauseBetweenTries);
+        cause = copyOnto(source, target);
+        if (cause.empty())
+            return cause;
+    }
+    // It is the only copy of what was to be saved: the user may have a place for it.
+    source.setAutoRemove(false);
+    return cause + ". The finished file is kept as " + source.fileName().toStdString() + ".";
+}
+
+CFileReplacement::CFileReplacement() : file(std::make_shared<QTemporaryFile>()) { file->open(); }
+
+std::string CFileReplacement::cause() const { return file->errorString().toStdString(); }
+
+bool CFileReplacement::replace(const QString& target)
+{
+    if (!file->isOpen() || !file->flush() || file->error() != QFileDevice::NoError)
+        return false;
+    QFile::remove(target);
+
+    CCopyRegistry& registry = copyRegistry();
+    const CCopyRegistry::Place place = registry.enter(target);
+    const auto work = [source = file, target, place, &registry] {
+        std::string cause;
+        try {
+            registry.waitForTurn(place);
+            cause = copyWithPatience(*source, target);
+        }
+        catch (const std::exception& error) {
+            cause = error.what();
+        }
+        registry.leave(place, cause);
+    };
+    try {
+        std::thread(work).detach();
+    }
+    catch (const std::system_error&) {
+        work(); // no thread to be had: the caller waits instead
+    }
+    return true;
+}
+
+std::vector<SFailedCopy> waitForCopies()
+{
+    CCopyRegistry& registry = copyRegistry();
+    registry.waitUntilIdle();
+    std::vector<SFailedCopy> failed = registry.takeFailed();
+    for (const SFailedCopy& copy : failed)
+        logMessage(eError, "Settings", copy.target.toStdString() + " could not be written: " + copy.cause);
+    return failed;
+}
+
+} // namespace NBrenmark

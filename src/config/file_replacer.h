@@ -1,0 +1,45 @@
+#pragma once
+// How a companion of a deck takes its place: it is finished as a temporary file, then copied onto its target
+// from a thread of its own, so that a target that another program holds for a moment is waited for.
+
+#include <QString>
+#include <QTemporaryFile>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+/// A file in the making, in the system's temporary folder. It vanishes unless it replaces its target.
+class CFileReplacement
+{
+public:
+    /// Opens the temporary file for writing.
+    CFileReplacement();
+
+    bool isOpen() const { return file->isOpen(); }
+    QTemporaryFile& device() { return *file; }
+
+    /// Completes the file, removes the target and starts to copy onto it: at once, and while that fails up to
+    /// five times, 100 ms apart. False, and the target untouched, if the temporary file isn't whole.
+    bool replace(const QString& target);
+    /// What stopped the temporary file from being opened or completed.
+    std::string cause() const;
+
+private:
+    std::shared_ptr<QTemporaryFile> file;
+};
+
+/// A target that no try has reached.
+struct SFailedCopy
+{
+    QString target;
+    std::string cause;
+};
+
+/// Waits until no copy is under way, and gives the targets that failed since the last call. Each of them is told
+/// in the log too. The end of the process waits as well, in silence: no finished file is lost to it.
+std::vector<SFailedCopy> waitForCopies();
+
+} // namespace NBrenmark

@@ -1,0 +1,144 @@
+// A finished file reaches its target or is reported: nothing is lost in between.
+
+#include "config/file_replacer.h"
+
+#include "core/log.h"
+#include "support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <sys/resource.h>
+#include <thread>
+
+namespace NBrenmark {
+namespace {
+
+bool replaceBy(const QByteArray& bytes, const QString& target)
+{
+    CFileReplacement replacement;
+    EXPECT_TRUE(replacement.isOpen());
+    replacement.device().write(bytes);
+    return replacement.replace(target);
+}
+
+/// The file that a message says was kept, removed; its content before.
+QByteArray takeKeptFile(const std::string& cause)
+{
+    const QString start = "kept as ";
+    const QString text = QString::fromStdString(cause);
+    QFile kept(text.mid(text.indexOf(start) + start.size()).chopped(1));
+    EXPECT_TRUE(kept.open(QIODevice::ReadOnly)) << cause;
+    const QByteArray bytes = kept.readAll();
+    kept.remove();
+    return bytes;
+}
+
+TEST(FileReplacement, arrivesWholeAndLeavesNothingBehind)
+{
+    const CTempFolder folder;
+    const QByteArray large(5 * 1024 * 1024 + 1, 'x');
+    folder.write("old", "something longer than what comes");
+    EXPECT_TRUE(replaceBy("new", folder.path("old")));
+    EXPECT_TRUE(replaceBy("", folder.path("empty")));
+    EXPECT_TRUE(replaceBy(large, folder.path("large")));
+    EXPECT_TRUE(waitForCopies().empty());
+    EXPECT_EQ(folder.read("old"), "new");
+    EXPECT_EQ(folder.read("empty"), "");
+    EXPECT_EQ(folder.read("large"), large);
+    EXPECT_EQ(folder.names().size(), 3);
+}
+
+TEST(FileReplacement, ofOneTargetKeepTheirOrder)
+{
+    const CTempFolder folder;
+    for (int i = 0; i <= 50; ++i)
+        replaceBy(QByteArray(1000 * (51 - i), 'x') + QByteArray::number(i), folder.path("a"));
+    EXPECT_TRUE(waitForCopies().empty());
+    EXPECT_EQ(folder.read("a"), QByteArray(1000, 'x') + "50");
+}
+
+TEST(FileReplacement, waitsForATargetThatIsOutOfReachForAMoment)
+{
+    const CTempFolder folder;
+    EXPECT_TRUE(replaceBy("late", folder.path("later/a")));
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    QDir(folder.path()).mkdir("later");
+    EXPECT_TRUE(waitForCopies().empty());
+    EXPECT_EQ(folder.read("later/a"), "late");
+}
+
+TEST(FileReplacement, reportsATargetThatNoTryReaches)
+{
+    const CTempFolder folder;
+    CPersistentLogger logger(eError);
+    addLogModule(&logger);
+    EXPECT_TRUE(replaceBy("precious", folder.path("no such folder/a.ess")));
+    const std::vector<SFailedCopy> failed = waitForCopies();
+    clearLogModules();
+
+    ASSERT_EQ(failed.size(), 1u);
+    EXPECT_EQ(failed[0].target, folder.path("no such folder/a.ess"));
+    EXPECT_EQ(takeKeptFile(failed[0].cause), "precious");
+    ASSERT_EQ(logger.messages().size(), 1u);
+    EXPECT_NE(std::get<2>(logger.messages()[0]).find("no such folder/a.ess could not be written: "), std::string::npos);
+    EXPECT_TRUE(waitForCopies().empty()) << "told once";
+}
+
+/// No file of this process may grow beyond so many bytes while this lives: the nearest thing to a full disk.
+class CSmallDisk
+{
+public:
+    explicit CSmallDisk(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit limit{bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~CSmallDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+    }
+
+private:
+    rlimit before{};
+    void (*handler)(int);
+};
+
+TEST(FileReplacement, takesNoPartOfAFileForTheWhole)
+{
+    const CTempFolder folder;
+    const QByteArray bytes(3000000, 'x');
+    std::vector<SFailedCopy> failed;
+    {
+        CFileReplacement replacement;
+        replacement.device().write(bytes);
+        replacement.device().flush();
+        const CSmallDisk disk(2000000);
+        EXPECT_TRUE(replacement.replace(folder.path("a")));
+        failed = waitForCopies();
+    }
+    ASSERT_EQ(failed.size(), 1u);
+    EXPECT_TRUE(takeKeptFile(failed[0].cause) == bytes);
+    EXPECT_FALSE(folder.has("a"));
+}
+
+TEST(FileReplacement, thatIsNotWholeItselfLeavesTheTargetAlone)
+{
+    const CTempFolder folder;
+    folder.write("a", "old");
+    {
+        CFileReplacement replacement;
+        const CSmallDisk disk(1000);
+        replacement.device().write(QByteArray(3000, 'x'));
+        EXPECT_FALSE(replacement.replace(folder.path("a")));
+        EXPECT_NE(replacement.cause(), "");
+    }
+    EXPECT_TRUE(waitForCopies().empty());
+    EXPECT_EQ(folder.read("a"), "old");
+}
+
+} // namespace
+} // namespace NBrenmark

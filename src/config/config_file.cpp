@@ -1,0 +1,385 @@
+#include "config/config_file.h"
+
+#include "config/config_manager.h"
+#include "config/config_number.h"
+#include "config/file_replacer.h"
+#include "core/log.h"
+
+#include <QByteArray>
+#include <QFile>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace NBrenmark::NConfig {
+
+static const std::string formatLine = "!format=KEYPATHVALUE";
+static const std::string formatVersionTag = "!format-version=";
+static const std::string fileVersionTag = "!file-version=";
+/// What a file without a line for its version counts as.
+static constexpr const char* versionBeforeVersions = "24.0.0";
+
+/// The log shows as much of a text as one can look through.
+static std::string shortened(const std::string& text)
+{
+    constexpr size_t longest = 200;
+    return text.size() <= longest ? text : text.substr(0, longest) + "...";
+}
+
+// ---------------------------------------------------------------- lines
+
+/// The lines of a file, one after the other, whatever their length.
+class CLineReader
+{
+public:
+    explicit CLineReader(QFile& file) : file(file) {}
+
+    /// The next line, without its end; nothing at the end of the file or when it fails.
+    std::optional<std::string> next()
+    {
+        if (kept)
+            return std::exchange(kept, std::nullopt);
+        QByteArray line = file.readLine();
+        if (line.isEmpty())
+            return std::nullopt;
+        ++lineNumber;
+        if (line.endsWith('\n'))
+            line.chop(1);
+        if (line.startsWith('\0'))
+            line.clear();
+        if (line.endsWith('\r'))
+            line.chop(1);
+        return line.toStdString();
+    }
+
+    /// Has next give this line again.
+    void putBack(std::string line) { kept = std::move(line); }
+    /// Of the line given last, from 1 on.
+    int number() const { return lineNumber; }
+
+private:
+    QFile& file;
+    std::optional<std::string> kept;
+    int lineNumber = 0;
+};
+
+static size_t skipWhiteSpace(const std::string& line, size_t from)
+{
+    while (from < line.size() && isWhiteSpace(line[from]))
+        ++from;
+    return from;
+}
+
+/// The version behind a tag at the front of a line: so many numbers with dots between them, whatever follows.
+static std::optional<std::string> versionBehind(const std::string& tag, const std::string& line, int numbers)
+{
+    const size_t tagAt = skipWhiteSpace(line, 0);
+    if (line.compare(tagAt, tag.size(), tag) != 0)
+        return std::nullopt;
+    const size_t start = tagAt + tag.size();
+    size_t end = start;
+    for (int i = 0; i < numbers; ++i) {
+        if (i > 0 && (end >= line.size() || line[end++] != '.'))
+            return std::nullopt;
+        const size_t digits = end;
+        while (end < line.size() && isDigit(line[end]))
+            ++end;
+        if (end == digits)
+            return std::nullopt;
+    }
+    return line.substr(start, end - start);
+}
+
+/// Whether version a is later than b, number by number from the left. The numbers may have any length.
+static bool isLater(const std::string& a, const std::string& b)
+{
+    const auto sections = [](const std::string& version) {
+        std::vector<std::string> numbers(1);
+        for (const char c : version) {
+            if (c == '.')
+                numbers.emplace_back();
+            else if (c != '0' || !numbers.back().empty())
+                numbers.back() += c;
+        }
+        return numbers;
+    };
+    const std::vector<std::string> left = sections(a), right = sections(b);
+    for (size_t i = 0; i < std::min(left.size(), right.size()); ++i) {
+        if (left[i].size() != right[i].size())
+            return left[i].size() > right[i].size();
+        if (left[i] != right[i])
+            return left[i] > right[i];
+    }
+    return false;
+}
+
+/// An entry line, taken apart.
+struct SEntry
+{
+    std::string key;
+    std::string kind;
+    std::string value;
+    bool valueIsCut = false; ///< a carriage return ends the value before the line does
+};
+
+/// The entry whose key begins at start and ends at an equals sign, if a colon ends its kind.
+static std::optional<SEntry> entryAt(const std::string& line, size_t start, size_t equals)
+{
+    const size_t kindAt = equals + 1;
+    const size_t end = std::min(line.find('\r', kindAt), line.size());
+    const size_t colon = size_t(std::find(line.begin() + kindAt, line.begin() + end, ':') - line.begin());
+    if (colon == end)
+        return std::nullopt;
+    SEntry entry;
+    entry.key = line.substr(start, equals - start);
+    entry.kind = line.substr(kindAt, colon - kindAt);
+    entry.value = line.substr(colon + 1, end - colon - 1);
+    entry.valueIsCut = end < line.size();
+    return entry;
+}
+
+/// The first equals sign that has a character before it, other than a backslash, ends the key; the first colon
+/// behind it ends the kind. A carriage return inside a line ends the stretch that an entry is sought in, but for
+/// one right before the equals sign. One pass, for a damaged line may be as long as the file.
+static std::optional<SEntry> splitEntry(const std::string& line)
+{
+    for (size_t start = 0; start < line.size();) {
+        const size_t end = std::min(line.find('\r', start), line.size());
+        size_t equals = start + 1;
+        while (equals < end && (line[equals] != '=' || line[equals - 1] == '\\'))
+            ++equals;
+        // If no colon is behind the first one, none is behind a later one of the stretch.
+        std::optional<SEntry> entry = equals < end ? entryAt(line, start, equals) : std::nullopt;
+        if (!entry && end + 1 < line.size() && line[end + 1] == '=')
+            entry = entryAt(line, start, end + 1);
+        if (entry)
+            return entry;
+        start = end + 1;
+    }
+    return std::nullopt;
+}
+
+static std::string withoutEscapes(const std::string& key)
+{
+    std::string text;
+    text.reserve(key.size());
+    for (size_t i = 0; i < key.size(); ++i) {
+        if (key[i] == '\\' && i + 1 < key.size() && key[i + 1] == '=')
+            continue;
+        text += key[i];
+    }
+    return text;
+}
+
+// ---------------------------------------------------------------- reading
+
+/// One read of a file: the lines, and where it stands when something has to be told.
+class CConfigFileReader
+{
+public:
+    CConfigFileReader(const std::string& fileName, const CConfigHandle& handle,
+                      const std::set<std::string>& excludedElements, const ConfigLineObserver& observer)
+        : name(fileName),
+          file(QString::fromStdString(fileName)),
+          lines(file),
+          handle(handle),
+          manager(handle.manager()),
+          excludedElements(excludedElements),
+          observer(observer)
+    {}
+
+    int read()
+    {
+        if (name.empty())
+            return failed(eConfigNotOpened, "Unable to open file (no file name).");
+        if (!file.open(QIODevice::ReadOnly))
+            return failed(eConfigNotOpened, "Could not open file for input. " + file.errorString().toStdString());
+        const int headerResult = readHeader();
+        return headerResult == eConfigDone ? readEntries() : headerResult;
+    }
+
+private:
+    int failed(int result, const std::string& text)
+    {
+        logMessage(eError, "Configuration", name.empty() ? text : name + ": " + text);
+        return result;
+    }
+
+    int readHeader()
+    {
+        const std::string first = lines.next().value_or(std::string());
+        const size_t formatAt = skipWhiteSpace(first, 0);
+        if (first.compare(formatAt, formatLine.size(), formatLine) != 0 ||
+            skipWhiteSpace(first, formatAt + formatLine.size()) != first.size())
+            return failed(eConfigNoFormatLine, "The configuration file is corrupt (format line missing or invalid).");
+
+        const std::string second = lines.next().value_or(std::string());
+        const std::optional<std::string> formatVersion = versionBehind(formatVersionTag, second, 4);
+        if (!formatVersion)
+            return failed(eConfigInvalidLine, "The configuration file is corrupt (version line missing or invalid).");
+        if (isLater(*formatVersion, currentFormatVersion))
+            return failed(eConfigLaterFormat, "The configuration file was created by a later version\n"
+                                              "of the software and cannot be loaded.");
+        manager.setFormatVersion(*formatVersion);
+
+        countedLines = 3;
+        std::optional<std::string> third = lines.next();
+        const std::optional<std::string> fileVersion = third ? versionBehind(fileVersionTag, *third, 3) : std::nullopt;
+        manager.setFileVersion(fileVersion.value_or(versionBeforeVersions));
+        if (fileVersion)
+            countedLines = 4;
+        else if (third)
+            lines.putBack(std::move(*third));
+        if (versionNumber(manager.fileVersion()) > programVersion)
+            logMessage(eWarning, "Configuration",
+                       "This file was generated by a later version and may not load correctly. .");
+        return eConfigDone;
+    }
+
+    int readEntries()
+    {
+        while (const std::optional<std::string> line = lines.next()) {
+            if (skipWhiteSpace(*line, 0) == line->size())
+                continue;
+            const int result = readEntry(*line);
+            if (result != eConfigDone)
+                return result;
+        }
+        if (file.error() != QFileDevice::NoError)
+            return failed(eConfigInvalidLine, "An unexpected error occured while processing the configuration data. " +
+                                                  file.errorString().toStdString());
+        return eConfigDone;
+    }
+
+    int readEntry(const std::string& line)
+    {
+        const std::optional<SEntry> entry = splitEntry(line);
+        if (!entry)
+            return failed(eConfigInvalidLine,
+                          "The configuration file is corrupt (invalid data found in file on line: " +
+                              std::to_string(lines.number()) + ").");
+        const CKeyPath key = CKeyPath::fromString(withoutEscapes(entry->key));
+        for (const std::string& element : key.elements())
+            if (excludedElements.count(element))
+                return eConfigDone;
+        const SValueKind* const kind = valueKindOfName(entry->kind);
+        if (!kind)
+            return failed(eConfigInvalidLine,
+                          "The configuration file is corrupt (file contains data of unsupported format on line: " +
+                              std::to_string(lines.number()) + ").");
+        try {
+            take(CKeyPath(handle.basePath(), key), *kind, entry->value);
+        }
+        catch (const CConfigException& error) {
+            return failed(eConfigInvalidValue,
+                          shortened(error.what()) + " (line: " + std::to_string(lines.number()) + ")");
+        }
+        if (entry->valueIsCut)
+            logMessage(eWarning, "Configuration",
+                       name + ": what stands behind a carriage return was dropped (line: " +
+                           std::to_string(lines.number()) + ")");
+        ++countedLines;
+        if (observer && countedLines % 100 == 0)
+            observer(countedLines);
+        return eConfigDone;
+    }
+
+    /// The file's kind replaces whatever kind the key has had.
+    void take(const CKeyPath& key, const SValueKind& kind, const std::string& text)
+    {
+        SConfigNode* const node = key.isEmpty() ? nullptr : manager.findNode(key, true);
+        if (!node)
+            throw CConfigException(eKeyPathNotValid, key);
+        node->value.reset();
+        if (!kind.decode(text, node->value))
+            throw CConfigException(eValueInInvalidFormat, key);
+    }
+
+    const std::string& name;
+    QFile file;
+    CLineReader lines;
+    const CConfigHandle& handle;
+    CConfigManager& manager;
+    const std::set<std::string>& excludedElements;
+    const ConfigLineObserver& observer;
+    int countedLines = 0;
+};
+
+int readConfigurationFile(const std::string& fileName, const CConfigHandle& handle,
+                          const std::set<std::string>& excludedElements, const ConfigLineObserver& observer)
+{
+    return CConfigFileReader(fileName, handle, excludedElements, observer).read();
+}
+
+// ---------------------------------------------------------------- writing
+
+static std::string withEscapes(const std::string& key)
+{
+    std::string text;
+    for (const char c : key) {
+        if (c == '=')
+            text += '\\';
+        text += c;
+    }
+    return text;
+}
+
+/// Writes an entry for the node of the path, if it has a value, and then all below it.
+static int writeSubtree(QIODevice& device, CConfigManager& manager, const CKeyPath& path, const std::string& fileName)
+{
+    const SConfigNode* const node = manager.findNode(path, false);
+    if (!node)
+        return eConfigInvalidValue;
+    if (node->value.has_value()) {
+        const SValueKind* const kind = valueKindOf(node->value);
+        if (!kind) {
+            logMessage(eError, "Configuration",
+                       fileName +
+                           ": An unexpected error occured while writing the configuration data "
+                           "(unsupported data type in tree for key: " +
+                           path.toString() + ").");
+            return eConfigInvalidValue;
+        }
+        const std::string text = kind->encode(node->value);
+        std::any readBack;
+        if (!kind->decode(text, readBack))
+            logMessage(eWarning, "Configuration",
+                       fileName + ": the value of key " + path.toString() + ", " + text +
+                           ", has no form that a reader of this file takes.");
+        device.write(QByteArray::fromStdString(withEscapes(path.toString()) + "=" + kind->name + ":" + text + "\n"));
+    }
+    for (const auto& child : node->children) {
+        const int result = writeSubtree(device, manager, path.child(child.first), fileName);
+        if (result != eConfigDone)
+            return result;
+    }
+    return eConfigDone;
+}
+
+int writeConfigurationFile(const std::string& fileName, const CConfigHandle& handle)
+{
+    if (fileName.empty()) {
+        logMessage(eError, "Configuration", "Unable to open file (no file name).");
+        return eConfigNotOpened;
+    }
+    CFileReplacement replacement;
+    if (!replacement.isOpen()) {
+        logMessage(eError, "Configuration", fileName + ": Could not open file for output. " + replacement.cause());
+        return eConfigNotOpened;
+    }
+    const std::string header =
+        formatLine + "\n" + formatVersionTag + currentFormatVersion + "\n" + fileVersionTag + programVersionText + "\n";
+    replacement.device().write(header.data(), qint64(header.size()));
+    const int result = writeSubtree(replacement.device(), handle.manager(), handle.basePath(), fileName);
+    if (!replacement.replace(QString::fromStdString(fileName))) {
+        logMessage(eError, "Configuration",
+                   fileName + ": An unexpected error occured while writing the configuration data. " +
+                       replacement.cause());
+        return eConfigInvalidLine;
+    }
+    return result;
+}
+
+} // namespace NBrenmark::NConfig

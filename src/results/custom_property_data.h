@@ -33,6 +33,9 @@ public:
     double* item(unsigned int index);
     const double* item(unsigned int index) const;
     void resetToInitial(unsigned int index);
+    /// One value for all elements of all items, or for one element of all items.
+    void fill(double value);
+    void fillElement(unsigned int element, double value);
 
     const CCustomPropertyMetaData& metaData() const { return *definition; }
     unsigned int itemCount() const { return items; }
@@ -41,7 +44,7 @@ public:
     std::vector<double> values;
 
 private:
-    void fillFrom(unsigned int firstItem);
+    void fillFrom(std::size_t first);
 
     const CCustomPropertyMetaData* definition;
     unsigned int items = 0;
@@ -51,7 +54,7 @@ private:
 class CCustomPropertyData : public IPropertyListener
 {
 public:
-    /// \param manager  not owned; null stands for no properties
+    /// \param manager  not owned, must outlive the data; null stands for no properties
     explicit CCustomPropertyData(CCustomPropertyManager* manager, bool usesZeroDefault = false);
     ~CCustomPropertyData() override;
     CCustomPropertyData(const CCustomPropertyData&) = delete;
@@ -70,6 +73,9 @@ public:
     /// Brings all lists to the item count and fills them with initial values: what stands for
     /// values that a version doesn't store.
     void resetToInitialValues(unsigned int itemCount);
+
+    /// Exchanges the values with those of another owner of the same manager.
+    void swapValues(CCustomPropertyData& other);
 
     unsigned int itemCount() const { return items; }
     CCustomPropertyManager* manager() const { return definitions; }

@@ -1,0 +1,12 @@
+#include "model/simulation_data.h"
+
+namespace NBrenmark {
+
+void CSimulationData::stampVersion()
+{
+    fileVersion = currentFileVersion();
+    buildRevision = currentBuildRevision;
+    buildBranch = currentBuildBranch;
+}
+
+} // namespace NBrenmark

@@ -1,6 +1,11 @@
 #pragma once
 // A particle type: a rigid clump of spheres, and the store of all live particles of that type.
 // The state stands in arrays, one element per slot, so that a whole array moves as one dataset.
+//
+// A reader fills the arrays that its file holds, each to the count of rows that is proven to be there,
+// then calls resizeSlots with that count and rebuildFreeList: resizeSlots gives the arrays that the file
+// lacks their zeros and leaves a full array alone. So no array is allocated twice and none by a number
+// that was only announced.
 
 #include "maths/quaternion.h"
 #include "maths/vector.h"
@@ -84,14 +89,18 @@ public:
     bool isLive(quint32 slot) const { return slot < ids.size() && ids[slot] >= 1; }
     quint32 liveCount() const { return slotCount() - freeCount; }
 
-    /// The slot released last, or a new one at the end; a new slot has scale 1 and id 0.
+    /// The slot released last, or a new one at the end. A new slot has scale 1 and id 0.
     quint32 allocateSlot();
-    /// With shrinkIfLast the last slot is taken off; any other joins the free list.
+    /// With shrinkIfLast the last slot is taken off; any other joins the free list, its id then being
+    /// the link to the next free one. Not for a slot that is free already.
     void releaseSlot(quint32 slot, bool shrinkIfLast);
-    /// Resizes every per-slot array; new elements are zero.
+    /// Brings every per-slot array to so many elements; new ones are zero, quaternions too, and no
+    /// particle is live in them. The charges and the places of spheres, which most timesteps don't have,
+    /// stay empty until something fills them.
     void resizeSlots(quint32 count);
     void reserveSlots(quint32 capacity);
-    /// Marks every slot whose id is below 1 as free: how a store is brought in order after a read.
+    /// Releases every slot whose id is below 1, in ascending order: how a store is brought in order
+    /// after a read. The slot released last is the first that allocateSlot gives.
     void rebuildFreeList();
     /// Empties the slots and the spheres.
     void clear();
@@ -102,7 +111,8 @@ public:
     void localBounds(C3DPoint& min, C3DPoint& max) const;
     /// \return false without spheres
     bool radiusRange(double& min, double& max, bool physical) const;
-    /// Places the spheres of a live slot, wrapped into the domain; nothing for a single sphere.
+    /// Places the spheres of a live slot, wrapped into the domain; nothing for a single sphere, whose
+    /// place is the particle's.
     void updateSpherePositions(quint32 slot, const CDomain& domain);
     /// \return false if the slot isn't live
     bool sphereCentreAndRadius(quint32 slot, quint32 sphere, C3DPoint& centre, double& radius) const;
@@ -139,7 +149,7 @@ public:
     std::vector<ForceTorque> externalForceTorque;
     std::vector<double> creationTime;       ///< s
     std::vector<unsigned char> activeFlags; ///< 0 in a released slot
-    std::vector<C3DPoint> spherePositions;  ///< per sphere; only for particles of two or more
+    std::vector<C3DPoint> spherePositions;  ///< m, per sphere; empty until placed, see updateSpherePositions
     CParticleTypeElectrostatic electrostatic;
     CCustomPropertyData customProperties;
     quint32 dataMask = 0;  ///< EParticleField: which arrays hold data
@@ -147,6 +157,11 @@ public:
 
     qint32 firstFree = 0;  ///< complement of the first free slot's index; 0: none
     quint32 freeCount = 0;
+
+private:
+    /// Calls visit for each array that always has one element per slot.
+    template <class TVisit>
+    void forEachSlotArray(const TVisit& visit);
 };
 
 } // namespace NBrenmark

@@ -1,6 +1,7 @@
 #pragma once
 // The ordered list of all particle types, with the lookup from a particle id to type and slot.
 
+#include "model/particle_id_lookup.h"
 #include "model/particle_type.h"
 
 #include <QStringList>
@@ -25,7 +26,7 @@ public:
 
     /// Deletes the types, empties the lookups, maxId to 0.
     void clear();
-    /// Replaces all types by so many new, empty ones.
+    /// Replaces all types by so many new, empty ones; maxId stays.
     void recreate(quint32 count);
     /// Appends a new, empty type.
     CParticleType& append();
@@ -44,6 +45,7 @@ public:
     bool radiusRange(double& min, double& max, bool physical) const;
     bool allocateParticle(const QString& typeName, quint32& typeIndex, quint32& slot);
 
+    /// Makes locate and its kin answer for the ids from 1 to maxId that stand in the store now.
     void rebuildIdLookup();
     /// Raises maxId to the greatest live id; with reset it starts from 0.
     void recomputeMaxId(bool reset);
@@ -61,8 +63,7 @@ public:
 
 private:
     CCustomPropertyManager* propertyManager;
-    std::vector<quint32> typeOfId;
-    std::vector<quint32> slotOfId;
+    CParticleIdLookup lookup;
     omp_lock_t lock;
 };
 

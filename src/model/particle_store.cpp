@@ -1,0 +1,154 @@
+// The slots of a particle type: its arrays, and the list of slots that are free.
+#include "model/particle_type.h"
+
+#include <utility>
+
+namespace NBrenmark {
+
+template <class TVisit>
+void CParticleType::forEachSlotArray(const TVisit& visit)
+{
+    visit(ids);
+    visit(scale);
+    visit(velocity);
+    visit(position);
+    visit(orientation);
+    visit(angularVelocity);
+    visit(forceTorque);
+    visit(unscaledForceTorque);
+    visit(externalForceTorque);
+    visit(creationTime);
+    visit(activeFlags);
+}
+
+/// A quaternion that holds no data is zero like everything else, not the identity.
+static const CQuaternion& emptyElement(const std::vector<CQuaternion>&)
+{
+    static const CQuaternion zero(0.0, 0.0, 0.0, 0.0);
+    return zero;
+}
+
+template <class TElement>
+static TElement emptyElement(const std::vector<TElement>&)
+{
+    return TElement();
+}
+
+/// An array that only some timesteps have: filled up if it is there at all.
+template <class TElement>
+static void resizeIfUsed(std::vector<TElement>& array, std::size_t count)
+{
+    if (!array.empty())
+        array.resize(count);
+}
+
+void CParticleType::resizeSlots(quint32 count)
+{
+    const bool cutsFreeSlots = count < slotCount() && freeCount > 0;
+    forEachSlotArray([count](auto& array) { array.resize(count, emptyElement(array)); });
+    resizeIfUsed(electrostatic.charge, count);
+    resizeIfUsed(electrostatic.electrostaticForce, count);
+    resizeIfUsed(spherePositions, count * spheres.size());
+    customProperties.resize(count);
+    if (cutsFreeSlots)
+        rebuildFreeList(); // its links may lead past the end
+}
+
+void CParticleType::reserveSlots(quint32 capacity)
+{
+    forEachSlotArray([capacity](auto& array) { array.reserve(capacity); });
+}
+
+quint32 CParticleType::allocateSlot()
+{
+    if (freeCount > 0) {
+        const auto slot = static_cast<quint32>(~firstFree);
+        firstFree = ids[slot];
+        --freeCount;
+        return slot;
+    }
+    const quint32 slot = slotCount();
+    const bool growing = ids.size() == ids.capacity();
+    ids.push_back(0);
+    if (growing)
+        reserveSlots(static_cast<quint32>(ids.capacity()));
+    resizeSlots(slot + 1);
+    scale[slot] = 1.0;
+    return slot;
+}
+
+void CParticleType::releaseSlot(quint32 slot, bool shrinkIfLast)
+{
+    if (slot >= slotCount())
+        return;
+    if (shrinkIfLast && slot + 1 == slotCount()) {
+        resizeSlots(slot);
+        return;
+    }
+    if (slot < activeFlags.size())
+        activeFlags[slot] = 0;
+    ids[slot] = firstFree;
+    firstFree = ~static_cast<qint32>(slot);
+    ++freeCount;
+}
+
+void CParticleType::rebuildFreeList()
+{
+    firstFree = 0;
+    freeCount = 0;
+    for (quint32 slot = 0; slot < slotCount(); ++slot)
+        if (!isLive(slot))
+            releaseSlot(slot, false);
+}
+
+void CParticleType::clear()
+{
+    spheres.clear();
+    firstFree = 0;
+    freeCount = 0;
+    dataMask = 0;
+    // Swapped, not emptied: a million slots of a type that is gone would keep their memory.
+    forEachSlotArray([](auto& array) { std::decay_t<decltype(array)>().swap(array); });
+    electrostatic = CParticleTypeElectrostatic();
+    std::vector<C3DPoint>().swap(spherePositions);
+    customProperties.resetAll();
+}
+
+void CParticleType::swapContents(CParticleType& other)
+{
+    using std::swap;
+    swap(name, other.name);
+    swap(displayName, other.displayName);
+    swap(materialName, other.materialName);
+    swap(surfaceBased, other.surfaceBased);
+    swap(autoCenterParticle, other.autoCenterParticle);
+    swap(templateName, other.templateName);
+    swap(autoProperties, other.autoProperties);
+    swap(rawMass, other.rawMass);
+    swap(rawVolume, other.rawVolume);
+    swap(rawInertia, other.rawInertia);
+    swap(calculateProperties, other.calculateProperties);
+    swap(spheres, other.spheres);
+
+    swap(ids, other.ids);
+    swap(scale, other.scale);
+    swap(velocity, other.velocity);
+    swap(position, other.position);
+    swap(orientation, other.orientation);
+    swap(angularVelocity, other.angularVelocity);
+    swap(forceTorque, other.forceTorque);
+    swap(unscaledForceTorque, other.unscaledForceTorque);
+    swap(externalForceTorque, other.externalForceTorque);
+    swap(creationTime, other.creationTime);
+    swap(activeFlags, other.activeFlags);
+    swap(spherePositions, other.spherePositions);
+    swap(electrostatic, other.electrostatic);
+    customProperties.swapValues(other.customProperties);
+    swap(dataMask, other.dataMask);
+    swap(gravity, other.gravity);
+
+    swap(firstFree, other.firstFree);
+    swap(freeCount, other.freeCount);
+}
+
+} // namespace NBrenmark

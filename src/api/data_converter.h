@@ -1,7 +1,7 @@
 #pragma once
 // Converts a stored deck of the legacy file family into the HDF5 family.
 
-#include "api/export.h"
+#include "export.h"
 
 #include <QObject>
 #include <QString>
@@ -12,6 +12,10 @@
 #include <vector>
 
 namespace NBrenmark {
+
+class CSimulation;
+class IFileFormatManager;
+struct STimestepIndexEntry;
 
 /// Asks whether a stored deck must be converted, and converts it.
 ///
@@ -72,6 +76,12 @@ private:
         eConvertDataFailed = 10
     };
     EConvertError convertSimulationData(const QString& inputPath, const QString& outputPath, EConvertFormat target);
+    EConvertError convert(const QString& inputPath, const QString& outputPath, EConvertFormat target,
+                          CSimulation& simulation);
+    EConvertError convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
+                                   const std::vector<STimestepIndexEntry>& sourceIndex,
+                                   std::vector<STimestepIndexEntry>& targetIndex);
+    EConvertError writeCompanions(CSimulation& simulation, const QString& sourceBase, const QString& targetBase);
 
     std::atomic<bool> cancelled{false};
     QString error;

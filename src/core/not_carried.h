@@ -14,8 +14,7 @@ public:
     /// \param what  in the plural, such as "12 geometry groups"
     explicit not_carried_error(const std::string& what)
         : std::runtime_error("This deck holds " + what + ", which this version can't carry over yet.")
-    {
-    }
+    {}
 };
 
 /// Refuses a stored class by its name: the body of a slot whose forms don't stand yet.

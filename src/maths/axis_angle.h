@@ -8,8 +8,8 @@ namespace NBrenmark {
 class CAxisAngle
 {
 public:
-    C3DPoint start; ///< m
-    C3DPoint end;   ///< m
+    C3DPoint start;     ///< m
+    C3DPoint end;       ///< m
     double angle = 0.0; ///< rad
 };
 

@@ -36,8 +36,8 @@ public:
     QString name; ///< of the particle type
     std::vector<quint32> ids;
     std::vector<double> scale;
-    std::vector<C3DVector> velocity;        ///< m/s
-    std::vector<C3DPoint> position;         ///< m
+    std::vector<C3DVector> velocity; ///< m/s
+    std::vector<C3DPoint> position;  ///< m
     std::vector<CQuaternion> orientation;
     std::vector<C3DVector> angularVelocity; ///< rad/s
     quint32 sphereCount = 0;

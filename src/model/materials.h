@@ -31,11 +31,11 @@ public:
     void write(IFileVisitorWriter& visitor) const;
     bool isBulk() const { return type == eBulkMaterial; }
 
-    std::string name;            ///< its key in the map
+    std::string name; ///< its key in the map
     double poissonsRatio = 0.25;
-    double shearModulus = 1e8;   ///< Pa
-    double density = 2500.0;     ///< kg/m^3
-    double workFunction = 0.0;   ///< for tribocharging
+    double shearModulus = 1e8; ///< Pa
+    double density = 2500.0;   ///< kg/m^3
+    double workFunction = 0.0; ///< for tribocharging
     qint32 type = eBulkMaterial;
 };
 

@@ -54,10 +54,10 @@ quint32 reduceParticleFields(quint32 fields, quint32 particleMask);
 struct CSphere
 {
     QString name;
-    C3DPoint position;              ///< in the particle's frame, m
-    double contactRadius = 0.001;   ///< m
-    double physicalRadius = 0.001;  ///< m
-    bool radiiDiffer = false;       ///< derived, never stored
+    C3DPoint position;             ///< in the particle's frame, m
+    double contactRadius = 0.001;  ///< m
+    double physicalRadius = 0.001; ///< m
+    bool radiiDiffer = false;      ///< derived, never stored
 
     /// Sets both radii and derives radiiDiffer by the fuzzy test.
     void setRadii(double contact, double physical);
@@ -124,7 +124,7 @@ public:
     void swapContents(CParticleType& other);
 
     // The definition.
-    std::string name;    ///< always set together with displayName
+    std::string name; ///< always set together with displayName
     QString displayName;
     QString materialName;
     qint32 surfaceBased = 1;
@@ -140,8 +140,8 @@ public:
     // The store, one element per slot.
     std::vector<qint32> ids; ///< 1 or more: a live particle's id; below 1: a free slot, see releaseSlot
     std::vector<double> scale;
-    std::vector<C3DVector> velocity;        ///< m/s
-    std::vector<C3DPoint> position;         ///< m
+    std::vector<C3DVector> velocity; ///< m/s
+    std::vector<C3DPoint> position;  ///< m
     std::vector<CQuaternion> orientation;
     std::vector<C3DVector> angularVelocity; ///< rad/s
     std::vector<ForceTorque> forceTorque;
@@ -152,10 +152,10 @@ public:
     std::vector<C3DPoint> spherePositions;  ///< m, per sphere; empty until placed, see updateSpherePositions
     CParticleTypeElectrostatic electrostatic;
     CCustomPropertyData customProperties;
-    quint32 dataMask = 0;  ///< EParticleField: which arrays hold data
-    C3DPoint gravity;      ///< a copy of the creator's, m/s^2
+    quint32 dataMask = 0; ///< EParticleField: which arrays hold data
+    C3DPoint gravity;     ///< a copy of the creator's, m/s^2
 
-    qint32 firstFree = 0;  ///< complement of the first free slot's index; 0: none
+    qint32 firstFree = 0; ///< complement of the first free slot's index; 0: none
     quint32 freeCount = 0;
 
 private:

@@ -10,8 +10,7 @@ class CHertzMindlinNoSlipContactModelParamData : public CRollingFrictionParamDat
 public:
     explicit CHertzMindlinNoSlipContactModelParamData(quint32 modelType)
         : CRollingFrictionParamData(modelType), modelType(modelType)
-    {
-    }
+    {}
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 

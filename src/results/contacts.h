@@ -26,8 +26,7 @@ public:
     /// \param propertyManager  of the contact properties; not owned
     CContactsBase(CCustomPropertyManager* propertyManager, CCollisionsBase& activeCollisions)
         : customProperties(propertyManager), activeCollisions(activeCollisions)
-    {
-    }
+    {}
     virtual ~CContactsBase() = default;
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;

@@ -34,11 +34,11 @@ public:
     std::string name; ///< letters, round brackets, blanks and hyphens
     unsigned int dataType;
     unsigned int numberOfElements;
-    unsigned int unitsType;             ///< the quantity
-    std::vector<double> initialValues;  ///< one for each element of a double property
-    std::vector<bool> initialFlags;     ///< one for each element of a boolean property
-    unsigned int id;                    ///< goes up with every construction in the process
-    unsigned int referenceCount = 0;    ///< models and other users that depend on the property
+    unsigned int unitsType;            ///< the quantity
+    std::vector<double> initialValues; ///< one for each element of a double property
+    std::vector<bool> initialFlags;    ///< one for each element of a boolean property
+    unsigned int id;                   ///< goes up with every construction in the process
+    unsigned int referenceCount = 0;   ///< models and other users that depend on the property
 };
 
 } // namespace NBrenmark

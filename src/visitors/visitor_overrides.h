@@ -9,6 +9,7 @@
 //   both       empty body       its own form      its own form
 //   nothing    empty body       -                 -
 
+// clang-format off
 #define BRENMARK_PLAIN_all(declaration) declaration;
 #define BRENMARK_PLAIN_creator(declaration) declaration {}
 #define BRENMARK_PLAIN_timestep(declaration) declaration {}
@@ -26,3 +27,4 @@
 #define BRENMARK_TIMESTEP_timestep(declaration) declaration;
 #define BRENMARK_TIMESTEP_both(declaration) declaration;
 #define BRENMARK_TIMESTEP_nothing(declaration)
+// clang-format on

@@ -26,6 +26,8 @@ void writeObject(CDemDataStream& stream, CSimulationData& object);
 
 namespace NHdf5Family {
 std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
+/// As above, below the groups of the file's roots. Exceptions of the HDF5 interface leave these doors as
+/// std::runtime_error with their detail message: nothing outside knows that library.
 void readObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object);
 void writeObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object);
 } // namespace NHdf5Family

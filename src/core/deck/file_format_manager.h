@@ -60,14 +60,14 @@ public:
     virtual bool createSimulation(const QString& path, SSimulationFrame& frame, bool switchToNew,
                                   TimestepIndex& index) = 0;
 
-    quint32 timestepCount = 0;      ///< saved timesteps of the open deck
-    SSaveOptions& writeOptions;     ///< the simulation's; not owned
-    SSaveOptions& readOptions;      ///< the simulation's; not owned
-    quint32 firstVersion;           ///< created the deck
-    quint32 lastVersion;            ///< wrote it last
-    quint32 edition;                ///< word of the header; 1
+    quint32 timestepCount = 0;          ///< saved timesteps of the open deck
+    SSaveOptions& writeOptions;         ///< the simulation's; not owned
+    SSaveOptions& readOptions;          ///< the simulation's; not owned
+    quint32 firstVersion;               ///< created the deck
+    quint32 lastVersion;                ///< wrote it last
+    quint32 edition;                    ///< word of the header; 1
     bool creatorRewritePending = false; ///< the next append writes a creator block even if nothing changed
-    QString fileName;               ///< of the open deck's first file
+    QString fileName;                   ///< of the open deck's first file
 
 protected:
     /// Count, versions, edition and name, not the pending flag.

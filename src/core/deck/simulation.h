@@ -2,6 +2,7 @@
 // The open deck of the process: its settings, its configuration, the list of its saved timesteps
 // and two frames into which timesteps are loaded.
 
+#include "core/deck/background_simulation_reader.h"
 #include "core/deck/io_manager.h"
 #include "core/deck/simulation_frame.h"
 
@@ -64,11 +65,13 @@ public:
     std::array<std::unique_ptr<SSimulationFrame>, 2> frames;
     SSaveOptions writeOptions; ///< what a writer is to store
     SSaveOptions readOptions;  ///< what a reader found or is to fetch
+    CBackgroundSimulationReader backgroundReader{*this};
 
 private:
     void clearSimulation();
+    /// Brings an open or half-open deck back to closed: an index of one empty entry, default settings.
     void resetSimulation();
-    bool loadCompanions(IProgressController* progress, int& code);
+    int loadCompanions(IProgressController* progress);
 };
 
 } // namespace NBrenmark

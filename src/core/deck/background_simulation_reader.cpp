@@ -1,0 +1,31 @@
+#include "core/deck/background_simulation_reader.h"
+
+#include "core/deck/simulation.h"
+
+#include <QCoreApplication>
+
+namespace NBrenmark {
+
+CBackgroundSimulationReader::CBackgroundSimulationReader(CSimulation& simulation) : simulation(simulation) {}
+
+// Registered once in the process: numbers of events run out, and each conversion builds a simulation anew.
+QEvent::Type CBackgroundSimulationReader::successEvent()
+{
+    static const int type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(type);
+}
+
+QEvent::Type CBackgroundSimulationReader::failureEvent()
+{
+    static const int type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(type);
+}
+
+void CBackgroundSimulationReader::run()
+{
+    const bool loaded = simulation.goToTimestep(timestep, eIntoBackFrame);
+    if (receiver)
+        QCoreApplication::postEvent(receiver, new QEvent(loaded ? successEvent() : failureEvent()));
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,31 @@
+#include "core/deck/file_format_manager.h"
+
+#include "core/deck/simulation.h"
+
+namespace NBrenmark {
+
+namespace {
+
+constexpr quint32 writtenEdition = 1;
+
+} // namespace
+
+IFileFormatManager::IFileFormatManager(CSimulation& simulation)
+    : writeOptions(simulation.writeOptions),
+      readOptions(simulation.readOptions),
+      firstVersion(currentFileVersion()),
+      lastVersion(currentFileVersion()),
+      edition(writtenEdition),
+      simulation(simulation)
+{}
+
+void IFileFormatManager::resetFileState()
+{
+    timestepCount = 0;
+    firstVersion = currentFileVersion();
+    lastVersion = currentFileVersion();
+    edition = writtenEdition;
+    fileName.clear();
+}
+
+} // namespace NBrenmark

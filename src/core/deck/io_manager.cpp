@@ -1,0 +1,42 @@
+#include "core/deck/io_manager.h"
+
+#include "core/deck/deck_files.h"
+#include "core/deck/file_families.h"
+
+namespace NBrenmark {
+
+CIoManager::~CIoManager() = default;
+
+void CIoManager::createManagers(CSimulation& simulation)
+{
+    legacyManager = NLegacyFamily::makeManager(simulation);
+    hdf5Manager = NHdf5Family::makeManager(simulation);
+    activeManager = hdf5Manager.get();
+}
+
+bool CIoManager::selectManager(const QString& path)
+{
+    switch (detectFormat(path)) {
+    case eFormatLegacy: activeManager = legacyManager.get(); return true;
+    case eFormatHdf5: activeManager = hdf5Manager.get(); return true;
+    case eFormatUnknown: break;
+    }
+    return false;
+}
+
+quint32 CIoManager::timestepCount() const { return activeManager->timestepCount; }
+
+int CIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIndex& index, bool regenerateIndex)
+{
+    return activeManager->open(path, frame, index, regenerateIndex);
+}
+
+bool CIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, bool restorePosition,
+                              IProgressController* progress)
+{
+    return activeManager->readTimestep(frame, index, restorePosition, progress);
+}
+
+void CIoManager::reset() { activeManager->reset(); }
+
+} // namespace NBrenmark

@@ -1,0 +1,119 @@
+#include "core/deck/serialiser.h"
+
+#include "core/deck/file_families.h"
+#include "core/log.h"
+#include "core/progress.h"
+#include "core/stop_flag.h"
+#include "core/timer.h"
+
+#include <QElapsedTimer>
+
+#include <exception>
+#include <stdexcept>
+
+namespace NBrenmark {
+
+namespace {
+
+constexpr qint64 longestReadMs = 1200000; // 20 minutes
+constexpr unsigned long readPollMs = 1000;
+constexpr unsigned long writePollMs = 2000;
+
+CSimDataSerialiser* serialiserAtWork = nullptr;
+
+} // namespace
+
+CSimDataSerialiser* currentSerialiser() { return serialiserAtWork; }
+
+CSimDataSerialiser::CSimDataSerialiser(SSaveOptions& options) : options(options) { serialiserAtWork = this; }
+
+CSimDataSerialiser::~CSimDataSerialiser()
+{
+    if (serialiserAtWork == this)
+        serialiserAtWork = nullptr;
+}
+
+void CSimDataSerialiser::run()
+{
+    clearStop();
+    errorFlag = false;
+    errorText.clear();
+    CTimer timer;
+    timer.start();
+    try {
+        move();
+    }
+    catch (const CReadStopped&) {
+        errorFlag = true;
+        errorText = "The read was stopped.";
+    }
+    catch (const std::exception& error) {
+        errorFlag = true;
+        errorText = QString::fromUtf8(error.what());
+    }
+    // No other exception is meant to come here, but a worker must not take the host down with it.
+    catch (...) {
+        errorFlag = true;
+        errorText = "An unknown error occurred.";
+    }
+    timer.stop();
+    logMessage(ePerf, "Serialiser", std::to_string(timer.elapsedSeconds()) + " s");
+}
+
+bool CSimDataReader::runAndWait(IProgressController* progress)
+{
+    QElapsedTimer clock;
+    clock.start();
+    bool givenUp = false;
+    start(QThread::InheritPriority);
+    while (!isFinished()) {
+        const bool cancelled = [&] {
+            if (!progress)
+                return false;
+            progress->tick(1);
+            return progress->cancelState() == eCancel;
+        }();
+        if (cancelled || clock.elapsed() > longestReadMs) {
+            // The read leaves by itself at its next test of the flag: killed, it would keep its files
+            // and the lock of the HDF5 library.
+            requestStop();
+            wait();
+            givenUp = true;
+            break;
+        }
+        wait(readPollMs); // ends as soon as the thread does
+    }
+    flushLogModules();
+    return !givenUp && !errorFlag;
+}
+
+bool CSimDataWriter::runAndWait()
+{
+    start(QThread::InheritPriority);
+    while (!wait(writePollMs)) {
+    }
+    flushLogModules();
+    return !errorFlag;
+}
+
+void CSimDataReader::move()
+{
+    switch (format) {
+    case eLegacyStream: NLegacyFamily::readObject(*stream, *object); return;
+    case eHdf5File: NHdf5Family::readObject(*hdf5File, options, *object); return;
+    case eNoFormat: break;
+    }
+    throw std::logic_error("Io format for read not set.");
+}
+
+void CSimDataWriter::move()
+{
+    switch (format) {
+    case eLegacyStream: NLegacyFamily::writeObject(*stream, *object); return;
+    case eHdf5File: NHdf5Family::writeObject(*hdf5File, options, *object); return;
+    case eNoFormat: break;
+    }
+    throw std::logic_error("Io format for write not set.");
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,50 @@
+#include "core/messages.h"
+
+#include <QCoreApplication>
+
+#include <array>
+
+namespace NBrenmark {
+
+namespace {
+
+struct SMessageSource
+{
+    const char* context;
+    const char* text;
+};
+
+// In the order of EMessage.
+constexpr std::array<SMessageSource, eMessageCount> sources = {{
+    {"Generic", QT_TRANSLATE_NOOP("Generic", "Could not initialise application.")},
+    {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "Converting simulation %1 to %2.")},
+    {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "Failed to convert simulation %1.")},
+    {"FileOperations",
+     QT_TRANSLATE_NOOP("FileOperations", "Failed to write new data (Reason: Could not write ess data)")},
+    {"FileOperations",
+     QT_TRANSLATE_NOOP("FileOperations", "Failed to write new data (Reason: Could not write configuration data)")},
+    {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "Could not copy file\n    Source: %1\n    Destination %2")},
+}};
+
+std::array<QString, eMessageCount>& texts()
+{
+    static std::array<QString, eMessageCount> translated;
+    return translated;
+}
+
+} // namespace
+
+void refreshMessages()
+{
+    for (size_t i = 0; i < sources.size(); ++i)
+        texts()[i] = QCoreApplication::translate(sources[i].context, sources[i].text);
+}
+
+const QString& messageText(EMessage message)
+{
+    if (texts()[message].isNull())
+        refreshMessages();
+    return texts()[message];
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,25 @@
+#pragma once
+// The texts that a user gets to read as results, in the language of the moment.
+
+#include <QString>
+
+namespace NBrenmark {
+
+enum EMessage
+{
+    eMessageNotInitialised,   ///< context "Generic", all others "FileOperations"
+    eMessageConverting,       ///< %1 input path, %2 output path
+    eMessageConversionFailed, ///< %1 input path
+    eMessageSettingsNotWritten,
+    eMessageConfigurationNotWritten,
+    eMessageCopyFailed, ///< %1 source, %2 destination
+    eMessageCount
+};
+
+/// Translates the whole table anew. Each conversion begins with it.
+void refreshMessages();
+
+/// A text as the last refresh translated it.
+const QString& messageText(EMessage message);
+
+} // namespace NBrenmark

@@ -1,0 +1,52 @@
+#!/usr/bin/env python3
+"""Checks that the manual page and the README tell of the options that the command line has, and of no others.
+
+Usage: manual.py ROOT brenmark
+"""
+import os
+import re
+import subprocess
+import sys
+
+COMMANDS = ("convert", "check", "info", "dump", "verify")
+OPTION = re.compile(r"(?<![\w-])--[a-z][a-z-]*[a-z]")
+EVERYWHERE = {"--help", "--version"}
+
+
+def options(text):
+    return set(OPTION.findall(text)) - EVERYWHERE
+
+
+def manual_sections(page):
+    """The text under each .SS heading of a page, by the heading's first word."""
+    sections = {}
+    for part in re.split(r"^\.SS ", page.replace(r"\-", "-"), flags=re.MULTILINE)[1:]:
+        heading, _, body = part.partition("\n")
+        sections[heading.split()[0]] = re.split(r"^\.SH ", body, flags=re.MULTILINE)[0]
+    return sections
+
+
+def main():
+    root, program = sys.argv[1:3]
+    with open(os.path.join(root, "docs", "brenmark.1"), encoding="utf-8") as page:
+        sections = manual_sections(page.read())
+    with open(os.path.join(root, "README.md"), encoding="utf-8") as readme:
+        rows = dict(re.findall(r"^\| `brenmark (\w+)[^`]*` \|(.*)$", readme.read(), flags=re.MULTILINE))
+
+    complaints = []
+    for command in COMMANDS:
+        helped = subprocess.run([program, command, "--help"], check=True, capture_output=True, text=True)
+        known = options(helped.stdout)
+        told = options(sections.get(command, ""))
+        complaints += [f"docs/brenmark.1: {command} {name} is missing" for name in sorted(known - told)]
+        complaints += [f"docs/brenmark.1: {command} has no {name}" for name in sorted(told - known)]
+        complaints += [f"README.md: {command} has no {name}" for name in sorted(options(rows.get(command, "")) - known)]
+        if command not in rows:
+            complaints.append(f"README.md: no row for {command}")
+    for complaint in complaints:
+        print(complaint)
+    return 1 if complaints else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -6,4 +6,6 @@ std::string projectFolder() { return BRENMARK_SOURCE_DIR; }
 
 std::string sampleDeck(const std::string& name) { return projectFolder() + "/samples/" + name; }
 
+std::string commandLineProgram() { return std::string(BRENMARK_BINARY_DIR) + "/bin/brenmark"; }
+
 } // namespace NBrenmark

@@ -11,4 +11,7 @@ std::string projectFolder();
 /// Path of a deck of samples/, for example sampleDeck("pile-27.dem"). Tests copy it before they write beside it.
 std::string sampleDeck(const std::string& name);
 
+/// Path of the command line of this build, for tests that run it as a user does.
+std::string commandLineProgram();
+
 } // namespace NBrenmark

@@ -1,0 +1,394 @@
+#include "support/legacy_deck.h"
+
+namespace NBrenmark {
+
+/// Whether blocks of a version have what came with another one. In the old numbering 3 is 20.
+static bool since(quint32 version, quint32 major, quint32 minor, quint32 build)
+{
+    constexpr quint32 oldMajor = 3u << 16;
+    constexpr quint32 newMajor = 20u << 16;
+    const quint32 counted = (version & 0xFFFF0000u) == oldMajor ? version - oldMajor + newMajor : version;
+    return counted >= (major << 16 | minor << 8 | build);
+}
+
+static CBytes triple(const STriple& t) { return CBytes().f64s({t[0], t[1], t[2]}); }
+
+SDeckModel defaultDeckModel() { return {QStringLiteral("Hertz-Mindlin (no slip)"), 0}; }
+
+SDeckCreator::SDeckCreator() : particleParticle{defaultDeckModel()}, particleGeometry{defaultDeckModel()} {}
+
+// ---------------------------------------------------------------- parts of blocks
+
+CBytes stampBytes(quint32 version, const SDeckStamp& stamp)
+{
+    CBytes b;
+    b.u32(version).i32(stamp.reservedWord);
+    if (stamp.reservedWord != 0 && !since(version, 21, 0, 3))
+        b.i32(stamp.branchWord);
+    if (since(version, 20, 0, 18))
+        b.i32(stamp.buildRevision).text(stamp.buildBranch);
+    return b;
+}
+
+CBytes materialBytes(const SDeckMaterial& m)
+{
+    CBytes b;
+    b.text(m.name).f64(m.poissonsRatio).f64(m.shearModulus).f64(m.density).f64(m.workFunction);
+    return b;
+}
+
+CBytes interactionBytes(const SDeckInteraction& i)
+{
+    return CBytes().f64(i.restitution).f64(i.staticFriction).f64(i.rollingFriction);
+}
+
+CBytes customPropertyBytes(const SDeckCustomProperties& properties)
+{
+    CBytes b;
+    b.i32(static_cast<qint32>(properties.lists.size())).i32(properties.itemCount);
+    if (properties.itemCount == 0) // without items the definitions alone stand, and no list follows
+        return b;
+    for (const SDeckValueList& list : properties.lists)
+        b.i32(list.rows).i32(list.width).group(CBytes().rawF64(list.values), list.deflated);
+    return b;
+}
+
+CBytes particleDefinitionBytes(const SDeckParticleType& t)
+{
+    CBytes b;
+    b.u32(3141).text(t.name).text(t.materialName).f64(t.rawMass).f64(t.rawVolume);
+    b += triple(t.rawInertia);
+    b.i32(static_cast<qint32>(t.spheres.size())).i32(t.calcProps);
+    for (const SDeckSphere& s : t.spheres)
+        b.text(s.name).f64(s.contactRadius).f64(s.physicalRadius) += triple(s.position);
+    return b;
+}
+
+CBytes particleRowBytes(const SDeckRows& rows)
+{
+    CBytes b;
+    b.i32(rows.count).i32(rows.fields);
+    if (rows.count != 0 && rows.fields != 0)
+        b.group(rows.arrays, rows.deflated);
+    return b;
+}
+
+CBytes particleTypeBytes(quint32 version, const SDeckParticleType& type)
+{
+    CBytes b = particleDefinitionBytes(type) + particleRowBytes(type.rows);
+    if (since(version, 21, 0, 0))
+        b += customPropertyBytes(type.properties);
+    return b;
+}
+
+CBytes particleTypesBytes(quint32 version, const SDeckParticleTypes& particles)
+{
+    CBytes b;
+    b.u32(8138).i32(particles.maxId).i32(static_cast<qint32>(particles.types.size()));
+    for (const SDeckParticleType& type : particles.types)
+        b += particleTypeBytes(version, type);
+    return b;
+}
+
+CBytes physicsBytes(const SDeckCreator& creator)
+{
+    CBytes b;
+    for (const std::vector<SDeckModel>* chain :
+         {&creator.particleParticle, &creator.particleGeometry, &creator.forces}) {
+        b.i32(static_cast<qint32>(chain->size()));
+        for (const SDeckModel& model : *chain)
+            b.text(model.name).i32(model.kind); // the default model has no parameters of its own
+    }
+    return b;
+}
+
+// ---------------------------------------------------------------- blocks
+
+CBytes creatorBytes(quint32 version, const SDeckCreator& c)
+{
+    CBytes b = stampBytes(version, c.stamp);
+    if (!since(version, 22, 0, 0))
+        b.i32(c.legacyStreamFlag);
+    b += triple(c.gravity);
+    b += triple(c.domainMin) + triple(c.domainMax);
+    b.i32(c.periodic[0]).i32(c.periodic[1]).i32(c.periodic[2]);
+    b += physicsBytes(c);
+    b += particleTypesBytes(version, c.particles);
+    b.i32(static_cast<qint32>(c.materials.size()));
+    for (const SDeckMaterial& material : c.materials)
+        b.text(material.name) += materialBytes(material);
+    b.i32(static_cast<qint32>(c.interactions.size()));
+    for (const SDeckInteraction& interaction : c.interactions)
+        b.text(interaction.key) += interactionBytes(interaction);
+    b.i32(c.geometryGroups);
+    b.text(c.title).i32(c.reservedTitleWord).f64(c.damping).text(c.description);
+    b.i32(c.limits.velocityRestricted).f64(c.limits.velocityLimit);
+    b.i32(c.limits.angularVelocityRestricted).f64(c.limits.angularVelocityLimit);
+    return b;
+}
+
+CBytes timestepHeadBytes(quint32 version, const SDeckTimestep& t)
+{
+    CBytes b = stampBytes(version, t.stamp);
+    if (since(version, 22, 0, 0))
+        b.u32(0xBEEFCAFE).i32(t.isFull).i32(t.timestepMask).i32(t.particleMask).i32(t.geometryMask);
+    else {
+        b.i32(t.fullGeometry);
+        if (t.fullGeometry != 0)
+            b.i32(0); // the groups in creator form begin with their count
+    }
+    return b;
+}
+
+/// A family of collisions with nothing in it: count, flag, and the mask that the family always has.
+static CBytes noCollisionFamily(quint32 mask) { return CBytes().i32(0).i8(0).u32(mask); }
+
+/// Surface to surface all 25 arrays, surface to geometry those up to the triangle's position.
+static constexpr quint32 surfaceCollisionMask = 0x1FFFFFF;
+static constexpr quint32 geometryCollisionMask = 0x3FFFFF;
+
+static CBytes noContactFamily(quint32 version, quint32 collisionMask)
+{
+    CBytes b;
+    b.i32(0).i8(0).i32(255);
+    if (since(version, 20, 0, 17)) {
+        b.i8(0); // collisions aren't active
+        b += noCollisionFamily(collisionMask);
+        b.block(2, CBytes().i32(0).i32(0)); // no records, of no rows
+    }
+    if (since(version, 22, 1, 1))
+        b += customPropertyBytes({});
+    return b;
+}
+
+CBytes noContactsBytes(quint32 version)
+{
+    const CBytes contacts =
+        noContactFamily(version, surfaceCollisionMask) + noContactFamily(version, geometryCollisionMask);
+    CBytes b;
+    if (since(version, 20, 0, 17)) {
+        b.block(3, contacts);
+        b.block(1, noCollisionFamily(surfaceCollisionMask) + noCollisionFamily(geometryCollisionMask));
+    }
+    else
+        b.i32(0) += contacts;
+    if (since(version, 21, 0, 2))
+        b.block(4, CBytes().i32(0).i8(0).i32(0).i8(0));
+    return b;
+}
+
+CBytes timestepTailBytes(quint32 version, const SDeckTimestep& t)
+{
+    CBytes b;
+    b.f64(t.time).f64(t.elapsedTime).i32(t.runNumber).text(t.date);
+    const SDeckEnergy& e = t.energy;
+    b.f64s({e.kinetic, e.potential, e.createdParticles, e.destroyedParticles, e.external, e.lostThroughContacts,
+            e.lostThroughCapping});
+    b += triple(e.totals);
+    b.i32(static_cast<qint32>(t.removed.size()));
+    for (const auto& [name, number] : t.removed)
+        b.text(name).i32(number);
+    if (since(version, 23, 0, 0))
+        b += customPropertyBytes(t.properties);
+    return b;
+}
+
+CBytes timestepBytes(quint32 version, const SDeckTimestep& t)
+{
+    CBytes b = timestepHeadBytes(version, t) + particleTypesBytes(version, t.particles) + noContactsBytes(version);
+    b.i32(t.pluginFactories);
+    return b += timestepTailBytes(version, t);
+}
+
+// ---------------------------------------------------------------- contents
+
+int deckRowBytes(int bit)
+{
+    static const int bytes[] = {4, 24, 24, 32, 24, 8, 56, 56, 56, 0, 0, 8, 24};
+    return bit < 13 ? bytes[bit] : 0;
+}
+
+double deckValue(int firstId, int bit, int row, int component)
+{
+    return firstId + row + 0.125 * component + 1.0 / (bit + 3);
+}
+
+SDeckRows makeDeckRows(int firstId, int count, qint32 fields, bool deflated)
+{
+    SDeckRows rows;
+    rows.count = count;
+    rows.fields = fields;
+    rows.deflated = deflated;
+    std::vector<qint32> ids;
+    for (int row = 0; row < count; ++row)
+        ids.push_back(firstId + row);
+    if (fields & 1)
+        rows.arrays.rawI32(ids);
+    for (int bit = 1; bit < 13; ++bit) {
+        if ((fields & (1 << bit)) == 0)
+            continue;
+        std::vector<double> values;
+        for (int row = 0; row < count; ++row)
+            for (int component = 0; component < deckRowBytes(bit) / 8; ++component)
+                values.push_back(deckValue(firstId, bit, row, component));
+        rows.arrays.rawF64(values);
+    }
+    return rows;
+}
+
+SDeckValueList makeDeckValues(double first, int rows, int width, bool deflated)
+{
+    SDeckValueList list;
+    list.rows = rows;
+    list.width = width;
+    list.deflated = deflated;
+    for (int i = 0; i < rows * width; ++i)
+        list.values.push_back(first + i);
+    return list;
+}
+
+static SDeckParticleTypes sampleTypes()
+{
+    SDeckParticleType ball;
+    ball.name = QStringLiteral("Ball");
+    ball.materialName = QStringLiteral("glass");
+    ball.spheres = {{QStringLiteral("surface 0"), 0.0016, 0.0015, {0.0, 0.0, 0.0}}};
+    SDeckParticleType oval;
+    oval.name = QStringLiteral("Oval (größer)");
+    oval.materialName = QStringLiteral("seed");
+    oval.rawMass = 2e-5;
+    oval.rawInertia = {2e-12, 3e-12, 4e-12};
+    oval.calcProps = 0;
+    oval.spheres = {{QStringLiteral("left"), 0.001, 0.001, {-0.0005, 0.0, 0.0}},
+                    {QStringLiteral("right"), 0.0011, 0.001, {0.0005, 0.0, 0.0}}};
+    SDeckParticleTypes particles;
+    particles.types = {ball, oval};
+    return particles;
+}
+
+SDeckCreator sampleCreator()
+{
+    SDeckCreator c;
+    c.periodic = {0, 1, 0};
+    c.particles = sampleTypes();
+    c.materials = {{QStringLiteral("glass"), 0.3, 1.9e6, 2500.0, 4.5},
+                   {QStringLiteral("seed"), 0.25, 3.2e6, 1400.0, 0.0}};
+    c.interactions = {{QStringLiteral("glass~glass"), 0.5, 0.5, 0.02},
+                      {QStringLiteral("glass~seed"), 0.45, 0.4, 0.02},
+                      {QStringLiteral("seed~seed"), 0.4, 0.35, 0.02}};
+    c.title = QStringLiteral("Kiste");
+    c.damping = 0.25;
+    c.limits = {1, 12.5, 0, 80.0};
+    return c;
+}
+
+SDeckTimestep sampleTimestep(double time)
+{
+    SDeckTimestep t;
+    t.particles = sampleTypes();
+    t.particles.maxId = 72;
+    t.particles.types[0].rows = makeDeckRows(1, 60, deckFields, true);
+    t.particles.types[1].rows = makeDeckRows(61, 12);
+    t.time = time;
+    t.elapsedTime = 100.0 * time;
+    t.runNumber = 3;
+    t.energy = {1.5, 2.5, 3.5, 4.5, 5.5, 6.5, 7.5, {8.5, 9.5, 10.5}};
+    t.removed = {{QStringLiteral("Oval (größer)"), 2}, {QStringLiteral("Ball"), 1}};
+    return t;
+}
+
+// ---------------------------------------------------------------- the files
+
+CLegacyDeck::CLegacyDeck(quint32 version) : version(version), firstVersion(version), lastVersion(version), segments(1)
+{}
+
+CBytes CLegacyDeck::header() const
+{
+    const int count = announcedTimesteps >= 0 ? announcedTimesteps : static_cast<int>(timesteps.size());
+    CBytes b;
+    return b.u32(firstVersion).u32(lastVersion).i32(count).u32(reservedFlag).u32(0).u32(0).u32(0).u32(edition);
+}
+
+SDeckPlace CLegacyDeck::append(const CBytes& block)
+{
+    SDeckPlace place;
+    place.segment = static_cast<quint32>(segments.size() - 1);
+    place.offset = static_cast<quint64>(segments.back().size() + (place.segment == 0 ? header().size() : 0));
+    place.size = static_cast<quint64>(block.size());
+    segments.back() += block;
+    return place;
+}
+
+CLegacyDeck& CLegacyDeck::creator(const SDeckCreator& creator)
+{
+    CBytes block;
+    block.text(QStringLiteral("class CGenericData")) += creatorBytes(version, creator);
+    creators.push_back(append(block));
+    return *this;
+}
+
+CLegacyDeck& CLegacyDeck::timestep(const SDeckTimestep& timestep)
+{
+    const SDeckPlace& model = creators.at(creators.size() - 1);
+    CBytes block;
+    if (timestep.shortOffset)
+        block.text(QStringLiteral("class CTimestepData")).u32(model.segment).u32(static_cast<quint32>(model.offset));
+    else
+        block.text(QStringLiteral("class CTimestepData64")).u32(model.segment).u64(model.offset);
+    block += timestepBytes(version, timestep);
+    timesteps.push_back(append(block));
+    entries.push_back({timestep.time, timestep.isFull});
+    return *this;
+}
+
+CLegacyDeck& CLegacyDeck::nextSegment()
+{
+    segments.emplace_back();
+    return *this;
+}
+
+CBytes CLegacyDeck::index() const
+{
+    CBytes b;
+    b.u32(static_cast<quint32>(timesteps.size()));
+    for (std::size_t i = 0; i < timesteps.size(); ++i) {
+        b.f64(entries[i].time).u32(timesteps[i].segment);
+        if (lastVersion < makeVersion(20, 0, 22))
+            b.u32(static_cast<quint32>(timesteps[i].offset));
+        else
+            b.u64(timesteps[i].offset);
+        if (lastVersion >= makeVersion(22, 0, 0))
+            b.i32(entries[i].isFull);
+    }
+    return b;
+}
+
+CBytes CLegacyDeck::segment(int number) const
+{
+    const CBytes& blocks = segments.at(static_cast<std::size_t>(number));
+    return number == 0 ? header() + blocks : blocks;
+}
+
+QString CLegacyDeck::write(const QString& folder, const QString& name) const
+{
+    const QString path = folder + '/' + name + ".dem";
+    for (int number = 0; number < segmentCount(); ++number)
+        segment(number).toFile(number == 0 ? path : path + ".scn." + QString::number(number));
+    index().toFile(folder + '/' + name + ".idx");
+    return path;
+}
+
+CLegacyDeck sampleDeckOf(quint32 version, bool modelChanges)
+{
+    SDeckCreator model = sampleCreator();
+    CLegacyDeck deck(version);
+    deck.creator(model).timestep(sampleTimestep(0.1)).timestep(sampleTimestep(0.2));
+    if (modelChanges) {
+        model.title = QStringLiteral("Kiste, verändert");
+        deck.creator(model);
+    }
+    deck.timestep(sampleTimestep(0.3));
+    return deck;
+}
+
+} // namespace NBrenmark

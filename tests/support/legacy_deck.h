@@ -1,0 +1,273 @@
+#pragma once
+// Whole legacy decks, built byte by byte for file versions 20.0.16 (or 3.0.16) to 27.0.3: what readers are held
+// against. The records below say what a deck holds, the functions what that looks like on disk in a
+// version; nothing here knows the library's own forms.
+
+#include "support/bytes.h"
+
+#include "core/version.h"
+
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace NBrenmark {
+
+using STriple = std::array<double, 3>;
+
+// ---------------------------------------------------------------- what a deck holds
+
+struct SDeckMaterial
+{
+    QString name;
+    double poissonsRatio = 0.3;
+    double shearModulus = 1e7;
+    double density = 2500.0;
+    double workFunction = 0.0;
+};
+
+struct SDeckInteraction
+{
+    QString key;
+    double restitution = 0.5;
+    double staticFriction = 0.5;
+    double rollingFriction = 0.01;
+};
+
+/// The stored values of one custom property.
+struct SDeckValueList
+{
+    int rows = 0;
+    int width = 1;
+    std::vector<double> values; ///< row by row
+    bool deflated = false;
+};
+
+/// Custom properties as one owner stores them.
+struct SDeckCustomProperties
+{
+    std::vector<SDeckValueList> lists;
+    int itemCount = 0;
+};
+
+struct SDeckSphere
+{
+    QString name;
+    double contactRadius = 0.001;
+    double physicalRadius = 0.001;
+    STriple position{};
+};
+
+/// The fields word of current decks: bits 0 to 8, and 13 for which nothing is stored.
+constexpr qint32 deckFields = 0x21FF;
+
+/// Particles of one type: their arrays one after the other, as the fields word announces them.
+struct SDeckRows
+{
+    int count = 0;
+    qint32 fields = deckFields;
+    CBytes arrays;
+    bool deflated = false;
+};
+
+struct SDeckParticleType
+{
+    QString name;
+    QString materialName;
+    double rawMass = 1e-5;
+    double rawVolume = 4e-9;
+    STriple rawInertia{1e-12, 1e-12, 1e-12};
+    int calcProps = 1;
+    std::vector<SDeckSphere> spheres;
+    SDeckRows rows;
+    SDeckCustomProperties properties;
+};
+
+struct SDeckParticleTypes
+{
+    int maxId = 0;
+    std::vector<SDeckParticleType> types;
+};
+
+/// The head of a stored object. branchWord is there if reservedWord isn't 0, below 21.0.3.
+struct SDeckStamp
+{
+    qint32 reservedWord = 0;
+    qint32 branchWord = 0;
+    qint32 buildRevision = 28438;
+    QString buildBranch = QStringLiteral("Brenmark/trunk");
+};
+
+struct SDeckModel
+{
+    QString name;
+    int kind = 0;
+};
+
+struct SDeckLimits
+{
+    int velocityRestricted = 0;
+    double velocityLimit = 0.0;
+    int angularVelocityRestricted = 0;
+    double angularVelocityLimit = 0.0;
+};
+
+struct SDeckCreator
+{
+    SDeckStamp stamp;
+    int legacyStreamFlag = 0;
+    STriple gravity{0.0, 0.0, -9.81};
+    STriple domainMin{-0.05, -0.05, -0.01};
+    STriple domainMax{0.05, 0.05, 0.21};
+    std::array<int, 3> periodic{};
+    std::vector<SDeckModel> particleParticle; ///< defaultDeckModel unless told otherwise
+    std::vector<SDeckModel> particleGeometry;
+    std::vector<SDeckModel> forces;
+    SDeckParticleTypes particles;
+    std::vector<SDeckMaterial> materials;
+    std::vector<SDeckInteraction> interactions;
+    int geometryGroups = 0; ///< only the count is written: more than 0 makes a deck that must be refused
+    QString title = QStringLiteral("Title");
+    qint32 reservedTitleWord = 3;
+    double damping = 0.0;
+    QString description = QStringLiteral("Description");
+    SDeckLimits limits;
+
+    SDeckCreator();
+};
+
+struct SDeckEnergy
+{
+    double kinetic = 0.0;
+    double potential = 0.0;
+    double createdParticles = 0.0;
+    double destroyedParticles = 0.0;
+    double external = 0.0;
+    double lostThroughContacts = 0.0;
+    double lostThroughCapping = 0.0;
+    STriple totals{}; ///< the three behind the current value
+};
+
+struct SDeckTimestep
+{
+    SDeckStamp stamp;
+    int isFull = 1;
+    qint32 timestepMask = 255;
+    qint32 particleMask = 47;
+    qint32 geometryMask = 41;
+    int fullGeometry = 0; ///< the empty list of groups is stored in creator form
+    SDeckParticleTypes particles;
+    int pluginFactories = 0; ///< only the count is written
+    double time = 0.0;
+    double elapsedTime = 0.0;
+    int runNumber = 1;
+    QString date = QStringLiteral("17/03/18");
+    SDeckEnergy energy;
+    std::vector<std::pair<QString, int>> removed; ///< in the order of the file: from the greatest name down
+    SDeckCustomProperties properties;
+    bool shortOffset = false; ///< stored under the older name, with a creator offset of four bytes
+};
+
+// ---------------------------------------------------------------- what that looks like on disk
+
+/// The model that a deck has where nothing else was chosen.
+SDeckModel defaultDeckModel();
+
+CBytes stampBytes(quint32 version, const SDeckStamp& stamp);
+/// Behind the key of the material map.
+CBytes materialBytes(const SDeckMaterial& material);
+CBytes interactionBytes(const SDeckInteraction& interaction);
+CBytes customPropertyBytes(const SDeckCustomProperties& properties);
+/// From the marker of a type to the last of its spheres.
+CBytes particleDefinitionBytes(const SDeckParticleType& type);
+CBytes particleRowBytes(const SDeckRows& rows);
+CBytes particleTypeBytes(quint32 version, const SDeckParticleType& type);
+CBytes particleTypesBytes(quint32 version, const SDeckParticleTypes& particles);
+CBytes physicsBytes(const SDeckCreator& creator);
+
+/// Behind the name of a creator block.
+CBytes creatorBytes(quint32 version, const SDeckCreator& creator);
+
+/// From the stamp of a timestep to the particle types, exclusive.
+CBytes timestepHeadBytes(quint32 version, const SDeckTimestep& timestep);
+/// Contacts, collisions and bonds, none of each, and the count of plug-in factories.
+CBytes noContactsBytes(quint32 version);
+/// From the time on.
+CBytes timestepTailBytes(quint32 version, const SDeckTimestep& timestep);
+/// Behind the creator pair of a timestep block.
+CBytes timestepBytes(quint32 version, const SDeckTimestep& timestep);
+
+/// Bytes that a row takes in the array of a fields bit; 0 for a bit without an array.
+int deckRowBytes(int bit);
+/// What makeDeckRows puts in a place: all values of a deck differ.
+double deckValue(int firstId, int bit, int row, int component);
+/// Particles with the ids from firstId on, every array of the fields filled by deckValue.
+SDeckRows makeDeckRows(int firstId, int count, qint32 fields = deckFields, bool deflated = false);
+SDeckValueList makeDeckValues(double first, int rows, int width, bool deflated = false);
+
+/// A small deck's model: two materials, their interactions, two particle types without particles.
+SDeckCreator sampleCreator();
+/// A timestep of sampleCreator's types with some particles, energies and removed particles.
+SDeckTimestep sampleTimestep(double time);
+
+// ---------------------------------------------------------------- the files
+
+/// Where a block stands.
+struct SDeckPlace
+{
+    quint32 segment = 0;
+    quint64 offset = 0; ///< of the block's name
+    quint64 size = 0;
+};
+
+/// A deck that grows block by block and is written out as a family of files.
+class CLegacyDeck
+{
+public:
+    explicit CLegacyDeck(quint32 version);
+
+    /// Adds a creator block. Timesteps that follow belong to it.
+    CLegacyDeck& creator(const SDeckCreator& creator);
+    /// Adds a timestep block and its index entry.
+    CLegacyDeck& timestep(const SDeckTimestep& timestep);
+    /// What follows goes to the next .scn file.
+    CLegacyDeck& nextSegment();
+
+    /// The version of the blocks, and of the header unless those are set.
+    quint32 version;
+    quint32 firstVersion;
+    quint32 lastVersion;
+    quint32 reservedFlag = 0;
+    quint32 edition = 1;
+    int announcedTimesteps = -1; ///< the header's count if it shall differ from what there is
+
+    CBytes header() const;
+    CBytes index() const;
+    /// 0 is the .dem file, header included.
+    CBytes segment(int number) const;
+    int segmentCount() const { return static_cast<int>(segments.size()); }
+    const std::vector<SDeckPlace>& creatorPlaces() const { return creators; }
+    const std::vector<SDeckPlace>& timestepPlaces() const { return timesteps; }
+
+    /// Writes name.dem, its segments and name.idx; gives the path of name.dem.
+    QString write(const QString& folder, const QString& name) const;
+
+private:
+    struct SEntry
+    {
+        double time = 0.0;
+        int isFull = 1;
+    };
+
+    SDeckPlace append(const CBytes& block);
+
+    std::vector<CBytes> segments;
+    std::vector<SDeckPlace> creators;
+    std::vector<SDeckPlace> timesteps;
+    std::vector<SEntry> entries;
+};
+
+/// Three timesteps of a small deck: one creator block, or another one in front of the third.
+CLegacyDeck sampleDeckOf(quint32 version, bool modelChanges = false);
+
+} // namespace NBrenmark

@@ -1,0 +1,101 @@
+#include "model/particle_types.h"
+#include "io/text/text_writer.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace NBrenmark {
+
+namespace {
+
+/// The ids with every free slot as 0: which number below 1 a free slot holds only says in what order
+/// the slots were released, and no family keeps that.
+std::vector<qint32> idsWithoutLinks(const std::vector<qint32>& ids)
+{
+    std::vector<qint32> plain(ids);
+    for (qint32& id : plain)
+        id = std::max(id, 0);
+    return plain;
+}
+
+/// Whether a list of custom properties holds just these numbers, so that nothing else has to tell them.
+template <class T>
+bool heldByProperty(const CParticleType& type, const char* property, const std::vector<T>& rows)
+{
+    for (const auto& list : type.customProperties.lists) {
+        if (list->metaData().name != property)
+            continue;
+        const size_t bytes = rows.size() * sizeof(T);
+        return list->values.size() * sizeof(double) == bytes &&
+               (bytes == 0 || std::memcmp(list->values.data(), rows.data(), bytes) == 0);
+    }
+    return false;
+}
+
+} // namespace
+
+void CTextWriter::writeParticleTypes(const CParticleTypes& types)
+{
+    out.value("maxId", types.maxId);
+    CListSegments segments;
+    qint32 index = 0;
+    for (const auto& type : types.types) {
+        out.group(segments.next(type->name), [&] {
+            out.value("index", index++);
+            type->write(*this);
+        });
+    }
+}
+
+void CTextWriter::writeParticleType(const CParticleType& t)
+{
+    out.value("name", t.displayName);
+    out.value("materialName", t.materialName);
+    out.value("surfaceBased", t.surfaceBased);
+    out.value("autoCenterParticle", t.autoCenterParticle);
+    out.value("templateName", t.templateName);
+    out.value("autoProperties", t.autoProperties);
+    out.value("rawMass", t.rawMass);
+    out.value("rawVolume", t.rawVolume);
+    out.value("rawInertia", t.rawInertia);
+    out.value("calculateProperties", t.calculateProperties);
+    out.group("spheres", [&] {
+        for (size_t i = 0; i < t.spheres.size(); ++i) {
+            out.group(std::to_string(i), [&, &sphere = t.spheres[i]] {
+                out.value("name", sphere.name);
+                out.value("position", sphere.position);
+                out.value("contactRadius", sphere.contactRadius);
+                out.value("physicalRadius", sphere.physicalRadius);
+            });
+        }
+    });
+
+    // What follows from the rest isn't shown: the flags of live slots, the places of single spheres,
+    // the copy of the model's gravity. The word of stored fields is the file's: an array that the file
+    // doesn't hold is zero.
+    out.stored("dataMask", t.dataMask);
+    out.value("slots", t.slotCount());
+    out.value("particles", t.liveCount());
+    out.array("ids", idsWithoutLinks(t.ids));
+    out.array("scale", t.scale);
+    out.array("velocity", t.velocity);
+    out.array("position", t.position);
+    out.array("orientation", t.orientation);
+    out.array("angularVelocity", t.angularVelocity);
+    out.array("forceTorque", t.forceTorque);
+    out.array("unscaledForceTorque", t.unscaledForceTorque);
+    out.array("externalForceTorque", t.externalForceTorque);
+    out.array("creationTime", t.creationTime);
+
+    // Old decks store charges beside the particles. They live on as custom properties; those that
+    // didn't find one are told here.
+    const CParticleTypeElectrostatic& e = t.electrostatic;
+    if ((t.dataMask & eCharge) && !heldByProperty(t, "Charge", e.charge))
+        out.array("charge", e.charge);
+    if ((t.dataMask & eElectrostaticForce) && !heldByProperty(t, "Electrostatic Force", e.electrostaticForce))
+        out.array("electrostaticForce", e.electrostaticForce);
+
+    t.customProperties.write(*this);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,19 @@
+#include "results/custom_property_data.h"
+#include "io/text/text_writer.h"
+
+namespace NBrenmark {
+
+void CTextWriter::writeCustomPropertyManager(const CCustomPropertyData& data)
+{
+    out.group("properties", [&] {
+        for (const auto& list : data.lists)
+            out.group(NText::segment(list->metaData().name), [&] { list->write(*this); });
+    });
+}
+
+void CTextWriter::writeCustomPropertyData(const CCustomPropertyValueList& list)
+{
+    out.arrayHere(list.values, list.itemCount(), list.elementsPerItem());
+}
+
+} // namespace NBrenmark

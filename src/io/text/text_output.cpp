@@ -1,0 +1,101 @@
+#include "io/text/text_output.h"
+
+#include <QCryptographicHash>
+#include <QIODevice>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cstring>
+
+namespace NBrenmark {
+
+namespace {
+
+constexpr size_t mostInlineValues = 8;     // an array this small is shown, not digested
+constexpr size_t digestBytes = 1024 * 1024; // handed to the digest at a time
+
+/// Digest of the values as little-endian bytes, in hexadecimal.
+std::string digestOf(const void* data, size_t count, size_t bytes)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    const auto* at = static_cast<const char*>(data);
+#if Q_BYTE_ORDER == Q_BIG_ENDIAN
+    std::vector<char> swapped(digestBytes);
+#endif
+    for (size_t left = count * bytes; left > 0;) {
+        const size_t piece = std::min(left, digestBytes);
+#if Q_BYTE_ORDER == Q_BIG_ENDIAN
+        if (bytes == 8)
+            qToLittleEndian<quint64>(at, static_cast<qsizetype>(piece / 8), swapped.data());
+        else
+            qToLittleEndian<quint32>(at, static_cast<qsizetype>(piece / 4), swapped.data());
+        hash.addData(swapped.data(), static_cast<int>(piece));
+#else
+        hash.addData(at, static_cast<int>(piece));
+#endif
+        at += piece;
+        left -= piece;
+    }
+    return hash.result().toHex().toStdString();
+}
+
+/// The value at a place of an array, by the array's kind.
+std::string element(const char* kind, const void* data, size_t index)
+{
+    const auto* bytes = static_cast<const char*>(data);
+    if (kind[0] == 'f') {
+        double value = 0.0;
+        std::memcpy(&value, bytes + 8 * index, sizeof value);
+        return NText::text(value);
+    }
+    qint32 value = 0;
+    std::memcpy(&value, bytes + 4 * index, sizeof value);
+    return kind[0] == 'i' ? NText::text(value) : NText::text(static_cast<quint32>(value));
+}
+
+std::string row(const char* kind, const void* data, size_t index, size_t columns)
+{
+    if (columns == 1)
+        return element(kind, data, index);
+    std::string out = "(";
+    for (size_t i = 0; i < columns; ++i)
+        out += (i > 0 ? ", " : "") + element(kind, data, index * columns + i);
+    return out + ')';
+}
+
+} // namespace
+
+void CTextOutput::rows(const std::string& where, const char* kind, size_t bytes, const void* data, size_t rowCount,
+                       size_t columns)
+{
+    std::string shape = std::string(kind) + '[' + std::to_string(rowCount);
+    if (columns != 1)
+        shape += ',' + std::to_string(columns);
+    shape += ']';
+
+    const size_t count = rowCount * columns;
+    if (count <= mostInlineValues) {
+        for (size_t i = 0; i < rowCount; ++i)
+            shape += ' ' + row(kind, data, i, columns);
+        sink.line(where, shape);
+        return;
+    }
+    sink.line(where, shape + " sha256:" + digestOf(data, count, bytes));
+    if (!fullArrays)
+        return;
+    for (size_t i = 0; i < rowCount; ++i)
+        sink.line(joined(where, std::to_string(i)), row(kind, data, i, columns));
+}
+
+void CTextOutput::bytes(const char* name, QIODevice& device)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    qint64 size = 0;
+    for (QByteArray piece = device.read(digestBytes); !piece.isEmpty(); piece = device.read(digestBytes)) {
+        hash.addData(piece);
+        size += piece.size();
+    }
+    sink.line(joined(path, name), "u8[" + std::to_string(size) + "] sha256:" + hash.result().toHex().toStdString());
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,154 @@
+#pragma once
+// A deck as lines of text: the grammar, and what the forms write through.
+//
+//   line     PATH VALUE                       one blank between them; a path holds none
+//   path     segments joined by slashes       creator/materials/steel/density
+//   value    true, false, a whole number, a real number with 17 significant digits, a text in double
+//            quotes, a tuple in round brackets
+//   array    KIND[ROWS] or KIND[ROWS,COLUMNS], KIND being f64, i32, u32 or u8; then the values themselves
+//            if there are few, else sha256: and the digest of the values as little-endian bytes, row
+//            by row. With full arrays each row follows as a line of its own under its number.
+//
+// Segments that are names are escaped (text_values.h). The second entry of a name in a list has #2
+// behind it, and so on. What belongs to the storing rather than to the model stands under stored/.
+
+#include "io/text/text_values.h"
+#include "model/particle_type.h"
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+class QIODevice;
+
+namespace NBrenmark {
+
+/// Takes a deck's text line by line, so that nobody has to hold all of it.
+class ITextSink
+{
+public:
+    virtual ~ITextSink() = default;
+    virtual void line(const std::string& path, const std::string& value) = 0;
+};
+
+/// What an element of an array is made of: the kind's name, its bytes, how many of them.
+template <class T>
+struct SArrayElement;
+template <>
+struct SArrayElement<double>
+{
+    static constexpr const char* kind = "f64";
+    static constexpr size_t bytes = 8, columns = 1;
+};
+template <>
+struct SArrayElement<qint32>
+{
+    static constexpr const char* kind = "i32";
+    static constexpr size_t bytes = 4, columns = 1;
+};
+template <>
+struct SArrayElement<quint32>
+{
+    static constexpr const char* kind = "u32";
+    static constexpr size_t bytes = 4, columns = 1;
+};
+template <class T, size_t N>
+struct SArrayElement<std::array<T, N>> : SArrayElement<T>
+{
+    static constexpr size_t columns = N;
+};
+template <>
+struct SArrayElement<C3DVector> : SArrayElement<std::array<double, 3>>
+{};
+template <>
+struct SArrayElement<C3DPoint> : SArrayElement<std::array<double, 3>>
+{};
+template <>
+struct SArrayElement<CQuaternion> : SArrayElement<std::array<double, 4>>
+{};
+
+class CTextOutput
+{
+public:
+    /// \param sink  not owned
+    /// \param root  what all paths begin with; may be empty
+    CTextOutput(ITextSink& sink, const std::string& root, bool fullArrays)
+        : sink(sink), path(root), fullArrays(fullArrays)
+    {}
+
+    /// Runs body with the segment at the end of the path.
+    template <class TBody>
+    void group(const std::string& segment, TBody&& body)
+    {
+        const size_t length = path.size();
+        path = joined(path, segment);
+        body();
+        path.resize(length);
+    }
+
+    /// One line. Names are those of the model's fields.
+    template <class T>
+    void value(const char* name, const T& value)
+    {
+        sink.line(joined(path, name), NText::text(value));
+    }
+    /// The same for the path itself.
+    template <class T>
+    void here(const T& value)
+    {
+        sink.line(path, NText::text(value));
+    }
+    /// A line of what belongs to the storing.
+    template <class T>
+    void stored(const char* name, const T& value)
+    {
+        sink.line(joined(joined("stored", path), name), NText::text(value));
+    }
+
+    template <class T>
+    void array(const char* name, const std::vector<T>& elements)
+    {
+        using Element = SArrayElement<T>;
+        static_assert(sizeof(T) == Element::bytes * Element::columns, "rows without gaps");
+        rows(joined(path, name), Element::kind, Element::bytes, elements.data(), elements.size(), Element::columns);
+    }
+    /// An array of real numbers whose width the model knows, under the path itself.
+    void arrayHere(const std::vector<double>& values, size_t rowCount, size_t columns)
+    {
+        rows(path, "f64", 8, values.data(), rowCount, columns);
+    }
+
+    /// The bytes of a file as an array of the kind u8, from where the device stands.
+    void bytes(const char* name, QIODevice& device);
+
+private:
+    static std::string joined(const std::string& path, const std::string& segment)
+    {
+        return path.empty() ? segment : path + '/' + segment;
+    }
+    void rows(const std::string& where, const char* kind, size_t bytes, const void* data, size_t rowCount,
+              size_t columns);
+
+    ITextSink& sink;
+    std::string path;
+    bool fullArrays;
+};
+
+/// The segments of a list whose entries may share a name.
+class CListSegments
+{
+public:
+    template <class TName>
+    std::string next(const TName& name)
+    {
+        const std::string plain = NText::segment(name);
+        const int number = ++met[plain];
+        return number == 1 ? plain : plain + '#' + std::to_string(number);
+    }
+
+private:
+    std::map<std::string, int> met;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,32 @@
+#pragma once
+// The third writer behind the visitor contract: turns a model into lines of text. It stores
+// nothing, so that it leaves no mark on what it visits, and it has every row.
+
+#include "io/text/text_output.h"
+#include "visitors/file_visitor_writer.h"
+
+#include "core/not_carried.h"
+
+#include <string>
+
+namespace NBrenmark {
+
+class CTextWriter : public IFileVisitorWriter
+{
+public:
+    /// \param sink        not owned
+    /// \param root        what all paths begin with, for example "creator" or "timestep/3"
+    /// \param fullArrays  arrays with all their values
+    CTextWriter(ITextSink& sink, const std::string& root, bool fullArrays) : out(sink, root, fullArrays) {}
+
+#define STORED(operation, type, ...) void write##operation(const type& object) override;
+#define STAMPED(operation, type, ...) void write##operation(type& object) override;
+#define PENDING(operation, type, ...) \
+    void write##operation(const type&) override { refuseNotCarried(#type); }
+#include "visitors/stored_classes.def"
+
+private:
+    CTextOutput out;
+};
+
+} // namespace NBrenmark

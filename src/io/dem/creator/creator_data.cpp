@@ -1,0 +1,101 @@
+// The root of a creator block.
+#include "model/creator_data.h"
+
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "legacy/creator_upgrades.h"
+
+namespace NBrenmark {
+
+/// Title, damping and description, with what stood between them once.
+template <class TForm, class TCreator>
+static void titleForm(TForm& f, TCreator& creator)
+{
+    constexpr qint32 writtenWord = 3;
+    f.text(creator.title);
+    if constexpr (TForm::isReading) {
+        qint32 kind = 0;
+        f.i32(kind, below(2, 4, 19), 0);
+        f.dropI32();
+        f.f64(creator.damping);
+        if (f.stores(below(2, 4, 16))) {
+            f.dropF64(); // a unique id of 16 bytes
+            f.dropF64();
+        }
+        else if (kind == 2) {
+            f.dropF64();
+            f.dropF64();
+        }
+        if (!f.stores(from(2, 4, 8))) {
+            creator.description.clear();
+            return;
+        }
+    }
+    else {
+        f.dropI32(writtenWord);
+        f.f64(creator.damping);
+    }
+    f.text(creator.description);
+}
+
+template <class TForm, class TCreator>
+static void limitsForm(TForm& f, TCreator& creator)
+{
+    f.i32(creator.velocityRestricted, gateLimits, 0);
+    f.f64(creator.velocityLimit, gateLimits, 0.0);
+    f.i32(creator.angularVelocityRestricted, gateLimits, 0);
+    f.f64(creator.angularVelocityLimit, gateLimits, 0.0);
+}
+
+/// Whether charges stand beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
+static void readStreamFlag(CInForm& f, CCreatorData& creator)
+{
+    if (!f.stores(below(22, 0, 0)))
+        return;
+    qint32 stored = 0;
+    f.i32(stored, gateStreamFlag, 0);
+    creator.legacyStreamFlag = stored == 1;
+    f.stream.options.legacyCreatorFlag = creator.legacyStreamFlag;
+}
+
+void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
+{
+    readFileVersionInfo(creator);
+    CInForm f = in();
+    readStreamFlag(f, creator);
+    f.point(creator.gravity);
+    creator.domain.read(*this);
+    if (f.since(20, 0, 14))
+        creator.physicsModels.read(*this);
+    creator.particleTypes.domain = &creator.domain;
+    creator.particleTypes.read(*this);
+    if (f.since(2, 4, 39)) {
+        creator.materials.read(*this);
+        creator.interactions.read(*this);
+    }
+    if (f.stores(gateGeometryInCreator))
+        creator.geometryGroups.read(*this);
+    titleForm(f, creator);
+    limitsForm(f, creator);
+    stream->checkStatus("creator data");
+    NLegacySupport::upgradeCreatorData(creator, stream->fileVersion());
+    creator.modified = false;
+}
+
+void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)
+{
+    writeFileVersionInfo(creator);
+    COutForm f = out();
+    f.point(creator.gravity);
+    creator.domain.write(*this);
+    creator.physicsModels.write(*this);
+    creator.particleTypes.write(*this);
+    creator.materials.write(*this);
+    creator.interactions.write(*this);
+    creator.geometryGroups.write(*this);
+    titleForm(f, creator);
+    limitsForm(f, creator);
+    stream->checkStatus("creator data");
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,49 @@
+// Materials.
+#include "model/materials.h"
+
+#include "core/stop_flag.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+
+namespace NBrenmark {
+
+static constexpr qint64 leastMaterialBytes = 2 * 4 + 3 * 8; // its key, and itself with an empty name
+
+template <class TForm, class TMaterial>
+static void materialForm(TForm&& f, TMaterial& m)
+{
+    f.text(m.name);
+    f.f64(m.poissonsRatio);
+    f.f64(m.shearModulus);
+    f.f64(m.density);
+    f.f64(m.workFunction, gateCharge, 0.0);
+    f.i32(m.type, from(30, 0, 4), qint32(eBulkMaterial));
+}
+void CDemCreatorDataReader::readMaterial(CMaterial& material) { materialForm(in(), material); }
+void CDemCreatorDataWriter::writeMaterial(const CMaterial& material) { materialForm(out(), material); }
+
+void CDemCreatorDataReader::readMaterialMap(MaterialMap& materials)
+{
+    CInForm f = in();
+    const quint32 count = f.count("material", leastMaterialBytes);
+    for (quint32 i = 0; i < count; ++i) {
+        leaveIfStopped();
+        QString key;
+        f.text(key);
+        auto material = std::make_unique<CMaterial>();
+        material->read(*this);
+        materials.set(key, material.release()); // a name met before is replaced
+    }
+}
+
+void CDemCreatorDataWriter::writeMaterialMap(const MaterialMap& materials)
+{
+    COutForm f = out();
+    f.length("material", leastMaterialBytes, materials);
+    for (auto i = materials.constBegin(); i != materials.constEnd(); ++i) {
+        f.text(i.key());
+        i.value()->write(*this);
+    }
+}
+
+} // namespace NBrenmark

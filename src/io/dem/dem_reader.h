@@ -1,0 +1,58 @@
+#pragma once
+// The readers of the legacy family. Who reads what is said by visitors/stored_classes.def; the forms
+// stand in creator/, in timestep/ and, where both kinds of data share them, in this folder.
+
+#include "core/not_carried.h"
+#include "io/dem/dem_visitor.h"
+#include "io/dem/form.h"
+#include "visitors/file_visitor_reader.h"
+#include "visitors/visitor_overrides.h"
+
+namespace NBrenmark {
+
+// A slot whose forms don't stand yet refuses its object, unless this family stores none anyway.
+#define BRENMARK_REFUSE_nothing(declaration, type) declaration {}
+#define BRENMARK_REFUSE_all(declaration, type) declaration { refuseNotCarried(#type); }
+#define BRENMARK_REFUSE_creator(declaration, type) BRENMARK_REFUSE_all(declaration, type)
+#define BRENMARK_REFUSE_timestep(declaration, type) BRENMARK_REFUSE_all(declaration, type)
+#define BRENMARK_REFUSE_both(declaration, type) BRENMARK_REFUSE_all(declaration, type)
+
+class CDemReader : public CDemVisitor, public IFileVisitorReader
+{
+public:
+    using CDemVisitor::CDemVisitor;
+
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+    BRENMARK_PLAIN_##readBy(void read##operation(type&) override)
+#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                     \
+    BRENMARK_REFUSE_##readBy(void read##operation(type&) override, type)
+#define LEGACY(operation, type, readBy) BRENMARK_REFUSE_##readBy(void read##operation(NLegacySupport::type&) override, type)
+#include "visitors/stored_classes.def"
+
+protected:
+    CInForm in() { return CInForm(*stream); }
+};
+
+class CDemCreatorDataReader : public CDemReader
+{
+public:
+    using CDemReader::CDemReader;
+
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+    BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
+#define PENDING(...)
+#include "visitors/stored_classes.def"
+};
+
+class CDemTimestepDataReader : public CDemReader
+{
+public:
+    using CDemReader::CDemReader;
+
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+    BRENMARK_TIMESTEP_##readBy(void read##operation(type&) override)
+#define PENDING(...)
+#include "visitors/stored_classes.def"
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,54 @@
+#include "io/dem/form.h"
+
+#include "core/log.h"
+
+#include <QtEndian>
+#include <stdexcept>
+
+namespace NBrenmark {
+
+void reportSkippedBlock(const CDemDataStream& stream, const char* what, const std::exception& error)
+{
+    logMessage(eWarning, "Legacy read",
+               stream.place.toStdString() + ": " + what + " skipped: " + std::string(error.what()));
+}
+
+/// A length in bytes, then UTF-16; all bits set for a null text. Not by the stream's own operator,
+/// which takes memory for a damaged length up to the end of the file.
+void CInForm::text(QString& value)
+{
+    constexpr quint32 nullText = 0xFFFFFFFFu;
+    quint32 bytes = 0;
+    take(bytes, "length of a text");
+    value = QString();
+    if (bytes == nullText)
+        return;
+    if (bytes % sizeof(QChar) != 0)
+        throw std::length_error("byte " + std::to_string(stream.position()) + ": text of an odd number of bytes");
+    stream.require(bytes, "text");
+    value = QString(static_cast<int>(bytes / sizeof(QChar)), Qt::Uninitialized);
+    if (stream.readRawData(reinterpret_cast<char*>(value.data()), static_cast<int>(bytes)) != static_cast<int>(bytes))
+        stream.setStatus(QDataStream::ReadPastEnd);
+    stream.checkStatus("text");
+    qFromBigEndian<ushort>(value.data(), value.size(), value.data());
+}
+
+void CInForm::text(std::string& value)
+{
+    QString stored;
+    text(stored);
+    value = stored.toStdString();
+}
+
+quint32 CInForm::count(const char* noun, qint64 elementBytes)
+{
+    qint32 stored = 0;
+    i32(stored);
+    if (stored < 0)
+        throw std::length_error("byte " + std::to_string(stream.position()) + ": " + counted(stored, noun) +
+                                " announced");
+    stream.require(stored * elementBytes, counted(stored, noun));
+    return static_cast<quint32>(stored);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,173 @@
+// Particle types: the definitions, and in a timestep the rows of all particles.
+#include "core/log.h"
+#include "io/dem/custom_properties.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "model/particle_types.h"
+
+namespace NBrenmark {
+
+// The least that an element takes, with empty texts.
+static constexpr qint64 leastSphereBytes = 4 + 5 * 8;
+static constexpr qint64 leastTypeBytes = 4 + 2 * 4 + 5 * 8 + 3 * 4;
+
+/// The fields that have an array here.
+static constexpr quint32 arrayFields = (allParticleFields & ~quint32(eCreationTime)) | eCharge | eElectrostaticForce;
+
+template <class TForm, class TSphere>
+static void sphereForm(TForm& f, TSphere& sphere)
+{
+    f.text(sphere.name);
+    f.f64(sphere.contactRadius);
+    f.f64(sphere.physicalRadius);
+    f.point(sphere.position);
+}
+
+template <class TForm, class TType>
+static void definitionForm(TForm& f, TType& type)
+{
+    f.marker(particleTypeMarker);
+    f.text(type.displayName);
+    f.text(type.materialName);
+    f.f64(type.rawMass);
+    f.f64(type.rawVolume);
+    f.point(type.rawInertia);
+    f.length("sphere", leastSphereBytes, type.spheres);
+    f.flag(type.calculateProperties, from(20, 0, 4), true);
+    for (auto& sphere : type.spheres)
+        sphereForm(f, sphere);
+}
+
+/// The arrays that the word of stored fields names, in the order of the file.
+template <class TArrays, class TType>
+static void rowsForm(TArrays& arrays, quint32 fields, TType& type)
+{
+    const auto rows = [&](EParticleField field, const char* what, auto& array) {
+        if ((fields & field) != 0)
+            arrays.rows(what, array);
+    };
+    rows(eIds, "particle ids", type.ids);
+    rows(eVelocity, "velocities", type.velocity);
+    rows(ePosition, "positions", type.position);
+    rows(eOrientation, "orientations", type.orientation);
+    if constexpr (TArrays::isReading) {
+        // Nine numbers a row, of which the first four are the quaternion.
+        std::vector<std::array<double, 9>> oldForm;
+        rows(eMatrixOrientation, "orientations", oldForm);
+        if (!oldForm.empty())
+            type.orientation.clear();
+        for (const std::array<double, 9>& row : oldForm)
+            type.orientation.emplace_back(row[0], row[1], row[2], row[3]);
+    }
+    rows(eAngularVelocity, "angular velocities", type.angularVelocity);
+    rows(eScale, "scales", type.scale);
+    rows(eForceTorque, "forces", type.forceTorque);
+    rows(eUnscaledForceTorque, "unscaled forces", type.unscaledForceTorque);
+    rows(eExternalForceTorque, "external forces", type.externalForceTorque);
+    rows(eCharge, "charges", type.electrostatic.charge);
+    rows(eElectrostaticForce, "electrostatic forces", type.electrostatic.electrostaticForce);
+}
+
+static quint32 readFields(CInForm& f)
+{
+    quint32 fields = 0;
+    f.i32(fields, from(20, 0, 6), 511u);
+    if (upTo(20, 0, 6).holds(f.version()) && (fields & eOrientation) != 0)
+        fields = (fields & ~quint32(eOrientation)) | eMatrixOrientation;
+    return fields;
+}
+
+void CDemReader::readParticleType(CParticleType& type)
+{
+    CInForm f = in();
+    definitionForm(f, type);
+    type.setName(type.displayName);
+    for (CSphere& sphere : type.spheres)
+        sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
+
+    quint32 rows = 0;
+    f.i32(rows);
+    quint32 fields = readFields(f);
+    if (rows != 0 && fields != 0) {
+        bool deflated = false;
+        f.flag8(deflated, from(20, 0, 1), false);
+        f.group(deflated, rows, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, type); });
+    }
+    if ((fields & eMatrixOrientation) != 0)
+        fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // as which it is held now
+    type.dataMask = fields;
+    if (rows != 0 && (fields & arrayFields) == 0) {
+        logMessage(eWarning, "Legacy read",
+                   stream->place.toStdString() + ": " + counted(rows, "row") + " without data of " + type.name +
+                       " dropped");
+        rows = 0;
+    }
+    // The arrays that aren't stored follow with zeros, as the creation times always do in this family.
+    if (type.spheres.size() > 1)
+        stream->requirePlausible(qint64(rows) * qint64(type.spheres.size() * sizeof(C3DPoint)), "sphere positions");
+    type.resizeSlots(rows);
+
+    type.customProperties.resetToInitialValues(rows);
+    if (f.stores(gateParticleProperties))
+        type.customProperties.read(*this);
+    type.rebuildFreeList();
+}
+
+void CDemWriter::writeParticleType(const CParticleType& type)
+{
+    const SSaveOptions& options = stream->options;
+    COutForm f = out();
+    definitionForm(f, type);
+    const quint32 rows = (options.timestepMask & eParticleRows) != 0 ? type.slotCount() : 0;
+    const quint32 fields = reduceParticleFields(allParticleFields, options.particleMask);
+    f.i32(rows);
+    f.i32(fields);
+    if (rows != 0) {
+        const bool deflated = compressArrays() && rows >= leastDeflatedRows;
+        f.flag8(deflated);
+        f.group(deflated, rows, [&](CArrayGroupWriter& arrays) { rowsForm(arrays, fields, type); });
+    }
+    if ((options.particleMask & eParticleProperties) != 0)
+        type.customProperties.write(*this);
+    else
+        writeNoCustomProperties(f);
+}
+
+/// The lookups are as long as the greatest id is great: a damaged one must not take the memory of
+/// the machine, and an id beyond it must find its place.
+static void settleIds(CParticleTypes& types, qint32 maxId, const CDemDataStream& stream)
+{
+    types.maxId = static_cast<quint32>(qMax(0, maxId));
+    types.recomputeMaxId(maxId < 0);
+    if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": greatest particle id is " + std::to_string(types.maxId) + ", not " +
+                       std::to_string(maxId) + " as stored: mended");
+    stream.requirePlausible(qint64(types.maxId) * qint64(2 * sizeof(quint32)), "particle id lookups");
+    types.rebuildIdLookup();
+}
+
+void CDemReader::readParticleTypes(CParticleTypes& types)
+{
+    CInForm f = in();
+    f.marker(particleTypesMarker);
+    qint32 maxId = 0;
+    f.i32(maxId);
+    const quint32 count = f.count("particle type", leastTypeBytes);
+    types.clear();
+    for (quint32 i = 0; i < count; ++i)
+        types.append().read(*this);
+    settleIds(types, maxId, *stream);
+}
+
+void CDemWriter::writeParticleTypes(const CParticleTypes& types)
+{
+    COutForm f = out();
+    f.marker(particleTypesMarker);
+    f.i32(types.maxId);
+    f.length("particle type", leastTypeBytes, types.types);
+    for (const auto& type : types.types)
+        type->write(*this);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,156 @@
+// The root of a timestep.
+#include "results/timestep_data.h"
+
+#include "io/dem/custom_properties.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "model/creator_data.h"
+
+#include <QDate>
+#include <QFileDevice>
+
+namespace NBrenmark {
+
+static constexpr qint64 leastRemovedBytes = 4 + 4;
+
+/// What the timestep holds.
+static void readMasks(CInForm& f, CTimestepData& timestep)
+{
+    f.flag(timestep.isFull, gateMasks, true);
+    f.i32(timestep.timestepMask, gateMasks, defaultTimestepMask);
+    f.i32(timestep.particleMask, gateMasks, defaultParticleMask);
+    f.i32(timestep.geometryMask, gateMasks, defaultGeometryMask);
+    f.stream.options.timestepMask = timestep.timestepMask;
+}
+
+static void writeMasks(COutForm& f, CTimestepData& timestep)
+{
+    const SSaveOptions& options = f.stream.options;
+    timestep.isFull = options.fullSave;
+    timestep.timestepMask = options.timestepMask;
+    timestep.particleMask = options.particleMask;
+    timestep.geometryMask = options.geometryMask;
+    f.flag(timestep.isFull);
+    f.i32(timestep.timestepMask);
+    f.i32(timestep.particleMask);
+    f.i32(timestep.geometryMask);
+}
+
+/// Geometry in the form of the creator block, where an old timestep says so.
+static bool storesWholeGeometry(CInForm& f)
+{
+    bool whole = false;
+    f.flag(whole, gateGeometryInCreator.below(22, 0, 0), f.stores(below(20, 0, 10)));
+    return whole;
+}
+
+static void readRemovedParticles(CInForm& f, CTimestepData& timestep)
+{
+    timestep.removedParticles.clear();
+    const quint32 count = f.count("count of removed particle", leastRemovedBytes);
+    for (quint32 i = 0; i < count; ++i) {
+        QString typeName;
+        f.text(typeName);
+        f.i32(timestep.removedParticles[typeName]);
+    }
+}
+
+/// From the greatest name to the smallest, as every deck has them.
+static void writeRemovedParticles(COutForm& f, const CTimestepData& timestep)
+{
+    f.length("count of removed particle", leastRemovedBytes, timestep.removedParticles);
+    for (auto i = timestep.removedParticles.constEnd(); i != timestep.removedParticles.constBegin();) {
+        --i;
+        f.text(i.key());
+        f.i32(i.value());
+    }
+}
+
+template <class TForm, class TTimestep>
+static void runForm(TForm& f, TTimestep& timestep)
+{
+    f.f64(timestep.elapsedTime);
+    f.i32(timestep.runNumber);
+    f.text(timestep.date);
+}
+
+void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
+{
+    CCreatorData& creator = timestep.creatorData;
+    stream->options.legacyCreatorFlag = creator.legacyStreamFlag;
+    readFileVersionInfo(timestep);
+    CInForm f = in();
+    if (f.stores(gateMasks))
+        f.marker(timestepMarker);
+    readMasks(f, timestep);
+
+    if (storesWholeGeometry(f)) {
+        CDemCreatorDataReader creatorReader(*stream);
+        creator.geometryGroups.read(creatorReader);
+    }
+    else
+        creator.geometryGroups.read(*this);
+
+    timestep.particleTypes.domain = &creator.domain;
+    timestep.particleTypes.read(*this);
+    for (const auto& type : timestep.particleTypes.types)
+        type->gravity = creator.gravity;
+
+    if (f.since(20, 0, 2))
+        timestep.contacts.read(*this);
+    if (f.stores(gateContactBlocks))
+        timestep.collisions.read(*this);
+    if (f.since(21, 0, 2))
+        timestep.bonds.read(*this);
+    creator.pluginFactories.read(*this);
+
+    f.f64(timestep.time);
+    runForm(f, timestep);
+    timestep.systemEnergy.read(*this);
+    readRemovedParticles(f, timestep);
+    timestep.simulationProperties.resetToInitialValues(1);
+    if (f.since(23, 0, 0))
+        timestep.simulationProperties.read(*this);
+    stream->checkStatus("timestep data");
+}
+
+/// The time of the timestep, or once the one that stands in its place.
+static void writeTime(COutForm& f, const CTimestepData& timestep)
+{
+    SSaveOptions& options = f.stream.options;
+    f.f64(options.overrideTime ? options.timeOverride : timestep.time);
+    options.overrideTime = false;
+    options.timeOverride = 0.0;
+}
+
+void CDemTimestepDataWriter::writeTimestepData(CTimestepData& timestep)
+{
+    writeFileVersionInfo(timestep);
+    if (auto* file = qobject_cast<QFileDevice*>(stream->device()); file != nullptr && !file->flush())
+        stream->setStatus(QDataStream::WriteFailed);
+    stream->checkStatus("timestep data");
+
+    CCreatorData& creator = timestep.creatorData;
+    COutForm f = out();
+    f.marker(timestepMarker);
+    writeMasks(f, timestep);
+    creator.geometryGroups.write(*this);
+    timestep.particleTypes.write(*this);
+    timestep.contacts.write(*this);
+    timestep.collisions.write(*this);
+    timestep.bonds.write(*this);
+    creator.pluginFactories.write(*this);
+
+    writeTime(f, timestep);
+    timestep.date = QDate::currentDate().toString(QStringLiteral("dd/MM/yy"));
+    runForm(f, timestep);
+    timestep.systemEnergy.write(*this);
+    writeRemovedParticles(f, timestep);
+    if (stream->options.writeCustomProperties)
+        timestep.simulationProperties.write(*this);
+    else
+        writeNoCustomProperties(f);
+    stream->checkStatus("timestep data");
+}
+
+} // namespace NBrenmark

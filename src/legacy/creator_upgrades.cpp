@@ -1,0 +1,14 @@
+#include "legacy/creator_upgrades.h"
+
+#include "core/version.h"
+#include "model/creator_data.h"
+
+namespace NBrenmark::NLegacySupport {
+
+void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion)
+{
+    if (fileVersion < makeVersion(30, 0, 4))
+        applyMaterialRule(creator);
+}
+
+} // namespace NBrenmark::NLegacySupport

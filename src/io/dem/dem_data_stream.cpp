@@ -1,7 +1,5 @@
 #include "io/dem/dem_data_stream.h"
 
-#include "io/dem/zlib_stream.h"
-
 #include <QIODevice>
 #include <stdexcept>
 
@@ -36,14 +34,6 @@ void CDemDataStream::require(qint64 bytes, const std::string& what) const
     if (bytes > left)
         throw std::length_error("byte " + std::to_string(position()) + ": " + what + " announced (" +
                                 std::to_string(bytes) + " bytes), " + std::to_string(left) + " bytes follow");
-}
-
-void CDemDataStream::requirePlausible(qint64 bytes, const std::string& what) const
-{
-    constexpr qint64 inAnyFile = 0x4000000;
-    if (bytes > qMax(inAnyFile, mostInflation * device()->size()))
-        throw std::length_error("byte " + std::to_string(position()) + ": " + what + " would take " +
-                                std::to_string(bytes) + " bytes, in a file of " + std::to_string(device()->size()));
 }
 
 void CDemDataStream::checkStatus(const char* what) const

@@ -32,9 +32,6 @@ public:
     /// \throws std::length_error unless so many bytes follow. Nothing was taken for them before.
     /// \param what  what the bytes hold: "12 materials"
     void require(qint64 bytes, const std::string& what) const;
-    /// The same for memory that isn't filled from the stream: far more than the whole file could
-    /// ever inflate to stems from a damaged number.
-    void requirePlausible(qint64 bytes, const std::string& what) const;
     /// \throws std::runtime_error if a value was read past the end or couldn't be written: zeros are
     ///         never taken for data
     void checkStatus(const char* what) const;

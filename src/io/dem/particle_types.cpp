@@ -102,12 +102,10 @@ void CDemReader::readParticleType(CParticleType& type)
                        " dropped");
         rows = 0;
     }
-    // The arrays that aren't stored follow with zeros, as the creation times always do in this family.
-    if (type.spheres.size() > 1)
-        stream->requirePlausible(qint64(rows) * qint64(type.spheres.size() * sizeof(C3DPoint)), "sphere positions");
+    // The arrays that aren't stored become zeros, as the creation times always do in this family, and
+    // the custom properties their initial values.
+    type.customProperties.resetAll();
     type.resizeSlots(rows);
-
-    type.customProperties.resetToInitialValues(rows);
     if (f.stores(gateParticleProperties))
         type.customProperties.read(*this);
     type.rebuildFreeList();
@@ -133,8 +131,7 @@ void CDemWriter::writeParticleType(const CParticleType& type)
         writeNoCustomProperties(f);
 }
 
-/// The lookups are as long as the greatest id is great: a damaged one must not take the memory of
-/// the machine, and an id beyond it must find its place.
+/// An id beyond the greatest one that is stored would never be found.
 static void settleIds(CParticleTypes& types, qint32 maxId, const CDemDataStream& stream)
 {
     types.maxId = static_cast<quint32>(qMax(0, maxId));
@@ -143,7 +140,6 @@ static void settleIds(CParticleTypes& types, qint32 maxId, const CDemDataStream&
         logMessage(eWarning, "Legacy read",
                    stream.place.toStdString() + ": greatest particle id is " + std::to_string(types.maxId) + ", not " +
                        std::to_string(maxId) + " as stored: mended");
-    stream.requirePlausible(qint64(types.maxId) * qint64(2 * sizeof(quint32)), "particle id lookups");
     types.rebuildIdLookup();
 }
 

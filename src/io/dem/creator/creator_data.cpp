@@ -96,6 +96,7 @@ void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");
+    creator.modified = false;
 }
 
 } // namespace NBrenmark

@@ -1,0 +1,174 @@
+// One block in or out: its name, its creator pair, and the worker that moves the data.
+#include "core/deck/serialiser.h"
+#include "core/deck/simulation.h"
+#include "core/log.h"
+#include "io/dem/dem_io_manager.h"
+#include "io/dem/form.h"
+
+#include <QFileInfo>
+#include <stdexcept>
+
+namespace NBrenmark {
+
+static std::string fileNameOf(const QFile& file) { return QFileInfo(file.fileName()).fileName().toStdString(); }
+
+static QString timestepPlace(const QFile& file, quint32 timestep)
+{
+    return QString::fromStdString(fileNameOf(file)) + QStringLiteral(", timestep %1").arg(timestep);
+}
+
+static bool blockFailed(const char* title, const CDemDataStream& stream, const std::string& text)
+{
+    logMessage(eError, title, stream.place.toStdString() + ": " + text);
+    return false;
+}
+
+/// The head of a block: its name and what else stands before the data.
+/// \return false, told in the log, if readHead throws
+template <class TReadHead>
+static bool readHead(CDemDataStream& stream, TReadHead&& readHead)
+{
+    try {
+        CInForm f(stream);
+        readHead(f);
+        return true;
+    }
+    catch (const std::exception& error) {
+        return blockFailed("Legacy read", stream, error.what());
+    }
+}
+
+static bool runReader(CDemDataStream& stream, CSimulationData& object, SSaveOptions& options,
+                      IProgressController* progress)
+{
+    CSimDataReader reader(options);
+    reader.object = &object;
+    reader.stream = &stream;
+    reader.format = eLegacyStream;
+    if (reader.runAndWait(progress))
+        return true;
+    return blockFailed("Legacy read", stream, reader.errorText.toStdString());
+}
+
+static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOptions& options, QFile& file)
+{
+    CSimDataWriter writer(options);
+    writer.object = &object;
+    writer.stream = &stream;
+    writer.format = eLegacyStream;
+    if (!writer.runAndWait())
+        return blockFailed("Legacy write", stream, writer.errorText.toStdString());
+    return flushed(file);
+}
+
+// ---------------------------------------------------------------- creator data
+
+bool CDemIoManager::readCreatorBlock(SSimulationFrame& frame, IProgressController* progress)
+{
+    const SPlace place = presentPlace();
+    CDemDataStream stream(&dataFile, readOptions);
+    stream.place = QString::fromStdString(fileNameOf(dataFile)) + QStringLiteral(", creator data");
+    QString name;
+    if (!readHead(stream, [&](CInForm& f) { f.text(name); }))
+        return false;
+    if (name != QLatin1String(NDemBlockName::creatorData))
+        return blockFailed("Legacy read", stream,
+                           "byte " + std::to_string(place.offset) + " holds something else: \"" +
+                               name.left(40).toStdString() + '"');
+    CCreatorData& creator = frame.creator;
+    creator.clear();
+    creator.setStorageIndex(place.segment);
+    creator.setStorageOffset(place.offset);
+    if (runReader(stream, creator, readOptions, progress))
+        return true;
+    // Half a model must not pass for the one that the next timestep asks for.
+    creator.clear();
+    return false;
+}
+
+bool CDemIoManager::readCreatorAt(SSimulationFrame& frame, const SPlace& place, bool restore,
+                                  IProgressController* progress)
+{
+    const SPlace before = presentPlace();
+    if (!goTo(place) || !readCreatorBlock(frame, progress))
+        return false;
+    return !restore || goTo(before);
+}
+
+bool CDemIoManager::readCreatorData(SSimulationFrame& frame)
+{
+    return readCreatorAt(frame, SPlace{frame.creator.storageIndex(), frame.creator.storageOffset()}, true, nullptr);
+}
+
+bool CDemIoManager::writeCreatorBlock(QFile& file, SSimulationFrame& frame)
+{
+    CDemDataStream stream(&file, writeOptions);
+    stream.place = QString::fromStdString(fileNameOf(file)) + QStringLiteral(", creator data");
+    stream << QString(NDemBlockName::creatorData);
+    return runWriter(stream, frame.creator, writeOptions, file);
+}
+
+// ---------------------------------------------------------------- timesteps
+
+bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& index, IProgressController* progress)
+{
+    const quint32 number = frame.timestep.timestepIndex;
+    const SPlace place = presentPlace();
+    index[number].segment = place.segment;
+    index[number].offset = place.offset;
+
+    CDemDataStream stream(&dataFile, readOptions);
+    stream.place = timestepPlace(dataFile, number);
+    SPlace creator{0, 0};
+    const bool isTimestep = readHead(stream, [&](CInForm& f) {
+        QString name;
+        f.text(name);
+        if (name != QLatin1String(NDemBlockName::timestep) && name != QLatin1String(NDemBlockName::oldTimestep))
+            throw std::runtime_error("byte " + std::to_string(place.offset) + " holds something else: \"" +
+                                     name.left(40).toStdString() + '"');
+        f.i32(creator.segment);
+        quint32 shortOffset = 0;
+        if (name == QLatin1String(NDemBlockName::timestep))
+            f.u64(creator.offset);
+        else {
+            f.i32(shortOffset);
+            creator.offset = shortOffset;
+        }
+    });
+    if (!isTimestep)
+        return false;
+    if (creator.segment != frame.creator.storageIndex() || creator.offset != frame.creator.storageOffset()) {
+        if (!readCreatorAt(frame, creator, true, progress))
+            return false;
+    }
+    frame.timestep.clear();
+    return runReader(stream, frame.timestep, readOptions, progress);
+}
+
+bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, bool restorePosition,
+                                 IProgressController* progress)
+{
+    const quint32 number = frame.timestep.timestepIndex;
+    if (number >= index.size() || !dataFile.isOpen())
+        return false;
+    const SPlace before = presentPlace();
+    const SPlace place{index[number].segment, index[number].offset};
+    if (!goTo(place) || !readTimestepBlock(frame, index, progress))
+        return false;
+    return !restorePosition || goTo(before);
+}
+
+bool CDemIoManager::writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator)
+{
+    CDemDataStream stream(&file, writeOptions);
+    stream.place = timestepPlace(file, timestep.timestepIndex);
+    stream << QString(NDemBlockName::timestep) << creator.segment << creator.offset;
+    if (!runWriter(stream, timestep, writeOptions, file))
+        return false;
+    // A time that stands in for the timestep's own does so once.
+    writeOptions.overrideTime = stream.options.overrideTime;
+    writeOptions.timeOverride = stream.options.timeOverride;
+    return true;
+}
+
+} // namespace NBrenmark

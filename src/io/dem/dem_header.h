@@ -1,0 +1,30 @@
+#pragma once
+// The header at the start of a legacy deck's first file.
+
+#include <QtGlobal>
+
+class QIODevice;
+
+namespace NBrenmark {
+
+struct SDemHeader
+{
+    static constexpr qint64 writtenBytes = 32;
+
+    quint32 firstVersion = 0; ///< created the deck; decides which fields follow
+    quint32 lastVersion = 0;  ///< wrote it last
+    quint32 timesteps = 0;
+    quint32 reservedFlag = 0;
+    quint32 edition = 1;
+
+    /// Reads what the creating version stores, and leaves the device behind it.
+    /// \return false if the header ends early or isn't one that may be read
+    bool read(QIODevice& device);
+    /// Writes all eight words of a current header at the start of the device.
+    bool write(QIODevice& device) const;
+
+private:
+    bool isAcceptable() const;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,247 @@
+#include "io/dem/dem_io_manager.h"
+
+#include "core/deck/deck_files.h"
+#include "core/deck/file_families.h"
+#include "core/deck/simulation.h"
+#include "core/log.h"
+#include "io/dem/dem_header.h"
+#include "io/dem/dem_index.h"
+#include "io/dem/dem_writer.h"
+
+namespace NBrenmark {
+
+// ---------------------------------------------------------------- the doors of the family
+
+std::unique_ptr<IFileFormatManager> NLegacyFamily::makeManager(CSimulation& simulation)
+{
+    return std::make_unique<CDemIoManager>(simulation);
+}
+
+void NLegacyFamily::readObject(CDemDataStream& stream, CSimulationData& object)
+{
+    if (auto* creator = dynamic_cast<CCreatorData*>(&object)) {
+        CDemCreatorDataReader reader(stream);
+        creator->read(reader);
+    }
+    else if (auto* timestep = dynamic_cast<CTimestepData*>(&object)) {
+        CDemTimestepDataReader reader(stream);
+        timestep->read(reader);
+    }
+}
+
+void NLegacyFamily::writeObject(CDemDataStream& stream, CSimulationData& object)
+{
+    if (auto* creator = dynamic_cast<CCreatorData*>(&object)) {
+        CDemCreatorDataWriter writer(stream);
+        creator->write(writer);
+    }
+    else if (auto* timestep = dynamic_cast<CTimestepData*>(&object)) {
+        CDemTimestepDataWriter writer(stream);
+        timestep->write(writer);
+    }
+}
+
+// ---------------------------------------------------------------- files
+
+bool fileFailed(const char* title, const char* what, const QFile& file)
+{
+    logMessage(eError, title,
+               "Could not " + std::string(what) + ' ' + file.fileName().toStdString() + ": " +
+                   file.errorString().toStdString());
+    return false;
+}
+
+bool flushed(QFile& file)
+{
+    if (file.flush() && file.error() == QFileDevice::NoError)
+        return true;
+    return fileFailed("Legacy write", "write", file);
+}
+
+CDemIoManager::CDemIoManager(CSimulation& simulation, qint64 segmentLimit)
+    : IFileFormatManager(simulation), segmentLimit(segmentLimit)
+{
+}
+
+CDemIoManager::~CDemIoManager() = default; // files close themselves
+
+QString CDemIoManager::segmentPath(const QString& name, quint32 n)
+{
+    return n == 0 ? name : name + NDeckFile::segmentInfix + QString::number(n);
+}
+
+bool CDemIoManager::openDataFile(const QString& name, quint32 n, QFile& file, EMissing missing)
+{
+    file.close();
+    file.setFileName(segmentPath(name, n));
+    QIODevice::OpenMode mode = writing ? QIODevice::ReadWrite : QIODevice::ReadOnly;
+    if (missing == eIsError)
+        mode |= QIODevice::ExistingOnly;
+    if (file.open(mode))
+        return true;
+    return fileFailed(writing ? "Legacy write" : "Legacy read", "open", file);
+}
+
+bool CDemIoManager::ensureSegment(quint32 n, EMissing missing)
+{
+    if (dataFile.isOpen() && openSegment == n)
+        return true;
+    if (!openDataFile(fileName, n, dataFile, missing))
+        return false;
+    openSegment = n;
+    return true;
+}
+
+bool CDemIoManager::ensureIndexFile()
+{
+    if (indexFile.isOpen())
+        return true;
+    indexFile.setFileName(stripLegacySuffix(fileName) + NDeckFile::indexSuffix);
+    if (indexFile.open(writing ? QIODevice::ReadWrite : QIODevice::ReadOnly))
+        return true;
+    return fileFailed(writing ? "Legacy write" : "Legacy read", "open", indexFile);
+}
+
+bool CDemIoManager::startWriting()
+{
+    // Their header has fewer words than the one that is written: it would run over the first block.
+    constexpr quint32 oldestFullHeader = makeVersion(2, 4, 58);
+    if (firstVersion < oldestFullHeader) {
+        logMessage(eError, "Legacy write",
+                   fileName.toStdString() + " was created by version " + versionText(firstVersion).toStdString() +
+                       " and can't be changed: its header has no room.");
+        return false;
+    }
+    if (!writing)
+        closeFiles();
+    writing = true;
+    return true;
+}
+
+void CDemIoManager::closeFiles()
+{
+    dataFile.close();
+    indexFile.close();
+}
+
+bool CDemIoManager::goTo(const SPlace& place)
+{
+    return ensureSegment(place.segment) && dataFile.seek(static_cast<qint64>(place.offset));
+}
+
+void CDemIoManager::flush()
+{
+    for (QFile* file : {&dataFile, &indexFile})
+        if (file->isOpen() && file->isWritable())
+            flushed(*file);
+}
+
+void CDemIoManager::reset()
+{
+    resetFileState();
+    clearLogOnceMemory();
+    closeFiles();
+    lastSegment = 0;
+    openSegment = 0;
+    indexRewriteNeeded = false;
+    writing = false;
+}
+
+// ---------------------------------------------------------------- opening
+
+int CDemIoManager::setOutputName(const QString& path)
+{
+    fileName = path;
+    return 0;
+}
+
+int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIndex& index, bool regenerateIndex)
+{
+    if (path != fileName)
+        closeFiles();
+    fileName = path;
+    if (!ensureSegment(0)) {
+        openSegment = 0;
+        return eOpenNoFile;
+    }
+    if (!readHeader())
+        return eOpenHeaderRefused;
+    const QString indexName = stripLegacySuffix(dataFile.fileName()) + NDeckFile::indexSuffix;
+    if (regenerateIndex)
+        return regenerateIndexFile(indexName, frame, index) ? eOpened : eOpenIndexNotRebuilt;
+    return readIndexFile(indexName, index) ? eOpened : eOpenIndexUnreadable;
+}
+
+bool CDemIoManager::readHeader()
+{
+    SDemHeader header;
+    if (!header.read(dataFile)) {
+        logMessage(eError, "Legacy read",
+                   dataFile.fileName().toStdString() + ": header of version " +
+                       versionText(header.firstVersion).toStdString() + ", last written by " +
+                       versionText(header.lastVersion).toStdString() + ", is cut short or not one that may be read");
+        return false;
+    }
+    firstVersion = header.firstVersion;
+    lastVersion = header.lastVersion;
+    timestepCount = header.timesteps;
+    edition = header.edition;
+    return true;
+}
+
+bool CDemIoManager::rewriteHeader()
+{
+    if (!ensureSegment(0))
+        return false;
+    lastVersion = qMax(lastVersion, currentFileVersion());
+    const SDemHeader header{firstVersion, lastVersion, timestepCount, 0, edition};
+    if (header.write(dataFile))
+        return flushed(dataFile);
+    return fileFailed("Legacy write", "write", dataFile);
+}
+
+bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
+{
+    indexFile.close();
+    if (!ensureIndexFile())
+        return false;
+    if (!NDemIndex::read(indexFile, lastVersion, timestepCount, index)) {
+        logMessage(eError, "Legacy read",
+                   name.toStdString() + ": no index of the " + counted(timestepCount, "timestep") +
+                       " that the deck's header announces");
+        return false;
+    }
+    // A tail of other bytes would come to stand before the next entry.
+    const qint64 bytes = 4 + qint64(timestepCount) * NDemIndex::entryBytes(lastVersion);
+    indexRewriteNeeded = !NDemIndex::isCurrentForm(lastVersion) || indexFile.size() != bytes;
+    lastSegment = index.empty() ? 0 : index.back().segment;
+    return timestepCount == index.size();
+}
+
+bool CDemIoManager::writeIndexFile(const TimestepIndex& index)
+{
+    if (indexFile.fileName().isEmpty())
+        indexFile.setFileName(stripLegacySuffix(fileName) + NDeckFile::indexSuffix);
+    indexFile.close();
+    if (!indexFile.open(QIODevice::ReadWrite | QIODevice::Truncate))
+        return fileFailed("Legacy write", "open", indexFile);
+    if (!NDemIndex::write(indexFile, index))
+        return fileFailed("Legacy write", "write", indexFile);
+    if (!flushed(indexFile))
+        return false;
+    indexRewriteNeeded = false;
+    return true;
+}
+
+bool CDemIoManager::appendIndexEntry(const TimestepIndex& index, quint32 timestep)
+{
+    if (indexRewriteNeeded)
+        return writeIndexFile(index);
+    if (!ensureIndexFile() || !NDemIndex::append(indexFile, timestepCount, index[timestep])) {
+        indexRewriteNeeded = true; // the next one replaces it as a whole
+        return fileFailed("Legacy write", "write", indexFile);
+    }
+    return flushed(indexFile);
+}
+
+} // namespace NBrenmark

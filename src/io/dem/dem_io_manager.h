@@ -1,0 +1,105 @@
+#pragma once
+// The manager of the legacy family. A deck is name.dem (segment 0: a header, then creator blocks and
+// timesteps), further segments name.dem.scn.N with blocks alone, and the index name.idx.
+//
+// The sources say where to look: dem_io_manager.cpp (files and opening), dem_blocks.cpp (one block in or
+// out), dem_index_rebuild.cpp, dem_append.cpp (appending, cutting, creating), dem_copy.cpp (whole decks).
+
+#include "core/deck/file_format_manager.h"
+
+#include <QFile>
+
+namespace NBrenmark {
+
+class CDemDataStream;
+class CTimestepData;
+
+class CDemIoManager : public IFileFormatManager
+{
+public:
+    /// A segment that has reached so many bytes takes no further block: 1.5 GiB.
+    static constexpr qint64 fullSegment = 0x60000000;
+
+    explicit CDemIoManager(CSimulation& simulation, qint64 segmentLimit = fullSegment);
+    ~CDemIoManager() override;
+
+    void flush() override;
+    void reset() override;
+    int setOutputName(const QString& path) override;
+    int open(const QString& path, SSimulationFrame& frame, TimestepIndex& index, bool regenerateIndex) override;
+    bool saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex& index, const QString& newName,
+                             const QString& tempBase) override;
+    bool saveSubset(const QString& newName, quint32 first, quint32 last, quint32 stride,
+                    IProgressController* progress) override;
+    bool truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex& index, bool discardCurrent) override;
+    bool appendTimestep(SSimulationFrame& frame, TimestepIndex& index, bool creatorChanged, bool isFull) override;
+    bool readCreatorData(SSimulationFrame& frame) override;
+    bool readTimestep(SSimulationFrame& frame, TimestepIndex& index, bool restorePosition,
+                      IProgressController* progress) override;
+    bool createSimulation(const QString& path, SSimulationFrame& frame, bool switchToNew,
+                          TimestepIndex& index) override;
+
+    /// name, or name + ".scn." + n for n above 0.
+    static QString segmentPath(const QString& name, quint32 n);
+
+private:
+    /// Where a block stands.
+    struct SPlace
+    {
+        quint32 segment;
+        quint64 offset;
+    };
+    enum EMissing
+    {
+        eIsError,  ///< a deck without one of its segments can't be read
+        eIsCreated ///< the segment that new data goes to
+    };
+
+    // Files. A deck that is only read is opened for reading only; the first operation that changes it
+    // opens its files again. Failures are told in the log.
+    bool openDataFile(const QString& name, quint32 n, QFile& file, EMissing missing);
+    bool ensureSegment(quint32 n, EMissing missing = eIsError);
+    bool ensureIndexFile();
+    bool startWriting();
+    void closeFiles();
+    SPlace presentPlace() const { return SPlace{openSegment, static_cast<quint64>(dataFile.pos())}; }
+    bool goTo(const SPlace& place);
+
+    // The header and the index.
+    bool readHeader();
+    bool rewriteHeader();
+    bool readIndexFile(const QString& name, TimestepIndex& index);
+    bool writeIndexFile(const TimestepIndex& index);
+    bool appendIndexEntry(const TimestepIndex& index, quint32 timestep);
+    bool regenerateIndexFile(const QString& name, SSimulationFrame& frame, TimestepIndex& index);
+    bool scanSegment(SSimulationFrame& frame, TimestepIndex& index, quint32& found);
+
+    // One block, at the present position of the file.
+    bool readCreatorBlock(SSimulationFrame& frame, IProgressController* progress);
+    bool readCreatorAt(SSimulationFrame& frame, const SPlace& place, bool restore, IProgressController* progress);
+    bool readTimestepBlock(SSimulationFrame& frame, TimestepIndex& index, IProgressController* progress);
+    bool writeCreatorBlock(QFile& file, SSimulationFrame& frame);
+    bool writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator);
+
+    qint64 segmentLimit;
+    QFile dataFile;
+    QFile indexFile;
+    bool indexRewriteNeeded = false;
+    bool writing = false;    // the files are, or will be, open for changes
+    quint32 lastSegment = 0; // that new data goes to
+    quint32 openSegment = 0; // that dataFile has open
+};
+
+namespace NDemBlockName {
+constexpr const char* creatorData = "class CGenericData";
+constexpr const char* timestep = "class CTimestepData64";   ///< u64 offset of the creator block
+constexpr const char* oldTimestep = "class CTimestepData"; ///< u32 offset
+} // namespace NDemBlockName
+
+/// Whether all that was written to a file has gone out; else the log tells file and cause.
+bool flushed(QFile& file);
+/// Tells in the log that a file couldn't be opened, read, written or removed, and why.
+/// \return false
+bool fileFailed(const char* title, const char* what, const QFile& file);
+
+} // namespace NBrenmark

@@ -22,7 +22,8 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
     }
     if (lastSegment == 0 && dataFile.size() == 0 && !rewriteHeader()) // the first block stands behind it
         return false;
-    dataFile.seek(dataFile.size());
+    if (!dataFile.seek(dataFile.size()))
+        return fileFailed("Legacy write", "write", dataFile);
 
     CCreatorData& creator = frame.creator;
     if (creatorChanged || creatorRewritePending || creator.modified) {

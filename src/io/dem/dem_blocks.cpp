@@ -149,7 +149,7 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
                                  IProgressController* progress)
 {
     const quint32 number = frame.timestep.timestepIndex;
-    if (number >= index.size() || !dataFile.isOpen())
+    if (number >= index.size() || fileName.isEmpty())
         return false;
     const SPlace before = presentPlace();
     const SPlace place{index[number].segment, index[number].offset};

@@ -121,8 +121,10 @@ bool CDemIoManager::saveSubset(const QString& newName, quint32 first, quint32 la
     if (stride == 0)
         return false;
     CSubsetTarget target(newName);
+    // The creating version decides how long the header is, and only the full one is written.
+    const quint32 creator = hasFullHeader() ? firstVersion : currentFileVersion();
     if (!target.openSegment(0) || !target.openIndex() ||
-        !target.writeHeader(SDemHeader{firstVersion, currentFileVersion(), 1, 0, edition}))
+        !target.writeHeader(SDemHeader{creator, currentFileVersion(), 1, 0, edition}))
         return false;
 
     const CKeptOptions keptOptions(writeOptions);
@@ -167,7 +169,7 @@ bool CDemIoManager::saveSubset(const QString& newName, quint32 first, quint32 la
         next = next + stride > last && next != last ? last : next + stride;
     }
     const auto written = static_cast<quint32>(target.index.size());
-    if (!target.finish(SDemHeader{firstVersion, currentFileVersion(), written, 0, edition}))
+    if (!target.finish(SDemHeader{creator, currentFileVersion(), written, 0, edition}))
         return false;
     if (progress != nullptr)
         progress->tick(1);

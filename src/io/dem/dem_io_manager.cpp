@@ -102,11 +102,11 @@ bool CDemIoManager::ensureIndexFile()
     return fileFailed(writing ? "Legacy write" : "Legacy read", "open", indexFile);
 }
 
+bool CDemIoManager::hasFullHeader() const { return firstVersion >= makeVersion(2, 4, 58); }
+
 bool CDemIoManager::startWriting()
 {
-    // Their header has fewer words than the one that is written: it would run over the first block.
-    constexpr quint32 oldestFullHeader = makeVersion(2, 4, 58);
-    if (firstVersion < oldestFullHeader) {
+    if (!hasFullHeader()) { // the one that is written would run over the first block
         logMessage(eError, "Legacy write",
                    fileName.toStdString() + " was created by version " + versionText(firstVersion).toStdString() +
                        " and can't be changed: its header has no room.");

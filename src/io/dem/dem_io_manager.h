@@ -61,6 +61,8 @@ private:
     bool ensureSegment(quint32 n, EMissing missing = eIsError);
     bool ensureIndexFile();
     bool startWriting();
+    /// Older decks have fewer words in it than are written today.
+    bool hasFullHeader() const;
     void closeFiles();
     SPlace presentPlace() const { return SPlace{openSegment, static_cast<quint64>(dataFile.pos())}; }
     bool goTo(const SPlace& place);

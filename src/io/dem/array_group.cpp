@@ -34,8 +34,7 @@ qint64 ReadAttribute::mostBytes() const { return stream->bytesLeft(); }
 
 ReadAttributeCompressed::ReadAttributeCompressed(CDemDataStream& stream, quint32 count)
     : ReadAttribute(stream, count), zip(makeZip(stream, false))
-{
-}
+{}
 
 void ReadAttributeCompressed::transfer(void* data, quint32 bytes) { zip->transfer(data, bytes); }
 
@@ -56,8 +55,7 @@ void WriteAttribute::transfer(const void* data, quint32 bytes)
 
 WriteAttributeCompressed::WriteAttributeCompressed(CDemDataStream& stream, quint32 count)
     : WriteAttribute(stream, count), zip(makeZip(stream, true))
-{
-}
+{}
 
 void WriteAttributeCompressed::transfer(const void* data, quint32 bytes)
 {

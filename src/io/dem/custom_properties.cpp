@@ -40,8 +40,8 @@ static void changeWidth(SStoredValues& stored, quint32 width, const CCustomPrope
     std::vector<double> changed(std::size_t(stored.rows) * width);
     for (std::size_t row = 0; row < stored.rows; ++row)
         for (quint32 element = 0; element < width; ++element)
-            changed[row * width + element] = element < stored.width ? stored.values[row * stored.width + element]
-                                                                    : definition.initialValue(element);
+            changed[row * width + element] =
+                element < stored.width ? stored.values[row * stored.width + element] : definition.initialValue(element);
     stored.values.swap(changed);
     stored.width = width;
 }
@@ -51,8 +51,9 @@ void CDemReader::readCustomPropertyData(CCustomPropertyValueList& list)
     SStoredValues stored = readValues(in());
     if (stored.width != list.elementsPerItem()) {
         logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + std::to_string(stored.width) + " values an item in file for property: " +
-                       list.metaData().name + ", " + std::to_string(list.elementsPerItem()) + " expected.");
+                   stream->place.toStdString() + ": " + std::to_string(stored.width) +
+                       " values an item in file for property: " + list.metaData().name + ", " +
+                       std::to_string(list.elementsPerItem()) + " expected.");
         changeWidth(stored, list.elementsPerItem(), list.metaData());
     }
     const unsigned int expected = list.itemCount();

@@ -15,8 +15,7 @@ static constexpr qint64 trailerBytes = 8;
 block_error::block_error(const char* message, const CDemDataStream& stream, quint32 tag, bool saving)
     : text(std::string(message) + (saving ? " saving" : " loading") + " expected tag=" + std::to_string(tag) +
            " at pos=" + std::to_string(stream.position()) + ".")
-{
-}
+{}
 
 void checkMarker(CDemDataStream& stream, quint32 expected)
 {

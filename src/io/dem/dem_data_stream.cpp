@@ -12,8 +12,7 @@ std::string counted(qint64 count, const char* noun)
 
 CDemDataStream::CDemDataStream(QIODevice* device, const SSaveOptions& options)
     : CVersionedStream(device), options(options)
-{
-}
+{}
 
 qint64 CDemDataStream::bytesLeft() const
 {
@@ -43,8 +42,7 @@ void CDemDataStream::checkStatus(const char* what) const
     case QDataStream::WriteFailed:
         throw std::runtime_error("byte " + std::to_string(position()) + ": " + what +
                                  " not written: " + device()->errorString().toStdString());
-    default:
-        throw std::runtime_error("byte " + std::to_string(position()) + ": " + what + " ended early");
+    default: throw std::runtime_error("byte " + std::to_string(position()) + ": " + what + " ended early");
     }
 }
 

@@ -60,8 +60,7 @@ bool flushed(QFile& file)
 
 CDemIoManager::CDemIoManager(CSimulation& simulation, qint64 segmentLimit)
     : IFileFormatManager(simulation), segmentLimit(segmentLimit)
-{
-}
+{}
 
 CDemIoManager::~CDemIoManager() = default; // files close themselves
 

@@ -94,7 +94,7 @@ private:
 
 namespace NDemBlockName {
 constexpr const char* creatorData = "class CGenericData";
-constexpr const char* timestep = "class CTimestepData64";   ///< u64 offset of the creator block
+constexpr const char* timestep = "class CTimestepData64";  ///< u64 offset of the creator block
 constexpr const char* oldTimestep = "class CTimestepData"; ///< u32 offset
 } // namespace NDemBlockName
 

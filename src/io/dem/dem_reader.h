@@ -11,8 +11,10 @@
 namespace NBrenmark {
 
 // A slot whose forms don't stand yet refuses its object, unless this family stores none anyway.
-#define BRENMARK_REFUSE_nothing(declaration, type) declaration {}
-#define BRENMARK_REFUSE_all(declaration, type) declaration { refuseNotCarried(#type); }
+#define BRENMARK_REFUSE_nothing(declaration, type)                                                                     \
+    declaration {}
+#define BRENMARK_REFUSE_all(declaration, type)                                                                         \
+    declaration { refuseNotCarried(#type); }
 #define BRENMARK_REFUSE_creator(declaration, type) BRENMARK_REFUSE_all(declaration, type)
 #define BRENMARK_REFUSE_timestep(declaration, type) BRENMARK_REFUSE_all(declaration, type)
 #define BRENMARK_REFUSE_both(declaration, type) BRENMARK_REFUSE_all(declaration, type)
@@ -22,11 +24,12 @@ class CDemReader : public CDemVisitor, public IFileVisitorReader
 public:
     using CDemVisitor::CDemVisitor;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_PLAIN_##readBy(void read##operation(type&) override)
-#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                     \
+#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_REFUSE_##readBy(void read##operation(type&) override, type)
-#define LEGACY(operation, type, readBy) BRENMARK_REFUSE_##readBy(void read##operation(NLegacySupport::type&) override, type)
+#define LEGACY(operation, type, readBy)                                                                                \
+    BRENMARK_REFUSE_##readBy(void read##operation(NLegacySupport::type&) override, type)
 #include "visitors/stored_classes.def"
 
 protected:
@@ -38,7 +41,7 @@ class CDemCreatorDataReader : public CDemReader
 public:
     using CDemReader::CDemReader;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
 #define PENDING(...)
 #include "visitors/stored_classes.def"
@@ -49,7 +52,7 @@ class CDemTimestepDataReader : public CDemReader
 public:
     using CDemReader::CDemReader;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_TIMESTEP_##readBy(void read##operation(type&) override)
 #define PENDING(...)
 #include "visitors/stored_classes.def"

@@ -12,11 +12,11 @@ class CDemWriter : public CDemVisitor, public IFileVisitorWriter
 public:
     using CDemVisitor::CDemVisitor;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_PLAIN_##writtenBy(void write##operation(const type&) override)
-#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                     \
+#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_PLAIN_##writtenBy(void write##operation(type&) override)
-#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                     \
+#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_REFUSE_##writtenBy(void write##operation(const type&) override, type)
 #include "visitors/stored_classes.def"
 
@@ -29,9 +29,9 @@ class CDemCreatorDataWriter : public CDemWriter
 public:
     using CDemWriter::CDemWriter;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_CREATOR_##writtenBy(void write##operation(const type&) override)
-#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                     \
+#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_CREATOR_##writtenBy(void write##operation(type&) override)
 #define PENDING(...)
 #include "visitors/stored_classes.def"
@@ -42,9 +42,9 @@ class CDemTimestepDataWriter : public CDemWriter
 public:
     using CDemWriter::CDemWriter;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                      \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(const type&) override)
-#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                     \
+#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(type&) override)
 #define PENDING(...)
 #include "visitors/stored_classes.def"

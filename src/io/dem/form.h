@@ -26,10 +26,16 @@ public:
 
     quint32 version() const { return stream.fileVersion(); }
     bool stores(const SGate& gate) const { return gate.holds(version()); }
-    bool since(quint32 major, quint32 minor, quint32 build) const { return version() >= makeVersion(major, minor, build); }
+    bool since(quint32 major, quint32 minor, quint32 build) const
+    {
+        return version() >= makeVersion(major, minor, build);
+    }
 
     void f64(double& value) { take(value, "number"); }
-    void f64(double& value, const SGate& gate, double before) { gated(gate, value, before, [&] { f64(value); }); }
+    void f64(double& value, const SGate& gate, double before)
+    {
+        gated(gate, value, before, [&] { f64(value); });
+    }
     /// An integer or enumerator of 32 bits.
     template <class TValue>
     void i32(TValue& value)
@@ -52,7 +58,10 @@ public:
         i32(stored);
         value = stored != 0;
     }
-    void flag(bool& value, const SGate& gate, bool before) { gated(gate, value, before, [&] { flag(value); }); }
+    void flag(bool& value, const SGate& gate, bool before)
+    {
+        gated(gate, value, before, [&] { flag(value); });
+    }
     /// An i8, true when it isn't 0.
     void flag8(bool& value)
     {
@@ -60,7 +69,10 @@ public:
         take(stored, "flag");
         value = stored != 0;
     }
-    void flag8(bool& value, const SGate& gate, bool before) { gated(gate, value, before, [&] { flag8(value); }); }
+    void flag8(bool& value, const SGate& gate, bool before)
+    {
+        gated(gate, value, before, [&] { flag8(value); });
+    }
     void text(QString& value);
     void text(std::string& value);
     /// Three numbers: a point or a vector.
@@ -154,10 +166,16 @@ public:
 
     quint32 version() const { return stream.fileVersion(); }
     bool stores(const SGate& gate) const { return gate.holds(version()); }
-    bool since(quint32 major, quint32 minor, quint32 build) const { return version() >= makeVersion(major, minor, build); }
+    bool since(quint32 major, quint32 minor, quint32 build) const
+    {
+        return version() >= makeVersion(major, minor, build);
+    }
 
     void f64(double value) { stream << value; }
-    void f64(double value, const SGate& gate, double) { gated(gate, [&] { f64(value); }); }
+    void f64(double value, const SGate& gate, double)
+    {
+        gated(gate, [&] { f64(value); });
+    }
     template <class TValue>
     void i32(TValue value)
     {
@@ -171,9 +189,15 @@ public:
     }
     void u64(quint64 value) { stream << value; }
     void flag(bool value) { i32(qint32(value)); }
-    void flag(bool value, const SGate& gate, bool) { gated(gate, [&] { flag(value); }); }
+    void flag(bool value, const SGate& gate, bool)
+    {
+        gated(gate, [&] { flag(value); });
+    }
     void flag8(bool value) { stream << qint8(value); }
-    void flag8(bool value, const SGate& gate, bool) { gated(gate, [&] { flag8(value); }); }
+    void flag8(bool value, const SGate& gate, bool)
+    {
+        gated(gate, [&] { flag8(value); });
+    }
     void text(const QString& value) { stream << value; }
     void text(const std::string& value) { stream << QString::fromStdString(value); }
     template <class TPoint>

@@ -1,9 +1,9 @@
 // Particle types: the definitions, and in a timestep the rows of all particles.
+#include "model/particle_types.h"
 #include "core/log.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
-#include "model/particle_types.h"
 
 namespace NBrenmark {
 

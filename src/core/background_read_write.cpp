@@ -1,0 +1,69 @@
+#include "core/background_read_write.h"
+
+#include "core/log.h"
+#include "core/progress.h"
+#include "core/read_write.h"
+#include "core/stop_flag.h"
+
+#include <QDataStream>
+#include <QElapsedTimer>
+#include <algorithm>
+#include <exception>
+
+namespace NBrenmark {
+
+/// How often the log modules are flushed while the caller waits, ms. It paces nothing else.
+static constexpr qint64 flushInterval = 100;
+
+CBackgroundReadWriteController::CBackgroundReadWriteController(IReadWrite& target, QDataStream& stream, bool isWrite,
+                                                               IProgressController* progress)
+    : target(target), stream(stream), isWrite(isWrite), progress(progress)
+{}
+
+CBackgroundReadWriteController::~CBackgroundReadWriteController() { wait(); }
+
+void CBackgroundReadWriteController::run()
+{
+    try {
+        result = isWrite ? target.write(stream, progress) : target.read(stream, progress);
+        if (!isWrite && result && progress && progress->cancelState() == eCancel)
+            result = false;
+    }
+    catch (const CReadStopped&) {
+        result = false;
+    }
+    catch (const std::exception& failure) {
+        error = failure.what();
+        result = false;
+    }
+}
+
+bool CBackgroundReadWriteController::execute(qint64 timeLimit)
+{
+    // A stop that was meant for somebody else isn't ours.
+    clearStop();
+    QElapsedTimer clock;
+    clock.start();
+    start(QThread::InheritPriority);
+    while (true) {
+        flushLogModules();
+        const qint64 timeLeft = std::max<qint64>(timeLimit - clock.elapsed(), 0);
+        if (wait(static_cast<unsigned long>(std::min(flushInterval, timeLeft))))
+            break;
+        if (timeLeft > 0)
+            continue;
+        if (progress)
+            progress->cancel();
+        requestStop();
+        wait();
+        clearStop();
+        if (error.empty())
+            error = "The time of " + std::to_string(timeLimit / 1000) + " s that this may take has passed.";
+        result = false;
+        break;
+    }
+    flushLogModules();
+    return result;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,43 @@
+#pragma once
+// Reads or writes one object on a thread of its own, while the caller waits and keeps the log flowing.
+
+#include <QThread>
+#include <string>
+
+class QDataStream;
+
+namespace NBrenmark {
+
+class IProgressController;
+class IReadWrite;
+
+class CBackgroundReadWriteController : public QThread
+{
+public:
+    /// \param target, stream  not owned; nobody else touches them until execute is done
+    /// \param progress        may be null
+    CBackgroundReadWriteController(IReadWrite& target, QDataStream& stream, bool isWrite,
+                                   IProgressController* progress);
+    ~CBackgroundReadWriteController() override;
+
+    static constexpr qint64 defaultTimeLimit = 1200000; // ms
+
+    /// Runs the read or write and waits for it; returns as soon as it is done. After the time limit the
+    /// controller is told to cancel, the stop flag is raised, and the result is false.
+    bool execute(qint64 timeLimit = defaultTimeLimit);
+    /// Why execute gave false, as far as an exception or the clock says so; else empty.
+    const std::string& errorText() const { return error; }
+
+protected:
+    void run() override;
+
+private:
+    IReadWrite& target;
+    QDataStream& stream;
+    const bool isWrite;
+    IProgressController* const progress;
+    bool result = true;
+    std::string error;
+};
+
+} // namespace NBrenmark

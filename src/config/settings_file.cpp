@@ -1,0 +1,305 @@
+#include "config/settings_file.h"
+
+#include "config/file_replacer.h"
+#include "core/background_read_write.h"
+#include "core/log.h"
+#include "core/not_carried.h"
+#include "core/progress.h"
+#include "core/stop_flag.h"
+#include "core/versioned_stream.h"
+
+#include <QFile>
+#include <QIODevice>
+#include <algorithm>
+#include <exception>
+#include <limits>
+#include <utility>
+
+namespace NBrenmark {
+
+static const QString fileMarker = QStringLiteral("ESS FILE");
+static constexpr char startMarker[] = "ESS_BLOCK_";
+static constexpr char endMarker[] = "ESS_END___";
+static constexpr int markerLength = 10;
+
+/// From here on the header has the edition behind the version.
+static constexpr quint32 firstVersionWithEdition = makeVersion(27, 0, 2);
+
+/// A file of nothing but block starts would fill the log.
+static constexpr int mostToldBlocks = 100;
+
+CSettingsFile::CSettingsFile(std::vector<SSettingsEntry> entries) : entries(std::move(entries)) {}
+
+void CSettingsFile::setEntries(std::vector<SSettingsEntry> list) { entries = std::move(list); }
+
+void CSettingsFile::clearSettings(bool notify)
+{
+    for (const SSettingsEntry& entry : entries)
+        entry.entry->clear(notify);
+    settingsDirty = notify;
+}
+
+const SSettingsEntry* CSettingsFile::entryOf(qint32 identifier) const
+{
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const SSettingsEntry& entry) { return entry.identifier == identifier; });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+// ---------------------------------------------------------------- reading
+
+/// Reads the header and gives the stream its version and edition.
+static bool readHeader(CVersionedStream& stream, std::string& text)
+{
+    // Compared as bytes: a damaged length must not have the whole file read for a string.
+    QByteArray expected;
+    QDataStream pattern(&expected, QIODevice::WriteOnly);
+    pattern << fileMarker;
+    QByteArray marker(expected.size(), '\0');
+    if (stream.readRawData(marker.data(), marker.size()) != marker.size() || marker != expected) {
+        text = "Corrupt Settings file (File marker does not match)";
+        return false;
+    }
+    quint32 version = 0;
+    stream >> version;
+    stream.setFileVersion(version);
+    stream.edition = 0;
+    if (stream.fileVersion() >= firstVersionWithEdition)
+        stream >> stream.edition;
+    if (stream.status() != QDataStream::Ok)
+        text = "The file ends in its header.";
+    return stream.status() == QDataStream::Ok;
+}
+
+bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* progress)
+{
+    clearSettings(false);
+    currentFile = fileName.toStdString();
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (file.exists())
+            logMessage(eWarning, "Settings",
+                       currentFile + " is left out, it can't be opened: " + file.errorString().toStdString());
+        return true;
+    }
+    CVersionedStream stream(&file);
+    std::string text;
+    bool loaded = readHeader(stream, text);
+    if (loaded) {
+        CBackgroundReadWriteController reader(*this, stream, false, progress);
+        loaded = reader.execute();
+        text = reader.errorText();
+    }
+    if (!loaded && !text.empty())
+        logMessage(eError, "Settings", currentFile + ": " + text);
+    return loaded;
+}
+
+/// Moves to the next block start from the current position on, or to the end.
+static void resynchronise(QIODevice& device)
+{
+    qint64 candidate = 0;
+    int matched = 0;
+    char byte = 0;
+    while (device.getChar(&byte)) {
+        if (byte == startMarker[matched]) {
+            if (matched == 0)
+                candidate = device.pos() - 1;
+            ++matched;
+        }
+        else if (byte == startMarker[0]) {
+            candidate = device.pos() - 1;
+            matched = 1;
+        }
+        else {
+            matched = 0;
+        }
+        if (matched == markerLength) {
+            device.seek(candidate);
+            return;
+        }
+    }
+}
+
+bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
+{
+    QIODevice& device = *stream.device();
+    damagedBlocks = 0;
+    while (!stream.atEnd()) {
+        leaveIfStopped();
+        const unsigned char state = progress ? progress->cancelState() : static_cast<unsigned char>(eGoOn);
+        if (state == eCancel) {
+            clearSettings(true);
+            return false;
+        }
+        if (state != eGoOn)
+            break;
+        // Every block starts behind the one before, whatever that one says of its length: the reading ends.
+        if (!readBlock(stream, progress)) {
+            stream.resetStatus();
+            if (!stream.atEnd())
+                resynchronise(device);
+        }
+    }
+    if (progress && progress->cancelState() == eCancel) {
+        clearSettings(true);
+        return false;
+    }
+    if (damagedBlocks > mostToldBlocks)
+        logMessage(eWarning, "Settings",
+                   currentFile + ": " + std::to_string(damagedBlocks - mostToldBlocks) + " more damaged blocks.");
+    settingsDirty = damagedBlocks > 0;
+    return true;
+}
+
+/// Tells of a damaged block, whose entry, if it is known, ends empty. Always false.
+bool CSettingsFile::blockFailed(const SSettingsEntry* entry, qint64 position, const std::string& text)
+{
+    if (entry)
+        entry->entry->clear(true);
+    if (++damagedBlocks <= mostToldBlocks)
+        logMessage(eWarning, "Settings",
+                   currentFile + ", " + (entry ? "block of the " + entry->name : std::string("block")) + " at byte " +
+                       std::to_string(position) + ": " + text +
+                       "\nWill attempt to restart reading with next settings entry");
+    return false;
+}
+
+static bool takeMarker(QDataStream& stream, const char* marker)
+{
+    char bytes[markerLength];
+    return stream.readRawData(bytes, markerLength) == markerLength && std::equal(bytes, bytes + markerLength, marker);
+}
+
+bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress)
+{
+    QIODevice& device = *stream.device();
+    const qint64 blockAt = device.pos();
+    if (!takeMarker(stream, startMarker))
+        return blockFailed(nullptr, blockAt,
+                           "Detected Corruption in settings file (block start marker not found at expected position)");
+
+    const qint64 lengthAt = device.pos();
+    qint32 length = 0;
+    qint32 identifier = 0;
+    stream >> length >> identifier;
+    const SSettingsEntry* const entry = stream.status() == QDataStream::Ok ? entryOf(identifier) : nullptr;
+    if (!entry)
+        return blockFailed(nullptr, blockAt, "Detected Corruption in settings file (unkown settings entry ID)");
+    const qint64 payloadAt = device.pos();
+    // A length that leads out of the file, or back before the payload, is damaged itself and taken for nothing.
+    const qint64 announcedEnd = lengthAt + length;
+    const bool hasEnd = announcedEnd >= payloadAt && announcedEnd <= device.size();
+    const auto entryFailed = [&](const std::string& text) {
+        // An entry with a damaged count may have run through blocks that aren't its own.
+        if (hasEnd && device.pos() > announcedEnd)
+            device.seek(announcedEnd);
+        return blockFailed(entry, blockAt, text);
+    };
+
+    try {
+        if (!entry->entry->read(stream, progress) || stream.status() != QDataStream::Ok)
+            return entryFailed("Could not read settings entry (see previous messages for reason)");
+    }
+    catch (const not_carried_error&) {
+        throw;
+    }
+    catch (const std::exception& error) {
+        return entryFailed("Could not read settings entry (unknown reason) (" + std::string(error.what()) + ")");
+    }
+
+    if (device.pos() - lengthAt != length) {
+        if (hasEnd)
+            device.seek(announcedEnd);
+        return blockFailed(entry, blockAt,
+                           "Detected Corruption in settings file (settings entry read wrong amount of data)");
+    }
+    if (!takeMarker(stream, endMarker))
+        return blockFailed(entry, blockAt,
+                           "Detected Corruption in settings file (block end marker not found at expected position)");
+    return true;
+}
+
+// ---------------------------------------------------------------- writing
+
+bool CSettingsFile::saveSettings(const QString& fileName, IProgressController* progress, bool force,
+                                 bool writeCustomProperties)
+{
+    const bool anyModified = std::any_of(entries.begin(), entries.end(),
+                                         [](const SSettingsEntry& entry) { return entry.entry->isModified(); });
+    if (!anyModified && !settingsDirty && !force)
+        return true;
+    currentFile = fileName.toStdString();
+    writesCustomProperties = writeCustomProperties;
+    const auto failed = [this](const std::string& text) {
+        settingsDirty = true; // what isn't saved yet is still to be saved
+        if (!text.empty())
+            logMessage(eError, "Settings", currentFile + ": " + text);
+        return false;
+    };
+
+    CFileReplacement replacement;
+    if (!replacement.isOpen())
+        return failed("The temporary file can't be opened: " + replacement.cause());
+    {
+        CVersionedStream stream(&replacement.device());
+        stream << fileMarker << qint32(currentFileVersion()) << qint32(0);
+        CBackgroundReadWriteController writer(*this, stream, true, progress);
+        if (!writer.execute())
+            return failed(writer.errorText());
+        if (stream.status() != QDataStream::Ok)
+            return failed("The temporary file can't be written: " + replacement.cause());
+    }
+    if (!replacement.replace(fileName))
+        return failed("The temporary file can't be written: " + replacement.cause());
+    settingsDirty = false;
+
+    const QString suffix = QStringLiteral(".ess");
+    if (!fileName.endsWith(suffix))
+        return true;
+    QFile companion(fileName.chopped(suffix.size()) + QStringLiteral(".ppf"));
+    if (companion.exists() && !companion.remove())
+        return failed(companion.fileName().toStdString() +
+                      " can't be removed: " + companion.errorString().toStdString());
+    return true;
+}
+
+bool CSettingsFile::write(QDataStream& stream, IProgressController* progress)
+{
+    for (const bool customProperties : {false, true}) {
+        if (customProperties && !writesCustomProperties)
+            break;
+        for (const SSettingsEntry& entry : entries)
+            if (entry.isCustomProperty == customProperties && !writeBlock(stream, progress, entry))
+                return false;
+    }
+    return true;
+}
+
+bool CSettingsFile::writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry)
+{
+    QIODevice& device = *stream.device();
+    const auto failed = [&](const std::string& cause) {
+        logMessage(eError, "Settings",
+                   currentFile + ", block of the " + entry.name + ": Could not write settings entry" + cause);
+        return false;
+    };
+    stream.writeRawData(startMarker, markerLength);
+    const qint64 lengthAt = device.pos();
+    stream << qint32(0) << entry.identifier;
+    if (!entry.entry->write(stream, progress))
+        return failed("");
+    const qint64 end = device.pos();
+    stream.writeRawData(endMarker, markerLength);
+    const qint64 length = end - lengthAt;
+    if (length > std::numeric_limits<qint32>::max())
+        return failed(" (more than a block can hold)");
+    const bool hasLength = device.seek(lengthAt);
+    stream << qint32(length);
+    if (!hasLength || !device.seek(device.size()) || stream.status() != QDataStream::Ok)
+        return failed(": " + device.errorString().toStdString());
+    entry.entry->setModified(false);
+    return true;
+}
+
+} // namespace NBrenmark

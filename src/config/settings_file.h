@@ -1,0 +1,63 @@
+#pragma once
+// The settings file that stands beside a deck: a header and a block for each entry. A block tells its own
+// length, so that one that is damaged or unknown costs only itself.
+
+#include "core/read_write.h"
+
+#include <QString>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+/// What a block of the file holds.
+struct SSettingsEntry
+{
+    qint32 identifier;               ///< 1 and up; the number that names the entry in the file
+    std::string name;                ///< as messages name it
+    ISimulationSettingsEntry* entry; ///< not owned
+    bool isCustomProperty;           ///< written only if the custom properties are
+};
+
+class CSettingsFile : public IReadWrite
+{
+public:
+    CSettingsFile() = default;
+    explicit CSettingsFile(std::vector<SSettingsEntry> entries);
+
+    /// Reads a file into the entries, which are emptied before. A file that isn't there is no failure: the entries
+    /// stay empty. Nor are damaged blocks, whose entries stay empty; each is told in the log.
+    bool loadSettings(const QString& fileName, IProgressController* progress);
+    /// Writes the file if an entry is modified, the file that was read had damage, or force says so. It takes its
+    /// place in the background (config/file_replacer.h). Custom properties that stand in an old companion file of
+    /// their own live in this file from then on: the companion is removed.
+    bool saveSettings(const QString& fileName, IProgressController* progress, bool force, bool writeCustomProperties);
+    /// Empties every entry, telling listeners if notify is true.
+    void clearSettings(bool notify);
+
+    /// All blocks up to the end of the stream, which stands behind the header. False after a cancel alone.
+    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool write(QDataStream& stream, IProgressController* progress) override;
+
+    /// The file must be written at the next save even if no entry is modified.
+    bool isDirty() const { return settingsDirty; }
+
+protected:
+    /// \param list  in the order in which they are cleared; they are written in the same order, those that are no
+    ///              custom properties first
+    void setEntries(std::vector<SSettingsEntry> list);
+
+private:
+    bool readBlock(QDataStream& stream, IProgressController* progress);
+    bool writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry);
+    const SSettingsEntry* entryOf(qint32 identifier) const;
+    bool blockFailed(const SSettingsEntry* entry, qint64 position, const std::string& text);
+
+    std::vector<SSettingsEntry> entries;
+    bool settingsDirty = true;
+    bool writesCustomProperties = true;
+    std::string currentFile; ///< as messages name it
+    int damagedBlocks = 0;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,149 @@
+// The six entries of a deck's settings file, in the forms that decks hold them.
+
+#include "core/deck/simulation_settings.h"
+
+#include "config/file_replacer.h"
+#include "core/log.h"
+#include "core/version.h"
+#include "support/paths.h"
+#include "support/settings_file.h"
+#include "support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace NBrenmark {
+namespace {
+
+/// Loads a file, and keeps what the log was told.
+class CLoaded
+{
+public:
+    explicit CLoaded(const CBytes& bytes)
+    {
+        CPersistentLogger logger(eWarning);
+        addLogModule(&logger);
+        result = settings.loadSettings(folder.write("a.ess", bytes.bytes()), nullptr);
+        clearLogModules();
+        for (const SLogMessage& message : logger.messages())
+            logText += std::get<2>(message) + "\n";
+    }
+
+    CTempFolder folder;
+    CSimulationSettingsAndData settings;
+    bool result = false;
+    std::string logText;
+};
+
+TEST(SimulationSettings, emptyOnesAreReadAndWrittenInEveryVersion)
+{
+    for (const quint32 version : {makeVersion(3, 0, 15), makeVersion(21, 0, 4), makeVersion(27, 0, 1),
+                                  makeVersion(27, 0, 2), makeVersion(30, 0, 20)}) {
+        CLoaded loaded(emptySettings(version));
+        EXPECT_TRUE(loaded.result);
+        EXPECT_EQ(loaded.logText, "");
+        EXPECT_FALSE(loaded.settings.isDirty());
+        EXPECT_TRUE(loaded.settings.saveSettings(loaded.folder.path("b.ess"), nullptr, true, true));
+        EXPECT_TRUE(waitForCopies().empty());
+        EXPECT_EQ(CBytes(loaded.folder.read("b.ess")), emptySettings(makeVersion(30, 0, 20)));
+    }
+}
+
+const std::vector<SSettingsProperty> particleProperties = {
+    {"Temperature", 0, 1, 20, {293.15}}, {"Is wet (film)", 1, 3, 0, {1, 0, 1}}, {"Not-used", 0, 2, 1, {1.0, 2.0}}};
+
+TEST(SimulationSettings, customPropertiesAreCarriedByteForByte)
+{
+    const std::vector<SSettingsProperty> simulationProperties = {{"Run", 0, 1, 0, {4.5}}};
+    CLoaded loaded(settingsWith(makeVersion(27, 0, 3), 1, particleProperties, 0, simulationProperties));
+    ASSERT_TRUE(loaded.result) << loaded.logText;
+    const SPropertyManagers managers = loaded.settings.propertyManagers();
+    EXPECT_EQ(managers.particle->propertyCount(), 3u);
+    EXPECT_EQ(managers.particle->finalizedCount(), 2u);
+    EXPECT_EQ(managers.contact->propertyCount(), 0u);
+    EXPECT_EQ(managers.simulation->property("Run")->initialValue(0), 4.5);
+
+    EXPECT_TRUE(loaded.settings.saveSettings(loaded.folder.path("b.ess"), nullptr, true, true));
+    EXPECT_TRUE(waitForCopies().empty());
+    EXPECT_EQ(CBytes(loaded.folder.read("b.ess")),
+              settingsWith(makeVersion(30, 0, 20), 1, particleProperties, 0, simulationProperties));
+}
+
+// Four entries, of which three survive whatever happens to the one.
+TEST(SimulationSettings, aDamagedEntryLeavesTheOthers)
+{
+    const quint32 version = makeVersion(27, 0, 3);
+    const CBytes empty = CBytes().i32(-1).i32(0);
+    const CBytes good = propertyPayload(version, 1, particleProperties);
+    const CBytes damaged[] = {
+        good.first(good.size() - 1),                // a value is cut short: the end marker begins in it
+        good.with(4, CBytes().i32(0x7FFFFFFF)),     // as many properties as there are bytes in two gigabytes
+        good.with(4, CBytes().i32(-1)),             //
+        good.with(8, CBytes().i32(0x7FFFFFFE)),     // a name as long
+        good.with(8, CBytes().text("Temp_rature")), // a name with a letter that no name has
+        propertyPayload(version, 1, {particleProperties[0], particleProperties[0]}),
+    };
+    for (const CBytes& payload : damaged) {
+        const CLoaded loaded(
+            settingsHeader(version) + settingsBlock(eSelectionBlock, CBytes().i32(0)) +
+            settingsBlock(eGeometryPropertyBlock, good) + settingsBlock(eParticlePropertyBlock, payload) +
+            settingsBlock(eContactPropertyBlock, empty) + settingsBlock(eSimulationPropertyBlock, good));
+        EXPECT_TRUE(loaded.result);
+        EXPECT_NE(loaded.logText, "");
+        CSimulationSettingsAndData& settings = const_cast<CLoaded&>(loaded).settings;
+        EXPECT_EQ(settings.propertyManagers().particle->propertyCount(), 0u);
+        EXPECT_EQ(settings.propertyManagers().geometry->propertyCount(), 3u);
+        EXPECT_EQ(settings.propertyManagers().simulation->propertyCount(), 3u);
+        EXPECT_TRUE(settings.isDirty());
+    }
+}
+
+struct SEntryCase
+{
+    const char* name;
+    qint32 block;
+    CBytes payload;
+    bool isRefused; ///< the deck, and not the block alone
+};
+
+TEST(SimulationSettings, whatIsNotCarriedRefusesTheDeckAndDamageDoesNot)
+{
+    const CBytes room = CBytes::garbage(100);
+    const SEntryCase cases[] = {
+        {"a selection", eSelectionBlock, CBytes().i32(1).text("Manual Selection").text("Bin A") + room, true},
+        {"a selection of no class", eSelectionBlock, CBytes().i32(1).text("Manual").text("Bin A") + room, false},
+        {"2^31 selections", eSelectionBlock, CBytes().i32(0x7FFFFFFF).text("Manual Selection") + room, false},
+        {"selections below zero", eSelectionBlock, CBytes().i32(-1), false},
+        {"a field", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(3).i32(9) + room, true},
+        {"a field of no plane", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(4).i32(9) + room, false},
+        {"a field without a name", eFieldBlock, CBytes().i32(2).text("").i32(3).i32(3).i32(9) + room, false},
+        {"2^31 fields", eFieldBlock, CBytes().i32(0x7FFFFFFF).text("air_flow").i32(3).i32(3) + room, false},
+    };
+    for (const SEntryCase& c : cases) {
+        CLoaded loaded(
+            settingsHeader(makeVersion(27, 0, 3)) + settingsBlock(c.block, c.payload) +
+            settingsBlock(eSimulationPropertyBlock, propertyPayload(makeVersion(27, 0, 3), 1, particleProperties)));
+        EXPECT_EQ(loaded.result, !c.isRefused) << c.name;
+        EXPECT_NE(loaded.logText, "") << c.name;
+        EXPECT_EQ(loaded.logText.find("This deck holds ") != std::string::npos, c.isRefused) << c.name;
+        if (!c.isRefused) {
+            EXPECT_EQ(loaded.settings.propertyManagers().simulation->propertyCount(), 3u) << c.name;
+        }
+    }
+}
+
+// The definitions as they stand in the sample's bytes.
+TEST(SimulationSettings, ofARealDeck)
+{
+    CSimulationSettingsAndData settings;
+    ASSERT_TRUE(settings.loadSettings(QString::fromStdString(sampleDeck("pile-27.ess")), nullptr));
+    const CCustomPropertyManager& particle = settings.particleProperties();
+    ASSERT_EQ(particle.propertyCount(), 3u);
+    EXPECT_EQ(particle.finalizedCount(), 2u);
+    EXPECT_EQ(particle.property("Temperature")->initialValue(0), 293.15);
+    EXPECT_EQ(particle.property("Wear Depth")->numberOfElements, 3u);
+    EXPECT_EQ(particle.property("Not yet used")->initialValue(1), 2.0);
+    EXPECT_FALSE(settings.isDirty());
+}
+
+} // namespace
+} // namespace NBrenmark

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <sys/resource.h>
 #include <thread>
 
@@ -84,6 +85,22 @@ TEST(FileReplacement, reportsATargetThatNoTryReaches)
     ASSERT_EQ(logger.messages().size(), 1u);
     EXPECT_NE(std::get<2>(logger.messages()[0]).find("no such folder/a.ess could not be written: "), std::string::npos);
     EXPECT_TRUE(waitForCopies().empty()) << "told once";
+}
+
+TEST(FileReplacement, isNotLostToTheEndOfTheProcess)
+{
+    const CTempFolder folder;
+    const QByteArray bytes(8 * 1024 * 1024, 'x');
+    EXPECT_EXIT(
+        {
+            replaceBy("first", folder.path("not yet/a")); // keeps trying while the process ends
+            replaceBy(bytes, folder.path("b"));
+            QDir(folder.path()).mkdir("not yet");
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_EQ(folder.read("not yet/a"), "first");
+    EXPECT_TRUE(folder.read("b") == bytes);
 }
 
 /// No file of this process may grow beyond so many bytes while this lives: the nearest thing to a full disk.

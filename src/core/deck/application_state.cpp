@@ -1,0 +1,32 @@
+#include "core/deck/application_state.h"
+
+namespace NBrenmark {
+
+SApplicationState& applicationState()
+{
+    static SApplicationState state;
+    return state;
+}
+
+bool initialiseApplication(SApplicationState& state)
+{
+    if (state.initialised)
+        return true;
+    state.nullPropertyManager = std::make_unique<CCustomPropertyManager>("Null Manager", eGeometryOwner);
+    state.simulation = std::make_unique<CSimulation>();
+    if (!state.simulation->setUp()) {
+        shutdownApplication(state);
+        return false;
+    }
+    state.initialised = true;
+    return true;
+}
+
+void shutdownApplication(SApplicationState& state)
+{
+    state.simulation.reset();
+    state.nullPropertyManager.reset();
+    state.initialised = false;
+}
+
+} // namespace NBrenmark

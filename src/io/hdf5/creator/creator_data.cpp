@@ -1,0 +1,73 @@
+// The creator model: a child of "/CreatorData/" by its number.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "model/creator_data.h"
+
+namespace NBrenmark {
+
+template <class TForm, class TData>
+static void scalarsForm(TForm& f, TData& data, qint32& dimensions)
+{
+    f.attribute("title", data.title);
+    f.attribute("description", data.description);
+    f.attribute("dimensions", dimensions);
+    f.attribute("damping", data.damping);
+    f.attribute("vel restrict", data.velocityRestricted);
+    f.attribute("vel limit", data.velocityLimit);
+    f.attribute("angvel restrict", data.angularVelocityRestricted);
+    f.attribute("angvel limit", data.angularVelocityLimit);
+    f.attribute("gravity", data.gravity);
+}
+
+/// Runs visit on each part of a creator model, in file order.
+template <class TData, class TVisit>
+static void forEachPart(TData& data, TVisit&& visit)
+{
+    visit(data.materials);
+    visit(data.interactions);
+    visit(data.domain);
+    visit(data.cylindricalPeriodicBoundaryConditions);
+    visit(data.physicsModels);
+    visit(data.particleTypes);
+    visit(data.geometryGroups);
+    visit(data.sizeDistributions);
+    visit(data.materialBlocks);
+    visit(data.pluginFactories);
+}
+
+void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
+{
+    H5::Group root = file.openGroup("/");
+    const CHdf5Place place(*this, root);
+    in().group("CreatorData/", [&] {
+        in().group(std::to_string(data.storageIndex()), [&] {
+            readFileVersionInfo(data);
+            qint32 dimensions = 0;
+            scalarsForm(in(), data, dimensions);
+            data.particleTypes.domain = &data.domain;
+            forEachPart(data, [this](auto& part) { part.read(*this); });
+        });
+    });
+    if (!in().since(30, 0, 4))
+        applyMaterialRule(data);
+}
+
+void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)
+{
+    closed(file.openGroup("/"), [&](H5::Group& root) {
+        const CHdf5Place place(*this, root);
+        out().sameGroup("CreatorData/", [&] {
+            out().group(std::to_string(data.storageIndex()), [&] {
+                writeFileVersionInfo(data);
+                qint32 dimensions = 3;
+                scalarsForm(out(), data, dimensions);
+                forEachPart(data, [this](const auto& part) { part.write(*this); });
+            });
+        });
+    });
+    data.modified = false;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,74 @@
+// The domain and the cylindrical conditions at its sides: one group for both.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "model/domain.h"
+
+namespace NBrenmark {
+
+template <class TForm, class TDomain>
+static void domainForm(TForm& f, TDomain& domain)
+{
+    f.group("Domain/", [&] {
+        f.attribute("domain min", domain.min);
+        f.attribute("domain max", domain.max);
+        f.attribute("domain xPeriodic", domain.periodicX);
+        f.attribute("domain yPeriodic", domain.periodicY);
+        f.attribute("domain zPeriodic", domain.periodicZ);
+    });
+}
+
+/// Before 30.0.17 the domain was one record.
+static void readDomainRecord(CDomain& domain, const H5::Group& location)
+{
+    HDF5DATATYPES::SDomainType::SRecord record = {};
+    readDataset("domain", record, location);
+    domain.min = C3DPoint(record.min[0], record.min[1], record.min[2]);
+    domain.max = C3DPoint(record.max[0], record.max[1], record.max[2]);
+    domain.periodicX = record.periodx != 0;
+    domain.periodicY = record.periody != 0;
+    domain.periodicZ = record.periodz != 0;
+}
+
+void CHdf5CreatorDataReader::readDomain(CDomain& domain)
+{
+    if (in().since(30, 0, 17))
+        domainForm(in(), domain);
+    else
+        readDomainRecord(domain, *location);
+}
+
+void CHdf5CreatorDataWriter::writeDomain(const CDomain& domain) { domainForm(out(), domain); }
+
+// ---------------------------------------------------------------- cylindrical conditions
+
+template <class TForm, class TConditions>
+static void cylindricalForm(TForm& f, TConditions& conditions)
+{
+    f.sameGroup("Domain/", [&] {
+        // "domian" is how every deck spells it. Corrected, no deck would open again.
+        f.attribute("domian cpbc enable", conditions.enabled);
+        f.attribute("domain cpbc geometry", conditions.geometryName);
+        f.attribute("domain cpbc kinematic", conditions.kinematicName);
+        f.attribute("domain cpbc length", conditions.length);
+        f.attribute("domain cpbc angle", conditions.angle);
+    });
+}
+
+void CHdf5CreatorDataReader::readCylindricalPeriodicBoundaryConditions(
+    CCylindricalPeriodicBoundaryConditions& conditions)
+{
+    if (in().since(30, 0, 17))
+        cylindricalForm(in(), conditions);
+    else
+        conditions = CCylindricalPeriodicBoundaryConditions();
+}
+
+void CHdf5CreatorDataWriter::writeCylindricalPeriodicBoundaryConditions(
+    const CCylindricalPeriodicBoundaryConditions& conditions)
+{
+    cylindricalForm(out(), conditions);
+}
+
+} // namespace NBrenmark

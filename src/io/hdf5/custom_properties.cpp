@@ -1,0 +1,69 @@
+// The values of custom properties: a group with a child for each finalized property, in the order of
+// the definitions, which stand in the settings beside the deck.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "results/custom_property_data.h"
+
+#include <algorithm>
+
+namespace NBrenmark {
+
+// ---------------------------------------------------------------- one property
+
+static const char* const valuesName = "data";
+
+void CHdf5Reader::readCustomPropertyData(CCustomPropertyValueList& list)
+{
+    const unsigned int expected = list.itemCount();
+    list.values.clear();
+    // A property without a value has no dataset.
+    if (in().has(valuesName))
+        in().arrays().read(valuesName, H5::PredType::NATIVE_DOUBLE, CArrayReader::anyColumns,
+                           [&](const SArrayShape& shape) {
+                               list.values.resize(shape.elements());
+                               return static_cast<void*>(list.values.data());
+                           });
+    list.fitTo(expected);
+}
+
+void CHdf5Writer::writeCustomPropertyData(const CCustomPropertyValueList& list)
+{
+    const std::vector<double>& values = list.values;
+    if (values.empty())
+        return;
+    // The rule for chunks goes by all values here, not by the items.
+    const hsize_t columns = list.elementsPerItem();
+    out().arrays().write(valuesName, H5::PredType::NATIVE_DOUBLE, {values.size() / columns, columns}, values.data(),
+                         values.size());
+    out().throwIfFailed();
+}
+
+// ---------------------------------------------------------------- all properties of an owner
+
+void CHdf5Reader::readCustomPropertyManager(CCustomPropertyData& data)
+{
+    in().group("CustomProperties/", [&] {
+        data.resize(data.itemCount()); // as many lists as there are finalized properties
+        const hsize_t stored = in().childCount();
+        const hsize_t known = std::min<hsize_t>(stored, data.lists.size());
+        for (hsize_t i = 0; i < known; ++i)
+            in().group(std::to_string(i), [&] { data.lists[i]->read(*this); });
+        if (stored > known)
+            logMessage(eWarning, "HDF5 read",
+                       std::to_string(stored) + " custom properties are stored where the settings define " +
+                           std::to_string(known) + ": the others are skipped.",
+                       0, 1);
+    });
+}
+
+void CHdf5Writer::writeCustomPropertyManager(const CCustomPropertyData& data)
+{
+    out().group("CustomProperties/", [&] {
+        out().numbered(data.lists, [&](const std::unique_ptr<CCustomPropertyValueList>& list) { list->write(*this); });
+    });
+}
+
+} // namespace NBrenmark

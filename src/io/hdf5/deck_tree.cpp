@@ -1,0 +1,24 @@
+#include "io/hdf5/deck_tree.h"
+
+#include "io/hdf5/error_text.h"
+#include "io/hdf5/shapes.h"
+
+namespace NBrenmark {
+
+H5::Group openOnlyTimestep(const H5::H5File& file)
+{
+    const H5::Group timesteps = file.openGroup(timestepGroup);
+    const hsize_t count = timesteps.getNumObjs();
+    if (count != 1)
+        throwAt(file, "group", timestepGroup, std::to_string(count) + " timesteps where one is needed");
+    return timesteps.openGroup(timesteps.getObjnameByIdx(0));
+}
+
+quint32 creatorIndexOf(const H5::H5File& file)
+{
+    quint32 index = 0;
+    readAttribute(creatorIndexName, index, openOnlyTimestep(file));
+    return index;
+}
+
+} // namespace NBrenmark

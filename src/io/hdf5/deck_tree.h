@@ -1,0 +1,21 @@
+#pragma once
+// The few groups and attributes of a file that the manager itself looks at.
+
+#include <H5Cpp.h>
+
+#include <QString>
+
+namespace NBrenmark {
+
+constexpr const char* creatorGroup = "/CreatorData/";
+constexpr const char* timestepGroup = "/TimestepData/";
+constexpr const char* creatorIndexName = "creatordata index";
+
+/// The one timestep of a numbered file, opened.
+/// \throws hdf5_error  if the file holds none or several
+H5::Group openOnlyTimestep(const H5::H5File& file);
+
+/// Number of the creator model that a numbered file's timestep uses.
+quint32 creatorIndexOf(const H5::H5File& file);
+
+} // namespace NBrenmark

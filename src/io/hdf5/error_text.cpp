@@ -1,0 +1,67 @@
+#include "io/hdf5/error_text.h"
+
+#include <QMutex>
+
+#include <H5Cpp.h>
+
+namespace NBrenmark {
+
+namespace {
+
+QMutex textLock;
+
+QString& text()
+{
+    static QString* const last = new QString; // outlives HDF5, which may still fail when the process ends
+    return *last;
+}
+
+herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target)
+{
+    if (record == 0)
+        *static_cast<QString*>(target) += QStringLiteral(" - %1").arg(
+            QString::fromLocal8Bit(error->desc && *error->desc ? error->desc : error->func_name));
+    return 0;
+}
+
+herr_t keepErrorText(hid_t stack, void* target)
+{
+    const QMutexLocker locker(&textLock);
+    static_cast<QString*>(target)->clear();
+    return H5Ewalk2(stack, H5E_WALK_UPWARD, takeInnermost, target);
+}
+
+} // namespace
+
+void catchHdf5Errors()
+{
+    H5E_auto2_t keep = keepErrorText;
+    H5::Exception::setAutoPrint(keep, &text());
+}
+
+QString lastHdf5Error()
+{
+    const QMutexLocker locker(&textLock);
+    return text();
+}
+
+void clearLastHdf5Error()
+{
+    const QMutexLocker locker(&textLock);
+    text().clear();
+}
+
+void throwAt(const H5::H5Location& location, const char* kind, const std::string& name, const std::string& what)
+{
+    std::string path(256, '\0');
+    const ssize_t length = H5Iget_name(location.getId(), &path[0], path.size());
+    path.resize(length > 0 ? std::min(path.size() - 1, static_cast<std::size_t>(length)) : 0);
+    throw hdf5_error(path + ", " + kind + " \"" + name + "\": " + what);
+}
+
+void throwAt(const H5::H5Location& location, const char* kind, const std::string& name, const H5::Exception& error)
+{
+    throwAt(location, kind, name, error.getDetailMsg());
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,23 @@
+#pragma once
+// Names that go into fields of a fixed size. They are tested before a deck is touched: a name that
+// doesn't fit can't be stored, and cut it may be another one's.
+
+#include "io/hdf5/types.h"
+
+#include <vector>
+
+namespace NBrenmark {
+
+class CCreatorData;
+class CTimestepData;
+class InteractionMap;
+class MaterialMap;
+
+/// \throws hdf5_error  that gives the first name that is too long
+void checkFixedTexts(const CCreatorData& creator);
+void checkFixedTexts(const CTimestepData& timestep);
+
+std::vector<HDF5DATATYPES::SMaterialType::SRecord> materialRecords(const MaterialMap& materials);
+std::vector<HDF5DATATYPES::SInteractionType::SRecord> interactionRecords(const InteractionMap& interactions);
+
+} // namespace NBrenmark

@@ -1,0 +1,255 @@
+#pragma once
+// What a form of this family is written with: the fields of a stored class, named once, in file order,
+// for the reader and the writer alike. Both forms have the same words.
+
+#include "core/version.h"
+#include "io/hdf5/closed.h"
+#include "io/hdf5/error_text.h"
+#include "io/hdf5/hdf5_visitor.h"
+#include "io/hdf5/shapes.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+/// The numbers of one element of an array: their type, and how many of them make a row (0: a list).
+template <class T>
+struct SRowOf;
+
+template <>
+struct SRowOf<qint32>
+{
+    static const H5::PredType& type() { return H5::PredType::NATIVE_INT; }
+    static constexpr hsize_t columns = 0;
+};
+
+template <>
+struct SRowOf<quint32>
+{
+    static const H5::PredType& type() { return H5::PredType::NATIVE_UINT; }
+    static constexpr hsize_t columns = 0;
+};
+
+template <hsize_t count>
+struct SRowOfDoubles
+{
+    static const H5::PredType& type() { return H5::PredType::NATIVE_DOUBLE; }
+    static constexpr hsize_t columns = count;
+};
+
+template <>
+struct SRowOf<double> : SRowOfDoubles<0>
+{
+};
+
+template <>
+struct SRowOf<C3DVector> : SRowOfDoubles<3>
+{
+};
+
+template <>
+struct SRowOf<C3DPoint> : SRowOfDoubles<3>
+{
+};
+
+template <>
+struct SRowOf<CQuaternion> : SRowOfDoubles<4>
+{
+};
+
+template <std::size_t count>
+struct SRowOf<std::array<double, count>> : SRowOfDoubles<count>
+{
+};
+
+template <std::size_t count>
+struct SRowOf<std::array<quint32, count>>
+{
+    static const H5::PredType& type() { return H5::PredType::NATIVE_UINT; }
+    static constexpr hsize_t columns = count;
+};
+
+// ---------------------------------------------------------------- writing
+
+class CHdf5FormWriter
+{
+public:
+    explicit CHdf5FormWriter(CHdf5Visitor& visitor) : visitor(visitor), compress(compressionWanted()) {}
+
+    /// A writer is of the current version.
+    static constexpr bool since(quint32, quint32, quint32) { return true; }
+
+    template <class T>
+    void attribute(const std::string& name, const T& value)
+    {
+        writeAttribute(name, value, *visitor.location);
+    }
+
+    /// Makes a group, runs body in it and closes it.
+    template <class TBody>
+    void group(const std::string& name, TBody&& body)
+    {
+        closed(made(name), [&](H5::Group& group) {
+            const CHdf5Place place(visitor, group);
+            body();
+        });
+    }
+
+    /// The same in a group that is there already.
+    template <class TBody>
+    void sameGroup(const std::string& name, TBody&& body)
+    {
+        closed(visitor.location->openGroup(name), [&](H5::Group& group) {
+            const CHdf5Place place(visitor, group);
+            body();
+        });
+    }
+
+    /// A group for each element, named by its number.
+    /// \param body  is given an element
+    template <class TList, class TBody>
+    void numbered(const TList& list, TBody&& body)
+    {
+        std::size_t number = 0;
+        for (const auto& element : list)
+            group(std::to_string(number++), [&] { body(element); });
+    }
+
+    /// An array with an element a row, chunked and compressed by the rule.
+    /// \param stored  false: not in this file
+    template <class T>
+    void rows(const std::string& name, const std::vector<T>& values, bool stored = true)
+    {
+        if (stored)
+            arrays().write(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data(), values.size());
+        throwIfFailed();
+    }
+
+    /// A short array of a fixed number of rows, with default creation properties.
+    template <class T, std::size_t count>
+    void fixedRows(const std::string& name, const std::array<T, count>& values)
+    {
+        arrays().writePlain(name, SRowOf<T>::type(), {count, SRowOf<T>::columns}, values.data());
+    }
+
+    template <class TType>
+    void table(const std::string& name, const std::vector<typename TType::SRecord>& records)
+    {
+        writeTable<TType>(name, records, *visitor.location);
+    }
+
+    CArrayWriter arrays() { return CArrayWriter(*visitor.location, compress); }
+
+    /// An array of a file that is lost already isn't worth compressing.
+    void throwIfFailed();
+
+private:
+    H5::Group made(const std::string& name)
+    {
+        try {
+            return visitor.location->createGroup(name);
+        }
+        catch (const H5::Exception& error) {
+            throwAt(*visitor.location, "group", name, error);
+        }
+    }
+
+    CHdf5Visitor& visitor;
+    bool compress;
+};
+
+// ---------------------------------------------------------------- reading
+
+class CHdf5FormReader
+{
+public:
+    /// \param fileVersion  of the file, as soon as the version record is read
+    CHdf5FormReader(CHdf5Visitor& visitor, const quint32& fileVersion) : visitor(visitor), fileVersion(fileVersion) {}
+
+    /// Whether the file is of that version or a later one.
+    bool since(quint32 major, quint32 minor, quint32 build) const
+    {
+        return fileVersion >= makeVersion(major, minor, build);
+    }
+
+    template <class T>
+    void attribute(const std::string& name, T& value)
+    {
+        readAttribute(name, value, *visitor.location);
+    }
+
+    template <class TBody>
+    void group(const std::string& name, TBody&& body)
+    {
+        H5::Group group = opened(name);
+        const CHdf5Place place(visitor, group);
+        body();
+    }
+
+    template <class TBody>
+    void sameGroup(const std::string& name, TBody&& body)
+    {
+        group(name, body);
+    }
+
+    template <class TList, class TBody>
+    void numbered(TList& list, TBody&& body)
+    {
+        std::size_t number = 0;
+        for (auto& element : list)
+            group(std::to_string(number++), [&] { body(element); });
+    }
+
+    template <class T>
+    void rows(const std::string& name, std::vector<T>& values, bool stored = true)
+    {
+        if (stored)
+            arrays().read(name, SRowOf<T>::type(), SRowOf<T>::columns, [&](const SArrayShape& shape) {
+                values.resize(shape.rows);
+                return static_cast<void*>(values.data());
+            });
+    }
+
+    template <class T, std::size_t count>
+    void fixedRows(const std::string& name, std::array<T, count>& values)
+    {
+        std::vector<T> found;
+        rows(name, found);
+        if (found.size() != count)
+            throwAt(*visitor.location, "dataset", name,
+                    std::to_string(found.size()) + " rows where " + std::to_string(count) + " are needed");
+        std::copy(found.begin(), found.end(), values.begin());
+    }
+
+    template <class TType>
+    void table(const std::string& name, std::vector<typename TType::SRecord>& records)
+    {
+        records = readTable<TType>(name, *visitor.location);
+    }
+
+    CArrayReader arrays() const { return CArrayReader(*visitor.location); }
+
+    /// Number of the groups and datasets in a group.
+    hsize_t childCount() const { return visitor.location->getNumObjs(); }
+    /// Name of one of them, in the order of the group's index.
+    std::string childName(hsize_t index) const { return visitor.location->getObjnameByIdx(index); }
+    bool has(const std::string& name) const { return visitor.location->nameExists(name); }
+
+private:
+    H5::Group opened(const std::string& name) const
+    {
+        try {
+            return visitor.location->openGroup(name);
+        }
+        catch (const H5::Exception& error) {
+            throwAt(*visitor.location, "group", name, error);
+        }
+    }
+
+    CHdf5Visitor& visitor;
+    const quint32& fileVersion;
+};
+
+} // namespace NBrenmark

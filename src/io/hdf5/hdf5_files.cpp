@@ -1,0 +1,141 @@
+// Opening and closing the files of a deck, and its header.
+
+#include "io/hdf5/hdf5_io_manager.h"
+
+#include "io/hdf5/checked_file_driver.h"
+#include "io/hdf5/closed.h"
+#include "io/hdf5/deck_layout.h"
+#include "io/hdf5/deck_tree.h"
+#include "io/hdf5/guarded.h"
+#include "io/hdf5/shapes.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace NBrenmark {
+
+namespace {
+
+// Attributes of the header, in file order.
+constexpr const char* firstVersionName = "original file version";
+constexpr const char* lastVersionName = "current file version";
+constexpr const char* countName = "num timesteps";
+constexpr const char* formatName = "file format";
+constexpr const char* editionName = "edition";
+
+constexpr quint32 onlyFormat = 0;
+
+std::string nativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+
+/// Ends the process if the HDF5 at run time isn't the one of the headers.
+void checkLibrary() { H5check_version(H5_VERS_MAJOR, H5_VERS_MINOR, H5_VERS_RELEASE); }
+
+} // namespace
+
+// ---------------------------------------------------------------- files
+
+CHdf5IoManager::File CHdf5IoManager::createFile(const QString& path) const
+{
+    checkLibrary();
+    auto file =
+        std::make_unique<H5::H5File>(nativePath(path), H5F_ACC_TRUNC, H5::FileCreatPropList::DEFAULT, fileAccess);
+    for (const char* group : {creatorGroup, timestepGroup})
+        closed(file->createGroup(group), [](H5::Group&) {});
+    return file;
+}
+
+CHdf5IoManager::File CHdf5IoManager::createTimestepFile(const QString& path, quint32 number) const
+{
+    if (!QDir().mkpath(dataFolderPath(path)))
+        throw hdf5_error("Could not make folder " + dataFolderPath(path).toStdString() + ".");
+    return createFile(timestepFilePath(path, number));
+}
+
+CHdf5IoManager::File CHdf5IoManager::openFile(const QString& path, EAccess access) const
+{
+    checkLibrary();
+    return std::make_unique<H5::H5File>(nativePath(path), access == eReadOnly ? H5F_ACC_RDONLY : H5F_ACC_RDWR,
+                                        H5::FileCreatPropList::DEFAULT, fileAccess);
+}
+
+CHdf5IoManager::File CHdf5IoManager::openNumberedFile(const QString& path, quint32 number, EAccess access) const
+{
+    return openFile(timestepFilePath(path, number), access);
+}
+
+void CHdf5IoManager::openMainFile()
+{
+    mainFile.reset();
+    mainFile = openFile(fileName, eReadOnly);
+}
+
+void CHdf5IoManager::closeFiles()
+{
+    mainFile.reset();
+    timestepFile.reset();
+    currentFileNumber = -1;
+}
+
+bool CHdf5IoManager::switchToFile(qint64 number)
+{
+    if (currentFileNumber == number && timestepFile)
+        return true;
+    const QString path = timestepFilePath(fileName, static_cast<quint32>(number));
+    return guarded("HDF5 read", QString("Could not open file %1.").arg(path), [&] {
+        if (!QFileInfo::exists(path))
+            throw hdf5_error("There is no such file.");
+        timestepFile.reset();
+        currentFileNumber = -1;
+        timestepFile = openFile(path, eReadOnly);
+        currentFileNumber = number;
+    });
+}
+
+// ---------------------------------------------------------------- header
+
+void CHdf5IoManager::writeHeader(H5::H5File& mainFile, const SHeader& header)
+{
+    closed(mainFile.openGroup("/"), [&](H5::Group& root) {
+        const bool isNew = root.getNumAttrs() == 0;
+        const auto put = [&](const char* name, auto value) {
+            isNew ? writeAttribute(name, value, root) : rewriteAttribute(name, value, root);
+        };
+        put(firstVersionName, header.firstVersion);
+        put(lastVersionName, header.lastVersion);
+        put(countName, static_cast<qint32>(header.timesteps));
+        put(formatName, onlyFormat);
+        put(editionName, header.edition);
+    });
+    flushChecked(mainFile);
+}
+
+void CHdf5IoManager::updateHeader()
+{
+    mainFile.reset();
+    File writable = openFile(fileName, eReadWrite);
+    lastVersion = std::max(lastVersion, currentFileVersion());
+    writeHeader(*writable, {firstVersion, lastVersion, timestepCount, edition});
+    closeChecked(writable);
+    openMainFile();
+}
+
+bool CHdf5IoManager::readHeader()
+{
+    return guarded("HDF5 read", QString("Could not read file %1.").arg(fileName), [&] {
+        const H5::Group root = mainFile->openGroup("/");
+        quint32 format = 0;
+        qint32 count = 0;
+        readAttribute(firstVersionName, firstVersion, root);
+        readAttribute(lastVersionName, lastVersion, root);
+        readAttribute(countName, count, root);
+        readAttribute(formatName, format, root);
+        readAttribute(editionName, edition, root);
+        timestepCount = static_cast<quint32>(std::max(count, 0));
+        if (format != onlyFormat)
+            throw hdf5_error("The file format is " + std::to_string(format) + ", only " + std::to_string(onlyFormat) +
+                             " is known.");
+    });
+}
+
+} // namespace NBrenmark

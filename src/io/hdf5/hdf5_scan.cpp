@@ -1,0 +1,81 @@
+// Which timesteps a deck has: what its folder says.
+
+#include "io/hdf5/hdf5_io_manager.h"
+
+#include "core/log.h"
+#include "io/hdf5/deck_layout.h"
+#include "io/hdf5/deck_tree.h"
+#include "io/hdf5/guarded.h"
+#include "io/hdf5/shapes.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace NBrenmark {
+
+namespace {
+
+/// A greater number on a file is no timestep's: the index must not take memory for a name's sake.
+constexpr quint32 mostTimesteps = 4000000;
+
+/// The folder wins over the header, but a file that is gone is somebody's loss.
+void tellOfCount(int found, quint32 expected, const QString& folder)
+{
+    const auto plural = [](bool isPlural) { return QString(isPlural ? "s" : ""); };
+    const QString text =
+        QString("%1 data file%2 exist%3 in folder \"%4\". %5 expected there to be %6 timestep data file%7.")
+            .arg(QString::number(found), plural(found != 1), plural(found == 1), folder, "Brenmark",
+                 QString::number(expected), plural(expected >= 2));
+    logMessage(eWarning, "POSSIBLE DATA LOSS", text.toStdString());
+}
+
+} // namespace
+
+bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
+{
+    const QString folder = dataFolderPath(fileName);
+    const QStringList names = dataFileNames(folder);
+    if (names.isEmpty()) {
+        tellFailure("HDF5 read",
+                    QString("Could not read file %1.\nIts folder %2 holds no data files.").arg(fileName, folder));
+        return false;
+    }
+    if (static_cast<quint32>(names.size()) != timestepCount)
+        tellOfCount(names.size(), timestepCount, folder);
+
+    qint64 last = -1;
+    for (const QString& name : names) {
+        const std::optional<quint32> number = timestepNumber(name);
+        if (number && *number < mostTimesteps)
+            last = std::max<qint64>(last, *number);
+        else
+            logMessage(eWarning, "HDF5 read",
+                       "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
+    }
+    timestepCount = static_cast<quint32>(last + 1);
+    index.assign(timestepCount, STimestepIndexEntry());
+    for (quint32 number = 0; number < timestepCount; ++number) {
+        if (!QFileInfo::exists(timestepFilePath(fileName, number))) {
+            logMessage(eWarning, "HDF5 read",
+                       "Timestep " + std::to_string(number) + " has no file in " + folder.toStdString() + ".");
+            continue;
+        }
+        if (switchToFile(number) && !readIndexEntry(number, index[number]))
+            return false;
+    }
+    return timestepCount > 0;
+}
+
+bool CHdf5IoManager::readIndexEntry(quint32 number, STimestepIndexEntry& entry)
+{
+    return guarded("HDF5 read", QString("Could not read file %1.").arg(timestepFilePath(fileName, number)), [&] {
+        const H5::Group timestep = openOnlyTimestep(*timestepFile);
+        readAttribute("time", entry.time, timestep);
+        readAttribute("full timestep", entry.isFull, timestep);
+        readAttribute(creatorIndexName, entry.creatorIndex, timestep);
+        entry.segment = number;
+        entry.offset = 1;
+    });
+}
+
+} // namespace NBrenmark

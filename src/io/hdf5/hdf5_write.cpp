@@ -1,0 +1,154 @@
+// Appending to a deck, cutting it and making a new one.
+
+#include "io/hdf5/hdf5_io_manager.h"
+
+#include "core/deck/deck_files.h"
+#include "core/deck/simulation_frame.h"
+#include "core/log.h"
+#include "io/hdf5/checked_file_driver.h"
+#include "io/hdf5/deck_layout.h"
+#include "io/hdf5/fixed_texts.h"
+#include "io/hdf5/guarded.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace NBrenmark {
+
+static QString couldNotWrite(const QString& path) { return QString("Could not write file %1.").arg(path); }
+
+/// Whether the frame holds a timestep at all; told in the log if not.
+static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
+{
+    if (frame.timestep.timestepIndex != CTimestepData::noTimestep)
+        return true;
+    tellFailure("HDF5 write", couldNotWrite(path) + "\nNo timestep is loaded.");
+    return false;
+}
+
+// ---------------------------------------------------------------- append
+
+/// Writes a numbered file from its first byte to its last. A file that didn't get that far is removed:
+/// the next scan would take it for a timestep.
+bool CHdf5IoManager::writeTimestepFile(quint32 number, SSimulationFrame& frame, bool withCreator)
+{
+    const QString path = timestepFilePath(fileName, number);
+    bool written = false;
+    const bool complete = guarded("HDF5 write", couldNotWrite(path), [&] {
+        File file = createTimestepFile(fileName, number);
+        written = (!withCreator || runWriter(*file, frame.creator)) && runWriter(*file, frame.timestep);
+        if (written)
+            closeChecked(file);
+    });
+    if (written && complete)
+        return true;
+    if (QFile::exists(path) && !QFile::remove(path))
+        logMessage(eError, "HDF5 write", "The unfinished file " + path.toStdString() + " could not be removed.");
+    return false;
+}
+
+bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index, bool creatorChanged, bool isFull)
+{
+    const quint32 number = frame.timestep.timestepIndex;
+    const QString path = timestepFilePath(fileName, number);
+    if (!hasTimestep(frame, fileName) || !guarded("HDF5 write", couldNotWrite(path), [&] {
+            checkFixedTexts(frame.creator);
+            checkFixedTexts(frame.timestep);
+        }))
+        return false;
+
+    timestepFile.reset();
+    currentFileNumber = -1;
+    // A model that lies in the very file that is made anew goes with it.
+    const bool withCreator =
+        creatorChanged || creatorRewritePending || frame.creator.modified || frame.creator.storageIndex() == number;
+    if (withCreator)
+        frame.creator.setStorageIndex(number);
+    const double time = writeOptions.overrideTime ? writeOptions.timeOverride : frame.timestep.time;
+    creatorRewritePending = withCreator; // until it has arrived
+    if (!writeTimestepFile(number, frame, withCreator))
+        return false;
+    creatorRewritePending = false;
+
+    if (index.size() <= number)
+        index.resize(std::size_t(number) + 1);
+    STimestepIndexEntry& entry = index[number];
+    entry.time = time;
+    entry.segment = number;
+    entry.offset = 1;
+    entry.isFull = isFull;
+    entry.creatorIndex = static_cast<qint32>(frame.creator.storageIndex());
+    timestepCount += 1;
+    return guarded("HDF5 write", couldNotWrite(fileName), [&] { updateHeader(); });
+}
+
+// ---------------------------------------------------------------- cut
+
+bool CHdf5IoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex& index, bool discardCurrent)
+{
+    if (!hasTimestep(frame, fileName))
+        return false;
+    const quint32 keep = frame.timestep.timestepIndex + (discardCurrent ? 0 : 1);
+    creatorRewritePending = false;
+    // The file of the current timestep may hold the creator model of what follows: write it again.
+    if (discardCurrent)
+        creatorRewritePending =
+            keep == 0 || (keep < index.size() && index[keep].creatorIndex > index[keep - 1].creatorIndex);
+    timestepFile.reset();
+    currentFileNumber = -1;
+    const QString folder = dataFolderPath(fileName);
+    for (const QString& name : dataFileNames(folder)) {
+        const std::optional<quint32> number = timestepNumber(name);
+        if (number && *number >= keep && !QFile::remove(folder + name))
+            tellFailure("HDF5 write", QString("File couldnt be deleted %1.").arg(folder + name));
+    }
+    index.resize(keep);
+    timestepCount = keep;
+    return guarded("HDF5 write", couldNotWrite(fileName), [&] { updateHeader(); });
+}
+
+// ---------------------------------------------------------------- create
+
+bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& frame, bool switchToNew,
+                                      TimestepIndex& index)
+{
+    const double time = writeOptions.overrideTime ? writeOptions.timeOverride : frame.timestep.time;
+    const bool isTimeFixed = writeOptions.overrideTime;
+    bool isBegun = false;
+    bool written = false;
+    const bool complete = guarded("HDF5 write", couldNotWrite(path), [&] {
+        checkFixedTexts(frame.creator);
+        checkFixedTexts(frame.timestep);
+        File newMain = createFile(path);
+        isBegun = true;
+        writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
+        File newTimestep = createTimestepFile(path, 0);
+        frame.creator.setStorageIndex(0);
+        written = runWriter(*newTimestep, frame.creator) && runWriter(*newTimestep, frame.timestep);
+        if (written) {
+            closeChecked(newTimestep);
+            closeChecked(newMain);
+        }
+    });
+    if (!complete || !written) {
+        if (isBegun)
+            deleteFamily(path);
+        return false;
+    }
+    if (!switchToNew)
+        return true;
+    closeFiles();
+    fileName = path;
+    timestepCount = 1;
+    index.assign(1, STimestepIndexEntry());
+    index[0].time = time;
+    index[0].offset = 1;
+    index[0].isFull = true;
+    if (isTimeFixed)
+        frame.timestep.time = time;
+    firstVersion = currentFileVersion();
+    lastVersion = currentFileVersion();
+    return guarded("HDF5 read", QString("Could not open file %1.").arg(path), [&] { openMainFile(); });
+}
+
+} // namespace NBrenmark

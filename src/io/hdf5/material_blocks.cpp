@@ -1,0 +1,170 @@
+// Material blocks: stored beds of particles, with custom properties of their own.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "model/material_block.h"
+#include "results/custom_property_data.h"
+
+namespace NBrenmark {
+
+using Properties = std::vector<SBlockProperty>;
+using ParticleData = std::shared_ptr<CMaterialBlockParticleData>;
+
+// ---------------------------------------------------------------- custom properties
+
+static void readBlockProperties(CHdf5Reader& reader, CHdf5FormReader& in, Properties& properties, quint32 items)
+{
+    in.group("CustomProperties/", [&] {
+        properties.resize(in.childCount());
+        in.numbered(properties, [&](SBlockProperty& property) {
+            std::string name;
+            qint32 dataType = 0;
+            quint32 elements = 0;
+            qint32 units = 0;
+            in.attribute("name", name);
+            in.attribute("data type", dataType);
+            in.attribute("number of elements", elements);
+            in.attribute("units", units);
+            property.metaData = std::make_shared<CCustomPropertyMetaData>(name, static_cast<unsigned int>(dataType),
+                                                                          elements, static_cast<unsigned int>(units));
+            property.values = std::make_shared<CCustomPropertyValueList>(*property.metaData, false);
+            property.values->resize(items);
+            property.values->read(reader);
+        });
+    });
+}
+
+static void writeBlockProperties(CHdf5Writer& writer, CHdf5FormWriter& out, const Properties& properties)
+{
+    out.group("CustomProperties/", [&] {
+        out.numbered(properties, [&](const SBlockProperty& property) {
+            out.attribute("name", property.metaData->name);
+            out.attribute("data type", static_cast<qint32>(property.metaData->dataType));
+            out.attribute("number of elements", property.metaData->numberOfElements);
+            out.attribute("units", static_cast<qint32>(property.metaData->unitsType));
+            property.values->write(writer);
+        });
+    });
+}
+
+// ---------------------------------------------------------------- particles of one type
+
+template <class TForm, class TData>
+static void blockParticlesForm(TForm& f, TData& data)
+{
+    f.rows("ids", data.ids);
+    f.rows("velocity", data.velocity);
+    f.rows("position", data.position);
+    f.rows("orientation", data.orientation);
+    f.rows("angular velocity", data.angularVelocity);
+    f.rows("scale", data.scale);
+}
+
+/// \throws hdf5_error  unless every array has a row for each particle
+static void checkRows(const CMaterialBlockParticleData& data)
+{
+    const std::size_t rows = data.ids.size();
+    if (data.velocity.size() != rows || data.position.size() != rows || data.orientation.size() != rows ||
+        data.angularVelocity.size() != rows || data.scale.size() != rows)
+        throw hdf5_error("The arrays of \"" + data.name.toStdString() + "\" in a material block differ in length.");
+}
+
+void CHdf5Reader::readMaterialBlockParticleData(CMaterialBlockParticleData& data)
+{
+    in().attribute("name", data.name);
+    in().attribute("spheres", data.sphereCount);
+    quint32 size = 0;
+    in().attribute("size", size);
+    if (size > 0)
+        blockParticlesForm(in(), data);
+    checkRows(data);
+    readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.ids.size()));
+}
+
+void CHdf5Writer::writeMaterialBlockParticleData(const CMaterialBlockParticleData& data)
+{
+    checkRows(data);
+    out().attribute("name", data.name);
+    out().attribute("spheres", data.sphereCount);
+    out().attribute("size", static_cast<quint32>(data.ids.size()));
+    if (!data.ids.empty())
+        blockParticlesForm(out(), data);
+    writeBlockProperties(*this, out(), data.customProperties);
+}
+
+// ---------------------------------------------------------------- contacts
+
+void CHdf5Reader::readMaterialBlockContactData(CMaterialBlockContactData& data)
+{
+    quint32 size = 0;
+    in().attribute("size", size);
+    in().rows("contacts", data.contacts, size > 0);
+    readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.contacts.size()));
+}
+
+void CHdf5Writer::writeMaterialBlockContactData(const CMaterialBlockContactData& data)
+{
+    out().attribute("size", static_cast<quint32>(data.contacts.size()));
+    out().rows("contacts", data.contacts, !data.contacts.empty());
+    writeBlockProperties(*this, out(), data.customProperties);
+}
+
+// ---------------------------------------------------------------- a block
+
+template <class TForm, class TVisit, class TBlock>
+static void blockForm(TForm& f, TVisit&& visit, TBlock& block)
+{
+    f.attribute("name", block.name);
+    f.attribute("material name", block.materialName);
+    visit(block.boundingBox);
+    f.group("ParticleTypes/", [&] { f.numbered(block.particleData, [&](auto& data) { visit(*data); }); });
+    f.group("SurfaceSurface/", [&] { visit(*block.surfaceSurfaceContacts); });
+    f.group("SurfaceGeometry/", [&] { visit(*block.surfaceGeometryContacts); });
+}
+
+void CHdf5Reader::readMaterialBlock(CMaterialBlock& block)
+{
+    in().group("ParticleTypes/", [&] {
+        block.particleData.resize(in().childCount());
+        for (ParticleData& data : block.particleData)
+            data = std::make_shared<CMaterialBlockParticleData>();
+    });
+    blockForm(
+        in(), [this](auto& part) { part.read(*this); }, block);
+}
+
+void CHdf5Writer::writeMaterialBlock(const CMaterialBlock& block)
+{
+    blockForm(
+        out(), [this](const auto& part) { part.write(*this); }, block);
+}
+
+// ---------------------------------------------------------------- all blocks
+
+void CHdf5Reader::readMaterialBlocks(CMaterialBlockMap& blocks)
+{
+    if (!in().since(30, 0, 16))
+        return;
+    in().group("MaterialBlocks/", [&] {
+        std::vector<std::shared_ptr<CMaterialBlock>> read(in().childCount());
+        in().numbered(read, [&](std::shared_ptr<CMaterialBlock>& block) {
+            block = std::make_shared<CMaterialBlock>();
+            block->read(*this);
+            if (blocks.contains(block->name))
+                logMessage(eWarning, "HDF5 read",
+                           "Two material blocks are named \"" + block->name.toStdString() + "\": the later one stays.");
+            blocks.insert(block->name, block);
+        });
+    });
+}
+
+void CHdf5Writer::writeMaterialBlocks(const CMaterialBlockMap& blocks)
+{
+    out().group("MaterialBlocks/", [&] {
+        out().numbered(blocks, [&](const std::shared_ptr<CMaterialBlock>& block) { block->write(*this); });
+    });
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,210 @@
+// Particle types and the particles in them. In a creator model a type has no particles, but the form is
+// the same.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "model/particle_types.h"
+
+namespace NBrenmark {
+
+using Sphere = HDF5DATATYPES::SSphereType;
+
+namespace {
+
+template <class TForm, class TType>
+void definitionForm(TForm& f, TType& t)
+{
+    f.attribute("material name", t.materialName);
+    if (f.since(30, 0, 6)) {
+        f.attribute("surface based", t.surfaceBased);
+        f.attribute("auto center particle", t.autoCenterParticle);
+        f.attribute("template name", t.templateName);
+        f.attribute("auto properties", t.autoProperties);
+    }
+    f.attribute("raw mass", t.rawMass);
+    f.attribute("raw volume", t.rawVolume);
+    f.attribute("raw inertia", t.rawInertia);
+    f.attribute("calc props", t.calculateProperties);
+}
+
+/// The arrays of a type, each with its bit in the stored-fields word.
+template <class TForm, class TType, class TTimes>
+void particlesForm(TForm& f, TType& t, TTimes& creationTime, quint32 fields)
+{
+    const auto has = [fields](quint32 field) { return (fields & field) != 0; };
+    f.rows("ids", t.ids, has(eIds));
+    f.rows("velocity", t.velocity, has(eVelocity));
+    f.rows("position", t.position, has(ePosition));
+    f.rows("orientation", t.orientation, has(eOrientation));
+    f.rows("angular velocity", t.angularVelocity, has(eAngularVelocity));
+    f.rows("scale", t.scale, has(eScale));
+    f.rows("force torque", t.forceTorque, has(eForceTorque));
+    f.rows("us_force torque", t.unscaledForceTorque, has(eUnscaledForceTorque));
+    f.rows("external force torque", t.externalForceTorque, has(eExternalForceTorque));
+    f.rows("creation time", creationTime, has(eCreationTime));
+}
+
+/// Runs check(name, rows) for each array that the word names.
+template <class TCheck>
+void forEachArray(const CParticleType& t, quint32 fields, TCheck&& check)
+{
+    const auto checkIf = [&](quint32 field, const char* name, std::size_t rows) {
+        if ((fields & field) != 0)
+            check(name, rows);
+    };
+    checkIf(eIds, "ids", t.ids.size());
+    checkIf(eVelocity, "velocity", t.velocity.size());
+    checkIf(ePosition, "position", t.position.size());
+    checkIf(eOrientation, "orientation", t.orientation.size());
+    checkIf(eAngularVelocity, "angular velocity", t.angularVelocity.size());
+    checkIf(eScale, "scale", t.scale.size());
+    checkIf(eForceTorque, "force torque", t.forceTorque.size());
+    checkIf(eUnscaledForceTorque, "us_force torque", t.unscaledForceTorque.size());
+    checkIf(eExternalForceTorque, "external force torque", t.externalForceTorque.size());
+    checkIf(eCreationTime, "creation time", t.creationTime.size());
+}
+
+/// All arrays of a type have one length, or its slots mean nothing.
+quint32 commonLength(const CParticleType& t, quint32 fields)
+{
+    const char* firstName = nullptr;
+    std::size_t length = 0;
+    forEachArray(t, fields, [&](const char* name, std::size_t rows) {
+        if (firstName == nullptr) {
+            firstName = name;
+            length = rows;
+        }
+        if (rows != length)
+            throw hdf5_error("Particle type \"" + t.name + "\" has " + std::to_string(length) + " rows of " +
+                             firstName + " and " + std::to_string(rows) + " of " + name + ".");
+    });
+    return static_cast<quint32>(length);
+}
+
+std::vector<Sphere::SRecord> sphereRecords(const CParticleType& t)
+{
+    std::vector<Sphere::SRecord> records(t.spheres.size());
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const CSphere& sphere = t.spheres[i];
+        setText(records[i].name, sphere.name);
+        records[i].contactRadius = sphere.contactRadius;
+        records[i].physicalRadius = sphere.physicalRadius;
+        records[i].pos[0] = sphere.position.x;
+        records[i].pos[1] = sphere.position.y;
+        records[i].pos[2] = sphere.position.z;
+    }
+    return records;
+}
+
+std::vector<CSphere> spheresOf(const std::vector<Sphere::SRecord>& records)
+{
+    std::vector<CSphere> spheres(records.size());
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        spheres[i].name = textOf(records[i].name);
+        spheres[i].position = C3DPoint(records[i].pos[0], records[i].pos[1], records[i].pos[2]);
+        spheres[i].setRadii(records[i].contactRadius, records[i].physicalRadius);
+    }
+    return spheres;
+}
+
+/// Charges have a place in this family only as custom properties of these names.
+void tellOfLostCharges(const CParticleType& t)
+{
+    const CCustomPropertyManager* const manager = t.customProperties.manager();
+    const auto isLost = [&](const char* property, std::size_t values) {
+        return values > 0 && (manager == nullptr || manager->indexOf(property) >= manager->finalizedCount());
+    };
+    if (isLost("Charge", t.electrostatic.charge.size()) ||
+        isLost("Electrostatic Force", t.electrostatic.electrostaticForce.size()))
+        logMessage(eWarning, "HDF5 write",
+                   "Charges and electrostatic forces of particles are dropped: the deck defines no custom "
+                   "properties \"Charge\" and \"Electrostatic Force\" to hold them.",
+                   0, 1);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------- one type
+
+void CHdf5Reader::readParticleType(CParticleType& t)
+{
+    QString name;
+    in().attribute("name", name);
+    t.setName(name);
+    definitionForm(in(), t);
+    t.spheres = spheresOf(readTable<Sphere>("spheres", *location));
+
+    quint32 size = 0;
+    in().attribute("size", size);
+    if ((options.timestepMask & eParticleRows) == 0)
+        size = 0;
+    in().attribute("mask", t.dataMask);
+    const quint32 fields = size > 0 ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
+    particlesForm(in(), t, t.creationTime, fields);
+    // The arrays that are there say how many slots there are: memory follows stored bytes only.
+    const quint32 held = commonLength(t, fields);
+    if (held != size)
+        logMessage(eWarning, "HDF5 read",
+                   "Particle type \"" + t.name + "\" announces " + std::to_string(size) + " particles and holds " +
+                       std::to_string(held) + ".");
+    t.resizeSlots(held);
+    t.customProperties.resize(held);
+    if ((options.particleMask & eParticleProperties) != 0)
+        t.customProperties.read(*this);
+    t.rebuildFreeList();
+}
+
+void CHdf5Writer::writeParticleType(const CParticleType& t)
+{
+    tellOfLostCharges(t);
+    out().attribute("name", t.displayName);
+    definitionForm(out(), t);
+    out().table<Sphere>("spheres", sphereRecords(t));
+
+    const quint32 size = (options.timestepMask & eParticleRows) != 0 ? t.slotCount() : 0;
+    const quint32 mask = reduceParticleFields(allParticleFields, options.particleMask);
+    out().attribute("size", size);
+    out().attribute("mask", mask);
+    if (size > 0) {
+        commonLength(t, mask);
+        if (options.overrideTime) {
+            const std::vector<double> times(size, options.timeOverride);
+            particlesForm(out(), t, times, mask);
+        }
+        else {
+            particlesForm(out(), t, t.creationTime, mask);
+        }
+    }
+
+    if ((options.particleMask & eParticleProperties) != 0)
+        t.customProperties.write(*this);
+    else
+        out().group("CustomProperties/", [] {});
+}
+
+// ---------------------------------------------------------------- all types
+
+void CHdf5Reader::readParticleTypes(CParticleTypes& types)
+{
+    in().group("ParticleTypes/", [&] {
+        qint32 maxId = 0;
+        in().attribute("max id", maxId);
+        types.recreate(static_cast<quint32>(in().childCount()));
+        in().numbered(types.types, [&](const std::unique_ptr<CParticleType>& type) { type->read(*this); });
+        types.maxId = static_cast<quint32>(std::max(maxId, 0));
+        types.recomputeMaxId(maxId < 0); // no less than the particles that are there
+        types.rebuildIdLookup();
+    });
+}
+
+void CHdf5Writer::writeParticleTypes(const CParticleTypes& types)
+{
+    out().group("ParticleTypes/", [&] {
+        out().attribute("max id", types.maxId);
+        out().numbered(types.types, [&](const std::unique_ptr<CParticleType>& type) { type->write(*this); });
+    });
+}
+
+} // namespace NBrenmark

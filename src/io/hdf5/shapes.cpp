@@ -1,0 +1,463 @@
+#include "io/hdf5/shapes.h"
+
+#include "io/hdf5/closed.h"
+#include "io/hdf5/error_text.h"
+
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cstring>
+
+namespace NBrenmark {
+
+using H5::PredType;
+
+namespace {
+
+// ---------------------------------------------------------------- attributes
+
+void writeAs(const std::string& name, const H5::DataType& type, const H5::DataSpace& space, const void* value,
+             H5::H5Object& location)
+{
+    try {
+        closed(location.createAttribute(name, type, space),
+               [&](H5::Attribute& attribute) { attribute.write(type, value); });
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "attribute", name, error);
+    }
+}
+
+void writeScalar(const std::string& name, const H5::DataType& type, const void* value, H5::H5Object& location)
+{
+    closed(H5::DataSpace(H5S_SCALAR), [&](H5::DataSpace& space) { writeAs(name, type, space, value, location); });
+}
+
+void rewriteScalar(const std::string& name, const H5::DataType& type, const void* value, H5::H5Object& location)
+{
+    try {
+        closed(location.openAttribute(name), [&](H5::Attribute& attribute) {
+            if (attribute.getSpace().getSimpleExtentNpoints() != 1)
+                throwAt(location, "attribute", name, "is no single value");
+            attribute.write(type, value);
+        });
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "attribute", name, error);
+    }
+}
+
+/// \param allocate  is given the number of values and gives the place for them
+template <class TAllocate>
+void readValues(const std::string& name, const H5::DataType& type, const H5::H5Object& location, TAllocate&& allocate)
+{
+    try {
+        const H5::Attribute attribute = location.openAttribute(name);
+        void* const target = allocate(attribute.getSpace().getSimpleExtentNpoints());
+        attribute.read(type, target);
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "attribute", name, error);
+    }
+}
+
+void readScalar(const std::string& name, const H5::DataType& type, void* value, const H5::H5Object& location)
+{
+    readValues(name, type, location, [&](hssize_t points) {
+        if (points != 1)
+            throwAt(location, "attribute", name, std::to_string(points) + " values where one is needed");
+        return value;
+    });
+}
+
+H5::ArrayType rowOfDoubles(hsize_t count) { return H5::ArrayType(PredType::NATIVE_DOUBLE, 1, &count); }
+
+H5::ArrayType squareOfDoubles(hsize_t side)
+{
+    const hsize_t sides[] = {side, side};
+    return H5::ArrayType(PredType::NATIVE_DOUBLE, 2, sides);
+}
+
+void writeArrayAttribute(const std::string& name, H5::ArrayType type, const double* values, H5::H5Object& location)
+{
+    closed(std::move(type), [&](H5::ArrayType& array) { writeScalar(name, array, values, location); });
+}
+
+// ---------------------------------------------------------------- datasets
+
+void writeData(const std::string& name, const H5::DataType& type, const H5::DataSpace& space, const void* value,
+               H5::H5Location& location)
+{
+    try {
+        closed(location.createDataSet(name, type, space), [&](H5::DataSet& dataset) {
+            if (space.getSimpleExtentNpoints() > 0)
+                dataset.write(value, type);
+        });
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "dataset", name, error);
+    }
+}
+
+template <class TType>
+void writeScalarData(const std::string& name, TType type, const void* value, H5::H5Location& location)
+{
+    closed(std::move(type), [&](TType& memory) {
+        closed(H5::DataSpace(H5S_SCALAR),
+               [&](H5::DataSpace& space) { writeData(name, memory, space, value, location); });
+    });
+}
+
+/// A file's compound may have its members in other places, but must have them.
+void checkMembers(const std::string& name, const H5::CompType& wanted, const H5::DataSet& dataset,
+                  const H5::H5Location& location)
+{
+    if (dataset.getTypeClass() != H5T_COMPOUND)
+        throwAt(location, "dataset", name, "is no table of records");
+    const H5::CompType found = dataset.getCompType();
+    for (int i = 0; i < wanted.getNmembers(); ++i) {
+        const std::string member = wanted.getMemberName(static_cast<unsigned>(i));
+        if (H5Tget_member_index(found.getId(), member.c_str()) < 0)
+            throwAt(location, "dataset", name, "has no member \"" + member + "\"");
+    }
+}
+
+void readRecord(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location)
+{
+    try {
+        const H5::DataSet dataset = location.openDataSet(name);
+        if (dataset.getSpace().getSimpleExtentNpoints() != 1)
+            throwAt(location, "dataset", name, "is no single record");
+        checkMembers(name, type, dataset, location);
+        dataset.read(record, type);
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "dataset", name, error);
+    }
+}
+
+H5::StrType variableText() { return H5::StrType(PredType::C_S1, H5T_VARIABLE); }
+
+/// The texts of a dataset of variable-length texts, of any rank.
+std::vector<std::string> readTexts(const std::string& name, const H5::H5Location& location)
+{
+    std::vector<std::string> texts;
+    try {
+        const H5::DataSet dataset = location.openDataSet(name);
+        if (dataset.getTypeClass() != H5T_STRING || !dataset.getStrType().isVariableStr())
+            throwAt(location, "dataset", name, "holds no texts");
+        checkExtent(dataset, location, name);
+        const H5::DataSpace space = dataset.getSpace();
+        std::vector<char*> pointers(static_cast<std::size_t>(space.getSimpleExtentNpoints()), nullptr);
+        if (pointers.empty())
+            return texts;
+        const H5::StrType type = variableText();
+        dataset.read(pointers.data(), type);
+        for (const char* text : pointers)
+            texts.emplace_back(text ? text : "");
+        H5::DataSet::vlenReclaim(pointers.data(), type, space);
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "dataset", name, error);
+    }
+    return texts;
+}
+
+} // namespace
+
+// ---------------------------------------------------------------- attributes
+
+void writeAttribute(const std::string& name, qint32 value, H5::H5Object& location)
+{
+    writeScalar(name, PredType::NATIVE_INT, &value, location);
+}
+
+void writeAttribute(const std::string& name, quint32 value, H5::H5Object& location)
+{
+    writeScalar(name, PredType::NATIVE_UINT, &value, location);
+}
+
+void writeAttribute(const std::string& name, double value, H5::H5Object& location)
+{
+    writeScalar(name, PredType::NATIVE_DOUBLE, &value, location);
+}
+
+void writeAttribute(const std::string& name, bool value, H5::H5Object& location)
+{
+    const unsigned char byte = value ? 1 : 0;
+    writeScalar(name, PredType::NATIVE_UCHAR, &byte, location);
+}
+
+void writeAttribute(const std::string& name, const std::vector<bool>& flags, H5::H5Object& location)
+{
+    const std::vector<unsigned char> bytes(flags.begin(), flags.end());
+    const hsize_t count = bytes.size();
+    closed(H5::DataSpace(1, &count),
+           [&](H5::DataSpace& space) { writeAs(name, PredType::NATIVE_UCHAR, space, bytes.data(), location); });
+}
+
+void writeAttribute(const std::string& name, const std::string& text, H5::H5Object& location)
+{
+    closed(H5::StrType(PredType::C_S1, text.size() + 1),
+           [&](H5::StrType& type) { writeScalar(name, type, text.c_str(), location); });
+}
+
+void writeAttribute(const std::string& name, const QString& text, H5::H5Object& location)
+{
+    writeAttribute(name, text.toStdString(), location);
+}
+
+void writeAttribute(const std::string& name, const C3DPoint& value, H5::H5Object& location)
+{
+    writeArrayAttribute(name, rowOfDoubles(3), &value.x, location);
+}
+
+void writeAttribute(const std::string& name, const C3DVector& value, H5::H5Object& location)
+{
+    writeArrayAttribute(name, rowOfDoubles(3), &value.x, location);
+}
+
+void writeAttribute(const std::string& name, const C3DMatrix& value, H5::H5Object& location)
+{
+    writeArrayAttribute(name, squareOfDoubles(3), value.data(), location);
+}
+
+void writeAttribute(const std::string& name, const C3DTransform& value, H5::H5Object& location)
+{
+    writeArrayAttribute(name, squareOfDoubles(4), value.data(), location);
+}
+
+void rewriteAttribute(const std::string& name, qint32 value, H5::H5Object& location)
+{
+    rewriteScalar(name, PredType::NATIVE_INT, &value, location);
+}
+
+void rewriteAttribute(const std::string& name, quint32 value, H5::H5Object& location)
+{
+    rewriteScalar(name, PredType::NATIVE_UINT, &value, location);
+}
+
+void readAttribute(const std::string& name, qint32& value, const H5::H5Object& location)
+{
+    readScalar(name, PredType::NATIVE_INT, &value, location);
+}
+
+void readAttribute(const std::string& name, quint32& value, const H5::H5Object& location)
+{
+    readScalar(name, PredType::NATIVE_UINT, &value, location);
+}
+
+void readAttribute(const std::string& name, double& value, const H5::H5Object& location)
+{
+    readScalar(name, PredType::NATIVE_DOUBLE, &value, location);
+}
+
+void readAttribute(const std::string& name, bool& value, const H5::H5Object& location)
+{
+    unsigned char byte = 0;
+    readScalar(name, PredType::NATIVE_UCHAR, &byte, location);
+    value = byte != 0;
+}
+
+void readAttribute(const std::string& name, std::vector<bool>& flags, const H5::H5Object& location)
+{
+    std::vector<unsigned char> bytes;
+    readValues(name, PredType::NATIVE_UCHAR, location, [&](hssize_t points) {
+        bytes.resize(static_cast<std::size_t>(points)); // no more than an object header holds
+        return static_cast<void*>(bytes.data());
+    });
+    flags.assign(bytes.size(), false);
+    std::transform(bytes.begin(), bytes.end(), flags.begin(), [](unsigned char byte) { return byte != 0; });
+}
+
+void readAttribute(const std::string& name, std::string& text, const H5::H5Object& location)
+{
+    try {
+        const H5::Attribute attribute = location.openAttribute(name);
+        if (attribute.getTypeClass() != H5T_STRING || attribute.getStrType().isVariableStr() ||
+            attribute.getSpace().getSimpleExtentNpoints() != 1)
+            throwAt(location, "attribute", name, "is no text of fixed length");
+        const H5::StrType type = attribute.getStrType();
+        std::string bytes(type.getSize(), '\0');
+        attribute.read(type, static_cast<void*>(&bytes[0]));
+        // The last byte is the terminator, unless the writer padded its texts without one.
+        if (bytes.back() == '\0' || type.getStrpad() == H5T_STR_NULLTERM)
+            bytes.pop_back();
+        bytes.erase(bytes.find_last_not_of('\0') + 1);
+        text = bytes;
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "attribute", name, error);
+    }
+}
+
+void readAttribute(const std::string& name, QString& text, const H5::H5Object& location)
+{
+    std::string bytes;
+    readAttribute(name, bytes, location);
+    text = storedText(bytes);
+}
+
+void readAttribute(const std::string& name, C3DPoint& value, const H5::H5Object& location)
+{
+    readScalar(name, rowOfDoubles(3), &value.x, location);
+}
+
+void readAttribute(const std::string& name, C3DVector& value, const H5::H5Object& location)
+{
+    readScalar(name, rowOfDoubles(3), &value.x, location);
+}
+
+void readAttribute(const std::string& name, C3DMatrix& value, const H5::H5Object& location)
+{
+    readScalar(name, squareOfDoubles(3), value.data(), location);
+}
+
+void readAttribute(const std::string& name, C3DTransform& value, const H5::H5Object& location)
+{
+    readScalar(name, squareOfDoubles(4), value.data(), location);
+}
+
+// ---------------------------------------------------------------- datasets
+
+void writeDataset(const std::string& name, const C3DPoint& value, H5::H5Location& location)
+{
+    writeScalarData(name, HDF5DATATYPES::SPointType(), &value.x, location);
+}
+
+void writeDataset(const std::string& name, const C3DVector& value, H5::H5Location& location)
+{
+    writeScalarData(name, HDF5DATATYPES::SPointType(), &value.x, location);
+}
+
+void writeDataset(const std::string& name, const CQuaternion& value, H5::H5Location& location)
+{
+    writeScalarData(name, HDF5DATATYPES::SQuaternionType(), &value.w, location);
+}
+
+void writeDataset(const std::string& name, const C3DTransform& value, H5::H5Location& location)
+{
+    CArrayWriter(location, false).writePlain(name, PredType::NATIVE_DOUBLE, {4, 4}, value.data());
+}
+
+void writeDataset(const std::string& name, const QString& text, H5::H5Location& location)
+{
+    const std::string bytes = text.toStdString();
+    const char* const pointer = bytes.c_str();
+    writeScalarData(name, variableText(), &pointer, location);
+}
+
+void writeDataset(const std::string& name, const QStringList& texts, H5::H5Location& location)
+{
+    std::vector<std::string> bytes;
+    for (const QString& text : texts)
+        bytes.push_back(text.toStdString());
+    std::vector<const char*> pointers;
+    for (const std::string& text : bytes)
+        pointers.push_back(text.c_str());
+    const hsize_t count = pointers.size();
+    closed(variableText(), [&](H5::StrType& type) {
+        closed(H5::DataSpace(1, &count),
+               [&](H5::DataSpace& space) { writeData(name, type, space, pointers.data(), location); });
+    });
+}
+
+void readDataset(const std::string& name, C3DPoint& value, const H5::H5Location& location)
+{
+    readRecord(name, HDF5DATATYPES::SPointType(), &value.x, location);
+}
+
+void readDataset(const std::string& name, C3DVector& value, const H5::H5Location& location)
+{
+    readRecord(name, HDF5DATATYPES::SPointType(), &value.x, location);
+}
+
+void readDataset(const std::string& name, CQuaternion& value, const H5::H5Location& location)
+{
+    readRecord(name, HDF5DATATYPES::SQuaternionType(), &value.w, location);
+}
+
+void readDataset(const std::string& name, C3DTransform& value, const H5::H5Location& location)
+{
+    CArrayReader(location).read(name, PredType::NATIVE_DOUBLE, 4, [&](const SArrayShape& shape) {
+        if (shape.rows != 4)
+            throwAt(location, "dataset", name, "is no 4 by 4 matrix");
+        return static_cast<void*>(value.data());
+    });
+}
+
+void readDataset(const std::string& name, QString& text, const H5::H5Location& location)
+{
+    const std::vector<std::string> texts = readTexts(name, location);
+    if (texts.size() != 1)
+        throwAt(location, "dataset", name, std::to_string(texts.size()) + " texts where one is needed");
+    text = storedText(texts.front());
+}
+
+void readDataset(const std::string& name, QStringList& texts, const H5::H5Location& location)
+{
+    texts.clear();
+    for (const std::string& text : readTexts(name, location))
+        texts.append(storedText(text));
+}
+
+void readDataset(const std::string& name, HDF5DATATYPES::SDomainType::SRecord& record, const H5::H5Location& location)
+{
+    readRecord(name, HDF5DATATYPES::SDomainType(), &record, location);
+}
+
+// ---------------------------------------------------------------- compound tables
+
+void writeTable(const std::string& name, const H5::CompType& type, const void* records, hsize_t count,
+                H5::H5Location& location)
+{
+    closed(H5::CompType(type), [&](H5::CompType& memory) {
+        closed(H5::DataSpace(1, &count),
+               [&](H5::DataSpace& space) { writeData(name, memory, space, records, location); });
+    });
+}
+
+void readTable(const std::string& name, const H5::CompType& type, const std::function<void*(hsize_t)>& allocate,
+               const H5::H5Location& location)
+{
+    try {
+        const H5::DataSet dataset = location.openDataSet(name);
+        const H5::DataSpace space = dataset.getSpace();
+        if (space.getSimpleExtentNdims() != 1)
+            throwAt(location, "dataset", name, "is no table of one dimension");
+        checkMembers(name, type, dataset, location);
+        checkExtent(dataset, location, name);
+        const hssize_t count = space.getSimpleExtentNpoints();
+        void* const records = allocate(static_cast<hsize_t>(count));
+        if (count > 0)
+            dataset.read(records, type);
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "dataset", name, error);
+    }
+}
+
+// ---------------------------------------------------------------- texts
+
+void setFixedText(char* field, std::size_t size, const QString& text)
+{
+    const std::string bytes = text.toStdString();
+    if (bytes.size() >= size)
+        throw hdf5_error("The name \"" + bytes + "\" takes " + std::to_string(bytes.size()) + " bytes, " +
+                         std::to_string(size - 1) + " can be stored.");
+    std::memset(field, 0, size);
+    std::memcpy(field, bytes.data(), bytes.size());
+}
+
+QString fixedText(const char* field, std::size_t size) { return storedText(std::string(field, strnlen(field, size))); }
+
+QString storedText(const std::string& bytes)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    static const QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
+    const int size = static_cast<int>(bytes.size());
+    const QString text = utf8->toUnicode(bytes.data(), size, &state);
+    return state.invalidChars == 0 && state.remainingChars == 0 ? text : QString::fromLatin1(bytes.data(), size);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,121 @@
+// A timestep: the one child of "/TimestepData/", named by its time.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "io/hdf5/plugin_factories.h"
+#include "model/creator_data.h"
+#include "results/timestep_data.h"
+
+#include <QDateTime>
+
+namespace NBrenmark {
+
+using HDF5DATATYPES::SNameCountType;
+
+namespace {
+
+template <class TForm, class TData>
+void contentForm(TForm& f, TData& data)
+{
+    f.attribute("full timestep", data.isFull);
+    f.attribute("timestep mask", data.timestepMask);
+    f.attribute("particle mask", data.particleMask);
+    f.attribute("geometry mask", data.geometryMask);
+}
+
+template <class TForm, class TData, class TTime>
+void momentForm(TForm& f, TData& data, TTime& time)
+{
+    f.attribute("time", time);
+    f.attribute("elapsed real time", data.elapsedTime);
+    f.attribute("run number", data.runNumber);
+    f.attribute("date", data.date);
+}
+
+void readRemovedParticles(CHdf5FormReader& in, CTimestepData& data)
+{
+    std::vector<SNameCountType::SRecord> records;
+    in.table<SNameCountType>("removed particles", records);
+    for (const SNameCountType::SRecord& record : records)
+        data.removedParticles.insert(textOf(record.name), record.count);
+}
+
+void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
+{
+    std::vector<SNameCountType::SRecord> records;
+    for (auto entry = data.removedParticles.begin(); entry != data.removedParticles.end(); ++entry) {
+        SNameCountType::SRecord record = {};
+        setText(record.name, entry.key());
+        record.count = entry.value();
+        records.push_back(record);
+    }
+    out.table<SNameCountType>("removed particles", records);
+}
+
+} // namespace
+
+void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
+{
+    H5::Group root = file.openGroup("/");
+    const CHdf5Place place(*this, root);
+    in().group("TimestepData/", [&] {
+        if (in().childCount() == 0)
+            throwAt(*location, "group", "", "holds no timestep");
+        in().group(in().childName(0), [&] {
+            readFileVersionInfo(data);
+            contentForm(in(), data);
+            data.creatorData.geometryGroups.read(*this);
+            data.particleTypes.domain = &data.creatorData.domain;
+            data.particleTypes.read(*this);
+            for (const std::unique_ptr<CParticleType>& type : data.particleTypes.types)
+                type->gravity = data.creatorData.gravity;
+            data.contacts.read(*this);
+            data.collisions.read(*this);
+            data.bonds.read(*this);
+            if (!in().since(30, 0, 5))
+                readPluginFactories(in(), data.creatorData.pluginFactories);
+            momentForm(in(), data, data.time);
+            data.systemEnergy.read(*this);
+            readRemovedParticles(in(), data);
+            data.simulationProperties.read(*this);
+        });
+    });
+}
+
+void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)
+{
+    const double time = options.overrideTime ? options.timeOverride : data.time;
+    data.isFull = options.fullSave;
+    data.timestepMask = options.timestepMask;
+    data.particleMask = options.particleMask;
+    data.geometryMask = options.geometryMask;
+    closed(file.openGroup("/"), [&](H5::Group& root) {
+        const CHdf5Place place(*this, root);
+        out().sameGroup("TimestepData/", [&] {
+            out().group(QString::number(time, 'g', 6).toStdString(), [&] {
+                writeFileVersionInfo(data);
+                out().attribute("creatordata index", data.creatorData.storageIndex());
+                contentForm(out(), data);
+                data.creatorData.geometryGroups.write(*this);
+                data.particleTypes.write(*this);
+                data.contacts.write(*this);
+                data.collisions.write(*this);
+                data.bonds.write(*this);
+                data.date = QDateTime::currentDateTime().toString("dd/MM/yy");
+                momentForm(out(), data, time);
+                // An override serves one write.
+                options.overrideTime = false;
+                options.timeOverride = 0.0;
+                data.systemEnergy.write(*this);
+                writeRemovedParticles(out(), data);
+                if (options.writeCustomProperties)
+                    data.simulationProperties.write(*this);
+                else
+                    out().group("CustomProperties/", [] {});
+            });
+        });
+    });
+}
+
+} // namespace NBrenmark

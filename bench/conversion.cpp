@@ -1,0 +1,259 @@
+// How fast a deck moves from the legacy family to the HDF5 family, beside the rate at which the plain HDF5
+// filter pipeline stores the same arrays in the same run, and how much memory that takes at the most.
+//
+//   conversion [--particles 1000000] [--timesteps 5] [--rounds 3] [--folder FOLDER]
+//
+// Every step runs in a process of its own, in turn, so that neither warms the other's heap and the peak of
+// resident memory is the step's own.
+
+#include "api/data_converter.h"
+#include "core/deck/application_state.h"
+#include "core/deck/file_families.h"
+#include "core/deck/file_format_manager.h"
+
+#include <QDir>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <H5Cpp.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <random>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+using namespace NBrenmark;
+
+namespace {
+
+struct SSize
+{
+    quint32 particles = 1000000;
+    quint32 timesteps = 5;
+};
+
+// ids, velocity, position, orientation, angular velocity, scale, three force records, creation time
+constexpr double bytesPerParticle = 4 + 24 + 24 + 32 + 24 + 8 + 3 * 56 + 8;
+
+/// A heap of grains at one time: positions and forces as rough as a solver leaves them, and a third of the
+/// grains at rest.
+void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
+{
+    timestep.clear();
+    timestep.time = 0.01 * number;
+    timestep.timestepIndex = number;
+    CParticleType& grains = timestep.particleTypes.append();
+    grains.setName("Grain");
+    grains.materialName = "glass";
+    grains.spheres.resize(1);
+    grains.resizeSlots(size.particles);
+    grains.dataMask = allParticleFields;
+    timestep.particleTypes.maxId = size.particles;
+
+    std::mt19937_64 random(number);
+    std::uniform_real_distribution<double> unit(-1.0, 1.0);
+    for (quint32 i = 0; i < size.particles; ++i) {
+        const double speed = i % 3 == 0 ? 0.0 : 0.1;
+        grains.ids[i] = static_cast<qint32>(i + 1);
+        grains.scale[i] = 1.0;
+        grains.position[i] = {unit(random), unit(random), unit(random)};
+        grains.velocity[i] = {speed * unit(random), speed * unit(random), speed * unit(random)};
+        grains.orientation[i] = CQuaternion();
+        grains.angularVelocity[i] = {speed * unit(random), speed * unit(random), speed * unit(random)};
+        for (size_t component = 0; component < 3; ++component)
+            grains.forceTorque[i][component] = 1e-3 * unit(random);
+        grains.unscaledForceTorque[i] = grains.forceTorque[i];
+    }
+}
+
+bool makeDeck(const QString& path, const SSize& size)
+{
+    SApplicationState& state = applicationState();
+    if (!initialiseApplication(state))
+        return false;
+    CSimulation& simulation = *state.simulation;
+    SSimulationFrame& frame = *simulation.currentFrame;
+    frame.creator.title = "Benchmark";
+    frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
+    frame.creator.particleTypes.append().setName("Grain");
+
+    const auto manager = NLegacyFamily::makeManager(simulation);
+    TimestepIndex index(1);
+    fillTimestep(frame.timestep, 0, size);
+    bool made = manager->createSimulation(path, frame, true, index);
+    for (quint32 number = 1; made && number < size.timesteps; ++number) {
+        fillTimestep(frame.timestep, number, size);
+        index.emplace_back();
+        index.back().time = frame.timestep.time;
+        made = manager->appendTimestep(frame, index, false, true);
+    }
+    manager->reset();
+    simulation.close(false);
+    return made;
+}
+
+bool convert(const QString& source, const QString& target)
+{
+    CDataConverter converter;
+    if (converter.convertSimulationData(source.toUtf8().constData(), target.toUtf8().constData()))
+        return true;
+    for (const auto& message : converter.getLogMessages())
+        std::fprintf(stderr, "%s: %s\n", std::get<1>(message).c_str(), std::get<2>(message).c_str());
+    return false;
+}
+
+/// Stores one array as the plain pipeline does: deflate 6, chunks of 250,000 values.
+void storeArray(hid_t file, const char* name, hid_t type, const void* values, hsize_t rows, hsize_t columns)
+{
+    const hsize_t dims[2] = {rows, columns};
+    const hsize_t chunk[2] = {std::max<hsize_t>(1, std::min<hsize_t>(rows, 250000) / columns), columns};
+    const int rank = columns == 1 ? 1 : 2;
+    const hid_t space = H5Screate_simple(rank, dims, nullptr);
+    const hid_t list = H5Pcreate(H5P_DATASET_CREATE);
+    H5Pset_deflate(list, 6);
+    H5Pset_chunk(list, rank, chunk);
+    const hid_t set = H5Dcreate2(file, name, type, space, H5P_DEFAULT, list, H5P_DEFAULT);
+    if (H5Dwrite(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values) < 0)
+        std::abort();
+    H5Dclose(set);
+    H5Pclose(list);
+    H5Sclose(space);
+}
+
+/// The baseline: the arrays of each timestep through the plain pipeline, a file a timestep.
+/// \return the seconds that it took, without those to make the arrays up
+double storePlain(const QString& folder, const SSize& size)
+{
+    double seconds = 0.0;
+    CCreatorData creator{SPropertyManagers()};
+    CTimestepData timestep(SPropertyManagers(), creator);
+    for (quint32 number = 0; number < size.timesteps; ++number) {
+        fillTimestep(timestep, number, size);
+        const CParticleType& grains = *timestep.particleTypes.types[0];
+        const std::vector<double> times(size.particles, 0.0);
+        const hsize_t n = size.particles;
+        const auto start = std::chrono::steady_clock::now();
+        const QString path = folder + QString("/plain-%1.h5").arg(number);
+        const hid_t file = H5Fcreate(path.toUtf8().constData(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT);
+        storeArray(file, "ids", H5T_NATIVE_INT, grains.ids.data(), n, 1);
+        storeArray(file, "velocity", H5T_NATIVE_DOUBLE, grains.velocity.data(), n, 3);
+        storeArray(file, "position", H5T_NATIVE_DOUBLE, grains.position.data(), n, 3);
+        storeArray(file, "orientation", H5T_NATIVE_DOUBLE, grains.orientation.data(), n, 4);
+        storeArray(file, "angular velocity", H5T_NATIVE_DOUBLE, grains.angularVelocity.data(), n, 3);
+        storeArray(file, "scale", H5T_NATIVE_DOUBLE, grains.scale.data(), n, 1);
+        storeArray(file, "force torque", H5T_NATIVE_DOUBLE, grains.forceTorque.data(), n, 7);
+        storeArray(file, "us_force torque", H5T_NATIVE_DOUBLE, grains.unscaledForceTorque.data(), n, 7);
+        storeArray(file, "external force torque", H5T_NATIVE_DOUBLE, grains.externalForceTorque.data(), n, 7);
+        storeArray(file, "creation time", H5T_NATIVE_DOUBLE, times.data(), n, 1);
+        H5Fclose(file);
+        seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+    return seconds;
+}
+
+struct SMeasure
+{
+    double wallSeconds = 0.0;
+    double cpuSeconds = 0.0;
+    double peakMegabytes = 0.0;
+};
+
+/// Runs a step in a process of its own. The step gives the seconds that it counts itself, 0 where all of its
+/// time counts, and a negative number where it failed.
+SMeasure measure(const char* name, const std::function<double()>& step)
+{
+    int ends[2];
+    if (pipe(ends) != 0)
+        std::exit(1);
+    std::fflush(stdout);
+    const auto start = std::chrono::steady_clock::now();
+    const pid_t child = fork();
+    if (child == 0) {
+        const double seconds = step();
+        _exit(write(ends[1], &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
+    }
+    double counted = -1.0;
+    close(ends[1]);
+    const bool answered = read(ends[0], &counted, sizeof counted) == sizeof counted;
+    close(ends[0]);
+    int status = 0;
+    rusage usage{};
+    wait4(child, &status, 0, &usage);
+    if (!answered || counted < 0.0 || status != 0) {
+        std::fprintf(stderr, "conversion: %s failed\n", name);
+        std::exit(1);
+    }
+    const auto seconds = [](const timeval& time) { return double(time.tv_sec) + 1e-6 * double(time.tv_usec); };
+    SMeasure result;
+    result.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    if (counted > 0.0)
+        result.wallSeconds = counted;
+    result.cpuSeconds = seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    result.peakMegabytes = double(usage.ru_maxrss) / 1024.0;
+    return result;
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    const size_t middle = values.size() / 2;
+    return values.size() % 2 ? values[middle] : 0.5 * (values[middle - 1] + values[middle]);
+}
+
+QString wordAfter(const QStringList& arguments, const QString& option, const QString& otherwise)
+{
+    const int at = arguments.indexOf(option);
+    return at >= 0 && at + 1 < arguments.size() ? arguments[at + 1] : otherwise;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    SSize size;
+    size.particles = wordAfter(arguments, "--particles", "1000000").toUInt();
+    size.timesteps = wordAfter(arguments, "--timesteps", "5").toUInt();
+    const quint32 rounds = wordAfter(arguments, "--rounds", "3").toUInt();
+    const QString parent = wordAfter(arguments, "--folder", QDir::tempPath());
+    QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
+    if (!folder.isValid() || size.particles == 0 || size.timesteps == 0 || rounds == 0) {
+        std::fprintf(stderr, "conversion: nothing to measure, or no folder can be made in %s\n", qPrintable(parent));
+        return 1;
+    }
+
+    const double megabytes = 1e-6 * bytesPerParticle * size.particles * size.timesteps;
+    const double largestTimestep = megabytes / size.timesteps;
+    std::printf("%u particles, %u timesteps: %.0f MB of array data, %.0f MB a timestep\n", size.particles,
+                size.timesteps, megabytes, largestTimestep);
+    const QString source = folder.filePath("source.dem");
+    const QString target = folder.filePath("target.dem");
+    measure("making the deck", [&] { return makeDeck(source, size) ? 0.0 : -1.0; });
+
+    std::vector<double> ratios;
+    double peak = 0.0;
+    for (quint32 round = 1; round <= rounds; ++round) {
+        const SMeasure plain = measure("the plain pipeline", [&] { return storePlain(folder.path(), size); });
+        const SMeasure whole = measure("the conversion", [&] { return convert(source, target) ? 0.0 : -1.0; });
+        ratios.push_back(plain.wallSeconds / whole.wallSeconds);
+        peak = std::max(peak, whole.peakMegabytes);
+        std::printf("round %u: conversion %.1f MB/s (%.1f s wall, %.1f s cpu), plain pipeline %.1f MB/s (%.1f s wall), "
+                    "%.2fx\n",
+                    round, megabytes / whole.wallSeconds, whole.wallSeconds, whole.cpuSeconds,
+                    megabytes / plain.wallSeconds, plain.wallSeconds, ratios.back());
+    }
+    std::printf("conversion, end to end: %.2fx the plain pipeline (%.2f to %.2f, %u pairs)\n", median(ratios),
+                *std::min_element(ratios.begin(), ratios.end()), *std::max_element(ratios.begin(), ratios.end()),
+                rounds);
+    std::printf("peak resident memory of a conversion: %.0f MB, %.2fx the largest timestep\n", peak,
+                peak / largestTimestep);
+    return 0;
+}

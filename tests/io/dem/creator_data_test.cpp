@@ -1,0 +1,392 @@
+// The creator block, slot by slot and whole: what each version stores, and not one byte more.
+#include "io/dem/dem_testing.h"
+#include "legacy/creator_upgrades.h"
+#include "maths/axis_angle.h"
+#include "support/legacy_deck.h"
+#include "support/log_capture.h"
+
+#include <gtest/gtest.h>
+
+namespace NBrenmark {
+
+// ---------------------------------------------------------------- materials
+
+struct SMaterialCase
+{
+    quint32 version;
+    qint64 bytes;
+    double workFunction;
+    qint32 type;
+};
+
+// "Steel" takes 4 + 10 bytes, three doubles 24; then what the version adds.
+const SMaterialCase materialCases[] = {
+    {makeVersion(2, 4, 39), 38, 0.0, 1},  // the first that stores materials
+    {makeVersion(13, 0, 0), 38, 0.0, 1},
+    {makeVersion(13, 0, 1), 46, 4.5, 1},
+    {makeVersion(19, 255, 255), 46, 4.5, 1},
+    {makeVersion(20, 0, 0), 38, 0.0, 1},  // the gap between two lines
+    {makeVersion(20, 0, 15), 38, 0.0, 1},
+    {makeVersion(20, 0, 16), 46, 4.5, 1},
+    {makeVersion(3, 0, 15), 38, 0.0, 1},  // old numbering: 3 counts as 20
+    {makeVersion(3, 0, 16), 46, 4.5, 1},
+    {makeVersion(27, 0, 3), 46, 4.5, 1},
+    {makeVersion(30, 0, 3), 46, 4.5, 1},
+    {makeVersion(30, 0, 4), 50, 4.5, 0},
+    {makeVersion(30, 0, 20), 50, 4.5, 0},
+};
+
+TEST(DemMaterial, readsWhatTheVersionStoresAndNotOneByteMore)
+{
+    const CBytes stored = CBytes().text("Steel").f64s({0.3, 8e10, 7850.0, 4.5}).i32(0);
+    for (const SMaterialCase& c : materialCases) {
+        const std::string version = versionText(c.version).toStdString();
+        CMaterial material;
+        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(material, stored.first(c.bytes) + CBytes::garbage(64), c.version),
+                  c.bytes)
+            << version;
+        EXPECT_EQ(material.name, "Steel");
+        EXPECT_EQ(material.shearModulus, 8e10);
+        EXPECT_EQ(material.workFunction, c.workFunction) << version;
+        EXPECT_EQ(material.type, c.type) << version;
+    }
+}
+
+TEST(DemMaterial, laterOfTwoOfOneNameStays)
+{
+    const CBytes stored = CBytes().i32(2).text("a") + materialBytes({"a", 0.1, 1.0, 2.0, 3.0}) + CBytes().text("a") +
+                          materialBytes({"a", 0.2, 1.0, 2.0, 3.0});
+    MaterialMap materials;
+    EXPECT_EQ(consumedBy<CDemCreatorDataReader>(materials, stored, makeVersion(27, 0, 3)), stored.size());
+    ASSERT_EQ(materials.size(), 1);
+    EXPECT_EQ(materials.find("a")->poissonsRatio, 0.2);
+}
+
+// ---------------------------------------------------------------- bare values
+
+TEST(DemPoints, stopWhereTheyEnd)
+{
+    const CBytes garbage = CBytes::garbage(64);
+    CAxisAngle axis;
+    const CBytes points = CBytes().f64s({1, 2, 3, 4, 5, 6});
+    struct SAxisCase
+    {
+        quint32 version;
+        CBytes angles;
+        double angle;
+    };
+    const SAxisCase cases[] = {
+        {makeVersion(2, 4, 8), CBytes(), 0.0},
+        {makeVersion(2, 4, 9), CBytes().f64s({7, 8, 9}), 9.0},
+        {makeVersion(2, 4, 16), CBytes().f64s({7, 8, 9}), 9.0},
+        {makeVersion(2, 4, 17), CBytes().f64s({7, 8}), 8.0},
+        {makeVersion(30, 0, 20), CBytes().f64s({7, 8}), 8.0},
+    };
+    for (const SAxisCase& c : cases) {
+        CByteStream source(points + c.angles + garbage, c.version);
+        CDemCreatorDataReader reader(source.stream);
+        reader.readAxisAngle(axis);
+        EXPECT_EQ(source.stream.position(), 48 + c.angles.size());
+        EXPECT_EQ(axis.angle, c.angle);
+        EXPECT_EQ(axis.end.y, 5.0);
+    }
+    CByteStream target;
+    CDemCreatorDataWriter writer(target.stream);
+    writer.writeAxisAngle(axis);
+    EXPECT_EQ(target.written(), points + CBytes().f64s({0, 8}));
+}
+
+// ---------------------------------------------------------------- particle types
+
+TEST(DemParticleType, givesEachBitItsArray)
+{
+    // Every array alone, then all: the builder says how many bytes a row takes.
+    for (int bit = -1; bit <= 12; ++bit) {
+        const qint32 fields = bit < 0 ? deckFields | 1 << 11 | 1 << 12 : 1 << bit;
+        SDeckParticleType stored;
+        stored.name = "Ball";
+        stored.rows = makeDeckRows(5, 3, fields);
+        if (bit == 9 || bit == 10)
+            stored.rows.count = 0; // bits without an array can't announce rows
+        const CBytes bytes = particleTypeBytes(makeVersion(20, 0, 16), stored);
+        CParticleType type(nullptr);
+        EXPECT_EQ(consumedBy<CDemTimestepDataReader>(type, bytes + CBytes::garbage(64), makeVersion(20, 0, 16)),
+                  bytes.size())
+            << bit;
+        EXPECT_EQ(type.dataMask, static_cast<quint32>(fields));
+        EXPECT_EQ(type.slotCount(), static_cast<quint32>(stored.rows.count));
+        if (bit >= 0)
+            continue;
+        EXPECT_EQ(type.ids, (std::vector<qint32>{5, 6, 7}));
+        EXPECT_EQ(type.velocity[1].y, deckValue(5, 1, 1, 1));
+        EXPECT_EQ(type.position[2].z, deckValue(5, 2, 2, 2));
+        EXPECT_EQ(type.orientation[0].z, deckValue(5, 3, 0, 3));
+        EXPECT_EQ(type.angularVelocity[1].x, deckValue(5, 4, 1, 0));
+        EXPECT_EQ(type.scale[2], deckValue(5, 5, 2, 0));
+        EXPECT_EQ(type.forceTorque[0][6], deckValue(5, 6, 0, 6));
+        EXPECT_EQ(type.unscaledForceTorque[1][5], deckValue(5, 7, 1, 5));
+        EXPECT_EQ(type.externalForceTorque[2][4], deckValue(5, 8, 2, 4));
+        EXPECT_EQ(type.electrostatic.charge[1], deckValue(5, 11, 1, 0));
+        EXPECT_EQ(type.electrostatic.electrostaticForce[2].y, deckValue(5, 12, 2, 1));
+        EXPECT_EQ(type.creationTime, std::vector<double>(3, 0.0));
+    }
+}
+
+TEST(DemParticleType, readsTheOldOrientation)
+{
+    // Nine numbers a row up to 20.0.6, of which the first four are the quaternion; then four.
+    const CBytes definition = particleDefinitionBytes({});
+    const CBytes nine = CBytes().rawF64({1, 2, 3, 4, 5, 6, 7, 8, 9});
+    const CBytes old = definition + CBytes().i32(1).i32(1 | 1 << 3).group(CBytes().rawI32({1}) + nine, false);
+    const CBytes marked = definition +
+                          CBytes().i32(1).u32(1u | 1u << 31).group(CBytes().rawI32({1}) + nine, true) +
+                          CBytes().i32(0).i32(0);
+    for (const auto& [version, bytes] : {std::pair(makeVersion(20, 0, 6), old), {makeVersion(27, 0, 3), marked}}) {
+        CParticleType type(nullptr);
+        EXPECT_EQ(consumedBy<CDemReader>(type, bytes + CBytes::garbage(9), version), bytes.size());
+        ASSERT_EQ(type.orientation.size(), 1u);
+        EXPECT_EQ(type.orientation[0].w, 1.0);
+        EXPECT_EQ(type.orientation[0].z, 4.0);
+        EXPECT_EQ(type.dataMask, quint32(eIds | eOrientation));
+    }
+}
+
+TEST(DemParticleType, idsBelowOneAreFreeSlots)
+{
+    SDeckParticleType stored;
+    stored.rows.count = 5;
+    stored.rows.fields = 1;
+    stored.rows.arrays.rawI32({4, -1, 0, 9, -3});
+    CParticleType type(nullptr);
+    consumedBy<CDemReader>(type, particleTypeBytes(makeVersion(20, 0, 16), stored), makeVersion(20, 0, 16));
+    EXPECT_EQ(type.slotCount(), 5u);
+    EXPECT_EQ(type.liveCount(), 2u);
+    EXPECT_TRUE(type.isLive(0) && type.isLive(3));
+}
+
+TEST(DemParticleType, rowsWithoutDataAreDroppedAndTold)
+{
+    const CLogCapture log;
+    SDeckParticleType stored;
+    stored.name = "Ball";
+    stored.rows.count = 0x7FFFFFFF;
+    stored.rows.fields = 0;
+    CParticleType type(nullptr);
+    const CBytes bytes = particleTypeBytes(makeVersion(20, 0, 16), stored);
+    EXPECT_EQ(consumedBy<CDemReader>(type, bytes, makeVersion(20, 0, 16)), bytes.size());
+    EXPECT_EQ(type.slotCount(), 0u);
+    EXPECT_NE(log.text().find("2147483647 rows without data of Ball dropped"), std::string::npos);
+}
+
+TEST(DemParticleTypes, mendAGreatestIdThatIsTooSmall)
+{
+    const CLogCapture log;
+    SDeckParticleTypes stored = sampleTimestep(0.0).particles;
+    for (const int storedMax : {72, 71, -1, 1000}) {
+        stored.maxId = storedMax;
+        CParticleTypes types(nullptr);
+        consumedBy<CDemReader>(types, particleTypesBytes(makeVersion(20, 0, 16), stored), makeVersion(20, 0, 16));
+        EXPECT_EQ(types.maxId, storedMax == 1000 ? 1000u : 72u);
+        quint32 type = 9;
+        quint32 slot = 9;
+        EXPECT_TRUE(types.locate(72, type, slot));
+        EXPECT_EQ(type, 1u);
+        EXPECT_EQ(slot, 11u);
+    }
+    EXPECT_EQ(log.count(), 2u); // 71 and -1
+}
+
+// ---------------------------------------------------------------- custom properties
+
+TEST(DemCustomProperties, areFittedToTheirDefinitions)
+{
+    struct SFitCase
+    {
+        const char* what;
+        SDeckCustomProperties stored;
+        std::vector<double> first;  ///< of width 1, initial value 7
+        std::vector<double> second; ///< of width 2, initial values 8 and 9
+        std::size_t messages;
+    };
+    const std::vector<double> initial{8, 9, 8, 9, 8, 9};
+    const SFitCase cases[] = {
+        {"as defined", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 2, true)}, 3}, {1, 2, 3},
+         {11, 12, 13, 14, 15, 16}, 0},
+        {"nothing stored", {}, {7, 7, 7}, initial, 0},
+        {"lists without items", {{makeDeckValues(1, 0, 1)}, 0}, {7, 7, 7}, initial, 0},
+        {"a list less", {{makeDeckValues(1, 3, 1)}, 3}, {1, 2, 3}, initial, 1},
+        {"a list more", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 2), makeDeckValues(31, 3, 60, true)}, 3},
+         {1, 2, 3}, {11, 12, 13, 14, 15, 16}, 1},
+        {"an item less", {{makeDeckValues(1, 2, 1), makeDeckValues(11, 3, 2)}, 3}, {1, 2, 7},
+         {11, 12, 13, 14, 15, 16}, 1},
+        {"an item more", {{makeDeckValues(1, 4, 1), makeDeckValues(11, 3, 2)}, 3}, {1, 2, 3},
+         {11, 12, 13, 14, 15, 16}, 1},
+        {"wider", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 3)}, 3}, {1, 2, 3}, {11, 12, 14, 15, 17, 18}, 1},
+        {"narrower", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 1)}, 3}, {1, 2, 3}, {11, 9, 12, 9, 13, 9}, 1},
+    };
+    for (const SFitCase& c : cases) {
+        CCustomPropertyManager manager("Particle Properties", eParticleOwner);
+        finalizeProperty(manager, "first", {7});
+        finalizeProperty(manager, "second", {8, 9});
+        CCustomPropertyData data(&manager);
+        data.resize(3);
+        clearLogOnceMemory();
+        const CLogCapture log;
+        const CBytes bytes = customPropertyBytes(c.stored);
+        EXPECT_EQ(consumedBy<CDemReader>(data, bytes + CBytes::garbage(30)), bytes.size()) << c.what;
+        EXPECT_EQ(data.lists[0]->values, c.first) << c.what;
+        EXPECT_EQ(data.lists[1]->values, c.second) << c.what;
+        EXPECT_EQ(log.count(), c.messages) << c.what << "\n" << log.text();
+    }
+}
+
+TEST(DemCustomProperties, writeWhatTheBuilderWrites)
+{
+    CCustomPropertyManager manager("Particle Properties", eParticleOwner);
+    CCustomPropertyData data(&manager);
+    data.resize(3);
+    const CBytes nothing = CBytes().i32(0).i32(0);
+    EXPECT_EQ(writtenBy<CDemWriter>(data), nothing); // no property has values
+    finalizeProperty(manager, "first", {7});
+    finalizeProperty(manager, "second", {8, 9, 10});
+    data.lists[1]->values = makeDeckValues(1, 3, 3).values;
+    // 3 x 8 bytes stay raw, 9 x 8 are above 50.
+    const SDeckCustomProperties stored{{SDeckValueList{3, 1, {7, 7, 7}, false}, makeDeckValues(1, 3, 3, true)}, 3};
+    EXPECT_EQ(writtenBy<CDemWriter>(data), customPropertyBytes(stored));
+    data.resize(0);
+    EXPECT_EQ(writtenBy<CDemWriter>(data), nothing);
+}
+
+// ---------------------------------------------------------------- the whole block
+
+/// Versions at which the block changes, and one on each side of them.
+const quint32 creatorVersions[] = {
+    makeVersion(3, 0, 16),  makeVersion(20, 0, 16), makeVersion(20, 0, 17), makeVersion(20, 0, 18),
+    makeVersion(20, 0, 23), makeVersion(21, 0, 0),  makeVersion(21, 0, 2),  makeVersion(21, 0, 3),
+    makeVersion(21, 0, 4),  makeVersion(22, 0, 0),  makeVersion(22, 1, 1),  makeVersion(24, 0, 30),
+    makeVersion(25, 0, 3),  makeVersion(27, 0, 3),
+};
+
+TEST(DemCreatorData, everyVersionReadsToItsLastByte)
+{
+    SDeckCreator stored = sampleCreator();
+    stored.stamp.reservedWord = 1; // a word more below 21.0.3
+    stored.legacyStreamFlag = 1;
+    for (const quint32 version : creatorVersions) {
+        const std::string name = versionText(version).toStdString();
+        const CBytes bytes = creatorBytes(version, stored);
+        COwnFrame own;
+        CCreatorData& creator = own.frame.creator;
+        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(creator, bytes + CBytes::garbage(64), 0), bytes.size()) << name;
+        EXPECT_EQ(creator.fileVersion, mendOldNumbering(version));
+        EXPECT_EQ(creator.buildRevision, creator.fileVersion >= makeVersion(20, 0, 18) ? 28438u : 0u) << name;
+        EXPECT_EQ(creator.buildBranch, creator.fileVersion >= makeVersion(20, 0, 18) ? "Brenmark/trunk" : "") << name;
+        EXPECT_EQ(creator.legacyStreamFlag, creator.fileVersion < makeVersion(22, 0, 0)) << name;
+        EXPECT_TRUE(creator.domain.periodicY && !creator.domain.periodicX);
+        EXPECT_EQ(creator.particleTypes.types[1]->displayName, "Oval (größer)");
+        EXPECT_FALSE(creator.particleTypes.types[1]->calculateProperties);
+        EXPECT_EQ(creator.materials.find("glass")->workFunction, 4.5);
+        EXPECT_EQ(creator.interactions.find("seed", "glass")->rollingFriction, 0.02);
+        EXPECT_EQ(creator.title, "Kiste");
+        EXPECT_EQ(creator.damping, 0.25);
+        EXPECT_EQ(creator.description, "Description");
+        EXPECT_EQ(creator.velocityRestricted, 1);
+        EXPECT_EQ(creator.velocityLimit, 12.5);
+        EXPECT_EQ(creator.angularVelocityRestricted, 0);
+        EXPECT_EQ(creator.angularVelocityLimit, 80.0);
+        EXPECT_FALSE(creator.modified);
+    }
+}
+
+/// What a read of a block with this model says.
+static std::string refusalOf(const SDeckCreator& stored, quint32 version = makeVersion(27, 0, 3))
+{
+    COwnFrame own;
+    try {
+        consumedBy<CDemCreatorDataReader>(own.frame.creator, creatorBytes(version, stored));
+    }
+    catch (const not_carried_error& error) {
+        return error.what();
+    }
+    return "read";
+}
+
+TEST(DemCreatorData, refusesWhatItCantCarryByName)
+{
+    const auto deckHolds = [](const std::string& what) {
+        return "This deck holds " + what + ", which this version can't carry over yet.";
+    };
+    SDeckCreator geometry = sampleCreator();
+    geometry.geometryGroups = 2;
+    EXPECT_EQ(refusalOf(geometry), deckHolds("2 geometry groups"));
+    SDeckCreator model = sampleCreator();
+    model.particleGeometry.push_back({"Linear Spring", 0});
+    EXPECT_EQ(refusalOf(model), deckHolds("the contact model \"Linear Spring\""));
+    SDeckCreator force = sampleCreator();
+    force.forces.push_back({"Buoyancy", 1});
+    EXPECT_EQ(refusalOf(force), deckHolds("the external force \"Buoyancy\""));
+    EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(13, 0, 9)), deckHolds("data of file version 13.0.9"));
+    EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(3, 0, 15)), deckHolds("data of file version 3.0.15"));
+    EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(20, 0, 16)), "read");
+}
+
+TEST(DemCreatorData, everyPrefixEndsInACleanError)
+{
+    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)}) {
+        const CBytes bytes = creatorBytes(version, sampleCreator());
+        for (qint64 cut = 0; cut < bytes.size(); ++cut) {
+            COwnFrame own;
+            EXPECT_THROW(consumedBy<CDemCreatorDataReader>(own.frame.creator, bytes.first(cut)), std::exception)
+                << "cut at " << cut << " of " << bytes.size();
+        }
+    }
+}
+
+TEST(DemCreatorData, noWordOfItTakesTheMachinesMemory)
+{
+    // Whatever a word stands for, 0x7FFFFFFF in its place is refused, or is a number like any other.
+    const CBytes bytes = creatorBytes(makeVersion(27, 0, 3), sampleCreator());
+    for (qint64 at = 4; at + 4 <= bytes.size(); ++at) {
+        COwnFrame own;
+        try {
+            consumedBy<CDemCreatorDataReader>(own.frame.creator, bytes.with(at, CBytes().u32(0x7FFFFFFF)));
+        }
+        catch (const std::exception&) {
+        }
+    }
+}
+
+TEST(DemCreatorData, writesTheCurrentFormThatTheBuilderSays)
+{
+    COwnFrame own;
+    CCreatorData& creator = own.frame.creator;
+    consumedBy<CDemCreatorDataReader>(creator, creatorBytes(makeVersion(27, 0, 3), sampleCreator()));
+    // The builder's deck differs from the current form by the stamp's version and by a material's type,
+    // which follows each material; both materials are in particles here.
+    const quint32 now = makeVersion(30, 0, 20);
+    CBytes expected = creatorBytes(now, sampleCreator());
+    for (const char* name : {"glass", "seed"}) {
+        const SDeckMaterial material = name == std::string("glass") ? sampleCreator().materials[0]
+                                                                    : sampleCreator().materials[1];
+        const CBytes stored = materialBytes(material);
+        const int at = expected.bytes().indexOf(stored.bytes());
+        ASSERT_GT(at, 0);
+        expected = expected.first(at) + stored + CBytes().i32(1) + expected.from(at + stored.size());
+    }
+    creator.modified = true;
+    EXPECT_EQ(firstDifference(expected, writtenBy<CDemCreatorDataWriter>(creator)), "");
+    EXPECT_FALSE(creator.modified);
+    EXPECT_EQ(creator.fileVersion, now);
+}
+
+TEST(CreatorUpgrades, followTheVersionOfTheBlock)
+{
+    for (const auto& [version, bulk] : {std::pair(makeVersion(30, 0, 3), false), {makeVersion(30, 0, 4), true}}) {
+        COwnFrame own;
+        own.frame.creator.materials.set("steel", new CMaterial("steel", 0.3, 7e10, 7850.0, 0.0, eBulkMaterial));
+        NLegacySupport::upgradeCreatorData(own.frame.creator, version);
+        EXPECT_EQ(own.frame.creator.materials.find("steel")->isBulk(), bulk) << "no particle type uses it";
+    }
+}
+
+} // namespace NBrenmark

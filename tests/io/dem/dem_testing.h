@@ -1,0 +1,77 @@
+#pragma once
+// Runs the legacy family's visitors on bytes in memory.
+
+#include "core/deck/simulation_frame.h"
+#include "io/dem/dem_writer.h"
+#include "support/bytes.h"
+
+#include <QBuffer>
+
+namespace NBrenmark {
+
+/// A stream on bytes of its own.
+class CByteStream
+{
+public:
+    explicit CByteStream(const CBytes& bytes = CBytes(), quint32 version = currentFileVersion()) : stream(&buffer)
+    {
+        buffer.setData(bytes.bytes());
+        buffer.open(QIODevice::ReadWrite);
+        stream.setFileVersion(version);
+    }
+
+    CBytes written() const { return CBytes(buffer.data()); }
+
+private:
+    QBuffer buffer;
+
+public:
+    CDemDataStream stream;
+};
+
+/// Reads an object by a visitor. \return the bytes that were consumed
+template <class TReader, class TObject>
+qint64 consumedBy(TObject& object, const CBytes& bytes, quint32 version = currentFileVersion())
+{
+    CByteStream source(bytes, version);
+    TReader reader(source.stream);
+    object.read(reader);
+    return source.stream.position();
+}
+
+/// What a visitor writes of an object.
+template <class TWriter, class TObject>
+CBytes writtenBy(TObject& object, const SSaveOptions& options = SSaveOptions())
+{
+    CByteStream target;
+    target.stream.options = options;
+    TWriter writer(target.stream);
+    object.write(writer);
+    return target.written();
+}
+
+/// A frame with property managers of its own.
+class COwnFrame
+{
+public:
+    COwnFrame() : frame(SPropertyManagers{&particle, &contact, &geometry, &simulation}) {}
+
+    CCustomPropertyManager particle{"Particle Properties", eParticleOwner};
+    CCustomPropertyManager contact{"Contact Properties", eContactOwner};
+    CCustomPropertyManager geometry{"Geometry Properties", eGeometryOwner};
+    CCustomPropertyManager simulation{"Simulation Properties", eSimulationOwner};
+    SSimulationFrame frame;
+};
+
+/// Defines a property and makes it one that has stored values.
+inline void finalizeProperty(CCustomPropertyManager& manager, const char* name, std::vector<double> initialValues)
+{
+    auto property = std::make_unique<CCustomPropertyMetaData>(
+        name, eDoubleProperty, static_cast<unsigned int>(initialValues.size()), 0u, initialValues);
+    if (!manager.addProperty(property))
+        throw std::runtime_error(std::string("property refused: ") + name);
+    manager.lastFinalisedPropertyIndex = static_cast<int>(manager.propertyCount()) - 1;
+    manager.notifyChanged(0);
+}
+
+} // namespace NBrenmark

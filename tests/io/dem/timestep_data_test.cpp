@@ -1,0 +1,238 @@
+// The timestep block: every version to its last byte, cut and damaged anywhere, refused where it
+// holds what can't be carried.
+#include "io/dem/dem_testing.h"
+#include "support/legacy_deck.h"
+#include "support/log_capture.h"
+
+#include <QDate>
+#include <gtest/gtest.h>
+
+namespace NBrenmark {
+
+const quint32 timestepVersions[] = {
+    makeVersion(3, 0, 16),  makeVersion(20, 0, 16), makeVersion(20, 0, 17), makeVersion(20, 0, 18),
+    makeVersion(20, 0, 23), makeVersion(21, 0, 0),  makeVersion(21, 0, 2),  makeVersion(21, 0, 3),
+    makeVersion(21, 0, 4),  makeVersion(22, 0, 0),  makeVersion(22, 1, 0),  makeVersion(22, 1, 1),
+    makeVersion(22, 255, 0), makeVersion(23, 0, 0), makeVersion(24, 0, 30), makeVersion(27, 0, 3),
+};
+
+TEST(DemTimestepData, everyVersionReadsToItsLastByte)
+{
+    for (const quint32 version : timestepVersions) {
+        const std::string name = versionText(version).toStdString();
+        const bool hasMasks = mendOldNumbering(version) >= makeVersion(22, 0, 0);
+        for (const int fullGeometry : {0, 1}) {
+            SDeckTimestep stored = sampleTimestep(0.125);
+            stored.isFull = 0;
+            stored.timestepMask = 0x7F;
+            stored.particleMask = 0x2B;
+            stored.geometryMask = 0x09;
+            stored.fullGeometry = fullGeometry;
+            const CBytes bytes = timestepBytes(version, stored);
+            COwnFrame own;
+            own.frame.creator.gravity = C3DPoint(1.0, 2.0, 3.0);
+            CTimestepData& timestep = own.frame.timestep;
+            EXPECT_EQ(consumedBy<CDemTimestepDataReader>(timestep, bytes + CBytes::garbage(64)), bytes.size()) << name;
+            EXPECT_EQ(timestep.isFull, !hasMasks);
+            EXPECT_EQ(timestep.timestepMask, hasMasks ? 0x7Fu : 255u);
+            EXPECT_EQ(timestep.particleMask, hasMasks ? 0x2Bu : 47u);
+            EXPECT_EQ(timestep.geometryMask, hasMasks ? 0x09u : 41u);
+            EXPECT_EQ(timestep.particleTypes.particleCount(), 72u);
+            EXPECT_EQ(timestep.particleTypes.types[1]->gravity.y, 2.0);
+            EXPECT_EQ(timestep.particleTypes.types[1]->position[11].z, deckValue(61, 2, 11, 2)) << name;
+            EXPECT_EQ(timestep.time, 0.125);
+            EXPECT_EQ(timestep.elapsedTime, 12.5);
+            EXPECT_EQ(timestep.runNumber, 3);
+            EXPECT_EQ(timestep.date, "17/03/18");
+            EXPECT_EQ(timestep.systemEnergy.cumulative.external, 5.5);
+            EXPECT_EQ(timestep.systemEnergy.total, 8.5);
+            EXPECT_EQ(timestep.systemEnergy.potential, 9.5);
+            EXPECT_EQ(timestep.systemEnergy.kinetic, 10.5);
+            EXPECT_EQ(timestep.removedParticles, (QMap<QString, quint32>{{"Oval (größer)", 2}, {"Ball", 1}}));
+        }
+    }
+}
+
+TEST(DemTimestepData, propertiesThatAVersionDoesntStoreAreReset)
+{
+    const SDeckTimestep stored = sampleTimestep(0.125);
+    for (const quint32 version : {makeVersion(20, 0, 23), makeVersion(27, 0, 3)}) {
+        COwnFrame own;
+        finalizeProperty(own.particle, "Temperature", {293.0});
+        finalizeProperty(own.simulation, "Tilt", {1.0, 2.0});
+        own.frame.timestep.simulationProperties.lists[0]->values = {5.0, 6.0}; // of the timestep before
+        consumedBy<CDemTimestepDataReader>(own.frame.timestep, timestepBytes(version, stored));
+        EXPECT_EQ(own.frame.timestep.simulationProperties.lists[0]->values, (std::vector<double>{1.0, 2.0}));
+        EXPECT_EQ(own.frame.timestep.particleTypes.types[0]->customProperties.lists[0]->values,
+                  std::vector<double>(60, 293.0));
+    }
+}
+
+TEST(DemTimestepData, everyPrefixEndsInACleanError)
+{
+    SDeckTimestep stored = sampleTimestep(0.125);
+    stored.particles.types[0].rows = makeDeckRows(1, 3, deckFields, true);
+    stored.particles.types[1].rows = makeDeckRows(4, 2);
+    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)}) {
+        const CBytes bytes = timestepBytes(version, stored);
+        for (qint64 cut = 0; cut < bytes.size(); ++cut) {
+            COwnFrame own;
+            EXPECT_THROW(consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.first(cut)), std::exception)
+                << "cut at " << cut << " of " << bytes.size();
+        }
+    }
+}
+
+TEST(DemTimestepData, noWordOfItTakesTheMachinesMemory)
+{
+    SDeckTimestep stored = sampleTimestep(0.125);
+    stored.particles.types[0].rows = makeDeckRows(1, 3, deckFields, true);
+    stored.particles.types[1].rows = makeDeckRows(4, 2);
+    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
+    for (const quint32 word : {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu}) {
+        for (qint64 at = 4; at + 4 <= bytes.size(); ++at) {
+            COwnFrame own;
+            try {
+                consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(at, CBytes().u32(word)));
+            }
+            catch (const std::exception&) {
+            }
+        }
+    }
+}
+
+TEST(DemTimestepData, saysWhichMarkerWasWrong)
+{
+    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), sampleTimestep(0.125));
+    const qint64 behindStamp = stampBytes(makeVersion(27, 0, 3), {}).size();
+    COwnFrame own;
+    try {
+        consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(behindStamp, CBytes().u32(0xBEEFCAFF)));
+        FAIL() << "the marker was taken";
+    }
+    catch (const block_error& error) {
+        EXPECT_EQ(std::string(error.what()), "Invalid marker found in data stream loading expected tag=3203386110 at pos=" +
+                                                 std::to_string(behindStamp + 4) + ".");
+    }
+}
+
+TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
+{
+    // The count of surface-surface bonds, in the block behind contacts and collisions.
+    const CBytes families = noContactsBytes(makeVersion(27, 0, 3));
+    const SDeckTimestep stored = sampleTimestep(0.125);
+    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
+    const qint64 bondCount = bytes.bytes().indexOf(families.bytes()) + families.size() - 8 - 10;
+    const CLogCapture log;
+    COwnFrame own;
+    EXPECT_EQ(consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(bondCount, CBytes().i32(-2))),
+              bytes.size());
+    EXPECT_EQ(own.frame.timestep.time, 0.125);
+    EXPECT_NE(log.text().find("bonds skipped: "), std::string::npos) << log.text();
+}
+
+/// What a read of a timestep says whose bytes behind the particle types are these.
+static std::string refusalOf(const CBytes& families, int pluginFactories = 0)
+{
+    const quint32 version = makeVersion(27, 0, 3);
+    const SDeckTimestep stored = sampleTimestep(0.125);
+    CBytes bytes = timestepHeadBytes(version, stored) + particleTypesBytes(version, stored.particles) + families;
+    bytes.i32(pluginFactories);
+    if (pluginFactories > 0)
+        bytes.text("Kind").text("Feeder");
+    bytes += timestepTailBytes(version, stored);
+    COwnFrame own;
+    try {
+        consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes);
+    }
+    catch (const not_carried_error& error) {
+        return error.what();
+    }
+    return "read";
+}
+
+TEST(DemTimestepData, refusesRowsThatItCantCarry)
+{
+    const auto deckHolds = [](const std::string& what) {
+        return "This deck holds " + what + ", which this version can't carry over yet.";
+    };
+    const CBytes none = noContactsBytes(makeVersion(27, 0, 3));
+    EXPECT_EQ(refusalOf(none), "read");
+    EXPECT_EQ(refusalOf(none, 1), deckHolds("the plug-in factory \"Feeder\""));
+    EXPECT_EQ(refusalOf(none.with(8, CBytes().i32(2)) /* first count of the contacts' block */),
+              deckHolds("2 contacts"));
+    EXPECT_EQ(refusalOf(none.with(none.size() - 18, CBytes().i32(1))), deckHolds("1 bond"));
+}
+
+// ---------------------------------------------------------------- writing
+
+/// A timestep as the builder has it, in a frame.
+static void fill(COwnFrame& own)
+{
+    consumedBy<CDemTimestepDataReader>(own.frame.timestep, timestepBytes(makeVersion(27, 0, 3), sampleTimestep(0.125)));
+}
+
+TEST(DemTimestepData, writesTheCurrentFormThatTheBuilderSays)
+{
+    COwnFrame own;
+    fill(own);
+    SDeckTimestep expected = sampleTimestep(0.125);
+    expected.date = QDate::currentDate().toString("dd/MM/yy");
+    // 60 rows are deflated, 12 aren't: as in the sample.
+    const CBytes written = writtenBy<CDemTimestepDataWriter>(own.frame.timestep);
+    EXPECT_EQ(firstDifference(timestepBytes(makeVersion(30, 0, 20), expected), written), "");
+}
+
+TEST(DemTimestepData, storesWhatTheMasksKeep)
+{
+    COwnFrame own;
+    finalizeProperty(own.particle, "Temperature", {293.0});
+    finalizeProperty(own.simulation, "Tilt", {1.0});
+    fill(own);
+    SSaveOptions options;
+    options.fullSave = false;
+    options.particleMask = 0; // no velocities, angular velocities, forces, properties
+    options.writeCustomProperties = false;
+    SDeckTimestep expected = sampleTimestep(0.125);
+    expected.date = QDate::currentDate().toString("dd/MM/yy");
+    expected.isFull = 0;
+    expected.particleMask = 0;
+    const qint32 kept = deckFields & ~(1 << 1 | 1 << 4 | 7 << 6);
+    expected.particles.types[0].rows = makeDeckRows(1, 60, kept, true);
+    expected.particles.types[1].rows = makeDeckRows(61, 12, kept);
+    EXPECT_EQ(firstDifference(timestepBytes(makeVersion(30, 0, 20), expected),
+                              writtenBy<CDemTimestepDataWriter>(own.frame.timestep, options)),
+              "");
+    EXPECT_FALSE(own.frame.timestep.isFull);
+
+    options.timestepMask = 0; // and no rows at all
+    expected.timestepMask = 0;
+    for (SDeckParticleType& type : expected.particles.types) {
+        type.rows = SDeckRows();
+        type.rows.fields = kept;
+    }
+    EXPECT_EQ(firstDifference(timestepBytes(makeVersion(30, 0, 20), expected),
+                              writtenBy<CDemTimestepDataWriter>(own.frame.timestep, options)),
+              "");
+}
+
+TEST(DemTimestepData, anotherTimeStandsInOnce)
+{
+    COwnFrame own;
+    fill(own);
+    CByteStream target;
+    target.stream.options.overrideTime = true;
+    target.stream.options.timeOverride = 4.75;
+    CDemTimestepDataWriter writer(target.stream);
+    own.frame.timestep.write(writer);
+    const qint64 second = target.stream.position();
+    own.frame.timestep.write(writer);
+    for (const auto& [at, time] : {std::pair(qint64(0), 4.75), {second, 0.125}}) {
+        COwnFrame read;
+        consumedBy<CDemTimestepDataReader>(read.frame.timestep, target.written().from(at));
+        EXPECT_EQ(read.frame.timestep.time, time);
+    }
+    EXPECT_EQ(own.frame.timestep.time, 0.125);
+}
+
+} // namespace NBrenmark

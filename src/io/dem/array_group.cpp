@@ -1,10 +1,10 @@
 #include "io/dem/array_group.h"
 
+#include "config/user_preferences.h"
 #include "io/dem/dem_data_stream.h"
 
 #include <QSysInfo>
 #include <algorithm>
-#include <atomic>
 #include <stdexcept>
 #include <string>
 
@@ -16,11 +16,7 @@ static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "arrays stand in the files as the
 static constexpr quint64 largestMove = 0x40000000;
 static constexpr quint64 firstBytes = 0x1000000;
 
-static std::atomic<bool> compressPreference{true};
-
-bool compressArrays() { return compressPreference.load(); }
-
-void setCompressArrays(bool compress) { compressPreference.store(compress); }
+bool compressArrays() { return userPreferences().compress(); }
 
 void ReadAttribute::transfer(void* data, quint32 bytes)
 {

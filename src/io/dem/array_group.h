@@ -69,9 +69,8 @@ private:
     std::unique_ptr<zipio> zip;
 };
 
-/// Whether writers deflate groups that are large enough.
+/// Whether the user wants writers to deflate groups that are large enough.
 bool compressArrays();
-void setCompressArrays(bool compress);
 
 /// Groups of fewer rows, or of at most so many bytes, stay raw: zlib would not be worth its start.
 constexpr quint32 leastDeflatedRows = 51;

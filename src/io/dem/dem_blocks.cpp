@@ -1,4 +1,5 @@
 // One block in or out: its name, its creator pair, and the worker that moves the data.
+#include "config/user_preferences.h"
 #include "core/deck/serialiser.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
@@ -52,6 +53,7 @@ static bool runReader(CDemDataStream& stream, CSimulationData& object, SSaveOpti
 
 static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOptions& options, QFile& file)
 {
+    userPreferences(); // read before the worker asks: that has no lock
     CSimDataWriter writer(options);
     writer.object = &object;
     writer.stream = &stream;

@@ -21,18 +21,13 @@ struct SMaterialCase
 
 // "Steel" takes 4 + 10 bytes, three doubles 24; then what the version adds.
 const SMaterialCase materialCases[] = {
-    {makeVersion(2, 4, 39), 38, 0.0, 1},  // the first that stores materials
-    {makeVersion(13, 0, 0), 38, 0.0, 1},
-    {makeVersion(13, 0, 1), 46, 4.5, 1},
-    {makeVersion(19, 255, 255), 46, 4.5, 1},
-    {makeVersion(20, 0, 0), 38, 0.0, 1},  // the gap between two lines
-    {makeVersion(20, 0, 15), 38, 0.0, 1},
-    {makeVersion(20, 0, 16), 46, 4.5, 1},
-    {makeVersion(3, 0, 15), 38, 0.0, 1},  // old numbering: 3 counts as 20
-    {makeVersion(3, 0, 16), 46, 4.5, 1},
-    {makeVersion(27, 0, 3), 46, 4.5, 1},
-    {makeVersion(30, 0, 3), 46, 4.5, 1},
-    {makeVersion(30, 0, 4), 50, 4.5, 0},
+    {makeVersion(2, 4, 39), 38, 0.0, 1}, // the first that stores materials
+    {makeVersion(13, 0, 0), 38, 0.0, 1},     {makeVersion(13, 0, 1), 46, 4.5, 1},
+    {makeVersion(19, 255, 255), 46, 4.5, 1}, {makeVersion(20, 0, 0), 38, 0.0, 1}, // the gap between two lines
+    {makeVersion(20, 0, 15), 38, 0.0, 1},    {makeVersion(20, 0, 16), 46, 4.5, 1},
+    {makeVersion(3, 0, 15), 38, 0.0, 1}, // old numbering: 3 counts as 20
+    {makeVersion(3, 0, 16), 46, 4.5, 1},     {makeVersion(27, 0, 3), 46, 4.5, 1},
+    {makeVersion(30, 0, 3), 46, 4.5, 1},     {makeVersion(30, 0, 4), 50, 4.5, 0},
     {makeVersion(30, 0, 20), 50, 4.5, 0},
 };
 
@@ -138,8 +133,7 @@ TEST(DemParticleType, readsTheOldOrientation)
     const CBytes definition = particleDefinitionBytes({});
     const CBytes nine = CBytes().rawF64({1, 2, 3, 4, 5, 6, 7, 8, 9});
     const CBytes old = definition + CBytes().i32(1).i32(1 | 1 << 3).group(CBytes().rawI32({1}) + nine, false);
-    const CBytes marked = definition +
-                          CBytes().i32(1).u32(1u | 1u << 31).group(CBytes().rawI32({1}) + nine, true) +
+    const CBytes marked = definition + CBytes().i32(1).u32(1u | 1u << 31).group(CBytes().rawI32({1}) + nine, true) +
                           CBytes().i32(0).i32(0);
     for (const auto& [version, bytes] : {std::pair(makeVersion(20, 0, 6), old), {makeVersion(27, 0, 3), marked}}) {
         CParticleType type(nullptr);
@@ -210,17 +204,29 @@ TEST(DemCustomProperties, areFittedToTheirDefinitions)
     };
     const std::vector<double> initial{8, 9, 8, 9, 8, 9};
     const SFitCase cases[] = {
-        {"as defined", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 2, true)}, 3}, {1, 2, 3},
-         {11, 12, 13, 14, 15, 16}, 0},
+        {"as defined",
+         {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 2, true)}, 3},
+         {1, 2, 3},
+         {11, 12, 13, 14, 15, 16},
+         0},
         {"nothing stored", {}, {7, 7, 7}, initial, 0},
         {"lists without items", {{makeDeckValues(1, 0, 1)}, 0}, {7, 7, 7}, initial, 0},
         {"a list less", {{makeDeckValues(1, 3, 1)}, 3}, {1, 2, 3}, initial, 1},
-        {"a list more", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 2), makeDeckValues(31, 3, 60, true)}, 3},
-         {1, 2, 3}, {11, 12, 13, 14, 15, 16}, 1},
-        {"an item less", {{makeDeckValues(1, 2, 1), makeDeckValues(11, 3, 2)}, 3}, {1, 2, 7},
-         {11, 12, 13, 14, 15, 16}, 1},
-        {"an item more", {{makeDeckValues(1, 4, 1), makeDeckValues(11, 3, 2)}, 3}, {1, 2, 3},
-         {11, 12, 13, 14, 15, 16}, 1},
+        {"a list more",
+         {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 2), makeDeckValues(31, 3, 60, true)}, 3},
+         {1, 2, 3},
+         {11, 12, 13, 14, 15, 16},
+         1},
+        {"an item less",
+         {{makeDeckValues(1, 2, 1), makeDeckValues(11, 3, 2)}, 3},
+         {1, 2, 7},
+         {11, 12, 13, 14, 15, 16},
+         1},
+        {"an item more",
+         {{makeDeckValues(1, 4, 1), makeDeckValues(11, 3, 2)}, 3},
+         {1, 2, 3},
+         {11, 12, 13, 14, 15, 16},
+         1},
         {"wider", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 3)}, 3}, {1, 2, 3}, {11, 12, 14, 15, 17, 18}, 1},
         {"narrower", {{makeDeckValues(1, 3, 1), makeDeckValues(11, 3, 1)}, 3}, {1, 2, 3}, {11, 9, 12, 9, 13, 9}, 1},
     };
@@ -366,8 +372,8 @@ TEST(DemCreatorData, writesTheCurrentFormThatTheBuilderSays)
     const quint32 now = makeVersion(30, 0, 20);
     CBytes expected = creatorBytes(now, sampleCreator());
     for (const char* name : {"glass", "seed"}) {
-        const SDeckMaterial material = name == std::string("glass") ? sampleCreator().materials[0]
-                                                                    : sampleCreator().materials[1];
+        const SDeckMaterial material =
+            name == std::string("glass") ? sampleCreator().materials[0] : sampleCreator().materials[1];
         const CBytes stored = materialBytes(material);
         const int at = expected.bytes().indexOf(stored.bytes());
         ASSERT_GT(at, 0);

@@ -100,8 +100,9 @@ TEST(DemForm, recoversFromADamagedBlockAndSaysSo)
     f.i32(behind);
     EXPECT_EQ(behind, 77u);
     // 4 of the block's bytes are read, none follow within it.
-    EXPECT_EQ(log.text(), "WARNING Legacy read: some.dem, timestep 4: collisions skipped: byte 12: 2147483647 collisions "
-                          "announced (2147483647 bytes), 0 bytes follow\n");
+    EXPECT_EQ(log.text(),
+              "WARNING Legacy read: some.dem, timestep 4: collisions skipped: byte 12: 2147483647 collisions "
+              "announced (2147483647 bytes), 0 bytes follow\n");
 }
 
 TEST(DemForm, neverRecoversFromWhatCantBeCarriedNorFromAStop)
@@ -154,9 +155,9 @@ TEST(DemGate, holdsInItsRangesAndNowhereElse)
         bool holds;
     };
     const SGateCase cases[] = {
-        {makeVersion(13, 0, 0), false}, {makeVersion(13, 0, 1), true},    {makeVersion(19, 255, 255), true},
-        {makeVersion(20, 0, 0), false}, {makeVersion(20, 0, 15), false},  {makeVersion(20, 0, 16), true},
-        {makeVersion(26, 0, 0), true},  {makeVersion(26, 0, 1), false},   {makeVersion(30, 0, 20), false},
+        {makeVersion(13, 0, 0), false}, {makeVersion(13, 0, 1), true},   {makeVersion(19, 255, 255), true},
+        {makeVersion(20, 0, 0), false}, {makeVersion(20, 0, 15), false}, {makeVersion(20, 0, 16), true},
+        {makeVersion(26, 0, 0), true},  {makeVersion(26, 0, 1), false},  {makeVersion(30, 0, 20), false},
     };
     for (const SGateCase& c : cases)
         EXPECT_EQ(gate.holds(c.version), c.holds) << versionText(c.version).toStdString();

@@ -2,6 +2,7 @@
 #include "core/progress.h"
 #include "io/dem/dem_deck_testing.h"
 
+#include <QDataStream>
 #include <csignal>
 #include <sys/resource.h>
 
@@ -229,11 +230,11 @@ TEST(DemCopy, savesTheDeckUpToTheCurrentTimestep)
     ASSERT_EQ(deck.open(path), eOpened);
     ASSERT_TRUE(deck.read(3));
     deck.frame().creator.title = "B, edited";
-    EXPECT_TRUE(deck.manager->saveCopyUpToCurrent(deck.frame(), deck.index, folder.path("copy.dem"),
-                                                  folder.path("temp")));
+    EXPECT_TRUE(
+        deck.manager->saveCopyUpToCurrent(deck.frame(), deck.index, folder.path("copy.dem"), folder.path("temp")));
     EXPECT_EQ(storyOf(folder.path("copy.dem")), "0.1 A, 0.2 A, 0.3 B, 0.4 B, edited");
-    EXPECT_EQ(folder.names(), (QStringList{"copy.dem", "copy.dem.scn.1", "copy.dfg", "copy.ess", "copy.idx",
-                                           "deck.dem", "deck.dem.scn.1", "deck.dem.scn.2", "deck.idx"}));
+    EXPECT_EQ(folder.names(), (QStringList{"copy.dem", "copy.dem.scn.1", "copy.dfg", "copy.ess", "copy.idx", "deck.dem",
+                                           "deck.dem.scn.1", "deck.dem.scn.2", "deck.idx"}));
     EXPECT_EQ(before.changesUntil(folder.snapshot()).find("deck."), std::string::npos);
     // The manager holds the copy now.
     EXPECT_EQ(deck.manager->fileName, folder.path("copy.dem"));

@@ -24,10 +24,7 @@ public:
     }
 
     SSimulationFrame& frame() { return *simulation.currentFrame; }
-    int open(const QString& path, bool regenerate = false)
-    {
-        return manager->open(path, frame(), index, regenerate);
-    }
+    int open(const QString& path, bool regenerate = false) { return manager->open(path, frame(), index, regenerate); }
     bool read(quint32 timestep)
     {
         frame().timestep.timestepIndex = timestep;

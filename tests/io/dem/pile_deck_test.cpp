@@ -1,7 +1,7 @@
 // The sample deck of two kinds of grains. The expected numbers were taken out of its bytes by a
 // script of its own, which shares nothing with this library.
-#include "io/dem/dem_testing.h"
 #include "io/dem/dem_reader.h"
+#include "io/dem/dem_testing.h"
 #include "support/paths.h"
 
 #include <QFile>
@@ -147,9 +147,9 @@ TEST(PileDeck, timestepReadsToItsLastByte)
     EXPECT_EQ(seed.unscaledForceTorque.back()[6], 0.0007592495324636699);
     ASSERT_EQ(seed.customProperties.lists.size(), 2u);
     EXPECT_EQ(seed.customProperties.lists[0]->values[3], 295.78753162789496);
-    EXPECT_DOUBLE_EQ(
-        std::accumulate(seed.customProperties.lists[0]->values.begin(), seed.customProperties.lists[0]->values.end(), 0.0),
-        434222.7597679734);
+    EXPECT_DOUBLE_EQ(std::accumulate(seed.customProperties.lists[0]->values.begin(),
+                                     seed.customProperties.lists[0]->values.end(), 0.0),
+                     434222.7597679734);
     EXPECT_EQ(seed.customProperties.lists[1]->values.size(), 3u * 1477);
     EXPECT_EQ(seed.customProperties.lists[1]->values[2], 3.872046903280166e-13);
 

@@ -10,10 +10,10 @@
 namespace NBrenmark {
 
 const quint32 timestepVersions[] = {
-    makeVersion(3, 0, 16),  makeVersion(20, 0, 16), makeVersion(20, 0, 17), makeVersion(20, 0, 18),
-    makeVersion(20, 0, 23), makeVersion(21, 0, 0),  makeVersion(21, 0, 2),  makeVersion(21, 0, 3),
-    makeVersion(21, 0, 4),  makeVersion(22, 0, 0),  makeVersion(22, 1, 0),  makeVersion(22, 1, 1),
-    makeVersion(22, 255, 0), makeVersion(23, 0, 0), makeVersion(24, 0, 30), makeVersion(27, 0, 3),
+    makeVersion(3, 0, 16),   makeVersion(20, 0, 16), makeVersion(20, 0, 17), makeVersion(20, 0, 18),
+    makeVersion(20, 0, 23),  makeVersion(21, 0, 0),  makeVersion(21, 0, 2),  makeVersion(21, 0, 3),
+    makeVersion(21, 0, 4),   makeVersion(22, 0, 0),  makeVersion(22, 1, 0),  makeVersion(22, 1, 1),
+    makeVersion(22, 255, 0), makeVersion(23, 0, 0),  makeVersion(24, 0, 30), makeVersion(27, 0, 3),
 };
 
 TEST(DemTimestepData, everyVersionReadsToItsLastByte)
@@ -111,8 +111,9 @@ TEST(DemTimestepData, saysWhichMarkerWasWrong)
         FAIL() << "the marker was taken";
     }
     catch (const block_error& error) {
-        EXPECT_EQ(std::string(error.what()), "Invalid marker found in data stream loading expected tag=3203386110 at pos=" +
-                                                 std::to_string(behindStamp + 4) + ".");
+        EXPECT_EQ(std::string(error.what()),
+                  "Invalid marker found in data stream loading expected tag=3203386110 at pos=" +
+                      std::to_string(behindStamp + 4) + ".");
     }
 }
 

@@ -10,15 +10,6 @@
 
 namespace NBrenmark {
 
-// A slot whose forms don't stand yet refuses its object, unless this family stores none anyway.
-#define BRENMARK_REFUSE_nothing(declaration, type)                                                                     \
-    declaration {}
-#define BRENMARK_REFUSE_all(declaration, type)                                                                         \
-    declaration { refuseNotCarried(#type); }
-#define BRENMARK_REFUSE_creator(declaration, type) BRENMARK_REFUSE_all(declaration, type)
-#define BRENMARK_REFUSE_timestep(declaration, type) BRENMARK_REFUSE_all(declaration, type)
-#define BRENMARK_REFUSE_both(declaration, type) BRENMARK_REFUSE_all(declaration, type)
-
 class CDemReader : public CDemVisitor, public IFileVisitorReader
 {
 public:

@@ -1,5 +1,6 @@
 #include "io/hdf5/bulk_arrays.h"
 
+#include "config/user_preferences.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 
@@ -47,7 +48,7 @@ SArrayLayout arrayLayout(hsize_t count, hsize_t columns, bool compress)
     return layout;
 }
 
-bool compressionWanted() { return true; }
+bool compressionWanted() { return userPreferences().compress(); }
 
 // ---------------------------------------------------------------- writing
 

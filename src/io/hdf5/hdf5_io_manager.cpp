@@ -5,6 +5,7 @@
 #include "core/deck/simulation.h"
 #include "core/log.h"
 #include "core/progress.h"
+#include "io/hdf5/bulk_arrays.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/deck_tree.h"
@@ -92,6 +93,7 @@ void NHdf5Family::writeObject(H5::H5File& file, SSaveOptions& options, CSimulati
 CHdf5IoManager::CHdf5IoManager(CSimulation& simulation) : IFileFormatManager(simulation), fileAccess(makeFileAccess())
 {
     catchHdf5Errors();
+    compressionWanted(); // the preferences are read here, before a worker asks for them
 }
 
 CHdf5IoManager::~CHdf5IoManager() { closeFiles(); }

@@ -10,8 +10,11 @@
 #include "core/deck/application_state.h"
 #include "core/deck/file_families.h"
 #include "core/deck/file_format_manager.h"
+#include "core/version.h"
 
+#include <QDataStream>
 #include <QDir>
+#include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -72,6 +75,20 @@ void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
     }
 }
 
+/// Gives the header the version of the last legacy program: with that of today nobody takes a deck for one that
+/// needs converting. Its blocks tell their own version.
+bool markAsLegacy(const QString& path)
+{
+    constexpr quint32 version = makeVersion(27, 0, 3);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite))
+        return false;
+    QDataStream stream(&file);
+    stream << version << version;
+    file.close();
+    return stream.status() == QDataStream::Ok && CDataConverter::legacyDataConversionRequired(path);
+}
+
 bool makeDeck(const QString& path, const SSize& size)
 {
     SApplicationState& state = applicationState();
@@ -95,7 +112,7 @@ bool makeDeck(const QString& path, const SSize& size)
     }
     manager->reset();
     simulation.close(false);
-    return made;
+    return made && markAsLegacy(path);
 }
 
 bool convert(const QString& source, const QString& target)

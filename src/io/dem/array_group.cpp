@@ -1,6 +1,7 @@
 #include "io/dem/array_group.h"
 
 #include "config/user_preferences.h"
+#include "core/stop_flag.h"
 #include "io/dem/dem_data_stream.h"
 
 #include <QSysInfo>
@@ -70,6 +71,7 @@ CArrayGroupReader::CArrayGroupReader(CDemDataStream& stream, bool deflated, quin
 
 quint64 CArrayGroupReader::admit(const char* what, quint64 count, quint64 elementBytes) const
 {
+    leaveIfStopped(); // nearly all of a long read's time goes by between two arrays
     const quint64 most = static_cast<quint64>(attribute->mostBytes());
     if (count > most / elementBytes)
         throw std::length_error("byte " + std::to_string(stream->position()) + ": " + std::to_string(count) + ' ' +

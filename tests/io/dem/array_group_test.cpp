@@ -2,6 +2,7 @@
 // interface by way of the builder, not from the compressors under test.
 #include "io/dem/array_group.h"
 
+#include "core/stop_flag.h"
 #include "io/dem/dem_testing.h"
 
 #include <gtest/gtest.h>
@@ -121,6 +122,16 @@ TEST(ArrayGroup, endsCleanlyInEveryCutAndEveryFlippedByte)
         const SGroupRead read = readGroup(stored.with(at, CBytes().i8(static_cast<signed char>(flipped))), true, 100);
         EXPECT_TRUE(!read.error.empty() || (read.ids == ids && read.values == values)) << "flipped at " << at;
     }
+}
+
+TEST(ArrayGroup, leavesAReadThatIsToStop)
+{
+    requestStop();
+    std::vector<qint32> ids;
+    CByteStream source(CBytes().rawI32({1, 2}));
+    CArrayGroupReader arrays(source.stream, false, 2);
+    EXPECT_THROW(arrays.rows("ids", ids), CReadStopped);
+    clearStop();
 }
 
 TEST(ArrayGroup, consumesAnEmptyDeflatedGroup)

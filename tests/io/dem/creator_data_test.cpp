@@ -127,6 +127,19 @@ TEST(DemParticleType, givesEachBitItsArray)
     }
 }
 
+TEST(DemParticleType, deflatesFromFiftyOneRowsOn)
+{
+    for (const int rows : {50, 51}) {
+        SDeckParticleType stored;
+        stored.name = "Ball";
+        stored.rows = makeDeckRows(1, rows, deckFields, rows > 50);
+        const CBytes bytes = particleTypeBytes(makeVersion(27, 0, 3), stored);
+        CParticleType type(nullptr);
+        consumedBy<CDemReader>(type, bytes, makeVersion(27, 0, 3));
+        EXPECT_EQ(firstDifference(bytes, writtenBy<CDemWriter>(type)), "") << rows;
+    }
+}
+
 TEST(DemParticleType, readsTheOldOrientation)
 {
     // Nine numbers a row up to 20.0.6, of which the first four are the quaternion; then four.

@@ -23,6 +23,11 @@ public:
         index.clear();
     }
 
+    /// Without this the simulation would save the deck's settings on its way out.
+    ~CManagedDeck() { simulation.close(false); }
+    CManagedDeck(const CManagedDeck&) = delete;
+    CManagedDeck& operator=(const CManagedDeck&) = delete;
+
     SSimulationFrame& frame() { return *simulation.currentFrame; }
     int open(const QString& path, bool regenerate = false) { return manager->open(path, frame(), index, regenerate); }
     bool read(quint32 timestep)

@@ -11,7 +11,7 @@ namespace NBrenmark {
 
 namespace {
 
-constexpr size_t mostInlineValues = 8;     // an array this small is shown, not digested
+constexpr size_t mostInlineValues = 8;      // an array this small is shown, not digested
 constexpr size_t digestBytes = 1024 * 1024; // handed to the digest at a time
 
 /// Digest of the values as little-endian bytes, in hexadecimal.

@@ -60,13 +60,16 @@ struct SArrayElement<std::array<T, N>> : SArrayElement<T>
 };
 template <>
 struct SArrayElement<C3DVector> : SArrayElement<std::array<double, 3>>
-{};
+{
+};
 template <>
 struct SArrayElement<C3DPoint> : SArrayElement<std::array<double, 3>>
-{};
+{
+};
 template <>
 struct SArrayElement<CQuaternion> : SArrayElement<std::array<double, 4>>
-{};
+{
+};
 
 class CTextOutput
 {

@@ -92,20 +92,23 @@ std::string escaped(const std::string& bytes, const char* escape, TAscii&& ascii
 
 std::string quoted(const std::string& bytes)
 {
-    return '"' + escaped(bytes, "\\x", [](std::string& out, char c) {
-        switch (c) {
-        case '"': out += "\\\""; break;
-        case '\\': out += "\\\\"; break;
-        case '\n': out += "\\n"; break;
-        case '\r': out += "\\r"; break;
-        case '\t': out += "\\t"; break;
-        default:
-            if (c >= 0x20)
-                out += c;
-            else
-                out += "\\x" + hexadecimal(static_cast<unsigned char>(c), 2);
-        }
-    }) + '"';
+    return '"' +
+           escaped(bytes, "\\x",
+                   [](std::string& out, char c) {
+                       switch (c) {
+                       case '"': out += "\\\""; break;
+                       case '\\': out += "\\\\"; break;
+                       case '\n': out += "\\n"; break;
+                       case '\r': out += "\\r"; break;
+                       case '\t': out += "\\t"; break;
+                       default:
+                           if (c >= 0x20)
+                               out += c;
+                           else
+                               out += "\\x" + hexadecimal(static_cast<unsigned char>(c), 2);
+                       }
+                   }) +
+           '"';
 }
 
 } // namespace
@@ -118,7 +121,8 @@ std::string text(double value)
         return "nan:" + hexadecimal(bits, 16);
     }
     char digits[40];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, significantDigits);
+    const auto end =
+        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, significantDigits);
     return std::string(digits, end.ptr);
 }
 

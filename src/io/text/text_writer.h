@@ -21,7 +21,7 @@ public:
 
 #define STORED(operation, type, ...) void write##operation(const type& object) override;
 #define STAMPED(operation, type, ...) void write##operation(type& object) override;
-#define PENDING(operation, type, ...) \
+#define PENDING(operation, type, ...)                                                                                  \
     void write##operation(const type&) override { refuseNotCarried(#type); }
 #include "visitors/stored_classes.def"
 

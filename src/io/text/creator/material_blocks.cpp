@@ -1,5 +1,5 @@
-#include "model/material_block.h"
 #include "io/text/text_writer.h"
+#include "model/material_block.h"
 #include "results/custom_property_data.h"
 
 namespace NBrenmark {

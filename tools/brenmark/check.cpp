@@ -1,0 +1,134 @@
+// brenmark check: which decks need converting.
+
+#include "brenmark/commands.h"
+#include "brenmark/deck_reader.h"
+#include "brenmark/json_text.h"
+#include "brenmark/terminal.h"
+#include "brenmark/units_text.h"
+
+#include "api/data_converter.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <memory>
+
+namespace NBrenmark {
+
+namespace {
+
+struct SCheckedDeck
+{
+    std::string path;
+    std::string family = "unknown";
+    std::string version;
+    bool needsConversion = false;
+    quint32 timesteps = 0;
+    quint32 particles = 0; ///< at the last timestep
+    quint32 types = 0;
+    std::unique_ptr<CFailure> failure; ///< what keeps it from being a whole deck
+};
+
+SCheckedDeck checked(const QString& path)
+{
+    SCheckedDeck deck;
+    deck.path = utf8(path);
+    deck.needsConversion = CDataConverter::legacyDataConversionRequired(path);
+    try {
+        CDeckReader reader(path);
+        deck.family = reader.familyName();
+        deck.version = utf8(versionText(reader.manager().lastVersion));
+        deck.timesteps = reader.timestepCount();
+        if (deck.timesteps > 0) {
+            const CParticleTypes& types = reader.timestep(deck.timesteps - 1).timestep.particleTypes;
+            deck.particles = types.particleCount();
+            deck.types = types.count();
+        }
+    }
+    catch (const CFailure& failure) {
+        deck.failure = std::make_unique<CFailure>(failure);
+    }
+    return deck;
+}
+
+std::string lineOf(const SCheckedDeck& deck)
+{
+    std::string line =
+        deck.path + ": " + deck.family + ' ' + deck.version + ", " + countText(deck.timesteps, "timestep");
+    if (!deck.failure)
+        line += ", " + countText(deck.particles, "particle") + " of " + countText(deck.types, "type");
+    line += deck.needsConversion ? ": needs conversion" : ": needs no conversion";
+    if (deck.failure)
+        line += deck.failure->code == eExitUnsupported ? ", which isn't possible yet" : ", but can't be read whole";
+    return line + '\n';
+}
+
+Json objectOf(const SCheckedDeck& deck)
+{
+    Json object{{"path", deck.path}, {"family", deck.family}, {"needsConversion", deck.needsConversion}};
+    if (!deck.version.empty()) {
+        object["version"] = deck.version;
+        object["timesteps"] = deck.timesteps;
+    }
+    if (!deck.failure) {
+        object["particles"] = deck.particles;
+        object["types"] = deck.types;
+    }
+    object["code"] = deck.failure ? deck.failure->code : eExitDone;
+    object["error"] = deck.failure ? Json(deck.failure->what()) : Json();
+    return object;
+}
+
+/// A folder stands for the decks that lie in it.
+QStringList decksOf(const QString& path)
+{
+    if (!QFileInfo(path).isDir())
+        return {path};
+    const QDir folder(path);
+    QStringList decks;
+    for (const QString& name : folder.entryList({QStringLiteral("*.dem")}, QDir::Files, QDir::Name))
+        decks.append(folder.filePath(name));
+    if (decks.isEmpty())
+        throw CFailure(eExitSource, utf8(path) + ": the folder holds no deck",
+                       "Name a folder with files NAME.dem in it.");
+    return decks;
+}
+
+} // namespace
+
+EExitCode runCheck(const SCheckOptions& options)
+{
+    Json list = Json::array();
+    EExitCode code = eExitDone;
+    const auto failed = [&code](const CFailure& failure) {
+        printFailure(failure);
+        code = std::max(code, failure.code);
+    };
+    for (const QString& path : options.paths) {
+        QStringList decks;
+        try {
+            decks = decksOf(path);
+        }
+        catch (const CFailure& failure) {
+            list.push_back({{"path", utf8(path)}, {"code", failure.code}, {"error", failure.what()}});
+            failed(failure);
+        }
+        for (const QString& deckPath : decks) {
+            const SCheckedDeck deck = checked(deckPath);
+            list.push_back(objectOf(deck));
+            if (!options.json && !deck.version.empty())
+                unlessReaderIsGone([&] {
+                    printResult(lineOf(deck));
+                    flushResult(); // so that results and failures stand in order
+                });
+            if (deck.failure)
+                failed(*deck.failure);
+        }
+    }
+    if (options.json)
+        unlessReaderIsGone([&] { printJson(list); });
+    return code;
+}
+
+} // namespace NBrenmark

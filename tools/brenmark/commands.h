@@ -1,0 +1,56 @@
+#pragma once
+// The commands: what each takes, and one function that does it. All of them end with an exit code
+// or throw a CFailure.
+
+#include "brenmark/exit_codes.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace NBrenmark {
+
+struct SConvertOptions
+{
+    QString source;
+    QString target;
+    bool force = false;
+    bool verify = false;
+    bool quiet = false;
+    bool json = false;
+};
+
+struct SCheckOptions
+{
+    QStringList paths;
+    bool json = false;
+};
+
+struct SInfoOptions
+{
+    QString deck;
+    bool json = false;
+};
+
+struct SDumpOptions
+{
+    QString deck;
+    bool oneTimestep = false;
+    quint32 timestep = 0;
+    bool full = false;
+};
+
+struct SVerifyOptions
+{
+    QString source;
+    QString converted;
+    unsigned int limit = 100; ///< differences that are named; 0 for all
+    bool json = false;
+};
+
+EExitCode runConvert(const SConvertOptions& options);
+EExitCode runCheck(const SCheckOptions& options);
+EExitCode runInfo(const SInfoOptions& options);
+EExitCode runDump(const SDumpOptions& options);
+EExitCode runVerify(const SVerifyOptions& options);
+
+} // namespace NBrenmark

@@ -1,0 +1,196 @@
+// brenmark convert: a host of CDataConverter like any other.
+
+#include "brenmark/commands.h"
+#include "brenmark/deck_family.h"
+#include "brenmark/deck_reader.h"
+#include "brenmark/interrupt.h"
+#include "brenmark/json_text.h"
+#include "brenmark/progress_display.h"
+#include "brenmark/terminal.h"
+#include "brenmark/units_text.h"
+#include "brenmark/verify.h"
+
+#include "api/data_converter.h"
+#include "core/deck/deck_files.h"
+
+#include <chrono>
+
+namespace NBrenmark {
+
+namespace {
+
+struct SConversion
+{
+    bool succeeded = false;
+    bool interrupted = false;
+    bool begun = false;        ///< what stood at the target is gone
+    bool targetOpened = false; ///< a timestep was begun
+    int timesteps = 0;         ///< of the source
+    int written = 0;           ///< whole timesteps at the target
+    double seconds = 0.0;
+    std::string error;
+    std::vector<SLogMessage> messages;
+};
+
+SConversion convert(const QString& source, const QString& target, qint64 bytes, CProgressDisplay& progress)
+{
+    SConversion result;
+    CDataConverter converter;
+    CInterruptHandler interrupt(converter);
+    QObject::connect(&converter, &CDataConverter::starting, [&](int steps) {
+        result.begun = true;
+        result.timesteps = steps / 2;
+        progress.start(result.timesteps, "converting", static_cast<double>(bytes));
+        interrupt.repeat();
+    });
+    QObject::connect(&converter, &CDataConverter::currentStepUpdate, [&](int value) {
+        result.targetOpened = true;
+        // 2i before timestep i, 2i + 1 behind it; whatever ends the conversion jumps to the total.
+        if (value % 2 == 0)
+            return;
+        result.written = (value + 1) / 2;
+        progress.update(result.written);
+    });
+
+    const auto begin = std::chrono::steady_clock::now();
+    result.succeeded = converter.convertSimulationData(source.toUtf8().constData(), target.toUtf8().constData());
+    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    result.interrupted = !result.succeeded && CInterruptHandler::interrupted();
+    result.error = utf8(converter.getError());
+    result.messages = converter.getLogMessages();
+    progress.clear();
+    return result;
+}
+
+CFailure failureOf(const SConversion& conversion, const QString& source, const QString& target)
+{
+    if (conversion.interrupted)
+        return CFailure(
+            eExitInterrupted,
+            "interrupted behind timestep " + std::to_string(conversion.written) + " of " +
+                std::to_string(conversion.timesteps),
+            conversion.written == 0
+                ? "Nothing is left at the target. Repeat this command to convert all; the source is untouched."
+                : utf8(target) + " holds whole timesteps up to there, without settings and configuration. "
+                                 "Repeat this command with --force to convert all; the source is untouched.");
+    // Behind the last timestep, and before the first one, only the target is touched.
+    const bool reachedTarget = conversion.written == conversion.timesteps || !conversion.targetOpened;
+    const CFailure fallback(
+        reachedTarget ? eExitTarget : eExitDifferent,
+        conversion.error.empty() ? utf8(target) + ": can't be created" : conversion.error,
+        reachedTarget
+            ? "Check that the target's folder can be written and has room, and repeat this command with --force."
+            : "The new deck isn't complete. The source is untouched.");
+    return failureFromLog(conversion.messages, utf8(source), fallback);
+}
+
+Json resultObject(const char* result, EExitCode code, const QString& source, const QString& target)
+{
+    return {{"result", result}, {"code", code}, {"source", utf8(source)}, {"target", utf8(target)}};
+}
+
+void addConversion(Json& object, const SConversion& conversion, qint64 bytesRead, qint64 bytesWritten)
+{
+    object["seconds"] = conversion.seconds;
+    object["bytesRead"] = bytesRead;
+    object["bytesWritten"] = bytesWritten;
+    object["timesteps"] = conversion.written;
+    object["messages"] = jsonMessages(conversion.messages);
+}
+
+void tell(const SConvertOptions& options, const QString& target, const SConversion& conversion,
+          const SVerification& verification, qint64 bytesRead, qint64 bytesWritten)
+{
+    if (!options.quiet)
+        printResult(utf8(options.source) + ": converted to " + utf8(target) + ": " +
+                    countText(static_cast<quint64>(conversion.written), "timestep") + ", " +
+                    sizeText(static_cast<double>(bytesRead)) + " read, " + sizeText(static_cast<double>(bytesWritten)) +
+                    " written in " + durationText(conversion.seconds) + '\n');
+    if (options.verify && (!options.quiet || !verification.equal()))
+        printVerification(verification, options.source, target);
+    flushResult();
+}
+
+EExitCode converted(const SConvertOptions& options, const QString& target)
+{
+    const qint64 bytesRead = bytesOf(familyFiles(options.source));
+    SConversion conversion;
+    {
+        CProgressDisplay progress(options.quiet);
+        conversion = convert(options.source, target, bytesRead, progress);
+    }
+    printWarnings(conversion.messages);
+    // Files without a timestep in them are no deck, and in the way of the next try.
+    if (!conversion.succeeded && conversion.begun && conversion.written == 0)
+        deleteFamily(target);
+    const qint64 bytesWritten = bytesOf(familyFiles(target));
+
+    if (!conversion.succeeded) {
+        const CFailure failure = failureOf(conversion, options.source, target);
+        if (options.json) {
+            Json object =
+                resultObject(conversion.interrupted ? "interrupted" : "failed", failure.code, options.source, target);
+            addConversion(object, conversion, bytesRead, bytesWritten);
+            object["error"] = failure.what();
+            unlessReaderIsGone([&] { printJson(object); });
+        }
+        printFailure(failure);
+        return failure.code;
+    }
+
+    SVerification verification;
+    if (options.verify) {
+        CProgressDisplay progress(options.quiet || !errorIsTerminal());
+        verification = verify(options.source, target, defaultDifferenceLimit, progress);
+    }
+    const EExitCode code = verification.equal() ? eExitDone : eExitDifferent;
+    if (options.json) {
+        Json object = resultObject("converted", code, options.source, target);
+        addConversion(object, conversion, bytesRead, bytesWritten);
+        if (options.verify)
+            object["verification"] = jsonVerification(verification);
+        unlessReaderIsGone([&] { printJson(object); });
+        return code;
+    }
+    unlessReaderIsGone([&] { tell(options, target, conversion, verification, bytesRead, bytesWritten); });
+    return code;
+}
+
+EExitCode nothingToDo(const SConvertOptions& options)
+{
+    if (options.json) {
+        Json object = resultObject("nothing to do", eExitDone, options.source, options.source);
+        addConversion(object, SConversion(), 0, 0);
+        printJson(object);
+    }
+    else if (!options.quiet) {
+        printResult(utf8(options.source) + ": is an HDF5 deck already: nothing to convert\n");
+    }
+    flushResult();
+    return eExitDone;
+}
+
+} // namespace
+
+EExitCode runConvert(const SConvertOptions& options)
+{
+    try {
+        if (requireDeck(options.source) == eFormatHdf5)
+            return nothingToDo(options);
+        const QString target = targetPath(options.source, options.target);
+        requireFreeTarget(options.source, target, options.force);
+        CDeckReader(options.source); // a deck that can't be opened must not cost the one at the target
+        return converted(options, target);
+    }
+    catch (const CFailure& failure) {
+        if (options.json) {
+            Json object = resultObject("failed", failure.code, options.source, options.target);
+            addConversion(object, SConversion(), 0, 0);
+            object["error"] = failure.what();
+            unlessReaderIsGone([&] { printJson(object); });
+        }
+        throw;
+    }
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,127 @@
+#include "brenmark/deck_reader.h"
+
+#include "core/deck/application_state.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace NBrenmark {
+
+namespace {
+
+/// What to try instead of a path that is no deck.
+std::string advice(const QString& path)
+{
+    const QString deck = stripDeckSuffix(path) + NDeckFile::demSuffix;
+    if (deck != path && detectFormat(deck) != eFormatUnknown)
+        return "A deck is named by its first file: try " + utf8(deck) + ".";
+    for (const QLatin1String suffix : {NDeckFile::indexSuffix, NDeckFile::companionSuffix,
+                                       NDeckFile::legacyPropertySuffix, NDeckFile::dataFolderSuffix}) {
+        const QString other = path.chopped(path.endsWith(suffix) ? suffix.size() : 0) + NDeckFile::demSuffix;
+        if (path.endsWith(suffix) && QFileInfo::exists(other))
+            return "A deck is named by its first file: try " + utf8(other) + ".";
+    }
+    return std::string();
+}
+
+CFailure openFailure(int code, const QString& path, const std::vector<SLogMessage>& messages)
+{
+    const std::string name = utf8(path);
+    const char* const copyAgain = "Copy the deck again from the archive, with all its files, and repeat this command.";
+    const auto is = [&](EExitCode exitCode, const char* what) {
+        return CFailure(exitCode, name + ": " + what, copyAgain);
+    };
+    switch (code) {
+    case eOpenIndexUnreadable:
+        return failureFromLog(messages, name, is(eExitSource, "the index can't be read, or doesn't fit the deck"));
+    case eOpenIndexNotRebuilt: return failureFromLog(messages, name, is(eExitSource, "the index can't be rebuilt"));
+    case eOpenHeaderRefused:
+        return failureFromLog(messages, name, is(eExitUnsupported, "the header isn't one that can be read"));
+    case eLoadConfigurationFailed:
+        return failureFromLog(messages, name, is(eExitSource, "the configuration beside it can't be read"));
+    default: return failureFromLog(messages, name, is(eExitSource, "the deck or its settings can't be opened"));
+    }
+}
+
+} // namespace
+
+EDeckFormat requireDeck(const QString& path)
+{
+    const std::string name = utf8(path);
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        const std::string other = advice(path);
+        throw CFailure(eExitSource, name + ": no such file", other.empty() ? "Check the path." : other);
+    }
+    if (info.isDir()) {
+        const std::string other = advice(path);
+        throw CFailure(eExitUnsupported, name + ": is a folder",
+                       other.empty() ? "Name the deck's first file; brenmark check lists the decks of a folder."
+                                     : other);
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw CFailure(eExitSource, name + ": can't be opened: " + utf8(file.errorString()),
+                       "Check the file's permissions.");
+    file.close();
+
+    const EDeckFormat format = detectFormat(path);
+    if (format == eFormatUnknown) {
+        const std::string other = advice(path);
+        throw CFailure(eExitUnsupported, name + ": is no deck that is known here",
+                       other.empty() ? "Its first bytes are neither those of an HDF5 file nor those of a legacy deck "
+                                       "with timesteps, of a version from 2.0.0 to below 30.0.0."
+                                     : other);
+    }
+    if (checkSourceFiles(path, false) != 0) {
+        const QString index = stripDeckSuffix(path) + NDeckFile::indexSuffix;
+        throw CFailure(eExitSource, name + ": its index " + utf8(index) + " is missing",
+                       "Copy the index from where the deck came from, beside the deck.");
+    }
+    return format;
+}
+
+COpenLibrary::COpenLibrary(ILogModule& log)
+{
+    if (!initialiseApplication(applicationState()))
+        throw CFailure(eExitDifferent, "the library can't be set up", "There may be too little memory.");
+    addLogModule(&log);
+}
+
+COpenLibrary::~COpenLibrary()
+{
+    simulation().close(false);
+    flushLogModules();
+    shutdownApplication(applicationState());
+    clearLogModules();
+}
+
+CSimulation& COpenLibrary::simulation() const { return *applicationState().simulation; }
+
+CDeckReader::CDeckReader(const QString& deckPath)
+    : path(utf8(deckPath)), deckFormat(requireDeck(deckPath)), logger(eWarning), library(logger)
+{
+    const int code = deck().load(deckPath);
+    if (code != eOpened)
+        throw openFailure(code, deckPath, logger.messages());
+}
+
+std::string CDeckReader::familyName() const { return deckFormat == eFormatLegacy ? "legacy" : "HDF5"; }
+
+SSimulationFrame& CDeckReader::timestep(quint32 number)
+{
+    CSimulation& simulation = deck();
+    const CCreatorData& creator = simulation.currentFrame->creator;
+    const quint32 segment = creator.storageIndex();
+    const quint64 offset = creator.storageOffset();
+    if (!simulation.goToTimestep(number, eIntoCurrentFrame)) {
+        const std::string where = path + ", timestep " + std::to_string(number);
+        throw failureFromLog(logger.messages(), where,
+                             CFailure(eExitSource, where + ": can't be read",
+                                      "Copy the deck again from the archive and repeat this command."));
+    }
+    changed = creator.storageIndex() != segment || creator.storageOffset() != offset;
+    return *simulation.currentFrame;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,63 @@
+#pragma once
+// Opens a deck of either family through the library's own reading, timestep by timestep. One deck
+// is open in a process at a time.
+
+#include "brenmark/failure.h"
+
+#include "core/deck/deck_files.h"
+#include "core/deck/simulation.h"
+#include "core/log.h"
+
+#include <QString>
+
+namespace NBrenmark {
+
+/// The library set up to read decks. Whatever ends it, the deck is let go and nothing is stored:
+/// a simulation that ends with an open deck would write settings and configuration beside it.
+class COpenLibrary
+{
+public:
+    /// \param log  hears what is said; not owned
+    explicit COpenLibrary(ILogModule& log);
+    ~COpenLibrary();
+    COpenLibrary(const COpenLibrary&) = delete;
+    COpenLibrary& operator=(const COpenLibrary&) = delete;
+
+    CSimulation& simulation() const;
+};
+
+class CDeckReader
+{
+public:
+    /// \throws CFailure  no such file, no deck, or one that can't be opened
+    explicit CDeckReader(const QString& path);
+
+    EDeckFormat format() const { return deckFormat; }
+    /// "legacy" or "HDF5".
+    std::string familyName() const;
+    quint32 timestepCount() const { return deck().ioManager.timestepCount(); }
+    const TimestepIndex& index() const { return deck().index; }
+    CSimulation& deck() const { return library.simulation(); }
+    const IFileFormatManager& manager() const { return deck().ioManager.active(); }
+
+    /// Loads a timestep. \throws CFailure  it can't be read
+    SSimulationFrame& timestep(quint32 number);
+    /// Whether the timestep loaded last brought another model than the one before it; true for the first.
+    bool modelChanged() const { return changed; }
+
+    /// What was said so far.
+    std::vector<SLogMessage> messages() const { return logger.messages(); }
+
+private:
+    std::string path; // for messages
+    EDeckFormat deckFormat;
+    CPersistentLogger logger;
+    COpenLibrary library;
+    bool changed = false;
+};
+
+/// The family of a path that can be opened as a deck.
+/// \throws CFailure  with what is wrong with the path, and which one was meant
+EDeckFormat requireDeck(const QString& path);
+
+} // namespace NBrenmark

@@ -1,0 +1,73 @@
+#include "brenmark/deck_text.h"
+
+#include "config/config_manager.h"
+#include "core/deck/simulation_settings.h"
+#include "io/text/settings.h"
+#include "io/text/text_writer.h"
+
+#include <QFile>
+
+#include <vector>
+
+namespace NBrenmark {
+
+namespace {
+
+/// The companion file as an array of bytes: its content is nobody's business, but it goes along.
+void companionText(CTextOutput& out, const QString& path)
+{
+    QFile file(path);
+    if (!file.exists())
+        return;
+    if (!file.open(QIODevice::ReadOnly))
+        throw CFailure(eExitSource, utf8(path) + ": can't be opened: " + utf8(file.errorString()),
+                       "Check the file's permissions.");
+    out.bytes("ptf", file);
+    if (file.error() != QFile::NoError)
+        throw CFailure(eExitSource, utf8(path) + ": can't be read: " + utf8(file.errorString()),
+                       "Copy the file again from the archive and repeat this command.");
+}
+
+} // namespace
+
+std::string modelRoot(quint32 firstTimestep)
+{
+    return firstTimestep == 0 ? "creator" : "creator@" + std::to_string(firstTimestep);
+}
+
+std::string timestepRoot(quint32 number) { return "timestep/" + std::to_string(number); }
+
+void deckText(CDeckReader& reader, ITextSink& sink, bool fullArrays)
+{
+    CTextOutput out(sink, "deck", fullArrays);
+    out.stored("format", reader.familyName());
+    out.stored("firstVersion", versionText(reader.manager().firstVersion));
+    out.stored("lastVersion", versionText(reader.manager().lastVersion));
+    out.stored("edition", reader.manager().edition);
+    out.value("timesteps", reader.timestepCount());
+    out.group("settings", [&] { writePropertyDefinitions(out, reader.deck().settings->propertyManagers()); });
+    out.group("configuration", [&] { writeConfigurationText(out, *reader.deck().configuration); });
+    out.group("companion", [&] { companionText(out, reader.deck().baseName + NDeckFile::companionSuffix); });
+}
+
+void modelText(CDeckReader& reader, ITextSink& sink, const std::string& root, bool fullArrays)
+{
+    CTextWriter writer(sink, root, fullArrays);
+    reader.deck().currentFrame->creator.write(writer);
+}
+
+void timestepText(CDeckReader& reader, ITextSink& sink, const std::string& root, bool fullArrays)
+{
+    const STimestepIndexEntry& entry = reader.index()[reader.deck().currentFrame->timestep.timestepIndex];
+    CTextOutput out(sink, root, fullArrays);
+    out.group("index", [&] {
+        out.value("time", entry.time);
+        out.value("isFull", entry.isFull);
+        out.stored("segment", entry.segment);
+        out.stored("offset", entry.offset);
+    });
+    CTextWriter writer(sink, root, fullArrays);
+    reader.deck().currentFrame->timestep.write(writer);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,46 @@
+#pragma once
+// The comparison of two decks by their texts: the proof that a conversion lost nothing.
+
+#include "brenmark/json_text.h"
+
+#include "core/log.h"
+
+#include <QString>
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+class CProgressDisplay;
+
+/// One line that the two texts don't share. An empty side stands for a line that isn't there.
+struct SDifference
+{
+    std::string path;
+    std::string source;
+    std::string converted;
+};
+
+struct SVerification
+{
+    std::vector<SDifference> differences; ///< in the order of the text, up to the limit
+    bool more = false;                    ///< there are others behind them
+    quint32 timesteps = 0;                ///< of the source
+    double seconds = 0.0;
+    std::vector<SLogMessage> messages; ///< of reading both
+
+    bool equal() const { return differences.empty(); }
+};
+
+constexpr unsigned int defaultDifferenceLimit = 100;
+
+/// Reads both decks, each through its own family.
+/// \param limit  differences that are named; 0 for all
+/// \throws CFailure  one of them can't be read
+SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress);
+
+/// Tells the result on standard output.
+void printVerification(const SVerification& verification, const QString& source, const QString& converted);
+Json jsonVerification(const SVerification& verification);
+
+} // namespace NBrenmark

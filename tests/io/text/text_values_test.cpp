@@ -159,8 +159,7 @@ TEST(TextArrays, areShownAsTheyAreWhenFewOrWanted)
     EXPECT_EQ(arrayText(std::vector<double>{}, false), "root/a f64[0]\n");
     EXPECT_EQ(arrayText(std::vector<C3DPoint>{}, true), "root/a f64[0,3]\n");
     EXPECT_EQ(arrayText(std::vector<double>{0.5, -0.0}, false), "root/a f64[2] 0.5 -0\n");
-    EXPECT_EQ(arrayText(std::vector<C3DPoint>{{1, 2, 3}, {4, 5, 6}}, false),
-              "root/a f64[2,3] (1, 2, 3) (4, 5, 6)\n");
+    EXPECT_EQ(arrayText(std::vector<C3DPoint>{{1, 2, 3}, {4, 5, 6}}, false), "root/a f64[2,3] (1, 2, 3) (4, 5, 6)\n");
     EXPECT_EQ(arrayText(std::vector<qint32>{-1}, false), "root/a i32[1] -1\n");
     EXPECT_EQ(arrayText(std::vector<quint32>{4294967295u}, false), "root/a u32[1] 4294967295\n");
 

@@ -1,0 +1,341 @@
+// convert, run as a user runs it: what it leaves on disk, what it says, and what it never touches.
+#include "support/legacy_deck.h"
+#include "support/paths.h"
+#include "support/settings_file.h"
+#include "support/temp_folder.h"
+#include "support/tool_run.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <csignal>
+#include <filesystem>
+#include <unistd.h>
+
+namespace NBrenmark {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// A source in a folder of its own, and a folder for what comes out.
+class CSource
+{
+public:
+    explicit CSource(const CLegacyDeck& deck = sampleDeckOf(makeVersion(27, 0, 3)))
+    {
+        path = argument(deck.write(folder.path(), "kleine Probe"));
+        settingsWith(makeVersion(27, 0, 3), -1, {{"Heat", 0, 2, 0, {1, 2}}}, -1, {})
+            .toFile(folder.path("kleine Probe.ess"));
+        configurationFile("27.0.0", {"SITE:NOTE=STD STRING:kept"}).toFile(folder.path("kleine Probe.dfg"));
+        folder.write("kleine Probe.ptf", "anything");
+        before = std::make_unique<CSnapshot>(folder.snapshot());
+    }
+    /// Bytes and time stamps are what they were.
+    ~CSource() { EXPECT_EQ(before->changesUntil(folder.snapshot()), ""); }
+
+    std::string target(const char* name = "out") const { return argument(out.path(name)); }
+
+    CTempFolder folder;
+    CTempFolder out;
+    std::string path;
+
+private:
+    std::unique_ptr<CSnapshot> before;
+};
+
+const QStringList convertedNames{"out.dem", "out.dfg", "out.ess", "out.ptf", "out_data"};
+
+bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+/// A deck that takes long enough to be interrupted.
+CLegacyDeck longDeck(int timesteps)
+{
+    CLegacyDeck deck(makeVersion(27, 0, 3));
+    deck.creator(sampleCreator());
+    for (int i = 0; i < timesteps; ++i)
+        deck.timestep(sampleTimestep(0.01 * i));
+    return deck;
+}
+
+} // namespace
+
+TEST(Convert, makesADeckThatHoldsAllAndTellsSo)
+{
+    CSource source;
+    const SToolResult result = runTool({"convert", source.path, source.target(), "--verify", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_EQ(source.out.names(), convertedNames);
+    EXPECT_EQ(QDir(source.out.path("out_data")).entryList(QDir::Files), QStringList({"0.h5", "1.h5", "2.h5"}));
+    EXPECT_EQ(source.out.read("out.ptf"), "anything");
+
+    const Json object = Json::parse(result.output);
+    EXPECT_EQ(object["result"], "converted");
+    EXPECT_EQ(object["code"], 0);
+    EXPECT_EQ(object["target"], source.target("out.dem"));
+    EXPECT_EQ(object["timesteps"], 3);
+    EXPECT_GT(object["seconds"].get<double>(), 0.0);
+    qint64 bytes = 0;
+    for (const QString& name : source.folder.names())
+        bytes += source.folder.read(name).size();
+    EXPECT_EQ(object["bytesRead"], bytes);
+    EXPECT_GT(object["bytesWritten"].get<qint64>(), 0);
+    EXPECT_TRUE(object["messages"].is_array());
+    EXPECT_EQ(object["verification"]["equal"], true);
+    EXPECT_EQ(object["verification"]["timesteps"], 3);
+
+    const SToolResult check = runTool({"check", source.target("out.dem")});
+    EXPECT_EQ(check.output,
+              source.target("out.dem") + ": HDF5 30.0.20, 3 timesteps, 72 particles of 2 types: needs no conversion\n");
+}
+
+TEST(Convert, carriesTheSampleDeckOverWithoutADifference)
+{
+    CTempFolder out;
+    const SToolResult result =
+        runTool({"convert", sampleDeck("pile-27.dem"), argument(out.path("pile")), "--verify", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.output << result.error;
+    EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
+}
+
+TEST(Convert, keepsAnotherModelFromTheTimestepOnFromWhichItIsInForce)
+{
+    CSource source(sampleDeckOf(makeVersion(24, 0, 30), true));
+    ASSERT_EQ(runTool({"convert", source.path, source.target(), "--verify"}).exitCode, 0);
+    const std::string text = runTool({"dump", source.target("out.dem")}).output;
+    EXPECT_TRUE(contains(text, "\ncreator/title \"Kiste\"\n"));
+    EXPECT_TRUE(contains(text, "\ncreator@2/title \"Kiste, verändert\"\n"));
+}
+
+TEST(Convert, takesOutAsAFolderAndCompletesNames)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"out", "out.dem"},     {"out.dem", "out.dem"},          {"run.5", "run.5.dem"},
+        {"ü ber", "ü ber.dem"}, {"sub", "sub/kleine Probe.dem"}, {"sub/", "sub/kleine Probe.dem"},
+        {"sub/x", "sub/x.dem"},
+    };
+    for (const auto& [given, made] : cases) {
+        CSource source;
+        ASSERT_TRUE(QDir(source.out.path()).mkdir("sub"));
+        const SToolResult result =
+            CToolRun({"convert", "--json", source.path, source.target(given)}).environment("LC_ALL", "C").run();
+        EXPECT_EQ(result.exitCode, 0) << given << ": " << result.error;
+        EXPECT_TRUE(source.out.has(QString::fromUtf8(made))) << given;
+        EXPECT_EQ(Json::parse(result.output)["target"], source.target(made));
+    }
+}
+
+TEST(Convert, replacesAllOfAnExistingDeckWithForceAlone)
+{
+    CSource source;
+    CLegacyDeck old = sampleDeckOf(makeVersion(27, 0, 3));
+    old.nextSegment().timestep(sampleTimestep(0.4)).write(source.out.path(), "out");
+    const CSnapshot before = source.out.snapshot();
+    EXPECT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 4);
+    EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+    EXPECT_EQ(runTool({"convert", source.path, source.target(), "--force"}).exitCode, 0);
+    EXPECT_EQ(source.out.names(), convertedNames);
+    EXPECT_EQ(runTool({"convert", source.path, source.target(), "--force", "--verify"}).exitCode, 0);
+}
+
+TEST(Convert, touchesTheSourceByNoLinkAndNoDetour)
+{
+    namespace fs = std::filesystem;
+    CSource source;
+    const fs::path folder(argument(source.out.path()));
+    fs::create_symlink(argument(source.folder.path()), folder / "link to the source's folder");
+    fs::create_symlink(source.path, folder / "soft.dem");
+    // The deck once more, all by hard links; then a target of which one companion is the source's.
+    for (const QString& name : source.folder.names())
+        fs::create_hard_link(argument(source.folder.path(name)), folder / argument(name));
+    fs::create_hard_link(argument(source.folder.path("kleine Probe.dfg")), folder / "half.dfg");
+    // A source inside of the folder that the target would remove.
+    fs::create_directory(folder / "nest_data");
+    const std::string nested = argument(
+        sampleDeckOf(makeVersion(27, 0, 3)).write(QString::fromStdString((folder / "nest_data").string()), "d"));
+
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {source.path, (folder / "link to the source's folder/kleine Probe").string()},
+             {source.path, (folder / "soft").string()},
+             {source.path, (folder / "kleine Probe.dem").string()},
+             {source.path, (folder / "half").string()},
+             {(folder / "soft.dem").string(), source.path},
+             {nested, (folder / "nest").string()}}) {
+        const CSnapshot before = source.out.snapshot();
+        const SToolResult result = runTool({"convert", "--force", from, to});
+        if (from != (folder / "soft.dem").string()) { // by that name the deck has no index
+            EXPECT_EQ(result.exitCode, 4) << to;
+            EXPECT_TRUE(contains(result.error, "shares files")) << result.error;
+        }
+        EXPECT_NE(result.exitCode, 0);
+        EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+    }
+}
+
+TEST(Convert, doesNothingToADeckOfTheCurrentFamily)
+{
+    CSource source;
+    ASSERT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 0);
+    const CSnapshot before = source.out.snapshot();
+    const SToolResult result = runTool({"convert", source.target("out.dem"), source.target("again"), "--json"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(Json::parse(result.output)["result"], "nothing to do");
+    EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+}
+
+TEST(ConvertProgress, isPlainLinesWhereNoTerminalIs)
+{
+    CSource source;
+    const SToolResult result = runTool({"convert", source.path, source.target()});
+    EXPECT_TRUE(contains(result.error, "converting timestep 1 of 3 done")) << result.error;
+    EXPECT_TRUE(contains(result.error, "converting timestep 3 of 3 done")) << result.error;
+    EXPECT_EQ(result.error.find_first_of("\r\x1b"), std::string::npos) << result.error;
+    EXPECT_TRUE(contains(result.output, "3 timesteps"));
+    EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 1);
+}
+
+TEST(ConvertProgress, isABarOnATerminalAndWipedAtTheEnd)
+{
+    CSource source;
+    const SToolResult colour =
+        CToolRun({"convert", source.path, source.target()}).environment("TERM", "xterm").errorOnTerminal().run();
+    EXPECT_EQ(colour.exitCode, 0);
+    EXPECT_TRUE(contains(colour.error, "\r[\x1b[32m")) << colour.error;
+    EXPECT_TRUE(contains(colour.error, "timestep 2 of 3")) << colour.error;
+    EXPECT_TRUE(contains(colour.error, " left")) << colour.error;
+    EXPECT_EQ(colour.error.substr(colour.error.size() - 4), "\r\x1b[K");
+    for (size_t start = 0, end; (end = colour.error.find('\r', start)) != std::string::npos; start = end + 1)
+        EXPECT_LE(end - start, 100u + 14u) << "wider than the terminal, its control sequences apart";
+
+    const SToolResult plain = CToolRun({"convert", source.path, source.target(), "--force"})
+                                  .environment("TERM", "xterm")
+                                  .environment("NO_COLOR", "1")
+                                  .errorOnTerminal()
+                                  .run();
+    EXPECT_TRUE(contains(plain.error, "\r[##")) << plain.error;
+    EXPECT_FALSE(contains(plain.error, "\x1b[3")) << plain.error;
+
+    const SToolResult dumb = CToolRun({"convert", source.path, source.target(), "--force"})
+                                 .environment("TERM", "dumb")
+                                 .errorOnTerminal()
+                                 .run();
+    EXPECT_FALSE(contains(dumb.error, "\x1b")) << dumb.error;
+    EXPECT_TRUE(contains(dumb.error, "timestep 3 of 3 done")) << dumb.error;
+}
+
+TEST(ConvertProgress, isNothingWithQuiet)
+{
+    CSource source;
+    const SToolResult result =
+        CToolRun({"convert", source.path, source.target(), "--quiet", "--verify"}).errorOnTerminal().run();
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.error, "");
+}
+
+class Interrupted : public testing::TestWithParam<int>
+{
+};
+
+TEST_P(Interrupted, conversionLeavesWholeTimestepsAndSaysHowMany)
+{
+    const int timesteps = 400;
+    CSource source(longDeck(timesteps));
+    CToolRun run({"convert", source.path, source.target(), "--json"});
+    run.start();
+    ASSERT_TRUE(run.waitForError("timestep 1 of 400 done"));
+    run.signal(GetParam());
+    const SToolResult result = run.finish();
+    ASSERT_EQ(result.exitCode, 130) << result.error;
+    EXPECT_TRUE(contains(result.error, "interrupted behind timestep")) << result.error;
+    const Json object = Json::parse(result.output);
+    EXPECT_EQ(object["result"], "interrupted");
+    EXPECT_EQ(object["code"], 130);
+    const int written = object["timesteps"].get<int>();
+    EXPECT_GE(written, 1);
+    EXPECT_LT(written, timesteps);
+
+    // What is there is whole: it holds what the source holds up to there, and nothing else.
+    const Json comparison =
+        Json::parse(runTool({"verify", "--json", "--limit", "0", source.path, source.target("out.dem")}).output);
+    int missing = 0;
+    for (const Json& difference : comparison["differences"]) {
+        const auto path = difference["path"].get<std::string>();
+        if (path.rfind("timestep/", 0) == 0) {
+            EXPECT_GE(std::stoi(path.substr(9)), written) << path;
+            EXPECT_EQ(difference["converted"], nullptr) << path;
+            ++missing;
+        }
+        else {
+            EXPECT_EQ(path.rfind("deck/", 0), 0u) << path; // settings come at the end of a conversion
+        }
+    }
+    EXPECT_EQ(missing, timesteps - written);
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, Interrupted, testing::Values(SIGINT, SIGTERM));
+
+TEST(ConvertFailure, ofADamagedSourceIsToldByFileAndTimestep)
+{
+    // Cut in the second timestep: the first one is converted, the file and the place are named.
+    const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
+    CSource source(deck);
+    const SDeckPlace second = deck.timestepPlaces()[1];
+    CTempFolder cut;
+    for (const QString& name : source.folder.names())
+        QFile::copy(source.folder.path(name), cut.path(name));
+    QFile file(cut.path("kleine Probe.dem"));
+    ASSERT_TRUE(file.resize(static_cast<qint64>(second.offset + second.size / 2)));
+    const CSnapshot before = cut.snapshot();
+
+    const SToolResult result = runTool({"convert", argument(file.fileName()), source.target(), "--json"});
+    EXPECT_EQ(result.exitCode, 3) << result.error;
+    EXPECT_TRUE(contains(result.error, "kleine Probe.dem")) << result.error;
+    EXPECT_TRUE(contains(result.error, "archive")) << result.error;
+    const Json object = Json::parse(result.output);
+    EXPECT_EQ(object["result"], "failed");
+    EXPECT_EQ(object["timesteps"], 1);
+    EXPECT_EQ(before.changesUntil(cut.snapshot()), "");
+}
+
+TEST(ConvertFailure, costsNoDeckAtTheTargetIfTheSourceCannotBeOpened)
+{
+    CSource source;
+    ASSERT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 0);
+    const CSnapshot before = source.out.snapshot();
+    CTempFolder broken;
+    sampleDeckOf(makeVersion(27, 0, 3)).write(broken.path(), "b");
+    broken.write("b.ess", "no settings");
+    const SToolResult result = runTool({"convert", argument(broken.path("b.dem")), source.target(), "--force"});
+    EXPECT_EQ(result.exitCode, 3) << result.error;
+    EXPECT_TRUE(contains(result.error, "b.ess")) << result.error;
+    EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+}
+
+TEST(ConvertFailure, ofATargetThatCannotBeWrittenIsItsOwnExitCode)
+{
+    // Whoever runs this may be root, whom no permission stops: folders and files of the wrong kind do.
+    const std::pair<const char*, const char*> cases[] = {
+        {"out_data", "file"}, {"out.ess", "folder"}, {"out.dfg", "folder"}};
+    for (const auto& [name, kind] : cases) {
+        CSource source;
+        if (kind == std::string("file"))
+            source.out.write(name, "in the way");
+        else
+            source.out.write(QString(name) + "/inside", "in the way");
+        const SToolResult result = runTool({"convert", source.path, source.target(), "--force"});
+        EXPECT_EQ(result.exitCode, 4) << name << ": " << result.error;
+        EXPECT_TRUE(contains(result.error, "\n  ")) << result.error;
+    }
+}
+
+TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
+{
+    SDeckCreator model = sampleCreator();
+    model.geometryGroups = 2;
+    CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1)));
+    EXPECT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 5);
+    EXPECT_EQ(source.out.names(), QStringList());
+}
+
+} // namespace NBrenmark

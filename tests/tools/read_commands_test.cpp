@@ -1,0 +1,155 @@
+// check, info and dump on decks whose contents are known from the builder.
+#include "support/legacy_deck.h"
+#include "support/paths.h"
+#include "support/settings_file.h"
+#include "support/temp_folder.h"
+#include "support/tool_run.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <map>
+#include <sstream>
+
+namespace NBrenmark {
+
+using Json = nlohmann::json;
+
+static std::map<std::string, std::string> linesOf(const std::string& text)
+{
+    std::map<std::string, std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        const size_t blank = line.find(' ');
+        EXPECT_NE(blank, std::string::npos) << line;
+        EXPECT_TRUE(lines.emplace(line.substr(0, blank), line.substr(blank + 1)).second) << "twice: " << line;
+    }
+    return lines;
+}
+
+TEST(Check, tellsInALineWhatADeckIsAndWhatItNeeds)
+{
+    CTempFolder folder;
+    const std::string deck = argument(sampleDeckOf(makeVersion(24, 0, 30)).write(folder.path(), "pile"));
+    const SToolResult result = runTool({"check", deck});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.output, deck + ": legacy 24.0.30, 3 timesteps, 72 particles of 2 types: needs conversion\n");
+}
+
+TEST(Check, goesThroughAFolderAndTellsTheWorstInItsExitCode)
+{
+    CTempFolder folder;
+    const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
+    deck.write(folder.path(), "a");
+    deck.write(folder.path(), "c");
+    folder.write("b.dem", "no deck");
+    const SToolResult result = runTool({"check", "--json", argument(folder.path())});
+    EXPECT_EQ(result.exitCode, 5);
+    const Json list = Json::parse(result.output);
+    ASSERT_EQ(list.size(), 3u);
+    EXPECT_EQ(list[0]["path"], argument(folder.path("a.dem")));
+    EXPECT_EQ(list[0]["family"], "legacy");
+    EXPECT_EQ(list[0]["version"], "27.0.3");
+    EXPECT_EQ(list[0]["timesteps"], 3);
+    EXPECT_EQ(list[0]["particles"], 72);
+    EXPECT_EQ(list[0]["types"], 2);
+    EXPECT_EQ(list[0]["needsConversion"], true);
+    EXPECT_EQ(list[0]["error"], nullptr);
+    EXPECT_EQ(list[1]["code"], 5);
+    EXPECT_EQ(list[1]["needsConversion"], false);
+    EXPECT_EQ(list[2]["code"], 0);
+}
+
+TEST(Info, describesADeckInTextAndJson)
+{
+    CTempFolder folder;
+    const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
+    const std::string path = argument(deck.write(folder.path(), "pile"));
+    settingsWith(makeVersion(27, 0, 3), -1, {{"Heat", 0, 2, 0, {1, 2}}}, -1, {}).toFile(folder.path("pile.ess"));
+
+    const Json info = Json::parse(runTool({"info", "--json", path}).output);
+    EXPECT_EQ(info["family"], "legacy");
+    EXPECT_EQ(info["lastWrittenBy"], "27.0.3");
+    EXPECT_EQ(info["title"], "Kiste");
+    EXPECT_EQ(info["timesteps"][2]["time"], 0.3);
+    EXPECT_EQ(info["particleTypes"][0]["particles"], 60);
+    EXPECT_EQ(info["particleTypes"][1]["particles"], 12);
+    EXPECT_EQ(info["materials"][0]["name"], "glass");
+    EXPECT_EQ(info["materials"][0]["density"], 2500.0);
+    EXPECT_EQ(info["customProperties"][0]["name"], "Heat");
+    EXPECT_EQ(info["customProperties"][0]["elements"], 2);
+    EXPECT_EQ(info["customProperties"][0]["stored"], false);
+    EXPECT_EQ(info["files"].size(), 3u);
+    const qint64 bytes = deck.segment(0).size() + deck.index().size() + folder.read("pile.ess").size();
+    EXPECT_EQ(info["bytes"], bytes);
+
+    const std::string text = runTool({"info", path}).output;
+    for (const char* const part : {"legacy deck, version 27.0.3", "Kiste", "t = 0.3 s", "60 particles of 1 sphere",
+                                   "2 materials", "Heat  of particles, 2 elements, not in use yet", "3 files"})
+        EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+}
+
+TEST(Dump, showsWhatTheBuilderPutIn)
+{
+    CTempFolder folder;
+    const std::string path = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
+    const SToolResult result = runTool({"dump", "--full", path});
+    ASSERT_EQ(result.exitCode, 0) << result.error;
+    auto lines = linesOf(result.output);
+    EXPECT_EQ(lines["creator/title"], "\"Kiste\"");
+    EXPECT_EQ(lines["creator/damping"], "0.25");
+    EXPECT_EQ(lines["creator/gravity"], "(0, 0, -9.8100000000000005)");
+    EXPECT_EQ(lines["creator/domain/periodicY"], "true");
+    EXPECT_EQ(lines["creator/materials/glass/shearModulus"], "1900000");
+    EXPECT_EQ(lines["creator/interactions/glass~seed/restitution"], "0.45000000000000001");
+    EXPECT_EQ(lines["timestep/1/time"], "0.20000000000000001");
+    EXPECT_EQ(lines["timestep/1/runNumber"], "3");
+    EXPECT_EQ(lines["timestep/1/removedParticles/Oval%20(größer)"], "2");
+    EXPECT_EQ(lines["timestep/1/energy/cumulative/lostThroughCapping"], "7.5");
+    EXPECT_EQ(lines["timestep/1/energy/total"], "8.5");
+    EXPECT_EQ(lines["stored/timestep/1/fileVersion"], "\"27.0.3\"");
+    EXPECT_EQ(lines.count("timestep/2/time"), 1u);
+    EXPECT_EQ(lines.count("timestep/3/time"), 0u);
+    EXPECT_EQ(lines["timestep/0/particles/Oval%20(größer)/ids/11"], "72");
+}
+
+TEST(Dump, showsOneTimestepAlone)
+{
+    CTempFolder folder;
+    const std::string path = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
+    for (const auto& [where, value] : linesOf(runTool({"dump", path, "--timestep", "2"}).output))
+        EXPECT_TRUE(where.rfind("timestep/2/", 0) == 0 || where.rfind("stored/timestep/2/", 0) == 0) << where;
+}
+
+TEST(Dump, namesAModelByTheTimestepFromWhichItIsInForce)
+{
+    CTempFolder folder;
+    const std::string path = argument(sampleDeckOf(makeVersion(27, 0, 3), true).write(folder.path(), "pile"));
+    auto lines = linesOf(runTool({"dump", path}).output);
+    EXPECT_EQ(lines["creator/title"], "\"Kiste\"");
+    EXPECT_EQ(lines["creator@2/title"], "\"Kiste, verändert\"");
+    EXPECT_EQ(lines.count("creator@1/title"), 0u);
+}
+
+TEST(ReadingCommands, leaveTheDeckAsItIsUnderAnyLocale)
+{
+    CTempFolder folder; // its name has a blank and an umlaut
+    const std::string path = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "größe 1"));
+    emptySettings(makeVersion(27, 0, 3)).toFile(folder.path("größe 1.ess"));
+    configurationFile("27.0.0", {"A:B=INT:1"}).toFile(folder.path("größe 1.dfg"));
+    const CSnapshot before = folder.snapshot();
+    std::string first;
+    for (const char* const locale : {"C.UTF-8", "C", "POSIX", "de_DE.UTF-8"}) {
+        for (const char* const command : {"check", "info", "dump"}) {
+            const SToolResult result = CToolRun({command, path}).environment("LC_ALL", locale).run();
+            EXPECT_EQ(result.exitCode, 0) << locale << ' ' << command << ": " << result.error;
+        }
+        const std::string text = CToolRun({"dump", path}).environment("LC_ALL", locale).run().output;
+        if (first.empty())
+            first = text;
+        EXPECT_EQ(text, first) << locale;
+    }
+    EXPECT_EQ(before.changesUntil(folder.snapshot()), "");
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,140 @@
+// What the command line says to what it can't do: the exit code, and a text that names the place
+// and what to do, on standard error alone.
+#include "support/legacy_deck.h"
+#include "support/temp_folder.h"
+#include "support/tool_run.h"
+
+#include <gtest/gtest.h>
+
+namespace NBrenmark {
+
+namespace {
+
+struct SRefusal
+{
+    std::vector<std::string> arguments; ///< DIR stands for the test's folder
+    int exitCode;
+    const char* text;   ///< part of the first line
+    const char* advice; ///< part of what follows
+};
+
+const SRefusal refusals[] = {
+    {{}, 2, "subcommand", "brenmark --help"},
+    {{"transmute"}, 2, "subcommand", "brenmark --help"},
+    {{"convert"}, 2, "IN is required", "brenmark convert --help"},
+    {{"convert", "DIR/pile.dem"}, 2, "OUT is required", "brenmark convert --help"},
+    {{"convert", "", "DIR/out"}, 2, "empty path", "first file"},
+    {{"convert", "--fast", "DIR/pile.dem", "DIR/out"}, 2, "--fast", "brenmark convert --help"},
+    {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "first", "brenmark dump --help"},
+    {{"dump", "--timestep", "3", "DIR/pile.dem"}, 2, "no timestep 3", "It has 3"},
+    {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is required", "brenmark verify --help"},
+
+    {{"info", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
+    {{"info", "DIR/pile"}, 3, "pile: no such file", "try DIR/pile.dem"},
+    {{"convert", "DIR/none.dem", "DIR/out"}, 3, "no such file", "Check the path"},
+    {{"dump", "DIR/lost index.dem"}, 3, "index DIR/lost index.idx is missing", "Copy the index"},
+    {{"convert", "DIR/lost index.dem", "DIR/out"}, 3, "is missing", "Copy the index"},
+    {{"check", "DIR/empty folder"}, 3, "holds no deck", "NAME.dem"},
+
+    {{"convert", "DIR/pile.dem", "DIR/missing/out"}, 4, "there is no folder", "Make the folder"},
+    {{"convert", "DIR/pile.dem", "DIR/missing/"}, 4, "there is no folder", "Make the folder"},
+    {{"convert", "DIR/pile.dem", "DIR/pile"}, 4, "shares files", "another name"},
+    {{"convert", "DIR/pile.dem", "DIR/./empty folder/../pile.dem"}, 4, "shares files", "another name"},
+    {{"convert", "--force", "DIR/pile.dem", "DIR"}, 4, "shares files", "another name"},
+    {{"convert", "DIR/pile.dem", "DIR/taken"}, 4, "taken.dfg exists already", "--force"},
+    {{"convert", "DIR/pile.dem", "DIR/folder taken"}, 4, "folder taken_data exists already", "--force"},
+
+    {{"info", "DIR/notes.dem"}, 5, "no deck that is known", "legacy deck"},
+    {{"info", "DIR/empty.dem"}, 5, "no deck that is known", "legacy deck"},
+    {{"info", "DIR/pile.idx"}, 5, "no deck that is known", "try DIR/pile.dem"},
+    {{"convert", "DIR/notes.dem", "DIR/out"}, 5, "no deck that is known", "legacy deck"},
+    {{"info", "DIR/empty folder"}, 5, "is a folder", "check"},
+    {{"check", "DIR/walls.dem"}, 5, "2 geometry groups", "later version"},
+    {{"dump", "DIR/walls.dem"}, 5, "2 geometry groups", "later version"},
+    {{"convert", "DIR/walls.dem", "DIR/out"}, 5, "2 geometry groups", "later version"},
+};
+
+/// Puts the folder's path in the place of DIR.
+std::string at(std::string text, const CTempFolder& folder)
+{
+    for (size_t place = text.find("DIR"); place != std::string::npos; place = text.find("DIR", place + 1))
+        text.replace(place, 3, argument(folder.path()));
+    return text;
+}
+
+CLegacyDeck deckWithWalls()
+{
+    SDeckCreator model = sampleCreator();
+    model.geometryGroups = 2;
+    return CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1));
+}
+
+} // namespace
+
+class Refusal : public testing::TestWithParam<SRefusal>
+{
+};
+
+TEST_P(Refusal, hasItsCodeAndSaysWhatWhereAndWhatToDo)
+{
+    CTempFolder folder;
+    const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
+    deck.write(folder.path(), "pile");
+    deck.write(folder.path(), "lost index");
+    ASSERT_TRUE(QFile::remove(folder.path("lost index.idx")));
+    deckWithWalls().write(folder.path(), "walls");
+    folder.write("notes.dem", "This is no deck, and longer than a header has bytes.");
+    folder.write("empty.dem", "");
+    folder.write("taken.dfg", "somebody's");
+    ASSERT_TRUE(QDir(folder.path()).mkdir("empty folder") && QDir(folder.path()).mkdir("folder taken_data"));
+    const CSnapshot before = folder.snapshot();
+
+    std::vector<std::string> arguments;
+    for (const std::string& text : GetParam().arguments)
+        arguments.push_back(at(text, folder));
+    const SToolResult result = runTool(arguments);
+
+    EXPECT_EQ(result.exitCode, GetParam().exitCode) << result.error;
+    const size_t first = result.error.find("brenmark: ");
+    const size_t second = result.error.find("\n  ", first);
+    ASSERT_NE(second, std::string::npos) << result.error;
+    EXPECT_NE(result.error.substr(first, second - first).find(at(GetParam().text, folder)), std::string::npos)
+        << result.error;
+    EXPECT_NE(result.error.find(at(GetParam().advice, folder), second), std::string::npos) << result.error;
+    EXPECT_EQ(result.error.find('\x1b'), std::string::npos) << "colour into a pipe";
+    if (GetParam().exitCode != 5) { // what can't be carried over is met when the target is open
+        EXPECT_EQ(before.changesUntil(folder.snapshot()), "");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, Refusal, testing::ValuesIn(refusals));
+
+TEST(Help, goesToStandardOutputAndIsNoFailure)
+{
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"--help"}, {"--version"}, {"convert", "--help"}, {"check", "-h"}, {"verify", "--help"}}) {
+        const SToolResult result = runTool(arguments);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.error, "");
+        EXPECT_NE(result.output.find(arguments[0] == "--version" ? "brenmark 1." : "Usage: brenmark"),
+                  std::string::npos)
+            << result.output;
+    }
+}
+
+TEST(StandardOutput, thatIsFullIsToldAndAReaderThatLeavesIsNot)
+{
+    CTempFolder folder;
+    const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
+    for (const char* const command : {"dump", "info", "check"}) {
+        const SToolResult full = CToolRun({command, deck}).outputTo("/dev/full").run();
+        EXPECT_EQ(full.exitCode, 4) << command;
+        EXPECT_NE(full.error.find("standard output: No space left"), std::string::npos) << full.error;
+
+        const SToolResult gone = CToolRun({command, deck}).outputToNobody().run();
+        EXPECT_EQ(gone.exitCode, 0) << command;
+        EXPECT_EQ(gone.error, "") << command;
+    }
+}
+
+} // namespace NBrenmark

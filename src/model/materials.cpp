@@ -50,7 +50,7 @@ QString MaterialMap::splitMaterial(const QString& materialName, bool equipmentCo
     const CMaterial* original = find(materialName);
     if (original == nullptr)
         return QString();
-    const QString newName = makeUniqueName(materialName, keys());
+    QString newName = makeUniqueName(materialName, keys());
     auto copy = std::make_unique<CMaterial>(*original);
     copy->name = newName.toStdString();
     if (equipmentCopy)

@@ -3,7 +3,7 @@
 
 namespace NBrenmark {
 
-#define STORED(operation, type, ...) class type;
+#define STORED(operation, type, ...) class type; // NOLINT(bugprone-macro-parentheses)
 #define LEGACY(operation, type, column)                                                                                \
     namespace NLegacySupport {                                                                                         \
     class type;                                                                                                        \

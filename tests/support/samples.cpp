@@ -220,8 +220,6 @@ void fill(CHertzMindlinNoSlipContactModelParamData& parameters)
 
 void fill(CPhysicsModels& physics)
 {
-    // Twice the same in a chain: the number of models is stored as well.
-    physics.sphereSphereModels.push_back(std::make_unique<CHertzMindlinNoSlipContactModel>(eSphereSphereModel));
     for (CPhysicsModels::Chain* chain : {&physics.sphereSphereModels, &physics.sphereGeometryModels})
         fill(dynamic_cast<CHertzMindlinNoSlipContactModel&>(*chain->front()).parameters);
 }

@@ -97,11 +97,12 @@ public:
         });
     }
 
-    /// The same in a group that is there already.
+    /// The same in a group that another form made, if that has run.
     template <class TBody>
     void sameGroup(const std::string& name, TBody&& body)
     {
-        closed(visitor.location->openGroup(name), [&](H5::Group& group) {
+        const bool isThere = visitor.location->nameExists(name);
+        closed(isThere ? visitor.location->openGroup(name) : made(name), [&](H5::Group& group) {
             const CHdf5Place place(visitor, group);
             body();
         });

@@ -5,9 +5,10 @@ target_link_libraries(Brenmark
     PUBLIC Qt5::Core
     PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,brenmark_internal>")
 target_include_directories(Brenmark INTERFACE "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
-target_link_options(Brenmark PRIVATE
-    "LINKER:--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map"
-    $<$<NOT:$<BOOL:${BRENMARK_SANITIZE}>>:LINKER:--no-undefined>)
+target_link_options(Brenmark PRIVATE "LINKER:--version-script=${CMAKE_SOURCE_DIR}/cmake/exports.map")
+if(NOT BRENMARK_SANITIZE) # the sanitizers' own symbols come with the program
+    target_link_options(Brenmark PRIVATE "LINKER:--no-undefined")
+endif()
 set_target_properties(Brenmark PROPERTIES
     LINKER_LANGUAGE CXX
     VERSION "${PROJECT_VERSION}"

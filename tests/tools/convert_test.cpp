@@ -112,7 +112,7 @@ TEST(Convert, takesOutAsAFolderAndCompletesNames)
     const std::pair<const char*, const char*> cases[] = {
         {"out", "out.dem"},     {"out.dem", "out.dem"},          {"run.5", "run.5.dem"},
         {"ü ber", "ü ber.dem"}, {"sub", "sub/kleine Probe.dem"}, {"sub/", "sub/kleine Probe.dem"},
-        {"sub/x", "sub/x.dem"},
+        {"sub/x", "sub/x.dem"}, {"new/er/x", "new/er/x.dem"},    {"new/", "new/kleine Probe.dem"},
     };
     for (const auto& [given, made] : cases) {
         CSource source;

@@ -36,8 +36,9 @@ const SRefusal refusals[] = {
     {{"convert", "DIR/lost index.dem", "DIR/out"}, 3, "is missing", "Copy the index"},
     {{"check", "DIR/empty folder"}, 3, "holds no deck", "NAME.dem"},
 
-    {{"convert", "DIR/pile.dem", "DIR/missing/out"}, 4, "there is no folder", "Make the folder"},
-    {{"convert", "DIR/pile.dem", "DIR/missing/"}, 4, "there is no folder", "Make the folder"},
+    {{"convert", "DIR/pile.dem", "DIR/notes.dem/out"}, 4, "can't be made", "Check the path"},
+    {{"convert", "DIR/pile.dem", "DIR/notes.dem/"}, 4, "can't be made", "Check the path"},
+    {{"convert", "DIR/none.dem", "DIR/missing/out"}, 3, "no such file", "Check the path"}, // nor is a folder made
     {{"convert", "DIR/pile.dem", "DIR/pile"}, 4, "shares files", "another name"},
     {{"convert", "DIR/pile.dem", "DIR/./empty folder/../pile.dem"}, 4, "shares files", "another name"},
     {{"convert", "--force", "DIR/pile.dem", "DIR"}, 4, "shares files", "another name"},

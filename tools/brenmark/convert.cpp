@@ -180,6 +180,7 @@ EExitCode runConvert(const SConvertOptions& options)
         const QString target = targetPath(options.source, options.target);
         requireFreeTarget(options.source, target, options.force);
         CDeckReader(options.source); // a deck that can't be opened must not cost the one at the target
+        makeTargetFolder(target);
         return converted(options, target);
     }
     catch (const CFailure& failure) {

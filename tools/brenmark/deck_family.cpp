@@ -97,12 +97,15 @@ QString targetPath(const QString& source, const QString& out)
         target = QDir(out).filePath(QFileInfo(stripDeckSuffix(source)).fileName());
     if (!target.endsWith(NDeckFile::demSuffix))
         target += NDeckFile::demSuffix;
-
-    const QString folder = QFileInfo(target).absolutePath();
-    if (!QFileInfo(folder).isDir())
-        throw CFailure(eExitTarget, utf8(out) + ": there is no folder " + utf8(folder),
-                       "Make the folder, or check the path, and repeat this command.");
     return target;
+}
+
+void makeTargetFolder(const QString& target)
+{
+    const QString folder = QFileInfo(target).absolutePath();
+    if (!QDir().mkpath(folder))
+        throw CFailure(eExitTarget, utf8(target) + ": its folder " + utf8(folder) + " can't be made",
+                       "Check the path and its permissions, and repeat this command.");
 }
 
 void requireFreeTarget(const QString& source, const QString& target, bool force)

@@ -15,9 +15,12 @@ QStringList familyFiles(const QString& path);
 qint64 bytesOf(const QStringList& files);
 
 /// The path of the new deck that OUT means: a folder stands for the source's name inside it, and a
-/// name without .dem gets it.
-/// \throws CFailure  its folder doesn't exist
+/// name without .dem gets it. The folder need not exist.
 QString targetPath(const QString& source, const QString& out);
+
+/// Makes the folder of a new deck, with those above it, where it is missing.
+/// \throws CFailure
+void makeTargetFolder(const QString& target);
 
 /// Sees to it that a conversion overwrites nothing that it shouldn't: neither a file of the source,
 /// by whatever path, link or spelling, nor without force an existing deck.

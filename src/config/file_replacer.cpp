@@ -49,10 +49,26 @@ public:
         changed.notify_all();
     }
 
+    /// Runs a copy in a thread of its own. \throws std::system_error  there is none to be had
+    template <class TWork>
+    void start(TWork&& work)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        threads.emplace_back(std::forward<TWork>(work));
+    }
+
+    /// Returns when no copy is under way and the threads of all are gone: a thread that has copied still removes
+    /// its temporary file, which the end of the process would cut short.
     void waitUntilIdle()
     {
-        std::unique_lock<std::mutex> lock(mutex);
-        changed.wait(lock, [this] { return underWay.empty(); });
+        std::vector<std::thread> ending;
+        {
+            std::unique_lock<std::mutex> lock(mutex);
+            changed.wait(lock, [this] { return underWay.empty(); });
+            ending.swap(threads);
+        }
+        for (std::thread& thread : ending)
+            thread.join();
     }
 
     std::vector<SFailedCopy> takeFailed()
@@ -66,6 +82,7 @@ private:
     std::condition_variable changed;
     std::list<QString> underWay;
     std::vector<SFailedCopy> failed;
+    std::vector<std::thread> threads; ///< that nobody has waited for yet
 };
 
 static CCopyRegistry& copyRegistry()
@@ -141,7 +158,7 @@ bool CFileReplacement::replace(const QString& target)
         registry.leave(place, cause);
     };
     try {
-        std::thread(work).detach();
+        registry.start(work);
     }
     catch (const std::system_error&) {
         work(); // no thread to be had: the caller waits instead

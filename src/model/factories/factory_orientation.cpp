@@ -5,6 +5,8 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
+#include <cstring>
+
 namespace NBrenmark {
 
 template <>
@@ -24,6 +26,19 @@ CQuaternion CRandomFactoryOrientation::sample() const
     axis.x = uniform();
     const double angle = CRandomDistribution(-halfTurn, halfTurn).sample();
     return CQuaternion::fromAxisAngle(unitUnlessZero(axis), angle);
+}
+
+CQuaternion CFixedFactoryOrientation::quaternion() const
+{
+    const C3DMatrix own = taken.toMatrix();
+    const bool isTaken = std::memcmp(own.data(), orientation.data(), 9 * sizeof(double)) == 0;
+    return isTaken ? taken : CQuaternion::fromMatrix(orientation);
+}
+
+void CFixedFactoryOrientation::setQuaternion(const CQuaternion& turn)
+{
+    taken = turn;
+    orientation = turn.toMatrix();
 }
 
 void CFixedFactoryOrientation::read(IFileVisitorReader& v) { v.readFixedFactoryOrientation(*this); }

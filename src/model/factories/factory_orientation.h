@@ -25,6 +25,11 @@ public:
     void read(IFileVisitorReader& visitor) override;
     void write(IFileVisitorWriter& visitor) const override;
 
+    /// The turn as files hold it. What was taken comes back to the last bit while the matrix is still its
+    /// own: a quaternion that goes through a matrix comes back rounded.
+    CQuaternion quaternion() const;
+    void setQuaternion(const CQuaternion& turn);
+
     C3DMatrix orientation;
 
 protected:
@@ -35,6 +40,9 @@ protected:
         data.orientation = orientation;
         return data;
     }
+
+private:
+    CQuaternion taken;
 };
 
 /// Any angle about an axis of the first octant. There is nothing to store.

@@ -106,12 +106,12 @@ void CDemCreatorDataReader::readFixedFactoryOrientation(CFixedFactoryOrientation
 {
     CQuaternion orientation;
     readQuaternion(orientation);
-    param.orientation = orientation.toMatrix();
+    param.setQuaternion(orientation);
 }
 
 void CDemCreatorDataWriter::writeFixedFactoryOrientation(const CFixedFactoryOrientation& param)
 {
-    writeQuaternion(CQuaternion::fromMatrix(param.orientation));
+    writeQuaternion(param.quaternion());
 }
 
 // ---------------------------------------------------------------- type

@@ -75,6 +75,10 @@ public:
     }
     void text(QString& value);
     void text(std::string& value);
+    void text(QString& value, const SGate& gate, const QString& before)
+    {
+        gated(gate, value, before, [&] { text(value); });
+    }
     /// Three numbers: a point or a vector.
     template <class TPoint>
     void point(TPoint& value)
@@ -82,6 +86,11 @@ public:
         f64(value.x);
         f64(value.y);
         f64(value.z);
+    }
+    template <class TPoint>
+    void point(TPoint& value, const SGate& gate, const TPoint& before)
+    {
+        gated(gate, value, before, [&] { point(value); });
     }
 
     // Consumed, never kept.
@@ -200,12 +209,21 @@ public:
     }
     void text(const QString& value) { stream << value; }
     void text(const std::string& value) { stream << QString::fromStdString(value); }
+    void text(const QString& value, const SGate& gate, const QString&)
+    {
+        gated(gate, [&] { text(value); });
+    }
     template <class TPoint>
     void point(const TPoint& value)
     {
         f64(value.x);
         f64(value.y);
         f64(value.z);
+    }
+    template <class TPoint>
+    void point(const TPoint& value, const SGate& gate, const TPoint&)
+    {
+        gated(gate, [&] { point(value); });
     }
 
     // What a reader drops still has its place.

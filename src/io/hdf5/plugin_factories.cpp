@@ -1,5 +1,6 @@
 #include "io/hdf5/plugin_factories.h"
 
+#include "core/log.h"
 #include "io/hdf5/counted.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -11,14 +12,17 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
 {
     factories.clear();
     in.group("PluginFactories/", [&] {
-        quint64 libraries = 0;
-        for (hsize_t i = 0; i < in.childCount(); ++i)
-            in.group(in.childName(i), [&] {
-                std::string type;
-                in.attribute("type", type);
-                libraries += type == "library" ? 1 : 0; // others never were plug-ins
-            });
-        refuseAny(libraries, "plug-in factory", "plug-in factories");
+        in.children([&](const QString& name) {
+            std::string type;
+            in.attribute("type", type);
+            if (type != "library") // others never were plug-ins
+                return;
+            std::string source;
+            in.attribute("source", source);
+            logMessage(eWarning, "HDF5 read",
+                       "The factory \"" + name.toStdString() + "\" of the plug-in library \"" + source +
+                           "\" is skipped: no such factory could be made.");
+        });
     });
 }
 

@@ -4,6 +4,7 @@
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/geometry_forms.h"
 #include "model/creator_data.h"
 
 #include <QDate>
@@ -84,9 +85,11 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
         f.marker(timestepMarker);
     readMasks(f, timestep);
 
-    if (storesWholeGeometry(f)) {
+    const bool wholeGeometry = storesWholeGeometry(f);
+    if (wholeGeometry) {
         CDemCreatorDataReader creatorReader(*stream);
         creator.geometryGroups.read(creatorReader);
+        linkFactories(creator, *stream);
     }
     else
         creator.geometryGroups.read(*this);
@@ -105,6 +108,11 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     creator.pluginFactories.read(*this);
 
     f.f64(timestep.time);
+    if (!wholeGeometry && !f.since(20, 0, 21)) {
+        for (CGeometryGroup* group : creator.geometryGroups.groups())
+            if (group != nullptr)
+                group->time = timestep.time;
+    }
     runForm(f, timestep);
     timestep.systemEnergy.read(*this);
     readRemovedParticles(f, timestep);

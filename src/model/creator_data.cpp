@@ -5,7 +5,8 @@
 
 namespace NBrenmark {
 
-CCreatorData::CCreatorData(const SPropertyManagers& managers) : particleTypes(managers.particle)
+CCreatorData::CCreatorData(const SPropertyManagers& managers)
+    : particleTypes(managers.particle), physicsModels(this)
 {
     particleTypes.domain = &domain;
 }

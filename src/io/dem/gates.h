@@ -62,6 +62,8 @@ constexpr SGate gateForces = from(13, 0, 3).below(20, 0, 0).andFrom(20, 0, 14);
 constexpr SGate gateContactModels = from(13, 0, 6).below(20, 0, 0).andFrom(20, 0, 14);
 constexpr SGate gateModelSource = from(13, 0, 8).below(20, 0, 0).andFrom(20, 0, 14);
 constexpr SGate gateParticleProperties = from(13, 0, 5).below(20, 0, 0).andFrom(21, 0, 0);
+// Charges stand beside the particles; afterwards they are custom properties alone.
+constexpr SGate gateChargeRows = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
 constexpr SGate gateStreamFlag = from(13, 0, 4).below(20, 0, 0).andFrom(20, 0, 16).below(22, 0, 0);
 
 // Before, a model is a list of particle prototypes, and a timestep one prototype a particle.

@@ -4,17 +4,7 @@
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
-#include "physics/archard_wear.h"
-#include "physics/cohesion.h"
-#include "physics/electrostatics.h"
-#include "physics/heat_conduction.h"
-#include "physics/hysteretic_spring.h"
-#include "physics/jkr.h"
-#include "physics/linear_spring.h"
-#include "physics/moving_plane.h"
-#include "physics/parallel_bond.h"
-#include "physics/temperature_update.h"
-#include "physics/tribocharging.h"
+#include "physics/parameter_records.h"
 
 namespace NBrenmark {
 

@@ -142,14 +142,15 @@ private:
     bool move(SMaterialPair& pair, const std::string& names)
     {
         QString& moved = pair.movesFirst ? pair.first : pair.second;
-        const QString made =
-            pair.movable == nullptr ? QString() : creator.materials.splitMaterial(moved, geometrySide, creator.interactions);
+        const QString made = pair.movable == nullptr
+                                 ? QString()
+                                 : creator.materials.splitMaterial(moved, geometrySide, creator.interactions);
         if (made.isEmpty()) {
             tell("the entry of " + names + " is dropped, for its materials have another value and can't be doubled.");
             return false;
         }
-        tell("material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
-             "\", for the entry of " + names + " has a value of its own.");
+        tell("material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() + "\", for the entry of " +
+             names + " has a value of its own.");
         *pair.movable = made;
         moved = made;
         return true;

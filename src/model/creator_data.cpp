@@ -5,8 +5,7 @@
 
 namespace NBrenmark {
 
-CCreatorData::CCreatorData(const SPropertyManagers& managers)
-    : particleTypes(managers.particle), physicsModels(this)
+CCreatorData::CCreatorData(const SPropertyManagers& managers) : particleTypes(managers.particle), physicsModels(this)
 {
     particleTypes.domain = &domain;
 }

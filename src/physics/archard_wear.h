@@ -7,8 +7,7 @@
 
 namespace NBrenmark {
 
-class CArchardContactModelParamData : public CParamData<CArchardContactModelParamData>,
-                                      public CRollingFrictionParamData
+class CArchardContactModelParamData : public CParamData<CArchardContactModelParamData>, public CRollingFrictionParamData
 {
 public:
     explicit CArchardContactModelParamData(quint32 modelType) : CRollingFrictionParamData(modelType) {}

@@ -14,7 +14,7 @@ public:
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 
-    double screeningDistance = 5.0; ///< in radii of the smallest particle; neither 0 nor 1
+    double screeningDistance = 5.0;                ///< in radii of the smallest particle; neither 0 nor 1
     const CParticleTypes* particleTypes = nullptr; ///< of the deck; not owned, never stored
 };
 

@@ -1,7 +1,7 @@
 #include "physics/model_registry.h"
 
-#include "physics/parameter_records.h"
 #include "physics/hertz_mindlin_rvd_rolling_friction.h"
+#include "physics/parameter_records.h"
 #include "physics/phantoms.h"
 #include "physics/relative_wear.h"
 
@@ -12,7 +12,12 @@ namespace NBrenmark {
 template <class TModel>
 static SContactModelKind model(const char* name, const char* olderName, quint32 role, quint32 position, bool capability)
 {
-    return {name, olderName, role, position, capability, &typeid(TModel),
+    return {name,
+            olderName,
+            role,
+            position,
+            capability,
+            &typeid(TModel),
             [](quint32 modelType) -> std::unique_ptr<IContactModel> { return std::make_unique<TModel>(modelType); }};
 }
 
@@ -81,8 +86,9 @@ std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32
 
 QString mendedModelName(const QString& storedName)
 {
-    return storedName == QLatin1String("hertz-mindlin (no slip)") ? QString(CHertzMindlinNoSlipContactModel::registeredName)
-                                                                  : storedName;
+    return storedName == QLatin1String("hertz-mindlin (no slip)")
+               ? QString(CHertzMindlinNoSlipContactModel::registeredName)
+               : storedName;
 }
 
 // ---------------------------------------------------------------- what the models answer by
@@ -111,7 +117,10 @@ RequiredProperties CBuiltInContactModel::requiredProperties(unsigned int ownerTy
 
 QString CBuiltInExternalForce::modelName() const { return kindOf(externalForceKinds(), typeid(*this)).name; }
 
-bool CBuiltInExternalForce::capabilityFlag() const { return kindOf(externalForceKinds(), typeid(*this)).capabilityFlag; }
+bool CBuiltInExternalForce::capabilityFlag() const
+{
+    return kindOf(externalForceKinds(), typeid(*this)).capabilityFlag;
+}
 
 RequiredProperties CBuiltInExternalForce::requiredProperties(unsigned int ownerType) const
 {

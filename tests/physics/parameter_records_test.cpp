@@ -58,7 +58,8 @@ TEST(ParameterRecords, aPairIsOneInEitherOrderOfBytes)
 
     EXPECT_EQ(CBondParametersMap::pairKey("steel", "Glass"), "Glass <> steel");
     EXPECT_EQ(CBondParametersMap::pairKey("a", "a"), "a <> a");
-    EXPECT_EQ(CBondParametersMap::namesOf("Glass <> steel"), std::make_pair(std::string("Glass"), std::string("steel")));
+    EXPECT_EQ(CBondParametersMap::namesOf("Glass <> steel"),
+              std::make_pair(std::string("Glass"), std::string("steel")));
     EXPECT_FALSE(CBondParametersMap::namesOf("Glass<>steel").has_value());
 }
 

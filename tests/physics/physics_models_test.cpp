@@ -61,8 +61,7 @@ TEST(PhysicsModels, relativeWearStaysBehindTheOthersInAnOrderedChain)
     physics.addContactModel(built("Relative Wear", eSphereGeometryModel), chain, 1);
     EXPECT_EQ(namesOf(chain), "Hertz-Mindlin (no slip), Relative Wear, Linear Cohesion, Relative Wear");
     physics.addContactModel(built("Tribocharging", eSphereGeometryModel), CPhysicsModels::atEnd);
-    EXPECT_EQ(namesOf(chain),
-              "Hertz-Mindlin (no slip), Relative Wear, Linear Cohesion, Relative Wear, Tribocharging");
+    EXPECT_EQ(namesOf(chain), "Hertz-Mindlin (no slip), Relative Wear, Linear Cohesion, Relative Wear, Tribocharging");
     EXPECT_EQ(namesOf(physics.sphereSphereModels), "Hertz-Mindlin (no slip)") << "the model's type says the chain";
     physics.addContactModel(built("Linear Spring", eSphereGeometryModel), chain, 99);
     EXPECT_EQ(chain.back()->modelName(), "Linear Spring") << "a place beyond the end is the end";

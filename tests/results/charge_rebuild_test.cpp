@@ -70,8 +70,9 @@ TEST_F(ChargeRebuild, tellsOfChargesThatHaveNowhereToGo)
     CParticleType& type = chargedType();
     CLogCapture log;
     timestep.rebuildChargeProperties();
-    EXPECT_EQ(log.text(), "WARNING Conversion: Particle type \"Dust\": the stored values for the property \"Charge\" are "
-                          "dropped, for no saved time of the deck holds that property.\n");
+    EXPECT_EQ(log.text(),
+              "WARNING Conversion: Particle type \"Dust\": the stored values for the property \"Charge\" are "
+              "dropped, for no saved time of the deck holds that property.\n");
     EXPECT_TRUE(type.customProperties.lists.empty());
     type.electrostatic.charge = {0.0, 0.0};
     timestep.rebuildChargeProperties();

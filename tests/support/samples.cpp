@@ -275,8 +275,8 @@ void fill(CTribochargingContactModelParamData& data) { fill(data.alpha); }
 
 void fill(CBondParameters& bond)
 {
-    for (double* number : {&bond.normalStiffness, &bond.shearStiffness, &bond.normalStrength, &bond.shearStrength,
-                           &bond.bondRadius})
+    for (double* number :
+         {&bond.normalStiffness, &bond.shearStiffness, &bond.normalStrength, &bond.shearStrength, &bond.bondRadius})
         fill(*number);
 }
 

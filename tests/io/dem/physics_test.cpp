@@ -74,8 +74,9 @@ TEST(DemPhysics, readsPairsThatEarlyDecksJoin)
     }
     // The gap: from 20.0.0 on both names stand by themselves.
     const CBytes two = CBytes().i32(1).text("steel - glass").text("sand").f64(0.5);
-    EXPECT_EQ(recordOf<CJkrContactModelParamData>(two, makeVersion(20, 0, 0)).surfaceEnergy.valueOf("sand", "steel - glass"),
-              0.5);
+    EXPECT_EQ(
+        recordOf<CJkrContactModelParamData>(two, makeVersion(20, 0, 0)).surfaceEnergy.valueOf("sand", "steel - glass"),
+        0.5);
 }
 
 TEST(DemPhysics, readsAndWritesTablesByNameAndSingleNumbers)
@@ -117,8 +118,7 @@ TEST(DemPhysics, readsBondsUnderTheSortedPair)
         {makeVersion(30, 0, 18), "steel <> glass", "steel <> glass"},
     };
     for (const SCase& c : cases) {
-        const CBytes stored =
-            CBytes().i32(1).text(c.stored).f64s({1, 2, 3, 4, 5}).f64(0.25).f64(0.5).i32(2);
+        const CBytes stored = CBytes().i32(1).text(c.stored).f64s({1, 2, 3, 4, 5}).f64(0.25).f64(0.5).i32(2);
         const auto record = recordOf<CParallelBondContactModelParamData>(stored, c.version);
         ASSERT_EQ(record.bondParameters.names(), std::vector<std::string>{c.key}) << c.stored;
         const CBondParameters& bond = *record.bondParameters.find(c.key);
@@ -165,8 +165,7 @@ TEST(DemPhysics, carriesTheEndsOfMovingPlanesAndTellsTheRest)
     }
     CMovingPlaneContactModelParamData record(eSphereGeometryModel);
     record.planes[3].endPoint = C3DPoint(0, 0, 1);
-    EXPECT_EQ(writtenBy<CDemCreatorDataWriter>(record),
-              none + none + CBytes().i32(1).i32(3).f64s({0, 0, 0, 0, 0, 1}));
+    EXPECT_EQ(writtenBy<CDemCreatorDataWriter>(record), none + none + CBytes().i32(1).i32(3).f64s({0, 0, 0, 0, 0, 1}));
 }
 
 TEST(DemPhysics, believesNoCountOfATable)
@@ -198,8 +197,11 @@ TEST(DemPhysics, keepsTheOrderOfChainsAndWhatIsNotKnownHere)
 {
     const CBytes cohesive = CBytes().i32(1).text("a").text("a").f64(2.5);
     SDeckCreator stored;
-    stored.particleParticle = {{"Relative Wear", 0}, {"Sticky", 1}, {"Cohesion", 2, cohesive},
-                               {"Linear Spring", 0, CBytes().f64(1)}, {"Linear Spring", 0, CBytes().f64(2)}};
+    stored.particleParticle = {{"Relative Wear", 0},
+                               {"Sticky", 1},
+                               {"Cohesion", 2, cohesive},
+                               {"Linear Spring", 0, CBytes().f64(1)},
+                               {"Linear Spring", 0, CBytes().f64(2)}};
     stored.particleGeometry = {{"hertz-mindlin (no slip)", 0}, {"Tribocharging", 1}};
     stored.forces = {{"none", 0}, {"Wind", 1}, {"Electrostatics", 0, CBytes().f64(6)}};
     COwnFrame own;
@@ -215,14 +217,16 @@ TEST(DemPhysics, keepsTheOrderOfChainsAndWhatIsNotKnownHere)
     ASSERT_EQ(physics.externalForceCount(), 2u);
     EXPECT_EQ(physics.externalForces[0]->modelName(), "Wind");
     EXPECT_EQ(dynamic_cast<CElectrostaticsExternalForce&>(*physics.externalForces[1]).parameters.screeningDistance, 6);
-    EXPECT_EQ(dynamic_cast<CLinearSpringContactModel&>(*physics.sphereSphereModels[4]).parameters.characteristicVelocity,
-              2);
+    EXPECT_EQ(
+        dynamic_cast<CLinearSpringContactModel&>(*physics.sphereSphereModels[4]).parameters.characteristicVelocity, 2);
     EXPECT_FALSE(physics.hasTribocharging()) << "a plug-in that has the name of a built-in model";
     EXPECT_FALSE(own.frame.creator.modified);
     EXPECT_FALSE(physics.loading);
-    EXPECT_EQ(log.text(), "WARNING Legacy read: : contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
-                          "WARNING Legacy read: : contact model \"Tribocharging\" isn't known here; its name and its place are kept.\n"
-                          "WARNING Legacy read: : external force \"Wind\" isn't known here; its name and its place are kept.\n");
+    EXPECT_EQ(
+        log.text(),
+        "WARNING Legacy read: : contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
+        "WARNING Legacy read: : contact model \"Tribocharging\" isn't known here; its name and its place are kept.\n"
+        "WARNING Legacy read: : external force \"Wind\" isn't known here; its name and its place are kept.\n");
 
     // Written, all of it stands under today's names.
     stored.particleParticle[2] = {"Linear Cohesion", 0, cohesive};

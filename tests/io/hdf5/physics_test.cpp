@@ -242,8 +242,8 @@ TEST_F(Hdf5Physics, whatAnOlderVersionDoesntStoreHasItsValueBefore)
     const std::vector<std::string> mended = {"a <> b", "c <> d", "glass <> steel", "x <> y <> z"};
     const std::vector<std::string> asStored = {"a + b", "c <> d", "steel - glass", "x - y - z"};
     const SCase cases[] = {
-        {makeVersion(30, 0, 6), false, true, mended},   {makeVersion(30, 0, 7), true, true, mended},
-        {makeVersion(30, 0, 17), true, true, mended},   {makeVersion(30, 0, 18), true, true, asStored},
+        {makeVersion(30, 0, 6), false, true, mended},    {makeVersion(30, 0, 7), true, true, mended},
+        {makeVersion(30, 0, 17), true, true, mended},    {makeVersion(30, 0, 18), true, true, asStored},
         {makeVersion(30, 0, 20), true, false, asStored},
     };
     for (const SCase& c : cases) {
@@ -285,13 +285,14 @@ TEST_F(Hdf5Physics, aModelThatIsNamedButAbsentCostsItselfAlone)
     ASSERT_EQ(physics.externalForceCount(), 1u);
     EXPECT_EQ(physics.externalForces[0]->modelName(), "Wind");
     EXPECT_EQ(physics.externalForces[0]->source, 7u);
-    EXPECT_EQ(log.text(),
-              "WARNING HDF5 read: The contact model \"Linear Spring\" is named in the order of its list, but not stored: "
-              "skipped.\n"
-              "WARNING HDF5 read: contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
-              "WARNING HDF5 read: contact model \"Stickier\" isn't known here; its name and its place are kept, its "
-              "parameters are lost.\n"
-              "WARNING HDF5 read: external force \"Wind\" isn't known here; its name and its place are kept.\n");
+    EXPECT_EQ(
+        log.text(),
+        "WARNING HDF5 read: The contact model \"Linear Spring\" is named in the order of its list, but not stored: "
+        "skipped.\n"
+        "WARNING HDF5 read: contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
+        "WARNING HDF5 read: contact model \"Stickier\" isn't known here; its name and its place are kept, its "
+        "parameters are lost.\n"
+        "WARNING HDF5 read: external force \"Wind\" isn't known here; its name and its place are kept.\n");
     EXPECT_FALSE(physics.loading);
 }
 

@@ -121,12 +121,10 @@ public:
     static constexpr bool since(quint32, quint32, quint32) { return true; }
     template <class T>
     void attribute(const std::string&, const T&)
-    {
-    }
+    {}
     template <class TType>
     void table(const std::string&, const std::vector<typename TType::SRecord>&)
-    {
-    }
+    {}
 };
 
 /// \param TForm  the writer or the trial

@@ -6,7 +6,7 @@
 namespace NBrenmark {
 
 CCreatorData::CCreatorData(const SPropertyManagers& managers)
-    : particleTypes(managers.particle), geometryGroups(managers)
+    : particleTypes(managers.particle), geometryGroups(managers), physicsModels(this)
 {
     particleTypes.domain = &domain;
 }

@@ -70,6 +70,8 @@ template <class TBase>
 class CNothingToEdit : public TBase
 {
 public:
+    using TBase::TBase;
+
     bool setParamData(const IParamData&) override { return false; }
     std::unique_ptr<IParamData> paramData() const override { return nullptr; }
     std::type_index paramDataType() const override { return typeid(void); }

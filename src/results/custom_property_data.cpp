@@ -22,6 +22,7 @@ void CCustomPropertyValueList::write(IFileVisitorWriter& v) const { v.writeCusto
 void CCustomPropertyValueList::resize(unsigned int itemCount)
 {
     const unsigned int kept = std::min(items, itemCount);
+    fromFile = fromFile && itemCount > 0;
     items = itemCount;
     values.resize(std::size_t(items) * elementsPerItem());
     fillFrom(std::size_t(kept) * elementsPerItem());
@@ -41,6 +42,7 @@ void CCustomPropertyValueList::fitTo(unsigned int itemCount)
                    QString(text).arg(QString::fromStdString(definition->name)).toStdString() + "\n" +
                        std::to_string(found) + " values found, " + std::to_string(wanted) + " expected.");
     items = itemCount;
+    fromFile = found > 0;
     values.resize(wanted);
     fillFrom(found);
 }

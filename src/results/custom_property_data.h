@@ -29,6 +29,8 @@ public:
     /// discarded from the back, missing ones get the initial values; both are told in the log as
     /// warnings with the property's name and the counts.
     void fitTo(unsigned int items);
+    /// Whether a file held values of the property, since the list was last emptied.
+    bool heldByFile() const { return fromFile; }
     /// The values of one item, or null for an item out of range.
     double* item(unsigned int index);
     const double* item(unsigned int index) const;
@@ -49,6 +51,7 @@ private:
     const CCustomPropertyMetaData* definition;
     unsigned int items = 0;
     bool usesZeroDefault;
+    bool fromFile = false;
 };
 
 class CCustomPropertyData : public IPropertyListener

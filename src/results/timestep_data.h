@@ -32,6 +32,11 @@ public:
     /// Before each read into the frame. isFull, the masks, time and date stay; a read overwrites them.
     void clear() override;
 
+    /// Moves the charges that an old file stores beside the particles into the properties "Charge" and
+    /// "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
+    /// have nowhere to go are told in the log.
+    void rebuildChargeProperties();
+
     double time = 0.0;        ///< simulated, s
     double elapsedTime = 0.0; ///< real, s
     qint32 runNumber = 0;

@@ -97,7 +97,7 @@ CBytes physicsBytes(const SDeckCreator& creator)
          {&creator.particleParticle, &creator.particleGeometry, &creator.forces}) {
         b.i32(static_cast<qint32>(chain->size()));
         for (const SDeckModel& model : *chain)
-            b.text(model.name).i32(model.kind); // the default model has no parameters of its own
+            b.text(model.name).i32(model.kind) += model.parameters;
     }
     return b;
 }

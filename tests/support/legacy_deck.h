@@ -102,6 +102,7 @@ struct SDeckModel
 {
     QString name;
     int kind = 0;
+    CBytes parameters = CBytes(); ///< the default model has none of its own
 };
 
 struct SDeckLimits

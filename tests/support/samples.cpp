@@ -2,7 +2,6 @@
 
 #include "maths/axis_angle.h"
 #include "maths/transform.h"
-#include "physics/hertz_mindlin_no_slip.h"
 
 namespace NBrenmark {
 
@@ -100,11 +99,6 @@ template <>
 std::shared_ptr<CBondsBase> blank(SModel& model)
 {
     return partOf<CBondsBase>(model.timestep.bonds.surfaceSurface);
-}
-template <>
-std::shared_ptr<CHertzMindlinNoSlipContactModelParamData> blank(SModel&)
-{
-    return std::make_shared<CHertzMindlinNoSlipContactModelParamData>(eSphereSphereModel);
 }
 
 // ---------------------------------------------------------------- maths
@@ -213,15 +207,147 @@ void fill(CCylindricalPeriodicBoundaryConditions& conditions)
     fill(conditions.angle);
 }
 
-void fill(CHertzMindlinNoSlipContactModelParamData& parameters)
+// ---------------------------------------------------------------- parameters of contact models and forces
+
+static void fill(CPairTable<double>& table)
 {
-    parameters.enableRollingFriction = !parameters.enableRollingFriction;
+    for (const char* partner : {"Steel", "Gr\xc3\xa4wacke", "a <> b"})
+        table.set("Steel", partner, nextNumber());
 }
 
+static void fill(CNameTable& table)
+{
+    for (const char* name : {"Ball", "Gr\xc3\xa4wacke", ""})
+        table.set(name, nextNumber());
+}
+
+static void turn(CRollingFrictionParamData& data) { data.enableRollingFriction = !data.enableRollingFriction; }
+
+void fill(CHertzMindlinNoSlipContactModelParamData& data) { turn(data); }
+
+void fill(CLinearSpringContactModelParamData& data)
+{
+    fill(data.characteristicVelocity);
+    turn(data);
+}
+
+void fill(CJkrContactModelParamData& data)
+{
+    fill(data.surfaceEnergy);
+    turn(data);
+}
+
+void fill(CCohesionContactModelParamData& data) { fill(data.energyDensity); }
+
+void fill(CHystereticContactModelParamData& data)
+{
+    data.interactions.set("Steel", "Ball", {nextNumber(), nextNumber()});
+    data.interactions.set("Steel", "Steel", {nextNumber(), nextNumber()});
+    fill(data.yields);
+    turn(data);
+}
+
+void fill(CEdinburghCohesionContactModelParamData& data)
+{
+    for (const char* partner : {"Steel", "Ball"})
+        data.pairs.set("Steel", partner,
+                       {nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber()});
+    turn(data);
+}
+
+void fill(CLeedsAdhesionContactModelParamData& data)
+{
+    for (const char* partner : {"Steel", "Ball"})
+        data.pairs.set("Steel", partner,
+                       {nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber()});
+    turn(data);
+}
+
+void fill(CHeatConductionModelParamData& data) { fill(data.conductivities); }
+
+void fill(CArchardContactModelParamData& data)
+{
+    fill(data.wearConstants);
+    turn(data);
+}
+
+void fill(CTribochargingContactModelParamData& data) { fill(data.alpha); }
+
+void fill(CBondParameters& bond)
+{
+    for (double* number :
+         {&bond.normalStiffness, &bond.shearStiffness, &bond.normalStrength, &bond.shearStrength, &bond.bondRadius})
+        fill(*number);
+}
+
+void fill(CBondParametersMap& bonds)
+{
+    for (const char* partner : {"Steel", "Ball"}) {
+        CBondParameters bond;
+        fill(bond);
+        bonds.set(CBondParametersMap::pairKey("Steel", partner), bond);
+    }
+}
+
+void fill(CParallelBondContactModelParamData& data)
+{
+    fill(data.formationStartTime);
+    fill(data.formationEndTime);
+    fill(data.bondParameters);
+    data.state = eBondsForming;
+    data.torqueFeedback = !data.torqueFeedback;
+    turn(data);
+}
+
+void fill(CMovingPlaneContactModelParamData& data)
+{
+    for (const qint32 id : {12, 3, -1}) {
+        SMovingPlane& plane = data.planes[id];
+        fill(plane.startPoint);
+        fill(plane.endPoint);
+        plane.display = id != 3;
+        plane.motions.resize(id == 12 ? 2 : 0);
+        for (SMovingPlaneMotion& motion : plane.motions)
+            motion = {nextNumber(), nextNumber(), nextNumber(), nextNumber()};
+    }
+}
+
+void fill(CElectrostaticsExtForceParamData& data) { fill(data.screeningDistance); }
+
+void fill(CHeatConductionExtForceParamData& data) { fill(data.heatCapacities); }
+
+/// The parameters of a model, if it is one of class TModel.
+template <class TModel, class TItem>
+static void fillIfIts(TItem& item)
+{
+    if (auto* const model = dynamic_cast<TModel*>(&item))
+        fill(model->parameters);
+}
+
+template <class... TModels, class TItem>
+static void fillAnyOf(TItem& item)
+{
+    (fillIfIts<TModels>(item), ...);
+}
+
+/// Every built-in model stands in each chain once, and every force.
 void fill(CPhysicsModels& physics)
 {
-    for (CPhysicsModels::Chain* chain : {&physics.sphereSphereModels, &physics.sphereGeometryModels})
-        fill(dynamic_cast<CHertzMindlinNoSlipContactModel&>(*chain->front()).parameters);
+    physics.clear();
+    for (const quint32 modelType : {eSphereSphereModel, eSphereGeometryModel})
+        for (const SContactModelKind& kind : contactModelKinds()) {
+            std::unique_ptr<IContactModel> model = kind.make(modelType);
+            fillAnyOf<CHertzMindlinNoSlipContactModel, CLinearSpringContactModel, CJkrContactModel,
+                      CCohesionContactModel, CHystereticContactModel, CEdinburghCohesionContactModel,
+                      CLeedsAdhesionContactModel, CHeatConductionModel, CArchardContactModel,
+                      CTribochargingContactModel, CParallelBondContactModel, CMovingPlaneContactModel>(*model);
+            physics.addContactModel(std::move(model), CPhysicsModels::atEnd);
+        }
+    for (const SExternalForceKind& kind : externalForceKinds()) {
+        std::unique_ptr<IExternalForce> force = kind.make(nullptr);
+        fillAnyOf<CElectrostaticsExternalForce, CHeatConductionExternalForce>(*force);
+        physics.addExternalForce(std::move(force), CPhysicsModels::atEnd);
+    }
 }
 
 static void fillValues(CCustomPropertyData& data)
@@ -418,6 +544,12 @@ void fill(CCreatorData& creator)
     fill(creator.velocityLimit);
     fill(creator.angularVelocityLimit);
     fill(creator.physicsModels);
+    // What reads a whole legacy block takes the names of these tables for particle types and geometry.
+    for (const CPhysicsModels::Chain* chain :
+         {&creator.physicsModels.sphereSphereModels, &creator.physicsModels.sphereGeometryModels})
+        for (const char* name :
+             {"Linear Cohesion", "Hysteretic Spring", "Hertz-Mindlin with JKR", "Hertz-Mindlin with bonding"})
+            CPhysicsModels::findModel(*chain, name)->reset();
     fill(creator.cylindricalPeriodicBoundaryConditions);
 }
 

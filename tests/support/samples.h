@@ -3,6 +3,7 @@
 // walks stored_classes.def asks for them, so that a class without its fill doesn't link.
 
 #include "model/creator_data.h"
+#include "physics/parameter_records.h"
 #include "results/ang_vel_and_pos.h"
 #include "results/timestep_data.h"
 #include "visitors/stored_types.h"
@@ -34,7 +35,10 @@ struct SModel
 template <class T>
 std::shared_ptr<T> blank(SModel&)
 {
-    return std::make_shared<T>();
+    if constexpr (std::is_default_constructible_v<T>)
+        return std::make_shared<T>();
+    else // parameters start from the type of their model
+        return std::make_shared<T>(quint32(eSphereSphereModel));
 }
 template <>
 std::shared_ptr<CCreatorData> blank(SModel& model);
@@ -58,8 +62,6 @@ template <>
 std::shared_ptr<CCollisionsBase> blank(SModel& model);
 template <>
 std::shared_ptr<CBondsBase> blank(SModel& model);
-template <>
-std::shared_ptr<CHertzMindlinNoSlipContactModelParamData> blank(SModel& model);
 
 template <class T>
 std::shared_ptr<T> sample(SModel& model)

@@ -67,6 +67,8 @@ constexpr SGate gateFactoryProperties = from(13, 0, 7).below(20, 0, 0).andFrom(2
 constexpr SGate gateFactoryCharge = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
 // The charge of a geometry group was taken out after 26.0.0, and came back.
 constexpr SGate gateGroupCharge = from(20, 0, 16).upTo(26, 0, 0).andFrom(27, 0, 3);
+// Charges stand beside the particles; afterwards they are custom properties alone.
+constexpr SGate gateChargeRows = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
 constexpr SGate gateStreamFlag = from(13, 0, 4).below(20, 0, 0).andFrom(20, 0, 16).below(22, 0, 0);
 
 // Before, a model is a list of particle prototypes, and a timestep one prototype a particle.

@@ -12,17 +12,22 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
 {
     factories.clear();
     in.group("PluginFactories/", [&] {
-        in.children([&](const QString& name) {
-            std::string type;
-            in.attribute("type", type);
-            if (type != "library") // others never were plug-ins
-                return;
-            std::string source;
-            in.attribute("source", source);
-            logMessage(eWarning, "HDF5 read",
-                       "The factory \"" + name.toStdString() + "\" of the plug-in library \"" + source +
-                           "\" is skipped: no such factory could be made.");
-        });
+        for (hsize_t i = 0; i < in.childCount(); ++i) {
+            const std::string name = in.childName(i);
+            in.group(name, [&] {
+                std::string type;
+                in.attribute("type", type);
+                if (type != "library") // never was a plug-in
+                    return;
+                std::string library;
+                in.attribute("source", library);
+                if (!factories.addFactory(QString::fromStdString(library), QString::fromStdString(name)))
+                    logMessage(eWarning, "HDF5 read",
+                               "plug-in factory \"" + name + "\" of the library \"" + library +
+                                   "\" can't be bound here: left out.",
+                               0, 1);
+            });
+        }
     });
 }
 

@@ -338,12 +338,6 @@ TEST(DemCreatorData, refusesWhatItCantCarryByName)
     SDeckCreator geometry = sampleCreator();
     geometry.geometryGroups = 2;
     EXPECT_EQ(refusalOf(geometry), deckHolds("2 geometry groups"));
-    SDeckCreator model = sampleCreator();
-    model.particleGeometry.push_back({"Linear Spring", 0});
-    EXPECT_EQ(refusalOf(model), deckHolds("the contact model \"Linear Spring\""));
-    SDeckCreator force = sampleCreator();
-    force.forces.push_back({"Buoyancy", 1});
-    EXPECT_EQ(refusalOf(force), deckHolds("the external force \"Buoyancy\""));
     EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(13, 0, 9)), deckHolds("data of file version 13.0.9"));
     EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(3, 0, 15)), deckHolds("data of file version 3.0.15"));
     EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(20, 0, 16)), "read");

@@ -133,14 +133,12 @@ TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
 }
 
 /// What a read of a timestep says whose bytes behind the particle types are these.
-static std::string refusalOf(const CBytes& families, int pluginFactories = 0)
+static std::string refusalOf(const CBytes& families)
 {
     const quint32 version = makeVersion(27, 0, 3);
     const SDeckTimestep stored = sampleTimestep(0.125);
     CBytes bytes = timestepHeadBytes(version, stored) + particleTypesBytes(version, stored.particles) + families;
-    bytes.i32(pluginFactories);
-    if (pluginFactories > 0)
-        bytes.text("Kind").text("Feeder");
+    bytes.i32(0); // plug-in factories
     bytes += timestepTailBytes(version, stored);
     COwnFrame own;
     try {
@@ -159,10 +157,37 @@ TEST(DemTimestepData, refusesRowsThatItCantCarry)
     };
     const CBytes none = noContactsBytes(makeVersion(27, 0, 3));
     EXPECT_EQ(refusalOf(none), "read");
-    EXPECT_EQ(refusalOf(none, 1), deckHolds("the plug-in factory \"Feeder\""));
     EXPECT_EQ(refusalOf(none.with(8, CBytes().i32(2)) /* first count of the contacts' block */),
               deckHolds("2 contacts"));
     EXPECT_EQ(refusalOf(none.with(none.size() - 18, CBytes().i32(1))), deckHolds("1 bond"));
+}
+
+TEST(DemTimestepData, leavesPluginFactoriesOutByNameAndReadsOn)
+{
+    struct SCase
+    {
+        quint32 version;
+        CBytes factories;
+        const char* told;
+    };
+    const SCase cases[] = {
+        {makeVersion(22, 0, 0), CBytes().i32(2).text("library").text("Feeder").text("cubic").text("Grid"),
+         "plug-in factory \"Feeder\" of the library \"Feeder\""},
+        {makeVersion(23, 0, 0), CBytes().i32(1).text("library").text("Feeder").text("feed.dll"),
+         "plug-in factory \"Feeder\" of the library \"feed.dll\""},
+        {makeVersion(27, 0, 3), CBytes().i32(1).text("").text("Grid").text(""), ""},
+    };
+    for (const SCase& c : cases) {
+        CPluginParticleFactoryList list;
+        clearLogOnceMemory();
+        const CLogCapture log;
+        EXPECT_EQ(consumedBy<CDemTimestepDataReader>(list, c.factories + CBytes::garbage(20), c.version),
+                  c.factories.size());
+        EXPECT_EQ(log.count(), *c.told == 0 ? 0u : 1u);
+        EXPECT_NE(log.text().find(c.told), std::string::npos) << log.text();
+    }
+    CPluginParticleFactoryList list;
+    EXPECT_THROW(consumedBy<CDemTimestepDataReader>(list, CBytes().i32(2).text("").text("")), std::length_error);
 }
 
 // ---------------------------------------------------------------- writing

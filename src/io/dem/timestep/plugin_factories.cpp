@@ -1,5 +1,4 @@
-// Particle factories of plug-in libraries. None of them can be bound here, and one that can't has
-// nothing behind its names: the list is told and left empty.
+// Particle factories of plug-in libraries. One whose library can't be bound is told and left out.
 #include "physics/plugins/plugin_factory_list.h"
 
 #include "core/log.h"
@@ -9,24 +8,28 @@
 namespace NBrenmark {
 
 static constexpr qint64 leastFactoryBytes = 2 * 4;
+static constexpr SGate gateFactoryLibrary = from(23, 0, 0);
 
 void CDemTimestepDataReader::readPluginParticleFactoryList(CPluginParticleFactoryList& factories)
 {
     CInForm f = in();
-    factories.clear();
     const quint32 count = f.count("plug-in factory", leastFactoryBytes);
+    factories.clear();
     for (quint32 i = 0; i < count; ++i) {
         QString kind;
         QString name;
-        QString library;
         f.text(kind);
         f.text(name);
-        f.text(library, from(23, 0, 0), name);
-        const QString what = kind == QLatin1String("library")
-                                 ? QStringLiteral("plug-in factory \"%1\" of the library \"%2\" can't be bound").arg(name, library)
-                                 : QStringLiteral("factory \"%1\" of the kind \"%2\" is no plug-in").arg(name, kind);
-        // Each timestep repeats the list.
-        logMessage(eWarning, "Legacy read", what.toStdString() + ": skipped", 0, 1);
+        QString library = name; // once both were the same
+        if (f.stores(gateFactoryLibrary))
+            f.text(library);
+        if (kind != QLatin1String("library")) // never was a plug-in
+            continue;
+        if (!factories.addFactory(library, name))
+            logMessage(eWarning, "Legacy read",
+                       stream->place.section(',', 0, 0).toStdString() + ": plug-in factory \"" + name.toStdString() +
+                           "\" of the library \"" + library.toStdString() + "\" can't be bound here: left out.",
+                       0, 1);
     }
 }
 

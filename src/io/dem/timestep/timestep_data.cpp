@@ -116,6 +116,9 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     runForm(f, timestep);
     timestep.systemEnergy.read(*this);
     readRemovedParticles(f, timestep);
+    const CPhysicsModels& physics = creator.physicsModels;
+    if (f.stores(gateChargeRows) && (physics.hasElectrostatics() || physics.hasTribocharging()))
+        timestep.rebuildChargeProperties();
     timestep.simulationProperties.resetToInitialValues(1);
     if (f.since(23, 0, 0))
         timestep.simulationProperties.read(*this);

@@ -30,4 +30,29 @@ void CTimestepData::clear()
     collisions.clear();
 }
 
+/// A surface-geometry row finds its triangle by these.
+static TriangleCounts triangleCounts(const GeometryGroups& groups)
+{
+    return TriangleCounts(groups.count()); // no group can be held yet
+}
+
+quint32 CTimestepData::removeDanglingContacts()
+{
+    const quint32 before = contacts.liveCount();
+    contacts.removeDanglingRows(particleTypes, triangleCounts(creatorData.geometryGroups));
+    return before - contacts.liveCount();
+}
+
+/// Empty without a model that bonds.
+static BondParametersOf bondParametersOf(const CPhysicsModels&)
+{
+    return BondParametersOf(); // a model that bonds can't be held yet
+}
+
+quint32 CTimestepData::matchBondParameters()
+{
+    const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels);
+    return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : 0;
+}
+
 } // namespace NBrenmark

@@ -103,7 +103,7 @@ static const SFamily& legacyFamily()
 static const SFamily& hdf5Family()
 {
     // Material blocks are a matter of the creator model, though the plain visitor has most of their forms.
-    static const SFamily family{"hdf5", throughHdf5, {}, {"boundingBox/"}};
+    static const SFamily family{"hdf5", throughHdf5, {"contactRecords/"}, {"boundingBox/"}};
     return family;
 }
 
@@ -143,7 +143,7 @@ static std::vector<std::string> without(std::vector<std::string> lines, const st
 /// the build.
 static const std::vector<std::string> alikeInAllObjects = {
     "/count 0",    "/rows 0",       "/records 0",    "externalForceCount 0", "/index ", "/modelType ", "/source ",
-    "isFull true", "timestepMask ", "particleMask ", "geometryMask ",        "stored/", " f64[0",
+    "isFull true", "timestepMask ", "particleMask ", "geometryMask ",        "stored/", " f64[0",      " u32[0",
 };
 
 /// Where an object lies in its file: a matter of the file and not of the object's form.

@@ -128,6 +128,15 @@ public:
         throwIfFailed();
     }
 
+    /// The same with default creation properties, however long the array is.
+    template <class T>
+    void plainRows(const std::string& name, const std::vector<T>& values, bool stored = true)
+    {
+        if (stored)
+            arrays().writePlain(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data());
+        throwIfFailed();
+    }
+
     /// A short array of a fixed number of rows, with default creation properties.
     template <class T, std::size_t count>
     void fixedRows(const std::string& name, const std::array<T, count>& values)
@@ -211,6 +220,12 @@ public:
                 values.resize(shape.rows);
                 return static_cast<void*>(values.data());
             });
+    }
+
+    template <class T>
+    void plainRows(const std::string& name, std::vector<T>& values, bool stored = true)
+    {
+        rows(name, values, stored);
     }
 
     template <class T, std::size_t count>

@@ -64,9 +64,20 @@ void CCollisionsBase::reserveRecords(std::size_t count)
     forEachArray(*this, mask, [count](auto& array) { array.reserve(count); });
 }
 
+template <class T>
+static void resizeWithZeros(std::vector<T>& array, std::size_t count)
+{
+    array.resize(count);
+}
+
+static void resizeWithZeros(std::vector<CQuaternion>& array, std::size_t count)
+{
+    array.resize(count, CQuaternion(0.0, 0.0, 0.0, 0.0));
+}
+
 void CCollisionsBase::resizeRecords(std::size_t count)
 {
-    forEachArray(*this, mask, [count](auto& array) { array.resize(count); });
+    forEachArray(*this, mask, [count](auto& array) { resizeWithZeros(array, count); });
 }
 
 void CCollisionsBase::clear()

@@ -73,7 +73,7 @@ public:
     /// Records with a collision.
     quint32 liveCount() const;
     void reserveRecords(std::size_t count);
-    /// New records are zero, without a collision.
+    /// New records are zero, quaternions too, and without a collision.
     void resizeRecords(std::size_t count);
     void clear();
     /// \param fieldSet  the arrays that take part

@@ -1,5 +1,6 @@
 // Every stored class comes back from each family as it went in: the same rows of stored_classes.def that make the
 // visitors make the cases here. What came back is compared by its text, line by line.
+#include "core/left_behind.h"
 #include "io/dem/dem_writer.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -202,6 +203,7 @@ static void roundTrip(const SFamily& family, ERoot root, const TWrite& write, co
         },
         [&](IFileVisitorReader& visitor) { read(visitor, *back); });
     EXPECT_EQ(log.text(), "");
+    tellLeftBehind("HDF5 write"); // here, and not in the next test that closes a deck
     const auto linesThatCount = [&](T& which) {
         std::vector<std::string> kept = without(without(lines(which), family.notStored), places);
         return root == ERoot::eTimestep ? without(kept, family.notStoredInTimesteps) : kept;

@@ -120,7 +120,7 @@ TEST(DemTimestepData, saysWhichMarkerWasWrong)
 TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
 {
     // The count of surface-surface bonds, in the block behind contacts and collisions.
-    const CBytes families = noContactsBytes(makeVersion(27, 0, 3));
+    const CBytes families = pairBytes(makeVersion(27, 0, 3), SDeckPairs());
     const SDeckTimestep stored = sampleTimestep(0.125);
     const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
     const qint64 bondCount = bytes.bytes().indexOf(families.bytes()) + families.size() - 8 - 10;
@@ -152,17 +152,14 @@ static std::string refusalOf(const CBytes& families, int pluginFactories = 0)
     return "read";
 }
 
-TEST(DemTimestepData, refusesRowsThatItCantCarry)
+TEST(DemTimestepData, refusesWhatItCantCarry)
 {
     const auto deckHolds = [](const std::string& what) {
         return "This deck holds " + what + ", which this version can't carry over yet.";
     };
-    const CBytes none = noContactsBytes(makeVersion(27, 0, 3));
+    const CBytes none = pairBytes(makeVersion(27, 0, 3), SDeckPairs());
     EXPECT_EQ(refusalOf(none), "read");
     EXPECT_EQ(refusalOf(none, 1), deckHolds("the plug-in factory \"Feeder\""));
-    EXPECT_EQ(refusalOf(none.with(8, CBytes().i32(2)) /* first count of the contacts' block */),
-              deckHolds("2 contacts"));
-    EXPECT_EQ(refusalOf(none.with(none.size() - 18, CBytes().i32(1))), deckHolds("1 bond"));
 }
 
 // ---------------------------------------------------------------- writing

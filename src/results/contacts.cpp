@@ -36,6 +36,13 @@ quint32 CContactsBase::liveCount() const
         std::count_if(normalOverlap.begin(), normalOverlap.end(), [](double overlap) { return !(overlap < 0.0); }));
 }
 
+quint32 CContactsBase::strayCount() const
+{
+    return static_cast<quint32>(std::count_if(normalOverlap.begin(), normalOverlap.end(), [](double overlap) {
+        return overlap < 0.0 && overlap != takenOverlap && overlap != releasedOverlap;
+    }));
+}
+
 bool CContactsBase::allocateRow(quint32& row, bool exclusive)
 {
     std::unique_lock<COmpLock> guard(lock, std::defer_lock);

@@ -59,6 +59,8 @@ public:
     /// An overlap that is no number counts as live: it is a contact of a solver that diverged.
     bool isLive(quint32 row) const { return !(normalOverlap[row] < 0.0); }
     quint32 liveCount() const;
+    /// Rows that aren't live though their overlap names no state: a damaged file's.
+    quint32 strayCount() const;
 
     /// The row released last, its overlap being takenOverlap, or a new one of zeros at the end.
     /// \param exclusive  the caller has the family to itself; else the call may come from a parallel loop

@@ -1,6 +1,7 @@
 // Rows of bonds: kept until saving, found by their ends, matched with the parameters of their materials.
 #include "results/bonds.h"
 
+#include "model/domain.h"
 #include "model/particle_types.h"
 
 #include <gtest/gtest.h>

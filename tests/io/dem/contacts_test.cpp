@@ -56,8 +56,9 @@ TEST(DemContacts, everyVersionReadsToItsLastByte)
             stored.collisions.mask = surfaceCollisionMask;
             stored.arrays = contactArrays(40, threePairs, {1e-6, 0.0, 2e-6}, c.fields);
             const CBytes bytes = contactFamilyBytes(c.version, stored);
-            if (!deflated)
+            if (!deflated) {
                 EXPECT_EQ(bytes.size(), c.bytes) << name;
+            }
             COwnFrame own;
             CContactsBase& family = own.frame.timestep.contacts.surfaceSurface;
             EXPECT_EQ(consumedBy<CDemTimestepDataReader>(family, bytes + CBytes::garbage(64), c.version), bytes.size())
@@ -161,8 +162,9 @@ TEST(DemContacts, nestedRecordsMayStandAmongTheArrays)
         CContactsBase& family = own.frame.timestep.contacts.surfaceSurface;
         EXPECT_EQ(consumedBy<CDemTimestepDataReader>(family, bytes), bytes.size());
         ASSERT_EQ(family.activeCollisions.recordCount(), active ? 3u : 0u);
-        if (active)
+        if (active) {
             EXPECT_EQ(family.activeCollisions.endTime[2], deckValue(60, 2, 2, 0));
+        }
     }
 }
 
@@ -243,8 +245,9 @@ TEST(DemCollisions, everyMaskReadsToItsLastByte)
     for (const auto& c : cases) {
         for (const bool deflated : {false, true}) {
             const CBytes bytes = collisionFamilyBytes(makeDeckCollisions(30, 2, c.mask, deflated));
-            if (!deflated)
+            if (!deflated) {
                 EXPECT_EQ(bytes.size(), 9 + 2 * c.rowBytes) << c.mask;
+            }
             for (const int geometry : {0, 1}) {
                 const CLogCapture log;
                 CCollisions collisions;
@@ -278,8 +281,9 @@ TEST(DemBonds, areReadToTheirLastByte)
 {
     for (const bool deflated : {false, true}) {
         const CBytes bytes = bondFamilyBytes(makeDeckBonds(70, threePairs, {1, 0, 2}, deflated));
-        if (!deflated)
+        if (!deflated) {
             EXPECT_EQ(bytes.size(), 5 + 3 * 124);
+        }
         CBonds bonds;
         CBondsBase& family = bonds.surfaceSurface;
         EXPECT_EQ(consumedBy<CDemTimestepDataReader>(family, bytes + CBytes::garbage(64)), bytes.size());
@@ -336,8 +340,10 @@ TEST(DemPairs, anOverlapThatIsNoNumberStaysAContact)
     stored.pairs.contacts[0] =
         makeDeckContacts(50, {{0, 1, 0, 3}, {0, 2, 0, 3}}, {std::numeric_limits<double>::quiet_NaN(), -1e-9});
     stored.pairs.contacts[0].collisions.mask = surfaceCollisionMask;
+    const CLogCapture log;
     COwnFrame own;
     consumedBy<CDemTimestepDataReader>(own.frame.timestep, timestepBytes(makeVersion(27, 0, 3), stored));
+    EXPECT_EQ(log.text(), "WARNING Legacy read: : 1 contact with a negative overlap dropped\n");
     writtenBy<CDemTimestepDataWriter>(own.frame.timestep);
     const CContactsBase& family = own.frame.timestep.contacts.surfaceSurface;
     ASSERT_EQ(family.rowCount(), 1u);

@@ -131,8 +131,8 @@ static quint32 readFields(CInForm& f)
     return fields;
 }
 
-/// What follows the rows, one element each, is told if it doesn't.
-static void fitToRows(CContactsBase& family, const CDemDataStream& stream)
+/// Brings a family in order that was read, and tells what didn't fit.
+static void settle(CContactsBase& family, const CDemDataStream& stream)
 {
     const quint32 collisions = family.activeCollisions.recordCount();
     const quint32 values = family.contactRecords.rowCount();
@@ -145,6 +145,11 @@ static void fitToRows(CContactsBase& family, const CDemDataStream& stream)
         tell(counted(collisions, "record") + " of collisions");
     if (!family.fitRecords())
         tell(counted(values, "row") + " of contact records");
+    if (const quint32 strays = family.strayCount(); strays > 0)
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": " + counted(strays, "contact") +
+                       " with a negative overlap dropped");
+    family.rebuildFreeChain();
 }
 
 void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
@@ -170,11 +175,10 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
         family.activeCollisions.read(*this);
         family.contactRecords.read(*this);
     }
-    fitToRows(family, *stream);
+    settle(family, *stream);
     family.customProperties.resetToInitialValues(count);
     if (f.since(22, 1, 1))
         family.customProperties.read(*this);
-    family.rebuildFreeChain();
 }
 
 void CDemTimestepDataWriter::writeContactsBase(CContactsBase& family)

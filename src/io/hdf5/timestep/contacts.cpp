@@ -39,14 +39,19 @@ static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
     return lengths.common();
 }
 
-/// The nested records follow the rows.
-static void fitCollisions(CContactsBase& contacts)
+/// Brings a family in order that was read, and tells what didn't fit.
+static void settle(CContactsBase& contacts)
 {
     const quint32 records = contacts.activeCollisions.recordCount();
     if (!contacts.fitCollisions() && contacts.rowCount() > 0)
         logMessage(eWarning, "HDF5 read",
                    std::to_string(records) + " records of collisions for " + std::to_string(contacts.rowCount()) +
                        " contacts: cut or filled up with zeros.");
+    if (const quint32 strays = contacts.strayCount(); strays > 0)
+        logMessage(eWarning, "HDF5 read",
+                   std::to_string(strays) + (strays == 1 ? " contact" : " contacts") +
+                       " with a negative overlap dropped.");
+    contacts.rebuildFreeChain();
 }
 
 void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
@@ -67,11 +72,10 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
         contacts.resizeRows(held); // the arrays that the file lacks become zeros
     }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });
-    fitCollisions(contacts);
+    settle(contacts);
     // Without rows the values that a mask left in the file belong to nothing.
     if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
-    contacts.rebuildFreeChain();
 }
 
 /// What only the legacy family stores.

@@ -147,8 +147,7 @@ static void settle(CContactsBase& family, const CDemDataStream& stream)
         tell(counted(values, "row") + " of contact records");
     if (const quint32 strays = family.strayCount(); strays > 0)
         logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": " + counted(strays, "contact") +
-                       " with a negative overlap dropped");
+                   stream.place.toStdString() + ": " + counted(strays, "contact") + " with a negative overlap dropped");
     family.rebuildFreeChain();
 }
 

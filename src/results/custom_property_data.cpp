@@ -100,6 +100,14 @@ void CCustomPropertyValueList::resetToInitial(unsigned int index)
         itemValues[element] = usesZeroDefault ? 0.0 : definition->initialValue(element);
 }
 
+void CCustomPropertyValueList::copyItem(unsigned int source, unsigned int target)
+{
+    const double* const from = item(source);
+    double* const to = item(target);
+    if (from != nullptr && to != nullptr)
+        std::copy_n(from, elementsPerItem(), to);
+}
+
 // ---------------------------------------------------------------- the values of one owner
 
 CCustomPropertyData::CCustomPropertyData(CCustomPropertyManager* manager, bool usesZeroDefault)
@@ -137,6 +145,18 @@ void CCustomPropertyData::resize(unsigned int itemCount)
         lists.push_back(std::make_unique<CCustomPropertyValueList>(definition, usesZeroDefault));
         lists.back()->resize(items);
     }
+}
+
+void CCustomPropertyData::reserve(unsigned int itemCount)
+{
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
+        list->reserve(itemCount);
+}
+
+void CCustomPropertyData::copyItem(unsigned int source, unsigned int target)
+{
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
+        list->copyItem(source, target);
 }
 
 CCustomPropertyValueList* CCustomPropertyData::list(const std::string& name)

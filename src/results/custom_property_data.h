@@ -25,6 +25,7 @@ public:
 
     /// New items get the initial values, or zero with usesZeroDefault.
     void resize(unsigned int items);
+    void reserve(unsigned int items) { values.reserve(std::size_t(items) * elementsPerItem()); }
     /// Brings values that a file held to the expected number of items. More than expected are
     /// discarded from the back, missing ones get the initial values; both are told in the log as
     /// warnings with the property's name and the counts.
@@ -35,6 +36,7 @@ public:
     double* item(unsigned int index);
     const double* item(unsigned int index) const;
     void resetToInitial(unsigned int index);
+    void copyItem(unsigned int source, unsigned int target);
     /// One value for all elements of all items, or for one element of all items.
     void fill(double value);
     void fillElement(unsigned int element, double value);
@@ -68,6 +70,9 @@ public:
 
     /// Every list takes the new count, and the lists follow the manager's finalized properties.
     void resize(unsigned int itemCount);
+    /// Makes room in the lists that there are.
+    void reserve(unsigned int itemCount);
+    void copyItem(unsigned int source, unsigned int target);
     /// The list of a property, or null.
     CCustomPropertyValueList* list(const std::string& name);
     void resetToInitial(unsigned int item);

@@ -459,11 +459,6 @@ void fill(CMaterialBlockMap& blocks)
 void fill(GeometryGroups&) {}
 void fill(CPluginParticleFactoryList&) {}
 void fill(CParticleSizeDistributionMap&) {}
-void fill(CContactRecordList&) {}
-void fill(CCollisionsBase&) {}
-void fill(CCollisions&) {}
-void fill(CBondsBase&) {}
-void fill(CBonds&) {}
 
 // ---------------------------------------------------------------- results
 
@@ -488,7 +483,97 @@ void fill(AngVelAndPosList& rotations)
         fill(rotation);
 }
 
-void fill(CContactsBase& family) { family.collisionsActive = true; }
+static void fill(SCollisionEnd& end, std::size_t count)
+{
+    end.ids = {11, 12, 13};
+    fillRows(end.velocity, count);
+    fillRows(end.position, count);
+    fillRows(end.radius, count);
+    fillRows(end.angularVelocity, count);
+    fillRows(end.orientation, count);
+}
+
+void fill(CCollisionsBase& c)
+{
+    constexpr std::size_t count = 3;
+    c.ids = {7, 8, 9};
+    fillRows(c.startTime, count);
+    fillRows(c.position, count);
+    fillRows(c.unitCpVector, count);
+    fillRows(c.relativeVelocity, count);
+    fill(c.first, count);
+    fill(c.second, count);
+    fillRows(c.maxNormalForce, count);
+    fillRows(c.maxTangentialForce, count);
+    c.iterations = {21, 22, 23};
+    fillRows(c.normalEnergy, count);
+    fillRows(c.shearEnergy, count);
+    fillRows(c.totalNormalForce, count);
+    fillRows(c.totalTangentialForce, count);
+    fillRows(c.endTime, count);
+    c.dropForeignArrays();
+}
+
+void fill(CCollisions& collisions)
+{
+    fill(collisions.surfaceSurface);
+    fill(collisions.surfaceGeometry);
+}
+
+/// Between spheres of the two sample types, which have two each and particles in the slots 0 and 2.
+static const std::vector<PairRow> samplePairs = {{0, 1, 1, 4}, {0, 4, 1, 0}, {0, 0, 0, 5}};
+
+void fill(CBondsBase& bonds)
+{
+    const std::size_t count = samplePairs.size();
+    bonds.rows = samplePairs;
+    fillRows(bonds.normalForce, count);
+    fillRows(bonds.tangentialForce, count);
+    fillRows(bonds.normalTorque, count);
+    fillRows(bonds.tangentialTorque, count);
+    bonds.state = {eIntactBond, eBrokenBond, eIntactBond};
+    fillRows(bonds.breakTime, count);
+    bonds.resizeRows(count);
+}
+
+void fill(CBonds& bonds)
+{
+    fill(bonds.surfaceSurface);
+    fill(bonds.surfaceGeometry);
+}
+
+void fill(CContactRecordList& list)
+{
+    for (const quint32 kind : {eScalarRecord, eVectorRecord}) {
+        SContactRecord record;
+        record.kind = kind;
+        record.type = 5 + kind;
+        record.name = kind == eScalarRecord ? "Heat \xce\x94" : "Drag";
+        fill(record.scale);
+        fill(record.defaultValue);
+        record.makeValues();
+        record.withValues([](auto& values) { fillRows(values, samplePairs.size()); });
+        list.records.push_back(record);
+    }
+}
+
+void fill(CContactsBase& family)
+{
+    const std::size_t count = samplePairs.size();
+    family.collisionsActive = true;
+    fill(family.contactRecords);
+    family.resizeRows(count);
+    family.rows = samplePairs;
+    fillRows(family.position, count);
+    fillRows(family.contactVector1, count);
+    fillRows(family.contactVector2, count);
+    family.normalOverlap = {1e-6, 2e-6, 0.0};
+    fillRows(family.tangentialOverlap, count);
+    fillRows(family.normalForce, count);
+    fillRows(family.tangentialForce, count);
+    fill(family.activeCollisions);
+    fillValues(family.customProperties);
+}
 
 void fill(CContacts& contacts)
 {
@@ -562,6 +647,9 @@ void fill(CTimestepData& timestep)
     timestep.date = "24/11/25";
     fill(timestep.particleTypes);
     fill(timestep.contacts);
+    timestep.contacts.surfaceGeometry.resizeRows(0); // there are no triangles
+    fill(timestep.collisions);
+    fill(timestep.bonds);
     fill(timestep.systemEnergy);
     timestep.removedParticles["Ball"] = 7;
     timestep.removedParticles["a type that is gone"] = 8;

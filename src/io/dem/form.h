@@ -119,10 +119,12 @@ public:
     }
 
     /// A block. What is damaged within costs its own rows: the log tells, and the read goes on behind it.
+    /// \return false if the block was skipped; what was read of it isn't to be kept
     template <class TBody>
-    void block(quint32 tag, const char* what, TBody&& body)
+    bool block(quint32 tag, const char* what, TBody&& body)
     {
         CDemBlock block(stream, tag, false);
+        bool whole = true;
         try {
             body();
             stream.checkStatus(what);
@@ -133,8 +135,10 @@ public:
         catch (const std::exception& error) {
             reportSkippedBlock(stream, what, error);
             block.skip();
+            whole = false;
         }
         block.close();
+        return whole;
     }
 
     /// A group of arrays of so many rows: body(arrays) moves each by arrays.rows.

@@ -143,11 +143,12 @@ public:
         throwIfFailed();
     }
 
-    /// An array in one piece, whatever its length.
+    /// The same with default creation properties, however long the array is.
     template <class T>
-    void plainRows(const std::string& name, const std::vector<T>& values)
+    void plainRows(const std::string& name, const std::vector<T>& values, bool stored = true)
     {
-        arrays().writePlain(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data());
+        if (stored)
+            arrays().writePlain(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data());
         throwIfFailed();
     }
 
@@ -259,9 +260,9 @@ public:
     }
 
     template <class T>
-    void plainRows(const std::string& name, std::vector<T>& values)
+    void plainRows(const std::string& name, std::vector<T>& values, bool stored = true)
     {
-        rows(name, values);
+        rows(name, values, stored);
     }
 
     template <class T, std::size_t count>

@@ -2,6 +2,7 @@
 
 #include "io/hdf5/hdf5_io_manager.h"
 
+#include "core/left_behind.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/deck_layout.h"
@@ -75,6 +76,7 @@ void CHdf5IoManager::closeFiles()
     mainFile.reset();
     timestepFile.reset();
     currentFileNumber = -1;
+    tellLeftBehind("HDF5 write");
 }
 
 bool CHdf5IoManager::switchToFile(qint64 number)

@@ -1,6 +1,7 @@
 #pragma once
-// The third writer behind the visitor contract: turns a model into lines of text. It stores
-// nothing, so that it leaves no mark on what it visits, and it has every row.
+// The third writer behind the visitor contract: turns a model into lines of text. It stores nothing, so
+// that no version or date goes into what it visits, but it has every row: like the other writers it takes
+// released rows out of the families of contacts and bonds.
 
 #include "io/text/text_output.h"
 #include "visitors/file_visitor_writer.h"

@@ -120,7 +120,7 @@ TEST(DemTimestepData, saysWhichMarkerWasWrong)
 TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
 {
     // The count of surface-surface bonds, in the block behind contacts and collisions.
-    const CBytes families = noContactsBytes(makeVersion(27, 0, 3));
+    const CBytes families = pairBytes(makeVersion(27, 0, 3), SDeckPairs());
     const SDeckTimestep stored = sampleTimestep(0.125);
     const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
     const qint64 bondCount = bytes.bytes().indexOf(families.bytes()) + families.size() - 8 - 10;
@@ -130,36 +130,6 @@ TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
               bytes.size());
     EXPECT_EQ(own.frame.timestep.time, 0.125);
     EXPECT_NE(log.text().find("bonds skipped: "), std::string::npos) << log.text();
-}
-
-/// What a read of a timestep says whose bytes behind the particle types are these.
-static std::string refusalOf(const CBytes& families)
-{
-    const quint32 version = makeVersion(27, 0, 3);
-    const SDeckTimestep stored = sampleTimestep(0.125);
-    CBytes bytes = timestepHeadBytes(version, stored) + particleTypesBytes(version, stored.particles) + families;
-    bytes.i32(0); // plug-in factories
-    bytes += timestepTailBytes(version, stored);
-    COwnFrame own;
-    try {
-        consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes);
-    }
-    catch (const not_carried_error& error) {
-        return error.what();
-    }
-    return "read";
-}
-
-TEST(DemTimestepData, refusesRowsThatItCantCarry)
-{
-    const auto deckHolds = [](const std::string& what) {
-        return "This deck holds " + what + ", which this version can't carry over yet.";
-    };
-    const CBytes none = noContactsBytes(makeVersion(27, 0, 3));
-    EXPECT_EQ(refusalOf(none), "read");
-    EXPECT_EQ(refusalOf(none.with(8, CBytes().i32(2)) /* first count of the contacts' block */),
-              deckHolds("2 contacts"));
-    EXPECT_EQ(refusalOf(none.with(none.size() - 18, CBytes().i32(1))), deckHolds("1 bond"));
 }
 
 TEST(DemTimestepData, leavesPluginFactoriesOutByNameAndReadsOn)

@@ -1,6 +1,7 @@
 // The timestep block: every version to its last byte, cut and damaged anywhere, refused where it
 // holds what can't be carried.
 #include "io/dem/dem_testing.h"
+#include "model/geometry/geometry_group.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
 
@@ -28,8 +29,13 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             stored.particleMask = 0x2B;
             stored.geometryMask = 0x09;
             stored.fullGeometry = fullGeometry;
+            stored.groups = sampleGroups();
+            stored.pluginFactories = {{"library", "Feeder", "libfeeder"}};
             const CBytes bytes = timestepBytes(version, stored);
             COwnFrame own;
+            GeometryGroups& groups = own.frame.creator.geometryGroups;
+            consumedBy<CDemCreatorDataReader>(groups, groupListBytes(version, stored.groups),
+                                              mendOldNumbering(version));
             own.frame.creator.gravity = C3DPoint(1.0, 2.0, 3.0);
             CTimestepData& timestep = own.frame.timestep;
             EXPECT_EQ(consumedBy<CDemTimestepDataReader>(timestep, bytes + CBytes::garbage(64)), bytes.size()) << name;
@@ -41,6 +47,13 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             EXPECT_EQ(timestep.particleTypes.types[1]->gravity.y, 2.0);
             EXPECT_EQ(timestep.particleTypes.types[1]->position[11].z, deckValue(61, 2, 11, 2)) << name;
             EXPECT_EQ(timestep.time, 0.125);
+            ASSERT_EQ(groups.count(), 4u) << name;
+            const bool isWhole = fullGeometry != 0 && !hasMasks;
+            const bool hasOwnTime = mendOldNumbering(version) >= makeVersion(20, 0, 21);
+            EXPECT_EQ(groups.at(0)->coords[1].x, isWhole ? 0.5 : 1.5) << name;
+            EXPECT_EQ(groups.at(0)->time, isWhole ? 0.5 : hasOwnTime ? 0.625 : 0.125) << name;
+            EXPECT_EQ(groups.totalBounds.upper.x, isWhole ? 1.0 : 1.5) << name;
+            EXPECT_EQ(own.frame.creator.pluginFactories.count(), 0u);
             EXPECT_EQ(timestep.elapsedTime, 12.5);
             EXPECT_EQ(timestep.runNumber, 3);
             EXPECT_EQ(timestep.date, "17/03/18");
@@ -133,14 +146,12 @@ TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
 }
 
 /// What a read of a timestep says whose bytes behind the particle types are these.
-static std::string refusalOf(const CBytes& families, int pluginFactories = 0)
+static std::string refusalOf(const CBytes& families)
 {
     const quint32 version = makeVersion(27, 0, 3);
     const SDeckTimestep stored = sampleTimestep(0.125);
     CBytes bytes = timestepHeadBytes(version, stored) + particleTypesBytes(version, stored.particles) + families;
-    bytes.i32(pluginFactories);
-    if (pluginFactories > 0)
-        bytes.text("Kind").text("Feeder");
+    bytes += pluginFactoryBytes(version, {});
     bytes += timestepTailBytes(version, stored);
     COwnFrame own;
     try {
@@ -159,7 +170,6 @@ TEST(DemTimestepData, refusesRowsThatItCantCarry)
     };
     const CBytes none = noContactsBytes(makeVersion(27, 0, 3));
     EXPECT_EQ(refusalOf(none), "read");
-    EXPECT_EQ(refusalOf(none, 1), deckHolds("the plug-in factory \"Feeder\""));
     EXPECT_EQ(refusalOf(none.with(8, CBytes().i32(2)) /* first count of the contacts' block */),
               deckHolds("2 contacts"));
     EXPECT_EQ(refusalOf(none.with(none.size() - 18, CBytes().i32(1))), deckHolds("1 bond"));

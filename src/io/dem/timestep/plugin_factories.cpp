@@ -22,9 +22,10 @@ void CDemTimestepDataReader::readPluginParticleFactoryList(CPluginParticleFactor
         f.text(kind);
         f.text(name);
         f.text(library, from(23, 0, 0), name);
-        const QString what = kind == QLatin1String("library")
-                                 ? QStringLiteral("plug-in factory \"%1\" of the library \"%2\" can't be bound").arg(name, library)
-                                 : QStringLiteral("factory \"%1\" of the kind \"%2\" is no plug-in").arg(name, kind);
+        const QString what =
+            kind == QLatin1String("library")
+                ? QStringLiteral("plug-in factory \"%1\" of the library \"%2\" can't be bound").arg(name, library)
+                : QStringLiteral("factory \"%1\" of the kind \"%2\" is no plug-in").arg(name, kind);
         // Each timestep repeats the list.
         logMessage(eWarning, "Legacy read", what.toStdString() + ": skipped", 0, 1);
     }

@@ -120,7 +120,7 @@ CBytes creatorBytes(quint32 version, const SDeckCreator& c)
     b.i32(static_cast<qint32>(c.interactions.size()));
     for (const SDeckInteraction& interaction : c.interactions)
         b.text(interaction.key) += interactionBytes(interaction);
-    b.i32(c.geometryGroups);
+    b += groupListBytes(version, c.groups);
     b.text(c.title).i32(c.reservedTitleWord).f64(c.damping).text(c.description);
     b.i32(c.limits.velocityRestricted).f64(c.limits.velocityLimit);
     b.i32(c.limits.angularVelocityRestricted).f64(c.limits.angularVelocityLimit);
@@ -132,11 +132,12 @@ CBytes timestepHeadBytes(quint32 version, const SDeckTimestep& t)
     CBytes b = stampBytes(version, t.stamp);
     if (since(version, 22, 0, 0))
         b.u32(0xBEEFCAFE).i32(t.isFull).i32(t.timestepMask).i32(t.particleMask).i32(t.geometryMask);
-    else {
+    else
         b.i32(t.fullGeometry);
-        if (t.fullGeometry != 0)
-            b.i32(0); // the groups in creator form begin with their count
-    }
+    if (!since(version, 22, 0, 0) && t.fullGeometry != 0)
+        return b += groupListBytes(version, t.groups);
+    for (const SDeckGroup& group : t.groups)
+        b += groupStateBytes(version, group);
     return b;
 }
 
@@ -233,10 +234,22 @@ CBytes timestepTailBytes(quint32 version, const SDeckTimestep& t)
     return b;
 }
 
+CBytes pluginFactoryBytes(quint32 version, const std::vector<SDeckPluginFactory>& factories)
+{
+    CBytes b;
+    b.i32(static_cast<qint32>(factories.size()));
+    for (const SDeckPluginFactory& factory : factories) {
+        b.text(factory.kind).text(factory.name);
+        if (since(version, 23, 0, 0))
+            b.text(factory.library);
+    }
+    return b;
+}
+
 CBytes timestepBytes(quint32 version, const SDeckTimestep& t)
 {
     CBytes b = timestepHeadBytes(version, t) + particleTypesBytes(version, t.particles) + pairBytes(version, t.pairs);
-    b.i32(t.pluginFactories);
+    b += pluginFactoryBytes(version, t.pluginFactories);
     return b += timestepTailBytes(version, t);
 }
 

@@ -3,7 +3,7 @@
 // against. The records below say what a deck holds, the functions what that looks like on disk in a
 // version; nothing here knows the library's own forms.
 
-#include "support/bytes.h"
+#include "support/legacy_deck_geometry.h"
 
 #include "core/version.h"
 
@@ -12,8 +12,6 @@
 #include <vector>
 
 namespace NBrenmark {
-
-using STriple = std::array<double, 3>;
 
 // ---------------------------------------------------------------- what a deck holds
 
@@ -32,22 +30,6 @@ struct SDeckInteraction
     double restitution = 0.5;
     double staticFriction = 0.5;
     double rollingFriction = 0.01;
-};
-
-/// The stored values of one custom property.
-struct SDeckValueList
-{
-    int rows = 0;
-    int width = 1;
-    std::vector<double> values; ///< row by row
-    bool deflated = false;
-};
-
-/// Custom properties as one owner stores them.
-struct SDeckCustomProperties
-{
-    std::vector<SDeckValueList> lists;
-    int itemCount = 0;
 };
 
 struct SDeckSphere
@@ -127,7 +109,7 @@ struct SDeckCreator
     SDeckParticleTypes particles;
     std::vector<SDeckMaterial> materials;
     std::vector<SDeckInteraction> interactions;
-    int geometryGroups = 0; ///< only the count is written: more than 0 makes a deck that must be refused
+    std::vector<SDeckGroup> groups;
     QString title = QStringLiteral("Title");
     qint32 reservedTitleWord = 3;
     double damping = 0.0;
@@ -206,6 +188,13 @@ struct SDeckPairs
     SDeckPairs(); ///< none of each
 };
 
+struct SDeckPluginFactory
+{
+    QString kind = QStringLiteral("library");
+    QString name;
+    QString library; ///< from 23.0.0 on
+};
+
 struct SDeckTimestep
 {
     SDeckStamp stamp;
@@ -213,10 +202,11 @@ struct SDeckTimestep
     qint32 timestepMask = 255;
     qint32 particleMask = 47;
     qint32 geometryMask = 41;
-    int fullGeometry = 0; ///< the empty list of groups is stored in creator form
+    int fullGeometry = 0;           ///< the groups are stored in creator form
+    std::vector<SDeckGroup> groups; ///< those of the creator block
     SDeckParticleTypes particles;
     SDeckPairs pairs;
-    int pluginFactories = 0; ///< only the count is written
+    std::vector<SDeckPluginFactory> pluginFactories;
     double time = 0.0;
     double elapsedTime = 0.0;
     int runNumber = 1;
@@ -254,6 +244,7 @@ CBytes collisionFamilyBytes(const SDeckCollisions& family);
 CBytes bondFamilyBytes(const SDeckBonds& family);
 /// Contacts, collisions and bonds, as far as the version stores them.
 CBytes pairBytes(quint32 version, const SDeckPairs& pairs);
+CBytes pluginFactoryBytes(quint32 version, const std::vector<SDeckPluginFactory>& factories);
 /// From the time on.
 CBytes timestepTailBytes(quint32 version, const SDeckTimestep& timestep);
 /// Behind the creator pair of a timestep block.

@@ -1,17 +1,10 @@
 #include "support/samples.h"
+#include "support/sample_values.h"
 
 #include "maths/axis_angle.h"
 #include "maths/transform.h"
 
 namespace NBrenmark {
-
-/// No two numbers of the samples are equal, and none is 0 or 1: what two fields exchange shows.
-static double nextNumber()
-{
-    static int step = 0;
-    ++step;
-    return (step % 2 == 0 ? 1.0 : -1.0) * (1000.0 + step / 7.0);
-}
 
 static void addProperty(CCustomPropertyManager& manager, const char* name, unsigned int type, unsigned int elements)
 {
@@ -31,13 +24,6 @@ SModel::SModel()
 }
 
 // ---------------------------------------------------------------- new objects
-
-/// A part of a model, which lives as long as that.
-template <class T>
-static std::shared_ptr<T> partOf(T& part)
-{
-    return std::shared_ptr<T>(&part, [](T*) {});
-}
 
 constexpr unsigned int propertyItems = 3;
 
@@ -106,7 +92,6 @@ std::shared_ptr<CBondsBase> blank(SModel& model)
 void fill(C3DVector& vector) { vector = C3DVector(nextNumber(), nextNumber(), nextNumber()); }
 void fill(C3DPoint& point) { point = C3DPoint(nextNumber(), nextNumber(), nextNumber()); }
 void fill(CQuaternion& turn) { turn = CQuaternion(nextNumber(), nextNumber(), nextNumber(), nextNumber()); }
-static void fill(double& number) { number = nextNumber(); }
 
 void fill(CAxisAngle& axis)
 {
@@ -131,26 +116,6 @@ void fill(CBoundingBox& box)
 {
     fill(box.upper);
     fill(box.lower);
-}
-
-template <class TElement, std::size_t size>
-static void fill(std::array<TElement, size>& row)
-{
-    for (TElement& element : row)
-        element = static_cast<TElement>(std::abs(nextNumber()));
-}
-static void fill(ForceTorque& row)
-{
-    for (double& element : row)
-        element = nextNumber();
-}
-
-template <class TElement>
-static void fillRows(std::vector<TElement>& rows, std::size_t count)
-{
-    rows.resize(count);
-    for (TElement& row : rows)
-        fill(row);
 }
 
 // ---------------------------------------------------------------- the model
@@ -456,9 +421,7 @@ void fill(CMaterialBlockMap& blocks)
 }
 
 // What can't hold anything yet.
-void fill(GeometryGroups&) {}
 void fill(CPluginParticleFactoryList&) {}
-void fill(CParticleSizeDistributionMap&) {}
 
 // ---------------------------------------------------------------- results
 

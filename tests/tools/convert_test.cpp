@@ -332,7 +332,7 @@ TEST(ConvertFailure, ofATargetThatCannotBeWrittenIsItsOwnExitCode)
 TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
 {
     SDeckCreator model = sampleCreator();
-    model.geometryGroups = 2;
+    model.forces.push_back({"Buoyancy", 1});
     CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1)));
     EXPECT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 5);
     EXPECT_EQ(source.out.names(), QStringList());

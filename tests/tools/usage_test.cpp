@@ -50,9 +50,9 @@ const SRefusal refusals[] = {
     {{"info", "DIR/pile.idx"}, 5, "no deck that is known", "try DIR/pile.dem"},
     {{"convert", "DIR/notes.dem", "DIR/out"}, 5, "no deck that is known", "legacy deck"},
     {{"info", "DIR/empty folder"}, 5, "is a folder", "check"},
-    {{"check", "DIR/walls.dem"}, 5, "2 geometry groups", "later version"},
-    {{"dump", "DIR/walls.dem"}, 5, "2 geometry groups", "later version"},
-    {{"convert", "DIR/walls.dem", "DIR/out"}, 5, "2 geometry groups", "later version"},
+    {{"check", "DIR/force.dem"}, 5, "Buoyancy", "later version"},
+    {{"dump", "DIR/force.dem"}, 5, "Buoyancy", "later version"},
+    {{"convert", "DIR/force.dem", "DIR/out"}, 5, "Buoyancy", "later version"},
 };
 
 /// Puts the folder's path in the place of DIR.
@@ -63,10 +63,10 @@ std::string at(std::string text, const CTempFolder& folder)
     return text;
 }
 
-CLegacyDeck deckWithWalls()
+CLegacyDeck deckWithForce()
 {
     SDeckCreator model = sampleCreator();
-    model.geometryGroups = 2;
+    model.forces.push_back({"Buoyancy", 1});
     return CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1));
 }
 
@@ -83,7 +83,7 @@ TEST_P(Refusal, hasItsCodeAndSaysWhatWhereAndWhatToDo)
     deck.write(folder.path(), "pile");
     deck.write(folder.path(), "lost index");
     ASSERT_TRUE(QFile::remove(folder.path("lost index.idx")));
-    deckWithWalls().write(folder.path(), "walls");
+    deckWithForce().write(folder.path(), "force");
     folder.write("notes.dem", "This is no deck, and longer than a header has bytes.");
     folder.write("empty.dem", "");
     folder.write("taken.dfg", "somebody's");

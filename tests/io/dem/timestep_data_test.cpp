@@ -1,6 +1,7 @@
 // The timestep block: every version to its last byte, cut and damaged anywhere, refused where it
 // holds what can't be carried.
 #include "io/dem/dem_testing.h"
+#include "model/geometry/geometry_group.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
 
@@ -28,8 +29,13 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             stored.particleMask = 0x2B;
             stored.geometryMask = 0x09;
             stored.fullGeometry = fullGeometry;
+            stored.groups = sampleGroups();
+            stored.pluginFactories = {{"library", "Feeder", "libfeeder"}};
             const CBytes bytes = timestepBytes(version, stored);
             COwnFrame own;
+            GeometryGroups& groups = own.frame.creator.geometryGroups;
+            consumedBy<CDemCreatorDataReader>(groups, groupListBytes(version, stored.groups),
+                                              mendOldNumbering(version));
             own.frame.creator.gravity = C3DPoint(1.0, 2.0, 3.0);
             CTimestepData& timestep = own.frame.timestep;
             EXPECT_EQ(consumedBy<CDemTimestepDataReader>(timestep, bytes + CBytes::garbage(64)), bytes.size()) << name;
@@ -41,6 +47,13 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             EXPECT_EQ(timestep.particleTypes.types[1]->gravity.y, 2.0);
             EXPECT_EQ(timestep.particleTypes.types[1]->position[11].z, deckValue(61, 2, 11, 2)) << name;
             EXPECT_EQ(timestep.time, 0.125);
+            ASSERT_EQ(groups.count(), 4u) << name;
+            const bool isWhole = fullGeometry != 0 && !hasMasks;
+            const bool hasOwnTime = mendOldNumbering(version) >= makeVersion(20, 0, 21);
+            EXPECT_EQ(groups.at(0)->coords[1].x, isWhole ? 0.5 : 1.5) << name;
+            EXPECT_EQ(groups.at(0)->time, isWhole ? 0.5 : hasOwnTime ? 0.625 : 0.125) << name;
+            EXPECT_EQ(groups.totalBounds.upper.x, isWhole ? 1.0 : 1.5) << name;
+            EXPECT_EQ(own.frame.creator.pluginFactories.count(), 0u);
             EXPECT_EQ(timestep.elapsedTime, 12.5);
             EXPECT_EQ(timestep.runNumber, 3);
             EXPECT_EQ(timestep.date, "17/03/18");

@@ -119,8 +119,7 @@ static void shareSize(CInForm& f, CParticleFactory& factory, const IFactorySize&
 
 /// The parameter of an entry: that of the property, or one that only takes the entry's bytes.
 static IFactoryCustomPropertyParam* paramOf(CParticleFactory& factory, const CCustomPropertyMetaData* property,
-                                            const QString& word,
-                                            std::unique_ptr<IFactoryCustomPropertyParam>& dropped)
+                                            const QString& word, std::unique_ptr<IFactoryCustomPropertyParam>& dropped)
 {
     if (property != nullptr && factory.setCustomPropertyKind(property, word))
         return factory.customParams[property->id].get();

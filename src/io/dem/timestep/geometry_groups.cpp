@@ -91,9 +91,8 @@ static void readTriangles(CInForm& f, CGeometryGroup& group)
         });
     if (count != 0 && count != group.triangleNodes.size()) {
         logMessage(eWarning, "Legacy read",
-                   f.stream.place.toStdString() + ": data of " + counted(count, "triangle") +
-                       " for geometry group \"" + group.name + "\" of " +
-                       std::to_string(group.triangleNodes.size()) + " dropped");
+                   f.stream.place.toStdString() + ": data of " + counted(count, "triangle") + " for geometry group \"" +
+                       group.name + "\" of " + std::to_string(group.triangleNodes.size()) + " dropped");
         rows = STriangleRows();
     }
     takeTriangles(group, rows);

@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "io/hdf5/geometry.h"
 #include "model/kinematics/conveyor_translation.h"
+#include "model/kinematics/kinematics.h"
 #include "model/kinematics/linear_rotation.h"
 #include "model/kinematics/sinusoidal_rotation.h"
 #include "model/kinematics/sinusoidal_translation.h"

@@ -1,5 +1,6 @@
 #include "io/text/text_writer.h"
 #include "model/kinematics/conveyor_translation.h"
+#include "model/kinematics/kinematics.h"
 #include "model/kinematics/linear_rotation.h"
 #include "model/kinematics/sinusoidal_rotation.h"
 #include "model/kinematics/sinusoidal_translation.h"

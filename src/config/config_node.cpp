@@ -179,7 +179,7 @@ static bool decodeString(const std::string& text, std::string& value)
 static QString fromUtf8(const std::string& text)
 {
     const QByteArray bytes = QByteArray::fromStdString(text);
-    const QString decoded = QString::fromUtf8(bytes);
+    QString decoded = QString::fromUtf8(bytes);
     if (decoded.toUtf8() != bytes)
         logMessage(eWarning, "Configuration",
                    "A text that isn't UTF-8 was read with substitutes for the letters that it can't have: " +

@@ -35,7 +35,7 @@ TEST(Random, spreadsUniformlyAndReachesBothEnds)
     EXPECT_EQ(least, 0.0);
     EXPECT_EQ(greatest, 1.0); // 32767 x 3.051850947599719e-05 rounds to 1 exactly: a bound that may be relied on
     for (const int count : counts)
-        EXPECT_NEAR(count, draws / bins, draws / bins / 50);
+        EXPECT_NEAR(count, 1.0 * draws / bins, 0.02 * draws / bins);
 }
 
 } // namespace NBrenmark

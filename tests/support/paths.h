@@ -14,4 +14,7 @@ std::string sampleDeck(const std::string& name);
 /// Path of the command line of this build, for tests that run it as a user does.
 std::string commandLineProgram();
 
+/// Path of the module that makes writes fail, built from support/failing_writes.c.
+std::string failingWritesModule();
+
 } // namespace NBrenmark

@@ -33,6 +33,15 @@ std::string indented(std::string text)
     return text;
 }
 
+/// The cause that a layer below told in a sentence of its own joins the sentence before it.
+std::string joined(std::string text)
+{
+    for (size_t at = text.find(".\n"); at != std::string::npos; at = text.find(".\n", at + 1))
+        if (at + 2 < text.size() && text[at + 2] != ' ')
+            text.replace(at, 2, ": ");
+    return text;
+}
+
 std::string withoutEnd(std::string text)
 {
     while (!text.empty() && (text.back() == '\n' || text.back() == '.'))
@@ -62,7 +71,7 @@ std::string utf8(const QString& text) { return text.toStdString(); }
 void printFailure(const CFailure& failure)
 {
     const char* const name = errorHasColour() ? "\x1b[31mbrenmark:\x1b[0m " : "brenmark: ";
-    std::string text = name + indented(withoutEnd(failure.what())) + '\n';
+    std::string text = name + indented(joined(withoutEnd(failure.what()))) + '\n';
     if (!failure.advice.empty())
         text += "  " + indented(failure.advice) + '\n';
     printError(text);

@@ -165,7 +165,14 @@ private:
     unsigned int limit;
 };
 
-bool sameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+/// The bits on purpose: 0.0 and -0.0 differ here, and a NaN is itself.
+bool sameBits(double a, double b)
+{
+    quint64 bitsOfA = 0, bitsOfB = 0;
+    std::memcpy(&bitsOfA, &a, sizeof a);
+    std::memcpy(&bitsOfB, &b, sizeof b);
+    return bitsOfA == bitsOfB;
+}
 
 /// Pairs of timestep numbers that belong together; noTimestep on the side where one is missing.
 /// Decks of one length go by number. Otherwise one lost a timestep, and the times tell which.

@@ -21,23 +21,23 @@ enum EDeckFormat
 /// How the files of a deck are called behind its base name.
 namespace NDeckFile {
 
-constexpr QLatin1String demSuffix(".dem");            ///< first file: legacy data, or the index file of the HDF5 family
-constexpr QLatin1String segmentInfix(".scn.");        ///< joins the data file's name and a segment's number
-constexpr QLatin1String indexSuffix(".idx");          ///< legacy timestep index
-constexpr QLatin1String settingsSuffix(".ess");       ///< simulation settings
-constexpr QLatin1String legacyPropertySuffix(".ppf"); ///< legacy particle properties
-constexpr QLatin1String configurationSuffix(".dfg");  ///< configuration
-constexpr QLatin1String companionSuffix(".ptf");      ///< follows the deck; its content is nobody's business here
-constexpr QLatin1String dataFolderSuffix("_data");    ///< folder of the numbered files
-constexpr QLatin1String timestepSuffix(".h5");        ///< a numbered file
+inline const QLatin1String demSuffix(".dem");      ///< first file: legacy data, or the index file of the HDF5 family
+inline const QLatin1String segmentInfix(".scn.");  ///< joins the data file's name and a segment's number
+inline const QLatin1String indexSuffix(".idx");    ///< legacy timestep index
+inline const QLatin1String settingsSuffix(".ess"); ///< simulation settings
+inline const QLatin1String legacyPropertySuffix(".ppf"); ///< legacy particle properties
+inline const QLatin1String configurationSuffix(".dfg");  ///< configuration
+inline const QLatin1String companionSuffix(".ptf");      ///< follows the deck; its content is nobody's business here
+inline const QLatin1String dataFolderSuffix("_data");    ///< folder of the numbered files
+inline const QLatin1String timestepSuffix(".h5");        ///< a numbered file
 
 // Other files of the applications. The last two name the materials database.
-constexpr QLatin1String vqxSuffix(".vqx");
-constexpr QLatin1String xmlSuffix(".xml");
-constexpr QLatin1String kzlfSuffix(".kzlf");
-constexpr QLatin1String demConfigurationSuffix(".dem.cfg");
-constexpr QLatin1String oldMaterialsDatabaseSuffix(".ddb");
-constexpr QLatin1String materialsDatabaseName("materialsDB");
+inline const QLatin1String vqxSuffix(".vqx");
+inline const QLatin1String xmlSuffix(".xml");
+inline const QLatin1String kzlfSuffix(".kzlf");
+inline const QLatin1String demConfigurationSuffix(".dem.cfg");
+inline const QLatin1String oldMaterialsDatabaseSuffix(".ddb");
+inline const QLatin1String materialsDatabaseName("materialsDB");
 
 } // namespace NDeckFile
 

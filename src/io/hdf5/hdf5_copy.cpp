@@ -2,6 +2,7 @@
 
 #include "io/hdf5/hdf5_io_manager.h"
 
+#include "config/file_replacer.h"
 #include "core/deck/deck_files.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
@@ -179,6 +180,8 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
         simulation.writeSettings(true, tempBase);
     if (!QFileInfo::exists(tempBase + NDeckFile::configurationSuffix))
         simulation.writeConfiguration(tempBase);
+    if (!waitForCopies().empty()) // told in the log; the target is whole as yet
+        return false;
 
     closeFiles();
     if (!deleteFamily(newName)) {

@@ -1,0 +1,70 @@
+// Damaged files: a clean failure, or what is left of the timestep; never a crash, a hang or a torrent of memory.
+#include "io/hdf5/hdf5_deck_testing.h"
+
+#include <random>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace NBrenmark {
+
+using namespace NHdf5Testing;
+
+class DamagedFiles : public testing::Test
+{
+protected:
+    DamagedFiles()
+    {
+        CHdf5Deck writer;
+        fillCreator(writer.creator());
+        fillTimestep(writer.timestep(), 300);
+        EXPECT_EQ(writer.manager->setOutputName(path()), 0);
+        EXPECT_TRUE(writer.append(0.1, true));
+        writer.manager->reset();
+        whole = folder.read("Kiste_data/0.h5");
+    }
+    QString path() const { return folder.path("Kiste.dem"); }
+
+    /// Opens and reads in a process of its own, that a fault of HDF5 itself shows as one case. \return its exit code
+    int outcomeOf(const QByteArray& bytes)
+    {
+        folder.write("Kiste_data/0.h5", bytes);
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(20);
+            bool isRead = false;
+            {
+                CHdf5Deck deck;
+                isRead = deck.open(path()) == eOpened && deck.read(0);
+            }
+            _exit(isRead ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+    CTempFolder folder;
+    CLogCapture log;
+    QByteArray whole;
+};
+
+TEST_F(DamagedFiles, thatAreCutFailCleanly)
+{
+    ASSERT_EQ(outcomeOf(whole), 0);
+    for (int length = 0; length < whole.size(); length += 1 + whole.size() / 60)
+        EXPECT_EQ(outcomeOf(whole.left(length)), 1) << length << " of " << whole.size() << " bytes";
+}
+
+TEST_F(DamagedFiles, ofRandomBytesFailOrAreRead)
+{
+    std::mt19937 random(20260101);
+    for (int round = 0; round < 150; ++round) {
+        QByteArray bytes = whole;
+        for (int i = 0; i < 1 + round % 8; ++i)
+            bytes[static_cast<int>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random());
+        const int outcome = outcomeOf(bytes);
+        EXPECT_TRUE(outcome == 0 || outcome == 1) << "round " << round << ": " << outcome;
+    }
+}
+
+} // namespace NBrenmark

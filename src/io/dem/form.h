@@ -3,6 +3,7 @@
 // form names each field once, in file order, for both directions. A field with a gate takes the
 // value before where the version doesn't store it.
 
+#include "core/emptied.h"
 #include "core/not_carried.h"
 #include "io/dem/array_group.h"
 #include "io/dem/dem_block.h"
@@ -119,7 +120,7 @@ public:
     }
 
     /// A block. What is damaged within costs its own rows: the log tells, and the read goes on behind it.
-    /// \return false if the block was skipped; what was read of it isn't to be kept
+    /// \return false if the block was skipped
     template <class TBody>
     bool block(quint32 tag, const char* what, TBody&& body)
     {
@@ -139,6 +140,14 @@ public:
         }
         block.close();
         return whole;
+    }
+
+    /// The same for an object that holds nothing of a damaged block.
+    template <class TObject, class TBody>
+    void blockOf(quint32 tag, const char* what, TObject& object, TBody&& body)
+    {
+        CEmptiedUnlessWhole<TObject> reading(object);
+        reading.whole = block(tag, what, body);
     }
 
     /// A group of arrays of so many rows: body(arrays) moves each by arrays.rows.

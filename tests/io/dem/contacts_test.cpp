@@ -173,6 +173,7 @@ static std::string complaintOf(const SDeckContacts& stored, quint32& rows, quint
 {
     const CLogCapture log;
     COwnFrame own;
+    finalizeProperty(own.contact, "Heat", {1.0, 2.0});
     CContactsBase& family = own.frame.timestep.contacts.surfaceSurface;
     const CBytes bytes = contactFamilyBytes(makeVersion(27, 0, 3), stored);
     EXPECT_EQ(consumedBy<CDemTimestepDataReader>(family, bytes), bytes.size());
@@ -385,24 +386,48 @@ TEST(DemPairs, aDamagedBlockIsEmptyAndTheOthersAreNot)
     }
 }
 
-TEST(DemPairs, noWordOfThemTakesTheMachinesMemory)
+/// Lays words over every place of some bytes and reads an object of them; what was read must be whole enough to write.
+template <class T, class TMake, class TCheck>
+static void damageEverywhere(const CBytes& bytes, const TMake& make, const TCheck& check)
 {
-    SDeckTimestep stored = sampleTimestep(0.125);
-    stored.pairs = samplePairs();
-    const CBytes pairs = pairBytes(makeVersion(27, 0, 3), stored.pairs);
-    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
-    const qint64 start = bytes.bytes().indexOf(pairs.bytes());
-    for (const quint32 word : {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu, 0xBFF00000u /* -1.0 */}) {
-        for (qint64 at = start; at + 4 <= start + pairs.size(); at += 3) {
-            COwnFrame own;
+    for (const quint32 word : {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu, 0xBFF00000u /* the front of -1.0 */}) {
+        for (qint64 at = 0; at + 4 <= bytes.size(); ++at) {
+            const std::unique_ptr<T> object = make();
             try {
-                consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(at, CBytes().u32(word)));
+                consumedBy<CDemTimestepDataReader>(*object, bytes.with(at, CBytes().u32(word)));
             }
             catch (const std::exception&) {
             }
-            writtenBy<CDemTimestepDataWriter>(own.frame.timestep); // whatever was read is whole
+            check(*object);
+            writtenBy<CDemTimestepDataWriter>(*object);
         }
     }
+}
+
+TEST(DemPairs, noWordOfThemTakesTheMachinesMemory)
+{
+    const quint32 version = makeVersion(27, 0, 3);
+    const CBytes contacts = contactFamilyBytes(version, fullContacts(50, {{0, 4, 1, 1}}, surfaceCollisionMask)) +
+                            contactFamilyBytes(version, makeDeckContacts(50, {{0, 4, 1, 1}}, {1e-6}));
+    CParticleTypes types(nullptr);
+    types.append().resizeSlots(5);
+    damageEverywhere<CContacts>(
+        CBytes().block(3, contacts), [] { return std::make_unique<CContacts>(nullptr); },
+        [&](CContacts& damaged) {
+            damaged.removeDanglingRows(types, {2, 3});
+        });
+    const CBytes collisions = collisionFamilyBytes(makeDeckCollisions(20, 1, surfaceCollisionMask)) +
+                              collisionFamilyBytes(makeDeckCollisions(30, 1, geometryCollisionMask));
+    damageEverywhere<CCollisions>(
+        CBytes().block(1, collisions), [] { return std::make_unique<CCollisions>(); }, [](CCollisions&) {});
+    const CBytes bonds = bondFamilyBytes(makeDeckBonds(70, threePairs, {1, 0, 1})) +
+                         bondFamilyBytes(makeDeckBonds(80, threePairs, {1, 1, 2}));
+    damageEverywhere<CBonds>(
+        CBytes().block(4, bonds), [] { return std::make_unique<CBonds>(); },
+        [&](CBonds& damaged) {
+            damaged.surfaceSurface.rebuildLookup();
+            damaged.matchParameters(types, 1.0, [](const std::string&, const std::string&) { return nullptr; });
+        });
 }
 
 // ---------------------------------------------------------------- writing

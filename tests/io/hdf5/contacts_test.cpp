@@ -201,15 +201,20 @@ TEST(Hdf5Contacts, everyMaskStoresWhatItNamesAndReadsWhatItWants)
 
 // ---------------------------------------------------------------- files that aren't ours
 
-/// Puts a list of so many zeros, or rows of three, in the place of a dataset.
-static void replaceDataset(H5::Group& group, const char* name, hsize_t rows, hsize_t columns = 0)
+/// A list of so many zeros, or rows of them.
+static void addDataset(H5::Group& group, const char* name, hsize_t rows, hsize_t columns = 0)
 {
-    group.unlink(name);
     const hsize_t extent[2] = {rows, columns};
     H5::DataSet dataset =
         group.createDataSet(name, H5::PredType::NATIVE_DOUBLE, H5::DataSpace(columns == 0 ? 1 : 2, extent));
     const std::vector<double> zeros(rows * std::max<hsize_t>(1, columns));
     dataset.write(zeros.data(), H5::PredType::NATIVE_DOUBLE);
+}
+
+static void replaceDataset(H5::Group& group, const char* name, hsize_t rows, hsize_t columns = 0)
+{
+    group.unlink(name);
+    addDataset(group, name, rows, columns);
 }
 
 static void setAttribute(H5::Group& group, const char* name, quint32 value)
@@ -262,6 +267,9 @@ TEST_F(Hdf5HostileRows, arraysOfDifferentLengthAreRefused)
     EXPECT_EQ(failureOf(target.timestep.contacts), "The contacts have 3 rows of contacts and 2 of normal overlap.");
     EXPECT_EQ(failureOf(target.timestep.bonds), "The bonds have 3 rows of bonds and 4 of break time.");
     EXPECT_EQ(failureOf(target.timestep.collisions), "The collisions have 3 rows of ids and 5 of velocity.");
+    EXPECT_TRUE(target.timestep.contacts.surfaceSurface.rows.empty()) << "nor is half of it left";
+    EXPECT_TRUE(target.timestep.bonds.surfaceSurface.breakTime.empty());
+    EXPECT_EQ(target.timestep.collisions.surfaceGeometry.recordCount(), 0u);
 }
 
 TEST_F(Hdf5HostileRows, aSizeThatDiffersIsToldAndTheArraysCount)
@@ -305,9 +313,7 @@ TEST_F(Hdf5HostileRows, whatATriangleDoesntHaveIsDroppedAndTold)
 {
     H5::Group collisions = memory.group.openGroup("Collisions/SurfaceGeometry");
     H5::Group second = collisions.openGroup("second");
-    replaceDataset(second, "velocity", 3, 3);
-    const hsize_t three = 3;
-    second.createDataSet("radius", H5::PredType::NATIVE_DOUBLE, H5::DataSpace(1, &three));
+    addDataset(second, "radius", 3);
     setAttribute(collisions, "mask", 0x7FFFFF);
     const CLogCapture log;
     EXPECT_EQ(failureOf(target.timestep.collisions), "read");

@@ -43,12 +43,10 @@ void CDemTimestepDataWriter::writeBondsBase(CBondsBase& family)
 
 void CDemTimestepDataReader::readBonds(CBonds& bonds)
 {
-    const bool whole = in().block(eBondsBlock, "bonds", [&] {
+    in().blockOf(eBondsBlock, "bonds", bonds, [&] {
         bonds.surfaceSurface.read(*this);
         bonds.surfaceGeometry.read(*this);
     });
-    if (!whole)
-        bonds.clear();
 }
 
 void CDemTimestepDataWriter::writeBonds(CBonds& bonds)

@@ -50,12 +50,10 @@ void CDemTimestepDataReader::readCollisions(CCollisions& collisions)
     collisions.clear();
     if (!in().stores(gateContactBlocks))
         return;
-    const bool whole = in().block(eCollisionsBlock, "collisions", [&] {
+    in().blockOf(eCollisionsBlock, "collisions", collisions, [&] {
         collisions.surfaceSurface.read(*this);
         collisions.surfaceGeometry.read(*this);
     });
-    if (!whole)
-        collisions.clear();
 }
 
 void CDemTimestepDataWriter::writeCollisions(const CCollisions& collisions)

@@ -46,7 +46,7 @@ static void recordValuesForm(TArrays& arrays, TRecords& records)
 void CDemTimestepDataReader::readContactRecords(CContactRecordList& records)
 {
     CInForm f = in();
-    const bool whole = f.block(eContactRecordsBlock, "contact records", [&] {
+    f.blockOf(eContactRecordsBlock, "contact records", records, [&] {
         f.length("contact record", leastRecordBytes, records.records);
         for (SContactRecord& record : records.records) {
             recordForm(f, record);
@@ -59,8 +59,6 @@ void CDemTimestepDataReader::readContactRecords(CContactRecordList& records)
         f.flag8(deflated);
         f.group(deflated, rows, [&](CArrayGroupReader& arrays) { recordValuesForm(arrays, records); });
     });
-    if (!whole)
-        records.clear();
 }
 
 void CDemTimestepDataWriter::writeContactRecords(const CContactRecordList& records)
@@ -210,13 +208,13 @@ void CDemTimestepDataReader::readContacts(CContacts& contacts)
         contacts.surfaceSurface.read(*this);
         contacts.surfaceGeometry.read(*this);
     };
-    if (f.stores(gateContactBlocks)) {
-        if (!f.block(eContactsBlock, "contacts", readFamilies))
-            contacts.clear();
-    }
+    if (f.stores(gateContactBlocks))
+        f.blockOf(eContactsBlock, "contacts", contacts, readFamilies);
     else {
+        CEmptiedUnlessWhole<CContacts> reading(contacts);
         f.dropI32();
         readFamilies();
+        reading.whole = true;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/emptied.h"
 #include "io/hdf5/common_length.h"
 #include "io/hdf5/timestep/family_rows.h"
 #include "results/bonds.h"
@@ -34,6 +35,7 @@ static quint32 commonLength(const CBondsBase& bonds)
 void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
 {
     bonds.clear();
+    CEmptiedUnlessWhole<CBondsBase> reading(bonds);
     quint32 size = 0;
     in().attribute("size", size);
     if (size == 0)
@@ -42,6 +44,7 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
     const quint32 held = commonLength(bonds);
     tellIfFewer("bonds", size, held);
     bonds.resizeRows(held); // what isn't stored: the parameters
+    reading.whole = true;
 }
 
 void CHdf5TimestepDataWriter::writeBondsBase(CBondsBase& bonds)

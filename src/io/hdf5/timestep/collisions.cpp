@@ -3,6 +3,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/emptied.h"
 #include "io/hdf5/common_length.h"
 #include "io/hdf5/timestep/family_rows.h"
 #include "results/collisions.h"
@@ -55,6 +56,7 @@ static quint32 commonLength(const CCollisionsBase& collisions, quint32 fields)
 void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
 {
     collisions.clear();
+    CEmptiedUnlessWhole<CCollisionsBase> reading(collisions);
     quint32 size = 0;
     in().attribute("size", size);
     if (size == 0 || (options.timestepMask & collisions.familyMask()) == 0)
@@ -67,6 +69,7 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     if (collisions.dropForeignArrays())
         logMessage(eWarning, "HDF5 read", "Collisions hold more of the second end than a triangle has: dropped.", 0, 1);
     collisions.resizeRecords((fields & collisions.mask) != 0 ? held : 0);
+    reading.whole = true;
 }
 
 void CHdf5TimestepDataWriter::writeCollisionsBase(const CCollisionsBase& collisions)

@@ -3,6 +3,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/emptied.h"
 #include "core/left_behind.h"
 #include "io/hdf5/common_length.h"
 #include "io/hdf5/timestep/family_rows.h"
@@ -57,6 +58,7 @@ static void settle(CContactsBase& contacts)
 void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
 {
     contacts.clear();
+    CEmptiedUnlessWhole<CContactsBase> reading(contacts);
     quint32 size = 0;
     in().attribute("size", size);
     if ((options.timestepMask & contacts.familyMask()) == 0)
@@ -76,6 +78,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     // Without rows the values that a mask left in the file belong to nothing.
     if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
+    reading.whole = true;
 }
 
 /// What only the legacy family stores.

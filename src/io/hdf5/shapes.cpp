@@ -1,5 +1,6 @@
 #include "io/hdf5/shapes.h"
 
+#include "core/log.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 
@@ -136,6 +137,17 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
     }
 }
 
+/// Texts end at a zero byte here. What stands behind one is lost, and told.
+std::string storableText(const std::string& name, const std::string& text)
+{
+    const std::size_t end = text.find('\0');
+    if (end == std::string::npos)
+        return text;
+    logMessage(eWarning, "HDF5 write",
+               "The text of \"" + name + "\" is cut behind \"" + text.substr(0, end) + "\", where it has a zero byte.");
+    return text.substr(0, end);
+}
+
 H5::StrType variableText() { return H5::StrType(PredType::C_S1, H5T_VARIABLE); }
 
 /// The texts of a dataset of variable-length texts, of any rank.
@@ -198,8 +210,9 @@ void writeAttribute(const std::string& name, const std::vector<bool>& flags, H5:
 
 void writeAttribute(const std::string& name, const std::string& text, H5::H5Object& location)
 {
-    closed(H5::StrType(PredType::C_S1, text.size() + 1),
-           [&](H5::StrType& type) { writeScalar(name, type, text.c_str(), location); });
+    const std::string bytes = storableText(name, text);
+    closed(H5::StrType(PredType::C_S1, bytes.size() + 1),
+           [&](H5::StrType& type) { writeScalar(name, type, bytes.c_str(), location); });
 }
 
 void writeAttribute(const std::string& name, const QString& text, H5::H5Object& location)
@@ -342,7 +355,7 @@ void writeDataset(const std::string& name, const C3DTransform& value, H5::H5Loca
 
 void writeDataset(const std::string& name, const QString& text, H5::H5Location& location)
 {
-    const std::string bytes = text.toStdString();
+    const std::string bytes = storableText(name, text.toStdString());
     const char* const pointer = bytes.c_str();
     writeScalarData(name, variableText(), &pointer, location);
 }
@@ -351,7 +364,7 @@ void writeDataset(const std::string& name, const QStringList& texts, H5::H5Locat
 {
     std::vector<std::string> bytes;
     for (const QString& text : texts)
-        bytes.push_back(text.toStdString());
+        bytes.push_back(storableText(name, text.toStdString()));
     std::vector<const char*> pointers;
     for (const std::string& text : bytes)
         pointers.push_back(text.c_str());
@@ -445,6 +458,8 @@ void setFixedText(char* field, std::size_t size, const QString& text)
     if (bytes.size() >= size)
         throw hdf5_error("The name \"" + bytes + "\" takes " + std::to_string(bytes.size()) + " bytes, " +
                          std::to_string(size - 1) + " can be stored.");
+    if (const std::size_t end = bytes.find('\0'); end != std::string::npos)
+        throw hdf5_error("The name \"" + bytes.substr(0, end) + "\" goes on behind a zero byte, where texts end.");
     std::memset(field, 0, size);
     std::memcpy(field, bytes.data(), bytes.size());
 }

@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
+#include "io/hdf5/soundness.h"
 
 #include <QTextCodec>
 
@@ -54,6 +55,7 @@ void readValues(const std::string& name, const H5::DataType& type, const H5::H5O
 {
     try {
         const H5::Attribute attribute = location.openAttribute(name);
+        checkSound(attribute, location, name);
         void* const target = allocate(attribute.getSpace().getSimpleExtentNpoints());
         attribute.read(type, target);
     }
@@ -129,6 +131,7 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getSpace().getSimpleExtentNpoints() != 1)
             throwAt(location, "dataset", name, "is no single record");
+        checkSound(dataset, location, name);
         checkMembers(name, type, dataset, location);
         dataset.read(record, type);
     }
@@ -158,7 +161,7 @@ std::vector<std::string> readTexts(const std::string& name, const H5::H5Location
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getTypeClass() != H5T_STRING || !dataset.getStrType().isVariableStr())
             throwAt(location, "dataset", name, "holds no texts");
-        checkExtent(dataset, location, name);
+        checkSound(dataset, location, name);
         const H5::DataSpace space = dataset.getSpace();
         std::vector<char*> pointers(static_cast<std::size_t>(space.getSimpleExtentNpoints()), nullptr);
         if (pointers.empty())
@@ -287,6 +290,7 @@ void readAttribute(const std::string& name, std::string& text, const H5::H5Objec
 {
     try {
         const H5::Attribute attribute = location.openAttribute(name);
+        checkSound(attribute, location, name);
         if (attribute.getTypeClass() != H5T_STRING || attribute.getStrType().isVariableStr() ||
             attribute.getSpace().getSimpleExtentNpoints() != 1)
             throwAt(location, "attribute", name, "is no text of fixed length");
@@ -439,7 +443,7 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
         if (space.getSimpleExtentNdims() != 1)
             throwAt(location, "dataset", name, "is no table of one dimension");
         checkMembers(name, type, dataset, location);
-        checkExtent(dataset, location, name);
+        checkSound(dataset, location, name);
         const hssize_t count = space.getSimpleExtentNpoints();
         void* const records = allocate(static_cast<hsize_t>(count));
         if (count > 0)

@@ -224,7 +224,9 @@ CDataConverter::EConvertError CDataConverter::writeCompanions(CSimulation& simul
 
     const QString companion = sourceBase + NDeckFile::companionSuffix;
     const QString companionTarget = targetBase + NDeckFile::companionSuffix;
-    if (QFile::exists(companion) && !copyOrTruncateFile(companion, companionTarget, wholeFile)) {
+    std::string cause;
+    if (QFile::exists(companion) && !copyOrTruncateFile(companion, companionTarget, wholeFile, &cause)) {
+        logMessage(eError, "Conversion", cause);
         error = messageText(eMessageCopyFailed).arg(companion, companionTarget);
         code = eConvertFailed;
     }

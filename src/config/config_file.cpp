@@ -4,6 +4,7 @@
 #include "config/config_number.h"
 #include "config/file_replacer.h"
 #include "core/log.h"
+#include "core/plain_file.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -194,8 +195,8 @@ public:
     {
         if (name.empty())
             return failed(eConfigNotOpened, "Unable to open file (no file name).");
-        if (!file.open(QIODevice::ReadOnly))
-            return failed(eConfigNotOpened, "Could not open file for input. " + file.errorString().toStdString());
+        if (const std::string cause = openPlainFile(file); !cause.empty())
+            return failed(eConfigNotOpened, "Could not open file for input. " + cause);
         const int headerResult = readHeader();
         return headerResult == eConfigDone ? readEntries() : headerResult;
     }

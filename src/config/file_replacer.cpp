@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <list>
 #include <mutex>
 #include <system_error>
@@ -91,13 +92,15 @@ static CCopyRegistry& copyRegistry()
     return registry;
 }
 
-/// Copies the whole of source onto target; the cause if it didn't arrive whole. Every step that can meet a full
-/// disk is asked for its result, the closing too, and the size on the disk has the last word.
+/// Copies the whole of source beside target, and then gives it that name: what a process that is killed leaves is
+/// no deck with half a companion. \return the cause if it didn't arrive whole. Every step that can meet a full disk
+/// is asked for its result, the closing too, and the size on the disk has the last word.
 static std::string copyOnto(QTemporaryFile& source, const QString& target)
 {
     if (!source.seek(0))
         return source.errorString().toStdString();
-    QFile copy(target);
+    const QString unfinished = target + QStringLiteral(".part");
+    QFile copy(unfinished);
     if (!copy.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return copy.errorString().toStdString();
 
@@ -112,10 +115,16 @@ static std::string copyOnto(QTemporaryFile& source, const QString& target)
     copy.close();
     if (cause.empty() && copy.error() != QFileDevice::NoError)
         cause = copy.errorString().toStdString();
-    if (cause.empty() && QFileInfo(target).size() != source.size())
+    if (cause.empty() && QFileInfo(unfinished).size() != source.size())
         cause = "the file did not arrive whole";
+    std::error_code failure;
+    if (cause.empty())
+        std::filesystem::rename(QFile::encodeName(unfinished).toStdString(), QFile::encodeName(target).toStdString(),
+                                failure);
+    if (failure)
+        cause = failure.message();
     if (!cause.empty())
-        QFile::remove(target); // half a file must not stand for the whole
+        QFile::remove(unfinished);
     return cause;
 }
 
@@ -134,13 +143,28 @@ static std::string copyWithPatience(QTemporaryFile& source, const QString& targe
     return cause + ". The finished file is kept as " + source.fileName().toStdString() + ".";
 }
 
-CFileReplacement::CFileReplacement() : file(std::make_shared<QTemporaryFile>()) { file->open(); }
+CFileReplacement::CFileReplacement() : file(std::make_shared<QTemporaryFile>())
+{
+    content.open(QIODevice::ReadWrite);
+    if (!file->open())
+        failure = file->errorString().toStdString();
+}
 
-std::string CFileReplacement::cause() const { return file->errorString().toStdString(); }
+std::string CFileReplacement::cause() const { return failure; }
+
+bool CFileReplacement::complete()
+{
+    if (isComplete || !file->isOpen() || !failure.empty())
+        return isComplete;
+    isComplete = file->write(content.data()) == content.size() && file->flush();
+    if (!isComplete)
+        failure = file->errorString().toStdString();
+    return isComplete;
+}
 
 bool CFileReplacement::replace(const QString& target)
 {
-    if (!file->isOpen() || !file->flush() || file->error() != QFileDevice::NoError)
+    if (!complete())
         return false;
     QFile::remove(target);
 

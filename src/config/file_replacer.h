@@ -2,6 +2,7 @@
 // How a companion of a deck takes its place: it is finished as a temporary file, then copied onto its target
 // from a thread of its own, so that a target that another program holds for a moment is waited for.
 
+#include <QBuffer>
 #include <QString>
 #include <QTemporaryFile>
 
@@ -19,8 +20,11 @@ public:
     CFileReplacement();
 
     bool isOpen() const { return file->isOpen(); }
-    QTemporaryFile& device() { return *file; }
+    /// What the file is to hold: in memory, for a file forgets a write that failed when it is asked to go elsewhere.
+    QIODevice& device() { return content; }
 
+    /// Writes the content to the temporary file, whole or not at all.
+    bool complete();
     /// Completes the file, removes the target and starts to copy onto it: at once, and while that fails up to
     /// five times, 100 ms apart. False, and the target untouched, if the temporary file isn't whole.
     bool replace(const QString& target);
@@ -28,7 +32,10 @@ public:
     std::string cause() const;
 
 private:
+    QBuffer content;
     std::shared_ptr<QTemporaryFile> file;
+    std::string failure;
+    bool isComplete = false;
 };
 
 /// A target that no try has reached.

@@ -4,6 +4,7 @@
 #include "core/background_read_write.h"
 #include "core/log.h"
 #include "core/not_carried.h"
+#include "core/plain_file.h"
 #include "core/progress.h"
 #include "core/stop_flag.h"
 #include "core/versioned_stream.h"
@@ -76,10 +77,9 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
     clearSettings(false);
     currentFile = fileName.toStdString();
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (const std::string cause = openPlainFile(file); !cause.empty()) {
         if (file.exists())
-            logMessage(eWarning, "Settings",
-                       currentFile + " is left out, it can't be opened: " + file.errorString().toStdString());
+            logMessage(eWarning, "Settings", currentFile + " is left out, it can't be opened: " + cause);
         return true;
     }
     CVersionedStream stream(&file);

@@ -1,6 +1,7 @@
 #include "legacy/legacy_custom_property_manager.h"
 
 #include "core/log.h"
+#include "core/plain_file.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -64,8 +65,8 @@ int CLegacyCustomPropertyManager::readPropertyFile()
         logMessage(eError, "Settings", propertyFilePath + ": " + reason);
         return result;
     };
-    if (!file.open(QIODevice::ReadOnly))
-        return told(ePropertyFileNotOpened, file.errorString().toStdString());
+    if (const std::string cause = openPlainFile(file); !cause.empty())
+        return told(ePropertyFileNotOpened, cause);
 
     clear(true);
     const auto refused = [&](const std::string& reason) {

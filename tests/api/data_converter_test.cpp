@@ -3,6 +3,7 @@
 #include "api/data_converter.h"
 
 #include "core/deck/application_state.h"
+#include "core/log.h"
 #include "support/paths.h"
 #include "support/temp_folder.h"
 
@@ -190,6 +191,29 @@ TEST_F(DataConverter, tellsOfATargetThatCantBeMade)
     EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("occupied/heap.dem")));
     EXPECT_EQ(host.signalsHeard(), "starting 8 0"); // no step was begun
     EXPECT_FALSE(host.converter.getLogMessages().empty());
+}
+
+TEST_F(DataConverter, tellsOfATargetThatVanishes)
+{
+    const CSnapshot before = source.snapshot();
+    const std::pair<int, const char*> vanishings[] = {
+        // behind step, what goes away
+        {0, "."}, {1, "."}, {2, "."}, {1, "heap_data"}, {4, "heap_data"}, {1, "heap.dem"}, {6, "heap.dem"}};
+    for (const auto& [atStep, name] : vanishings) {
+        host.atStep = [&, atStep = atStep, name = name](int step) {
+            if (step == atStep && !QFile::remove(target.path(name)))
+                QDir(target.path(name)).removeRecursively();
+        };
+        EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("heap.dem"))) << name << " behind " << atStep;
+        EXPECT_EQ(host.converter.getError(), "Failed to convert simulation " + source.path("pile.dem") + ".");
+        std::string told;
+        for (const auto& [level, title, text] : host.converter.getLogMessages())
+            told += level == eError ? text : std::string();
+        EXPECT_NE(told.find("Could not write file " + target.path("heap").toStdString()), std::string::npos) << told;
+        EXPECT_FALSE(target.has("heap.ess"));
+        QDir().mkpath(target.path());
+    }
+    EXPECT_EQ(before.changesUntil(source.snapshot()), "");
 }
 
 TEST_F(DataConverter, endsWithTheLastFailureOfTheCompanions)

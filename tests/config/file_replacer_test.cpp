@@ -132,7 +132,7 @@ TEST(FileReplacement, takesNoPartOfAFileForTheWhole)
     {
         CFileReplacement replacement;
         replacement.device().write(bytes);
-        replacement.device().flush();
+        EXPECT_TRUE(replacement.complete());
         const CSmallDisk disk(2000000);
         EXPECT_TRUE(replacement.replace(folder.path("a")));
         failed = waitForCopies();

@@ -1,6 +1,7 @@
 #include "brenmark/deck_reader.h"
 
 #include "core/deck/application_state.h"
+#include "core/plain_file.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -60,9 +61,8 @@ EDeckFormat requireDeck(const QString& path)
                                      : other);
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw CFailure(eExitSource, name + ": can't be opened: " + utf8(file.errorString()),
-                       "Check the file's permissions.");
+    if (const std::string cause = openPlainFile(file); !cause.empty())
+        throw CFailure(eExitSource, name + ": can't be opened: " + cause, "Check the file's permissions.");
     file.close();
 
     const EDeckFormat format = detectFormat(path);

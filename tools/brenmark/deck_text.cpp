@@ -2,6 +2,7 @@
 
 #include "config/config_manager.h"
 #include "core/deck/simulation_settings.h"
+#include "core/plain_file.h"
 #include "io/text/settings.h"
 #include "io/text/text_writer.h"
 
@@ -19,9 +20,8 @@ void companionText(CTextOutput& out, const QString& path)
     QFile file(path);
     if (!file.exists())
         return;
-    if (!file.open(QIODevice::ReadOnly))
-        throw CFailure(eExitSource, utf8(path) + ": can't be opened: " + utf8(file.errorString()),
-                       "Check the file's permissions.");
+    if (const std::string cause = openPlainFile(file); !cause.empty())
+        throw CFailure(eExitSource, utf8(path) + ": can't be opened: " + cause, "Check the file's permissions.");
     out.bytes("ptf", file);
     if (file.error() != QFile::NoError)
         throw CFailure(eExitSource, utf8(path) + ": can't be read: " + utf8(file.errorString()),

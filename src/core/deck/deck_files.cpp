@@ -1,5 +1,6 @@
 #include "core/deck/deck_files.h"
 
+#include "core/plain_file.h"
 #include "core/version.h"
 
 #include <QByteArray>
@@ -61,9 +62,8 @@ static EDeckFormat legacyFormat(QDataStream& stream)
 
 EDeckFormat detectFormat(const QString& path)
 {
-    // A plain file only: opening a pipe would wait for somebody to write to it.
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!openPlainFile(file).empty())
         return eFormatUnknown;
     if (file.read(8) == QByteArray("\x89HDF\r\n\x1a\n", 8))
         return eFormatHdf5;
@@ -187,29 +187,52 @@ static bool closeWritten(QFile& file)
     return flushed && file.error() == QFileDevice::NoError;
 }
 
-bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit)
+static std::string causeIn(const QFile& file)
+{
+    return file.fileName().toStdString() + ": " + file.errorString().toStdString();
+}
+
+/// Copies so many bytes and closes the target. \return what stopped it, empty if nothing did
+static std::string copyAndClose(QFile& source, QFile& target, qint64 bytes)
+{
+    std::string cause;
+    if (!copyBytes(source, target, bytes)) // told before closing, which forgets
+        cause = causeIn(source.error() != QFileDevice::NoError ? source : target);
+    if (!closeWritten(target) && cause.empty())
+        cause = causeIn(target);
+    return cause;
+}
+
+static std::string copyCause(const QString& from, const QString& to, qint64 limit)
 {
     QFile source(from);
-    if (!source.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return false;
+    if (const std::string cause = openPlainFile(source, QIODevice::Unbuffered); !cause.empty())
+        return from.toStdString() + ": " + cause;
     QFile target(to);
     if (limit == wholeFile) {
         if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-            return false;
-        const bool copied = copyBytes(source, target, source.size());
-        if (!closeWritten(target) || !copied) {
+            return causeIn(target);
+        const std::string cause = copyAndClose(source, target, source.size());
+        if (!cause.empty())
             target.remove(); // it wasn't there before
-            return false;
-        }
-        return target.setPermissions(source.permissions());
+        else if (!target.setPermissions(source.permissions()))
+            return causeIn(target);
+        return cause;
     }
     // Opening the target empties it, which must not be the source by another name.
     if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath())
-        return false;
+        return to.toStdString() + ": It is the source itself";
     if (!target.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
-        return false;
-    const bool copied = copyBytes(source, target, qMin(limit, source.size()));
-    return closeWritten(target) && copied;
+        return causeIn(target);
+    return copyAndClose(source, target, qMin(limit, source.size()));
+}
+
+bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, std::string* cause)
+{
+    const std::string found = copyCause(from, to, limit);
+    if (cause != nullptr)
+        *cause = found;
+    return found.empty();
 }
 
 bool truncateFile(QFile& file, qint64 length)

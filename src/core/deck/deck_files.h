@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <string>
+
 class QFile;
 
 namespace NBrenmark {
@@ -72,7 +74,8 @@ constexpr qint64 wholeFile = -1;
 /// Copies a file: with wholeFile if to doesn't exist yet, and with the file's permissions; else its
 /// first limit bytes over whatever to held. False if a file can't be opened or a byte didn't
 /// arrive. The source is opened for reading only.
-bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit);
+/// \param cause  if given, gets file and cause of a failure
+bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, std::string* cause = nullptr);
 
 /// Cuts an open file to length bytes: a cut copy takes its place, so that at no time a half written
 /// file stands under its name. The file ends open for reading and writing; after a failure it holds

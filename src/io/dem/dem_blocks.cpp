@@ -18,6 +18,8 @@ static QString timestepPlace(const QFile& file, quint32 timestep)
     return QString::fromStdString(fileNameOf(file)) + QStringLiteral(", timestep %1").arg(timestep);
 }
 
+static std::string secondsText(double time) { return QString::number(time, 'g', 17).toStdString() + " s"; }
+
 static bool blockFailed(const char* title, const CDemDataStream& stream, const std::string& text)
 {
     logMessage(eError, title, stream.place.toStdString() + ": " + text);
@@ -144,7 +146,13 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
             return false;
     }
     frame.timestep.clear();
-    return runReader(stream, frame.timestep, readOptions, progress);
+    if (!runReader(stream, frame.timestep, readOptions, progress))
+        return false;
+    if (index[number].time != frame.timestep.time)
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": the index has another time (" + secondsText(index[number].time) +
+                       ") than the timestep itself (" + secondsText(frame.timestep.time) + "), which is kept");
+    return true;
 }
 
 bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, bool restorePosition,

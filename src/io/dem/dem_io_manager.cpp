@@ -4,6 +4,7 @@
 #include "core/deck/file_families.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
+#include "core/plain_file.h"
 #include "io/dem/dem_header.h"
 #include "io/dem/dem_index.h"
 #include "io/dem/dem_writer.h"
@@ -58,6 +59,15 @@ bool flushed(QFile& file)
     return fileFailed("Legacy write", "write", file);
 }
 
+/// Whether a file that is only to be read could be opened; else the log tells file and cause.
+static bool opened(QFile& file)
+{
+    const std::string cause = openPlainFile(file);
+    if (!cause.empty())
+        logMessage(eError, "Legacy read", "Could not open " + file.fileName().toStdString() + ": " + cause);
+    return cause.empty();
+}
+
 CDemIoManager::CDemIoManager(CSimulation& simulation, qint64 segmentLimit)
     : IFileFormatManager(simulation), segmentLimit(segmentLimit)
 {}
@@ -73,12 +83,12 @@ bool CDemIoManager::openDataFile(const QString& name, quint32 n, QFile& file, EM
 {
     file.close();
     file.setFileName(segmentPath(name, n));
-    QIODevice::OpenMode mode = writing ? QIODevice::ReadWrite : QIODevice::ReadOnly;
-    if (missing == eIsError)
-        mode |= QIODevice::ExistingOnly;
-    if (file.open(mode))
+    if (!writing)
+        return opened(file);
+    const QIODevice::OpenMode mode = QIODevice::ReadWrite;
+    if (file.open(missing == eIsError ? mode | QIODevice::ExistingOnly : mode))
         return true;
-    return fileFailed(writing ? "Legacy write" : "Legacy read", "open", file);
+    return fileFailed("Legacy write", "open", file);
 }
 
 bool CDemIoManager::ensureSegment(quint32 n, EMissing missing)
@@ -96,9 +106,11 @@ bool CDemIoManager::ensureIndexFile()
     if (indexFile.isOpen())
         return true;
     indexFile.setFileName(stripLegacySuffix(fileName) + NDeckFile::indexSuffix);
-    if (indexFile.open(writing ? QIODevice::ReadWrite : QIODevice::ReadOnly))
+    if (!writing)
+        return opened(indexFile);
+    if (indexFile.open(QIODevice::ReadWrite))
         return true;
-    return fileFailed(writing ? "Legacy write" : "Legacy read", "open", indexFile);
+    return fileFailed("Legacy write", "open", indexFile);
 }
 
 bool CDemIoManager::hasFullHeader() const { return firstVersion >= makeVersion(2, 4, 58); }
@@ -125,7 +137,14 @@ void CDemIoManager::closeFiles()
 
 bool CDemIoManager::goTo(const SPlace& place)
 {
-    return ensureSegment(place.segment) && dataFile.seek(static_cast<qint64>(place.offset));
+    if (!ensureSegment(place.segment))
+        return false;
+    if (place.offset <= static_cast<quint64>(dataFile.size()) && dataFile.seek(static_cast<qint64>(place.offset)))
+        return true;
+    logMessage(eError, writing ? "Legacy write" : "Legacy read",
+               dataFile.fileName().toStdString() + ": a block is announced at byte " + std::to_string(place.offset) +
+                   ", the file has " + std::to_string(dataFile.size()) + " bytes");
+    return false;
 }
 
 void CDemIoManager::flush()

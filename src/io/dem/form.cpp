@@ -31,6 +31,11 @@ void CInForm::text(QString& value)
         stream.setStatus(QDataStream::ReadPastEnd);
     stream.checkStatus("text");
     qFromBigEndian<ushort>(value.data(), value.size(), value.data());
+    // Half a pair is no character, and no encoding of bytes has it.
+    if (!value.isValidUtf16())
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": byte " + std::to_string(stream.position()) + ": the text \"" +
+                       value.toStdString() + "\" has characters that are none, each kept as \"?\"");
 }
 
 void CInForm::text(std::string& value)

@@ -3,11 +3,9 @@
 #include "config/user_preferences.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
+#include "io/hdf5/soundness.h"
 
 #include <algorithm>
-#include <array>
-#include <limits>
-#include <vector>
 
 namespace NBrenmark {
 
@@ -17,22 +15,11 @@ constexpr hsize_t leastChunked = 256;
 constexpr hsize_t mostChunkValues = 250000;
 constexpr unsigned deflateLevel = 6;
 
-/// The most that a byte of a deflate stream can stand for.
-constexpr hsize_t mostInflation = 1032;
-/// A chunk of a foreign file may be greater than its dataset, but not by any number.
-constexpr hsize_t largestOddChunk = hsize_t(64) << 20;
-
 int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
 {
     dimensions[0] = shape.rows;
     dimensions[1] = shape.columns;
     return shape.columns == 0 ? 1 : 2;
-}
-
-hsize_t saturatedProduct(hsize_t a, hsize_t b)
-{
-    constexpr hsize_t most = std::numeric_limits<hsize_t>::max();
-    return a != 0 && b > most / a ? most : a * b;
 }
 
 } // namespace
@@ -94,32 +81,6 @@ void CArrayWriter::write(const std::string& name, const H5::PredType& type, cons
 
 // ---------------------------------------------------------------- reading
 
-void checkExtent(const H5::DataSet& dataset, const H5::H5Location& location, const std::string& name)
-{
-    const H5::DataSpace space = dataset.getSpace();
-    const hssize_t points = space.getSimpleExtentNpoints();
-    const hsize_t elementBytes = dataset.getDataType().getSize();
-    const hsize_t announced = saturatedProduct(points > 0 ? static_cast<hsize_t>(points) : 0, elementBytes);
-    const hsize_t stored = dataset.getStorageSize();
-
-    hsize_t most = stored;
-    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
-    if (properties.getLayout() == H5D_CHUNKED) {
-        if (properties.getNfilters() > 0)
-            most = saturatedProduct(stored, mostInflation);
-        std::array<hsize_t, H5S_MAX_RANK> chunk = {};
-        const int rank = properties.getChunk(H5S_MAX_RANK, chunk.data());
-        hsize_t chunkBytes = elementBytes;
-        for (int i = 0; i < rank; ++i)
-            chunkBytes = saturatedProduct(chunkBytes, chunk[static_cast<std::size_t>(i)]);
-        if (announced > 0 && chunkBytes > std::max(most, largestOddChunk))
-            throwAt(location, "dataset", name, "chunks of " + std::to_string(chunkBytes) + " bytes are too large");
-    }
-    if (announced > most)
-        throwAt(location, "dataset", name,
-                std::to_string(announced) + " bytes announced, " + std::to_string(stored) + " bytes are stored");
-}
-
 void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize_t columns,
                         const Allocate& allocate) const
 {
@@ -137,7 +98,7 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
             throwAt(location, "dataset", name,
                     "rows of " + std::to_string(dimensions[1]) + " where rows of " + std::to_string(columns) +
                         " are needed");
-        checkExtent(dataset, location, name);
+        checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
         if (space.getSimpleExtentNpoints() > 0)
             dataset.read(target, type);

@@ -73,9 +73,4 @@ private:
     const H5::H5Location& location;
 };
 
-/// \throws hdf5_error  if a dataset announces more than its bytes in the file can hold, so that four
-///         damaged bytes never cost sixteen gigabytes
-/// \param location, name  of the dataset, for the text
-void checkExtent(const H5::DataSet& dataset, const H5::H5Location& location, const std::string& name);
-
 } // namespace NBrenmark

@@ -46,11 +46,12 @@ CHdf5IoManager::File CHdf5IoManager::createFile(const QString& path) const
     return file;
 }
 
-CHdf5IoManager::File CHdf5IoManager::createTimestepFile(const QString& path, quint32 number) const
+CHdf5IoManager::File CHdf5IoManager::createInDataFolder(const QString& path) const
 {
-    if (!QDir().mkpath(dataFolderPath(path)))
-        throw hdf5_error("Could not make folder " + dataFolderPath(path).toStdString() + ".");
-    return createFile(timestepFilePath(path, number));
+    const QString folder = QFileInfo(path).path();
+    if (!QDir().mkpath(folder))
+        throw hdf5_error("Could not make folder " + folder.toStdString() + ".");
+    return createFile(path);
 }
 
 CHdf5IoManager::File CHdf5IoManager::openFile(const QString& path, EAccess access) const
@@ -85,7 +86,7 @@ bool CHdf5IoManager::switchToFile(qint64 number)
         return true;
     const QString path = timestepFilePath(fileName, static_cast<quint32>(number));
     return guarded("HDF5 read", QString("Could not open file %1.").arg(path), [&] {
-        if (!QFileInfo::exists(path))
+        if (!QFileInfo(path).isFile())
             throw hdf5_error("There is no such file.");
         timestepFile.reset();
         currentFileNumber = -1;

@@ -118,6 +118,7 @@ int CHdf5IoManager::setOutputName(const QString& path)
     fileName = path;
     const bool isMade = guarded("HDF5 write", QString("Could not write file %1.").arg(path), [&] {
         File created = createFile(path);
+        writeHeader(*created, {firstVersion, std::max(lastVersion, currentFileVersion()), 0, edition});
         closeChecked(created);
         openMainFile();
     });

@@ -67,7 +67,8 @@ private:
     // hdf5_files.cpp: opening, closing and the header. They throw; what an operation's caller gets is
     // the operation's affair.
     File createFile(const QString& path) const;
-    File createTimestepFile(const QString& path, quint32 number) const;
+    /// Makes the folder first if it is missing.
+    File createInDataFolder(const QString& path) const;
     File openFile(const QString& path, EAccess access) const;
     File openNumberedFile(const QString& path, quint32 number, EAccess access) const;
     void openMainFile();

@@ -14,7 +14,12 @@
 #include <QDir>
 #include <QFile>
 
+#include <filesystem>
+
 namespace NBrenmark {
+
+/// Behind the name of a numbered file until it is whole.
+constexpr QLatin1String unfinishedSuffix(".part");
 
 static QString couldNotWrite(const QString& path) { return QString("Could not write file %1.").arg(path); }
 
@@ -29,22 +34,34 @@ static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
 
 // ---------------------------------------------------------------- append
 
-/// Writes a numbered file from its first byte to its last. A file that didn't get that far is removed:
-/// the next scan would take it for a timestep.
+/// Puts a finished file in its place, over the one that was there.
+static void moveOnto(const QString& from, const QString& to)
+{
+    std::error_code failure;
+    std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(), failure);
+    if (failure)
+        throw hdf5_error("Could not give " + from.toStdString() + " its name: " + failure.message());
+}
+
+/// Writes a numbered file from its first byte to its last. It gets its name when it is whole: what a
+/// process that was killed leaves must not be taken for a timestep by the next scan.
 bool CHdf5IoManager::writeTimestepFile(quint32 number, SSimulationFrame& frame, bool withCreator)
 {
     const QString path = timestepFilePath(fileName, number);
+    const QString unfinished = path + unfinishedSuffix;
     bool written = false;
     const bool complete = guarded("HDF5 write", couldNotWrite(path), [&] {
-        File file = createTimestepFile(fileName, number);
+        File file = createInDataFolder(unfinished);
         written = (!withCreator || runWriter(*file, frame.creator)) && runWriter(*file, frame.timestep);
-        if (written)
+        if (written) {
             closeChecked(file);
+            moveOnto(unfinished, path);
+        }
     });
     if (written && complete)
         return true;
-    if (QFile::exists(path) && !QFile::remove(path))
-        logMessage(eError, "HDF5 write", "The unfinished file " + path.toStdString() + " could not be removed.");
+    if (QFile::exists(unfinished) && !QFile::remove(unfinished))
+        logMessage(eError, "HDF5 write", "The unfinished file " + unfinished.toStdString() + " could not be removed.");
     return false;
 }
 
@@ -58,6 +75,12 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
             checkLinkNames(frame.creator);
         }))
         return false;
+
+    // Made anew, the folder would stand for a deck that holds all that was appended before.
+    if (timestepCount > 0 && !QDir(dataFolderPath(fileName)).exists()) {
+        tellFailure("HDF5 write", couldNotWrite(path) + "\nIts folder is gone, with the timesteps before.");
+        return false;
+    }
 
     timestepFile.reset();
     currentFileNumber = -1;
@@ -125,7 +148,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
         File newMain = createFile(path);
         isBegun = true;
         writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
-        File newTimestep = createTimestepFile(path, 0);
+        File newTimestep = createInDataFolder(timestepFilePath(path, 0));
         frame.creator.setStorageIndex(0);
         written = runWriter(*newTimestep, frame.creator) && runWriter(*newTimestep, frame.timestep);
         if (written) {

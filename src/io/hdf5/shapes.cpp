@@ -1,7 +1,9 @@
 #include "io/hdf5/shapes.h"
 
+#include "core/log.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
+#include "io/hdf5/soundness.h"
 
 #include <QTextCodec>
 
@@ -53,6 +55,7 @@ void readValues(const std::string& name, const H5::DataType& type, const H5::H5O
 {
     try {
         const H5::Attribute attribute = location.openAttribute(name);
+        checkSound(attribute, location, name);
         void* const target = allocate(attribute.getSpace().getSimpleExtentNpoints());
         attribute.read(type, target);
     }
@@ -128,12 +131,24 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getSpace().getSimpleExtentNpoints() != 1)
             throwAt(location, "dataset", name, "is no single record");
+        checkSound(dataset, location, name);
         checkMembers(name, type, dataset, location);
         dataset.read(record, type);
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);
     }
+}
+
+/// Texts end at a zero byte here. What stands behind one is lost, and told.
+std::string storableText(const std::string& name, const std::string& text)
+{
+    const std::size_t end = text.find('\0');
+    if (end == std::string::npos)
+        return text;
+    logMessage(eWarning, "HDF5 write",
+               "The text of \"" + name + "\" is cut behind \"" + text.substr(0, end) + "\", where it has a zero byte.");
+    return text.substr(0, end);
 }
 
 H5::StrType variableText() { return H5::StrType(PredType::C_S1, H5T_VARIABLE); }
@@ -146,7 +161,7 @@ std::vector<std::string> readTexts(const std::string& name, const H5::H5Location
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getTypeClass() != H5T_STRING || !dataset.getStrType().isVariableStr())
             throwAt(location, "dataset", name, "holds no texts");
-        checkExtent(dataset, location, name);
+        checkSound(dataset, location, name);
         const H5::DataSpace space = dataset.getSpace();
         std::vector<char*> pointers(static_cast<std::size_t>(space.getSimpleExtentNpoints()), nullptr);
         if (pointers.empty())
@@ -198,8 +213,9 @@ void writeAttribute(const std::string& name, const std::vector<bool>& flags, H5:
 
 void writeAttribute(const std::string& name, const std::string& text, H5::H5Object& location)
 {
-    closed(H5::StrType(PredType::C_S1, text.size() + 1),
-           [&](H5::StrType& type) { writeScalar(name, type, text.c_str(), location); });
+    const std::string bytes = storableText(name, text);
+    closed(H5::StrType(PredType::C_S1, bytes.size() + 1),
+           [&](H5::StrType& type) { writeScalar(name, type, bytes.c_str(), location); });
 }
 
 void writeAttribute(const std::string& name, const QString& text, H5::H5Object& location)
@@ -274,6 +290,7 @@ void readAttribute(const std::string& name, std::string& text, const H5::H5Objec
 {
     try {
         const H5::Attribute attribute = location.openAttribute(name);
+        checkSound(attribute, location, name);
         if (attribute.getTypeClass() != H5T_STRING || attribute.getStrType().isVariableStr() ||
             attribute.getSpace().getSimpleExtentNpoints() != 1)
             throwAt(location, "attribute", name, "is no text of fixed length");
@@ -342,7 +359,7 @@ void writeDataset(const std::string& name, const C3DTransform& value, H5::H5Loca
 
 void writeDataset(const std::string& name, const QString& text, H5::H5Location& location)
 {
-    const std::string bytes = text.toStdString();
+    const std::string bytes = storableText(name, text.toStdString());
     const char* const pointer = bytes.c_str();
     writeScalarData(name, variableText(), &pointer, location);
 }
@@ -351,7 +368,7 @@ void writeDataset(const std::string& name, const QStringList& texts, H5::H5Locat
 {
     std::vector<std::string> bytes;
     for (const QString& text : texts)
-        bytes.push_back(text.toStdString());
+        bytes.push_back(storableText(name, text.toStdString()));
     std::vector<const char*> pointers;
     for (const std::string& text : bytes)
         pointers.push_back(text.c_str());
@@ -426,7 +443,7 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
         if (space.getSimpleExtentNdims() != 1)
             throwAt(location, "dataset", name, "is no table of one dimension");
         checkMembers(name, type, dataset, location);
-        checkExtent(dataset, location, name);
+        checkSound(dataset, location, name);
         const hssize_t count = space.getSimpleExtentNpoints();
         void* const records = allocate(static_cast<hsize_t>(count));
         if (count > 0)
@@ -445,6 +462,8 @@ void setFixedText(char* field, std::size_t size, const QString& text)
     if (bytes.size() >= size)
         throw hdf5_error("The name \"" + bytes + "\" takes " + std::to_string(bytes.size()) + " bytes, " +
                          std::to_string(size - 1) + " can be stored.");
+    if (const std::size_t end = bytes.find('\0'); end != std::string::npos)
+        throw hdf5_error("The name \"" + bytes.substr(0, end) + "\" goes on behind a zero byte, where texts end.");
     std::memset(field, 0, size);
     std::memcpy(field, bytes.data(), bytes.size());
 }

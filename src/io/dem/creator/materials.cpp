@@ -1,6 +1,7 @@
 // Materials.
 #include "model/materials.h"
 
+#include "core/log.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -32,6 +33,10 @@ void CDemCreatorDataReader::readMaterialMap(MaterialMap& materials)
         f.text(key);
         auto material = std::make_unique<CMaterial>();
         material->read(*this);
+        if (key.toStdString() != material->name)
+            logMessage(eWarning, "Legacy read",
+                       "The material that is listed as \"" + key.toStdString() + "\" calls itself \"" + material->name +
+                           "\": a current deck keeps this name alone.");
         materials.set(key, material.release()); // a name met before is replaced
     }
 }

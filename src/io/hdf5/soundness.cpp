@@ -1,0 +1,177 @@
+#include "io/hdf5/soundness.h"
+
+#include "io/hdf5/error_text.h"
+
+#include <QtGlobal>
+
+#include <H5Cpp.h>
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+namespace NBrenmark {
+
+namespace {
+
+// ---------------------------------------------------------------- types
+
+bool isSound(hid_t type);
+
+constexpr std::size_t mostNumberBytes = 16;
+
+bool isSoundNumber(hid_t type)
+{
+    const std::size_t bits = 8 * H5Tget_size(type);
+    return bits <= 8 * mostNumberBytes && H5Tget_precision(type) > 0 &&
+           static_cast<std::size_t>(H5Tget_offset(type)) + H5Tget_precision(type) <= bits;
+}
+
+bool isSoundFloat(hid_t type)
+{
+    std::size_t sign = 0;
+    std::size_t exponent = 0;
+    std::size_t exponentBits = 0;
+    std::size_t mantissa = 0;
+    std::size_t mantissaBits = 0;
+    if (!isSoundNumber(type) || H5Tget_fields(type, &sign, &exponent, &exponentBits, &mantissa, &mantissaBits) < 0)
+        return false;
+    const std::size_t bits = H5Tget_precision(type);
+    return sign < bits && exponentBits > 0 && mantissaBits > 0 && exponent + exponentBits <= bits &&
+           mantissa + mantissaBits <= bits;
+}
+
+bool isSoundArray(hid_t type)
+{
+    const int rank = H5Tget_array_ndims(type);
+    if (rank < 1 || rank > H5S_MAX_RANK)
+        return false;
+    std::vector<hsize_t> sizes(static_cast<std::size_t>(rank));
+    H5Tget_array_dims2(type, sizes.data());
+    const hid_t element = H5Tget_super(type);
+    hsize_t bytes = element >= 0 ? H5Tget_size(element) : 0;
+    for (const hsize_t size : sizes)
+        bytes = size != 0 && bytes <= std::numeric_limits<quint32>::max() / size ? bytes * size : 0;
+    const bool sound = bytes > 0 && bytes == H5Tget_size(type) && isSound(element);
+    H5Tclose(element);
+    return sound;
+}
+
+bool isSoundCompound(hid_t type)
+{
+    const int members = H5Tget_nmembers(type);
+    bool sound = members > 0;
+    for (int i = 0; sound && i < members; ++i) {
+        const unsigned number = static_cast<unsigned>(i);
+        const hid_t member = H5Tget_member_type(type, number);
+        sound = member >= 0 && H5Tget_member_offset(type, number) + H5Tget_size(member) <= H5Tget_size(type) &&
+                isSound(member);
+        H5Tclose(member);
+    }
+    return sound;
+}
+
+/// Whether the sizes inside a type agree. Types of other classes are nowhere in a deck.
+bool isSound(hid_t type)
+{
+    switch (H5Tget_class(type)) {
+    case H5T_INTEGER: return isSoundNumber(type);
+    case H5T_FLOAT: return isSoundFloat(type);
+    case H5T_STRING: return H5Tget_size(type) > 0;
+    case H5T_ARRAY: return isSoundArray(type);
+    case H5T_COMPOUND: return isSoundCompound(type);
+    default: return false;
+    }
+}
+
+constexpr const char* unsoundType = "is of a type that no deck has";
+
+// ---------------------------------------------------------------- extents
+
+/// The most that a byte of a deflate stream can stand for.
+constexpr hsize_t mostInflation = 1032;
+/// A chunk of a foreign file may be greater than what it is inflated from lets expect, but not by any number.
+constexpr hsize_t largestOddChunk = hsize_t(64) << 20;
+
+hsize_t saturatedProduct(hsize_t a, hsize_t b)
+{
+    constexpr hsize_t most = std::numeric_limits<hsize_t>::max();
+    return a != 0 && b > most / a ? most : a * b;
+}
+
+/// The table of chunks is walked from its start for each of them: this many take no time.
+constexpr hsize_t mostCheckedChunks = 5000;
+
+/// Bytes of a chunk when it is inflated.
+hsize_t checkedChunkBytes(const H5::DataSet& dataset, const H5::DSetCreatPropList& properties,
+                          const H5::H5Location& location, const std::string& name)
+{
+    const H5::DataSpace space = dataset.getSpace();
+    hsize_t chunk[H5S_MAX_RANK] = {};
+    hsize_t extent[H5S_MAX_RANK] = {};
+    hsize_t mostExtent[H5S_MAX_RANK] = {};
+    const int rank = properties.getChunk(H5S_MAX_RANK, chunk);
+    if (rank != space.getSimpleExtentDims(extent, mostExtent))
+        throwAt(location, "dataset", name, "its chunks are of another rank");
+    hsize_t bytes = dataset.getDataType().getSize();
+    for (int i = 0; i < rank; ++i) {
+        bytes = saturatedProduct(bytes, chunk[i]);
+        // HDF5 makes no such dataset, and reads past what it has inflated for one.
+        if (mostExtent[i] != H5S_UNLIMITED && chunk[i] > mostExtent[i])
+            throwAt(location, "dataset", name, "its chunks are larger than itself");
+    }
+    return bytes;
+}
+
+/// A chunk that passed no filter must be there in its full size; HDF5 takes that for granted.
+void checkChunks(const H5::DataSet& dataset, bool isFiltered, hsize_t chunkBytes, const H5::H5Location& location,
+                 const std::string& name)
+{
+    const H5::DataSpace space = dataset.getSpace();
+    hsize_t count = 0;
+    if (H5Dget_num_chunks(dataset.getId(), space.getId(), &count) < 0)
+        throwAt(location, "dataset", name, "its table of chunks is damaged");
+    for (hsize_t i = 0; i < std::min(count, mostCheckedChunks); ++i) {
+        unsigned skippedFilters = 0;
+        hsize_t size = 0;
+        if (H5Dget_chunk_info(dataset.getId(), space.getId(), i, nullptr, &skippedFilters, nullptr, &size) < 0)
+            throwAt(location, "dataset", name, "its table of chunks is damaged");
+        if ((!isFiltered || skippedFilters != 0) && size != chunkBytes)
+            throwAt(location, "dataset", name, "a chunk is " + std::to_string(size) + " bytes long");
+    }
+}
+
+} // namespace
+
+void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, const std::string& name)
+{
+    if (!isSound(attribute.getDataType().getId()))
+        throwAt(location, "attribute", name, unsoundType);
+}
+
+void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, const std::string& name)
+{
+    const H5::DataType type = dataset.getDataType();
+    if (!isSound(type.getId()))
+        throwAt(location, "dataset", name, unsoundType);
+    const H5::DataSpace space = dataset.getSpace();
+    const hssize_t points = space.getSimpleExtentNpoints();
+    const hsize_t announced = saturatedProduct(points > 0 ? static_cast<hsize_t>(points) : 0, type.getSize());
+    const hsize_t stored = dataset.getStorageSize();
+
+    hsize_t most = stored;
+    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
+    if (properties.getLayout() == H5D_CHUNKED) {
+        if (properties.getNfilters() > 0)
+            most = saturatedProduct(stored, mostInflation);
+        const hsize_t chunkBytes = checkedChunkBytes(dataset, properties, location, name);
+        if (announced > 0 && chunkBytes > std::max(most, largestOddChunk))
+            throwAt(location, "dataset", name, "chunks of " + std::to_string(chunkBytes) + " bytes are too large");
+        checkChunks(dataset, properties.getNfilters() > 0, chunkBytes, location, name);
+    }
+    if (announced > most)
+        throwAt(location, "dataset", name,
+                std::to_string(announced) + " bytes announced, " + std::to_string(stored) + " bytes are stored");
+}
+
+} // namespace NBrenmark

@@ -16,7 +16,7 @@ using LatticeRow = std::array<double, 3>;
 template <class TLattice>
 auto latticeDefinition(TLattice& l)
 {
-    return std::array{&l.axisA.x,    &l.axisB.x,   &l.axisC.x,   &l.start.x,  &l.rotation.x,
+    return std::array{&l.axisA.x,   &l.axisB.x,   &l.axisC.x,   &l.start.x,  &l.rotation.x,
                       &l.cursor1.x, &l.cursor0.x, &l.cursor2.x, &l.cursor3.x};
 }
 

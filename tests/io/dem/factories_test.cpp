@@ -404,9 +404,11 @@ TEST(DemFactories, giveCustomPropertiesTheirValues)
     finalizeProperty(deck.particle, "Wear", {1.0, 2.0});
     finalizeProperty(deck.particle, "Wet", {6.0});
     deck.read({stored}, makeVersion(27, 0, 3));
-    const FactoryCustomParams& params = deck.factory().customParams;
-    ASSERT_EQ(params.size(), 3u);
-    const auto paramOf = [&](const char* name) { return params.at(deck.particle.property(name)->id).get(); };
+    ASSERT_EQ(deck.factory().customParams.size(), 3u);
+    // Of the factory that was read last.
+    const auto paramOf = [&](const char* name) {
+        return deck.factory().customParams.at(deck.particle.property(name)->id).get();
+    };
     const auto* const temperature = dynamic_cast<CRandomValueCustomPropertyFactoryParam*>(paramOf("Temperature"));
     ASSERT_NE(temperature, nullptr);
     EXPECT_EQ(temperature->distribution.max, 300.0);

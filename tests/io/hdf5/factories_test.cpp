@@ -54,8 +54,8 @@ static CDynamicParticleFactory& addedFeeder(CParticleFactoryList& list)
 
 static std::string account(const std::string& group, const char* created, const char* remainder)
 {
-    return group + "\n" + group + "@mass created f64 = " + created + "\n" + group + "@mass remainder f64 = " + remainder +
-           "\n" + group + "@mass created since rate change f64 = 0\n";
+    return group + "\n" + group + "@mass created f64 = " + created + "\n" + group +
+           "@mass remainder f64 = " + remainder + "\n" + group + "@mass created since rate change f64 = 0\n";
 }
 
 TEST(FactoriesInHdf5, holdTheirDefinitionInTheCreatorModel)
@@ -63,24 +63,23 @@ TEST(FactoriesInHdf5, holdTheirDefinitionInTheCreatorModel)
     CParticleFactoryList list;
     addedFeeder(list);
     const std::string f = "/Factories/Feeder/";
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(list),
-              "/\n/Factories/\n" + f + "\n" + f + "@type string[8] = \"dynamic\"\n" + f + "@creation count i32 = 7\n" +
-                  f + "@max search attempts i32 = 20\n" + f + "@unlimited u8 = 0\n" + f +
-                  "@is mass creation u8 = 0\n" + f + "@is mass generation u8 = 0\n" + f +
-                  "@creation rate f64 = 5000\n" + f + "@creation time f64 = 1e-12\n" + f +
-                  "@rate change time f64 = 0\n" + f + "@created since rate change i32 = 3\n" + f +
-                  "@num to create i32 = 1000\n" + f + "@mass to create f64 = 100\n" + f +
-                  "Counters u32 {4} = 1 2 3 4\n" + f + "FactAngVel/\n" + f +
-                  "FactAngVel/@type string[6] = \"fixed\"\n" + f + "FactAngVel/value" + point + f +
-                  "FactCustomParams/\n" + f + "FactOrientation/\n" + f +
-                  "FactOrientation/@type string[7] = \"random\"\n" + f + "FactPosition/\n" + f +
-                  "FactPosition/@type string[6] = \"cubic\"\n" + f + "FactPosition/data f64 {9,3}\n" + f +
-                  "FactSize/\n" + f + "FactSize/Ball/\n" + f + "FactSize/Ball/@type string[13] = \"user defined\"\n" +
-                  f + "FactSize/Ball/@radius scaling u8 = 1\n" + f +
-                  "FactSize/Ball/data {first@0 f64, second@8 f64} 16 {2}\n" + f + "FactType/\n" + f +
-                  "FactType/@type string[7] = \"binary\"\n" + f + "FactType/@next i32 = 0\n" + f +
-                  "FactType/type names string[] {2} = \"Ball\" \"Rod\"\n" + f + "FactVelocity/\n" + f +
-                  "FactVelocity/@type string[6] = \"fixed\"\n" + f + "FactVelocity/velocity" + point);
+    EXPECT_EQ(
+        CHdf5Sample().tree<CreatorWriter>(list),
+        "/\n/Factories/\n" +
+            under(f, {"", "@type string[8] = \"dynamic\"", "@creation count i32 = 7", "@max search attempts i32 = 20",
+                      "@unlimited u8 = 0", "@is mass creation u8 = 0", "@is mass generation u8 = 0",
+                      "@creation rate f64 = 5000", "@creation time f64 = 1e-12", "@rate change time f64 = 0",
+                      "@created since rate change i32 = 3", "@num to create i32 = 1000", "@mass to create f64 = 100",
+                      "Counters u32 {4} = 1 2 3 4", "FactAngVel/", "FactAngVel/@type string[6] = \"fixed\""}) +
+            f + "FactAngVel/value" + point +
+            under(f, {"FactCustomParams/", "FactOrientation/", "FactOrientation/@type string[7] = \"random\"",
+                      "FactPosition/", "FactPosition/@type string[6] = \"cubic\"", "FactPosition/data f64 {9,3}",
+                      "FactSize/", "FactSize/Ball/", "FactSize/Ball/@type string[13] = \"user defined\"",
+                      "FactSize/Ball/@radius scaling u8 = 1", "FactSize/Ball/data {first@0 f64, second@8 f64} 16 {2}",
+                      "FactType/", "FactType/@type string[7] = \"binary\"", "FactType/@next i32 = 0",
+                      "FactType/type names string[] {2} = \"Ball\" \"Rod\"", "FactVelocity/",
+                      "FactVelocity/@type string[6] = \"fixed\""}) +
+            f + "FactVelocity/velocity" + point);
 }
 
 TEST(FactoriesInHdf5, holdInATimestepHowFarTheyHaveCome)
@@ -90,12 +89,12 @@ TEST(FactoriesInHdf5, holdInATimestepHowFarTheyHaveCome)
     CHdf5Sample sample;
     const std::string f = "/Factories/Feeder/";
     const auto expected = [&](const char* all, const char* band, const char* type) {
-        return "/\n/Factories/\n" + f + "\n" + f + "@creation count i32 = 7\n" + f +
-               "@created since rate change i32 = 3\n" + account(f + "Accounting/", all, "0") + f +
-               "Counters u32 {4} = 1 2 3 4\n" + f + "FactAngVel/\n" + f + "FactOrientation/\n" + f + "FactPosition/\n" +
-               f + "FactPosition/data f64 {4,3}\n" + f + "FactSize/\n" + f + "FactSize/Ball/\n" +
-               account(f + "FactSize/Ball/0.333333/", band, "0") + f + "FactType/\n" + f +
-               "FactType/@next i32 = 0\n" + f + "FactVelocity/\n" + f + "TypeAccounting/\n" +
+        return "/\n/Factories/\n" + under(f, {"", "@creation count i32 = 7", "@created since rate change i32 = 3"}) +
+               account(f + "Accounting/", all, "0") +
+               under(f, {"Counters u32 {4} = 1 2 3 4", "FactAngVel/", "FactOrientation/", "FactPosition/",
+                         "FactPosition/data f64 {4,3}", "FactSize/", "FactSize/Ball/"}) +
+               account(f + "FactSize/Ball/0.333333/", band, "0") +
+               under(f, {"FactType/", "FactType/@next i32 = 0", "FactVelocity/", "TypeAccounting/"}) +
                account(f + "TypeAccounting/Ball/", "0", type);
     };
     EXPECT_EQ(sample.tree<TimestepWriter>(list), expected("8", "5", "6"));
@@ -113,12 +112,12 @@ TEST(FactoriesInHdf5, thatFillAShapeOnceHoldWhetherTheyHave)
     list.add(std::move(pile));
     CHdf5Sample sample;
     const std::string f = "/Factories/Pile/";
-    EXPECT_THAT(sample.tree<CreatorWriter>(list),
-                HasSubstr(f + "@completed u8 = 1\n" + f + "@fill shape u8 = 1\n" + f + "@is mass creation u8 = 0\n" +
-                          f + "@creation time f64 = 1e-12\n" + f + "@num to create i32 = 1000\n" + f +
-                          "@mass to create f64 = 0\n"));
+    EXPECT_THAT(
+        sample.tree<CreatorWriter>(list),
+        HasSubstr(under(f, {"@completed u8 = 1", "@fill shape u8 = 1", "@is mass creation u8 = 0",
+                            "@creation time f64 = 1e-12", "@num to create i32 = 1000", "@mass to create f64 = 0"})));
     EXPECT_THAT(sample.tree<TimestepWriter>(list),
-                HasSubstr(f + "\n" + f + "@creation count i32 = 0\n" + f + "@completed u8 = 1\n" + f + "Accounting/\n"));
+                HasSubstr(under(f, {"", "@creation count i32 = 0", "@completed u8 = 1", "Accounting/"})));
 }
 
 TEST(FactoriesFromHdf5, comeBackWithTheAccountsOfTheTimestepAlone)
@@ -184,7 +183,8 @@ static std::string treeOfParameter()
 TEST(ParametersInHdf5, holdWhatTheirKindNeeds)
 {
     EXPECT_EQ(treeOfParameter<CSprayFactoryVelocity>(), "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n"
-                                                        "/@max angle f64 = 1.047\n/direction" + point);
+                                                        "/@max angle f64 = 1.047\n/direction" +
+                                                            point);
     EXPECT_EQ(treeOfParameter<CRandomFactoryVelocity>(), "/\n/@min f64 = 0.5\n/@max f64 = 1\n");
     EXPECT_EQ(treeOfParameter<CNormalFactoryVelocity>(),
               "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n/velocity" + point);
@@ -197,7 +197,8 @@ TEST(ParametersInHdf5, holdWhatTheirKindNeeds)
     EXPECT_EQ(treeOfParameter<CFixedFactoryType>(), "/\n/type names string[] = \"\"\n");
     EXPECT_EQ(treeOfParameter<CRandomFactoryPosition>(),
               "/\n/@style i32 = 0\n/@multi factor f64 = 1.1\n/@max angle f64 = 2.0943951\n/@separation f64 = 0\n"
-              "/seed position" + point + "/seed vector" + point);
+              "/seed position" +
+                  point + "/seed vector" + point);
     EXPECT_EQ(treeOfParameter<CNormalDistCustomPropertyFactoryParam>(),
               "/\n/@mean f64 = 1\n/@standard deviation f64 = 1\n");
     EXPECT_EQ(treeOfParameter<CRandomValueCustomPropertyFactoryParam>(), "/\n/@min f64 = 0\n/@max f64 = 1\n");
@@ -212,7 +213,8 @@ TEST(SizeLawsInHdf5, holdTheirNumbersAndWhatTheyScale)
     EXPECT_EQ(treeOfParameter<CRandomSizeDistribution>(), "/\n/@min f64 = 0.5\n/@max f64 = 1.5\n" + scaling);
     EXPECT_EQ(treeOfParameter<CNormalSizeDistribution>(),
               "/\n/@mean f64 = 1\n" + normal + "1e-05\n/@upper cap f64 = 1\n/@capped u8 = 0\n" + scaling);
-    EXPECT_THAT(treeOfParameter<CLogNormalSizeDistribution>(), HasSubstr("/@capped u8 = 0\n/@log mean u8 = 0\n" + scaling));
+    EXPECT_THAT(treeOfParameter<CLogNormalSizeDistribution>(),
+                HasSubstr("/@capped u8 = 0\n/@log mean u8 = 0\n" + scaling));
     EXPECT_EQ(treeOfParameter<CUserDefinedSizeDistribution>(),
               "/\n" + scaling + "/data {first@0 f64, second@8 f64} 16 {1}\n");
 
@@ -220,9 +222,9 @@ TEST(SizeLawsInHdf5, holdTheirNumbersAndWhatTheyScale)
     std::unique_ptr<ISizeDistribution> law = std::make_unique<CFixedSizeDistribution>();
     map.add("Ball", 25.0, law);
     const std::string b = "/SizeDistributions/Ball/";
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(map), "/\n/SizeDistributions/\n" + b + "\n" + b +
-                                                          "@percentage f64 = 25\n" + b + "@type string[6] = \"fixed\"\n" +
-                                                          b + "@value f64 = 1\n" + b + "@radius scaling u8 = 1\n");
+    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(map),
+              "/\n/SizeDistributions/\n" + under(b, {"", "@percentage f64 = 25", "@type string[6] = \"fixed\"",
+                                                     "@value f64 = 1", "@radius scaling u8 = 1"}));
 }
 
 TEST(ParametersInHdf5, ofCustomPropertiesStandByTheirNames)
@@ -239,10 +241,9 @@ TEST(ParametersInHdf5, ofCustomPropertiesStandByTheirNames)
     CHdf5Sample sample;
     const std::string c = "/Factories/Feeder/FactCustomParams/";
     EXPECT_THAT(sample.tree<CreatorWriter>(list),
-                HasSubstr(c + "\n" + c + "0/\n" + c + "0/@type string[6] = \"fixed\"\n" + c +
-                          "0/@name string[5] = \"Heat\"\n" + c + "0/data f64 {2} = 0 0\n" + c + "1/\n" + c +
-                          "1/@type string[7] = \"random\"\n" + c + "1/@name string[5] = \"Wear\"\n" + c +
-                          "1/@min f64 = 0\n" + c + "1/@max f64 = 1\n"));
+                HasSubstr(under(c, {"", "0/", "0/@type string[6] = \"fixed\"", "0/@name string[5] = \"Heat\"",
+                                    "0/data f64 {2} = 0 0", "1/", "1/@type string[7] = \"random\"",
+                                    "1/@name string[5] = \"Wear\"", "1/@min f64 = 0", "1/@max f64 = 1"})));
 
     // One that the deck doesn't define costs itself.
     sample.change().text(c + "0", "name", "Age");
@@ -372,8 +373,9 @@ TEST(PluginFactoriesOfHdf5, areSkippedAndTold)
     CLogCapture log;
     sample.read<CreatorReader>(list);
     EXPECT_EQ(log.count(), 1u);
-    EXPECT_THAT(log.text(),
-                HasSubstr("factory \"Regen\" of the plug-in library \"rain\" is skipped: no such factory could be made."));
+    EXPECT_THAT(
+        log.text(),
+        HasSubstr("factory \"Regen\" of the plug-in library \"rain\" is skipped: no such factory could be made."));
 }
 
 } // namespace NBrenmark

@@ -60,50 +60,51 @@ TEST(GeometryInHdf5, liesInAGroupByItsIndexWithAllItsParts)
     box.sidesEnabled[5] = false;
     box.materialBlockRef = std::make_unique<CBlockLink>(nullptr);
     box.materialBlockRef->blockName = "Bed";
-    const std::string g = "/GeometryGroups/3/";
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(groups),
-              "/\n/GeometryGroups/\n" + g + "\n" +                   //
-                  g + "@type string[4] = \"box\"\n" +                //
-                  g + "@name string[6] = \"Kiste\"\n" +              //
-                  g + "@unique id i32 = 12\n" +                      //
-                  g + "@desired force f64[3] = 7 8 9\n" +            //
-                  g + "@mask u32 = 7\n" +                            //
-                  g + "@static u8 = 1\n" +                           //
-                  g + "@closed u8 = 1\n" +                           //
-                  g + "@geometry type i32 = 1\n" +                   //
-                  g + "@reset velocities u8 = 1\n" +                 //
-                  g + "@material name string[6] = \"Steel\"\n" +     //
-                  g + "@enclosed magnitude f64 = 0\n" +              // a flat thing
-                  g + "@surface magnitude f64 = 0.5\n" +             //
-                  g + "@time f64 = 1.5\n" +                          //
-                  g + "@gain f64 = 0.5\n" +                          //
-                  g + "@centre of mass f64[3] = 0 0 0\n" +           //
-                  g + "@orig centre of mass f64[3] = 0 0 0\n" +      //
-                  g + "@point of action f64[3] = 0 0 0\n" +          //
-                  g + "@orig point of action f64[3] = 0 0 0\n" +     //
-                  g + "@velocity f64[3] = 0 0 0\n" +                 //
-                  g + "@xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n" +
-                  g + "@translation f64[3] = 0 0 0\n" +              //
-                  g + "@block name string[4] = \"Bed\"\n" +          //
-                  g + "@es exempt u8 = 0\n" +                        //
-                  g + "@es start charge f64 = 0.25\n" +              //
-                  g + "@centre f64[3] = 1 2 3\n" +                   //
-                  g + "@rotations f64[3] = 0 0 0\n" +                //
-                  g + "@width f64 = 1\n" +                           //
-                  g + "@length f64 = 1\n" +                          //
-                  g + "@height f64 = 1\n" +                          //
-                  g + "@sides enabled u8 {6} = 1 1 1 1 1 0\n" +      //
-                  g + "CustomProperties/\n" +                        //
-                  g + "Factories/\n" +                               //
-                  g + "Kinematics/\n" +                              //
-                  g + "angvelandposlist {angvel@0 f64[3], poa@24 f64[3]} 48 {0}\n" +
-                  g + "bounding box f64 {2,3} = 1 2 3 4 5 6\n" +     // lower, upper
-                  g + "coords f64 {3,3}\n" +                         //
-                  g + "force torque f64 {1,7}\n" +                   //
-                  g + "moment of inertia f64 {6} = 1 2 3 4 5 6\n" +  //
-                  g + "triangle ids u32 {1} = 9\n" +                 //
-                  g + "triangle nodes u32 {1,3} = 0 1 2\n" +         //
-                  g + "vertex ids u32 {3} = 4 5 6\n");
+    const std::vector<std::string> parts = {
+        "",
+        "@type string[4] = \"box\"",
+        "@name string[6] = \"Kiste\"",
+        "@unique id i32 = 12",
+        "@desired force f64[3] = 7 8 9",
+        "@mask u32 = 7",
+        "@static u8 = 1",
+        "@closed u8 = 1",
+        "@geometry type i32 = 1",
+        "@reset velocities u8 = 1",
+        "@material name string[6] = \"Steel\"",
+        "@enclosed magnitude f64 = 0", // a flat thing
+        "@surface magnitude f64 = 0.5",
+        "@time f64 = 1.5",
+        "@gain f64 = 0.5",
+        "@centre of mass f64[3] = 0 0 0",
+        "@orig centre of mass f64[3] = 0 0 0",
+        "@point of action f64[3] = 0 0 0",
+        "@orig point of action f64[3] = 0 0 0",
+        "@velocity f64[3] = 0 0 0",
+        "@xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1",
+        "@translation f64[3] = 0 0 0",
+        "@block name string[4] = \"Bed\"",
+        "@es exempt u8 = 0",
+        "@es start charge f64 = 0.25",
+        "@centre f64[3] = 1 2 3",
+        "@rotations f64[3] = 0 0 0",
+        "@width f64 = 1",
+        "@length f64 = 1",
+        "@height f64 = 1",
+        "@sides enabled u8 {6} = 1 1 1 1 1 0",
+        "CustomProperties/",
+        "Factories/",
+        "Kinematics/",
+        "angvelandposlist {angvel@0 f64[3], poa@24 f64[3]} 48 {0}",
+        "bounding box f64 {2,3} = 1 2 3 4 5 6", // lower, upper
+        "coords f64 {3,3}",
+        "force torque f64 {1,7}",
+        "moment of inertia f64 {6} = 1 2 3 4 5 6",
+        "triangle ids u32 {1} = 9",
+        "triangle nodes u32 {1,3} = 0 1 2",
+        "vertex ids u32 {3} = 4 5 6",
+    };
+    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(groups), "/\n/GeometryGroups/\n" + under("/GeometryGroups/3/", parts));
 }
 
 /// The lines of a tree that hold a text.
@@ -190,22 +191,22 @@ TEST(GeometryInHdf5, keepsOfATimestepWhatChanges)
     CBox& box = added<CBox>(groups, "Kiste", 3);
     CHdf5Sample sample;
     const std::string g = "/GeometryGroups/3/";
-    const std::string standing = "/\n/GeometryGroups/\n" + g + "\n" + g + "@static u8 = 1\n" + g + "@time f64 = 1.5\n" +
-                                 g + "@size u32 = 1\n" + g + "@mask u32 = 4\n" + g + "CustomProperties/\n" + g +
-                                 "Factories/\n" + g + "Kinematics/\n" + g + "force torque f64 {1,7}\n";
-    EXPECT_EQ(sample.tree<TimestepWriter>(groups), standing);
+    EXPECT_EQ(sample.tree<TimestepWriter>(groups),
+              "/\n/GeometryGroups/\n" +
+                  under(g, {"", "@static u8 = 1", "@time f64 = 1.5", "@size u32 = 1", "@mask u32 = 4",
+                            "CustomProperties/", "Factories/", "Kinematics/", "force torque f64 {1,7}"}));
 
     box.isStatic = false;
     box.translation = C3DVector(1, 2, 3);
     box.velocity = C3DVector(4, 5, 6);
     box.motionHistory.emplace_back();
     const std::string moving = sample.tree<TimestepWriter>(groups);
-    EXPECT_THAT(moving, HasSubstr(g + "@static u8 = 0\n" + g + "@reset velocities u8 = 1\n" + g +
-                                  "@centre of mass f64[3] = 0 0 0\n" + g + "@orig centre of mass f64[3] = 0 0 0\n" + g +
-                                  "@point of action f64[3] = 0 0 0\n" + g + "@orig point of action f64[3] = 0 0 0\n" +
-                                  g + "@xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1\n" + g +
-                                  "@translation f64[3] = 1 2 3\n" + g + "@velocity f64[3] = 4 5 6\n" + g +
-                                  "@time f64 = 1.5\n"));
+    EXPECT_THAT(moving,
+                HasSubstr(under(g, {"@static u8 = 0", "@reset velocities u8 = 1", "@centre of mass f64[3] = 0 0 0",
+                                    "@orig centre of mass f64[3] = 0 0 0", "@point of action f64[3] = 0 0 0",
+                                    "@orig point of action f64[3] = 0 0 0",
+                                    "@xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1", "@translation f64[3] = 1 2 3",
+                                    "@velocity f64[3] = 4 5 6", "@time f64 = 1.5"})));
     EXPECT_THAT(moving, HasSubstr(g + "angvelandposlist {angvel@0 f64[3], poa@24 f64[3]} 48 {1}\n"));
 
     box.isStatic = true;

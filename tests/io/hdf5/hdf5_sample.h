@@ -12,6 +12,15 @@
 
 namespace NBrenmark {
 
+/// Lines of a tree, each behind the path of a group. An empty one is the group itself.
+inline std::string under(const std::string& group, const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += group + line + "\n";
+    return text;
+}
+
 class CHdf5Sample
 {
 public:

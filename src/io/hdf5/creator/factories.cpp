@@ -111,8 +111,8 @@ void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
     countsForm(in(), factory);
     in().group("FactVelocity/", [&] {
         readParameter<IFactoryVelocity>(
-            *this, in(), name, [&](const QString& word) { factory.setVelocityKind(word); },
-            [&]() -> auto& { return factory.velocity; });
+            *this, in(), name,
+            [&](const QString& word) { factory.setVelocityKind(word); }, [&]() -> auto& { return factory.velocity; });
     });
     in().group("FactSize/", [&] {
         in().children([&](const QString& typeName) {
@@ -128,19 +128,19 @@ void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
     });
     in().group("FactAngVel/", [&] {
         readParameter<IFactoryAngVel>(
-            *this, in(), name, [&](const QString& word) { factory.setAngVelKind(word); },
-            [&]() -> auto& { return factory.angVel; });
+            *this, in(), name,
+            [&](const QString& word) { factory.setAngVelKind(word); }, [&]() -> auto& { return factory.angVel; });
     });
     in().group("FactType/", [&] {
         readParameter<IFactoryType>(
-            *this, in(), name, [&](const QString& word) { factory.setTypeKind(word, nullptr); },
-            [&]() -> auto& { return factory.type; });
+            *this, in(), name,
+            [&](const QString& word) { factory.setTypeKind(word, nullptr); }, [&]() -> auto& { return factory.type; });
     });
     // Behind the type, which it is told.
     in().group("FactPosition/", [&] {
         readParameter<IFactoryPosition>(
-            *this, in(), name, [&](const QString& word) { factory.setPositionKind(word); },
-            [&]() -> auto& { return factory.position; });
+            *this, in(), name,
+            [&](const QString& word) { factory.setPositionKind(word); }, [&]() -> auto& { return factory.position; });
     });
     in().group("FactCustomParams/", [&] { readCustomParams(*this, in(), factory); });
     in().fixedRows("Counters/", factory.counters);

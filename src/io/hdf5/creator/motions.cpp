@@ -161,7 +161,10 @@ void CHdf5CreatorDataWriter::writeSinusoidalRotation(const CSinusoidalRotation& 
 // ---------------------------------------------------------------- all motions
 
 /// A belt has no slot here: of its definition only the common part is stored.
-static bool isBelt(const CTimeDepAction& motion) { return dynamic_cast<const CConveyorTranslation*>(&motion) != nullptr; }
+static bool isBelt(const CTimeDepAction& motion)
+{
+    return dynamic_cast<const CConveyorTranslation*>(&motion) != nullptr;
+}
 
 static void tellOfLostBelt(const CTimeDepAction& motion)
 {

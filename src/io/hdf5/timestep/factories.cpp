@@ -29,7 +29,10 @@ static void accountingForm(TForm& f, TAccounting& accounting)
     f.attribute("mass created since rate change", accounting.massSinceRateChange);
 }
 
-void CHdf5TimestepDataReader::readFactoryAccounting(CFactoryAccounting& accounting) { accountingForm(in(), accounting); }
+void CHdf5TimestepDataReader::readFactoryAccounting(CFactoryAccounting& accounting)
+{
+    accountingForm(in(), accounting);
+}
 
 /// A deck whose time is set anew begins with empty accounts.
 void CHdf5TimestepDataWriter::writeFactoryAccounting(const CFactoryAccounting& accounting)
@@ -124,9 +127,8 @@ void CHdf5TimestepDataReader::readDynamicParticleFactory(CDynamicParticleFactory
 {
     in().signedAttribute(createdName, factory.createdSinceRateChange);
     factory.typeAccounting.clear(); // those of another timestep
-    in().group("TypeAccounting/", [&] {
-        in().children([&](const QString& typeName) { factory.typeAccounting[typeName].read(*this); });
-    });
+    in().group("TypeAccounting/",
+               [&] { in().children([&](const QString& typeName) { factory.typeAccounting[typeName].read(*this); }); });
 }
 
 void CHdf5TimestepDataWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& factory)

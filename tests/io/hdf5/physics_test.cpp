@@ -259,9 +259,16 @@ TEST_F(Hdf5Physics, whatAnOlderVersionDoesntStoreHasItsValueBefore)
     }
 }
 
-TEST_F(Hdf5Physics, aModelThatIsNamedButAbsentCostsItselfAlone)
+TEST_F(Hdf5Physics, aModelThatIsNamedButAbsentEndsTheRead)
 {
-    makeLists({"Linear Spring", "Tribocharging"}, {"hertz-mindlin (no slip)", "Sticky", "Stickier"}, {"Wind", "none"});
+    makeLists({"Linear Spring"}, {}, {});
+    CPhysicsModels physics;
+    EXPECT_THROW(read(physics), std::exception);
+}
+
+TEST_F(Hdf5Physics, aModelThatIsntKnownKeepsItsNameAndPlace)
+{
+    makeLists({"Tribocharging"}, {"hertz-mindlin (no slip)", "Sticky", "Stickier"}, {"Wind", "none"});
     {
         CH5Builder file(path(), false);
         const std::string lists = "/PhysicsModels/";
@@ -287,8 +294,6 @@ TEST_F(Hdf5Physics, aModelThatIsNamedButAbsentCostsItselfAlone)
     EXPECT_EQ(physics.externalForces[0]->source, 7u);
     EXPECT_EQ(
         log.text(),
-        "WARNING HDF5 read: The contact model \"Linear Spring\" is named in the order of its list, but not stored: "
-        "skipped.\n"
         "WARNING HDF5 read: contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
         "WARNING HDF5 read: contact model \"Stickier\" isn't known here; its name and its place are kept, its "
         "parameters are lost.\n"

@@ -23,8 +23,13 @@ void CDemTimestepDataReader::readPluginParticleFactoryList(CPluginParticleFactor
         QString library = name; // once both were the same
         if (f.stores(gateFactoryLibrary))
             f.text(library);
-        if (kind != QLatin1String("library")) // never was a plug-in
+        if (kind != QLatin1String("library")) {
+            logMessage(eWarning, "Legacy read",
+                       stream->place.section(',', 0, 0).toStdString() + ": factory \"" + name.toStdString() +
+                           "\" of the kind \"" + kind.toStdString() + "\" is no plug-in: left out.",
+                       0, 1);
             continue;
+        }
         if (!factories.addFactory(library, name))
             logMessage(eWarning, "Legacy read",
                        stream->place.section(',', 0, 0).toStdString() + ": plug-in factory \"" + name.toStdString() +

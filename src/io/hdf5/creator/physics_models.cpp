@@ -29,19 +29,13 @@ static void tellPhantom(const H5::Group& group, const char* noun, const TModel& 
                0, 1);
 }
 
-/// Runs body(name, source) in the group of each model that the order names.
+/// Runs body(name, source) in the group of each model that the order names. One that isn't there ends the read.
 template <class TBody>
-static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const char* noun, const TBody& body)
+static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const TBody& body)
 {
     QStringList order;
     readDataset(orderName, order, *reader.location);
     for (const QString& name : order) {
-        if (!in.has(name.toStdString())) {
-            logMessage(eWarning, "HDF5 read",
-                       std::string("The ") + noun + " \"" + name.toStdString() +
-                           "\" is named in the order of its list, but not stored: skipped.");
-            continue;
-        }
         in.group(name.toStdString(), [&] {
             qint32 source = 0;
             in.attribute(sourceName, source);
@@ -52,7 +46,7 @@ static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const 
 
 static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhysicsModels& models, quint32 modelType)
 {
-    readList(reader, in, "contact model", [&](const QString& name, quint32 source) {
+    readList(reader, in, [&](const QString& name, quint32 source) {
         std::unique_ptr<IContactModel> model = models.makeContactModel(name, modelType, source, true);
         tellPhantom<CContactModelPhantom>(*reader.location, "contact model", *model);
         model->read(reader);
@@ -62,7 +56,7 @@ static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhys
 
 static void readForces(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhysicsModels& models)
 {
-    readList(reader, in, "external force", [&](const QString& name, quint32 source) {
+    readList(reader, in, [&](const QString& name, quint32 source) {
         std::unique_ptr<IExternalForce> force = models.makeExternalForce(name, source, true);
         if (force == nullptr) // the word for no force
             return;

@@ -5,6 +5,7 @@
 
 #include "core/log.h"
 #include "model/creator_data.h"
+#include "model/geometry/geometry_group.h"
 #include "physics/cohesion.h"
 #include "physics/hysteretic_spring.h"
 #include "physics/jkr.h"
@@ -74,8 +75,11 @@ static QString* materialOfType(CCreatorData& creator, const std::string& name)
     return type == nullptr ? nullptr : &type->materialName;
 }
 
-/// No group can be held that could have a material.
-static QString* materialOfGroup(CCreatorData&, const std::string&) { return nullptr; }
+static QString* materialOfGroup(CCreatorData& creator, const std::string& name)
+{
+    CGeometryGroup* const group = creator.geometryGroupByName(QString::fromStdString(name));
+    return group == nullptr ? nullptr : &group->materialName;
+}
 
 /// The materials of the two names of an entry, and which of them may move to a new one.
 struct SMaterialPair

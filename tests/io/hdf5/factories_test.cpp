@@ -243,7 +243,7 @@ TEST(ParametersInHdf5, ofCustomPropertiesStandByTheirNames)
     EXPECT_THAT(sample.tree<CreatorWriter>(list),
                 HasSubstr(under(c, {"", "0/", "0/@type string[6] = \"fixed\"", "0/@name string[5] = \"Heat\"",
                                     "0/data f64 {2} = 0 0", "1/", "1/@type string[7] = \"random\"",
-                                    "1/@name string[5] = \"Wear\"", "1/@min f64 = 0", "1/@max f64 = 1"})));
+                                    "1/@name string[5] = \"Wear\"", "1/@min f64 = -1", "1/@max f64 = 1"})));
 
     // One that the deck doesn't define costs itself.
     sample.change().text(c + "0", "name", "Age");
@@ -373,9 +373,8 @@ TEST(PluginFactoriesOfHdf5, areSkippedAndTold)
     CLogCapture log;
     sample.read<CreatorReader>(list);
     EXPECT_EQ(log.count(), 1u);
-    EXPECT_THAT(
-        log.text(),
-        HasSubstr("factory \"Regen\" of the plug-in library \"rain\" is skipped: no such factory could be made."));
+    EXPECT_THAT(log.text(),
+                HasSubstr("plug-in factory \"Regen\" of the library \"rain\" can't be bound here: left out."));
 }
 
 } // namespace NBrenmark

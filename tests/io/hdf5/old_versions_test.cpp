@@ -363,11 +363,11 @@ TEST_P(OldVersions, missNothingThatTheirVersionHas)
 
 INSTANTIATE_TEST_SUITE_P(All, OldVersions, testing::ValuesIn(versionCases));
 
-class Factories : public OldVersions
+class PluginFactoriesOfOldVersions : public OldVersions
 {
 };
 
-TEST_F(Factories, thatNeverWerePlugInsAreNoHindrance)
+TEST_F(PluginFactoriesOfOldVersions, thatNeverWerePlugInsAreNoHindrance)
 {
     build(versionCases[9]);
     CH5Builder(path(), false).text("/CreatorData/0/PluginFactories/F", "type", "dynamic");

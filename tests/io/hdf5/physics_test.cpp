@@ -292,12 +292,11 @@ TEST_F(Hdf5Physics, aModelThatIsntKnownKeepsItsNameAndPlace)
     ASSERT_EQ(physics.externalForceCount(), 1u);
     EXPECT_EQ(physics.externalForces[0]->modelName(), "Wind");
     EXPECT_EQ(physics.externalForces[0]->source, 7u);
-    EXPECT_EQ(
-        log.text(),
-        "WARNING HDF5 read: contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
-        "WARNING HDF5 read: contact model \"Stickier\" isn't known here; its name and its place are kept, its "
-        "parameters are lost.\n"
-        "WARNING HDF5 read: external force \"Wind\" isn't known here; its name and its place are kept.\n");
+    EXPECT_EQ(log.text(),
+              "WARNING HDF5 read: contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
+              "WARNING HDF5 read: contact model \"Stickier\" isn't known here; its name and its place are kept, its "
+              "parameters are lost.\n"
+              "WARNING HDF5 read: external force \"Wind\" isn't known here; its name and its place are kept.\n");
     EXPECT_FALSE(physics.loading);
 }
 

@@ -178,7 +178,11 @@ static void fillNormal(TParam& p)
     fillSpread(p.magnitude);
     fill(p.direction);
 }
-void fill(CNormalFactoryVelocity& p) { fillNormal(p); }
+void fill(CNormalFactoryVelocity& p)
+{
+    fillNormal(p);
+    p.direction = C3DVector(0, 0, -1); // of length 1: one family brings it to that
+}
 void fill(CNormalFactoryAngVel& p) { fillNormal(p); }
 
 void fill(CSprayFactoryVelocity& p)
@@ -223,7 +227,7 @@ void fill(CCubicFactoryPosition& p) { fill(static_cast<C3DLattice&>(p)); }
 void fill(CBCCFactoryPosition& p) { fill(static_cast<C3DLattice&>(p)); }
 void fill(CFCCFactoryPosition& p) { fill(static_cast<C3DLattice&>(p)); }
 
-void fill(CFixedFactorySize& p) { fill(p.sizeDistribution); }
+void fill(CFixedFactorySize& p) { fill(p.sizeDistribution.value); } // what it scales isn't stored in one family
 void fill(CRandomFactorySize& p) { fill(p.sizeDistribution); }
 void fill(CNormalFactorySize& p) { fill(p.sizeDistribution); }
 void fill(CLogNormalFactorySize& p) { fill(p.sizeDistribution); }
@@ -350,6 +354,7 @@ template <class TMotion>
 static void fillSwing(TMotion& motion)
 {
     fill(motion.sinusoid);
+    motion.axis.startPoint = C3DPoint();
     motion.axis.endPoint = C3DPoint(motion.sinusoid.displacement.normalised());
     motion.displacementMagnitude = motion.sinusoid.displacement.length();
 }
@@ -445,6 +450,7 @@ static void fillGroup(CGeometryGroup& g, CCustomPropertyManager* particlePropert
     g.closed = !g.closed;
     g.materialName = "Steel";
     g.geometryType = eVirtualGeometry;
+    g.dataMask = eTriangleIds | eTriangleNodes | eTriangleForces;
     fill(g.momentOfInertia);
     fill(g.electrostatic);
     fill(g.desiredForce);

@@ -31,12 +31,14 @@ TEST(GeometryOfADeck, isConvertedWhole)
 {
     CTempFolder folder;
     const std::string source = argument(deckWithGeometry().write(folder.path(), "walls"));
-    const std::string converted = argument(folder.path("walls-30"));
+    const std::string converted = argument(folder.path("walls-30.dem"));
     const SToolResult conversion = runTool({"convert", source, converted});
     EXPECT_EQ(conversion.exitCode, 0) << conversion.error;
     const SToolResult verification = runTool({"verify", source, converted});
     EXPECT_EQ(verification.exitCode, 0) << verification.output << verification.error;
-    const auto described = [](const std::string& deck) { return Json::parse(runTool({"info", "--json", deck}).output); };
+    const auto described = [](const std::string& deck) {
+        return Json::parse(runTool({"info", "--json", deck}).output);
+    };
     EXPECT_EQ(described(source)["geometryGroups"], described(converted)["geometryGroups"]);
     EXPECT_EQ(described(source)["factories"], described(converted)["factories"]);
 }
@@ -50,7 +52,7 @@ TEST(GeometryOfADeck, isToldByInfo)
     const Json& box = info["geometryGroups"][0];
     EXPECT_EQ(box["name"], "Trichter");
     EXPECT_EQ(box["shape"], "Box");
-    EXPECT_EQ(box["material"], "glass");
+    EXPECT_EQ(box["material"], "glass(1)"); // particles are of glass, so the walls get an equipment material
     EXPECT_EQ(box["triangles"], 4);
     EXPECT_EQ(box["moving"], true);
     EXPECT_EQ(box["motions"].size(), 4u);
@@ -63,8 +65,8 @@ TEST(GeometryOfADeck, isToldByInfo)
 
     const std::string text = runTool({"info", path}).output;
     for (const char* const part :
-         {"4 geometry groups\n", "Drum      cylinder of 4 triangles, material glass, static\n",
-          "Plate     polygon of 60 triangles, material glass, static\n", "2 particle factories\n",
+         {"4 geometry groups\n", "Drum      cylinder of 4 triangles, material glass(1), static\n",
+          "Plate     polygon of 60 triangles, material glass(1), static\n", "2 particle factories\n",
           "A  dynamic in Trichter, of Ball, 7 particles created\n"})
         EXPECT_NE(text.find(part), std::string::npos) << part << "in\n" << text;
 }

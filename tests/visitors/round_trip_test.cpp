@@ -98,14 +98,14 @@ static const std::vector<std::string> accounts{"accounting/", "Accounting/", "cr
 
 static const SFamily& legacyFamily()
 {
-    static const SFamily family{"legacy",
-                                throughLegacy,
-                                {"surfaceBased ", "autoCenterParticle ", "templateName ", "autoProperties ",
-                                 "creationTime", "enableRollingFriction ", "cylindricalPeriodicBoundaryConditions/",
-                                 "sizeDistributions/", "materialBlocks/", "/loop ", "/loopInterval ", "/loopEndTime ",
-                                 "blockName "},
-                                accounts,
-                                {"/bounds/", "Magnitude ", "/displacement "}};
+    static const SFamily family{
+        "legacy",
+        throughLegacy,
+        {"surfaceBased ", "autoCenterParticle ", "templateName ", "autoProperties ", "creationTime",
+         "enableRollingFriction ", "cylindricalPeriodicBoundaryConditions/", "sizeDistributions/", "materialBlocks/",
+         "/loop ", "/loopInterval ", "/loopEndTime ", "blockName "},
+        accounts,
+        {"dataMask ", "/bounds/", "Magnitude ", "/displacement ", "/cursor0 ", "Turn#2/pointOfAction "}};
     return family;
 }
 
@@ -113,7 +113,7 @@ static const SFamily& hdf5Family()
 {
     // Material blocks are a matter of the creator model, though the plain visitor has most of their forms.
     static const SFamily family{
-        "hdf5", throughHdf5, {}, accounts, {"boundingBox/", "/bounds/", "Magnitude "}};
+        "hdf5", throughHdf5, {}, accounts, {"dataMask ", "boundingBox/", "/bounds/", "Magnitude "}};
     return family;
 }
 
@@ -152,10 +152,25 @@ static std::vector<std::string> without(std::vector<std::string> lines, const st
 /// numbers that count along, the model types of the default chains, and what a writer takes from its options or from
 /// the build.
 static const std::vector<std::string> alikeInAllObjects = {
-    "/count 0",    "/rows 0",       "/records 0",    "externalForceCount 0", "/index ", "/modelType ", "/source ",
-    "isFull true", "timestepMask ", "particleMask ", "geometryMask ",        "stored/", " f64[0",
+    "/count 0",
+    "/rows 0",
+    "/records 0",
+    "externalForceCount 0",
+    "/index ",
+    "/modelType ",
+    "/source ",
+    "isFull true",
+    "timestepMask ",
+    "particleMask ",
+    "geometryMask ",
+    "stored/",
+    " f64[0",
     // What only one family or none of them can hold, and what is the one word beside others.
-    "densityFactor 0.4", "enclosedMagnitude 0", "/kind \"fixed\"",
+    "densityFactor 0.4",
+    "radiusScaling true",
+    "startPoint (0, 0, 0)",
+    "enclosedMagnitude 0",
+    "/kind \"fixed\"",
 };
 
 /// Where an object lies in its file: a matter of the file and not of the object's form.
@@ -163,15 +178,6 @@ static const std::vector<std::string> places = {"stored/sample/storageIndex ", "
                                                 "stored/sample/creator ", "stored/sample/legacyStreamFlag "};
 
 // ---------------------------------------------------------------- the table
-
-/// Factories are bound to the particle properties of their deck, which a root gets to know with the geometry.
-static void giveProperties(IFileVisitorReader& visitor, SModel& model)
-{
-    if (auto* const hdf5 = dynamic_cast<CHdf5CreatorDataReader*>(&visitor))
-        hdf5->particleProperties = &model.particle;
-    if (auto* const legacy = dynamic_cast<CDemCreatorDataReader*>(&visitor))
-        legacy->particleProperties = &model.particle;
-}
 
 /// One row that both reads and writes, in one family below one root.
 struct SCase
@@ -191,6 +197,45 @@ static void expectToDifferInEveryLine(const std::vector<std::string>& sampleLine
 {
     for (const std::string& line : without(sampleLines, alikeInAllObjects))
         EXPECT_EQ(std::count(blankLines.begin(), blankLines.end(), line), 0) << "as in a new object: " << line;
+}
+
+/// The lines that one has and the other doesn't; of the same ones the order.
+static void expectTheSame(const std::vector<std::string>& source, const std::vector<std::string>& back)
+{
+    const auto only = [](const std::vector<std::string>& a, const std::vector<std::string>& b) {
+        std::string lines;
+        for (const std::string& line : a)
+            if (std::find(b.begin(), b.end(), line) == b.end())
+                lines += line + "\n";
+        return lines;
+    };
+    EXPECT_EQ(only(source, back), only(back, source)) << "lost, and come instead";
+    EXPECT_TRUE(source == back) << "or not in this order";
+}
+
+/// Sets what a definition and the sample of a timestep would have alike, so that a timestep that loses it shows.
+template <class T>
+static void unsettle(T&)
+{}
+static void unsettle(CStaticParticleFactory& factory) { factory.completed = false; }
+static void unsettle(CParticleFactoryList& list)
+{
+    for (const auto& factory : list.factories)
+        if (auto* const pile = dynamic_cast<CStaticParticleFactory*>(factory.get()))
+            unsettle(*pile);
+}
+static void unsettle(CGeometryGroup& group)
+{
+    group.standStill();
+    group.resetVelocities = true;
+    group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
+    unsettle(*group.factories);
+}
+static void unsettle(GeometryGroups& groups)
+{
+    for (CGeometryGroup* group : groups.groups())
+        if (group != nullptr)
+            unsettle(*group);
 }
 
 /// What must stand in the file before an object can be written.
@@ -219,10 +264,8 @@ static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, cons
         const std::shared_ptr<T> definition = sample<T>(model); // of the same names, and other numbers
         family.through(
             ERoot::eCreator, [&](IFileVisitorWriter& visitor) { write(visitor, *definition); },
-            [&](IFileVisitorReader& visitor) {
-                giveProperties(visitor, target);
-                read(visitor, *back);
-            });
+            [&](IFileVisitorReader& visitor) { read(visitor, *back); });
+        unsettle(*back);
     }
     expectToDifferInEveryLine(lines(*object), lines(*back));
 
@@ -235,16 +278,13 @@ static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, cons
             writeBefore<T>(visitor, source);
             write(visitor, *object);
         },
-        [&](IFileVisitorReader& visitor) {
-            giveProperties(visitor, target);
-            read(visitor, *back);
-        });
+        [&](IFileVisitorReader& visitor) { read(visitor, *back); });
     EXPECT_EQ(log.text(), "");
     const auto linesThatCount = [&](T& which) {
         std::vector<std::string> kept = without(without(lines(which), family.notStored), places);
         return without(kept, root == ERoot::eTimestep ? family.notStoredInTimesteps : family.notStoredInCreators);
     };
-    EXPECT_EQ(linesThatCount(*back), linesThatCount(*object));
+    expectTheSame(linesThatCount(*object), linesThatCount(*back));
 }
 
 static bool isStored(const std::string& column, ERoot root)

@@ -243,7 +243,7 @@ TEST(ParametersInHdf5, ofCustomPropertiesStandByTheirNames)
     EXPECT_THAT(sample.tree<CreatorWriter>(list),
                 HasSubstr(under(c, {"", "0/", "0/@type string[6] = \"fixed\"", "0/@name string[5] = \"Heat\"",
                                     "0/data f64 {2} = 0 0", "1/", "1/@type string[7] = \"random\"",
-                                    "1/@name string[5] = \"Wear\"", "1/@min f64 = 0", "1/@max f64 = 1"})));
+                                    "1/@name string[5] = \"Wear\"", "1/@min f64 = -1", "1/@max f64 = 1"})));
 
     // One that the deck doesn't define costs itself.
     sample.change().text(c + "0", "name", "Age");

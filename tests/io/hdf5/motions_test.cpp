@@ -67,18 +67,18 @@ TEST(MotionsInHdf5, holdTheirDefinitionInTheCreatorModel)
     CKinematics kinematics;
     fillEach(kinematics);
     const std::string k = "/Kinematics/";
-    EXPECT_EQ(
-        CHdf5Sample().tree<CreatorWriter>(kinematics),
-        "/\n" + k + "\n" + common(k + "0/", "Linear Translation", "lift") + k + "0/@initial velocity f64 = 5\n" + k +
-            "0/@acceleration f64 = 0\n" + k + "0/end point" + point + k + "0/start point" + point +
-            common(k + "1/", "Sinusoidal Translation", "shake") + k + "1/@frequency f64 = 6\n" + k +
-            "1/@offset f64 = 0\n" + k + "1/@displacement magnitude f64 = 0\n" + k + "1/displacement" + point + k +
-            "1/end point" + point + k + "1/start point" + point + common(k + "2/", "Linear Rotation", "turn") +
-            rotationOf(k + "2/", "7") + common(k + "3/", "Sinusoidal Rotation", "swing") + k +
-            "3/@moves with body u8 = 1\n" + k + "3/@frequency f64 = 0\n" + k + "3/@offset f64 = 0\n" + k +
-            "3/@displacement magnitude f64 = 8\n" + k + "3/displacement" + point + k + "3/end point" + point + k +
-            "3/point of action" + point + k + "3/start point" + point + common(k + "4/", "Conveyor Translation", "belt") +
-            common(k + "5/", "Conveyor Rotation", "roll") + rotationOf(k + "5/", "0"));
+    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(kinematics),
+              "/\n" + k + "\n" + common(k + "0/", "Linear Translation", "lift") + k + "0/@initial velocity f64 = 5\n" +
+                  k + "0/@acceleration f64 = 0\n" + k + "0/end point" + point + k + "0/start point" + point +
+                  common(k + "1/", "Sinusoidal Translation", "shake") + k + "1/@frequency f64 = 6\n" + k +
+                  "1/@offset f64 = 0\n" + k + "1/@displacement magnitude f64 = 0\n" + k + "1/displacement" + point + k +
+                  "1/end point" + point + k + "1/start point" + point + common(k + "2/", "Linear Rotation", "turn") +
+                  rotationOf(k + "2/", "7") + common(k + "3/", "Sinusoidal Rotation", "swing") + k +
+                  "3/@moves with body u8 = 1\n" + k + "3/@frequency f64 = 0\n" + k + "3/@offset f64 = 0\n" + k +
+                  "3/@displacement magnitude f64 = 8\n" + k + "3/displacement" + point + k + "3/end point" + point + k +
+                  "3/point of action" + point + k + "3/start point" + point +
+                  common(k + "4/", "Conveyor Translation", "belt") + common(k + "5/", "Conveyor Rotation", "roll") +
+                  rotationOf(k + "5/", "0"));
 }
 
 TEST(MotionsInHdf5, holdInATimestepWhatMovesWithTheBody)
@@ -91,8 +91,8 @@ TEST(MotionsInHdf5, holdInATimestepWhatMovesWithTheBody)
                number + "point of action" + point;
     };
     EXPECT_EQ(CHdf5Sample().tree<TimestepWriter>(kinematics),
-              "/\n" + k + "\n" + k + "0/\n" + k + "1/\n" + k + "1/displacement" + point + vectorsOf("2/") + k +
-                  "3/\n" + k + "3/displacement" + point + k + "3/point of action" + point + k + "4/\n" + k +
+              "/\n" + k + "\n" + k + "0/\n" + k + "1/\n" + k + "1/displacement" + point + vectorsOf("2/") + k + "3/\n" +
+                  k + "3/displacement" + point + k + "3/point of action" + point + k + "4/\n" + k +
                   "4/xform f64 {4,4}\n" + vectorsOf("5/"));
 }
 
@@ -114,6 +114,24 @@ TEST(MotionsFromHdf5, turnByAxisAndMagnitudeUntilATimestepSaysOtherwise)
     EXPECT_EQ(back.latestEnd, 4); // of the loop
     timestep.read<TimestepReader>(back);
     EXPECT_EQ(read.angularVelocity, C3DVector(2, 0, 0));
+}
+
+TEST(MotionsFromHdf5, swingAsStoredThoughTheirBodyHasLeftTheAxis)
+{
+    CKinematics kinematics;
+    CSinusoidalTranslation& shake = added<CSinusoidalTranslation>(kinematics, "shake");
+    shake.axis = CAxisLine(C3DPoint(1, 0, 0), C3DPoint(3, 0, 0));
+    shake.displacementMagnitude = 0.5;
+    shake.sinusoid.displacement = C3DVector(0, 0.5, 0);
+    CHdf5Sample sample;
+    sample.tree<CreatorWriter>(kinematics);
+    CKinematics back;
+    sample.read<CreatorReader>(back);
+    const auto& read = dynamic_cast<const CSinusoidalTranslation&>(*back.actions.at(0));
+    EXPECT_EQ(read.axis.startPoint, C3DPoint(1, 0, 0));
+    EXPECT_EQ(read.axis.endPoint, C3DPoint(3, 0, 0));
+    EXPECT_EQ(read.displacementMagnitude, 0.5);
+    EXPECT_EQ(read.sinusoid.displacement, C3DVector(0, 0.5, 0));
 }
 
 TEST(MotionsOfOlderHdf5, haveAnIdAndNoLoopBefore30_0_8)

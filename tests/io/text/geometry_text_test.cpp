@@ -39,6 +39,7 @@ struct SSample
 
     SSample()
     {
+        GeometryGroups::setNextUniqueId(0);
         auto drum = std::make_unique<CCylinder>(nullptr);
         drum->setName("Drum 1");
         drum->rebuildMesh();

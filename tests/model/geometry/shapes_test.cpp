@@ -35,7 +35,7 @@ static bool isWatertight(const CGeometryGroup& group)
     return !edges.empty();
 }
 
-TEST(Shapes, wordsMakeShapesAndUnknownOnesNothing)
+TEST(GeometryShapes, wordsMakeShapesAndUnknownOnesNothing)
 {
     const struct
     {

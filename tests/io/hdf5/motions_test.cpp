@@ -116,6 +116,24 @@ TEST(MotionsFromHdf5, turnByAxisAndMagnitudeUntilATimestepSaysOtherwise)
     EXPECT_EQ(read.angularVelocity, C3DVector(2, 0, 0));
 }
 
+TEST(MotionsFromHdf5, swingAsStoredThoughTheirBodyHasLeftTheAxis)
+{
+    CKinematics kinematics;
+    CSinusoidalTranslation& shake = added<CSinusoidalTranslation>(kinematics, "shake");
+    shake.axis = CAxisLine(C3DPoint(1, 0, 0), C3DPoint(3, 0, 0));
+    shake.displacementMagnitude = 0.5;
+    shake.sinusoid.displacement = C3DVector(0, 0.5, 0);
+    CHdf5Sample sample;
+    sample.tree<CreatorWriter>(kinematics);
+    CKinematics back;
+    sample.read<CreatorReader>(back);
+    const auto& read = dynamic_cast<const CSinusoidalTranslation&>(*back.actions.at(0));
+    EXPECT_EQ(read.axis.startPoint, C3DPoint(1, 0, 0));
+    EXPECT_EQ(read.axis.endPoint, C3DPoint(3, 0, 0));
+    EXPECT_EQ(read.displacementMagnitude, 0.5);
+    EXPECT_EQ(read.sinusoid.displacement, C3DVector(0, 0.5, 0));
+}
+
 TEST(MotionsOfOlderHdf5, haveAnIdAndNoLoopBefore30_0_8)
 {
     CKinematics kinematics;

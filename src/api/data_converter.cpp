@@ -54,6 +54,7 @@ public:
     CConversionObjects()
     {
         addLogModule(&logger);
+        userPreferences(); // made on this thread: the writers' workers ask it, and its making has no lock
         ready = initialiseApplication(applicationState());
         if (!ready)
             return;

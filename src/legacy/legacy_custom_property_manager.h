@@ -2,7 +2,7 @@
 // The particle properties of old decks: their definitions stand in a file of their own beside the deck, "name.ppf".
 // Such a file is only ever read. From the next save on they live in the settings file.
 
-#include "results/custom_property_manager.h"
+#include "results/physics_linked_property_manager.h"
 
 #include <string>
 
@@ -17,10 +17,10 @@ enum EPropertyFileResult : int
     ePropertyFileRefused = 4
 };
 
-class CLegacyCustomPropertyManager : public CCustomPropertyManager
+class CLegacyCustomPropertyManager : public CPhysicsLinkedCustomPropertyManager
 {
 public:
-    using CCustomPropertyManager::CCustomPropertyManager;
+    using CPhysicsLinkedCustomPropertyManager::CPhysicsLinkedCustomPropertyManager;
     ~CLegacyCustomPropertyManager() override;
 
     /// Full path of the property file.

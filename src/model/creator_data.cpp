@@ -5,7 +5,8 @@
 
 namespace NBrenmark {
 
-CCreatorData::CCreatorData(const SPropertyManagers& managers) : particleTypes(managers.particle)
+CCreatorData::CCreatorData(const SPropertyManagers& managers)
+    : particleTypes(managers.particle), geometryGroups(managers), physicsModels(this)
 {
     particleTypes.domain = &domain;
 }
@@ -33,6 +34,11 @@ void CCreatorData::clear()
     setStorageIndex(noStorageIndex);
     setStorageOffset(noStorageOffset);
     materialBlocks.clear();
+}
+
+CGeometryGroup* CCreatorData::geometryGroupByName(const QString& name) const
+{
+    return geometryGroups.at(geometryGroups.indexOf(name));
 }
 
 void CCreatorData::changeTitle(const QString& text)

@@ -32,6 +32,9 @@ public:
     /// gravity, the domain and the cylindrical conditions stay.
     void clear() override;
 
+    /// Null if no group has the name.
+    CGeometryGroup* geometryGroupByName(const QString& name) const;
+
     /// The user-facing setter: marks the model as modified too.
     void changeTitle(const QString& text);
 

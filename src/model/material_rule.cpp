@@ -1,21 +1,54 @@
 // The rule by which decks from before 30.0.4 get the two kinds of material.
 #include "core/log.h"
 #include "model/creator_data.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/geometry_group.h"
+
+#include <QHash>
 
 namespace NBrenmark {
 
-// A material that both particles and geometry use would be split here, each geometry group moved to an equipment copy
-// (MaterialMap::splitMaterial). GeometryGroups holds no group that could use one, so a material used is bulk alone.
+using CGroupsByMaterial = QHash<QString, std::vector<CGeometryGroup*>>;
+
+static CGroupsByMaterial groupsByMaterial(const GeometryGroups& geometry)
+{
+    CGroupsByMaterial groups;
+    for (CGeometryGroup* group : geometry.groups())
+        if (group != nullptr)
+            groups[group->materialName].push_back(group);
+    return groups;
+}
+
+static void becomeEquipment(CMaterial& material, const QString& name)
+{
+    material.type = eEquipmentMaterial;
+    logMessage(eWarning, "Conversion",
+               "Material \"" + name.toStdString() +
+                   "\" is used by no particle type: it becomes an equipment material.");
+}
+
 void applyMaterialRule(CCreatorData& creator)
 {
-    for (auto entry = creator.materials.begin(); entry != creator.materials.end(); ++entry) {
-        CMaterial& material = *entry.value();
-        if (!material.isBulk() || !creator.particleTypes.typesOfMaterial(entry.key()).empty())
+    const CGroupsByMaterial groups = groupsByMaterial(creator.geometryGroups);
+    const QStringList names = creator.materials.keys(); // copies made below are no bulk materials
+    for (const QString& name : names) {
+        CMaterial& material = *creator.materials.find(name);
+        if (!material.isBulk())
             continue;
-        material.type = eEquipmentMaterial;
+        if (creator.particleTypes.typesOfMaterial(name).empty()) {
+            becomeEquipment(material, name);
+            continue;
+        }
+        const std::vector<CGeometryGroup*> users = groups.value(name);
+        if (users.empty())
+            continue;
+        const QString copy = creator.materials.splitMaterial(name, true, creator.interactions);
+        for (CGeometryGroup* group : users)
+            group->materialName = copy;
         logMessage(eWarning, "Conversion",
-                   "Material \"" + entry.key().toStdString() +
-                       "\" is used by no particle type: it becomes an equipment material.");
+                   "Material \"" + name.toStdString() + "\" is used by particles and by " +
+                       std::to_string(users.size()) + " geometry groups: the groups get the equipment material \"" +
+                       copy.toStdString() + "\".");
     }
 }
 

@@ -32,6 +32,8 @@ public:
     CParticleType& append();
 
     quint32 count() const { return static_cast<quint32>(types.size()); }
+    /// Of the particle properties; may be null.
+    CCustomPropertyManager* properties() const { return propertyManager; }
     /// The last type of that exact name, or null.
     CParticleType* find(const QString& name) const;
     /// The display names without duplicates, in order.

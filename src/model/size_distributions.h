@@ -1,7 +1,8 @@
 #pragma once
 // Which share of the particles of a mix gets which size law.
 
-#include <QString>
+#include "model/factories/size_distribution_kinds.h"
+
 #include <map>
 #include <memory>
 #include <string>
@@ -11,15 +12,6 @@ namespace NBrenmark {
 
 class IFileVisitorReader;
 class IFileVisitorWriter;
-
-/// A size law.
-class ISizeDistribution
-{
-public:
-    virtual ~ISizeDistribution() = default;
-    virtual void read(IFileVisitorReader& visitor) = 0;
-    virtual void write(IFileVisitorWriter& visitor) const = 0;
-};
 
 struct SParticleDistribution
 {

@@ -1,47 +1,48 @@
 #pragma once
-// What every contact model is to a deck: a name, a place in a chain, and a parameter record.
+// What every contact model is to a deck: a name, a place in a chain, a parameter record, and custom
+// properties that it works on. The names in its tables are names of the deck, so a rename goes
+// through every model.
+
+#include "model/parameter_support.h"
+#include "physics/model_kinds.h"
+#include "physics/required_property.h"
+#include "results/custom_property_manager.h"
 
 #include <QString>
+
+#include <string>
 
 namespace NBrenmark {
 
 class IFileVisitorReader;
 class IFileVisitorWriter;
 
-enum EContactModelType : quint32
-{
-    eSphereSphereModel = 0,
-    eSphereGeometryModel = 1
-};
-
-/// Where a model comes from; any other value asks for a built-in one first, then a plug-in.
-enum EModelSource : quint32
-{
-    eBuiltInModel = 0,
-    ePluginModel = 1
-};
-
-/// The option of many parameter records whether the second element of a contact gets a rolling
-/// friction torque. It starts as true between spheres and as false at geometry.
-class CRollingFrictionParamData
-{
-public:
-    explicit CRollingFrictionParamData(quint32 modelType) : enableRollingFriction(modelType == eSphereSphereModel) {}
-    virtual ~CRollingFrictionParamData() = default;
-    virtual bool hasRollingFrictionOption() const { return true; }
-
-    bool enableRollingFriction;
-};
-
-class IContactModel
+class IContactModel : public IParameterSupport, public IPropertyListener
 {
 public:
     IContactModel(quint32 modelType, quint32 source) : modelType(modelType), source(source) {}
-    virtual ~IContactModel() = default;
+
     /// The registered name.
     virtual QString modelName() const = 0;
-    virtual void read(IFileVisitorReader& visitor) = 0;
+    /// Plain numbers for the solver, which checks the order of a chain by them.
+    virtual quint32 chainRole() const = 0;
+    virtual quint32 chainPosition() const = 0;
+    virtual bool capabilityFlag() const = 0;
+    /// New definitions for an owner, an ECustomPropertyOwner.
+    virtual RequiredProperties requiredProperties(unsigned int ownerType) const = 0;
+    virtual bool pluginQuery() const { return false; }
+    /// Empties the parameter tables; single numbers stay.
+    virtual void reset() {}
+    virtual void materialRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
+    virtual void particleTypeRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
+    virtual void geometryRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
+    /// The parameter record.
     virtual void write(IFileVisitorWriter& visitor) const = 0;
+    virtual void read(IFileVisitorReader& visitor) = 0;
+
+    // Nothing that a model keeps depends on the definitions.
+    void managerChanged(CCustomPropertyManager& /*manager*/, int /*value*/) override {}
+    void propertyAdded(CCustomPropertyManager& /*manager*/) override {}
 
     quint32 modelType; ///< EContactModelType
     quint32 source;    ///< EModelSource

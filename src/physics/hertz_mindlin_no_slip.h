@@ -1,11 +1,13 @@
 #pragma once
 // The default contact model of both chains.
 
-#include "physics/contact_model.h"
+#include "physics/built_in_contact_model.h"
+#include "physics/rolling_friction.h"
 
 namespace NBrenmark {
 
-class CHertzMindlinNoSlipContactModelParamData : public CRollingFrictionParamData
+class CHertzMindlinNoSlipContactModelParamData : public CParamData<CHertzMindlinNoSlipContactModelParamData>,
+                                                 public CRollingFrictionParamData
 {
 public:
     explicit CHertzMindlinNoSlipContactModelParamData(quint32 modelType)
@@ -17,17 +19,12 @@ public:
     quint32 modelType;
 };
 
-class CHertzMindlinNoSlipContactModel : public IContactModel
+class CHertzMindlinNoSlipContactModel : public CContactModelWith<CHertzMindlinNoSlipContactModelParamData>
 {
 public:
-    static const QString registeredName; ///< "Hertz-Mindlin (no slip)"
+    static constexpr QLatin1String registeredName{"Hertz-Mindlin (no slip)", 23};
 
-    explicit CHertzMindlinNoSlipContactModel(quint32 modelType);
-    QString modelName() const override { return registeredName; }
-    void read(IFileVisitorReader& visitor) override;
-    void write(IFileVisitorWriter& visitor) const override;
-
-    CHertzMindlinNoSlipContactModelParamData parameters;
+    using CContactModelWith::CContactModelWith;
 };
 
 } // namespace NBrenmark

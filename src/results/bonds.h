@@ -1,37 +1,118 @@
 #pragma once
-// Pairs held together by a bonded contact model. No row can be held yet: the families are always
-// empty, and a deck with bonds is refused by the visitors.
+// Pairs held together by a bonded contact model. They outlast contact and may break. A family is a
+// structure of arrays, one element a row; rows aren't used again.
 
-#include <QtGlobal>
+#include "maths/vector.h"
+#include "platform/omp_lock.h"
+#include "results/pair_rows.h"
+
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace NBrenmark {
 
+class CBondParameters;
 class IFileVisitorReader;
 class IFileVisitorWriter;
+
+/// CBondsBase::state.
+enum EBondState : quint32
+{
+    eBrokenBond = 0,
+    eIntactBond = 1,
+    eDroppedBond = 2 ///< the row goes at the next saving
+};
+
+/// The parameters of a pair of materials in a model that bonds, or null.
+using BondParametersOf =
+    std::function<const CBondParameters*(const std::string& material, const std::string& otherMaterial)>;
 
 class CBondsBase
 {
 public:
+    /// Capacity that the arrays get at the first growth.
+    static constexpr std::size_t leastCapacity = 16000;
+    /// Stands for no place of the table.
+    static constexpr quint32 noSlot = 0xFFFFFFFFu;
+
+    CBondsBase() = default;
     virtual ~CBondsBase() = default;
+    CBondsBase(const CBondsBase&) = delete;
+    CBondsBase& operator=(const CBondsBase&) = delete;
+
     void read(IFileVisitorReader& visitor);
-    void write(IFileVisitorWriter& visitor) const;
-    quint32 rowCount() const { return 0; }
+    /// Takes the dropped rows out before.
+    void write(IFileVisitorWriter& visitor);
+
+    /// The centres of the two spheres that a bond holds, m.
+    /// \return false if the family or the store has none
+    virtual bool bondEnds(const CParticleTypes& types, quint32 row, C3DPoint& firstCentre, C3DPoint& secondCentre,
+                          double& length) const = 0;
+
+    quint32 rowCount() const { return static_cast<quint32>(rows.size()); }
+    quint32 countByState(quint32 wanted) const;
+
+    /// A new row of zeros at the end.
+    /// \param exclusive  the caller has the family to itself; else the call may come from a parallel loop
+    /// \return false if the arrays are full and the call isn't exclusive
+    bool allocateRow(quint32& row, bool exclusive);
+
+    // What follows is for one thread.
+
+    void reserveRows(std::size_t count);
+    void resizeRows(std::size_t count);
+    void clear();
+    /// Takes out the dropped rows, each replaced by the last one that stays.
+    void compact();
+    /// Enters every row that isn't dropped into the table. Adding rows doesn't.
+    void rebuildLookup();
+    /// The place of the table that holds a row, or the empty one where it belongs; noSlot without a table.
+    quint32 findSlot(const PairRow& row) const;
+    /// \return false if the table doesn't hold the row
+    bool findRow(const PairRow& wanted, quint32& row) const;
+
+    std::vector<PairRow> rows;
+    std::vector<C3DVector> normalForce;             ///< N
+    std::vector<C3DVector> tangentialForce;         ///< N
+    std::vector<C3DVector> normalTorque;            ///< N m
+    std::vector<C3DVector> tangentialTorque;        ///< N m
+    std::vector<quint32> state;                     ///< EBondState
+    std::vector<double> breakTime;                  ///< s
+    std::vector<const CBondParameters*> parameters; ///< null until matched; not owned, not stored
+    std::vector<quint32> lookup;                    ///< open addressing, row + 1; 0: empty; not stored
+    COmpLock lock;
+
+private:
+    void makeRoom();
+    void copyRow(quint32 source, quint32 target);
 };
 
 class CSurfaceSurfaceBonds : public CBondsBase
 {
+public:
+    bool bondEnds(const CParticleTypes& types, quint32 row, C3DPoint& firstCentre, C3DPoint& secondCentre,
+                  double& length) const override;
 };
 
 class CSurfaceGeometryBonds : public CBondsBase
 {
+public:
+    bool bondEnds(const CParticleTypes&, quint32, C3DPoint&, C3DPoint&, double&) const override { return false; }
 };
 
 class CBonds
 {
 public:
     void read(IFileVisitorReader& visitor);
-    void write(IFileVisitorWriter& visitor) const;
-    void clear() {}
+    void write(IFileVisitorWriter& visitor);
+    void clear();
+    /// Of the surface-surface family.
+    quint32 countByState(quint32 wanted) const { return surfaceSurface.countByState(wanted); }
+    /// Gives each surface-surface bond the parameters of its two materials. One that has none is broken
+    /// from this time on and bears nothing.
+    /// \return how many were intact and are broken now
+    quint32 matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf);
 
     CSurfaceSurfaceBonds surfaceSurface;
     CSurfaceGeometryBonds surfaceGeometry;

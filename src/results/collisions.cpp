@@ -3,11 +3,105 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
+#include <algorithm>
+
 namespace NBrenmark {
+
+// ---------------------------------------------------------------- every array, once
+
+template <class TEnd, class TVisit>
+static void forEachEndArray(TEnd& end, quint32 fields, const TVisit& visit)
+{
+    const auto visitIf = [&](quint32 field, auto& array) {
+        if ((fields & field) != 0)
+            visit(array);
+    };
+    visitIf(eEndIds, end.ids);
+    visitIf(eEndVelocity, end.velocity);
+    visitIf(eEndPosition, end.position);
+    visitIf(eEndRadius, end.radius);
+    visitIf(eEndAngularVelocity, end.angularVelocity);
+    visitIf(eEndOrientation, end.orientation);
+}
+
+template <class TVisit>
+static void forEachArray(CCollisionsBase& c, quint32 fields, const TVisit& visit)
+{
+    const auto visitIf = [&](quint32 field, auto& array) {
+        if ((fields & field) != 0)
+            visit(array);
+    };
+    visitIf(eCollisionIds, c.ids);
+    visitIf(eCollisionStartTime, c.startTime);
+    visitIf(eCollisionPosition, c.position);
+    visitIf(eCollisionUnitCpVector, c.unitCpVector);
+    visitIf(eCollisionRelativeVelocity, c.relativeVelocity);
+    forEachEndArray(c.first, fields, visit);
+    forEachEndArray(c.second, fields >> secondEndShift, visit);
+    visitIf(eCollisionMaxNormalForce, c.maxNormalForce);
+    visitIf(eCollisionMaxTangentialForce, c.maxTangentialForce);
+    visitIf(eCollisionIterations, c.iterations);
+    visitIf(eCollisionNormalEnergy, c.normalEnergy);
+    visitIf(eCollisionShearEnergy, c.shearEnergy);
+    visitIf(eCollisionTotalNormalForce, c.totalNormalForce);
+    visitIf(eCollisionTotalTangentialForce, c.totalTangentialForce);
+    visitIf(eCollisionEndTime, c.endTime);
+}
+
+// ---------------------------------------------------------------- a family
 
 void CCollisionsBase::read(IFileVisitorReader& v) { v.readCollisionsBase(*this); }
 
 void CCollisionsBase::write(IFileVisitorWriter& v) const { v.writeCollisionsBase(*this); }
+
+quint32 CCollisionsBase::liveCount() const
+{
+    return static_cast<quint32>(ids.size()) - static_cast<quint32>(std::count(ids.begin(), ids.end(), 0u));
+}
+
+void CCollisionsBase::reserveRecords(std::size_t count)
+{
+    forEachArray(*this, mask, [count](auto& array) { array.reserve(count); });
+}
+
+template <class T>
+static void resizeWithZeros(std::vector<T>& array, std::size_t count)
+{
+    array.resize(count);
+}
+
+static void resizeWithZeros(std::vector<CQuaternion>& array, std::size_t count)
+{
+    array.resize(count, CQuaternion(0.0, 0.0, 0.0, 0.0));
+}
+
+void CCollisionsBase::resizeRecords(std::size_t count)
+{
+    forEachArray(*this, mask, [count](auto& array) { resizeWithZeros(array, count); });
+}
+
+void CCollisionsBase::clear()
+{
+    forEachArray(*this, eAllCollisionFields, [](auto& array) { array.clear(); });
+}
+
+void CCollisionsBase::copyRecord(quint32 source, quint32 target, quint32 fieldSet)
+{
+    const quint32 fields = fieldSet == eOwnCollisionFields ? mask : fieldSet & mask;
+    forEachArray(*this, fields, [=](auto& array) { array[target] = array[source]; });
+}
+
+bool CCollisionsBase::dropForeignArrays()
+{
+    bool dropped = false;
+    forEachArray(*this, eAllCollisionFields & ~mask, [&dropped](auto& array) {
+        dropped = dropped || !array.empty();
+        array.clear();
+    });
+    return dropped;
+}
+
+// ---------------------------------------------------------------- both
 
 void CCollisions::read(IFileVisitorReader& v) { v.readCollisions(*this); }
 

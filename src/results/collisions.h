@@ -1,31 +1,103 @@
 #pragma once
-// Records of contacts' histories. No record can be held yet: the families are always empty, and
-// a deck with collisions is refused by the visitors.
+// Records of contacts' histories: finished collisions in families of their own, and those that go on
+// nested in a contact family, one record a row. A family is a structure of arrays, one element a record.
 
 #include "core/save_options.h"
+#include "maths/quaternion.h"
+#include "maths/vector.h"
+#include "platform/omp_lock.h"
 
-#include <QtGlobal>
+#include <vector>
 
 namespace NBrenmark {
 
 class IFileVisitorReader;
 class IFileVisitorWriter;
 
+/// Bits of a word that names arrays of a collision family.
+enum ECollisionField : quint32
+{
+    eCollisionIds = 1u << 0,
+    eCollisionStartTime = 1u << 1,
+    eCollisionEndTime = 1u << 2,
+    eCollisionMaxNormalForce = 1u << 3,
+    eCollisionMaxTangentialForce = 1u << 4,
+    eCollisionUnitCpVector = 1u << 5,
+    eCollisionRelativeVelocity = 1u << 6,
+    eCollisionPosition = 1u << 7,
+    eCollisionIterations = 1u << 8,
+    eCollisionNormalEnergy = 1u << 9,
+    eCollisionShearEnergy = 1u << 10,
+    eCollisionTotalNormalForce = 1u << 11,
+    eCollisionTotalTangentialForce = 1u << 12,
+    // Of the first end; of the second the same, secondEndShift bits higher.
+    eEndIds = 1u << 13,
+    eEndVelocity = 1u << 14,
+    eEndPosition = 1u << 15,
+    eEndRadius = 1u << 16,
+    eEndAngularVelocity = 1u << 17,
+    eEndOrientation = 1u << 18,
+    /// Every array that there is.
+    eAllCollisionFields = (1u << 25) - 1,
+    /// The family's own mask.
+    eOwnCollisionFields = 1u << 25
+};
+constexpr unsigned secondEndShift = 6;
+
+/// One of the two partners, at the start of the collision.
+struct SCollisionEnd
+{
+    std::vector<quint32> ids;               ///< of particle or triangle
+    std::vector<C3DVector> velocity;        ///< m/s
+    std::vector<C3DPoint> position;         ///< m
+    std::vector<double> radius;             ///< m
+    std::vector<C3DVector> angularVelocity; ///< rad/s
+    std::vector<CQuaternion> orientation;
+};
+
 class CCollisionsBase
 {
 public:
-    /// \param mask  the arrays that the family has
+    /// \param mask  the arrays that the family has; the others stay empty
     explicit CCollisionsBase(quint32 mask) : mask(mask) {}
     virtual ~CCollisionsBase() = default;
+    CCollisionsBase(const CCollisionsBase&) = delete;
+    CCollisionsBase& operator=(const CCollisionsBase&) = delete;
+
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 
     /// The family's bit of the timestep mask.
     virtual quint32 familyMask() const = 0;
-    quint32 recordCount() const { return 0; }
-    void clear() {}
+    quint32 recordCount() const { return static_cast<quint32>(ids.size()); }
+    /// Records with a collision.
+    quint32 liveCount() const;
+    void reserveRecords(std::size_t count);
+    /// New records are zero, quaternions too, and without a collision.
+    void resizeRecords(std::size_t count);
+    void clear();
+    /// \param fieldSet  the arrays that take part
+    void copyRecord(quint32 source, quint32 target, quint32 fieldSet);
+    /// Empties what a file held beyond the family's mask. \return whether there was any
+    bool dropForeignArrays();
 
-    quint32 mask;
+    std::vector<quint32> ids;       ///< 0 marks a record without a collision
+    std::vector<double> startTime;  ///< s
+    std::vector<C3DPoint> position; ///< m
+    std::vector<C3DVector> unitCpVector;
+    std::vector<C3DVector> relativeVelocity; ///< m/s
+    SCollisionEnd first;
+    SCollisionEnd second;
+    std::vector<C3DVector> maxNormalForce;     ///< N
+    std::vector<C3DVector> maxTangentialForce; ///< N
+    std::vector<quint32> iterations;
+    std::vector<double> normalEnergy;            ///< J
+    std::vector<double> shearEnergy;             ///< J
+    std::vector<C3DVector> totalNormalForce;     ///< N
+    std::vector<C3DVector> totalTangentialForce; ///< N
+    std::vector<double> endTime;                 ///< s
+    const quint32 mask;
+    COmpLock lock;
 };
 
 class CSurfaceSurfaceCollisions : public CCollisionsBase
@@ -35,6 +107,7 @@ public:
     quint32 familyMask() const override { return eSurfaceSurfaceCollisions; }
 };
 
+/// The second end is a triangle: it has neither radius nor rotation.
 class CSurfaceGeometryCollisions : public CCollisionsBase
 {
 public:
@@ -42,6 +115,7 @@ public:
     quint32 familyMask() const override { return eSurfaceGeometryCollisions; }
 };
 
+/// The finished ones.
 class CCollisions
 {
 public:

@@ -3,34 +3,231 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
+#include <algorithm>
+#include <mutex>
+
 namespace NBrenmark {
 
-void CContactRecordList::read(IFileVisitorReader& v) { v.readContactRecords(*this); }
+/// The arrays that always have one element a row.
+template <class TVisit>
+static void forEachArray(CContactsBase& c, const TVisit& visit)
+{
+    visit(c.rows);
+    visit(c.tangentialOverlap);
+    visit(c.contactVector1);
+    visit(c.contactVector2);
+    visit(c.position);
+    visit(c.normalOverlap);
+    visit(c.normalForce);
+    visit(c.tangentialForce);
+    visit(c.legacyScalar);
+    visit(c.legacyFlags);
+}
 
-void CContactRecordList::write(IFileVisitorWriter& v) const { v.writeContactRecords(*this); }
+// ---------------------------------------------------------------- rows
 
 void CContactsBase::read(IFileVisitorReader& v) { v.readContactsBase(*this); }
 
-void CContactsBase::write(IFileVisitorWriter& v) const { v.writeContactsBase(*this); }
+void CContactsBase::write(IFileVisitorWriter& v) { v.writeContactsBase(*this); }
 
-void CContacts::read(IFileVisitorReader& v) { v.readContacts(*this); }
+quint32 CContactsBase::liveCount() const
+{
+    return static_cast<quint32>(
+        std::count_if(normalOverlap.begin(), normalOverlap.end(), [](double overlap) { return !(overlap < 0.0); }));
+}
 
-void CContacts::write(IFileVisitorWriter& v) const { v.writeContacts(*this); }
+quint32 CContactsBase::strayCount() const
+{
+    return static_cast<quint32>(std::count_if(normalOverlap.begin(), normalOverlap.end(), [](double overlap) {
+        return overlap < 0.0 && overlap != takenOverlap && overlap != releasedOverlap;
+    }));
+}
+
+bool CContactsBase::allocateRow(quint32& row, bool exclusive)
+{
+    std::unique_lock<COmpLock> guard(lock, std::defer_lock);
+    if (!exclusive)
+        guard.lock();
+    row = 0;
+    if (firstFree != 0) {
+        row = firstFree - 1;
+        firstFree = rows[row][1];
+        normalOverlap[row] = takenOverlap;
+        return true;
+    }
+    if (rows.size() == rows.capacity()) {
+        if (!exclusive)
+            return false;
+        makeRoom();
+    }
+    row = rowCount();
+    resizeRows(rows.size() + 1);
+    return true;
+}
+
+void CContactsBase::releaseRow(quint32 row)
+{
+    const std::lock_guard<COmpLock> guard(lock);
+    if (normalOverlap[row] == releasedOverlap)
+        return;
+    normalOverlap[row] = releasedOverlap;
+    rows[row][1] = firstFree;
+    ++freedCount;
+    firstFree = row + 1;
+}
+
+bool CContactsBase::findRow(const std::pair<quint32, quint32>& firstEnd, const std::pair<quint32, quint32>& secondEnd,
+                            quint32& row) const
+{
+    const PairRow wanted{firstEnd.first, firstEnd.second, secondEnd.first, secondEnd.second};
+    for (row = 0; row < rowCount(); ++row)
+        if (isLive(row) && rows[row] == wanted)
+            return true;
+    row = noRow;
+    return false;
+}
+
+// ---------------------------------------------------------------- all rows at once
+
+void CContactsBase::reserveAll(std::size_t capacity)
+{
+    forEachArray(*this, [capacity](auto& array) { array.reserve(capacity); });
+    contactRecords.reserveRows(capacity);
+    if (collisionsActive)
+        activeCollisions.reserveRecords(capacity);
+    customProperties.reserve(static_cast<unsigned int>(capacity));
+}
+
+void CContactsBase::makeRoom()
+{
+    if (rows.capacity() < leastCapacity)
+        rows.reserve(leastCapacity);
+    else { // by the factor that the vector grows with
+        rows.emplace_back();
+        rows.pop_back();
+    }
+    reserveAll(rows.capacity());
+}
+
+void CContactsBase::reserveRows(std::size_t count)
+{
+    if (count == 0)
+        makeRoom();
+    else
+        reserveAll(std::max(count, leastCapacity));
+}
+
+void CContactsBase::resizeRows(std::size_t count)
+{
+    forEachArray(*this, [count](auto& array) { array.resize(count); });
+    contactRecords.resizeRows(count);
+    if (collisionsActive)
+        activeCollisions.resizeRecords(count);
+    customProperties.resize(static_cast<unsigned int>(count));
+}
 
 void CContactsBase::clear()
 {
-    customProperties.resetAll();
+    forEachArray(*this, [](auto& array) { array.clear(); });
+    contactRecords.clear();
     activeCollisions.clear();
+    customProperties.resetAll();
+    firstFree = 0;
 }
+
+void CContactsBase::copyRow(quint32 source, quint32 target)
+{
+    forEachArray(*this, [=](auto& array) { array[target] = array[source]; });
+    contactRecords.copyRow(source, target);
+    if (collisionsActive)
+        activeCollisions.copyRecord(source, target, eOwnCollisionFields);
+    customProperties.copyItem(source, target);
+}
+
+void CContactsBase::compact()
+{
+    quint32 end = rowCount();
+    for (quint32 row = 0; row < end;) {
+        if (isLive(row)) {
+            ++row;
+            continue;
+        }
+        while (end > row && !isLive(end - 1))
+            --end;
+        if (end > row)
+            copyRow(--end, row);
+    }
+    if (end < rowCount())
+        resizeRows(end);
+    firstFree = 0;
+}
+
+void CContactsBase::rebuildFreeChain()
+{
+    firstFree = 0;
+    for (quint32 row = 0; row < rowCount(); ++row) {
+        if (normalOverlap[row] != releasedOverlap)
+            continue;
+        rows[row][1] = firstFree;
+        firstFree = row + 1;
+    }
+}
+
+bool CContactsBase::fitCollisions()
+{
+    const quint32 found = activeCollisions.recordCount();
+    if (!collisionsActive || found == rowCount())
+        return true;
+    activeCollisions.resizeRecords(rowCount());
+    return found == 0;
+}
+
+bool CContactsBase::fitRecords()
+{
+    const quint32 found = contactRecords.rowCount();
+    contactRecords.resizeRows(rowCount());
+    return found == 0 || found == rowCount();
+}
+
+// ---------------------------------------------------------------- both families
 
 CContacts::CContacts(CCustomPropertyManager* propertyManager)
     : surfaceSurface(propertyManager, activeSurfaceSurface), surfaceGeometry(propertyManager, activeSurfaceGeometry)
 {}
 
+void CContacts::read(IFileVisitorReader& v) { v.readContacts(*this); }
+
+void CContacts::write(IFileVisitorWriter& v) { v.writeContacts(*this); }
+
 void CContacts::clear()
 {
     surfaceGeometry.clear();
     surfaceSurface.clear();
+}
+
+/// \return rows that don't pass
+template <class TPasses>
+static quint32 releaseUnless(CContactsBase& family, const TPasses& passes)
+{
+    quint32 failed = 0;
+    for (quint32 row = 0; row < family.rowCount(); ++row) {
+        if (passes(family.rows[row]))
+            continue;
+        family.releaseRow(row);
+        ++failed;
+    }
+    return failed;
+}
+
+quint32 CContacts::removeDanglingRows(const CParticleTypes& types, const TriangleCounts& groups)
+{
+    SParticleEnd end;
+    const quint32 failed = releaseUnless(surfaceGeometry, [&](const PairRow& row) {
+        return findParticleEnd(types, row[0], row[1], end) && hasTriangle(groups, row[2], row[3]);
+    });
+    return failed + releaseUnless(surfaceSurface, [&](const PairRow& row) {
+               return findParticleEnd(types, row[0], row[1], end) && findParticleEnd(types, row[2], row[3], end);
+           });
 }
 
 } // namespace NBrenmark

@@ -22,6 +22,7 @@ void CCustomPropertyValueList::write(IFileVisitorWriter& v) const { v.writeCusto
 void CCustomPropertyValueList::resize(unsigned int itemCount)
 {
     const unsigned int kept = std::min(items, itemCount);
+    fromFile = fromFile && itemCount > 0;
     items = itemCount;
     values.resize(std::size_t(items) * elementsPerItem());
     fillFrom(std::size_t(kept) * elementsPerItem());
@@ -41,6 +42,7 @@ void CCustomPropertyValueList::fitTo(unsigned int itemCount)
                    QString(text).arg(QString::fromStdString(definition->name)).toStdString() + "\n" +
                        std::to_string(found) + " values found, " + std::to_string(wanted) + " expected.");
     items = itemCount;
+    fromFile = found > 0;
     values.resize(wanted);
     fillFrom(found);
 }
@@ -98,6 +100,14 @@ void CCustomPropertyValueList::resetToInitial(unsigned int index)
         itemValues[element] = usesZeroDefault ? 0.0 : definition->initialValue(element);
 }
 
+void CCustomPropertyValueList::copyItem(unsigned int source, unsigned int target)
+{
+    const double* const from = item(source);
+    double* const to = item(target);
+    if (from != nullptr && to != nullptr)
+        std::copy_n(from, elementsPerItem(), to);
+}
+
 // ---------------------------------------------------------------- the values of one owner
 
 CCustomPropertyData::CCustomPropertyData(CCustomPropertyManager* manager, bool usesZeroDefault)
@@ -135,6 +145,18 @@ void CCustomPropertyData::resize(unsigned int itemCount)
         lists.push_back(std::make_unique<CCustomPropertyValueList>(definition, usesZeroDefault));
         lists.back()->resize(items);
     }
+}
+
+void CCustomPropertyData::reserve(unsigned int itemCount)
+{
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
+        list->reserve(itemCount);
+}
+
+void CCustomPropertyData::copyItem(unsigned int source, unsigned int target)
+{
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
+        list->copyItem(source, target);
 }
 
 CCustomPropertyValueList* CCustomPropertyData::list(const std::string& name)

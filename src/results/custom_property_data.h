@@ -25,14 +25,18 @@ public:
 
     /// New items get the initial values, or zero with usesZeroDefault.
     void resize(unsigned int items);
+    void reserve(unsigned int items) { values.reserve(std::size_t(items) * elementsPerItem()); }
     /// Brings values that a file held to the expected number of items. More than expected are
     /// discarded from the back, missing ones get the initial values; both are told in the log as
     /// warnings with the property's name and the counts.
     void fitTo(unsigned int items);
+    /// Whether a file held values of the property, since the list was last emptied.
+    bool heldByFile() const { return fromFile; }
     /// The values of one item, or null for an item out of range.
     double* item(unsigned int index);
     const double* item(unsigned int index) const;
     void resetToInitial(unsigned int index);
+    void copyItem(unsigned int source, unsigned int target);
     /// One value for all elements of all items, or for one element of all items.
     void fill(double value);
     void fillElement(unsigned int element, double value);
@@ -49,6 +53,7 @@ private:
     const CCustomPropertyMetaData* definition;
     unsigned int items = 0;
     bool usesZeroDefault;
+    bool fromFile = false;
 };
 
 class CCustomPropertyData : public IPropertyListener
@@ -65,6 +70,9 @@ public:
 
     /// Every list takes the new count, and the lists follow the manager's finalized properties.
     void resize(unsigned int itemCount);
+    /// Makes room in the lists that there are.
+    void reserve(unsigned int itemCount);
+    void copyItem(unsigned int source, unsigned int target);
     /// The list of a property, or null.
     CCustomPropertyValueList* list(const std::string& name);
     void resetToInitial(unsigned int item);

@@ -1,6 +1,8 @@
 #include "results/timestep_data.h"
 
 #include "model/creator_data.h"
+#include "model/geometry/geometry_group.h"
+#include "physics/parallel_bond.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -28,6 +30,42 @@ void CTimestepData::clear()
     contacts.clear();
     bonds.clear();
     collisions.clear();
+}
+
+/// A surface-geometry row finds its triangle by these.
+static TriangleCounts triangleCounts(const GeometryGroups& geometry)
+{
+    TriangleCounts counts;
+    counts.reserve(geometry.groups().size());
+    for (const CGeometryGroup* group : geometry.groups()) {
+        const bool stands = group != nullptr && group->index != GeometryGroups::notFound;
+        counts.push_back(stands ? static_cast<quint32>(group->triangleNodes.size()) : 0);
+    }
+    return counts;
+}
+
+quint32 CTimestepData::removeDanglingContacts()
+{
+    const quint32 before = contacts.liveCount();
+    contacts.removeDanglingRows(particleTypes, triangleCounts(creatorData.geometryGroups));
+    return before - contacts.liveCount();
+}
+
+/// Empty without a model that bonds.
+static BondParametersOf bondParametersOf(const CPhysicsModels& physics)
+{
+    const auto* model = dynamic_cast<const CParallelBondContactModel*>(
+        CPhysicsModels::findModel(physics.sphereSphereModels, QStringLiteral("Hertz-Mindlin with bonding")));
+    if (model == nullptr)
+        return BondParametersOf();
+    const CBondParametersMap& map = model->parameters.bondParameters;
+    return [&map](const std::string& a, const std::string& b) { return map.find(CBondParametersMap::pairKey(a, b)); };
+}
+
+quint32 CTimestepData::matchBondParameters()
+{
+    const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels);
+    return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : 0;
 }
 
 } // namespace NBrenmark

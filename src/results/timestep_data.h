@@ -32,6 +32,17 @@ public:
     /// Before each read into the frame. isFull, the masks, time and date stay; a read overwrites them.
     void clear() override;
 
+    /// Moves the charges that an old file stores beside the particles into the properties "Charge" and
+    /// "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
+    /// have nowhere to go are told in the log.
+    void rebuildChargeProperties();
+    /// Releases the contacts with an end that isn't in the particle store or the geometry: after a read.
+    /// \return how many live ones were lost by that
+    quint32 removeDanglingContacts();
+    /// Gives the bonds the parameters of the model that bonds, if the deck has one: after a read.
+    /// \return how many were intact and are broken now, for there are none
+    quint32 matchBondParameters();
+
     double time = 0.0;        ///< simulated, s
     double elapsedTime = 0.0; ///< real, s
     qint32 runNumber = 0;

@@ -5,13 +5,11 @@
 
 namespace NBrenmark {
 
-class CSizeLaw : public ISizeDistribution
+class CSizeLaw : public CFixedSizeDistribution
 {
 public:
     explicit CSizeLaw(int& alive) : alive(alive) { ++alive; }
     ~CSizeLaw() override { --alive; }
-    void read(IFileVisitorReader&) override {}
-    void write(IFileVisitorWriter&) const override {}
 
     int& alive;
 };

@@ -99,6 +99,11 @@ public:
         H5Ldelete(file, path.c_str(), H5P_DEFAULT);
         return *this;
     }
+    CH5Builder& renamed(const std::string& path, const std::string& newPath)
+    {
+        H5Lmove(file, path.c_str(), file, newPath.c_str(), H5P_DEFAULT, H5P_DEFAULT);
+        return *this;
+    }
     CH5Builder& withoutAttribute(const std::string& group, const std::string& name)
     {
         H5Adelete_by_name(file, group.c_str(), name.c_str(), H5P_DEFAULT);

@@ -97,7 +97,7 @@ CBytes physicsBytes(const SDeckCreator& creator)
          {&creator.particleParticle, &creator.particleGeometry, &creator.forces}) {
         b.i32(static_cast<qint32>(chain->size()));
         for (const SDeckModel& model : *chain)
-            b.text(model.name).i32(model.kind); // the default model has no parameters of its own
+            b.text(model.name).i32(model.kind) += model.parameters;
     }
     return b;
 }
@@ -120,7 +120,7 @@ CBytes creatorBytes(quint32 version, const SDeckCreator& c)
     b.i32(static_cast<qint32>(c.interactions.size()));
     for (const SDeckInteraction& interaction : c.interactions)
         b.text(interaction.key) += interactionBytes(interaction);
-    b.i32(c.geometryGroups);
+    b += groupListBytes(version, c.groups);
     b.text(c.title).i32(c.reservedTitleWord).f64(c.damping).text(c.description);
     b.i32(c.limits.velocityRestricted).f64(c.limits.velocityLimit);
     b.i32(c.limits.angularVelocityRestricted).f64(c.limits.angularVelocityLimit);
@@ -132,48 +132,89 @@ CBytes timestepHeadBytes(quint32 version, const SDeckTimestep& t)
     CBytes b = stampBytes(version, t.stamp);
     if (since(version, 22, 0, 0))
         b.u32(0xBEEFCAFE).i32(t.isFull).i32(t.timestepMask).i32(t.particleMask).i32(t.geometryMask);
-    else {
+    else
         b.i32(t.fullGeometry);
-        if (t.fullGeometry != 0)
-            b.i32(0); // the groups in creator form begin with their count
-    }
+    if (!since(version, 22, 0, 0) && t.fullGeometry != 0)
+        return b += groupListBytes(version, t.groups);
+    for (const SDeckGroup& group : t.groups)
+        b += groupStateBytes(version, group);
     return b;
 }
 
-/// A family of collisions with nothing in it: count, flag, and the mask that the family always has.
-static CBytes noCollisionFamily(quint32 mask) { return CBytes().i32(0).i8(0).u32(mask); }
+// ---------------------------------------------------------------- pairs
 
-/// Surface to surface all 25 arrays, surface to geometry those up to the triangle's position.
-static constexpr quint32 surfaceCollisionMask = 0x1FFFFFF;
-static constexpr quint32 geometryCollisionMask = 0x3FFFFF;
+SDeckPairs::SDeckPairs()
+{
+    for (std::size_t family = 0; family < 2; ++family) {
+        const quint32 mask = family == 0 ? surfaceCollisionMask : geometryCollisionMask;
+        contacts[family].collisions.mask = mask;
+        collisions[family].mask = mask;
+    }
+}
 
-static CBytes noContactFamily(quint32 version, quint32 collisionMask)
+static CBytes packed(const CBytes& arrays, bool deflate) { return deflate ? CBytes().deflated(arrays) : arrays; }
+
+CBytes collisionFamilyBytes(const SDeckCollisions& c)
 {
     CBytes b;
-    b.i32(0).i8(0).i32(255);
-    if (since(version, 20, 0, 17)) {
-        b.i8(0); // collisions aren't active
-        b += noCollisionFamily(collisionMask);
-        b.block(2, CBytes().i32(0).i32(0)); // no records, of no rows
+    b.i32(c.count).i8(c.deflated ? 1 : 0).u32(c.mask);
+    return c.count > 0 ? b += packed(c.arrays, c.deflated) : b;
+}
+
+static CBytes contactRecordBytes(const SDeckContacts& c)
+{
+    CBytes b;
+    b.i32(static_cast<qint32>(c.records.size()));
+    for (const SDeckContactRecord& record : c.records) {
+        b.i32(record.kind).i32(record.type).text(record.name).f64(record.scale);
+        b += triple(record.defaultValue);
     }
-    if (since(version, 22, 1, 1))
-        b += customPropertyBytes({});
+    b.i32(c.recordRows);
+    if (!c.records.empty()) {
+        b.i8(0);
+        for (const SDeckContactRecord& record : c.records)
+            b.rawF64(record.values);
+    }
     return b;
 }
 
-CBytes noContactsBytes(quint32 version)
+CBytes contactFamilyBytes(quint32 version, const SDeckContacts& c)
+{
+    CBytes b;
+    b.i32(c.count).i8(c.deflated ? 1 : 0);
+    if (since(version, 20, 0, 6))
+        b.i32(c.fields);
+    if (since(version, 20, 0, 17))
+        b.i8(c.collisionsActive);
+    if (c.count > 0)
+        b += packed(c.arrays, c.deflated);
+    if (since(version, 20, 0, 17)) {
+        b += collisionFamilyBytes(c.collisions);
+        b.block(2, contactRecordBytes(c));
+    }
+    if (since(version, 22, 1, 1))
+        b += customPropertyBytes(c.properties);
+    return b;
+}
+
+CBytes bondFamilyBytes(const SDeckBonds& bonds)
+{
+    return CBytes().i32(bonds.count).i8(bonds.deflated ? 1 : 0) + packed(bonds.arrays, bonds.deflated);
+}
+
+CBytes pairBytes(quint32 version, const SDeckPairs& pairs)
 {
     const CBytes contacts =
-        noContactFamily(version, surfaceCollisionMask) + noContactFamily(version, geometryCollisionMask);
+        contactFamilyBytes(version, pairs.contacts[0]) + contactFamilyBytes(version, pairs.contacts[1]);
     CBytes b;
     if (since(version, 20, 0, 17)) {
         b.block(3, contacts);
-        b.block(1, noCollisionFamily(surfaceCollisionMask) + noCollisionFamily(geometryCollisionMask));
+        b.block(1, collisionFamilyBytes(pairs.collisions[0]) + collisionFamilyBytes(pairs.collisions[1]));
     }
-    else
+    else if (since(version, 20, 0, 2))
         b.i32(0) += contacts;
     if (since(version, 21, 0, 2))
-        b.block(4, CBytes().i32(0).i8(0).i32(0).i8(0));
+        b.block(4, bondFamilyBytes(pairs.bonds[0]) + bondFamilyBytes(pairs.bonds[1]));
     return b;
 }
 
@@ -193,10 +234,22 @@ CBytes timestepTailBytes(quint32 version, const SDeckTimestep& t)
     return b;
 }
 
+CBytes pluginFactoryBytes(quint32 version, const std::vector<SDeckPluginFactory>& factories)
+{
+    CBytes b;
+    b.i32(static_cast<qint32>(factories.size()));
+    for (const SDeckPluginFactory& factory : factories) {
+        b.text(factory.kind).text(factory.name);
+        if (since(version, 23, 0, 0))
+            b.text(factory.library);
+    }
+    return b;
+}
+
 CBytes timestepBytes(quint32 version, const SDeckTimestep& t)
 {
-    CBytes b = timestepHeadBytes(version, t) + particleTypesBytes(version, t.particles) + noContactsBytes(version);
-    b.i32(t.pluginFactories);
+    CBytes b = timestepHeadBytes(version, t) + particleTypesBytes(version, t.particles) + pairBytes(version, t.pairs);
+    b += pluginFactoryBytes(version, t.pluginFactories);
     return b += timestepTailBytes(version, t);
 }
 
@@ -245,6 +298,108 @@ SDeckValueList makeDeckValues(double first, int rows, int width, bool deflated)
     for (int i = 0; i < rows * width; ++i)
         list.values.push_back(first + i);
     return list;
+}
+
+static std::vector<double> deckValues(int first, int bit, std::size_t rows, int width)
+{
+    std::vector<double> values;
+    for (std::size_t row = 0; row < rows; ++row)
+        for (int component = 0; component < width; ++component)
+            values.push_back(deckValue(first, bit, static_cast<int>(row), component));
+    return values;
+}
+
+static std::vector<qint32> deckWords(qint32 first, std::size_t rows)
+{
+    std::vector<qint32> words;
+    for (std::size_t row = 0; row < rows; ++row)
+        words.push_back(first + static_cast<qint32>(row));
+    return words;
+}
+
+static CBytes rawPairs(const std::vector<SDeckPair>& pairs)
+{
+    std::vector<qint32> words;
+    for (const SDeckPair& pair : pairs)
+        for (const quint32 word : pair)
+            words.push_back(static_cast<qint32>(word));
+    return CBytes().rawI32(words);
+}
+
+CBytes contactArrays(int first, const std::vector<SDeckPair>& pairs, const std::vector<double>& overlaps, qint32 fields)
+{
+    const std::size_t n = pairs.size();
+    CBytes b;
+    const auto has = [fields](int bit) { return (fields & (1 << bit)) != 0; };
+    if (has(0))
+        b += rawPairs(pairs);
+    for (const int bit : {1, 2, 3, 4})
+        if (has(bit))
+            b.rawF64(deckValues(first, bit, n, 3));
+    if (has(5))
+        b.rawF64(overlaps);
+    for (const int bit : {6, 13, 7})
+        if (has(bit))
+            b.rawF64(deckValues(first, bit, n, 3));
+    if (has(12))
+        b.rawI32(deckWords(12000, n));
+    if (has(13))
+        b.rawF64(std::vector<double>(3 * n, 1e300));
+    if (has(14))
+        b.rawI32(deckWords(14000, n));
+    if (has(11))
+        b.rawF64(deckValues(first, 11, n, 1));
+    return b;
+}
+
+SDeckContacts makeDeckContacts(int first, const std::vector<SDeckPair>& pairs, const std::vector<double>& overlaps,
+                               qint32 fields, bool deflated)
+{
+    SDeckContacts contacts;
+    contacts.count = static_cast<int>(pairs.size());
+    contacts.fields = fields;
+    contacts.arrays = contactArrays(first, pairs, overlaps, fields);
+    contacts.deflated = deflated;
+    return contacts;
+}
+
+SDeckCollisions makeDeckCollisions(int first, int count, quint32 mask, bool deflated)
+{
+    // In the order of the file: the bit, and how many doubles a row has; 0 for a word.
+    static const int arrays[][2] = {{0, 0},  {1, 1},  {7, 3},  {3, 3},  {4, 3},  {5, 3},  {6, 3},  {2, 1},  {8, 0},
+                                    {9, 1},  {10, 1}, {11, 3}, {12, 3}, {13, 0}, {14, 3}, {15, 3}, {16, 1}, {17, 3},
+                                    {18, 4}, {19, 0}, {20, 3}, {21, 3}, {22, 1}, {23, 3}, {24, 4}};
+    const auto rows = static_cast<std::size_t>(count);
+    SDeckCollisions collisions;
+    collisions.count = count;
+    collisions.mask = mask;
+    collisions.deflated = deflated;
+    for (const auto& [bit, width] : arrays) {
+        if ((mask & (1u << bit)) == 0)
+            continue;
+        if (width > 0)
+            collisions.arrays.rawF64(deckValues(first, bit, rows, width));
+        else
+            collisions.arrays.rawI32(deckWords(first + (bit == 13 ? 100 : bit == 19 ? 200 : bit), rows));
+    }
+    return collisions;
+}
+
+SDeckBonds makeDeckBonds(int first, const std::vector<SDeckPair>& pairs, const std::vector<qint32>& states,
+                         bool deflated)
+{
+    SDeckBonds bonds;
+    bonds.count = static_cast<int>(pairs.size());
+    bonds.deflated = deflated;
+    bonds.arrays = rawPairs(pairs);
+    for (const int bit : {1, 2, 3, 4})
+        bonds.arrays.rawF64(deckValues(first, bit, pairs.size(), 3));
+    bonds.arrays.rawI32(states);
+    std::vector<double> times;
+    for (std::size_t row = 0; row < pairs.size(); ++row)
+        times.push_back(0.5 + static_cast<double>(row));
+    bonds.arrays.rawF64(times);
+    return bonds;
 }
 
 static SDeckParticleTypes sampleTypes()

@@ -3,7 +3,7 @@
 // against. The records below say what a deck holds, the functions what that looks like on disk in a
 // version; nothing here knows the library's own forms.
 
-#include "support/bytes.h"
+#include "support/legacy_deck_geometry.h"
 
 #include "core/version.h"
 
@@ -12,8 +12,6 @@
 #include <vector>
 
 namespace NBrenmark {
-
-using STriple = std::array<double, 3>;
 
 // ---------------------------------------------------------------- what a deck holds
 
@@ -32,22 +30,6 @@ struct SDeckInteraction
     double restitution = 0.5;
     double staticFriction = 0.5;
     double rollingFriction = 0.01;
-};
-
-/// The stored values of one custom property.
-struct SDeckValueList
-{
-    int rows = 0;
-    int width = 1;
-    std::vector<double> values; ///< row by row
-    bool deflated = false;
-};
-
-/// Custom properties as one owner stores them.
-struct SDeckCustomProperties
-{
-    std::vector<SDeckValueList> lists;
-    int itemCount = 0;
 };
 
 struct SDeckSphere
@@ -102,6 +84,7 @@ struct SDeckModel
 {
     QString name;
     int kind = 0;
+    CBytes parameters = CBytes(); ///< the default model has none of its own
 };
 
 struct SDeckLimits
@@ -126,7 +109,7 @@ struct SDeckCreator
     SDeckParticleTypes particles;
     std::vector<SDeckMaterial> materials;
     std::vector<SDeckInteraction> interactions;
-    int geometryGroups = 0; ///< only the count is written: more than 0 makes a deck that must be refused
+    std::vector<SDeckGroup> groups;
     QString title = QStringLiteral("Title");
     qint32 reservedTitleWord = 3;
     double damping = 0.0;
@@ -148,6 +131,70 @@ struct SDeckEnergy
     STriple totals{}; ///< the three behind the current value
 };
 
+/// The four words of a pair: type and element of the first end, type or group and element of the second.
+using SDeckPair = std::array<quint32, 4>;
+
+/// Records of collisions: their arrays one after the other, as the mask announces them.
+struct SDeckCollisions
+{
+    int count = 0;
+    quint32 mask = 0;
+    CBytes arrays;
+    bool deflated = false;
+};
+
+struct SDeckContactRecord
+{
+    int kind = 0;
+    int type = 0;
+    QString name;
+    double scale = 1.0;
+    STriple defaultValue{};
+    std::vector<double> values; ///< one or three a row
+};
+
+/// Contacts of one family, in the same manner.
+struct SDeckContacts
+{
+    int count = 0;
+    qint32 fields = 255;
+    CBytes arrays;
+    bool deflated = false;
+    int collisionsActive = 0;
+    SDeckCollisions collisions; ///< nested
+    int recordRows = 0;
+    std::vector<SDeckContactRecord> records;
+    SDeckCustomProperties properties;
+};
+
+struct SDeckBonds
+{
+    int count = 0;
+    CBytes arrays;
+    bool deflated = false;
+};
+
+/// Surface to surface all 25 arrays, surface to geometry those up to the triangle's position.
+constexpr quint32 surfaceCollisionMask = 0x1FFFFFF;
+constexpr quint32 geometryCollisionMask = 0x3FFFFF;
+
+/// What a timestep holds of pairs: the family between surfaces first, then that with geometry.
+struct SDeckPairs
+{
+    std::array<SDeckContacts, 2> contacts;
+    std::array<SDeckCollisions, 2> collisions;
+    std::array<SDeckBonds, 2> bonds;
+
+    SDeckPairs(); ///< none of each
+};
+
+struct SDeckPluginFactory
+{
+    QString kind = QStringLiteral("library");
+    QString name;
+    QString library; ///< from 23.0.0 on
+};
+
 struct SDeckTimestep
 {
     SDeckStamp stamp;
@@ -155,9 +202,11 @@ struct SDeckTimestep
     qint32 timestepMask = 255;
     qint32 particleMask = 47;
     qint32 geometryMask = 41;
-    int fullGeometry = 0; ///< the empty list of groups is stored in creator form
+    int fullGeometry = 0;           ///< the groups are stored in creator form
+    std::vector<SDeckGroup> groups; ///< those of the creator block
     SDeckParticleTypes particles;
-    int pluginFactories = 0; ///< only the count is written
+    SDeckPairs pairs;
+    std::vector<SDeckPluginFactory> pluginFactories;
     double time = 0.0;
     double elapsedTime = 0.0;
     int runNumber = 1;
@@ -190,8 +239,12 @@ CBytes creatorBytes(quint32 version, const SDeckCreator& creator);
 
 /// From the stamp of a timestep to the particle types, exclusive.
 CBytes timestepHeadBytes(quint32 version, const SDeckTimestep& timestep);
-/// Contacts, collisions and bonds, none of each, and the count of plug-in factories.
-CBytes noContactsBytes(quint32 version);
+CBytes contactFamilyBytes(quint32 version, const SDeckContacts& family);
+CBytes collisionFamilyBytes(const SDeckCollisions& family);
+CBytes bondFamilyBytes(const SDeckBonds& family);
+/// Contacts, collisions and bonds, as far as the version stores them.
+CBytes pairBytes(quint32 version, const SDeckPairs& pairs);
+CBytes pluginFactoryBytes(quint32 version, const std::vector<SDeckPluginFactory>& factories);
 /// From the time on.
 CBytes timestepTailBytes(quint32 version, const SDeckTimestep& timestep);
 /// Behind the creator pair of a timestep block.
@@ -204,6 +257,18 @@ double deckValue(int firstId, int bit, int row, int component);
 /// Particles with the ids from firstId on, every array of the fields filled by deckValue.
 SDeckRows makeDeckRows(int firstId, int count, qint32 fields = deckFields, bool deflated = false);
 SDeckValueList makeDeckValues(double first, int rows, int width, bool deflated = false);
+
+/// What the arrays of contacts hold beside the pairs is deckValue of the first number and the array's bit;
+/// words are bit x 1000 + row. Of the bits 0 to 7, 11 to 14 each has its array, and 13 a second one.
+CBytes contactArrays(int first, const std::vector<SDeckPair>& pairs, const std::vector<double>& overlaps,
+                     qint32 fields = 255);
+SDeckContacts makeDeckContacts(int first, const std::vector<SDeckPair>& pairs, const std::vector<double>& overlaps,
+                               qint32 fields = 255, bool deflated = false);
+/// Ids are first, first + 1 and so on; of the ends 100 and 200 more.
+SDeckCollisions makeDeckCollisions(int first, int count, quint32 mask, bool deflated = false);
+/// Every bond broke at 0.5 + its row, whatever its state says.
+SDeckBonds makeDeckBonds(int first, const std::vector<SDeckPair>& pairs, const std::vector<qint32>& states,
+                         bool deflated = false);
 
 /// A small deck's model: two materials, their interactions, two particle types without particles.
 SDeckCreator sampleCreator();

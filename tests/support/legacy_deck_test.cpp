@@ -158,7 +158,7 @@ TEST(DeckBuilder, buildsTheTimestepsOfTheSamplePileByteForByte)
                 ASSERT_EQ(walk.group(rows[type] * width * 8).size(), rows[type] * width * 8);
             }
         }
-        ASSERT_TRUE(walk.next(noContactsBytes(version)));
+        ASSERT_TRUE(walk.next(pairBytes(version, SDeckPairs())));
         ASSERT_TRUE(walk.next(CBytes().i32(0)));
 
         // The numbers that differ from step to step are taken from the deck, all that frames them is built.
@@ -264,7 +264,7 @@ TEST(DeckBuilder, takesTheBytesThatEachVersionStores)
         EXPECT_EQ(stampBytes(c.version, {}).size(), c.stamp);
         EXPECT_EQ(creatorBytes(c.version, bare).size(), c.stamp + c.model);
         EXPECT_EQ(timestepHeadBytes(c.version, empty).size(), c.stamp + c.head);
-        EXPECT_EQ(noContactsBytes(c.version).size(), c.families);
+        EXPECT_EQ(pairBytes(c.version, SDeckPairs()).size(), c.families);
         const SDeckParticleType type;
         EXPECT_EQ(particleTypeBytes(c.version, type).size() - particleDefinitionBytes(type).size() - 8, c.type);
         EXPECT_EQ(timestepTailBytes(c.version, empty).size(), c.tail);

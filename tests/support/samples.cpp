@@ -1,18 +1,10 @@
 #include "support/samples.h"
+#include "support/sample_values.h"
 
 #include "maths/axis_angle.h"
 #include "maths/transform.h"
-#include "physics/hertz_mindlin_no_slip.h"
 
 namespace NBrenmark {
-
-/// No two numbers of the samples are equal, and none is 0 or 1: what two fields exchange shows.
-static double nextNumber()
-{
-    static int step = 0;
-    ++step;
-    return (step % 2 == 0 ? 1.0 : -1.0) * (1000.0 + step / 7.0);
-}
 
 static void addProperty(CCustomPropertyManager& manager, const char* name, unsigned int type, unsigned int elements)
 {
@@ -32,13 +24,6 @@ SModel::SModel()
 }
 
 // ---------------------------------------------------------------- new objects
-
-/// A part of a model, which lives as long as that.
-template <class T>
-static std::shared_ptr<T> partOf(T& part)
-{
-    return std::shared_ptr<T>(&part, [](T*) {});
-}
 
 constexpr unsigned int propertyItems = 3;
 
@@ -101,18 +86,12 @@ std::shared_ptr<CBondsBase> blank(SModel& model)
 {
     return partOf<CBondsBase>(model.timestep.bonds.surfaceSurface);
 }
-template <>
-std::shared_ptr<CHertzMindlinNoSlipContactModelParamData> blank(SModel&)
-{
-    return std::make_shared<CHertzMindlinNoSlipContactModelParamData>(eSphereSphereModel);
-}
 
 // ---------------------------------------------------------------- maths
 
 void fill(C3DVector& vector) { vector = C3DVector(nextNumber(), nextNumber(), nextNumber()); }
 void fill(C3DPoint& point) { point = C3DPoint(nextNumber(), nextNumber(), nextNumber()); }
 void fill(CQuaternion& turn) { turn = CQuaternion(nextNumber(), nextNumber(), nextNumber(), nextNumber()); }
-static void fill(double& number) { number = nextNumber(); }
 
 void fill(CAxisAngle& axis)
 {
@@ -137,26 +116,6 @@ void fill(CBoundingBox& box)
 {
     fill(box.upper);
     fill(box.lower);
-}
-
-template <class TElement, std::size_t size>
-static void fill(std::array<TElement, size>& row)
-{
-    for (TElement& element : row)
-        element = static_cast<TElement>(std::abs(nextNumber()));
-}
-static void fill(ForceTorque& row)
-{
-    for (double& element : row)
-        element = nextNumber();
-}
-
-template <class TElement>
-static void fillRows(std::vector<TElement>& rows, std::size_t count)
-{
-    rows.resize(count);
-    for (TElement& row : rows)
-        fill(row);
 }
 
 // ---------------------------------------------------------------- the model
@@ -213,15 +172,147 @@ void fill(CCylindricalPeriodicBoundaryConditions& conditions)
     fill(conditions.angle);
 }
 
-void fill(CHertzMindlinNoSlipContactModelParamData& parameters)
+// ---------------------------------------------------------------- parameters of contact models and forces
+
+static void fill(CPairTable<double>& table)
 {
-    parameters.enableRollingFriction = !parameters.enableRollingFriction;
+    for (const char* partner : {"Steel", "Gr\xc3\xa4wacke", "a <> b"})
+        table.set("Steel", partner, nextNumber());
 }
 
+static void fill(CNameTable& table)
+{
+    for (const char* name : {"Ball", "Gr\xc3\xa4wacke", ""})
+        table.set(name, nextNumber());
+}
+
+static void turn(CRollingFrictionParamData& data) { data.enableRollingFriction = !data.enableRollingFriction; }
+
+void fill(CHertzMindlinNoSlipContactModelParamData& data) { turn(data); }
+
+void fill(CLinearSpringContactModelParamData& data)
+{
+    fill(data.characteristicVelocity);
+    turn(data);
+}
+
+void fill(CJkrContactModelParamData& data)
+{
+    fill(data.surfaceEnergy);
+    turn(data);
+}
+
+void fill(CCohesionContactModelParamData& data) { fill(data.energyDensity); }
+
+void fill(CHystereticContactModelParamData& data)
+{
+    data.interactions.set("Steel", "Ball", {nextNumber(), nextNumber()});
+    data.interactions.set("Steel", "Steel", {nextNumber(), nextNumber()});
+    fill(data.yields);
+    turn(data);
+}
+
+void fill(CEdinburghCohesionContactModelParamData& data)
+{
+    for (const char* partner : {"Steel", "Ball"})
+        data.pairs.set("Steel", partner,
+                       {nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber()});
+    turn(data);
+}
+
+void fill(CLeedsAdhesionContactModelParamData& data)
+{
+    for (const char* partner : {"Steel", "Ball"})
+        data.pairs.set("Steel", partner,
+                       {nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber(), nextNumber()});
+    turn(data);
+}
+
+void fill(CHeatConductionModelParamData& data) { fill(data.conductivities); }
+
+void fill(CArchardContactModelParamData& data)
+{
+    fill(data.wearConstants);
+    turn(data);
+}
+
+void fill(CTribochargingContactModelParamData& data) { fill(data.alpha); }
+
+void fill(CBondParameters& bond)
+{
+    for (double* number :
+         {&bond.normalStiffness, &bond.shearStiffness, &bond.normalStrength, &bond.shearStrength, &bond.bondRadius})
+        fill(*number);
+}
+
+void fill(CBondParametersMap& bonds)
+{
+    for (const char* partner : {"Steel", "Ball"}) {
+        CBondParameters bond;
+        fill(bond);
+        bonds.set(CBondParametersMap::pairKey("Steel", partner), bond);
+    }
+}
+
+void fill(CParallelBondContactModelParamData& data)
+{
+    fill(data.formationStartTime);
+    fill(data.formationEndTime);
+    fill(data.bondParameters);
+    data.state = eBondsForming;
+    data.torqueFeedback = !data.torqueFeedback;
+    turn(data);
+}
+
+void fill(CMovingPlaneContactModelParamData& data)
+{
+    for (const qint32 id : {12, 3, -1}) {
+        SMovingPlane& plane = data.planes[id];
+        fill(plane.startPoint);
+        fill(plane.endPoint);
+        plane.display = id != 3;
+        plane.motions.resize(id == 12 ? 2 : 0);
+        for (SMovingPlaneMotion& motion : plane.motions)
+            motion = {nextNumber(), nextNumber(), nextNumber(), nextNumber()};
+    }
+}
+
+void fill(CElectrostaticsExtForceParamData& data) { fill(data.screeningDistance); }
+
+void fill(CHeatConductionExtForceParamData& data) { fill(data.heatCapacities); }
+
+/// The parameters of a model, if it is one of class TModel.
+template <class TModel, class TItem>
+static void fillIfIts(TItem& item)
+{
+    if (auto* const model = dynamic_cast<TModel*>(&item))
+        fill(model->parameters);
+}
+
+template <class... TModels, class TItem>
+static void fillAnyOf(TItem& item)
+{
+    (fillIfIts<TModels>(item), ...);
+}
+
+/// Every built-in model stands in each chain once, and every force.
 void fill(CPhysicsModels& physics)
 {
-    for (CPhysicsModels::Chain* chain : {&physics.sphereSphereModels, &physics.sphereGeometryModels})
-        fill(dynamic_cast<CHertzMindlinNoSlipContactModel&>(*chain->front()).parameters);
+    physics.clear();
+    for (const quint32 modelType : {eSphereSphereModel, eSphereGeometryModel})
+        for (const SContactModelKind& kind : contactModelKinds()) {
+            std::unique_ptr<IContactModel> model = kind.make(modelType);
+            fillAnyOf<CHertzMindlinNoSlipContactModel, CLinearSpringContactModel, CJkrContactModel,
+                      CCohesionContactModel, CHystereticContactModel, CEdinburghCohesionContactModel,
+                      CLeedsAdhesionContactModel, CHeatConductionModel, CArchardContactModel,
+                      CTribochargingContactModel, CParallelBondContactModel, CMovingPlaneContactModel>(*model);
+            physics.addContactModel(std::move(model), CPhysicsModels::atEnd);
+        }
+    for (const SExternalForceKind& kind : externalForceKinds()) {
+        std::unique_ptr<IExternalForce> force = kind.make(nullptr);
+        fillAnyOf<CElectrostaticsExternalForce, CHeatConductionExternalForce>(*force);
+        physics.addExternalForce(std::move(force), CPhysicsModels::atEnd);
+    }
 }
 
 static void fillValues(CCustomPropertyData& data)
@@ -330,14 +421,7 @@ void fill(CMaterialBlockMap& blocks)
 }
 
 // What can't hold anything yet.
-void fill(GeometryGroups&) {}
 void fill(CPluginParticleFactoryList&) {}
-void fill(CParticleSizeDistributionMap&) {}
-void fill(CContactRecordList&) {}
-void fill(CCollisionsBase&) {}
-void fill(CCollisions&) {}
-void fill(CBondsBase&) {}
-void fill(CBonds&) {}
 
 // ---------------------------------------------------------------- results
 
@@ -362,7 +446,97 @@ void fill(AngVelAndPosList& rotations)
         fill(rotation);
 }
 
-void fill(CContactsBase& family) { family.collisionsActive = true; }
+static void fill(SCollisionEnd& end, std::size_t count)
+{
+    end.ids = {11, 12, 13};
+    fillRows(end.velocity, count);
+    fillRows(end.position, count);
+    fillRows(end.radius, count);
+    fillRows(end.angularVelocity, count);
+    fillRows(end.orientation, count);
+}
+
+void fill(CCollisionsBase& c)
+{
+    constexpr std::size_t count = 3;
+    c.ids = {7, 8, 9};
+    fillRows(c.startTime, count);
+    fillRows(c.position, count);
+    fillRows(c.unitCpVector, count);
+    fillRows(c.relativeVelocity, count);
+    fill(c.first, count);
+    fill(c.second, count);
+    fillRows(c.maxNormalForce, count);
+    fillRows(c.maxTangentialForce, count);
+    c.iterations = {21, 22, 23};
+    fillRows(c.normalEnergy, count);
+    fillRows(c.shearEnergy, count);
+    fillRows(c.totalNormalForce, count);
+    fillRows(c.totalTangentialForce, count);
+    fillRows(c.endTime, count);
+    c.dropForeignArrays();
+}
+
+void fill(CCollisions& collisions)
+{
+    fill(collisions.surfaceSurface);
+    fill(collisions.surfaceGeometry);
+}
+
+/// Between spheres of the two sample types, which have two each and particles in the slots 0 and 2.
+static const std::vector<PairRow> samplePairs = {{0, 1, 1, 4}, {0, 4, 1, 0}, {0, 0, 0, 5}};
+
+void fill(CBondsBase& bonds)
+{
+    const std::size_t count = samplePairs.size();
+    bonds.rows = samplePairs;
+    fillRows(bonds.normalForce, count);
+    fillRows(bonds.tangentialForce, count);
+    fillRows(bonds.normalTorque, count);
+    fillRows(bonds.tangentialTorque, count);
+    bonds.state = {eIntactBond, eBrokenBond, eIntactBond};
+    fillRows(bonds.breakTime, count);
+    bonds.resizeRows(count);
+}
+
+void fill(CBonds& bonds)
+{
+    fill(bonds.surfaceSurface);
+    fill(bonds.surfaceGeometry);
+}
+
+void fill(CContactRecordList& list)
+{
+    for (const quint32 kind : {eScalarRecord, eVectorRecord}) {
+        SContactRecord record;
+        record.kind = kind;
+        record.type = 5 + kind;
+        record.name = kind == eScalarRecord ? "Heat \xce\x94" : "Drag";
+        fill(record.scale);
+        fill(record.defaultValue);
+        record.makeValues();
+        record.withValues([](auto& values) { fillRows(values, samplePairs.size()); });
+        list.records.push_back(record);
+    }
+}
+
+void fill(CContactsBase& family)
+{
+    const std::size_t count = samplePairs.size();
+    family.collisionsActive = true;
+    fill(family.contactRecords);
+    family.resizeRows(count);
+    family.rows = samplePairs;
+    fillRows(family.position, count);
+    fillRows(family.contactVector1, count);
+    fillRows(family.contactVector2, count);
+    family.normalOverlap = {1e-6, 2e-6, 0.0};
+    fillRows(family.tangentialOverlap, count);
+    fillRows(family.normalForce, count);
+    fillRows(family.tangentialForce, count);
+    fill(family.activeCollisions);
+    fillValues(family.customProperties);
+}
 
 void fill(CContacts& contacts)
 {
@@ -418,6 +592,12 @@ void fill(CCreatorData& creator)
     fill(creator.velocityLimit);
     fill(creator.angularVelocityLimit);
     fill(creator.physicsModels);
+    // What reads a whole legacy block takes the names of these tables for particle types and geometry.
+    for (const CPhysicsModels::Chain* chain :
+         {&creator.physicsModels.sphereSphereModels, &creator.physicsModels.sphereGeometryModels})
+        for (const char* name :
+             {"Linear Cohesion", "Hysteretic Spring", "Hertz-Mindlin with JKR", "Hertz-Mindlin with bonding"})
+            CPhysicsModels::findModel(*chain, name)->reset();
     fill(creator.cylindricalPeriodicBoundaryConditions);
 }
 
@@ -430,6 +610,9 @@ void fill(CTimestepData& timestep)
     timestep.date = "24/11/25";
     fill(timestep.particleTypes);
     fill(timestep.contacts);
+    timestep.contacts.surfaceGeometry.resizeRows(0); // there are no triangles
+    fill(timestep.collisions);
+    fill(timestep.bonds);
     fill(timestep.systemEnergy);
     timestep.removedParticles["Ball"] = 7;
     timestep.removedParticles["a type that is gone"] = 8;

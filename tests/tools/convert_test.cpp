@@ -331,9 +331,7 @@ TEST(ConvertFailure, ofATargetThatCannotBeWrittenIsItsOwnExitCode)
 
 TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
 {
-    SDeckCreator model = sampleCreator();
-    model.geometryGroups = 2;
-    CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1)));
+    CSource source(CLegacyDeck(makeVersion(13, 0, 9)).creator(sampleCreator()).timestep(sampleTimestep(0.1)));
     EXPECT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 5);
     EXPECT_EQ(source.out.names(), QStringList());
 }

@@ -50,9 +50,9 @@ const SRefusal refusals[] = {
     {{"info", "DIR/pile.idx"}, 5, "no deck that is known", "try DIR/pile.dem"},
     {{"convert", "DIR/notes.dem", "DIR/out"}, 5, "no deck that is known", "legacy deck"},
     {{"info", "DIR/empty folder"}, 5, "is a folder", "check"},
-    {{"check", "DIR/walls.dem"}, 5, "2 geometry groups", "later version"},
-    {{"dump", "DIR/walls.dem"}, 5, "2 geometry groups", "later version"},
-    {{"convert", "DIR/walls.dem", "DIR/out"}, 5, "2 geometry groups", "later version"},
+    {{"check", "DIR/prototypes.dem"}, 5, "version 13.0.9", "later version"},
+    {{"dump", "DIR/prototypes.dem"}, 5, "version 13.0.9", "later version"},
+    {{"convert", "DIR/prototypes.dem", "DIR/out"}, 5, "version 13.0.9", "later version"},
 };
 
 /// Puts the folder's path in the place of DIR.
@@ -63,11 +63,10 @@ std::string at(std::string text, const CTempFolder& folder)
     return text;
 }
 
-CLegacyDeck deckWithWalls()
+/// Of the line whose particles were prototypes.
+CLegacyDeck oldDeck()
 {
-    SDeckCreator model = sampleCreator();
-    model.geometryGroups = 2;
-    return CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1));
+    return CLegacyDeck(makeVersion(13, 0, 9)).creator(sampleCreator()).timestep(sampleTimestep(0.1));
 }
 
 } // namespace
@@ -83,7 +82,7 @@ TEST_P(Refusal, hasItsCodeAndSaysWhatWhereAndWhatToDo)
     deck.write(folder.path(), "pile");
     deck.write(folder.path(), "lost index");
     ASSERT_TRUE(QFile::remove(folder.path("lost index.idx")));
-    deckWithWalls().write(folder.path(), "walls");
+    oldDeck().write(folder.path(), "prototypes");
     folder.write("notes.dem", "This is no deck, and longer than a header has bytes.");
     folder.write("empty.dem", "");
     folder.write("taken.dfg", "somebody's");

@@ -1,12 +1,13 @@
 // Every stored class comes back from each family as it went in: the same rows of stored_classes.def that make the
 // visitors make the cases here. What came back is compared by its text, line by line.
+#include "core/left_behind.h"
+#include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 #include "io/text/text_writer.h"
 #include "maths/axis_angle.h"
 #include "maths/transform.h"
-#include "physics/hertz_mindlin_no_slip.h"
 
 #include "support/log_capture.h"
 #include "support/samples.h"
@@ -86,8 +87,14 @@ struct SFamily
     const char* name;
     void (*through)(ERoot, const FWrite&, const FRead&);
     std::vector<std::string> notStored; ///< parts of paths, with the blank behind a path's end
+    std::vector<std::string> notStoredInCreators;
     std::vector<std::string> notStoredInTimesteps;
 };
+
+/// What a solver has got to: a definition starts it anew. A timestep computes the bounds and magnitudes of a mesh that
+/// moves.
+static const std::vector<std::string> accounts{"accounting/", "Accounting/", "createdSinceRateChange ",
+                                               "conveyorTransform "};
 
 static const SFamily& legacyFamily()
 {
@@ -95,15 +102,19 @@ static const SFamily& legacyFamily()
                                 throughLegacy,
                                 {"surfaceBased ", "autoCenterParticle ", "templateName ", "autoProperties ",
                                  "creationTime", "enableRollingFriction ", "cylindricalPeriodicBoundaryConditions/",
-                                 "sizeDistributions/", "materialBlocks/"},
-                                {}};
+                                 "sizeDistributions/", "materialBlocks/", "/pairs/", "torqueFeedback ", "/display ",
+                                 "/motions ", "/loop ", "/loopInterval ", "/loopEndTime ", "blockName "},
+                                accounts,
+                                {"dataMask ", "/bounds/", "Magnitude ", "/displacement ", "/cursor0 ",
+                                 "/Turn#2/pointOfAction "}}; // a swing stores nothing there
     return family;
 }
 
 static const SFamily& hdf5Family()
 {
     // Material blocks are a matter of the creator model, though the plain visitor has most of their forms.
-    static const SFamily family{"hdf5", throughHdf5, {}, {"boundingBox/"}};
+    static const SFamily family{
+        "hdf5", throughHdf5, {"contactRecords/"}, accounts, {"dataMask ", "boundingBox/", "/bounds/", "Magnitude "}};
     return family;
 }
 
@@ -116,10 +127,10 @@ public:
     std::vector<std::string> all;
 };
 
-static std::vector<std::string> linesOf(const FWrite& write)
+static std::vector<std::string> linesOf(ERoot root, const FWrite& write)
 {
     CLines lines;
-    CTextWriter writer(lines, "sample", true);
+    CTextWriter writer(lines, "sample", true, root == ERoot::eCreator ? ETextPart::eAll : ETextPart::eState);
     write(writer);
     return lines.all;
 }
@@ -142,8 +153,25 @@ static std::vector<std::string> without(std::vector<std::string> lines, const st
 /// numbers that count along, the model types of the default chains, and what a writer takes from its options or from
 /// the build.
 static const std::vector<std::string> alikeInAllObjects = {
-    "/count 0",    "/rows 0",       "/records 0",    "externalForceCount 0", "/index ", "/modelType ", "/source ",
-    "isFull true", "timestepMask ", "particleMask ", "geometryMask ",        "stored/", " f64[0",
+    "/count 0",
+    "/rows 0",
+    "/records 0",
+    "/index ",
+    "/modelType ",
+    "/source ",
+    "isFull true",
+    "timestepMask ",
+    "particleMask ",
+    "geometryMask ",
+    "stored/",
+    " f64[0",
+    " u32[0",
+    // What only one family or none of them can hold, and what is the one word beside others.
+    "densityFactor 0.4",
+    "enclosedMagnitude 0",
+    "/kind \"fixed\"",
+    "radiusScaling true",
+    "startPoint (0, 0, 0)",
 };
 
 /// Where an object lies in its file: a matter of the file and not of the object's form.
@@ -158,7 +186,8 @@ struct SCase
     std::string name;
     const SFamily* family;
     ERoot root;
-    std::function<void(const SFamily&, ERoot)> roundTrip;
+    bool onDefinition;
+    std::function<void(const SFamily&, ERoot, bool)> roundTrip;
 };
 
 static std::ostream& operator<<(std::ostream& stream, const SCase& c) { return stream << c.name; }
@@ -171,6 +200,45 @@ static void expectToDifferInEveryLine(const std::vector<std::string>& sampleLine
         EXPECT_EQ(std::count(blankLines.begin(), blankLines.end(), line), 0) << "as in a new object: " << line;
 }
 
+/// The lines that one has and the other doesn't; of the same ones the order.
+static void expectTheSame(const std::vector<std::string>& source, const std::vector<std::string>& back)
+{
+    const auto only = [](const std::vector<std::string>& a, const std::vector<std::string>& b) {
+        std::string lines;
+        for (const std::string& line : a)
+            if (std::find(b.begin(), b.end(), line) == b.end())
+                lines += line + "\n";
+        return lines;
+    };
+    EXPECT_EQ(only(source, back), only(back, source)) << "lost, and come instead";
+    EXPECT_TRUE(source == back) << "or not in this order";
+}
+
+/// Sets what a definition and the sample of a timestep would have alike, so that a timestep that loses it shows.
+template <class T>
+static void unsettle(T&)
+{}
+static void unsettle(CStaticParticleFactory& factory) { factory.completed = false; }
+static void unsettle(CParticleFactoryList& list)
+{
+    for (const auto& factory : list.factories)
+        if (auto* const pile = dynamic_cast<CStaticParticleFactory*>(factory.get()))
+            unsettle(*pile);
+}
+static void unsettle(CGeometryGroup& group)
+{
+    group.standStill();
+    group.resetVelocities = true;
+    group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
+    unsettle(*group.factories);
+}
+static void unsettle(GeometryGroups& groups)
+{
+    for (CGeometryGroup* group : groups.groups())
+        if (group != nullptr)
+            unsettle(*group);
+}
+
 /// What must stand in the file before an object can be written.
 template <class T>
 static void writeBefore(IFileVisitorWriter&, SModel&)
@@ -181,14 +249,25 @@ void writeBefore<CCylindricalPeriodicBoundaryConditions>(IFileVisitorWriter& vis
     model.creator.domain.write(visitor); // in whose group they stand
 }
 
+/// \param onDefinition  the timestep brings the state of an object that a creator model has defined
 template <class T, class TWrite, class TRead>
-static void roundTrip(const SFamily& family, ERoot root, const TWrite& write, const TRead& read)
+static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, const TWrite& write, const TRead& read)
 {
     SModel source;
     SModel target;
     const std::shared_ptr<T> object = sample<T>(source);
     const std::shared_ptr<T> back = blank<T>(target);
-    const auto lines = [&](T& which) { return linesOf([&](IFileVisitorWriter& visitor) { write(visitor, which); }); };
+    const auto lines = [&](T& which) {
+        return linesOf(root, [&](IFileVisitorWriter& visitor) { write(visitor, which); });
+    };
+    if (onDefinition && root == ERoot::eTimestep) {
+        SModel model;
+        const std::shared_ptr<T> definition = sample<T>(model); // of the same names, and other numbers
+        family.through(
+            ERoot::eCreator, [&](IFileVisitorWriter& visitor) { write(visitor, *definition); },
+            [&](IFileVisitorReader& visitor) { read(visitor, *back); });
+        unsettle(*back);
+    }
     expectToDifferInEveryLine(lines(*object), lines(*back));
 
     for (SModel* model : {&source, &target})
@@ -202,11 +281,12 @@ static void roundTrip(const SFamily& family, ERoot root, const TWrite& write, co
         },
         [&](IFileVisitorReader& visitor) { read(visitor, *back); });
     EXPECT_EQ(log.text(), "");
+    tellLeftBehind("HDF5 write"); // here, and not in the next test that closes a deck
     const auto linesThatCount = [&](T& which) {
         std::vector<std::string> kept = without(without(lines(which), family.notStored), places);
-        return root == ERoot::eTimestep ? without(kept, family.notStoredInTimesteps) : kept;
+        return without(kept, root == ERoot::eTimestep ? family.notStoredInTimesteps : family.notStoredInCreators);
     };
-    EXPECT_EQ(linesThatCount(*back), linesThatCount(*object));
+    expectTheSame(linesThatCount(*object), linesThatCount(*back));
 }
 
 static bool isStored(const std::string& column, ERoot root)
@@ -227,6 +307,7 @@ static std::vector<SCase> allCases()
                 std::string(family.name) + (root == ERoot::eCreator ? "Creator" : "Timestep") + operation;
             cases.back().family = &family;
             cases.back().root = root;
+            cases.back().onDefinition = std::string(readBy) == "both";
         }
     };
 #define STORED(operation, type, hdf5Read, hdf5Write, legacyRead, legacyWrite)                                          \
@@ -234,7 +315,9 @@ static std::vector<SCase> allCases()
         const auto write = [](IFileVisitorWriter& visitor, type& object) { visitor.write##operation(object); };        \
         const auto read = [](IFileVisitorReader& visitor, type& object) { visitor.read##operation(object); };          \
         SCase row;                                                                                                     \
-        row.roundTrip = [=](const SFamily& family, ERoot root) { roundTrip<type>(family, root, write, read); };        \
+        row.roundTrip = [=](const SFamily& family, ERoot root, bool onDefinition) {                                    \
+            roundTrip<type>(family, root, onDefinition, write, read);                                                  \
+        };                                                                                                             \
         add(#operation, hdf5Family(), #hdf5Read, #hdf5Write, row);                                                     \
         add(#operation, legacyFamily(), #legacyRead, #legacyWrite, row);                                               \
     }
@@ -247,7 +330,10 @@ class StoredClass : public testing::TestWithParam<SCase>
 {
 };
 
-TEST_P(StoredClass, comesBackAsItWentIn) { GetParam().roundTrip(*GetParam().family, GetParam().root); }
+TEST_P(StoredClass, comesBackAsItWentIn)
+{
+    GetParam().roundTrip(*GetParam().family, GetParam().root, GetParam().onDefinition);
+}
 
 INSTANTIATE_TEST_SUITE_P(Each, StoredClass, testing::ValuesIn(allCases()),
                          [](const testing::TestParamInfo<SCase>& tested) { return tested.param.name; });

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
 #include <set>
 #include <sys/stat.h>
 #include <utility>
@@ -103,8 +104,11 @@ QString targetPath(const QString& source, const QString& out)
 void makeTargetFolder(const QString& target)
 {
     const QString folder = QFileInfo(target).absolutePath();
-    if (!QDir().mkpath(folder))
-        throw CFailure(eExitTarget, utf8(target) + ": its folder " + utf8(folder) + " can't be made",
+    std::error_code failure;
+    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), failure);
+    if (failure)
+        throw CFailure(eExitTarget,
+                       utf8(target) + ": its folder " + utf8(folder) + " can't be made: " + failure.message(),
                        "Check the path and its permissions, and repeat this command.");
 }
 

@@ -8,10 +8,15 @@
 #include "brenmark/units_text.h"
 
 #include "core/deck/simulation_settings.h"
+#include "model/factories/factory_type.h"
+#include "model/factories/particle_factory.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/geometry_group.h"
 
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cctype>
 
 namespace NBrenmark {
 
@@ -43,6 +48,47 @@ Json materialList(const MaterialMap& materials)
         list.push_back({{"name", utf8(entry.key())},
                         {"use", entry.value()->isBulk() ? "bulk" : "equipment"},
                         {"density", entry.value()->density}});
+    return list;
+}
+
+Json geometryList(const GeometryGroups& groups)
+{
+    Json list = Json::array();
+    for (const CGeometryGroup* group : groups.groups()) {
+        if (group == nullptr)
+            continue;
+        Json motions = Json::array();
+        for (const auto& motion : group->kinematics.actions)
+            motions.push_back({{"name", utf8(motion->name)}, {"kind", utf8(motion->displayName())}});
+        list.push_back({{"name", utf8(group->displayedName)},
+                        {"shape", utf8(group->displayName())},
+                        {"material", utf8(group->materialName)},
+                        {"triangles", group->triangleNodes.size()},
+                        {"moving", !group->isStatic},
+                        {"motions", motions}});
+    }
+    return list;
+}
+
+Json factoryList(const GeometryGroups& groups)
+{
+    Json list = Json::array();
+    for (const CGeometryGroup* group : groups.groups()) {
+        if (group == nullptr)
+            continue;
+        for (const auto& factory : group->factories->factories) {
+            Json types = Json::array();
+            if (factory->type != nullptr)
+                for (const QString& typeName : factory->type->typeNames())
+                    types.push_back(utf8(typeName));
+            list.push_back({{"name", utf8(factory->name)},
+                            {"kind", utf8(factory->typeWord())},
+                            {"geometry", utf8(group->displayedName)},
+                            {"particleTypes", types},
+                            {"created", factory->creationCount},
+                            {"complete", factory->isComplete()}});
+        }
+    }
     return list;
 }
 
@@ -88,6 +134,8 @@ Json describe(CDeckReader& reader, const QString& path)
             {"timesteps", timestepList(reader)},
             {"particleTypes", typeList(frame.timestep.particleTypes)},
             {"materials", materialList(frame.creator.materials)},
+            {"geometryGroups", geometryList(frame.creator.geometryGroups)},
+            {"factories", factoryList(frame.creator.geometryGroups)},
             {"customProperties", propertyList(reader.deck().settings->propertyManagers())},
             {"files", fileList(files)},
             {"bytes", bytesOf(files)}};
@@ -129,6 +177,51 @@ std::string shown(const Json& name)
     std::replace_if(
         out.begin(), out.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
     return out;
+}
+
+/// "Lift, Turn", of a list of names, or of objects by their names.
+std::string listText(const Json& list)
+{
+    std::string out;
+    for (const Json& entry : list)
+        out += (out.empty() ? "" : ", ") + shown(entry.is_object() ? entry["name"] : entry);
+    return out;
+}
+
+std::string lowered(std::string word)
+{
+    if (word != "CAD Geometry" && !word.empty()) // an abbreviation
+        word[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(word[0])));
+    return word;
+}
+
+void printGeometry(const Json& deck)
+{
+    CTable groups;
+    for (const Json& group : deck["geometryGroups"]) {
+        const std::string material = shown(group["material"]);
+        const std::string motions = listText(group["motions"]);
+        groups.row(shown(group["name"]), lowered(text(group["shape"])) + " of " +
+                                             countText(group["triangles"].get<quint64>(), "triangle") +
+                                             (material.empty() ? ", no material" : ", material " + material) +
+                                             (group["moving"].get<bool>() ? ", moving" : ", static") +
+                                             (motions.empty() ? "" : ", motions: " + motions));
+    }
+    if (!deck["geometryGroups"].empty())
+        groups.print(countText(deck["geometryGroups"].size(), "geometry group"));
+    if (deck["factories"].empty())
+        return;
+
+    CTable factories;
+    for (const Json& factory : deck["factories"]) {
+        const std::string types = listText(factory["particleTypes"]);
+        factories.row(shown(factory["name"]), text(factory["kind"]) + " in " + shown(factory["geometry"]) +
+                                                  (types.empty() ? ", of no type" : ", of " + types) + ", " +
+                                                  countText(factory["created"].get<quint64>(), "particle") +
+                                                  " created" + (factory["complete"].get<bool>() ? ", complete" : ""));
+    }
+    factories.print(std::to_string(deck["factories"].size()) +
+                    (deck["factories"].size() == 1 ? " particle factory" : " particle factories"));
 }
 
 constexpr size_t mostTimesteps = 40; // more are told by the first and the last ones
@@ -174,6 +267,7 @@ void print(const Json& deck)
         materials.row(shown(material["name"]),
                       text(material["use"]) + ", " + shortNumber(material["density"].get<double>()) + " kg/m3");
     materials.print(countText(deck["materials"].size(), "material"));
+    printGeometry(deck);
 
     CTable properties;
     for (const Json& property : deck["customProperties"])

@@ -77,10 +77,6 @@ SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisp
 {
     CDeckReader reader(path);
     SDeckDigest digest;
-    CLineSink beside;
-    deckText(reader, beside, false);
-    digest.beside = std::move(beside.lines);
-
     const quint32 count = reader.timestepCount();
     progress.start(static_cast<int>(count), work, 0.0);
     for (quint32 number = 0; number < count; ++number) {
@@ -95,6 +91,10 @@ SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisp
         digest.timesteps.push_back({frame.timestep.time, timestep.digest(), digest.models.size() - 1});
         progress.update(static_cast<int>(number) + 1);
     }
+    // Behind the models: one that asks for a custom property defines it in the settings.
+    CLineSink beside;
+    deckText(reader, beside, false);
+    digest.beside = std::move(beside.lines);
     const auto said = reader.messages();
     messages.insert(messages.end(), said.begin(), said.end());
     return digest;

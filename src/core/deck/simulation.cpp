@@ -30,13 +30,22 @@ CSimulation::~CSimulation()
 
 bool CSimulation::setUp()
 {
+    // Frames hold on to the property managers of the settings: they go first.
+    const auto letGo = [this] {
+        for (auto& frame : frames)
+            frame.reset();
+        settings.reset();
+    };
+    letGo();
     try {
         settings = std::make_unique<CSimulationSettingsAndData>();
-        for (auto& frame : frames)
+        for (auto& frame : frames) {
             frame = std::make_unique<SSimulationFrame>(settings->propertyManagers());
+            settings->follow(frame->creator.physicsModels);
+        }
     }
     catch (const std::bad_alloc&) {
-        settings.reset();
+        letGo();
         return false;
     }
     ioManager.createManagers(*this);

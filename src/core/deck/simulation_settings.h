@@ -5,7 +5,7 @@
 #include "analysis/selection_map.h"
 #include "config/settings_file.h"
 #include "legacy/legacy_custom_property_manager.h"
-#include "results/custom_property_manager.h"
+#include "results/physics_linked_property_manager.h"
 
 namespace NBrenmark {
 
@@ -19,14 +19,16 @@ public:
     /// Can fill itself from the property file of an old deck, too.
     NLegacySupport::CLegacyCustomPropertyManager& particleProperties() { return particle; }
     SPropertyManagers propertyManagers();
+    /// Defines from now on what the models of a deck work on. The settings must outlive them.
+    void follow(CPhysicsModels& physics);
 
 private:
     NSelection::CSelectionMap selections;
     NField::CFieldManager fields;
     NLegacySupport::CLegacyCustomPropertyManager particle;
-    CCustomPropertyManager geometry;
-    CCustomPropertyManager contact;
-    CCustomPropertyManager simulation;
+    CPhysicsLinkedCustomPropertyManager geometry;
+    CPhysicsLinkedCustomPropertyManager contact;
+    CPhysicsLinkedCustomPropertyManager simulation;
 };
 
 } // namespace NBrenmark

@@ -10,6 +10,8 @@
 
 namespace NBrenmark {
 
+class CCustomPropertyManager;
+
 class CDemReader : public CDemVisitor, public IFileVisitorReader
 {
 public:
@@ -36,6 +38,12 @@ public:
     BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
 #define PENDING(...)
 #include "visitors/stored_classes.def"
+
+    // The one old shape that decks of the present line hold; the others belong to older ones.
+    void readParticleFactoryElectrostatic(NLegacySupport::CParticleFactoryElectrostatic&) override;
+
+    /// Of the particles: what the factories of the groups being read listen to. Not owned, null for none.
+    CCustomPropertyManager* particleProperties = nullptr;
 };
 
 class CDemTimestepDataReader : public CDemReader

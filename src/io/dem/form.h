@@ -3,6 +3,7 @@
 // form names each field once, in file order, for both directions. A field with a gate takes the
 // value before where the version doesn't store it.
 
+#include "core/emptied.h"
 #include "core/not_carried.h"
 #include "io/dem/array_group.h"
 #include "io/dem/dem_block.h"
@@ -75,6 +76,10 @@ public:
     }
     void text(QString& value);
     void text(std::string& value);
+    void text(QString& value, const SGate& gate, const QString& before)
+    {
+        gated(gate, value, before, [&] { text(value); });
+    }
     /// Three numbers: a point or a vector.
     template <class TPoint>
     void point(TPoint& value)
@@ -82,6 +87,11 @@ public:
         f64(value.x);
         f64(value.y);
         f64(value.z);
+    }
+    template <class TPoint>
+    void point(TPoint& value, const SGate& gate, const TPoint& before)
+    {
+        gated(gate, value, before, [&] { point(value); });
     }
 
     // Consumed, never kept.
@@ -110,10 +120,12 @@ public:
     }
 
     /// A block. What is damaged within costs its own rows: the log tells, and the read goes on behind it.
+    /// \return false if the block was skipped
     template <class TBody>
-    void block(quint32 tag, const char* what, TBody&& body)
+    bool block(quint32 tag, const char* what, TBody&& body)
     {
         CDemBlock block(stream, tag, false);
+        bool whole = true;
         try {
             body();
             stream.checkStatus(what);
@@ -124,8 +136,18 @@ public:
         catch (const std::exception& error) {
             reportSkippedBlock(stream, what, error);
             block.skip();
+            whole = false;
         }
         block.close();
+        return whole;
+    }
+
+    /// The same for an object that holds nothing of a damaged block.
+    template <class TObject, class TBody>
+    void blockOf(quint32 tag, const char* what, TObject& object, TBody&& body)
+    {
+        CEmptiedUnlessWhole<TObject> reading(object);
+        reading.whole = block(tag, what, body);
     }
 
     /// A group of arrays of so many rows: body(arrays) moves each by arrays.rows.
@@ -200,12 +222,21 @@ public:
     }
     void text(const QString& value) { stream << value; }
     void text(const std::string& value) { stream << QString::fromStdString(value); }
+    void text(const QString& value, const SGate& gate, const QString&)
+    {
+        gated(gate, [&] { text(value); });
+    }
     template <class TPoint>
     void point(const TPoint& value)
     {
         f64(value.x);
         f64(value.y);
         f64(value.z);
+    }
+    template <class TPoint>
+    void point(const TPoint& value, const SGate& gate, const TPoint&)
+    {
+        gated(gate, [&] { point(value); });
     }
 
     // What a reader drops still has its place.

@@ -62,10 +62,25 @@ constexpr SGate gateForces = from(13, 0, 3).below(20, 0, 0).andFrom(20, 0, 14);
 constexpr SGate gateContactModels = from(13, 0, 6).below(20, 0, 0).andFrom(20, 0, 14);
 constexpr SGate gateModelSource = from(13, 0, 8).below(20, 0, 0).andFrom(20, 0, 14);
 constexpr SGate gateParticleProperties = from(13, 0, 5).below(20, 0, 0).andFrom(21, 0, 0);
+constexpr SGate gateFactoryProperties = from(13, 0, 7).below(20, 0, 0).andFrom(21, 0, 1);
+// The charge of new particles beside their factory, until custom properties took it over.
+constexpr SGate gateFactoryCharge = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
+// The charge of a geometry group was taken out after 26.0.0, and came back.
+constexpr SGate gateGroupCharge = from(20, 0, 16).upTo(26, 0, 0).andFrom(27, 0, 3);
+// Charges stand beside the particles; afterwards they are custom properties alone.
+constexpr SGate gateChargeRows = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
 constexpr SGate gateStreamFlag = from(13, 0, 4).below(20, 0, 0).andFrom(20, 0, 16).below(22, 0, 0);
 
 // Before, a model is a list of particle prototypes, and a timestep one prototype a particle.
 constexpr SGate gateParticleTypes = from(20, 0, 0);
+// Every factory has four words of its solver.
+constexpr SGate gateFactoryCounters = from(20, 0, 23);
+// A mesh is a few arrays; before, each triangle carries the fields of its own.
+constexpr SGate gateMeshArrays = from(20, 0, 0);
+// One list of motions; before, two lists of at most one stand in front of it.
+constexpr SGate gateMotionList = from(20, 0, 0);
+// The whole list of motions in each timestep.
+constexpr SGate gateMotionsInTimestep = from(21, 0, 4).below(24, 0, 0);
 // The creator block lists the geometry; before, each timestep does.
 constexpr SGate gateGeometryInCreator = from(20, 0, 10);
 // Blocks with tag and size around contacts and collisions, which now nest; before, bare families.

@@ -19,6 +19,7 @@ void checkFixedTexts(const CCreatorData& creator)
     materialRecords(creator.materials);
     interactionRecords(creator.interactions);
     checkSphereNames(creator.particleTypes);
+    checkFixedTexts(creator.physicsModels);
 }
 
 void checkFixedTexts(const CTimestepData& timestep)

@@ -9,12 +9,14 @@
 namespace NBrenmark {
 
 class CCreatorData;
+class CPhysicsModels;
 class CTimestepData;
 class InteractionMap;
 class MaterialMap;
 
 /// \throws hdf5_error  that gives the first name that is too long
 void checkFixedTexts(const CCreatorData& creator);
+void checkFixedTexts(const CPhysicsModels& physics);
 void checkFixedTexts(const CTimestepData& timestep);
 
 std::vector<HDF5DATATYPES::SMaterialType::SRecord> materialRecords(const MaterialMap& materials);

@@ -8,6 +8,7 @@
 #include "io/hdf5/hdf5_visitor.h"
 #include "io/hdf5/shapes.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -86,6 +87,20 @@ public:
     {
         writeAttribute(name, value, *visitor.location);
     }
+    /// A count that files hold as a signed number.
+    void signedAttribute(const std::string& name, quint32 value) { attribute(name, static_cast<qint32>(value)); }
+    template <std::size_t count>
+    void flags(const std::string& name, const std::array<bool, count>& values)
+    {
+        attribute(name, std::vector<bool>(values.begin(), values.end()));
+    }
+
+    /// A single value as a dataset.
+    template <class T>
+    void dataset(const std::string& name, const T& value)
+    {
+        writeDataset(name, value, *visitor.location);
+    }
 
     /// Makes a group, runs body in it and closes it.
     template <class TBody>
@@ -125,6 +140,15 @@ public:
     {
         if (stored)
             arrays().write(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data(), values.size());
+        throwIfFailed();
+    }
+
+    /// The same with default creation properties, however long the array is.
+    template <class T>
+    void plainRows(const std::string& name, const std::vector<T>& values, bool stored = true)
+    {
+        if (stored)
+            arrays().writePlain(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data());
         throwIfFailed();
     }
 
@@ -180,6 +204,28 @@ public:
     {
         readAttribute(name, value, *visitor.location);
     }
+    void signedAttribute(const std::string& name, quint32& value)
+    {
+        qint32 stored = 0;
+        attribute(name, stored);
+        value = static_cast<quint32>(stored);
+    }
+    template <std::size_t count>
+    void flags(const std::string& name, std::array<bool, count>& values)
+    {
+        std::vector<bool> found;
+        attribute(name, found);
+        if (found.size() != count)
+            throwAt(*visitor.location, "attribute", name,
+                    std::to_string(found.size()) + " flags where " + std::to_string(count) + " are needed");
+        std::copy(found.begin(), found.end(), values.begin());
+    }
+
+    template <class T>
+    void dataset(const std::string& name, T& value)
+    {
+        readDataset(name, value, *visitor.location);
+    }
 
     template <class TBody>
     void group(const std::string& name, TBody&& body)
@@ -213,6 +259,12 @@ public:
             });
     }
 
+    template <class T>
+    void plainRows(const std::string& name, std::vector<T>& values, bool stored = true)
+    {
+        rows(name, values, stored);
+    }
+
     template <class T, std::size_t count>
     void fixedRows(const std::string& name, std::array<T, count>& values)
     {
@@ -237,6 +289,18 @@ public:
     /// Name of one of them, in the order of the group's index.
     std::string childName(hsize_t index) const { return visitor.location->getObjnameByIdx(index); }
     bool has(const std::string& name) const { return visitor.location->nameExists(name); }
+    bool hasAttribute(const std::string& name) const { return visitor.location->attrExists(name); }
+
+    /// Opens each group in a group, in the order of their names' bytes.
+    /// \param body  is given the name
+    template <class TBody>
+    void children(TBody&& body)
+    {
+        for (hsize_t i = 0; i < childCount(); ++i) {
+            const std::string name = childName(i);
+            group(name, [&] { body(storedText(name)); });
+        }
+    }
 
 private:
     H5::Group opened(const std::string& name) const

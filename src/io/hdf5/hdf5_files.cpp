@@ -2,6 +2,7 @@
 
 #include "io/hdf5/hdf5_io_manager.h"
 
+#include "core/left_behind.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/deck_layout.h"
@@ -9,9 +10,10 @@
 #include "io/hdf5/guarded.h"
 #include "io/hdf5/shapes.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <filesystem>
 
 namespace NBrenmark {
 
@@ -48,8 +50,10 @@ CHdf5IoManager::File CHdf5IoManager::createFile(const QString& path) const
 CHdf5IoManager::File CHdf5IoManager::createInDataFolder(const QString& path) const
 {
     const QString folder = QFileInfo(path).path();
-    if (!QDir().mkpath(folder))
-        throw hdf5_error("Could not make folder " + folder.toStdString() + ".");
+    std::error_code failure;
+    std::filesystem::create_directories(nativePath(folder), failure);
+    if (failure)
+        throw hdf5_error("Could not make folder " + folder.toStdString() + ": " + failure.message() + ".");
     return createFile(path);
 }
 
@@ -76,6 +80,7 @@ void CHdf5IoManager::closeFiles()
     mainFile.reset();
     timestepFile.reset();
     currentFileNumber = -1;
+    tellLeftBehind("HDF5 write");
 }
 
 bool CHdf5IoManager::switchToFile(qint64 number)

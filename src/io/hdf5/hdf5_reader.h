@@ -9,6 +9,8 @@
 
 namespace NBrenmark {
 
+class CCustomPropertyManager;
+
 /// What is stored alike in both kinds of data; any other slot reads nothing.
 class CHdf5Reader : public CHdf5Visitor, public IFileVisitorReader
 {
@@ -34,6 +36,9 @@ class CHdf5CreatorDataReader : public CHdf5Reader
 {
 public:
     using CHdf5Reader::CHdf5Reader;
+
+    /// Of the deck, for the factories that are read; not owned, null for none.
+    CCustomPropertyManager* particleProperties = nullptr;
 
 #define STORED(operation, type, readBy, ...) BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
 #define PENDING(...)

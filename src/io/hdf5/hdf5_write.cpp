@@ -9,6 +9,7 @@
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/fixed_texts.h"
 #include "io/hdf5/guarded.h"
+#include "io/hdf5/link_names.h"
 
 #include <QDir>
 #include <QFile>
@@ -71,6 +72,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
     if (!hasTimestep(frame, fileName) || !guarded("HDF5 write", couldNotWrite(path), [&] {
             checkFixedTexts(frame.creator);
             checkFixedTexts(frame.timestep);
+            checkLinkNames(frame.creator);
         }))
         return false;
 
@@ -142,6 +144,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
     const bool complete = guarded("HDF5 write", couldNotWrite(path), [&] {
         checkFixedTexts(frame.creator);
         checkFixedTexts(frame.timestep);
+        checkLinkNames(frame.creator);
         File newMain = createFile(path);
         isBegun = true;
         writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});

@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/left_behind.h"
 #include "core/log.h"
 #include "model/particle_types.h"
 
@@ -110,18 +111,15 @@ std::vector<CSphere> spheresOf(const std::vector<Sphere::SRecord>& records)
 }
 
 /// Charges have a place in this family only as custom properties of these names.
-void tellOfLostCharges(const CParticleType& t)
+void noteLostCharges(const CParticleType& t)
 {
     const CCustomPropertyManager* const manager = t.customProperties.manager();
-    const auto isLost = [&](const char* property, std::size_t values) {
-        return values > 0 && (manager == nullptr || manager->indexOf(property) >= manager->finalizedCount());
+    const auto noteUnless = [&](const char* property, const char* what, std::size_t values) {
+        if (manager == nullptr || manager->indexOf(property) >= manager->finalizedCount())
+            noteLeftBehind(what, values);
     };
-    if (isLost("Charge", t.electrostatic.charge.size()) ||
-        isLost("Electrostatic Force", t.electrostatic.electrostaticForce.size()))
-        logMessage(eWarning, "HDF5 write",
-                   "Charges and electrostatic forces of particles are dropped: the deck defines no custom "
-                   "properties \"Charge\" and \"Electrostatic Force\" to hold them.",
-                   0, 1);
+    noteUnless("Charge", "charges of particles", t.electrostatic.charge.size());
+    noteUnless("Electrostatic Force", "electrostatic forces on particles", t.electrostatic.electrostaticForce.size());
 }
 
 } // namespace
@@ -158,7 +156,7 @@ void CHdf5Reader::readParticleType(CParticleType& t)
 
 void CHdf5Writer::writeParticleType(const CParticleType& t)
 {
-    tellOfLostCharges(t);
+    noteLostCharges(t);
     out().attribute("name", t.displayName);
     definitionForm(out(), t);
     out().table<Sphere>("spheres", sphereRecords(t));

@@ -1,5 +1,6 @@
 #include "io/hdf5/plugin_factories.h"
 
+#include "core/log.h"
 #include "io/hdf5/counted.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -11,14 +12,22 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
 {
     factories.clear();
     in.group("PluginFactories/", [&] {
-        quint64 libraries = 0;
-        for (hsize_t i = 0; i < in.childCount(); ++i)
-            in.group(in.childName(i), [&] {
+        for (hsize_t i = 0; i < in.childCount(); ++i) {
+            const std::string name = in.childName(i);
+            in.group(name, [&] {
                 std::string type;
                 in.attribute("type", type);
-                libraries += type == "library" ? 1 : 0; // others never were plug-ins
+                if (type != "library") // never was a plug-in
+                    return;
+                std::string library;
+                in.attribute("source", library);
+                if (!factories.addFactory(QString::fromStdString(library), QString::fromStdString(name)))
+                    logMessage(eWarning, "HDF5 read",
+                               "plug-in factory \"" + name + "\" of the library \"" + library +
+                                   "\" can't be bound here: left out.",
+                               0, 1);
             });
-        refuseAny(libraries, "plug-in factory", "plug-in factories");
+        }
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
-// The third writer behind the visitor contract: turns a model into lines of text. It stores
-// nothing, so that it leaves no mark on what it visits, and it has every row.
+// The third writer behind the visitor contract: turns a model into lines of text. It stores nothing, so
+// that no version or date goes into what it visits, but it has every row: like the other writers it takes
+// released rows out of the families of contacts and bonds.
 
 #include "io/text/text_output.h"
 #include "visitors/file_visitor_writer.h"
@@ -11,13 +12,25 @@
 
 namespace NBrenmark {
 
+/// Geometry, its motions and its factories hold their definition and their state at the last timestep read
+/// on the same objects. What a timestep can change is state: the text of a model doesn't depend on it.
+enum class ETextPart
+{
+    eAll,
+    eDefinition,
+    eState
+};
+
 class CTextWriter : public IFileVisitorWriter
 {
 public:
     /// \param sink        not owned
     /// \param root        what all paths begin with, for example "creator" or "timestep/3"
     /// \param fullArrays  arrays with all their values
-    CTextWriter(ITextSink& sink, const std::string& root, bool fullArrays) : out(sink, root, fullArrays) {}
+    /// \param part        of geometry; creator models and timesteps choose theirs by themselves
+    CTextWriter(ITextSink& sink, const std::string& root, bool fullArrays, ETextPart part = ETextPart::eAll)
+        : out(sink, root, fullArrays), part(part)
+    {}
 
 #define STORED(operation, type, ...) void write##operation(const type& object) override;
 #define STAMPED(operation, type, ...) void write##operation(type& object) override;
@@ -26,7 +39,19 @@ public:
 #include "visitors/stored_classes.def"
 
 private:
+    bool tells(ETextPart which) const { return part == ETextPart::eAll || part == which; }
+    /// Runs body, telling one part alone.
+    template <class TBody>
+    void telling(ETextPart which, TBody&& body)
+    {
+        const ETextPart before = part;
+        part = which;
+        body();
+        part = before;
+    }
+
     CTextOutput out;
+    ETextPart part;
 };
 
 } // namespace NBrenmark

@@ -291,6 +291,7 @@ TEST(DemCreatorData, everyVersionReadsToItsLastByte)
     SDeckCreator stored = sampleCreator();
     stored.stamp.reservedWord = 1; // a word more below 21.0.3
     stored.legacyStreamFlag = 1;
+    stored.groups = sampleGroups();
     for (const quint32 version : creatorVersions) {
         const std::string name = versionText(version).toStdString();
         const CBytes bytes = creatorBytes(version, stored);
@@ -306,6 +307,7 @@ TEST(DemCreatorData, everyVersionReadsToItsLastByte)
         EXPECT_FALSE(creator.particleTypes.types[1]->calculateProperties);
         EXPECT_EQ(creator.materials.find("glass")->workFunction, 4.5);
         EXPECT_EQ(creator.interactions.find("seed", "glass")->rollingFriction, 0.02);
+        EXPECT_EQ(creator.geometryGroups.count(), 4u) << name;
         EXPECT_EQ(creator.title, "Kiste");
         EXPECT_EQ(creator.damping, 0.25);
         EXPECT_EQ(creator.description, "Description");
@@ -335,15 +337,6 @@ TEST(DemCreatorData, refusesWhatItCantCarryByName)
     const auto deckHolds = [](const std::string& what) {
         return "This deck holds " + what + ", which this version can't carry over yet.";
     };
-    SDeckCreator geometry = sampleCreator();
-    geometry.geometryGroups = 2;
-    EXPECT_EQ(refusalOf(geometry), deckHolds("2 geometry groups"));
-    SDeckCreator model = sampleCreator();
-    model.particleGeometry.push_back({"Linear Spring", 0});
-    EXPECT_EQ(refusalOf(model), deckHolds("the contact model \"Linear Spring\""));
-    SDeckCreator force = sampleCreator();
-    force.forces.push_back({"Buoyancy", 1});
-    EXPECT_EQ(refusalOf(force), deckHolds("the external force \"Buoyancy\""));
     EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(13, 0, 9)), deckHolds("data of file version 13.0.9"));
     EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(3, 0, 15)), deckHolds("data of file version 3.0.15"));
     EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(20, 0, 16)), "read");

@@ -4,8 +4,10 @@
 #include "core/deck/simulation_frame.h"
 #include "io/dem/dem_writer.h"
 #include "support/bytes.h"
+#include "support/paths.h"
 
 #include <QBuffer>
+#include <QFile>
 
 namespace NBrenmark {
 
@@ -61,6 +63,49 @@ public:
     CCustomPropertyManager geometry{"Geometry Properties", eGeometryOwner};
     CCustomPropertyManager simulation{"Simulation Properties", eSimulationOwner};
     SSimulationFrame frame;
+};
+
+/// The frame of a sample deck, filled from its file without a manager.
+class CSampleDeck : public COwnFrame
+{
+public:
+    static constexpr qint64 creatorAt = 32;
+
+    explicit CSampleDeck(const char* fileName) : file(QString::fromStdString(sampleDeck(fileName)))
+    {
+        if (!file.open(QIODevice::ReadOnly))
+            throw std::runtime_error("no sample deck");
+    }
+
+    /// \return the byte behind the block
+    qint64 readCreator()
+    {
+        file.seek(creatorAt);
+        CDemDataStream stream(&file);
+        QString name;
+        stream >> name;
+        CDemCreatorDataReader reader(stream);
+        frame.creator.read(reader);
+        return stream.position();
+    }
+
+    qint64 readTimestep(qint64 at)
+    {
+        file.seek(at);
+        CDemDataStream stream(&file);
+        QString name;
+        quint32 segment = 1;
+        quint64 offset = 0;
+        stream >> name >> segment >> offset;
+        if (name != "class CTimestepData64" || offset != quint64(creatorAt))
+            throw std::runtime_error("no timestep at that byte");
+        CDemTimestepDataReader reader(stream);
+        frame.timestep.read(reader);
+        return stream.position();
+    }
+
+private:
+    QFile file;
 };
 
 /// Defines a property and makes it one that has stored values.

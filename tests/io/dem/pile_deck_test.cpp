@@ -2,62 +2,27 @@
 // script of its own, which shares nothing with this library.
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_testing.h"
-#include "support/paths.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 #include <numeric>
 
 namespace NBrenmark {
 
-static constexpr qint64 creatorAt = 32;
 static constexpr qint64 thirdTimestepAt = 641933;
 static constexpr qint64 lastTimestepAt = 1081631;
 static constexpr qint64 endOfDeck = 1555414;
 
-/// The pile's frame, filled from its file without a manager.
-class CPile : public COwnFrame
+/// The pile, with the properties that its settings define.
+class CPile : public CSampleDeck
 {
 public:
-    CPile() : file(QString::fromStdString(sampleDeck("pile-27.dem")))
+    CPile() : CSampleDeck("pile-27.dem")
     {
         finalizeProperty(particle, "Temperature", {293.15});
         finalizeProperty(particle, "Wear", {0.0, 0.0, 0.0});
         finalizeProperty(simulation, "Fill level", {0.0});
         finalizeProperty(simulation, "Tilt", {0.0, 0.0, 0.0});
-        if (!file.open(QIODevice::ReadOnly))
-            throw std::runtime_error("no sample deck");
     }
-
-    /// \return the byte behind the block
-    qint64 readCreator()
-    {
-        file.seek(creatorAt);
-        CDemDataStream stream(&file);
-        QString name;
-        stream >> name;
-        CDemCreatorDataReader reader(stream);
-        frame.creator.read(reader);
-        return stream.position();
-    }
-
-    qint64 readTimestep(qint64 at)
-    {
-        file.seek(at);
-        CDemDataStream stream(&file);
-        QString name;
-        quint32 segment = 1;
-        quint64 offset = 0;
-        stream >> name >> segment >> offset;
-        EXPECT_EQ(name, "class CTimestepData64");
-        EXPECT_EQ(offset, quint64(creatorAt));
-        CDemTimestepDataReader reader(stream);
-        frame.timestep.read(reader);
-        return stream.position();
-    }
-
-private:
-    QFile file;
 };
 
 template <class TPoints>

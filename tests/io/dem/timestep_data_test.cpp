@@ -1,6 +1,7 @@
 // The timestep block: every version to its last byte, cut and damaged anywhere, refused where it
 // holds what can't be carried.
 #include "io/dem/dem_testing.h"
+#include "model/geometry/geometry_group.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
 
@@ -28,8 +29,13 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             stored.particleMask = 0x2B;
             stored.geometryMask = 0x09;
             stored.fullGeometry = fullGeometry;
+            stored.groups = sampleGroups();
+            stored.pluginFactories = {{"library", "Feeder", "libfeeder"}};
             const CBytes bytes = timestepBytes(version, stored);
             COwnFrame own;
+            GeometryGroups& groups = own.frame.creator.geometryGroups;
+            consumedBy<CDemCreatorDataReader>(groups, groupListBytes(version, stored.groups),
+                                              mendOldNumbering(version));
             own.frame.creator.gravity = C3DPoint(1.0, 2.0, 3.0);
             CTimestepData& timestep = own.frame.timestep;
             EXPECT_EQ(consumedBy<CDemTimestepDataReader>(timestep, bytes + CBytes::garbage(64)), bytes.size()) << name;
@@ -41,6 +47,13 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             EXPECT_EQ(timestep.particleTypes.types[1]->gravity.y, 2.0);
             EXPECT_EQ(timestep.particleTypes.types[1]->position[11].z, deckValue(61, 2, 11, 2)) << name;
             EXPECT_EQ(timestep.time, 0.125);
+            ASSERT_EQ(groups.count(), 4u) << name;
+            const bool isWhole = fullGeometry != 0 && !hasMasks;
+            const bool hasOwnTime = mendOldNumbering(version) >= makeVersion(20, 0, 21);
+            EXPECT_EQ(groups.at(0)->coords[1].x, isWhole ? 0.5 : 1.5) << name;
+            EXPECT_EQ(groups.at(0)->time, isWhole ? 0.5 : hasOwnTime ? 0.625 : 0.125) << name;
+            EXPECT_EQ(groups.totalBounds.upper.x, isWhole ? 1.0 : 1.5) << name;
+            EXPECT_EQ(own.frame.creator.pluginFactories.count(), 0u);
             EXPECT_EQ(timestep.elapsedTime, 12.5);
             EXPECT_EQ(timestep.runNumber, 3);
             EXPECT_EQ(timestep.date, "17/03/18");
@@ -120,7 +133,7 @@ TEST(DemTimestepData, saysWhichMarkerWasWrong)
 TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
 {
     // The count of surface-surface bonds, in the block behind contacts and collisions.
-    const CBytes families = noContactsBytes(makeVersion(27, 0, 3));
+    const CBytes families = pairBytes(makeVersion(27, 0, 3), SDeckPairs());
     const SDeckTimestep stored = sampleTimestep(0.125);
     const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
     const qint64 bondCount = bytes.bytes().indexOf(families.bytes()) + families.size() - 8 - 10;
@@ -132,37 +145,33 @@ TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
     EXPECT_NE(log.text().find("bonds skipped: "), std::string::npos) << log.text();
 }
 
-/// What a read of a timestep says whose bytes behind the particle types are these.
-static std::string refusalOf(const CBytes& families, int pluginFactories = 0)
+TEST(DemTimestepData, leavesPluginFactoriesOutByNameAndReadsOn)
 {
-    const quint32 version = makeVersion(27, 0, 3);
-    const SDeckTimestep stored = sampleTimestep(0.125);
-    CBytes bytes = timestepHeadBytes(version, stored) + particleTypesBytes(version, stored.particles) + families;
-    bytes.i32(pluginFactories);
-    if (pluginFactories > 0)
-        bytes.text("Kind").text("Feeder");
-    bytes += timestepTailBytes(version, stored);
-    COwnFrame own;
-    try {
-        consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes);
-    }
-    catch (const not_carried_error& error) {
-        return error.what();
-    }
-    return "read";
-}
-
-TEST(DemTimestepData, refusesRowsThatItCantCarry)
-{
-    const auto deckHolds = [](const std::string& what) {
-        return "This deck holds " + what + ", which this version can't carry over yet.";
+    struct SCase
+    {
+        quint32 version;
+        CBytes factories;
+        const char* told;
+        std::size_t messages;
     };
-    const CBytes none = noContactsBytes(makeVersion(27, 0, 3));
-    EXPECT_EQ(refusalOf(none), "read");
-    EXPECT_EQ(refusalOf(none, 1), deckHolds("the plug-in factory \"Feeder\""));
-    EXPECT_EQ(refusalOf(none.with(8, CBytes().i32(2)) /* first count of the contacts' block */),
-              deckHolds("2 contacts"));
-    EXPECT_EQ(refusalOf(none.with(none.size() - 18, CBytes().i32(1))), deckHolds("1 bond"));
+    const SCase cases[] = {
+        {makeVersion(22, 0, 0), CBytes().i32(2).text("library").text("Feeder").text("cubic").text("Grid"),
+         "plug-in factory \"Feeder\" of the library \"Feeder\"", 2},
+        {makeVersion(23, 0, 0), CBytes().i32(1).text("library").text("Feeder").text("feed.dll"),
+         "plug-in factory \"Feeder\" of the library \"feed.dll\"", 1},
+        {makeVersion(27, 0, 3), CBytes().i32(1).text("").text("Grid").text(""), "factory \"Grid\" of the kind \"\"", 1},
+    };
+    for (const SCase& c : cases) {
+        CPluginParticleFactoryList list;
+        clearLogOnceMemory();
+        const CLogCapture log;
+        EXPECT_EQ(consumedBy<CDemTimestepDataReader>(list, c.factories + CBytes::garbage(20), c.version),
+                  c.factories.size());
+        EXPECT_EQ(log.count(), c.messages);
+        EXPECT_NE(log.text().find(c.told), std::string::npos) << log.text();
+    }
+    CPluginParticleFactoryList list;
+    EXPECT_THROW(consumedBy<CDemTimestepDataReader>(list, CBytes().i32(2).text("").text("")), std::length_error);
 }
 
 // ---------------------------------------------------------------- writing

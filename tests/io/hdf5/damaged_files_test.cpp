@@ -1,6 +1,7 @@
 // Damaged files: a clean failure, or what is left of the timestep; never a crash, a hang or a torrent of memory.
 #include "io/hdf5/hdf5_deck_testing.h"
 
+#include <functional>
 #include <random>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,38 +20,47 @@ using namespace NHdf5Testing;
 constexpr int readWhole = 40;
 constexpr int failedCleanly = 41;
 
+/// Runs body in a process of its own. This one starts no thread, also to write: a worker on its way out may hold
+/// a lock, which a child that is made at that moment would wait for for ever.
+/// \return what body gives, or the number of the signal that ended it, negative
+static int apart(const std::function<int()>& body)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(20);
+        _exit(body());
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
 class DamagedFiles : public testing::Test
 {
 protected:
     DamagedFiles()
     {
-        CHdf5Deck writer;
-        fillCreator(writer.creator());
-        fillTimestep(writer.timestep(), 300);
-        EXPECT_EQ(writer.manager->setOutputName(path()), 0);
-        EXPECT_TRUE(writer.append(0.1, true));
-        writer.manager->reset();
+        EXPECT_EQ(apart([this] {
+                      CHdf5Deck writer;
+                      fillCreator(writer.creator());
+                      fillTimestep(writer.timestep(), 300);
+                      const bool written = writer.manager->setOutputName(path()) == 0 && writer.append(0.1, true);
+                      writer.manager->reset();
+                      return written ? 0 : 1;
+                  }),
+                  0);
         whole = folder.read("Kiste_data/0.h5");
     }
     QString path() const { return folder.path("Kiste.dem"); }
 
-    /// Opens and reads in a process of its own, that a fault of HDF5 itself shows as one case. \return its exit code
+    /// Opens and reads: a fault of HDF5 itself shows as one case. \return the exit code
     int outcomeOf(const QByteArray& bytes)
     {
         folder.write("Kiste_data/0.h5", bytes);
-        const pid_t child = fork();
-        if (child == 0) {
-            alarm(20);
-            bool isRead = false;
-            {
-                CHdf5Deck deck;
-                isRead = deck.open(path()) == eOpened && deck.read(0);
-            }
-            _exit(isRead ? readWhole : failedCleanly);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+        return apart([this] {
+            CHdf5Deck deck;
+            return deck.open(path()) == eOpened && deck.read(0) ? readWhole : failedCleanly;
+        });
     }
 
     CTempFolder folder;

@@ -363,70 +363,11 @@ TEST_P(OldVersions, missNothingThatTheirVersionHas)
 
 INSTANTIATE_TEST_SUITE_P(All, OldVersions, testing::ValuesIn(versionCases));
 
-// ---------------------------------------------------------------- what can't be carried yet
-
-struct SRefusalCase
-{
-    const char* name;
-    void (*put)(CH5Builder& file);
-    const char* text;
-};
-
-static const SRefusalCase refusalCases[] = {
-    {"geometry",
-     [](CH5Builder& f) { f.group("/CreatorData/0/GeometryGroups/0").group("/CreatorData/0/GeometryGroups/1"); },
-     "This deck holds 2 geometry groups, which"},
-    {"geometryState", [](CH5Builder& f) { f.group("/TimestepData/0.25/GeometryGroups/0"); },
-     "This deck holds 1 geometry group, which"},
-    {"contacts", [](CH5Builder& f) { f.count("/TimestepData/0.25/Contacts/SurfaceSurface", "size", 12); },
-     "This deck holds 12 contacts, which"},
-    {"collisions", [](CH5Builder& f) { f.count("/TimestepData/0.25/Collisions/SurfaceGeometry", "size", 3); },
-     "This deck holds 3 collisions, which"},
-    {"activeCollisions",
-     [](CH5Builder& f) { f.count("/TimestepData/0.25/Contacts/SurfaceSurface/CollisionsBase", "size", 3); },
-     "This deck holds 3 collisions, which"},
-    {"bonds", [](CH5Builder& f) { f.count("/TimestepData/0.25/Bonds/SurfaceSurface", "size", 1); },
-     "This deck holds 1 bond, which"},
-    {"sizes", [](CH5Builder& f) { f.group("/CreatorData/0/SizeDistributions/Ball"); },
-     "This deck holds 1 size distribution, which"},
-    {"pluginFactories", [](CH5Builder& f) { f.text("/CreatorData/0/PluginFactories/F", "type", "library"); },
-     "This deck holds 1 plug-in factory, which"},
-    {"force",
-     [](CH5Builder& f) {
-         f.without("/CreatorData/0/PhysicsModels/ExternalForces/order");
-         f.texts("/CreatorData/0/PhysicsModels/ExternalForces", "order", {"Wind"});
-     },
-     "This deck holds external forces \"Wind\", which"},
-    {"model",
-     [](CH5Builder& f) {
-         f.without("/CreatorData/0/PhysicsModels/SurfaceSurface/order");
-         f.texts("/CreatorData/0/PhysicsModels/SurfaceSurface", "order", {"Sticky"});
-         f.integer("/CreatorData/0/PhysicsModels/SurfaceSurface/Sticky", "model source", 0);
-     },
-     "This deck holds contact models \"Sticky\", which"},
-};
-
-class Refused : public OldVersions
+class PluginFactoriesOfOldVersions : public OldVersions
 {
 };
 
-TEST_F(Refused, areDecksWithWhatCannotBeCarried)
-{
-    for (const SRefusalCase& c : refusalCases) {
-        build(versionCases[9]);
-        {
-            CH5Builder file(path(), false);
-            c.put(file);
-        }
-        const std::string before = log.text();
-        CHdf5Deck other;
-        ASSERT_EQ(other.open(folder.path("old.dem")), eOpened) << c.name;
-        EXPECT_FALSE(other.read(0)) << c.name;
-        EXPECT_NE(log.text().substr(before.size()).find(c.text), std::string::npos) << c.name << log.text();
-    }
-}
-
-TEST_F(Refused, areNotDecksWithFactoriesThatNeverWerePlugIns)
+TEST_F(PluginFactoriesOfOldVersions, thatNeverWerePlugInsAreNoHindrance)
 {
     build(versionCases[9]);
     CH5Builder(path(), false).text("/CreatorData/0/PluginFactories/F", "type", "dynamic");

@@ -3,6 +3,7 @@
 
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/geometry_forms.h"
 #include "legacy/creator_upgrades.h"
 
 namespace NBrenmark {
@@ -75,6 +76,7 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     }
     if (f.stores(gateGeometryInCreator))
         creator.geometryGroups.read(*this);
+    linkFactories(creator, *stream);
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");

@@ -1,8 +1,10 @@
 // The chains of contact models and the external forces.
 #include "physics/physics_models.h"
 
+#include "core/log.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "physics/phantoms.h"
 
 namespace NBrenmark {
 
@@ -22,7 +24,31 @@ static SModelHead readModelHead(CInForm& f)
     SModelHead head;
     f.text(head.name);
     f.i32(head.source, gateModelSource, anySource);
+    head.name = mendedModelName(head.name);
     return head;
+}
+
+/// No parameters are stored of what comes from a plug-in: a phantom leaves nothing behind.
+template <class TPhantom, class TModel>
+static void tellPhantom(const CInForm& f, const char* noun, const TModel& model)
+{
+    if (dynamic_cast<const TPhantom*>(&model) != nullptr)
+        logMessage(eWarning, "Legacy read",
+                   f.stream.place.toStdString() + ": " + noun + " \"" + model.modelName().toStdString() +
+                       "\" isn't known here; its name and its place are kept.",
+                   0, 1);
+}
+
+static void readChain(CDemCreatorDataReader& reader, CInForm& f, CPhysicsModels& models, quint32 modelType)
+{
+    const quint32 count = f.count("contact model", leastModelBytes);
+    for (quint32 i = 0; i < count; ++i) {
+        const SModelHead head = readModelHead(f);
+        std::unique_ptr<IContactModel> model = models.makeContactModel(head.name, modelType, head.source, true);
+        tellPhantom<CContactModelPhantom>(f, "contact model", *model);
+        model->read(reader);
+        models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is told and left out
+    }
 }
 
 void CDemCreatorDataReader::readPhysicsModels(CPhysicsModels& models)
@@ -30,40 +56,38 @@ void CDemCreatorDataReader::readPhysicsModels(CPhysicsModels& models)
     CInForm f = in();
     if (!f.stores(gateForces))
         return;
+    const CPhysicsModels::CLoading loading(models);
     models.clear();
-    const auto readChain = [&](CPhysicsModels::Chain& chain, quint32 modelType) {
-        const quint32 count = f.count("contact model", leastModelBytes);
-        for (quint32 i = 0; i < count; ++i) {
-            const SModelHead head = readModelHead(f);
-            std::unique_ptr<IContactModel> model = createContactModel(head.name, modelType, head.source);
-            if (!model) // nobody knows how long its parameters are
-                throw not_carried_error("the contact model \"" + head.name.toStdString() + '"');
-            model->read(*this);
-            chain.push_back(std::move(model));
-        }
-    };
     if (f.stores(gateContactModels)) {
-        readChain(models.sphereSphereModels, eSphereSphereModel);
-        readChain(models.sphereGeometryModels, eSphereGeometryModel);
+        readChain(*this, f, models, eSphereSphereModel);
+        readChain(*this, f, models, eSphereGeometryModel);
     }
-    if (f.count("external force", leastModelBytes) > 0)
-        throw not_carried_error("the external force \"" + readModelHead(f).name.toStdString() + '"');
+    const quint32 count = f.count("external force", leastModelBytes);
+    for (quint32 i = 0; i < count; ++i) {
+        const SModelHead head = readModelHead(f);
+        std::unique_ptr<IExternalForce> force = models.makeExternalForce(head.name, head.source, true);
+        if (force == nullptr) // the word for no force
+            continue;
+        tellPhantom<CExternalForcePhantom>(f, "external force", *force);
+        force->read(*this);
+        models.addExternalForce(std::move(force), CPhysicsModels::atEnd);
+    }
 }
 
 void CDemCreatorDataWriter::writePhysicsModels(const CPhysicsModels& models)
 {
     COutForm f = out();
-    const auto writeChain = [&](const CPhysicsModels::Chain& chain) {
-        f.length("contact model", leastModelBytes, chain);
-        for (const auto& model : chain) {
+    const auto writeList = [&](const char* noun, const auto& list) {
+        f.length(noun, leastModelBytes, list);
+        for (const auto& model : list) {
             f.text(model->modelName());
             f.i32(model->source);
             model->write(*this);
         }
     };
-    writeChain(models.sphereSphereModels);
-    writeChain(models.sphereGeometryModels);
-    f.i32(models.externalForceCount());
+    writeList("contact model", models.sphereSphereModels);
+    writeList("contact model", models.sphereGeometryModels);
+    writeList("external force", models.externalForces);
 }
 
 } // namespace NBrenmark

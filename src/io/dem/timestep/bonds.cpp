@@ -1,4 +1,4 @@
-// Bonds. Families with rows are refused; empty ones have their place.
+// Bonds.
 #include "results/bonds.h"
 
 #include "io/dem/dem_reader.h"
@@ -6,33 +6,50 @@
 
 namespace NBrenmark {
 
-void CDemTimestepDataReader::readBondsBase(CBondsBase&)
+template <class TArrays, class TBonds>
+static void rowsForm(TArrays& arrays, TBonds& b)
+{
+    arrays.rows("bond ends", b.rows);
+    arrays.rows("normal forces", b.normalForce);
+    arrays.rows("tangential forces", b.tangentialForce);
+    arrays.rows("normal torques", b.normalTorque);
+    arrays.rows("tangential torques", b.tangentialTorque);
+    arrays.rows("bond states", b.state);
+    arrays.rows("break times", b.breakTime);
+}
+
+void CDemTimestepDataReader::readBondsBase(CBondsBase& family)
 {
     CInForm f = in();
+    family.clear();
     bool deflated = false;
     const quint32 count = f.count("bond", 0);
     f.flag8(deflated);
-    if (count > 0)
-        throw not_carried_error(counted(count, "bond"));
-    f.group(deflated, 0, [](CArrayGroupReader&) {});
+    f.group(deflated, count, [&](CArrayGroupReader& arrays) { rowsForm(arrays, family); });
+    family.resizeRows(count); // what isn't stored: the parameters
 }
 
-void CDemTimestepDataWriter::writeBondsBase(const CBondsBase& family)
+void CDemTimestepDataWriter::writeBondsBase(CBondsBase& family)
 {
+    family.compact();
     COutForm f = out();
-    f.i32(family.rowCount());
-    f.flag8(false);
+    const quint32 count = (stream->options.timestepMask & eBondRows) != 0 ? family.rowCount() : 0;
+    const bool deflated = compressArrays() && count >= leastDeflatedRows;
+    f.i32(count);
+    f.flag8(deflated);
+    if (count > 0)
+        f.group(deflated, count, [&](CArrayGroupWriter& arrays) { rowsForm(arrays, family); });
 }
 
 void CDemTimestepDataReader::readBonds(CBonds& bonds)
 {
-    in().block(eBondsBlock, "bonds", [&] {
+    in().blockOf(eBondsBlock, "bonds", bonds, [&] {
         bonds.surfaceSurface.read(*this);
         bonds.surfaceGeometry.read(*this);
     });
 }
 
-void CDemTimestepDataWriter::writeBonds(const CBonds& bonds)
+void CDemTimestepDataWriter::writeBonds(CBonds& bonds)
 {
     out().block(eBondsBlock, "bonds", [&] {
         bonds.surfaceSurface.write(*this);

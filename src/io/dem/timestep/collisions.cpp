@@ -1,35 +1,56 @@
-// Records of contacts' histories. Families with records are refused; empty ones have their place.
-#include "results/collisions.h"
+// Records of contacts' histories.
+#include "io/dem/timestep/collision_arrays.h"
 
+#include "core/log.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 
 namespace NBrenmark {
 
-void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase&)
+/// Nothing stored leaves what there is: nested records may have come with the arrays of their contacts.
+void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase& family)
 {
     CInForm f = in();
     bool deflated = false;
-    const quint32 count = f.count("collision", 0);
+    quint32 mask = 0;
+    quint32 count = f.count("collision", 0);
     f.flag8(deflated);
-    f.dropI32(); // the mask of the arrays, of which there are none
-    if (count > 0)
-        throw not_carried_error(counted(count, "collision"));
+    f.i32(mask);
+    if (count == 0)
+        return;
+    family.clear();
+    f.group(deflated, count, [&](CArrayGroupReader& arrays) { collisionArraysForm(arrays, mask, family); });
+    if (family.dropForeignArrays())
+        logMessage(eWarning, "Legacy read",
+                   stream->place.toStdString() + ": " + counted(count, "collision") +
+                       " with more of the second end than a triangle has: dropped",
+                   0, 1);
+    if ((mask & family.mask) == 0) {
+        logMessage(eWarning, "Legacy read",
+                   stream->place.toStdString() + ": " + counted(count, "collision") + " without data dropped");
+        count = 0;
+    }
+    family.resizeRecords(count); // the arrays that aren't stored become zeros
 }
 
 void CDemTimestepDataWriter::writeCollisionsBase(const CCollisionsBase& family)
 {
     COutForm f = out();
-    f.i32(family.recordCount());
-    f.flag8(false);
+    const quint32 count = (stream->options.timestepMask & family.familyMask()) != 0 ? family.recordCount() : 0;
+    const bool deflated = compressArrays() && count >= leastDeflatedRows;
+    f.i32(count);
+    f.flag8(deflated);
     f.i32(family.mask);
+    if (count > 0)
+        f.group(deflated, count, [&](CArrayGroupWriter& arrays) { collisionArraysForm(arrays, family.mask, family); });
 }
 
 void CDemTimestepDataReader::readCollisions(CCollisions& collisions)
 {
+    collisions.clear();
     if (!in().stores(gateContactBlocks))
         return;
-    in().block(eCollisionsBlock, "collisions", [&] {
+    in().blockOf(eCollisionsBlock, "collisions", collisions, [&] {
         collisions.surfaceSurface.read(*this);
         collisions.surfaceGeometry.read(*this);
     });

@@ -1,9 +1,11 @@
-// Contacts. Families with rows are refused; empty ones have their place.
+// Contacts, with the collisions that go on in them and the extra values of old decks.
 #include "results/contacts.h"
 
+#include "core/log.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/timestep/collision_arrays.h"
 
 namespace NBrenmark {
 
@@ -11,17 +13,51 @@ namespace NBrenmark {
 static constexpr quint32 contactFields = 255;
 /// The arrays of a family before it had blocks, whatever its word says.
 static constexpr quint32 fieldsBeforeBlocks = 0x40FF;
+// What only old decks store: the normal force a second time, with a vector further on that nobody
+// needs, and a word of the same kind.
 static constexpr quint32 repeatedForceField = 0x2000;
+static constexpr quint32 droppedWordField = 0x4000;
+
+/// The fields whose rows take bytes: with none of them a count means nothing.
+static constexpr quint32 fieldsWithRows =
+    contactFields | eContactLegacyScalar | eContactLegacyFlags | repeatedForceField | droppedWordField;
 
 static constexpr qint64 leastRecordBytes = 2 * 4 + 4 + 4 * 8;
 
-void CDemTimestepDataReader::readContactRecords(CContactRecordList&)
+// ---------------------------------------------------------------- extra values
+
+template <class TForm, class TRecord>
+static void recordForm(TForm& f, TRecord& record)
+{
+    f.i32(record.kind);
+    f.i32(record.type);
+    f.text(record.name);
+    f.f64(record.scale);
+    f.point(record.defaultValue);
+}
+
+template <class TArrays, class TRecords>
+static void recordValuesForm(TArrays& arrays, TRecords& records)
+{
+    for (auto& record : records.records)
+        record.withValues([&](auto& array) { arrays.rows("values of a contact record", array); });
+}
+
+void CDemTimestepDataReader::readContactRecords(CContactRecordList& records)
 {
     CInForm f = in();
-    f.block(eContactRecordsBlock, "contact records", [&] {
-        if (const quint32 records = f.count("contact record", leastRecordBytes); records > 0)
-            throw not_carried_error(counted(records, "contact record"));
-        f.dropI32(); // the length of each record's array
+    f.blockOf(eContactRecordsBlock, "contact records", records, [&] {
+        f.length("contact record", leastRecordBytes, records.records);
+        for (SContactRecord& record : records.records) {
+            recordForm(f, record);
+            record.makeValues();
+        }
+        const quint32 rows = f.count("row of contact records", 0);
+        if (records.records.empty())
+            return;
+        bool deflated = false;
+        f.flag8(deflated);
+        f.group(deflated, rows, [&](CArrayGroupReader& arrays) { recordValuesForm(arrays, records); });
     });
 }
 
@@ -29,51 +65,141 @@ void CDemTimestepDataWriter::writeContactRecords(const CContactRecordList& recor
 {
     COutForm f = out();
     f.block(eContactRecordsBlock, "contact records", [&] {
-        f.i32(records.count());
-        f.dropI32();
+        f.length("contact record", leastRecordBytes, records.records);
+        for (const SContactRecord& record : records.records)
+            recordForm(f, record);
+        const quint32 rows = records.rowCount();
+        f.i32(rows);
+        if (records.records.empty())
+            return;
+        const bool deflated = compressArrays() && rows >= leastDeflatedRows;
+        f.flag8(deflated);
+        f.group(deflated, rows, [&](CArrayGroupWriter& arrays) { recordValuesForm(arrays, records); });
     });
+}
+
+// ---------------------------------------------------------------- one family
+
+/// Consumed, never kept.
+template <class TRow>
+static void dropRows(CArrayGroupReader& arrays, const char* what)
+{
+    std::vector<TRow> dropped;
+    arrays.rows(what, dropped);
+}
+
+/// The arrays that the word of stored fields names, in the order of the file.
+template <class TArrays, class TContacts>
+static void rowsForm(TArrays& arrays, quint32 fields, TContacts& c)
+{
+    const auto has = [fields](quint32 field) { return (fields & field) != 0; };
+    const auto rows = [&](quint32 field, const char* what, auto& array) {
+        if (has(field))
+            arrays.rows(what, array);
+    };
+    rows(eContactEnds, "contact ends", c.rows);
+    rows(eContactTangentialOverlap, "tangential overlaps", c.tangentialOverlap);
+    rows(eContactVector1, "first contact vectors", c.contactVector1);
+    rows(eContactVector2, "second contact vectors", c.contactVector2);
+    rows(eContactPosition, "contact positions", c.position);
+    rows(eContactNormalOverlap, "normal overlaps", c.normalOverlap);
+    rows(eContactNormalForce, "normal forces", c.normalForce);
+    rows(repeatedForceField, "normal forces", c.normalForce);
+    rows(eContactTangentialForce, "tangential forces", c.tangentialForce);
+    rows(eContactLegacyFlags, "contact flags", c.legacyFlags);
+    if constexpr (TArrays::isReading) {
+        if (has(repeatedForceField))
+            dropRows<C3DVector>(arrays, "vectors of old contacts");
+        if (has(droppedWordField))
+            dropRows<quint32>(arrays, "words of old contacts");
+    }
+    rows(eContactLegacyScalar, "contact scalars", c.legacyScalar);
+    if (has(eContactRecordValues))
+        recordValuesForm(arrays, c.contactRecords);
+    if (has(eContactCollisions) && c.collisionsActive)
+        collisionArraysForm(arrays, c.activeCollisions.mask, c.activeCollisions);
+}
+
+static quint32 readFields(CInForm& f)
+{
+    quint32 fields = contactFields;
+    f.i32(fields, from(20, 0, 6), contactFields);
+    if (!f.stores(gateContactBlocks))
+        fields = fieldsBeforeBlocks | (f.stores(below(20, 0, 9)) ? repeatedForceField : 0);
+    return fields;
+}
+
+/// Brings a family in order that was read, and tells what didn't fit.
+static void settle(CContactsBase& family, const CDemDataStream& stream)
+{
+    const quint32 collisions = family.activeCollisions.recordCount();
+    const quint32 values = family.contactRecords.rowCount();
+    const auto tell = [&](const std::string& what) {
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": " + what + " for " + counted(family.rowCount(), "contact") +
+                       ": cut or filled up with zeros");
+    };
+    if (!family.fitCollisions())
+        tell(counted(collisions, "record") + " of collisions");
+    if (!family.fitRecords())
+        tell(counted(values, "row") + " of contact records");
+    if (const quint32 strays = family.strayCount(); strays > 0)
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": " + counted(strays, "contact") + " with a negative overlap dropped");
+    family.rebuildFreeChain();
 }
 
 void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
 {
     CInForm f = in();
-    const bool hasBlocks = f.stores(gateContactBlocks);
-    const quint32 count = f.count("contact", 0);
+    family.clear();
+    quint32 count = f.count("contact", 0);
     bool deflated = false;
     f.flag8(deflated);
-    quint32 mask = contactFields;
-    f.i32(mask, from(20, 0, 6), contactFields);
-    if (!hasBlocks)
-        mask = fieldsBeforeBlocks | (f.stores(below(20, 0, 9)) ? repeatedForceField : 0);
-    if (hasBlocks)
+    const quint32 fields = readFields(f);
+    if (f.stores(gateContactBlocks))
         f.flag8(family.collisionsActive);
-    if (count > 0)
-        throw not_carried_error(counted(count, "contact"));
-    if (family.collisionsActive && mask != 0)
-        f.group(deflated, 0, [](CArrayGroupReader&) {});
-    if (hasBlocks) {
+    if ((count > 0 || family.collisionsActive) && fields != 0)
+        f.group(deflated, count, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, family); });
+    if (count > 0 && (fields & fieldsWithRows) == 0) {
+        logMessage(eWarning, "Legacy read",
+                   stream->place.toStdString() + ": " + counted(count, "contact") + " without data dropped");
+        count = 0;
+    }
+    // The arrays that aren't stored become zeros, the custom properties their initial values.
+    family.resizeRows(count);
+    if (f.stores(gateContactBlocks)) {
         family.activeCollisions.read(*this);
         family.contactRecords.read(*this);
     }
-    family.customProperties.resetToInitialValues(family.rowCount());
+    settle(family, *stream);
+    family.customProperties.resetToInitialValues(count);
     if (f.since(22, 1, 1))
         family.customProperties.read(*this);
 }
 
-void CDemTimestepDataWriter::writeContactsBase(const CContactsBase& family)
+void CDemTimestepDataWriter::writeContactsBase(CContactsBase& family)
 {
+    family.compact();
+    const quint32 mask = stream->options.timestepMask;
+    const quint32 count = (mask & family.familyMask()) != 0 ? family.rowCount() : 0;
+    const bool deflated = compressArrays() && count >= leastDeflatedRows;
     COutForm f = out();
-    f.i32(family.rowCount());
-    f.flag8(false);
+    f.i32(count);
+    f.flag8(deflated);
     f.i32(contactFields);
     f.flag8(family.collisionsActive);
+    if (count > 0)
+        f.group(deflated, count, [&](CArrayGroupWriter& arrays) { rowsForm(arrays, contactFields, family); });
     family.activeCollisions.write(*this);
     family.contactRecords.write(*this);
-    if (family.rowCount() > 0 && (stream->options.timestepMask & eContactProperties) != 0)
+    if (count > 0 && (mask & eContactProperties) != 0)
         family.customProperties.write(*this);
     else
         writeNoCustomProperties(f);
 }
+
+// ---------------------------------------------------------------- both families
 
 void CDemTimestepDataReader::readContacts(CContacts& contacts)
 {
@@ -83,14 +209,16 @@ void CDemTimestepDataReader::readContacts(CContacts& contacts)
         contacts.surfaceGeometry.read(*this);
     };
     if (f.stores(gateContactBlocks))
-        f.block(eContactsBlock, "contacts", readFamilies);
+        f.blockOf(eContactsBlock, "contacts", contacts, readFamilies);
     else {
+        CEmptiedUnlessWhole<CContacts> reading(contacts);
         f.dropI32();
         readFamilies();
+        reading.whole = true;
     }
 }
 
-void CDemTimestepDataWriter::writeContacts(const CContacts& contacts)
+void CDemTimestepDataWriter::writeContacts(CContacts& contacts)
 {
     out().block(eContactsBlock, "contacts", [&] {
         contacts.surfaceSurface.write(*this);

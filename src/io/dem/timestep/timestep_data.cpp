@@ -1,9 +1,11 @@
 // The root of a timestep.
 #include "results/timestep_data.h"
 
+#include "core/log.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/geometry_forms.h"
 #include "model/creator_data.h"
 
 #include <QDate>
@@ -74,6 +76,23 @@ static void runForm(TForm& f, TTimestep& timestep)
     f.text(timestep.date);
 }
 
+/// Rows are positions: those that point at nothing are released.
+static void checkContacts(CTimestepData& timestep, const CDemDataStream& stream)
+{
+    if (const quint32 lost = timestep.removeDanglingContacts(); lost > 0)
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": " + counted(lost, "contact") +
+                       " released: a particle or triangle is missing");
+}
+
+static void matchBonds(CTimestepData& timestep, const CDemDataStream& stream)
+{
+    if (const quint32 broken = timestep.matchBondParameters(); broken > 0)
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": " + counted(broken, "intact bond") +
+                       " broken now: the bonding model has no parameters for the materials");
+}
+
 void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
 {
     CCreatorData& creator = timestep.creatorData;
@@ -84,9 +103,11 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
         f.marker(timestepMarker);
     readMasks(f, timestep);
 
-    if (storesWholeGeometry(f)) {
+    const bool wholeGeometry = storesWholeGeometry(f);
+    if (wholeGeometry) {
         CDemCreatorDataReader creatorReader(*stream);
         creator.geometryGroups.read(creatorReader);
+        linkFactories(creator, *stream);
     }
     else
         creator.geometryGroups.read(*this);
@@ -98,6 +119,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
 
     if (f.since(20, 0, 2))
         timestep.contacts.read(*this);
+    checkContacts(timestep, *stream);
     if (f.stores(gateContactBlocks))
         timestep.collisions.read(*this);
     if (f.since(21, 0, 2))
@@ -105,9 +127,18 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     creator.pluginFactories.read(*this);
 
     f.f64(timestep.time);
+    if (!wholeGeometry && !f.since(20, 0, 21)) {
+        for (CGeometryGroup* group : creator.geometryGroups.groups())
+            if (group != nullptr)
+                group->time = timestep.time;
+    }
+    matchBonds(timestep, *stream); // now that the time is there, at which a bond breaks
     runForm(f, timestep);
     timestep.systemEnergy.read(*this);
     readRemovedParticles(f, timestep);
+    const CPhysicsModels& physics = creator.physicsModels;
+    if (f.stores(gateChargeRows) && (physics.hasElectrostatics() || physics.hasTribocharging()))
+        timestep.rebuildChargeProperties();
     timestep.simulationProperties.resetToInitialValues(1);
     if (f.since(23, 0, 0))
         timestep.simulationProperties.read(*this);

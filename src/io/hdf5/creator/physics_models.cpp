@@ -1,65 +1,105 @@
-// The chains of contact models and the external forces: a group for each chain, in it a group for each
+// The chains of contact models and the external forces: a group for each list, in it a group for each
 // model with its parameters, and the order of their names.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "physics/hertz_mindlin_no_slip.h"
+#include "core/log.h"
+#include "physics/phantoms.h"
 #include "physics/physics_models.h"
 
 namespace NBrenmark {
 
-// ---------------------------------------------------------------- parameters
-
-template <class TForm, class TData>
-static void rollingFrictionForm(TForm& f, TData& data)
-{
-    if (data.hasRollingFrictionOption() && f.since(30, 0, 20))
-        f.attribute("enable rolling friction", data.enableRollingFriction);
-}
-
-void CHdf5CreatorDataReader::readHertzMindlinNoSlipParamData(CHertzMindlinNoSlipContactModelParamData& data)
-{
-    rollingFrictionForm(in(), data);
-}
-
-void CHdf5CreatorDataWriter::writeHertzMindlinNoSlipParamData(const CHertzMindlinNoSlipContactModelParamData& data)
-{
-    rollingFrictionForm(out(), data);
-}
-
-// ---------------------------------------------------------------- chains
-
 static const char* const orderName = "order";
 static const char* const sourceName = "model source";
 
-static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhysicsModels::Chain& chain,
-                      quint32 modelType)
+// ---------------------------------------------------------------- reading
+
+/// A model that isn't known here keeps its name and place. What else its group holds can't be kept.
+template <class TPhantom, class TModel>
+static void tellPhantom(const H5::Group& group, const char* noun, const TModel& model)
+{
+    if (dynamic_cast<const TPhantom*>(&model) == nullptr)
+        return;
+    const bool holdsMore = group.getNumObjs() > 0 || group.getNumAttrs() > 1;
+    logMessage(eWarning, "HDF5 read",
+               std::string(noun) + " \"" + model.modelName().toStdString() +
+                   "\" isn't known here; its name and its place are kept" +
+                   (holdsMore ? ", its parameters are lost." : "."),
+               0, 1);
+}
+
+/// Runs body(name, source) in the group of each model that the order names. One that isn't there ends the read.
+template <class TBody>
+static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const TBody& body)
 {
     QStringList order;
     readDataset(orderName, order, *reader.location);
-    for (const QString& storedName : order) {
-        in.group(storedName.toStdString(), [&] {
+    for (const QString& name : order) {
+        in.group(name.toStdString(), [&] {
             qint32 source = 0;
             in.attribute(sourceName, source);
-            // Early decks spelled the default model in lower case.
-            const QString name =
-                storedName == "hertz-mindlin (no slip)" ? CHertzMindlinNoSlipContactModel::registeredName : storedName;
-            std::unique_ptr<IContactModel> model = createContactModel(name, modelType, static_cast<quint32>(source));
-            if (!model)
-                throw not_carried_error("contact models \"" + name.toStdString() + "\"");
-            model->read(reader);
-            chain.push_back(std::move(model));
+            body(mendedModelName(name), static_cast<quint32>(source));
         });
     }
 }
 
-static void writeChain(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, const CPhysicsModels::Chain& chain)
+static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhysicsModels& models, quint32 modelType)
+{
+    readList(reader, in, [&](const QString& name, quint32 source) {
+        std::unique_ptr<IContactModel> model = models.makeContactModel(name, modelType, source, true);
+        tellPhantom<CContactModelPhantom>(*reader.location, "contact model", *model);
+        model->read(reader);
+        models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is told and left out
+    });
+}
+
+static void readForces(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhysicsModels& models)
+{
+    readList(reader, in, [&](const QString& name, quint32 source) {
+        std::unique_ptr<IExternalForce> force = models.makeExternalForce(name, source, true);
+        if (force == nullptr) // the word for no force
+            return;
+        tellPhantom<CExternalForcePhantom>(*reader.location, "external force", *force);
+        force->read(reader);
+        models.addExternalForce(std::move(force), CPhysicsModels::atEnd);
+    });
+}
+
+void CHdf5CreatorDataReader::readPhysicsModels(CPhysicsModels& models)
+{
+    const CPhysicsModels::CLoading loading(models);
+    models.clear();
+    in().group("PhysicsModels/", [&] {
+        in().group("SurfaceSurface/", [&] { readChain(*this, in(), models, eSphereSphereModel); });
+        in().group("SurfaceGeometry/", [&] { readChain(*this, in(), models, eSphereGeometryModel); });
+        in().group("ExternalForces/", [&] { readForces(*this, in(), models); });
+    });
+}
+
+// ---------------------------------------------------------------- writing
+
+/// A group in a group can't bear every name: no slash, and not the name of the list's own order.
+static bool canNameGroup(const QString& name)
+{
+    return !name.isEmpty() && name != "." && name != orderName && !name.contains('/') && !name.contains(QChar(0));
+}
+
+template <class TList>
+static void writeList(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, const char* noun, const TList& list)
 {
     QStringList order;
-    for (const std::unique_ptr<IContactModel>& model : chain) {
-        order.append(model->modelName());
-        out.group(model->modelName().toStdString(), [&] {
+    for (const auto& model : list) {
+        const QString name = model->modelName();
+        const bool twice = order.contains(name);
+        if (twice || !canNameGroup(name)) {
+            logMessage(eWarning, "HDF5 write",
+                       std::string("The ") + noun + " \"" + name.toStdString() + "\" is left out: " +
+                           (twice ? "its list holds another one of that name." : "no group can have that name."));
+            continue;
+        }
+        order.append(name);
+        out.group(name.toStdString(), [&] {
             out.attribute(sourceName, static_cast<qint32>(model->source));
             model->write(writer);
         });
@@ -67,28 +107,12 @@ static void writeChain(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, con
     writeDataset(orderName, order, *writer.location);
 }
 
-void CHdf5CreatorDataReader::readPhysicsModels(CPhysicsModels& models)
-{
-    models.clear();
-    in().group("PhysicsModels/", [&] {
-        in().group("SurfaceSurface/", [&] { readChain(*this, in(), models.sphereSphereModels, eSphereSphereModel); });
-        in().group("SurfaceGeometry/",
-                   [&] { readChain(*this, in(), models.sphereGeometryModels, eSphereGeometryModel); });
-        in().group("ExternalForces/", [&] {
-            QStringList order;
-            readDataset(orderName, order, *location);
-            if (!order.isEmpty())
-                throw not_carried_error("external forces \"" + order.first().toStdString() + "\"");
-        });
-    });
-}
-
 void CHdf5CreatorDataWriter::writePhysicsModels(const CPhysicsModels& models)
 {
     out().group("PhysicsModels/", [&] {
-        out().group("SurfaceSurface/", [&] { writeChain(*this, out(), models.sphereSphereModels); });
-        out().group("SurfaceGeometry/", [&] { writeChain(*this, out(), models.sphereGeometryModels); });
-        out().group("ExternalForces/", [&] { writeDataset(orderName, QStringList(), *location); });
+        out().group("SurfaceSurface/", [&] { writeList(*this, out(), "contact model", models.sphereSphereModels); });
+        out().group("SurfaceGeometry/", [&] { writeList(*this, out(), "contact model", models.sphereGeometryModels); });
+        out().group("ExternalForces/", [&] { writeList(*this, out(), "external force", models.externalForces); });
     });
 }
 

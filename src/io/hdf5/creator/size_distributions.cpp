@@ -1,23 +1,200 @@
-// Which share of the particles of a mix gets which size law.
+// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "io/hdf5/counted.h"
+#include "core/log.h"
+#include "core/stop_flag.h"
+#include "io/hdf5/link_names.h"
 #include "model/size_distributions.h"
 
 namespace NBrenmark {
 
+using HDF5DATATYPES::STwoDoublesType;
+
+// ---------------------------------------------------------------- laws
+
+template <class TForm, class TLaw>
+static void fixedForm(TForm& f, TLaw& law)
+{
+    f.attribute("value", law.value);
+}
+
+void CHdf5CreatorDataReader::readFixedDistribution(CFixedDistribution& law) { fixedForm(in(), law); }
+void CHdf5CreatorDataWriter::writeFixedDistribution(const CFixedDistribution& law) { fixedForm(out(), law); }
+
+template <class TForm, class TLaw>
+static void randomForm(TForm& f, TLaw& law)
+{
+    f.attribute("min", law.min);
+    f.attribute("max", law.max);
+}
+
+void CHdf5CreatorDataReader::readRandomDistribution(CRandomDistribution& law) { randomForm(in(), law); }
+void CHdf5CreatorDataWriter::writeRandomDistribution(const CRandomDistribution& law) { randomForm(out(), law); }
+
+template <class TForm, class TLaw>
+static void normalForm(TForm& f, TLaw& law)
+{
+    f.attribute("mean", law.mean);
+    f.attribute("standard deviation", law.deviation);
+    f.attribute("lower cap", law.lowerCap);
+    f.attribute("upper cap", law.upperCap);
+    f.attribute("capped", law.capped);
+}
+
+void CHdf5CreatorDataReader::readNormalDistribution(CNormalDistribution& law) { normalForm(in(), law); }
+void CHdf5CreatorDataWriter::writeNormalDistribution(const CNormalDistribution& law) { normalForm(out(), law); }
+
+template <class TForm, class TLaw>
+static void logNormalForm(TForm& f, TLaw& law)
+{
+    normalForm(f, law);
+    f.attribute("log mean", law.logMean);
+}
+
+void CHdf5CreatorDataReader::readLogNormalDistribution(CLogNormalDistribution& law) { logNormalForm(in(), law); }
+void CHdf5CreatorDataWriter::writeLogNormalDistribution(const CLogNormalDistribution& law)
+{
+    logNormalForm(out(), law);
+}
+
+static const char* const bandsName = "data";
+
+void CHdf5CreatorDataReader::readUserDefinedDistribution(CUserDefinedDistribution& law)
+{
+    std::vector<STwoDoublesType::SRecord> records;
+    in().table<STwoDoublesType>(bandsName, records);
+    law.bands.clear();
+    for (const STwoDoublesType::SRecord& record : records)
+        law.bands[record.first] = record.second;
+    if (law.bands.size() < records.size())
+        logMessage(eWarning, "HDF5 read",
+                   "A size law has " + std::to_string(records.size()) + " bands of " +
+                       std::to_string(law.bands.size()) + " sizes: of equal sizes the later one stays.");
+}
+
+void CHdf5CreatorDataWriter::writeUserDefinedDistribution(const CUserDefinedDistribution& law)
+{
+    std::vector<STwoDoublesType::SRecord> records;
+    for (const auto& [size, share] : law.bands)
+        records.push_back({size, share});
+    out().table<STwoDoublesType>(bandsName, records);
+}
+
+// ---------------------------------------------------------------- laws of sizes
+
+template <class TForm, class TLaw>
+static void sizeForm(TForm& f, TLaw& law)
+{
+    f.attribute("radius scaling", law.radiusScaling);
+}
+
+void CHdf5CreatorDataReader::readSizeDistributionBase(ISizeDistribution& law) { sizeForm(in(), law); }
+void CHdf5CreatorDataWriter::writeSizeDistributionBase(const ISizeDistribution& law) { sizeForm(out(), law); }
+
+void CHdf5CreatorDataReader::readFixedSizeDistribution(CFixedSizeDistribution& law)
+{
+    readFixedDistribution(law);
+    readSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataWriter::writeFixedSizeDistribution(const CFixedSizeDistribution& law)
+{
+    writeFixedDistribution(law);
+    writeSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataReader::readRandomSizeDistribution(CRandomSizeDistribution& law)
+{
+    readRandomDistribution(law);
+    readSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataWriter::writeRandomSizeDistribution(const CRandomSizeDistribution& law)
+{
+    writeRandomDistribution(law);
+    writeSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataReader::readNormalSizeDistribution(CNormalSizeDistribution& law)
+{
+    readNormalDistribution(law);
+    readSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataWriter::writeNormalSizeDistribution(const CNormalSizeDistribution& law)
+{
+    writeNormalDistribution(law);
+    writeSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataReader::readLogNormalSizeDistribution(CLogNormalSizeDistribution& law)
+{
+    readLogNormalDistribution(law);
+    readSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataWriter::writeLogNormalSizeDistribution(const CLogNormalSizeDistribution& law)
+{
+    writeLogNormalDistribution(law);
+    writeSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataReader::readUserDefinedSizeDistribution(CUserDefinedSizeDistribution& law)
+{
+    readUserDefinedDistribution(law);
+    readSizeDistributionBase(law);
+}
+
+void CHdf5CreatorDataWriter::writeUserDefinedSizeDistribution(const CUserDefinedSizeDistribution& law)
+{
+    writeUserDefinedDistribution(law);
+    writeSizeDistributionBase(law);
+}
+
+// ---------------------------------------------------------------- shares of a mix
+
+static const char* const shareName = "percentage";
+static const char* const kindName = "type";
+
 void CHdf5CreatorDataReader::readParticleSizeDistributionMap(CParticleSizeDistributionMap& map)
 {
     map.clear();
-    in().group("SizeDistributions/", [&] { refuseAny(in().childCount(), "size distribution", "size distributions"); });
+    in().group("SizeDistributions/", [&] {
+        in().children([&](const QString& particleType) {
+            double percentage = 0.0;
+            QString kind;
+            in().attribute(shareName, percentage);
+            in().attribute(kindName, kind);
+            std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
+            if (law == nullptr) {
+                logMessage(eWarning, "HDF5 read",
+                           "The size law of \"" + particleType.toStdString() + "\" is skipped: no law \"" +
+                               kind.toStdString() + "\" is known.");
+                return;
+            }
+            law->read(*this);
+            map.add(particleType.toStdString(), percentage, law);
+        });
+        leaveIfStopped();
+    });
 }
 
 void CHdf5CreatorDataWriter::writeParticleSizeDistributionMap(const CParticleSizeDistributionMap& map)
 {
-    out().group("SizeDistributions/",
-                [&] { refuseAny(map.entries.size(), "size distribution", "size distributions"); });
+    out().group("SizeDistributions/", [&] {
+        CLinkNames names("particle type with a size law", "");
+        for (const auto& entry : map.entries) {
+            const SParticleDistribution& share = entry.second;
+            out().group(names.next(QString::fromStdString(entry.first)), [&] {
+                out().attribute(shareName, share.percentage);
+                out().attribute(kindName, share.distribution ? share.distribution->kindWord() : QString());
+                if (share.distribution)
+                    share.distribution->write(*this);
+            });
+        }
+    });
 }
 
 } // namespace NBrenmark

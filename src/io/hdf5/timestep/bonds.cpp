@@ -3,32 +3,65 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "io/hdf5/counted.h"
+#include "core/emptied.h"
+#include "io/hdf5/common_length.h"
+#include "io/hdf5/timestep/family_rows.h"
 #include "results/bonds.h"
 
 namespace NBrenmark {
 
 // ---------------------------------------------------------------- one family
 
-/// Bonds are read whatever the masks of the reader say.
-void CHdf5TimestepDataReader::readBondsBase(CBondsBase&)
+template <class TForm, class TBonds>
+static void rowsForm(TForm& f, TBonds& b)
 {
-    quint32 size = 0;
-    in().attribute("size", size);
-    refuseAny(size, "bond", "bonds");
+    f.rows("bonds", b.rows);
+    f.rows("normal force", b.normalForce);
+    f.rows("tangential force", b.tangentialForce);
+    f.rows("normal torque", b.normalTorque);
+    f.rows("tangential torque", b.tangentialTorque);
+    f.rows("state", b.state);
+    f.rows("break time", b.breakTime);
 }
 
-void CHdf5TimestepDataWriter::writeBondsBase(const CBondsBase& bonds)
+static quint32 commonLength(const CBondsBase& bonds)
 {
+    CCommonLength lengths("The bonds");
+    rowsForm(lengths, bonds);
+    return lengths.common();
+}
+
+/// Bonds are read whatever the masks of the reader say.
+void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
+{
+    bonds.clear();
+    CEmptiedUnlessWhole<CBondsBase> reading(bonds);
+    quint32 size = 0;
+    in().attribute("size", size);
+    if (size == 0)
+        return;
+    rowsForm(in(), bonds);
+    const quint32 held = commonLength(bonds);
+    tellIfFewer("bonds", size, held);
+    bonds.resizeRows(held); // what isn't stored: the parameters
+    reading.whole = true;
+}
+
+void CHdf5TimestepDataWriter::writeBondsBase(CBondsBase& bonds)
+{
+    bonds.compact();
     const quint32 size = (options.timestepMask & eBondRows) != 0 ? bonds.rowCount() : 0;
-    refuseAny(size, "bond", "bonds");
     out().attribute("size", size);
+    if (size == 0)
+        return;
+    commonLength(bonds);
+    rowsForm(out(), bonds);
 }
 
 // ---------------------------------------------------------------- both
 
-template <class TForm, class TBonds, class TVisit>
-static void bondsForm(TForm& f, TBonds& bonds, TVisit&& visit)
+template <class TForm, class TVisit>
+static void bondsForm(TForm& f, CBonds& bonds, TVisit&& visit)
 {
     f.group("Bonds/", [&] {
         f.group("SurfaceSurface/", [&] { visit(bonds.surfaceSurface); });
@@ -38,12 +71,12 @@ static void bondsForm(TForm& f, TBonds& bonds, TVisit&& visit)
 
 void CHdf5TimestepDataReader::readBonds(CBonds& bonds)
 {
-    bondsForm(in(), bonds, [this](auto& family) { family.read(*this); });
+    bondsForm(in(), bonds, [this](CBondsBase& family) { family.read(*this); });
 }
 
-void CHdf5TimestepDataWriter::writeBonds(const CBonds& bonds)
+void CHdf5TimestepDataWriter::writeBonds(CBonds& bonds)
 {
-    bondsForm(out(), bonds, [this](const auto& family) { family.write(*this); });
+    bondsForm(out(), bonds, [this](CBondsBase& family) { family.write(*this); });
 }
 
 } // namespace NBrenmark

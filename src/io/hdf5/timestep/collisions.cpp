@@ -3,27 +3,84 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "io/hdf5/counted.h"
+#include "core/emptied.h"
+#include "io/hdf5/common_length.h"
+#include "io/hdf5/timestep/family_rows.h"
 #include "results/collisions.h"
 
 namespace NBrenmark {
 
 // ---------------------------------------------------------------- one family
 
+template <class TForm, class TEnd>
+static void endForm(TForm& f, TEnd& end, quint32 fields)
+{
+    const auto has = [fields](quint32 field) { return (fields & field) != 0; };
+    f.plainRows("ids", end.ids, has(eEndIds));
+    f.plainRows("velocity", end.velocity, has(eEndVelocity));
+    f.plainRows("position", end.position, has(eEndPosition));
+    f.plainRows("radius", end.radius, has(eEndRadius));
+    f.plainRows("angular velocity", end.angularVelocity, has(eEndAngularVelocity));
+    f.plainRows("orientation", end.orientation, has(eEndOrientation));
+}
+
+/// \param fields  ECollisionField: what the file holds
+template <class TForm, class TCollisions>
+static void recordsForm(TForm& f, TCollisions& c, quint32 fields)
+{
+    const auto has = [fields](quint32 field) { return (fields & field) != 0; };
+    f.rows("ids", c.ids, has(eCollisionIds));
+    f.rows("start time", c.startTime, has(eCollisionStartTime));
+    f.rows("position", c.position, has(eCollisionPosition));
+    f.rows("max normal force", c.maxNormalForce, has(eCollisionMaxNormalForce));
+    f.rows("max tangential force", c.maxTangentialForce, has(eCollisionMaxTangentialForce));
+    f.rows("unitcp vector", c.unitCpVector, has(eCollisionUnitCpVector));
+    f.rows("relative velocity", c.relativeVelocity, has(eCollisionRelativeVelocity));
+    f.rows("end time", c.endTime, has(eCollisionEndTime));
+    f.rows("number iterations", c.iterations, has(eCollisionIterations));
+    f.rows("normal energy", c.normalEnergy, has(eCollisionNormalEnergy));
+    f.rows("shear energy", c.shearEnergy, has(eCollisionShearEnergy));
+    f.rows("total normal force", c.totalNormalForce, has(eCollisionTotalNormalForce));
+    f.rows("total tangential force", c.totalTangentialForce, has(eCollisionTotalTangentialForce));
+    f.group("first", [&] { endForm(f, c.first, fields); });
+    f.group("second", [&] { endForm(f, c.second, fields >> secondEndShift); });
+}
+
+static quint32 commonLength(const CCollisionsBase& collisions, quint32 fields)
+{
+    CCommonLength lengths("The collisions");
+    recordsForm(lengths, collisions, fields);
+    return lengths.common();
+}
+
 void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
 {
     collisions.clear();
+    CEmptiedUnlessWhole<CCollisionsBase> reading(collisions);
     quint32 size = 0;
     in().attribute("size", size);
-    if ((options.timestepMask & collisions.familyMask()) != 0)
-        refuseAny(size, "collision", "collisions");
+    if (size == 0 || (options.timestepMask & collisions.familyMask()) == 0)
+        return;
+    quint32 fields = 0;
+    in().attribute("mask", fields);
+    recordsForm(in(), collisions, fields);
+    const quint32 held = commonLength(collisions, fields);
+    tellIfFewer("collisions", size, held);
+    if (collisions.dropForeignArrays())
+        logMessage(eWarning, "HDF5 read", "Collisions hold more of the second end than a triangle has: dropped.", 0, 1);
+    collisions.resizeRecords((fields & collisions.mask) != 0 ? held : 0);
+    reading.whole = true;
 }
 
 void CHdf5TimestepDataWriter::writeCollisionsBase(const CCollisionsBase& collisions)
 {
     const quint32 size = (options.timestepMask & collisions.familyMask()) != 0 ? collisions.recordCount() : 0;
-    refuseAny(size, "collision", "collisions");
     out().attribute("size", size);
+    if (size == 0)
+        return;
+    commonLength(collisions, collisions.mask);
+    out().attribute("mask", collisions.mask);
+    recordsForm(out(), collisions, collisions.mask);
 }
 
 // ---------------------------------------------------------------- both

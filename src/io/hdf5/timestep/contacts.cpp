@@ -3,33 +3,109 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "io/hdf5/counted.h"
+#include "core/emptied.h"
+#include "core/left_behind.h"
+#include "io/hdf5/common_length.h"
+#include "io/hdf5/timestep/family_rows.h"
 #include "results/contacts.h"
+
+#include <algorithm>
 
 namespace NBrenmark {
 
+/// The arrays that this family of files has a place for.
+static constexpr quint32 contactFields = 255;
+
 // ---------------------------------------------------------------- one family
+
+/// \param fields  EContactField: what the file holds
+template <class TForm, class TContacts>
+static void rowsForm(TForm& f, TContacts& c, quint32 fields)
+{
+    const auto has = [fields](quint32 field) { return (fields & field) != 0; };
+    f.rows("contacts", c.rows, has(eContactEnds));
+    f.rows("position", c.position, has(eContactPosition));
+    f.rows("contact vector 1", c.contactVector1, has(eContactVector1));
+    f.rows("contact vector 2", c.contactVector2, has(eContactVector2));
+    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap));
+    f.rows("tangential overlap", c.tangentialOverlap, has(eContactTangentialOverlap));
+    f.rows("normal force", c.normalForce, has(eContactNormalForce));
+    f.rows("tangential force", c.tangentialForce, has(eContactTangentialForce));
+}
+
+static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
+{
+    CCommonLength lengths("The contacts");
+    rowsForm(lengths, contacts, fields);
+    return lengths.common();
+}
+
+/// Brings a family in order that was read, and tells what didn't fit.
+static void settle(CContactsBase& contacts)
+{
+    const quint32 records = contacts.activeCollisions.recordCount();
+    if (!contacts.fitCollisions() && contacts.rowCount() > 0)
+        logMessage(eWarning, "HDF5 read",
+                   std::to_string(records) + " records of collisions for " + std::to_string(contacts.rowCount()) +
+                       " contacts: cut or filled up with zeros.");
+    if (const quint32 strays = contacts.strayCount(); strays > 0)
+        logMessage(eWarning, "HDF5 read",
+                   std::to_string(strays) + (strays == 1 ? " contact" : " contacts") +
+                       " with a negative overlap dropped.");
+    contacts.rebuildFreeChain();
+}
 
 void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
 {
     contacts.clear();
+    CEmptiedUnlessWhole<CContactsBase> reading(contacts);
     quint32 size = 0;
     in().attribute("size", size);
     if ((options.timestepMask & contacts.familyMask()) == 0)
         size = 0;
-    refuseAny(size, "contact", "contacts");
     in().attribute("collision on", contacts.collisionsActive);
+    if (size > 0) {
+        quint32 fields = contactFields;
+        in().attribute("mask", fields);
+        fields &= contactFields;
+        rowsForm(in(), contacts, fields);
+        const quint32 held = commonLength(contacts, fields);
+        tellIfFewer("contacts", size, held);
+        contacts.resizeRows(held); // the arrays that the file lacks become zeros
+    }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });
-    if ((options.timestepMask & eContactProperties) != 0)
+    settle(contacts);
+    // Without rows the values that a mask left in the file belong to nothing.
+    if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
+    reading.whole = true;
 }
 
-void CHdf5TimestepDataWriter::writeContactsBase(const CContactsBase& contacts)
+/// What only the legacy family stores.
+static void noteLegacyValues(const CContactsBase& contacts)
 {
+    const auto others = [](const auto& array) {
+        using T = typename std::decay_t<decltype(array)>::value_type;
+        return array.size() - static_cast<std::size_t>(std::count(array.begin(), array.end(), T(0)));
+    };
+    noteLeftBehind("legacy scalars of contacts", others(contacts.legacyScalar));
+    noteLeftBehind("legacy flags of contacts", others(contacts.legacyFlags));
+    for (const SContactRecord& record : contacts.contactRecords.records)
+        noteLeftBehind("values of the contact record \"" + record.name.toStdString() + '"', record.rowCount());
+}
+
+void CHdf5TimestepDataWriter::writeContactsBase(CContactsBase& contacts)
+{
+    contacts.compact();
     const quint32 size = (options.timestepMask & contacts.familyMask()) != 0 ? contacts.rowCount() : 0;
-    refuseAny(size, "contact", "contacts");
     out().attribute("size", size);
     out().attribute("collision on", contacts.collisionsActive);
+    if (size > 0) {
+        commonLength(contacts, contactFields);
+        noteLegacyValues(contacts);
+        out().attribute("mask", contactFields);
+        rowsForm(out(), contacts, contactFields);
+    }
     out().group("CollisionsBase/", [&] { contacts.activeCollisions.write(*this); });
     if ((options.timestepMask & eContactProperties) != 0)
         contacts.customProperties.write(*this);
@@ -39,8 +115,8 @@ void CHdf5TimestepDataWriter::writeContactsBase(const CContactsBase& contacts)
 
 // ---------------------------------------------------------------- both
 
-template <class TForm, class TContacts, class TVisit>
-static void contactsForm(TForm& f, TContacts& contacts, TVisit&& visit)
+template <class TForm, class TVisit>
+static void contactsForm(TForm& f, CContacts& contacts, TVisit&& visit)
 {
     f.group("Contacts/", [&] {
         f.group("SurfaceSurface/", [&] { visit(contacts.surfaceSurface); });
@@ -50,12 +126,12 @@ static void contactsForm(TForm& f, TContacts& contacts, TVisit&& visit)
 
 void CHdf5TimestepDataReader::readContacts(CContacts& contacts)
 {
-    contactsForm(in(), contacts, [this](auto& family) { family.read(*this); });
+    contactsForm(in(), contacts, [this](CContactsBase& family) { family.read(*this); });
 }
 
-void CHdf5TimestepDataWriter::writeContacts(const CContacts& contacts)
+void CHdf5TimestepDataWriter::writeContacts(CContacts& contacts)
 {
-    contactsForm(out(), contacts, [this](const auto& family) { family.write(*this); });
+    contactsForm(out(), contacts, [this](CContactsBase& family) { family.write(*this); });
 }
 
 } // namespace NBrenmark

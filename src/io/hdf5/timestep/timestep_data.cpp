@@ -3,6 +3,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/log.h"
 #include "io/hdf5/plugin_factories.h"
 #include "model/creator_data.h"
 #include "results/timestep_data.h"
@@ -53,6 +54,23 @@ void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
     out.table<SNameCountType>("removed particles", records);
 }
 
+/// Rows are positions: those that point at nothing are released.
+void checkContacts(CTimestepData& data)
+{
+    if (const quint32 lost = data.removeDanglingContacts(); lost > 0)
+        logMessage(eWarning, "HDF5 read",
+                   std::to_string(lost) + (lost == 1 ? " contact" : " contacts") +
+                       " released: a particle or triangle is missing.");
+}
+
+void matchBonds(CTimestepData& data)
+{
+    if (const quint32 broken = data.matchBondParameters(); broken > 0)
+        logMessage(eWarning, "HDF5 read",
+                   std::to_string(broken) + (broken == 1 ? " intact bond" : " intact bonds") +
+                       " broken now: the bonding model has no parameters for the materials.");
+}
+
 } // namespace
 
 void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
@@ -71,11 +89,13 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             for (const std::unique_ptr<CParticleType>& type : data.particleTypes.types)
                 type->gravity = data.creatorData.gravity;
             data.contacts.read(*this);
+            checkContacts(data);
             data.collisions.read(*this);
             data.bonds.read(*this);
             if (!in().since(30, 0, 5))
                 readPluginFactories(in(), data.creatorData.pluginFactories);
             momentForm(in(), data, data.time);
+            matchBonds(data); // now that the time is there, at which a bond breaks
             data.systemEnergy.read(*this);
             readRemovedParticles(in(), data);
             data.simulationProperties.read(*this);

@@ -1,10 +1,97 @@
 #include "model/geometry_groups.h"
 #include "io/text/text_writer.h"
-#include "results/ang_vel_and_pos.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/geometry_group.h"
 
 namespace NBrenmark {
 
-void CTextWriter::writeGeometryGroups(const GeometryGroups& groups) { out.value("count", groups.count()); }
+void CTextWriter::writeGeometryGroups(const GeometryGroups& groups)
+{
+    if (tells(ETextPart::eDefinition))
+        out.value("count", groups.count());
+    CListSegments segments;
+    for (const CGeometryGroup* group : groups.groups()) {
+        if (group == nullptr)
+            continue;
+        out.group(segments.next(group->displayedName), [&] {
+            if (tells(ETextPart::eDefinition)) {
+                out.value("index", group->index);
+                out.value("shape", group->typeName());
+            }
+            group->write(*this);
+        });
+    }
+}
+
+namespace {
+
+/// The mesh as it was made: where a moving group stands now follows from it and the transform.
+void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
+{
+    out.value("name", g.displayedName);
+    out.value("uniqueId", g.uniqueId);
+    out.value("materialName", g.materialName);
+    out.value("geometryType", g.geometryType);
+    out.value("closed", g.closed);
+    out.value("desiredForce", g.desiredForce);
+    out.value("gain", g.gain);
+    out.array("vertices", g.isStatic ? g.coords : g.originalCoords);
+    out.array("vertexIds", g.vertexIds);
+    out.array("triangleIds", g.triangleIds);
+    out.array("triangleNodes", g.triangleNodes);
+}
+
+void groupState(CTextOutput& out, const CGeometryGroup& g)
+{
+    out.stored("dataMask", g.dataMask);
+    out.value("isStatic", g.isStatic);
+    out.value("time", g.time);
+    out.value("transform", g.transform);
+    out.value("translation", g.translation);
+    out.value("velocity", g.velocity);
+    out.value("resetVelocities", g.resetVelocities);
+    out.value("centreOfMass", g.centreOfMass);
+    out.value("originalCentreOfMass", g.originalCentreOfMass);
+    out.value("pointOfAction", g.pointOfAction);
+    out.value("originalPointOfAction", g.originalPointOfAction);
+    out.value("enclosedMagnitude", g.enclosedMagnitude);
+    out.value("surfaceMagnitude", g.surfaceMagnitude);
+    out.array("triangleForces", g.triangleForces);
+}
+
+} // namespace
+
+void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
+{
+    if (tells(ETextPart::eDefinition)) {
+        groupDefinition(out, g);
+        out.group("momentOfInertia", [&] { g.momentOfInertia.write(*this); });
+        out.group("electrostatic", [&] { g.electrostatic.write(*this); });
+        if (g.materialBlockRef != nullptr)
+            out.group("block", [&] { g.materialBlockRef->write(*this); });
+    }
+    if (tells(ETextPart::eState)) {
+        groupState(out, g);
+        out.group("bounds", [&] { g.bounds.write(*this); });
+        out.group("motionHistory", [&] { g.motionHistory.write(*this); });
+        g.customProperties.write(*this);
+    }
+    out.group("motions", [&] { g.kinematics.write(*this); });
+    out.group("factories", [&] { g.factories->write(*this); });
+}
+
+void CTextWriter::writeMomentOfInertia(const CMomentOfInertia& moment)
+{
+    out.arrayHere(std::vector<double>(moment.values.begin(), moment.values.end()), moment.values.size(), 1);
+}
+
+void CTextWriter::writeGeometryGroupElectrostatic(const CGeometryGroupElectrostatic& electrostatic)
+{
+    out.value("exempt", electrostatic.exempt);
+    out.value("startCharge", electrostatic.startCharge);
+}
+
+void CTextWriter::writeBlockLink(const CBlockLink& link) { out.value("blockName", link.blockName); }
 
 void CTextWriter::writeAngVelAndPosList(const AngVelAndPosList& list)
 {

@@ -1,34 +1,29 @@
 #include "physics/physics_models.h"
 #include "io/text/text_writer.h"
-#include "physics/hertz_mindlin_no_slip.h"
 #include "physics/plugins/plugin_factory_list.h"
 
 namespace NBrenmark {
 
 void CTextWriter::writePhysicsModels(const CPhysicsModels& physics)
 {
-    const auto chain = [this](const char* name, const CPhysicsModels::Chain& models) {
+    const auto list = [this](const char* name, const auto& models, const auto& describe) {
         out.group(name, [&] {
             CListSegments segments;
             qint32 index = 0;
             for (const auto& model : models) {
                 out.group(segments.next(model->modelName()), [&] {
                     out.value("index", index++);
-                    out.value("modelType", model->modelType);
+                    describe(*model);
                     out.value("source", model->source);
                     model->write(*this);
                 });
             }
         });
     };
-    chain("sphereSphereModels", physics.sphereSphereModels);
-    chain("sphereGeometryModels", physics.sphereGeometryModels);
-    out.value("externalForceCount", physics.externalForceCount());
-}
-
-void CTextWriter::writeHertzMindlinNoSlipParamData(const CHertzMindlinNoSlipContactModelParamData& parameters)
-{
-    out.value("enableRollingFriction", parameters.enableRollingFriction);
+    const auto modelType = [this](const IContactModel& model) { out.value("modelType", model.modelType); };
+    list("sphereSphereModels", physics.sphereSphereModels, modelType);
+    list("sphereGeometryModels", physics.sphereGeometryModels, modelType);
+    list("externalForces", physics.externalForces, [](const IExternalForce&) {});
 }
 
 void CTextWriter::writePluginParticleFactoryList(const CPluginParticleFactoryList& factories)

@@ -3,12 +3,23 @@
 
 namespace NBrenmark {
 
-void CTextWriter::writeBonds(const CBonds& bonds)
+void CTextWriter::writeBonds(CBonds& bonds)
 {
     out.group("surfaceSurface", [&] { bonds.surfaceSurface.write(*this); });
     out.group("surfaceGeometry", [&] { bonds.surfaceGeometry.write(*this); });
 }
 
-void CTextWriter::writeBondsBase(const CBondsBase& family) { out.value("rows", family.rowCount()); }
+void CTextWriter::writeBondsBase(CBondsBase& b)
+{
+    b.compact();
+    out.value("rows", b.rowCount());
+    out.array("ends", b.rows);
+    out.array("normalForce", b.normalForce);
+    out.array("tangentialForce", b.tangentialForce);
+    out.array("normalTorque", b.normalTorque);
+    out.array("tangentialTorque", b.tangentialTorque);
+    out.array("state", b.state);
+    out.array("breakTime", b.breakTime);
+}
 
 } // namespace NBrenmark

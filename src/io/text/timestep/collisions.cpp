@@ -9,6 +9,40 @@ void CTextWriter::writeCollisions(const CCollisions& collisions)
     out.group("surfaceGeometry", [&] { collisions.surfaceGeometry.write(*this); });
 }
 
-void CTextWriter::writeCollisionsBase(const CCollisionsBase& family) { out.value("records", family.recordCount()); }
+static void writeEnd(CTextOutput& out, const char* name, const SCollisionEnd& end, quint32 fields)
+{
+    const auto array = [&](quint32 field, const char* arrayName, const auto& values) {
+        if ((fields & field) != 0)
+            out.array(arrayName, values);
+    };
+    out.group(name, [&] {
+        array(eEndIds, "ids", end.ids);
+        array(eEndVelocity, "velocity", end.velocity);
+        array(eEndPosition, "position", end.position);
+        array(eEndRadius, "radius", end.radius);
+        array(eEndAngularVelocity, "angularVelocity", end.angularVelocity);
+        array(eEndOrientation, "orientation", end.orientation);
+    });
+}
+
+void CTextWriter::writeCollisionsBase(const CCollisionsBase& c)
+{
+    out.value("records", c.recordCount());
+    out.array("ids", c.ids);
+    out.array("startTime", c.startTime);
+    out.array("position", c.position);
+    out.array("unitCpVector", c.unitCpVector);
+    out.array("relativeVelocity", c.relativeVelocity);
+    writeEnd(out, "first", c.first, c.mask);
+    writeEnd(out, "second", c.second, c.mask >> secondEndShift);
+    out.array("maxNormalForce", c.maxNormalForce);
+    out.array("maxTangentialForce", c.maxTangentialForce);
+    out.array("iterations", c.iterations);
+    out.array("normalEnergy", c.normalEnergy);
+    out.array("shearEnergy", c.shearEnergy);
+    out.array("totalNormalForce", c.totalNormalForce);
+    out.array("totalTangentialForce", c.totalTangentialForce);
+    out.array("endTime", c.endTime);
+}
 
 } // namespace NBrenmark

@@ -1,23 +1,58 @@
 #include "results/contacts.h"
 #include "io/text/text_writer.h"
 
+#include <algorithm>
+
 namespace NBrenmark {
 
-void CTextWriter::writeContacts(const CContacts& contacts)
+void CTextWriter::writeContacts(CContacts& contacts)
 {
     out.group("surfaceSurface", [&] { contacts.surfaceSurface.write(*this); });
     out.group("surfaceGeometry", [&] { contacts.surfaceGeometry.write(*this); });
 }
 
-void CTextWriter::writeContactsBase(const CContactsBase& family)
+template <class T>
+static bool holdsAnything(const std::vector<T>& values)
 {
-    out.value("rows", family.rowCount());
-    out.value("collisionsActive", family.collisionsActive);
-    out.group("activeCollisions", [&] { family.activeCollisions.write(*this); });
-    out.group("contactRecords", [&] { family.contactRecords.write(*this); });
-    family.customProperties.write(*this);
+    return std::any_of(values.begin(), values.end(), [](const T& value) { return value != T(0); });
 }
 
-void CTextWriter::writeContactRecords(const CContactRecordList& records) { out.value("count", records.count()); }
+/// The rows as they are saved: those that were released are no contacts.
+void CTextWriter::writeContactsBase(CContactsBase& c)
+{
+    c.compact();
+    out.value("rows", c.rowCount());
+    out.value("collisionsActive", c.collisionsActive);
+    out.array("ends", c.rows);
+    out.array("position", c.position);
+    out.array("contactVector1", c.contactVector1);
+    out.array("contactVector2", c.contactVector2);
+    out.array("normalOverlap", c.normalOverlap);
+    out.array("tangentialOverlap", c.tangentialOverlap);
+    out.array("normalForce", c.normalForce);
+    out.array("tangentialForce", c.tangentialForce);
+    // What only some legacy decks hold.
+    if (holdsAnything(c.legacyScalar))
+        out.array("legacyScalar", c.legacyScalar);
+    if (holdsAnything(c.legacyFlags))
+        out.array("legacyFlags", c.legacyFlags);
+    out.group("activeCollisions", [&] { c.activeCollisions.write(*this); });
+    out.group("contactRecords", [&] { c.contactRecords.write(*this); });
+    c.customProperties.write(*this);
+}
+
+void CTextWriter::writeContactRecords(const CContactRecordList& records)
+{
+    out.value("count", records.count());
+    CListSegments segments;
+    for (const SContactRecord& record : records.records)
+        out.group(segments.next(record.name), [&] {
+            out.value("kind", record.kind);
+            out.value("type", record.type);
+            out.value("scale", record.scale);
+            out.value("defaultValue", record.defaultValue);
+            record.withValues([&](const auto& values) { out.array("values", values); });
+        });
+}
 
 } // namespace NBrenmark

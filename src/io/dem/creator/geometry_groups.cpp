@@ -1,0 +1,308 @@
+// Geometry groups: the list, and what groups of all shapes have in common.
+#include "model/geometry_groups.h"
+
+#include "core/log.h"
+#include "core/stop_flag.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "io/dem/geometry_forms.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/cad_geometry.h"
+#include "model/geometry/geometry_factory.h"
+
+namespace NBrenmark {
+
+static constexpr qint64 leastGroupBytes = 4;
+
+/// What a creator block holds of each triangle.
+static constexpr quint32 creatorFields = eTriangleIds | eTriangleNodes | eTriangleForces;
+
+// ---------------------------------------------------------------- parts of a group
+
+template <class TForm, class TInertia>
+static void inertiaForm(TForm&& f, TInertia& inertia)
+{
+    for (auto& value : inertia.values)
+        f.f64(value);
+}
+void CDemCreatorDataReader::readMomentOfInertia(CMomentOfInertia& inertia) { inertiaForm(in(), inertia); }
+void CDemCreatorDataWriter::writeMomentOfInertia(const CMomentOfInertia& inertia) { inertiaForm(out(), inertia); }
+
+template <class TForm, class TCharge>
+static void chargeForm(TForm&& f, TCharge& charge)
+{
+    f.flag(charge.exempt);
+    f.f64(charge.startCharge);
+}
+void CDemCreatorDataReader::readGeometryGroupElectrostatic(CGeometryGroupElectrostatic& charge)
+{
+    chargeForm(in(), charge);
+}
+void CDemCreatorDataWriter::writeGeometryGroupElectrostatic(const CGeometryGroupElectrostatic& charge)
+{
+    chargeForm(out(), charge);
+}
+
+template <class TForm, class TGroup>
+static void reality(TForm& f, TGroup& group)
+{
+    if constexpr (TForm::isReading) {
+        qint32 isReal = 0;
+        f.i32(isReal);
+        group.geometryType = isReal > 0 ? eRealGeometry : eVirtualGeometry;
+    }
+    else
+        f.flag(group.geometryType == eRealGeometry);
+}
+
+/// The numbers behind the mesh, up to the motion.
+template <class TForm, class TGroup>
+static void bodyForm(TForm& f, TGroup& group)
+{
+    f.flag(group.closed);
+    f.text(group.materialName);
+    reality(f, group);
+    f.dropI32();
+    f.f64(group.enclosedMagnitude);
+    f.f64(group.surfaceMagnitude);
+    f.f64(group.time);
+    f.f64(group.gain);
+    f.flag(group.resetVelocities);
+    f.point(group.centreOfMass);
+    f.point(group.originalCentreOfMass, from(25, 0, 0), group.centreOfMass);
+    f.point(group.pointOfAction, from(25, 0, 2), group.centreOfMass);
+    f.point(group.originalPointOfAction, from(25, 0, 2), group.centreOfMass);
+    f.point(group.velocity);
+}
+
+// ---------------------------------------------------------------- the mesh
+
+/// What stands in front of the arrays of a mesh.
+struct SMeshHead
+{
+    quint32 vertices = 0;
+    quint32 triangles = 0;
+    bool deflated = false;
+    bool isStatic = true;
+    quint32 mask = creatorFields;
+};
+
+template <class TForm, class THead>
+static void meshHeadForm(TForm& f, THead& head)
+{
+    const SGate countsInFront = from(20, 0, 3);
+    f.i32(head.vertices);
+    f.i32(head.triangles, countsInFront, 0u);
+    f.flag8(head.deflated, countsInFront, false);
+    f.flag8(head.isStatic, gateGeometryInCreator, true);
+    f.i32(head.mask, from(20, 0, 16), creatorFields);
+}
+
+/// A CAD mesh is stored as it was imported, and once more as it was made when it moves; all others
+/// as they were made.
+template <class TForm, class TArrays, class TGroup>
+static void vertexForm(TForm& f, TArrays& arrays, quint32 vertices, TGroup& group)
+{
+    arrays.elements("vertex ids", group.vertexIds, vertices);
+    auto& made = group.isStatic ? group.coords : group.originalCoords;
+    if constexpr (TForm::isReading) {
+        auto* const cad = dynamic_cast<CCADGeometry*>(&group);
+        if (cad != nullptr && f.since(23, 0, 4)) {
+            arrays.elements("imported vertices", cad->importedCoords, vertices);
+            if (group.isStatic)
+                return;
+        }
+        arrays.elements("vertices", made, vertices);
+        if (cad != nullptr && !f.since(23, 0, 4))
+            cad->importedCoords = made;
+    }
+    else {
+        const auto* const cad = dynamic_cast<const CCADGeometry*>(&group);
+        if (cad != nullptr)
+            arrays.elements("imported vertices", cad->importedCoords, vertices);
+        if (cad == nullptr || !group.isStatic)
+            arrays.elements("vertices", made, vertices);
+    }
+}
+
+static void readMesh(CInForm& f, CGeometryGroup& group)
+{
+    SMeshHead head;
+    meshHeadForm(f, head);
+    group.isStatic = head.isStatic;
+    group.dataMask = head.mask;
+    const auto readTriangles = [&](CArrayGroupReader& arrays) {
+        triangleForm(arrays, head.mask, group.triangleIds, group.triangleNodes, group.triangleForces,
+                     group.electrostatic.charges);
+    };
+    f.group(head.deflated, head.triangles, [&](CArrayGroupReader& arrays) {
+        vertexForm(f, arrays, head.vertices, group);
+        if (f.since(20, 0, 3) && head.triangles != 0)
+            readTriangles(arrays);
+    });
+    if (!f.since(20, 0, 3)) {
+        f.i32(head.triangles);
+        f.group(false, head.triangles, readTriangles);
+    }
+    if (group.triangleNodes.size() != head.triangles)
+        logMessage(eWarning, "Legacy read",
+                   f.stream.place.toStdString() + ": " + counted(head.triangles, "triangle") + " of geometry group \"" +
+                       group.name + "\" have no corners in the file and are dropped");
+}
+
+/// Places the mesh as the file says, and derives the rest from it.
+static void placeMesh(CGeometryGroup& group)
+{
+    const CBoundingBox storedBounds = group.bounds;
+    const double storedSurface = group.surfaceMagnitude;
+    const double storedVolume = group.enclosedMagnitude;
+    auto* const cad = dynamic_cast<CCADGeometry*>(&group);
+    if (cad != nullptr && group.isStatic && group.coords.size() != cad->importedCoords.size()) {
+        cad->updateCadTransform();
+        group.coords = cad->importedCoords;
+        if (!cad->cadTransform.isIdentity()) // which would spread a coordinate that is no number
+            for (C3DPoint& point : group.coords)
+                point = cad->cadTransform * point;
+    }
+    if (group.isStatic) {
+        group.updateBounds();
+        group.recomputeDerivedData();
+    }
+    else {
+        group.coords.resize(group.originalCoords.size());
+        group.moveTo(C3DTransform(group.transform));
+    }
+    group.bounds = storedBounds;
+    group.surfaceMagnitude = storedSurface;
+    group.enclosedMagnitude = group.closed ? storedVolume : 0.0;
+}
+
+static void writeMesh(COutForm& f, const CGeometryGroup& group)
+{
+    SMeshHead head;
+    head.vertices = static_cast<quint32>(group.vertexIds.size());
+    head.triangles = static_cast<quint32>(group.triangleNodes.size());
+    head.deflated = compressArrays() && head.triangles >= leastDeflatedRows;
+    head.isStatic = group.isStatic;
+    if (head.triangles != 0 && group.electrostatic.charges.size() == head.triangles)
+        head.mask |= eTriangleCharges;
+    meshHeadForm(f, head);
+    f.group(head.deflated, head.triangles, [&](CArrayGroupWriter& arrays) {
+        vertexForm(f, arrays, head.vertices, group);
+        triangleForm(arrays, head.mask, group.triangleIds, group.triangleNodes, group.triangleForces,
+                     group.electrostatic.charges);
+    });
+}
+
+// ---------------------------------------------------------------- a group
+
+void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
+{
+    CInForm f = in();
+    if (!f.stores(gateMeshArrays))
+        throw not_carried_error("a geometry group whose triangles are stored one by one");
+    group.kinematics.read(*this);
+    group.factories->read(*this);
+    group.factories->setBoundingShape(&group);
+    group.bounds.read(*this);
+    group.momentOfInertia.read(*this);
+    f.point(group.desiredForce, from(2, 4, 31), C3DVector());
+    QString name;
+    f.text(name, from(2, 4, 7), QString());
+    group.setName(name);
+    f.i32(group.uniqueId, from(24, 0, 30), CGeometryGroup::notSet);
+
+    readMesh(f, group);
+    bodyForm(f, group);
+    group.motionHistory.read(*this);
+    group.transform.setIdentity();
+    if (f.stores(gateGeometryInCreator))
+        readMatrix4(group.transform);
+    f.point(group.translation, from(25, 0, 3), C3DVector());
+    if (f.stores(gateGroupCharge))
+        group.electrostatic.read(*this);
+    placeMesh(group);
+
+    group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
+    if (f.since(23, 0, 0))
+        group.customProperties.read(*this);
+}
+
+void CDemCreatorDataWriter::writeGeometryGroup(const CGeometryGroup& group)
+{
+    COutForm f = out();
+    group.kinematics.write(*this);
+    group.factories->write(*this);
+    group.bounds.write(*this);
+    group.momentOfInertia.write(*this);
+    f.point(group.desiredForce);
+    f.text(group.displayedName);
+    f.i32(group.uniqueId);
+
+    writeMesh(f, group);
+    bodyForm(f, group);
+    group.motionHistory.write(*this);
+    writeMatrix4(group.transform);
+    f.point(group.translation);
+    group.electrostatic.write(*this);
+    group.customProperties.write(*this);
+}
+
+// ---------------------------------------------------------------- the list
+
+/// A group by the word of its shape; null, told in the log, for one that names no shape.
+static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyManager* properties)
+{
+    if (!f.since(2, 4, 5)) // no shapes yet
+        return std::make_unique<CGeometryGroup>(properties);
+    QString shape;
+    f.text(shape);
+    std::unique_ptr<CGeometryGroup> group = createGeometry(shape, properties);
+    if (group == nullptr)
+        logMessage(eWarning, "Legacy read",
+                   f.stream.place.toStdString() + ": geometry group of the unknown shape \"" +
+                       shape.left(40).toStdString() + "\" skipped");
+    return group;
+}
+
+void CDemCreatorDataReader::readGeometryGroups(GeometryGroups& groups)
+{
+    groups.clear();
+    particleProperties = groups.managers.particle;
+    CInForm f = in();
+    const quint32 count = f.count("geometry group", leastGroupBytes);
+    CCustomPropertyManager* const properties =
+        stream->options.useNullPropertyManager ? nullptr : groups.managers.geometry;
+    for (quint32 i = 0; i < count; ++i) {
+        leaveIfStopped();
+        quint32 index = 0;
+        f.i32(index);
+        std::unique_ptr<CGeometryGroup> group = makeGroup(f, properties);
+        if (group == nullptr)
+            continue;
+        group->index = index;
+        group->read(*this);
+        CGeometryGroup& added = *group;
+        groups.add(group.release(), false);
+        if (!f.since(24, 0, 30))
+            added.uniqueId = added.index; // all are different, and stay so from read to read
+    }
+    GeometryGroups::syncUniqueIds(groups);
+    groups.rebuildElementIds();
+    groups.updateTotalBounds();
+}
+
+void CDemCreatorDataWriter::writeGeometryGroups(const GeometryGroups& groups)
+{
+    COutForm f = out();
+    f.i32(groups.count());
+    for (const CGeometryGroup* group : groups.groups()) {
+        if (group == nullptr)
+            continue;
+        f.i32(group->index);
+        f.text(group->typeName());
+        group->write(*this);
+    }
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,202 @@
+// The motions of geometry groups. Those of conveyors have no place in this family.
+#include "core/log.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "model/kinematics/kinematics.h"
+#include "model/kinematics/linear_rotation.h"
+#include "model/kinematics/linear_translation.h"
+#include "model/kinematics/sinusoidal_rotation.h"
+#include "model/kinematics/sinusoidal_translation.h"
+
+namespace NBrenmark {
+
+static constexpr qint64 leastMotionBytes = 4;
+
+// ---------------------------------------------------------------- parts that motions share
+
+template <class TForm, class TAction>
+static void actionForm(TForm&& f, TAction& action)
+{
+    f.text(action.name);
+    f.f64(action.startTime);
+    f.f64(action.endTime);
+}
+void CDemCreatorDataReader::readTimeDepAction(CTimeDepAction& action) { actionForm(in(), action); }
+void CDemCreatorDataWriter::writeTimeDepAction(const CTimeDepAction& action) { actionForm(out(), action); }
+
+template <class TForm, class TRotation>
+static void rotationForm(TForm&& f, TRotation& rotation)
+{
+    f.point(rotation.pointOfAction);
+    f.flag(rotation.movesWithBody);
+}
+void CDemCreatorDataReader::readRotation(CRotation& rotation) { rotationForm(in(), rotation); }
+void CDemCreatorDataWriter::writeRotation(const CRotation& rotation) { rotationForm(out(), rotation); }
+
+template <class TForm, class TSinusoid>
+static void sinusoidForm(TForm&& f, TSinusoid& sinusoid)
+{
+    f.point(sinusoid.displacement);
+    f.f64(sinusoid.offset);
+    f.f64(sinusoid.frequency);
+}
+void CDemCreatorDataReader::readSinusoid(CSinusoid& sinusoid) { sinusoidForm(in(), sinusoid); }
+void CDemCreatorDataWriter::writeSinusoid(const CSinusoid& sinusoid) { sinusoidForm(out(), sinusoid); }
+
+/// No axis is stored: it is that of the displacement, from the origin.
+template <class TMotion>
+static void axisFromDisplacement(TMotion& motion)
+{
+    motion.axis.startPoint = C3DPoint();
+    motion.axis.endPoint = C3DPoint(motion.sinusoid.displacement.normalised());
+    motion.displacementMagnitude = motion.sinusoid.displacement.length();
+}
+
+// ---------------------------------------------------------------- motions
+
+template <class TForm, class TMotion>
+static void linearTranslationForm(TForm&& f, TMotion& motion)
+{
+    actionForm(f, motion);
+    f.f64(motion.initialVelocity);
+    f.f64(motion.acceleration);
+    f.point(motion.axis.startPoint);
+    f.point(motion.axis.endPoint);
+}
+void CDemCreatorDataReader::readLinearTranslation(CLinearTranslation& motion)
+{
+    linearTranslationForm(in(), motion);
+    motion.axisChanged();
+}
+void CDemCreatorDataWriter::writeLinearTranslation(const CLinearTranslation& motion)
+{
+    linearTranslationForm(out(), motion);
+}
+
+template <class TForm, class TMotion>
+static void linearRotationForm(TForm&& f, TMotion& motion)
+{
+    actionForm(f, motion);
+    rotationForm(f, motion);
+    f.point(motion.axis.startPoint);
+    f.point(motion.axis.endPoint);
+    f.f64(motion.initialAngularVelocity);
+    f.f64(motion.angularAccelerationMagnitude);
+}
+void CDemCreatorDataReader::readLinearRotation(CLinearRotation& motion)
+{
+    linearRotationForm(in(), motion);
+    motion.axisChanged();
+}
+void CDemCreatorDataWriter::writeLinearRotation(const CLinearRotation& motion) { linearRotationForm(out(), motion); }
+
+template <class TForm, class TMotion>
+static void sinusoidalTranslationForm(TForm&& f, TMotion& motion)
+{
+    actionForm(f, motion);
+    sinusoidForm(f, motion.sinusoid);
+}
+void CDemCreatorDataReader::readSinusoidalTranslation(CSinusoidalTranslation& motion)
+{
+    sinusoidalTranslationForm(in(), motion);
+    axisFromDisplacement(motion);
+}
+void CDemCreatorDataWriter::writeSinusoidalTranslation(const CSinusoidalTranslation& motion)
+{
+    sinusoidalTranslationForm(out(), motion);
+}
+
+template <class TForm, class TMotion>
+static void sinusoidalRotationForm(TForm&& f, TMotion& motion)
+{
+    actionForm(f, motion);
+    rotationForm(f, motion);
+    sinusoidForm(f, motion.sinusoid);
+}
+void CDemCreatorDataReader::readSinusoidalRotation(CSinusoidalRotation& motion)
+{
+    sinusoidalRotationForm(in(), motion);
+    axisFromDisplacement(motion);
+}
+void CDemCreatorDataWriter::writeSinusoidalRotation(const CSinusoidalRotation& motion)
+{
+    sinusoidalRotationForm(out(), motion);
+}
+
+// ---------------------------------------------------------------- the list
+
+/// The kinds that this family knows.
+static bool isStoredMotion(const QString& word)
+{
+    for (const char* known :
+         {CLinearTranslation::word, CSinusoidalTranslation::word, CLinearRotation::word, CSinusoidalRotation::word})
+        if (word == QLatin1String(known))
+            return true;
+    return false;
+}
+
+/// A motion of that kind with its data. A word that isn't known has none.
+static void readMotion(CDemCreatorDataReader& reader, const CDemDataStream& stream, const QString& word,
+                       CKinematics& kinematics)
+{
+    if (!isStoredMotion(word)) {
+        logMessage(eWarning, "Legacy read",
+                   stream.place.toStdString() + ": motion of the unknown kind \"" + word.left(40).toStdString() +
+                       "\" skipped");
+        return;
+    }
+    std::unique_ptr<CTimeDepAction> motion = createMotion(word);
+    motion->read(reader);
+    kinematics.add(std::move(motion));
+}
+
+/// A list of one motion at most; it has had a word of its kind since 2.4.40.
+static void readOneMotion(CDemCreatorDataReader& reader, CInForm& f, const char* kind, CKinematics& kinematics)
+{
+    bool isThere = false;
+    f.flag(isThere);
+    if (!isThere)
+        return;
+    QString word;
+    f.text(word, from(2, 4, 40), QString::fromLatin1(kind));
+    readMotion(reader, f.stream, word, kinematics);
+}
+
+void CDemCreatorDataReader::readKinematics(CKinematics& kinematics)
+{
+    CInForm f = in();
+    kinematics.clear();
+    if (!f.stores(gateMotionList)) {
+        readOneMotion(*this, f, CSinusoidalRotation::word, kinematics);
+        readOneMotion(*this, f, CSinusoidalTranslation::word, kinematics);
+    }
+    const quint32 count = f.count("motion", leastMotionBytes);
+    for (quint32 i = 0; i < count; ++i) {
+        QString word;
+        f.text(word);
+        readMotion(*this, *stream, word, kinematics);
+    }
+    kinematics.sortByStartTime();
+    kinematics.recomputeTimes();
+}
+
+void CDemCreatorDataWriter::writeKinematics(const CKinematics& kinematics)
+{
+    COutForm f = out();
+    std::vector<const CTimeDepAction*> stored;
+    for (const auto& motion : kinematics.actions) {
+        if (isStoredMotion(motion->displayName()))
+            stored.push_back(motion.get());
+        else
+            logMessage(eWarning, "Legacy write",
+                       stream->place.toStdString() + ": motion \"" + motion->name.toStdString() + "\" of the kind " +
+                           motion->displayName().toStdString() + " dropped: this family can't hold it");
+    }
+    f.length("motion", leastMotionBytes, stored);
+    for (const CTimeDepAction* motion : stored) {
+        f.text(motion->displayName());
+        motion->write(*this);
+    }
+}
+
+} // namespace NBrenmark

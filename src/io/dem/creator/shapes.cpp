@@ -1,0 +1,127 @@
+// The shapes of geometry groups. Each stands before what all groups have in common.
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "model/geometry/box.h"
+#include "model/geometry/cad_geometry.h"
+#include "model/geometry/cylinder.h"
+#include "model/geometry/polygon.h"
+
+namespace NBrenmark {
+
+template <class TForm, class TBox>
+static void boxForm(TForm&& f, TBox& box)
+{
+    f.point(box.centre);
+    f.point(box.rotations);
+    f.f64(box.width);
+    f.f64(box.length);
+    f.f64(box.height);
+    for (auto& side : box.sidesEnabled)
+        f.flag(side);
+}
+void CDemCreatorDataReader::readBox(CBox& box)
+{
+    boxForm(in(), box);
+    readGeometryGroup(box);
+}
+void CDemCreatorDataWriter::writeBox(const CBox& box)
+{
+    boxForm(out(), box);
+    writeGeometryGroup(box);
+}
+
+template <class TForm, class TCylinder>
+static void cylinderForm(TForm&& f, TCylinder& cylinder)
+{
+    f.point(cylinder.startPoint);
+    f.point(cylinder.endPoint);
+    f.f64(cylinder.radiusStart);
+    f.f64(cylinder.radiusEnd, from(2, 4, 15), cylinder.radiusStart);
+    f.i32(cylinder.detail);
+    f.flag(cylinder.closedStart);
+    f.flag(cylinder.closedEnd);
+}
+void CDemCreatorDataReader::readCylinder(CCylinder& cylinder)
+{
+    cylinderForm(in(), cylinder);
+    cylinder.currentStart = cylinder.startPoint; // a moving one takes them on from here
+    cylinder.currentEnd = cylinder.endPoint;
+    readGeometryGroup(cylinder);
+}
+void CDemCreatorDataWriter::writeCylinder(const CCylinder& cylinder)
+{
+    cylinderForm(out(), cylinder);
+    writeGeometryGroup(cylinder);
+}
+
+/// Up to 2.4.25 two opposite points stood for the size of a rectangle; what is left of them is
+/// where it lies.
+static void oldPolygonForm(CInForm& f, CPolygon& polygon)
+{
+    C3DVector corners[2];
+    for (C3DVector& corner : corners) {
+        f.dropI32();
+        f.point(corner);
+    }
+    f.f64(polygon.radius);
+    f.f64(polygon.rotation);
+    f.i32(polygon.edges);
+    if (polygon.edges == 4)
+        polygon.centre = C3DPoint(0.5 * (corners[0] + corners[1]));
+}
+
+template <class TForm, class TPolygon>
+static void polygonForm(TForm&& f, TPolygon& polygon)
+{
+    f.point(polygon.normal);
+    f.dropI32(0, below(20, 0, 0));
+    f.point(polygon.centre);
+    if constexpr (std::decay_t<TForm>::isReading) {
+        if (f.stores(upTo(2, 4, 25))) {
+            oldPolygonForm(f, polygon);
+            return;
+        }
+    }
+    f.f64(polygon.radius);
+    f.f64(polygon.rotation);
+    f.i32(polygon.edges);
+    f.f64(polygon.lengthSide1);
+    f.f64(polygon.lengthSide2);
+    f.point(polygon.rotations);
+}
+void CDemCreatorDataReader::readPolygon(CPolygon& polygon)
+{
+    polygonForm(in(), polygon);
+    readGeometryGroup(polygon);
+}
+void CDemCreatorDataWriter::writePolygon(const CPolygon& polygon)
+{
+    polygonForm(out(), polygon);
+    writeGeometryGroup(polygon);
+}
+
+/// Where an import was put. Before, it stays where it came from.
+template <class TForm, class TGeometry>
+static void cadForm(TForm&& f, TGeometry& geometry)
+{
+    if (!f.since(23, 0, 1))
+        return;
+    f.f64(geometry.translationDistance);
+    f.f64(geometry.rotationAngle);
+    f.point(geometry.translationAxisStart);
+    f.point(geometry.translationAxisEnd);
+    f.point(geometry.rotationAxisStart);
+    f.point(geometry.rotationAxisEnd);
+}
+void CDemCreatorDataReader::readCADGeometry(CCADGeometry& geometry)
+{
+    cadForm(in(), geometry);
+    readGeometryGroup(geometry);
+}
+void CDemCreatorDataWriter::writeCADGeometry(const CCADGeometry& geometry)
+{
+    cadForm(out(), geometry);
+    writeGeometryGroup(geometry);
+}
+
+} // namespace NBrenmark

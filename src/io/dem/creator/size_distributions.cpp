@@ -1,0 +1,111 @@
+// The size parameters of particle factories: each stores the law that it holds.
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "model/factories/factory_size.h"
+
+#include <cmath>
+
+namespace NBrenmark {
+
+template <class TForm, class TLaw>
+static void fixedForm(TForm&& f, TLaw& law)
+{
+    f.f64(law.value);
+}
+void CDemCreatorDataReader::readFixedFactorySize(CFixedFactorySize& size) { fixedForm(in(), size.sizeDistribution); }
+void CDemCreatorDataWriter::writeFixedFactorySize(const CFixedFactorySize& size)
+{
+    fixedForm(out(), size.sizeDistribution);
+}
+
+template <class TForm, class TLaw>
+static void randomForm(TForm&& f, TLaw& law)
+{
+    f.f64(law.min);
+    f.f64(law.max);
+    f.flag(law.radiusScaling, from(27, 0, 0), true);
+}
+void CDemCreatorDataReader::readRandomFactorySize(CRandomFactorySize& size) { randomForm(in(), size.sizeDistribution); }
+void CDemCreatorDataWriter::writeRandomFactorySize(const CRandomFactorySize& size)
+{
+    randomForm(out(), size.sizeDistribution);
+}
+
+// The caps of a law that has none yet.
+static constexpr double leastSize = 1e-5;
+static constexpr double greatestSize = 1.0;
+
+template <class TForm, class TLaw>
+static void normalForm(TForm&& f, TLaw& law)
+{
+    const SGate gateCaps = from(2, 4, 28);
+    f.f64(law.mean);
+    f.f64(law.deviation);
+    f.f64(law.lowerCap, gateCaps, leastSize);
+    f.f64(law.upperCap, gateCaps, greatestSize);
+    f.flag(law.capped, gateCaps, false);
+    f.flag(law.radiusScaling, from(2, 4, 49), true);
+}
+void CDemCreatorDataReader::readNormalFactorySize(CNormalFactorySize& size)
+{
+    CNormalSizeDistribution& law = size.sizeDistribution;
+    normalForm(in(), law);
+    if (law.capped && std::abs(law.lowerCap) <= zeroLength && std::abs(law.upperCap) <= zeroLength) {
+        law.lowerCap = leastSize; // no size would be left
+        law.upperCap = greatestSize;
+    }
+}
+void CDemCreatorDataWriter::writeNormalFactorySize(const CNormalFactorySize& size)
+{
+    normalForm(out(), size.sizeDistribution);
+}
+
+template <class TForm, class TLaw>
+static void logNormalForm(TForm&& f, TLaw& law)
+{
+    f.f64(law.mean);
+    f.f64(law.deviation);
+    f.f64(law.lowerCap);
+    f.f64(law.upperCap);
+    f.flag(law.capped);
+    f.flag(law.logMean);
+    f.flag(law.radiusScaling);
+}
+void CDemCreatorDataReader::readLogNormalFactorySize(CLogNormalFactorySize& size)
+{
+    logNormalForm(in(), size.sizeDistribution);
+}
+void CDemCreatorDataWriter::writeLogNormalFactorySize(const CLogNormalFactorySize& size)
+{
+    logNormalForm(out(), size.sizeDistribution);
+}
+
+static constexpr qint64 bandBytes = 2 * 8;
+
+void CDemCreatorDataReader::readUserDefinedFactorySize(CUserDefinedFactorySize& size)
+{
+    CInForm f = in();
+    CUserDefinedSizeDistribution& law = size.sizeDistribution;
+    f.flag(law.radiusScaling);
+    const quint32 count = f.count("size band", bandBytes);
+    law.bands.clear();
+    for (quint32 i = 0; i < count; ++i) {
+        double value = 0.0;
+        f.f64(value);
+        f.f64(law.bands[value]); // a size met before gets another share
+    }
+}
+
+void CDemCreatorDataWriter::writeUserDefinedFactorySize(const CUserDefinedFactorySize& size)
+{
+    COutForm f = out();
+    const CUserDefinedSizeDistribution& law = size.sizeDistribution;
+    f.flag(law.radiusScaling);
+    f.length("size band", bandBytes, law.bands);
+    for (const auto& [value, share] : law.bands) {
+        f.f64(value);
+        f.f64(share);
+    }
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,246 @@
+// Particle factories in a creator model: a group for each by its name, in it a group for each parameter
+// with the word of its kind.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "core/stop_flag.h"
+#include "io/hdf5/link_names.h"
+#include "model/factories/dynamic_particle_factory.h"
+#include "model/factories/factory_angular_velocity.h"
+#include "model/factories/factory_custom_property.h"
+#include "model/factories/factory_orientation.h"
+#include "model/factories/factory_position.h"
+#include "model/factories/factory_size.h"
+#include "model/factories/factory_type.h"
+#include "model/factories/factory_velocity.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/factories/static_particle_factory.h"
+
+namespace NBrenmark {
+
+static const char* const kindName = "type";
+
+// ---------------------------------------------------------------- parameters
+
+/// A factory that has no such parameter has a group without a word.
+template <class TFamily>
+static void writeParameter(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out,
+                           const std::unique_ptr<TFamily>& parameter)
+{
+    if (parameter == nullptr)
+        return;
+    out.attribute(kindName, parameter->kindWord());
+    parameter->write(writer);
+}
+
+/// \param setKind  makes a parameter of that kind the factory's
+/// \param current  gives the factory's parameter
+/// An unknown word leaves the parameter that is there.
+template <class TFamily, class TSetKind, class TCurrent>
+static void readParameter(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const std::string& owner,
+                          TSetKind&& setKind, TCurrent&& current)
+{
+    if (!in.hasAttribute(kindName))
+        return;
+    QString word;
+    in.attribute(kindName, word);
+    if (!CKindRegistry<TFamily>::instance().knows(word)) {
+        logMessage(eWarning, "HDF5 read",
+                   "A parameter of the particle factory \"" + owner + "\" is skipped: no kind \"" + word.toStdString() +
+                       "\" is known.");
+        return;
+    }
+    setKind(word);
+    std::unique_ptr<TFamily>& parameter = current();
+    if (parameter != nullptr)
+        parameter->read(reader);
+}
+
+static void readCustomParams(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CParticleFactory& factory)
+{
+    const hsize_t count = in.childCount();
+    for (hsize_t i = 0; i < count; ++i)
+        in.group(std::to_string(i), [&] {
+            QString kind;
+            std::string propertyName;
+            in.attribute(kindName, kind);
+            in.attribute("name", propertyName);
+            const CCustomPropertyManager* const properties = factory.customProperties;
+            const CCustomPropertyMetaData* const property =
+                properties != nullptr ? properties->property(propertyName) : nullptr;
+            if (!factory.setCustomPropertyKind(property, kind)) {
+                logMessage(eWarning, "HDF5 read",
+                           "What the particle factory \"" + factory.name.toStdString() +
+                               "\" gives to the custom property \"" + propertyName + "\" is skipped: no such " +
+                               (property == nullptr ? "property" : "kind \"" + kind.toStdString() + "\"") +
+                               " is known.");
+                return;
+            }
+            factory.customParams.at(property->id)->read(reader);
+        });
+}
+
+static void writeCustomParams(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, const CParticleFactory& factory)
+{
+    std::size_t number = 0;
+    for (const auto& [id, parameter] : factory.customParams) {
+        if (parameter == nullptr || parameter->property() == nullptr)
+            continue; // gives nothing to anything
+        out.group(std::to_string(number++), [&, &held = parameter] {
+            out.attribute(kindName, held->kindWord());
+            out.attribute("name", held->property()->name);
+            held->write(writer);
+        });
+    }
+}
+
+// ---------------------------------------------------------------- what all factories have
+
+template <class TForm, class TFactory>
+static void countsForm(TForm& f, TFactory& factory)
+{
+    f.signedAttribute("creation count", factory.creationCount);
+    f.signedAttribute("max search attempts", factory.maxAttempts);
+}
+
+void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
+{
+    const std::string name = factory.name.toStdString();
+    countsForm(in(), factory);
+    in().group("FactVelocity/", [&] {
+        readParameter<IFactoryVelocity>(
+            *this, in(), name,
+            [&](const QString& word) { factory.setVelocityKind(word); }, [&]() -> auto& { return factory.velocity; });
+    });
+    in().group("FactSize/", [&] {
+        in().children([&](const QString& typeName) {
+            readParameter<IFactorySize>(
+                *this, in(), name, [&](const QString& word) { factory.setSizeKind(typeName, word); },
+                [&]() -> auto& { return factory.sizes[typeName]; });
+        });
+    });
+    in().group("FactOrientation/", [&] {
+        readParameter<IFactoryOrientation>(
+            *this, in(), name, [&](const QString& word) { factory.setOrientationKind(word); },
+            [&]() -> auto& { return factory.orientation; });
+    });
+    in().group("FactAngVel/", [&] {
+        readParameter<IFactoryAngVel>(
+            *this, in(), name,
+            [&](const QString& word) { factory.setAngVelKind(word); }, [&]() -> auto& { return factory.angVel; });
+    });
+    in().group("FactType/", [&] {
+        readParameter<IFactoryType>(
+            *this, in(), name,
+            [&](const QString& word) { factory.setTypeKind(word, nullptr); }, [&]() -> auto& { return factory.type; });
+    });
+    // Behind the type, which it is told.
+    in().group("FactPosition/", [&] {
+        readParameter<IFactoryPosition>(
+            *this, in(), name,
+            [&](const QString& word) { factory.setPositionKind(word); }, [&]() -> auto& { return factory.position; });
+    });
+    in().group("FactCustomParams/", [&] { readCustomParams(*this, in(), factory); });
+    in().fixedRows("Counters/", factory.counters);
+}
+
+void CHdf5CreatorDataWriter::writeParticleFactory(const CParticleFactory& factory)
+{
+    countsForm(out(), factory);
+    out().group("FactVelocity/", [&] { writeParameter(*this, out(), factory.velocity); });
+    out().group("FactSize/", [&] {
+        CLinkNames names("particle type with a size", "factory \"" + factory.name.toStdString() + "\"");
+        for (const auto& [typeName, size] : factory.sizes)
+            out().group(names.next(typeName), [&, &held = size] { writeParameter(*this, out(), held); });
+    });
+    out().group("FactOrientation/", [&] { writeParameter(*this, out(), factory.orientation); });
+    out().group("FactAngVel/", [&] { writeParameter(*this, out(), factory.angVel); });
+    out().group("FactType/", [&] { writeParameter(*this, out(), factory.type); });
+    out().group("FactPosition/", [&] { writeParameter(*this, out(), factory.position); });
+    out().group("FactCustomParams/", [&] { writeCustomParams(*this, out(), factory); });
+    out().fixedRows("Counters/", factory.counters);
+}
+
+// ---------------------------------------------------------------- the two kinds
+
+template <class TForm, class TFactory>
+static void dynamicForm(TForm& f, TFactory& factory)
+{
+    f.attribute("unlimited", factory.unlimited);
+    f.attribute("is mass creation", factory.massCreation);
+    f.attribute("is mass generation", factory.massGeneration);
+    f.attribute("creation rate", factory.creationRate);
+    f.attribute("creation time", factory.creationTime);
+    f.attribute("rate change time", factory.rateChangeTime);
+    f.signedAttribute("created since rate change", factory.createdSinceRateChange);
+    f.signedAttribute("num to create", factory.numToCreate);
+    f.attribute("mass to create", factory.massToCreate);
+}
+
+void CHdf5CreatorDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
+{
+    dynamicForm(in(), factory);
+    factory.changeCreationRate(factory.creationRate, factory.rateChangeTime);
+}
+
+void CHdf5CreatorDataWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& factory)
+{
+    dynamicForm(out(), factory);
+}
+
+template <class TForm, class TFactory>
+static void staticForm(TForm& f, TFactory& factory)
+{
+    f.attribute("completed", factory.completed);
+    f.attribute("fill shape", factory.fillShape);
+    f.attribute("is mass creation", factory.massCreation);
+    f.attribute("creation time", factory.creationTime);
+    f.signedAttribute("num to create", factory.numToCreate);
+    f.attribute("mass to create", factory.massToCreate);
+}
+
+void CHdf5CreatorDataReader::readStaticParticleFactory(CStaticParticleFactory& factory) { staticForm(in(), factory); }
+void CHdf5CreatorDataWriter::writeStaticParticleFactory(const CStaticParticleFactory& factory)
+{
+    staticForm(out(), factory);
+}
+
+// ---------------------------------------------------------------- all factories of a group
+
+void CHdf5CreatorDataReader::readParticleFactoryList(CParticleFactoryList& list)
+{
+    list.clear();
+    in().group("Factories/", [&] {
+        in().children([&](const QString& name) {
+            QString type;
+            in().attribute(kindName, type);
+            std::unique_ptr<CParticleFactory> factory = createFactory(type, name);
+            if (factory == nullptr) {
+                logMessage(eWarning, "HDF5 read",
+                           "The particle factory \"" + name.toStdString() + "\" is skipped: no factory \"" +
+                               type.toStdString() + "\" is known.");
+                return;
+            }
+            factory->connectCustomProperties(particleProperties);
+            factory->read(*this);
+            list.add(std::move(factory));
+        });
+        leaveIfStopped();
+    });
+}
+
+void CHdf5CreatorDataWriter::writeParticleFactoryList(const CParticleFactoryList& list)
+{
+    out().group("Factories/", [&] {
+        CLinkNames names("particle factory", "geometry group \"" + list.sectionName.toStdString() + "\"");
+        for (const std::unique_ptr<CParticleFactory>& factory : list.factories)
+            out().group(names.next(factory->name), [&] {
+                out().attribute(kindName, factory->typeWord());
+                factory->write(*this);
+            });
+    });
+}
+
+} // namespace NBrenmark

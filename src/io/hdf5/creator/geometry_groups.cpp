@@ -1,0 +1,195 @@
+// Geometry groups in a creator model: a group for each by its index, with its mesh, its motions and its
+// factories. What the shapes add stands in shapes.cpp.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "io/hdf5/geometry.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/cad_geometry.h"
+#include "model/geometry/geometry_factory.h"
+#include "model/geometry_groups.h"
+
+namespace NBrenmark {
+
+// ---------------------------------------------------------------- parts of a group
+
+void CHdf5CreatorDataReader::readBoundingBox(CBoundingBox& box)
+{
+    std::array<C3DPoint, 2> corners;
+    in().fixedRows("bounding box", corners);
+    box.lower = corners[0];
+    box.upper = corners[1];
+}
+
+void CHdf5CreatorDataWriter::writeBoundingBox(const CBoundingBox& box)
+{
+    out().fixedRows("bounding box", std::array<C3DPoint, 2>{box.lower, box.upper});
+}
+
+template <class TForm, class TMoment>
+static void momentOfInertiaForm(TForm& f, TMoment& moment)
+{
+    f.fixedRows("moment of inertia", moment.values);
+}
+
+void CHdf5CreatorDataReader::readMomentOfInertia(CMomentOfInertia& moment) { momentOfInertiaForm(in(), moment); }
+void CHdf5CreatorDataWriter::writeMomentOfInertia(const CMomentOfInertia& moment)
+{
+    momentOfInertiaForm(out(), moment);
+}
+
+template <class TForm, class TElectrostatic>
+static void electrostaticForm(TForm& f, TElectrostatic& electrostatic)
+{
+    f.attribute("es exempt", electrostatic.exempt);
+    f.attribute("es start charge", electrostatic.startCharge);
+}
+
+void CHdf5CreatorDataReader::readGeometryGroupElectrostatic(CGeometryGroupElectrostatic& electrostatic)
+{
+    electrostaticForm(in(), electrostatic);
+}
+
+void CHdf5CreatorDataWriter::writeGeometryGroupElectrostatic(const CGeometryGroupElectrostatic& electrostatic)
+{
+    electrostaticForm(out(), electrostatic);
+}
+
+static const char* const blockName = "block name";
+
+void CHdf5CreatorDataReader::readBlockLink(CBlockLink& link) { in().attribute(blockName, link.blockName); }
+void CHdf5CreatorDataWriter::writeBlockLink(const CBlockLink& link) { out().attribute(blockName, link.blockName); }
+
+// ---------------------------------------------------------------- one group
+
+/// The mesh as it stands for a static group, as it was made for a moving one.
+template <class TForm, class TGroup>
+static void coordinatesForm(TForm& f, TGroup& g)
+{
+    using CadGeometry = std::conditional_t<std::is_const_v<TGroup>, const CCADGeometry, CCADGeometry>;
+    auto* const imported = dynamic_cast<CadGeometry*>(&g);
+    if (imported != nullptr)
+        f.plainRows("imported coords", imported->importedCoords);
+    if (!g.isStatic)
+        f.plainRows("original coords", g.originalCoords);
+    else if (imported == nullptr)
+        f.plainRows("coords", g.coords);
+}
+
+/// Before 30.0.12 a geometry was real or virtual, and nothing else.
+static void readGeometryType(CHdf5FormReader& f, CGeometryGroup& g)
+{
+    bool isReal = true;
+    f.attribute("is real", isReal);
+    g.geometryType = isReal ? eRealGeometry : eVirtualGeometry;
+}
+static void readGeometryType(CHdf5FormWriter&, const CGeometryGroup&) {} // a writer is of the current version
+
+/// \param mask   the stored-fields word
+/// \param visit  reads or writes a part by its own form
+template <class TForm, class TGroup, class TMask, class TVisit>
+static void groupForm(TForm& f, TGroup& g, QString& name, TMask& mask, TVisit&& visit)
+{
+    visit(g.kinematics);
+    visit(*g.factories);
+    visit(g.bounds);
+    visit(g.momentOfInertia);
+    f.attribute("name", name);
+    f.signedAttribute("unique id", g.uniqueId);
+    f.attribute("desired force", g.desiredForce);
+    f.attribute("mask", mask);
+    f.attribute("static", g.isStatic);
+    f.plainRows("vertex ids", g.vertexIds);
+    coordinatesForm(f, g);
+    trianglesForm(f, g, mask);
+    f.attribute("closed", g.closed);
+    if (f.since(30, 0, 12))
+        f.attribute("geometry type", g.geometryType);
+    else
+        readGeometryType(f, g);
+    f.attribute("reset velocities", g.resetVelocities);
+    f.attribute("material name", g.materialName);
+    f.attribute("enclosed magnitude", g.enclosedMagnitude);
+    f.attribute("surface magnitude", g.surfaceMagnitude);
+    f.attribute("time", g.time);
+    f.attribute("gain", g.gain);
+    centresForm(f, g);
+    f.attribute("velocity", g.velocity);
+    f.attribute("xform", g.transform);
+    f.attribute("translation", g.translation);
+    if (g.materialBlockRef != nullptr)
+        visit(*g.materialBlockRef);
+    visit(g.electrostatic);
+    visit(g.motionHistory);
+}
+
+void CHdf5CreatorDataReader::readGeometryGroup(CGeometryGroup& g)
+{
+    if (g.materialBlockRef == nullptr && in().hasAttribute(blockName))
+        g.materialBlockRef = std::make_unique<CBlockLink>(&g.bounds);
+    QString name;
+    groupForm(in(), g, name, g.dataMask, [this](auto& part) { part.read(*this); });
+    g.setName(name);
+    g.factories->setBoundingShape(&g);
+    checkForces(g);
+    placeMesh(g);
+    if ((options.geometryMask & eGeometryProperties) != 0)
+        g.customProperties.read(*this);
+}
+
+void CHdf5CreatorDataWriter::writeGeometryGroup(const CGeometryGroup& g)
+{
+    QString name = g.displayedName;
+    quint32 mask = eTriangleIds | eTriangleNodes | eTriangleForces;
+    groupForm(out(), g, name, mask, [this](const auto& part) { part.write(*this); });
+    if ((options.geometryMask & eGeometryProperties) != 0)
+        g.customProperties.write(*this);
+    else
+        out().group("CustomProperties/", [] {});
+}
+
+// ---------------------------------------------------------------- all groups
+
+void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
+{
+    groups.clear();
+    particleProperties = groups.managers.particle;
+    CCustomPropertyManager* const properties = options.useNullPropertyManager ? nullptr : groups.managers.geometry;
+    in().group("GeometryGroups/", [&] {
+        in().children([&](const QString& number) {
+            QString type;
+            in().attribute("type", type);
+            std::unique_ptr<CGeometryGroup> group = createGeometry(type, properties);
+            bool isNumber = false;
+            const quint32 index = number.toUInt(&isNumber);
+            if (group == nullptr || !isNumber) {
+                logMessage(eWarning, "HDF5 read",
+                           "Geometry group " + number.toStdString() + " of type \"" + type.toStdString() +
+                               "\" is skipped: " + (isNumber ? "no such type is known." : "its name is no number."));
+                return;
+            }
+            group->index = index;
+            group->read(*this);
+            groups.add(group.release(), false);
+        });
+    });
+    groups.rebuildElementIds();
+    GeometryGroups::syncUniqueIds(groups);
+    groups.updateTotalBounds();
+}
+
+void CHdf5CreatorDataWriter::writeGeometryGroups(const GeometryGroups& groups)
+{
+    out().group("GeometryGroups/", [&] {
+        for (const CGeometryGroup* group : groups.groups())
+            if (group != nullptr)
+                out().group(std::to_string(group->index), [&] {
+                    out().attribute("type", group->typeName());
+                    group->write(*this);
+                });
+    });
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,42 @@
+#include "io/hdf5/geometry.h"
+
+#include "core/log.h"
+#include "model/geometry/cad_geometry.h"
+
+namespace NBrenmark {
+
+/// A file holds a placed import as it was imported, and where it was put.
+static void placeImport(CCADGeometry& cad)
+{
+    cad.updateCadTransform();
+    cad.coords = cad.importedCoords;
+    if (!cad.cadTransform.isIdentity()) // which would spread a coordinate that is no number
+        for (C3DPoint& point : cad.coords)
+            point = cad.cadTransform * point;
+}
+
+void placeMesh(CGeometryGroup& g)
+{
+    const double enclosed = g.enclosedMagnitude;
+    const double surface = g.surfaceMagnitude;
+    if (!g.isStatic) {
+        g.coords = g.originalCoords;
+        g.applyTransform(g.transform);
+    }
+    else if (auto* const cad = dynamic_cast<CCADGeometry*>(&g)) {
+        placeImport(*cad);
+    }
+    g.recomputeDerivedData();
+    g.enclosedMagnitude = enclosed;
+    g.surfaceMagnitude = surface;
+}
+
+void checkForces(const CGeometryGroup& g)
+{
+    if (!g.triangleForces.empty() && g.triangleForces.size() != g.triangleNodes.size())
+        logMessage(eWarning, "HDF5 read",
+                   "Geometry group \"" + g.name + "\" has " + std::to_string(g.triangleNodes.size()) +
+                       " triangles and forces for " + std::to_string(g.triangleForces.size()) + ".");
+}
+
+} // namespace NBrenmark

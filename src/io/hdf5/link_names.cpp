@@ -1,0 +1,52 @@
+#include "io/hdf5/link_names.h"
+
+#include "io/hdf5/error_text.h"
+#include "model/creator_data.h"
+#include "model/factories/factory_size.h"
+#include "model/factories/particle_factory.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/geometry_group.h"
+
+namespace NBrenmark {
+
+static std::string quoted(const std::string& name) { return "\"" + name + "\""; }
+
+std::string CLinkNames::next(const QString& name)
+{
+    std::string bytes = name.toStdString();
+    const auto refuse = [&](const std::string& why) {
+        throw hdf5_error("A " + what + " is named " + quoted(bytes.c_str()) + (where.empty() ? "" : " in " + where) +
+                         ", and " + why + " Rename it in the program that made the deck.");
+    };
+    if (bytes.empty() || bytes == "." || bytes.find('/') != std::string::npos || bytes.find('\0') != std::string::npos)
+        refuse("an HDF5 group can't have that name: it may not be empty, a dot, or hold a slash or a zero.");
+    if (!taken.insert(bytes).second)
+        refuse("so is another one: HDF5 groups that lie together need names of their own.");
+    return bytes;
+}
+
+static void checkFactoryNames(const CGeometryGroup& group)
+{
+    CLinkNames factories("particle factory", "geometry group " + quoted(group.name));
+    for (const std::unique_ptr<CParticleFactory>& factory : group.factories->factories) {
+        const std::string inFactory = "factory " + quoted(factories.next(factory->name));
+        CLinkNames sized("particle type with a size", inFactory);
+        for (const auto& [typeName, size] : factory->sizes)
+            sized.next(typeName);
+        CLinkNames accounted("particle type with an account", inFactory);
+        for (const auto& [typeName, account] : factory->typeAccounting)
+            accounted.next(typeName);
+    }
+}
+
+void checkLinkNames(const CCreatorData& creator)
+{
+    for (const CGeometryGroup* group : creator.geometryGroups.groups())
+        if (group != nullptr)
+            checkFactoryNames(*group);
+    CLinkNames laws("particle type with a size law", "");
+    for (const auto& [typeName, share] : creator.sizeDistributions.entries)
+        laws.next(QString::fromStdString(typeName));
+}
+
+} // namespace NBrenmark

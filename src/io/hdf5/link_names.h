@@ -1,0 +1,35 @@
+#pragma once
+// Names that become names of groups. They are tested before a deck is touched: a slash would make two
+// groups of one, and of two equal names the second can't be made.
+
+#include <QString>
+
+#include <set>
+#include <string>
+
+namespace NBrenmark {
+
+class CCreatorData;
+
+/// The names of the groups in one group.
+class CLinkNames
+{
+public:
+    /// \param what   is named, for the text: "particle factory"
+    /// \param where  it stands: "geometry group "Hopper""; may be empty
+    CLinkNames(std::string what, std::string where) : what(std::move(what)), where(std::move(where)) {}
+
+    /// The next name, as bytes.
+    /// \throws hdf5_error  if no group can have it, or one has it already
+    std::string next(const QString& name);
+
+private:
+    std::string what;
+    std::string where;
+    std::set<std::string> taken;
+};
+
+/// \throws hdf5_error  that gives the first name that no group can have
+void checkLinkNames(const CCreatorData& creator);
+
+} // namespace NBrenmark

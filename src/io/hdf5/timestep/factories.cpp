@@ -1,0 +1,182 @@
+// How far particle factories have come: counts and accounts, by the names of factories and particle types.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "io/hdf5/link_names.h"
+#include "model/factories/dynamic_particle_factory.h"
+#include "model/factories/factory_angular_velocity.h"
+#include "model/factories/factory_orientation.h"
+#include "model/factories/factory_position.h"
+#include "model/factories/factory_size.h"
+#include "model/factories/factory_type.h"
+#include "model/factories/factory_velocity.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/factories/static_particle_factory.h"
+
+#include <stdexcept>
+
+namespace NBrenmark {
+
+// ---------------------------------------------------------------- accounts
+
+template <class TForm, class TAccounting>
+static void accountingForm(TForm& f, TAccounting& accounting)
+{
+    f.attribute("mass created", accounting.massCreated);
+    f.attribute("mass remainder", accounting.massRemainder);
+    f.attribute("mass created since rate change", accounting.massSinceRateChange);
+}
+
+void CHdf5TimestepDataReader::readFactoryAccounting(CFactoryAccounting& accounting)
+{
+    accountingForm(in(), accounting);
+}
+
+/// A deck whose time is set anew begins with empty accounts.
+void CHdf5TimestepDataWriter::writeFactoryAccounting(const CFactoryAccounting& accounting)
+{
+    const CFactoryAccounting empty;
+    accountingForm(out(), options.overrideTime ? empty : accounting);
+}
+
+// ---------------------------------------------------------------- what all factories have
+
+/// \param visit  reads or writes a parameter
+/// \param sizes  reads or writes those of the particle types
+/// \param account  reads or writes the account
+template <class TForm, class TFactory, class TVisit, class TSizes>
+static void factoryForm(TForm& f, TFactory& factory, TVisit&& visit, TSizes&& sizes)
+{
+    f.signedAttribute("creation count", factory.creationCount);
+    f.group("FactVelocity/", [&] { visit(factory.velocity.get()); });
+    f.group("FactSize/", [&] { sizes(); });
+    f.group("FactOrientation/", [&] { visit(factory.orientation.get()); });
+    f.group("FactAngVel/", [&] { visit(factory.angVel.get()); });
+    f.group("FactType/", [&] { visit(factory.type.get()); });
+    // The kinds of lattices have no slots here: the state is that of any lattice.
+    f.group("FactPosition/", [&] {
+        if (auto* const lattice = dynamic_cast<C3DLattice*>(factory.position.get()))
+            visit.lattice(*lattice);
+        else
+            visit(factory.position.get());
+    });
+    f.group("Accounting/", [&] { visit(&factory.accounting); });
+    f.fixedRows("Counters/", factory.counters);
+}
+
+namespace {
+
+struct SReadPart
+{
+    CHdf5TimestepDataReader& reader;
+
+    template <class TPart>
+    void operator()(TPart* part) const
+    {
+        if (part != nullptr)
+            part->read(reader);
+    }
+    void lattice(C3DLattice& lattice) const { reader.read3DLattice(lattice); }
+};
+
+struct SWritePart
+{
+    CHdf5TimestepDataWriter& writer;
+
+    template <class TPart>
+    void operator()(TPart* part) const
+    {
+        if (part != nullptr)
+            part->write(writer);
+    }
+    void lattice(const C3DLattice& lattice) const { writer.write3DLattice(lattice); }
+};
+
+} // namespace
+
+void CHdf5TimestepDataReader::readParticleFactory(CParticleFactory& factory)
+{
+    const SReadPart part{*this};
+    factoryForm(in(), factory, part, [&] {
+        in().children([&](const QString& typeName) {
+            const auto size = factory.sizes.find(typeName);
+            if (size == factory.sizes.end())
+                throw std::out_of_range("invalid map<K, T> key");
+            part(size->second.get());
+        });
+    });
+}
+
+void CHdf5TimestepDataWriter::writeParticleFactory(const CParticleFactory& factory)
+{
+    const SWritePart part{*this};
+    factoryForm(out(), factory, part, [&] {
+        CLinkNames names("particle type with a size", "factory \"" + factory.name.toStdString() + "\"");
+        for (const auto& entry : factory.sizes)
+            out().group(names.next(entry.first), [&] { part(entry.second.get()); });
+    });
+}
+
+// ---------------------------------------------------------------- the two kinds
+
+static const char* const createdName = "created since rate change";
+
+void CHdf5TimestepDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
+{
+    in().signedAttribute(createdName, factory.createdSinceRateChange);
+    factory.typeAccounting.clear(); // those of another timestep
+    in().group("TypeAccounting/",
+               [&] { in().children([&](const QString& typeName) { factory.typeAccounting[typeName].read(*this); }); });
+}
+
+void CHdf5TimestepDataWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& factory)
+{
+    out().signedAttribute(createdName, factory.createdSinceRateChange);
+    out().group("TypeAccounting/", [&] {
+        CLinkNames names("particle type with an account", "factory \"" + factory.name.toStdString() + "\"");
+        for (const auto& entry : factory.typeAccounting)
+            out().group(names.next(entry.first), [&] { entry.second.write(*this); });
+    });
+}
+
+template <class TForm, class TFactory>
+static void staticForm(TForm& f, TFactory& factory)
+{
+    f.attribute("completed", factory.completed);
+}
+
+void CHdf5TimestepDataReader::readStaticParticleFactory(CStaticParticleFactory& factory) { staticForm(in(), factory); }
+void CHdf5TimestepDataWriter::writeStaticParticleFactory(const CStaticParticleFactory& factory)
+{
+    staticForm(out(), factory);
+}
+
+// ---------------------------------------------------------------- all factories of a group
+
+void CHdf5TimestepDataReader::readParticleFactoryList(CParticleFactoryList& list)
+{
+    in().group("Factories/", [&] {
+        in().children([&](const QString& name) {
+            if (CParticleFactory* const factory = list.find(name))
+                factory->read(*this);
+            else
+                logMessage(eWarning, "HDF5 read",
+                           "The state of the particle factory \"" + name.toStdString() +
+                               "\" is skipped: the model has no such factory.");
+        });
+    });
+}
+
+void CHdf5TimestepDataWriter::writeParticleFactoryList(const CParticleFactoryList& list)
+{
+    out().group("Factories/", [&] {
+        CLinkNames names("particle factory", "geometry group \"" + list.sectionName.toStdString() + "\"");
+        for (const std::unique_ptr<CParticleFactory>& factory : list.factories)
+            if (factory != nullptr)
+                out().group(names.next(factory->name), [&] { factory->write(*this); });
+    });
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,119 @@
+// What changes of the geometry with time: it lies on the groups of the creator model.
+
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+
+#include "core/log.h"
+#include "io/hdf5/geometry.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry_groups.h"
+
+namespace NBrenmark {
+
+// ---------------------------------------------------------------- one group
+
+/// \param visit  reads or writes a part by its own form
+template <class TForm, class TGroup, class TVisit>
+static void movingForm(TForm& f, TGroup& g, TVisit&& visit)
+{
+    f.attribute("reset velocities", g.resetVelocities);
+    centresForm(f, g);
+    f.attribute("xform", g.transform);
+    f.attribute("translation", g.translation);
+    f.attribute("velocity", g.velocity);
+    visit(g.motionHistory);
+}
+
+void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
+{
+    bool standsStill = true;
+    in().attribute("static", standsStill);
+    if (standsStill) {
+        g.standStill();
+    }
+    else {
+        movingForm(in(), g, [this](auto& part) { part.read(*this); });
+        g.moveTo(g.transform);
+    }
+    in().attribute("time", g.time);
+
+    quint32 size = 0;
+    in().attribute("size", size);
+    if ((options.timestepMask & eTriangleRows) == 0)
+        size = 0;
+    in().attribute("mask", g.dataMask);
+    quint32 fields = size > 0 ? g.dataMask : 0;
+    if ((options.geometryMask & eGeometryForces) == 0)
+        fields &= ~eTriangleForces;
+    g.triangleForces.clear(); // those of another timestep
+    trianglesForm(in(), g, fields);
+    checkForces(g);
+    g.triangleForces.resize(g.triangleNodes.size());
+    if ((fields & eTriangleNodes) != 0)
+        g.recomputeDerivedData();
+
+    g.kinematics.read(*this);
+    g.customProperties.resetToInitialValues(static_cast<unsigned int>(g.triangleNodes.size()));
+    if ((options.geometryMask & eGeometryProperties) != 0)
+        g.customProperties.read(*this);
+    g.factories->read(*this);
+}
+
+void CHdf5TimestepDataWriter::writeGeometryGroup(const CGeometryGroup& g)
+{
+    out().attribute("static", g.isStatic);
+    if (!g.isStatic)
+        movingForm(out(), g, [this](const auto& part) { part.write(*this); });
+    out().attribute("time", g.time);
+
+    const bool hasRows = (options.timestepMask & eTriangleRows) != 0;
+    const quint32 size = hasRows ? static_cast<quint32>(g.triangleNodes.size()) : 0;
+    const quint32 mask = (options.geometryMask & eGeometryForces) != 0 ? quint32(eTriangleForces) : 0;
+    out().attribute("size", size);
+    out().attribute("mask", mask);
+    trianglesForm(out(), g, size > 0 ? mask : 0);
+
+    g.kinematics.write(*this);
+    if ((options.geometryMask & eGeometryProperties) != 0)
+        g.customProperties.write(*this);
+    else
+        out().group("CustomProperties/", [] {});
+    g.factories->write(*this);
+}
+
+// ---------------------------------------------------------------- all groups
+
+// Shapes have no slots of their own here: their state is that of any group.
+
+void CHdf5TimestepDataReader::readGeometryGroups(GeometryGroups& groups)
+{
+    bool hasNewIds = false;
+    in().group("GeometryGroups/", [&] {
+        in().children([&](const QString& number) {
+            bool isNumber = false;
+            CGeometryGroup* const group = groups.at(number.toUInt(&isNumber));
+            if (group == nullptr || !isNumber) {
+                logMessage(eWarning, "HDF5 read",
+                           "The state of geometry group " + number.toStdString() +
+                               " is skipped: the model has no such group.");
+                return;
+            }
+            readGeometryGroup(*group);
+            hasNewIds |= (group->dataMask & (eTriangleIds | eTriangleNodes)) != 0;
+        });
+    });
+    if (hasNewIds)
+        groups.rebuildElementIds();
+    groups.updateTotalBounds();
+}
+
+void CHdf5TimestepDataWriter::writeGeometryGroups(const GeometryGroups& groups)
+{
+    out().group("GeometryGroups/", [&] {
+        for (const CGeometryGroup* group : groups.groups())
+            if (group != nullptr)
+                out().group(std::to_string(group->index), [&] { writeGeometryGroup(*group); });
+    });
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,225 @@
+#include "io/text/text_writer.h"
+#include "model/factories/factory_angular_velocity.h"
+#include "model/factories/factory_custom_property.h"
+#include "model/factories/factory_orientation.h"
+#include "model/factories/factory_position.h"
+#include "model/factories/factory_size.h"
+#include "model/factories/factory_type.h"
+#include "model/factories/factory_velocity.h"
+
+namespace NBrenmark {
+
+// Most parameters are definition alone: of those there is nothing to tell in a timestep.
+
+namespace {
+
+/// Mean and spread, of a law of which no file holds the caps.
+void spread(CTextOutput& out, const CNormalDistribution& law)
+{
+    out.value("mean", law.mean);
+    out.value("deviation", law.deviation);
+}
+
+void range(CTextOutput& out, const CRandomDistribution& law)
+{
+    out.value("min", law.min);
+    out.value("max", law.max);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------- velocities
+
+void CTextWriter::writeSprayFactoryVelocity(const CSprayFactoryVelocity& p)
+{
+    if (!tells(ETextPart::eDefinition))
+        return;
+    spread(out, p.magnitude);
+    out.value("sprayAngle", p.sprayAngle);
+    out.value("direction", p.direction);
+}
+
+void CTextWriter::writeRandomFactoryVelocity(const CRandomFactoryVelocity& p)
+{
+    if (tells(ETextPart::eDefinition))
+        range(out, p.magnitude);
+}
+
+void CTextWriter::writeNormalFactoryVelocity(const CNormalFactoryVelocity& p)
+{
+    if (!tells(ETextPart::eDefinition))
+        return;
+    spread(out, p.magnitude);
+    out.value("direction", p.direction);
+}
+
+void CTextWriter::writeLinearFactoryVelocity(const CLinearFactoryVelocity& p)
+{
+    if (!tells(ETextPart::eDefinition))
+        return;
+    out.value("startVelocity", p.startVelocity);
+    out.value("endVelocity", p.endVelocity);
+}
+
+void CTextWriter::writeFixedFactoryVelocity(const CFixedFactoryVelocity& p)
+{
+    if (tells(ETextPart::eDefinition))
+        out.value("value", p.value);
+}
+
+// ---------------------------------------------------------------- angular velocities
+
+void CTextWriter::writeLinearFactoryAngVel(const CLinearFactoryAngVel& p)
+{
+    if (!tells(ETextPart::eDefinition))
+        return;
+    out.value("startVelocity", p.startVelocity);
+    out.value("endVelocity", p.endVelocity);
+}
+
+void CTextWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel& p)
+{
+    if (tells(ETextPart::eDefinition))
+        range(out, p.magnitude);
+}
+
+void CTextWriter::writeFixedFactoryAngVel(const CFixedFactoryAngVel& p)
+{
+    if (tells(ETextPart::eDefinition))
+        out.value("value", p.value);
+}
+
+void CTextWriter::writeNormalFactoryAngVel(const CNormalFactoryAngVel& p)
+{
+    if (!tells(ETextPart::eDefinition))
+        return;
+    spread(out, p.magnitude);
+    out.value("direction", p.direction);
+}
+
+// ---------------------------------------------------------------- orientation, type
+
+void CTextWriter::writeFixedFactoryOrientation(const CFixedFactoryOrientation& p)
+{
+    if (tells(ETextPart::eDefinition))
+        out.value("orientation", p.orientation);
+}
+
+static void typeNames(CTextOutput& out, const std::vector<QString>& names)
+{
+    out.group("names", [&] {
+        for (size_t i = 0; i < names.size(); ++i)
+            out.value(std::to_string(i).c_str(), names[i]);
+    });
+}
+
+void CTextWriter::writeFixedFactoryType(const CFixedFactoryType& p)
+{
+    if (tells(ETextPart::eDefinition))
+        typeNames(out, p.names);
+}
+
+void CTextWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
+{
+    if (tells(ETextPart::eDefinition))
+        typeNames(out, p.names);
+    if (tells(ETextPart::eState))
+        out.value("next", p.next);
+}
+
+// ---------------------------------------------------------------- position
+
+void CTextWriter::writeRandomFactoryPosition(const CRandomFactoryPosition& p)
+{
+    if (tells(ETextPart::eDefinition)) {
+        out.value("style", p.style);
+        out.value("densityFactor", p.densityFactor);
+        out.value("multiFactor", p.multiFactor);
+        out.value("maxAngle", p.maxAngle);
+        out.value("separation", p.separation);
+    }
+    if (tells(ETextPart::eState)) {
+        out.value("seedPosition", p.seedPosition);
+        out.value("seedVector", p.seedVector);
+    }
+}
+
+void CTextWriter::write3DLattice(const C3DLattice& lattice)
+{
+    if (tells(ETextPart::eDefinition)) {
+        out.value("axisA", lattice.axisA);
+        out.value("axisB", lattice.axisB);
+        out.value("axisC", lattice.axisC);
+        out.value("start", lattice.start);
+        out.value("rotation", lattice.rotation);
+    }
+    if (tells(ETextPart::eState)) {
+        out.value("cursor0", lattice.cursor0);
+        out.value("cursor1", lattice.cursor1);
+        out.value("cursor2", lattice.cursor2);
+        out.value("cursor3", lattice.cursor3);
+    }
+}
+
+void CTextWriter::writeCubicFactoryPosition(const CCubicFactoryPosition& p) { write3DLattice(p); }
+void CTextWriter::writeBCCFactoryPosition(const CBCCFactoryPosition& p) { write3DLattice(p); }
+void CTextWriter::writeFCCFactoryPosition(const CFCCFactoryPosition& p) { write3DLattice(p); }
+
+// ---------------------------------------------------------------- size
+
+void CTextWriter::writeFixedFactorySize(const CFixedFactorySize& p)
+{
+    if (tells(ETextPart::eDefinition))
+        p.sizeDistribution.write(*this);
+}
+
+void CTextWriter::writeRandomFactorySize(const CRandomFactorySize& p)
+{
+    if (tells(ETextPart::eDefinition))
+        p.sizeDistribution.write(*this);
+}
+
+void CTextWriter::writeNormalFactorySize(const CNormalFactorySize& p)
+{
+    if (tells(ETextPart::eDefinition))
+        p.sizeDistribution.write(*this);
+}
+
+void CTextWriter::writeLogNormalFactorySize(const CLogNormalFactorySize& p)
+{
+    if (tells(ETextPart::eDefinition))
+        p.sizeDistribution.write(*this);
+}
+
+void CTextWriter::writeUserDefinedFactorySize(const CUserDefinedFactorySize& p)
+{
+    if (tells(ETextPart::eDefinition))
+        p.sizeDistribution.write(*this);
+    if (tells(ETextPart::eState))
+        out.group("bandAccounting", [&] {
+            for (const auto& [size, account] : p.bandAccounting)
+                out.group(NText::text(size), [this, &held = account] { held.write(*this); });
+        });
+}
+
+// ---------------------------------------------------------------- custom properties
+
+void CTextWriter::writeNormalDistCustomPropertyFactoryParam(const CNormalDistCustomPropertyFactoryParam& p)
+{
+    if (tells(ETextPart::eDefinition))
+        spread(out, p.distribution);
+}
+
+void CTextWriter::writeRandomValueCustomPropertyFactoryParam(const CRandomValueCustomPropertyFactoryParam& p)
+{
+    if (tells(ETextPart::eDefinition))
+        range(out, p.distribution);
+}
+
+void CTextWriter::writeFixedValueCustomPropertyFactoryParam(const CFixedValueCustomPropertyFactoryParam& p)
+{
+    if (tells(ETextPart::eDefinition))
+        out.array("values", p.values);
+}
+
+} // namespace NBrenmark

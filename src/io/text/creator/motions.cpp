@@ -1,0 +1,117 @@
+#include "io/text/text_writer.h"
+#include "model/kinematics/conveyor_translation.h"
+#include "model/kinematics/kinematics.h"
+#include "model/kinematics/linear_rotation.h"
+#include "model/kinematics/sinusoidal_rotation.h"
+#include "model/kinematics/sinusoidal_translation.h"
+
+namespace NBrenmark {
+
+// Vectors and points that move along with the body are state.
+
+void CTextWriter::writeKinematics(const CKinematics& kinematics)
+{
+    CListSegments segments;
+    qint32 index = 0;
+    for (const auto& motion : kinematics.actions) {
+        out.group(segments.next(motion->name), [&] {
+            if (tells(ETextPart::eDefinition)) {
+                out.value("index", index);
+                out.value("kind", motion->displayName());
+            }
+            motion->write(*this);
+        });
+        ++index;
+    }
+}
+
+void CTextWriter::writeTimeDepAction(const CTimeDepAction& motion)
+{
+    if (!tells(ETextPart::eDefinition))
+        return;
+    out.value("name", motion.name);
+    out.value("startTime", motion.startTime);
+    out.value("endTime", motion.endTime);
+    out.value("loop", motion.loop);
+    out.value("loopInterval", motion.loopInterval);
+    out.value("loopEndTime", motion.loopEndTime);
+}
+
+void CTextWriter::writeRotation(const CRotation& rotation)
+{
+    if (tells(ETextPart::eDefinition))
+        out.value("movesWithBody", rotation.movesWithBody);
+    if (tells(ETextPart::eState))
+        out.value("pointOfAction", rotation.pointOfAction);
+}
+
+void CTextWriter::writeSinusoid(const CSinusoid& sinusoid)
+{
+    if (tells(ETextPart::eDefinition)) {
+        out.value("frequency", sinusoid.frequency);
+        out.value("offset", sinusoid.offset);
+    }
+    if (tells(ETextPart::eState))
+        out.value("displacement", sinusoid.displacement);
+}
+
+static void axis(CTextOutput& out, const CTimeDepAction& motion)
+{
+    out.value("startPoint", motion.axis.startPoint);
+    out.value("endPoint", motion.axis.endPoint);
+}
+
+void CTextWriter::writeLinearTranslation(const CLinearTranslation& motion)
+{
+    writeTimeDepAction(motion);
+    if (!tells(ETextPart::eDefinition))
+        return;
+    out.value("initialVelocity", motion.initialVelocity);
+    out.value("acceleration", motion.acceleration);
+    axis(out, motion);
+}
+
+void CTextWriter::writeConveyorTranslation(const CConveyorTranslation& motion)
+{
+    writeLinearTranslation(motion);
+    if (tells(ETextPart::eState))
+        out.value("conveyorTransform", motion.conveyorTransform);
+}
+
+void CTextWriter::writeSinusoidalTranslation(const CSinusoidalTranslation& motion)
+{
+    writeTimeDepAction(motion);
+    motion.sinusoid.write(*this);
+    if (!tells(ETextPart::eDefinition))
+        return;
+    axis(out, motion);
+    out.value("displacementMagnitude", motion.displacementMagnitude);
+}
+
+void CTextWriter::writeLinearRotation(const CLinearRotation& motion)
+{
+    writeTimeDepAction(motion);
+    writeRotation(motion);
+    if (tells(ETextPart::eDefinition)) {
+        out.value("initialAngularVelocity", motion.initialAngularVelocity);
+        out.value("angularAccelerationMagnitude", motion.angularAccelerationMagnitude);
+        axis(out, motion);
+    }
+    if (tells(ETextPart::eState)) {
+        out.value("angularVelocity", motion.angularVelocity);
+        out.value("angularAcceleration", motion.angularAcceleration);
+    }
+}
+
+void CTextWriter::writeSinusoidalRotation(const CSinusoidalRotation& motion)
+{
+    writeTimeDepAction(motion);
+    writeRotation(motion);
+    motion.sinusoid.write(*this);
+    if (!tells(ETextPart::eDefinition))
+        return;
+    axis(out, motion);
+    out.value("displacementMagnitude", motion.displacementMagnitude);
+}
+
+} // namespace NBrenmark

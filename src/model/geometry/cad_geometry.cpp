@@ -1,0 +1,57 @@
+#include "model/geometry/cad_geometry.h"
+
+#include "visitors/file_visitor_reader.h"
+#include "visitors/file_visitor_writer.h"
+
+#include <algorithm>
+
+namespace NBrenmark {
+
+void CCADGeometry::read(IFileVisitorReader& v) { v.readCADGeometry(*this); }
+
+void CCADGeometry::write(IFileVisitorWriter& v) const { v.writeCADGeometry(*this); }
+
+void CCADGeometry::updateBounds()
+{
+    updateCadTransform();
+    CGeometryGroup::updateBounds();
+}
+
+void CCADGeometry::updateCadTransform()
+{
+    cadTransform.setIdentity();
+    cadTransform.translate((translationAxisEnd - translationAxisStart).normalised() * translationDistance);
+    cadTransform.rotateAboutLine(rotationAxisStart, rotationAxisEnd, rotationAngle);
+}
+
+void CCADGeometry::rebuildMesh()
+{
+    updateCadTransform();
+    std::vector<C3DPoint> placed(importedCoords.size());
+    std::transform(importedCoords.begin(), importedCoords.end(), placed.begin(),
+                   [this](const C3DPoint& point) { return cadTransform * point; });
+    replaceMesh(std::move(placed), triangleNodes);
+}
+
+void CCADGeometry::importMesh(std::vector<C3DPoint> points, std::vector<TriangleNodes> triangles)
+{
+    importedCoords = std::move(points);
+    triangleNodes = std::move(triangles);
+    rebuildMesh();
+}
+
+CBoundingBox CCADGeometry::importedBounds() const
+{
+    if (importedCoords.empty())
+        return CBoundingBox();
+    C3DPoint least = importedCoords.front();
+    C3DPoint greatest = least;
+    for (const C3DPoint& point : importedCoords) {
+        least = C3DPoint(std::min(least.x, point.x), std::min(least.y, point.y), std::min(least.z, point.z));
+        greatest =
+            C3DPoint(std::max(greatest.x, point.x), std::max(greatest.y, point.y), std::max(greatest.z, point.z));
+    }
+    return CBoundingBox(greatest, least);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,18 @@
+#include "model/kinematics/axis_line.h"
+
+namespace NBrenmark {
+
+CAxisLine::CAxisLine(const CAxisLine& other)
+    : startPoint(other.startPoint), endPoint(other.endPoint), useEnd(other.useEnd)
+{}
+
+CAxisLine& CAxisLine::operator=(const CAxisLine& other)
+{
+    startPoint = other.startPoint;
+    endPoint = other.endPoint;
+    useStart = false;
+    useEnd = other.useEnd;
+    return *this;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,71 @@
+#include "physics/bond_parameters.h"
+
+#include "physics/name_tables.h"
+#include "visitors/file_visitor_reader.h"
+#include "visitors/file_visitor_writer.h"
+
+namespace NBrenmark {
+
+static const std::string separator = " <> ";
+
+void CBondParameters::read(IFileVisitorReader& v) { v.readBondParameters(*this); }
+
+void CBondParameters::write(IFileVisitorWriter& v) const { v.writeBondParameters(*this); }
+
+bool CBondParameters::operator==(const CBondParameters& other) const
+{
+    return normalStiffness == other.normalStiffness && shearStiffness == other.shearStiffness &&
+           normalStrength == other.normalStrength && shearStrength == other.shearStrength &&
+           bondRadius == other.bondRadius;
+}
+
+void CBondParametersMap::read(IFileVisitorReader& v) { v.readBondParametersMap(*this); }
+
+void CBondParametersMap::write(IFileVisitorWriter& v) const { v.writeBondParametersMap(*this); }
+
+std::string CBondParametersMap::pairKey(const std::string& a, const std::string& b)
+{
+    const SNamePair pair(a, b);
+    return pair.first + separator + pair.second;
+}
+
+std::optional<std::pair<std::string, std::string>> CBondParametersMap::namesOf(const std::string& key)
+{
+    const std::size_t position = key.find(separator);
+    if (position == std::string::npos)
+        return std::nullopt;
+    return std::make_pair(key.substr(0, position), key.substr(position + separator.size()));
+}
+
+const CBondParameters* CBondParametersMap::find(const std::string& key) const
+{
+    const auto entry = entries.find(key);
+    return entry == entries.end() ? nullptr : &entry->second;
+}
+
+std::vector<std::string> CBondParametersMap::names() const
+{
+    std::vector<std::string> keys;
+    for (const auto& [key, parameters] : entries)
+        keys.push_back(key);
+    return keys;
+}
+
+void CBondParametersMap::rename(const std::string& oldName, const std::string& newName)
+{
+    std::map<std::string, CBondParameters> moved;
+    for (auto entry = entries.begin(); entry != entries.end();) {
+        const auto pair = namesOf(entry->first);
+        if (!pair || (pair->first != oldName && pair->second != oldName)) {
+            ++entry;
+            continue;
+        }
+        moved[pairKey(pair->first == oldName ? newName : pair->first,
+                      pair->second == oldName ? newName : pair->second)] = entry->second;
+        entry = entries.erase(entry);
+    }
+    moved.merge(entries);
+    entries.swap(moved);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,40 @@
+#pragma once
+// The charges of particles and geometry, and how far they act. The force between them is the solver's.
+
+#include "physics/built_in_external_force.h"
+
+namespace NBrenmark {
+
+class CCreatorData;
+class CParticleTypes;
+
+class CElectrostaticsExtForceParamData : public CParamData<CElectrostaticsExtForceParamData>
+{
+public:
+    void read(IFileVisitorReader& visitor);
+    void write(IFileVisitorWriter& visitor) const;
+
+    double screeningDistance = 5.0;                ///< in radii of the smallest particle; neither 0 nor 1
+    const CParticleTypes* particleTypes = nullptr; ///< of the deck; not owned, never stored
+};
+
+class CElectrostaticsExternalForce : public CExternalForceWith<CElectrostaticsExtForceParamData>
+{
+public:
+    /// \param creatorData  of the deck; not owned, may be null
+    explicit CElectrostaticsExternalForce(const CCreatorData* creatorData);
+
+    /// The distance beyond which charges don't act, m: the screening distance for the smallest physical
+    /// radius that there is. 0 without a particle type.
+    double cutoff() const;
+
+protected:
+    std::vector<SRequiredProperty> propertyTable() const override
+    {
+        return {{eParticleOwner, "Charge", 1, eChargeQuantity},
+                {eParticleOwner, "Electrostatic Force", 3, eForceQuantity},
+                {eGeometryOwner, "Charge", 1, eChargeQuantity}};
+    }
+};
+
+} // namespace NBrenmark

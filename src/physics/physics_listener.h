@@ -1,0 +1,27 @@
+#pragma once
+// Who wants to know what enters and leaves the physics of a deck.
+
+#include <QtGlobal>
+
+namespace NBrenmark {
+
+class CPhysicsModels;
+class IContactModel;
+class IExternalForce;
+
+class IPhysicsModelChangeListener
+{
+public:
+    virtual ~IPhysicsModelChangeListener() = default;
+    /// Asked before a model enters a chain. \return false to refuse it
+    virtual bool modelAdded(IContactModel& model, quint32 modelType, CPhysicsModels& physics) = 0;
+    /// Told once it stands there.
+    virtual void modelPlaced(IContactModel& model, quint32 modelType, CPhysicsModels& physics) = 0;
+    /// Told before it is deleted.
+    virtual void modelRemoved(IContactModel& model, quint32 modelType, CPhysicsModels& physics) = 0;
+    virtual bool forceAdded(IExternalForce& force, CPhysicsModels& physics) = 0;
+    virtual void forcePlaced(IExternalForce& force, CPhysicsModels& physics) = 0;
+    virtual void forceRemoved(IExternalForce& force, CPhysicsModels& physics) = 0;
+};
+
+} // namespace NBrenmark

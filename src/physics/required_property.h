@@ -1,0 +1,40 @@
+#pragma once
+// The custom properties that a contact model or an external force works on. A deck holds them for
+// as long as it holds the model.
+
+#include "results/custom_property_meta_data.h"
+
+#include <memory>
+#include <vector>
+
+namespace NBrenmark {
+
+/// Quantities of the properties below, in the numbering that files hold.
+enum EPropertyQuantity : unsigned int
+{
+    eNoQuantity = 1,
+    eEnergyQuantity = 7,
+    eForceQuantity = 9,
+    eChargeQuantity = 10,
+    eLengthQuantity = 11,
+    eVelocityQuantity = 17,
+    eTemperatureQuantity = 20,
+    eHeatFluxQuantity = 21
+};
+
+/// One row of a model's table: whose property, its name and its shape. All hold real numbers that
+/// start at zero.
+struct SRequiredProperty
+{
+    unsigned int owner; ///< ECustomPropertyOwner
+    const char* name;
+    unsigned int numberOfElements;
+    unsigned int quantity;
+};
+
+using RequiredProperties = std::vector<std::unique_ptr<CCustomPropertyMetaData>>;
+
+/// New definitions of those rows that belong to an owner, in the order of the table.
+RequiredProperties requiredPropertiesOf(const std::vector<SRequiredProperty>& table, unsigned int ownerType);
+
+} // namespace NBrenmark

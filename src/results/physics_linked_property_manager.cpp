@@ -1,0 +1,98 @@
+#include "results/physics_linked_property_manager.h"
+
+#include "core/log.h"
+#include "physics/contact_model.h"
+#include "physics/external_force.h"
+
+namespace NBrenmark {
+
+static std::string labelOf(const IContactModel& model)
+{
+    return "contact model (" + model.modelName().toStdString() + ")";
+}
+
+static std::string labelOf(const IExternalForce& force)
+{
+    return "external force (" + force.modelName().toStdString() + ")";
+}
+
+static void tellRefusal(const std::string& user, const std::vector<std::string>& names, const std::string& reason)
+{
+    std::string text = "Error loading " + user + "\n" + user + " cannot be loaded.\nThe following custom properties:\n";
+    for (const std::string& name : names)
+        text += "    " + name + "\n";
+    logMessage(eError, "Custom properties", text + reason + user + "\ncannot be loaded.");
+}
+
+bool CPhysicsLinkedCustomPropertyManager::accepts(const RequiredProperties& required, const std::string& user) const
+{
+    std::vector<std::string> invalid;
+    std::vector<std::string> clashing;
+    for (const std::unique_ptr<CCustomPropertyMetaData>& wanted : required) {
+        const CCustomPropertyMetaData* const existing = property(wanted->name);
+        if (!isValidName(wanted->name))
+            invalid.push_back(wanted->name);
+        else if (existing != nullptr && !existing->sameShape(*wanted))
+            clashing.push_back(wanted->name);
+    }
+    if (!clashing.empty())
+        tellRefusal(user, clashing, "\nWill clash with already existing properties, this\n");
+    if (!invalid.empty())
+        tellRefusal(user, invalid, "\nHave invalid names, this ");
+    return clashing.empty() && invalid.empty();
+}
+
+void CPhysicsLinkedCustomPropertyManager::take(RequiredProperties required, IPropertyListener* listener)
+{
+    for (std::unique_ptr<CCustomPropertyMetaData>& wanted : required) {
+        const std::string name = wanted->name;
+        if (property(name) == nullptr)
+            addProperty(wanted);
+        addReference(name);
+    }
+    setModified(true);
+    addListener(listener);
+    if (finalizedCount() > 0)
+        listener->managerChanged(*this, 0);
+}
+
+void CPhysicsLinkedCustomPropertyManager::release(const RequiredProperties& required, IPropertyListener* listener)
+{
+    for (const std::unique_ptr<CCustomPropertyMetaData>& wanted : required)
+        releaseReference(wanted->name);
+    if (!required.empty())
+        setModified(true);
+    removeListener(listener);
+}
+
+bool CPhysicsLinkedCustomPropertyManager::modelAdded(IContactModel& model, quint32, CPhysicsModels&)
+{
+    return accepts(model.requiredProperties(managerType), labelOf(model));
+}
+
+void CPhysicsLinkedCustomPropertyManager::modelPlaced(IContactModel& model, quint32, CPhysicsModels&)
+{
+    take(model.requiredProperties(managerType), &model);
+}
+
+void CPhysicsLinkedCustomPropertyManager::modelRemoved(IContactModel& model, quint32, CPhysicsModels&)
+{
+    release(model.requiredProperties(managerType), &model);
+}
+
+bool CPhysicsLinkedCustomPropertyManager::forceAdded(IExternalForce& force, CPhysicsModels&)
+{
+    return accepts(force.requiredProperties(managerType), labelOf(force));
+}
+
+void CPhysicsLinkedCustomPropertyManager::forcePlaced(IExternalForce& force, CPhysicsModels&)
+{
+    take(force.requiredProperties(managerType), &force);
+}
+
+void CPhysicsLinkedCustomPropertyManager::forceRemoved(IExternalForce& force, CPhysicsModels&)
+{
+    release(force.requiredProperties(managerType), &force);
+}
+
+} // namespace NBrenmark

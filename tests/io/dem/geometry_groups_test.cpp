@@ -1,0 +1,564 @@
+// Geometry groups and their motions, in a creator block and in a timestep: what each version stores and
+// not one byte more, damaged anywhere, and written as the builder says.
+#include "io/dem/dem_testing.h"
+#include "model/factories/particle_factory.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/box.h"
+#include "model/geometry/cad_geometry.h"
+#include "model/geometry/cylinder.h"
+#include "model/geometry/polygon.h"
+#include "model/kinematics/linear_rotation.h"
+#include "model/kinematics/linear_translation.h"
+#include "support/legacy_deck.h"
+#include "support/log_capture.h"
+
+#include <gtest/gtest.h>
+#include <cmath>
+#include <limits>
+
+namespace NBrenmark {
+
+static constexpr quint32 current = makeVersion(30, 0, 20);
+
+/// Reads a list in creator form; throws, or stops where the list ends.
+static void readGroups(COwnFrame& own, const std::vector<SDeckGroup>& stored, quint32 version)
+{
+    const CBytes bytes = groupListBytes(version, stored);
+    ASSERT_EQ(consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups, bytes + CBytes::garbage(64), version),
+              bytes.size())
+        << versionText(version).toStdString();
+}
+
+static CBytes stateBytes(quint32 version, const std::vector<SDeckGroup>& groups)
+{
+    CBytes bytes;
+    for (const SDeckGroup& group : groups)
+        bytes += groupStateBytes(version, group);
+    return bytes;
+}
+
+static void readStates(COwnFrame& own, const std::vector<SDeckGroup>& stored, quint32 version)
+{
+    const CBytes bytes = stateBytes(version, stored);
+    ASSERT_EQ(
+        consumedBy<CDemTimestepDataReader>(own.frame.creator.geometryGroups, bytes + CBytes::garbage(64), version),
+        bytes.size())
+        << versionText(version).toStdString();
+}
+
+template <class TGroup = CGeometryGroup>
+static TGroup& groupOf(COwnFrame& own, quint32 index)
+{
+    return dynamic_cast<TGroup&>(*own.frame.creator.geometryGroups.at(index));
+}
+
+template <class TMotion>
+static TMotion& motionOf(COwnFrame& own, std::size_t number)
+{
+    return dynamic_cast<TMotion&>(*groupOf(own, 0).kinematics.actions.at(number));
+}
+
+template <class TTriple>
+static void expectTriple(const TTriple& found, double x, double y, double z, const std::string& where = "")
+{
+    EXPECT_EQ(found.x, x) << where;
+    EXPECT_EQ(found.y, y) << where;
+    EXPECT_EQ(found.z, z) << where;
+}
+
+// ---------------------------------------------------------------- creator form
+
+/// What a version adds to a group: without it, what stands in its place.
+struct SGroupCase
+{
+    quint32 version;
+    bool originalCentre; ///< from 25.0.0
+    bool actions;        ///< from 25.0.2
+    bool translation;    ///< from 25.0.3
+    bool charge;         ///< up to 26.0.0, and again from 27.0.3
+    bool uniqueId;       ///< from 24.0.30
+    bool cadFrame;       ///< from 23.0.1
+    bool imported;       ///< from 23.0.4
+};
+const SGroupCase groupCases[] = {
+    {makeVersion(3, 0, 16), false, false, false, true, false, false, false},
+    {makeVersion(20, 0, 16), false, false, false, true, false, false, false},
+    {makeVersion(20, 0, 22), false, false, false, true, false, false, false},
+    {makeVersion(21, 0, 0), false, false, false, true, false, false, false},
+    {makeVersion(21, 0, 1), false, false, false, true, false, false, false},
+    {makeVersion(22, 0, 0), false, false, false, true, false, false, false},
+    {makeVersion(22, 0, 2), false, false, false, true, false, false, false},
+    {makeVersion(23, 0, 0), false, false, false, true, false, false, false},
+    {makeVersion(23, 0, 1), false, false, false, true, false, true, false},
+    {makeVersion(23, 0, 3), false, false, false, true, false, true, false},
+    {makeVersion(23, 0, 4), false, false, false, true, false, true, true},
+    {makeVersion(24, 0, 29), false, false, false, true, false, true, true},
+    {makeVersion(24, 0, 30), false, false, false, true, true, true, true},
+    {makeVersion(25, 0, 0), true, false, false, true, true, true, true},
+    {makeVersion(25, 0, 1), true, false, false, true, true, true, true},
+    {makeVersion(25, 0, 2), true, true, false, true, true, true, true},
+    {makeVersion(25, 0, 3), true, true, true, true, true, true, true},
+    {makeVersion(26, 0, 0), true, true, true, true, true, true, true},
+    {makeVersion(26, 0, 1), true, true, true, false, true, true, true},
+    {makeVersion(27, 0, 2), true, true, true, false, true, true, true},
+    {makeVersion(27, 0, 3), true, true, true, true, true, true, true},
+    {current, true, true, true, true, true, true, true},
+};
+
+TEST(DemGeometryGroups, readWhatTheVersionStoresAndNotOneByteMore)
+{
+    for (const SGroupCase& c : groupCases) {
+        const std::string version = versionText(c.version).toStdString();
+        COwnFrame own;
+        readGroups(own, sampleGroups(), c.version);
+        const GeometryGroups& groups = own.frame.creator.geometryGroups;
+        ASSERT_EQ(groups.count(), 4u) << version;
+        const CGeometryGroup& box = *groups.at(0);
+        EXPECT_EQ(box.displayedName, "Trichter");
+        EXPECT_EQ(groups.indexOf("Blade"), 3u);
+        expectTriple(box.centreOfMass, 1, 2, 3);
+        const int first = c.originalCentre ? 4 : 1;
+        expectTriple(box.originalCentreOfMass, first, first + 1, first + 2, version);
+        const int action = c.actions ? 7 : 1;
+        expectTriple(box.pointOfAction, action, action + 1, action + 2, version);
+        EXPECT_EQ(box.originalPointOfAction.x, c.actions ? 10 : 1) << version;
+        EXPECT_EQ(box.translation.x, c.translation ? 0.5 : 0.0) << version;
+        EXPECT_EQ(box.electrostatic.exempt, c.charge) << version;
+        EXPECT_EQ(box.electrostatic.startCharge, c.charge ? 1e-9 : 0.0) << version;
+        for (quint32 index = 0; index < 4; ++index)
+            EXPECT_EQ(groups.at(index)->uniqueId, index + (c.uniqueId ? 40 : 0)) << version;
+        EXPECT_EQ(GeometryGroups::nextUniqueId(), c.uniqueId ? 44u : 4u) << version;
+        const auto& cad = groupOf<CCADGeometry>(own, 3);
+        EXPECT_EQ(cad.translationDistance, c.cadFrame ? 2.0 : 0.0) << version;
+        EXPECT_EQ(cad.rotationAxisEnd.z, c.cadFrame ? 1.0 : 0.0) << version;
+        EXPECT_EQ(cad.importedCoords[1].x, c.imported ? 0.0 : 2.0) << version;
+        EXPECT_EQ(box.kinematics.actions.size(), 4u);
+        EXPECT_EQ(box.factories->factories.size(), 2u);
+    }
+}
+
+TEST(DemGeometryGroups, holdTheShapesAndTheCommonFields)
+{
+    COwnFrame own;
+    readGroups(own, sampleGroups(), makeVersion(27, 0, 3));
+    const auto& box = groupOf<CBox>(own, 0);
+    expectTriple(box.centre, 0.5, 0.25, 0.125);
+    expectTriple(box.rotations, 0.1, 0.2, 0.3);
+    EXPECT_EQ(box.width, 2.0);
+    EXPECT_EQ(box.length, 3.0);
+    EXPECT_EQ(box.height, 4.0);
+    EXPECT_EQ(box.sidesEnabled, (std::array<bool, 6>{true, false, true, false, true, true}));
+    const auto& cylinder = groupOf<CCylinder>(own, 1);
+    EXPECT_EQ(cylinder.startPoint.z, -0.5);
+    EXPECT_EQ(cylinder.endPoint.z, 0.5);
+    EXPECT_EQ(cylinder.radiusStart, 0.25);
+    EXPECT_EQ(cylinder.radiusEnd, 0.375);
+    EXPECT_EQ(cylinder.detail, 8u);
+    EXPECT_TRUE(cylinder.closedStart && !cylinder.closedEnd);
+    const auto& polygon = groupOf<CPolygon>(own, 2);
+    EXPECT_EQ(polygon.normal.y, 1.0);
+    expectTriple(polygon.centre, 1, 2, 3);
+    EXPECT_EQ(polygon.radius, 0.75);
+    EXPECT_EQ(polygon.rotation, 0.1);
+    EXPECT_EQ(polygon.edges, 5);
+    EXPECT_EQ(polygon.lengthSide1, 2.0);
+    EXPECT_EQ(polygon.lengthSide2, 1.0);
+    expectTriple(polygon.rotations, 0.4, 0.5, 0.6);
+
+    expectTriple(box.bounds.upper, 1, 2, 3); // as stored, not as computed
+    expectTriple(box.bounds.lower, -1, -2, -3);
+    EXPECT_EQ(box.momentOfInertia.values[5], 0.125);
+    EXPECT_EQ(box.desiredForce.z, 2.0);
+    EXPECT_EQ(box.materialName, "glass");
+    EXPECT_EQ(box.enclosedMagnitude, 8.5);
+    EXPECT_EQ(box.surfaceMagnitude, 9.5);
+    EXPECT_EQ(box.time, 0.5);
+    EXPECT_EQ(box.gain, 0.75);
+    EXPECT_TRUE(box.resetVelocities);
+    EXPECT_EQ(box.geometryType, eRealGeometry);
+    EXPECT_EQ(box.velocity.x, 3.0);
+    ASSERT_EQ(box.motionHistory.size(), 1u);
+    EXPECT_EQ(box.motionHistory[0].pointOfAction.y, 5.0);
+    EXPECT_EQ(cylinder.geometryType, eVirtualGeometry);
+    EXPECT_FALSE(cylinder.closed);
+    EXPECT_EQ(cylinder.enclosedMagnitude, 0.0); // an open group encloses nothing
+    for (const auto& factory : box.factories->factories) {
+        EXPECT_EQ(factory->boundingShape, &box);
+        EXPECT_EQ(factory->sectionName, "Trichter");
+    }
+}
+
+TEST(DemGeometryGroups, takeAMovingMeshToItsPlace)
+{
+    // The quarter turn about z takes (x, y, z) to (-y, x, z), then the shift by (0.5, 0.25, -0.125).
+    COwnFrame own;
+    readGroups(own, sampleGroups(), makeVersion(27, 0, 3));
+    const CGeometryGroup& box = groupOf(own, 0);
+    EXPECT_FALSE(box.isStatic);
+    expectTriple(box.originalCoords[1], 3, 0, 0);
+    expectTriple(box.coords[1], 0.5, 3.25, -0.125);
+    expectTriple(box.coords[2], -2.5, 0.25, -0.125);
+    EXPECT_EQ(box.vertexIds, (std::vector<quint32>{0, 1, 2, 3}));
+    EXPECT_EQ(box.triangleForces[2][6], 2.75);
+    EXPECT_EQ(box.triangleAreas[0], 4.5);
+    EXPECT_EQ(box.dataMask, 7u);
+    const CGeometryGroup& cylinder = groupOf(own, 1);
+    EXPECT_TRUE(cylinder.isStatic);
+    EXPECT_TRUE(cylinder.originalCoords.empty());
+    expectTriple(cylinder.coords[3], 0, 0, 1);
+    const CGeometryGroup& plate = groupOf(own, 2);
+    EXPECT_EQ(plate.triangleNodes.size(), 60u); // deflated
+    EXPECT_EQ(plate.cumulativeAreas.back(), 30.0);
+    quint32 group = 9;
+    quint32 triangle = 9;
+    EXPECT_TRUE(own.frame.creator.geometryGroups.triangleIds.locate(67, group, triangle));
+    EXPECT_EQ(group, 2u);
+    EXPECT_EQ(triangle, 59u);
+}
+
+TEST(DemGeometryGroups, placeAStillImportByItsFrame)
+{
+    // A quarter turn about z takes (1, 0, 0) to (0, 1, 0); then the shift by 2 along x.
+    SDeckGroup cad = sampleGroups()[3];
+    cad.index = 0;
+    cad.isStatic = 1;
+    cad.motions.clear();
+    COwnFrame own;
+    readGroups(own, {cad}, makeVersion(27, 0, 3));
+    const auto& group = groupOf<CCADGeometry>(own, 0);
+    ASSERT_EQ(group.coords.size(), 4u);
+    expectTriple(group.importedCoords[3], 1, 0, 0);
+    EXPECT_NEAR(group.coords[3].x, 2.0, 1e-15);
+    EXPECT_NEAR(group.coords[3].y, 1.0, 1e-15);
+}
+
+TEST(DemGeometryGroups, areWrittenAsTheBuilderHasThem)
+{
+    std::vector<SDeckGroup> stored = sampleGroups();
+    for (SDeckGroup& group : stored)
+        group.enclosed *= group.closed; // an open one keeps none
+    for (const SGroupCase& c : groupCases) {
+        if (c.version < makeVersion(27, 0, 3))
+            continue; // an earlier version lacks what is written now
+        COwnFrame own;
+        readGroups(own, stored, c.version);
+        EXPECT_EQ(firstDifference(groupListBytes(current, stored),
+                                  writtenBy<CDemCreatorDataWriter>(own.frame.creator.geometryGroups)),
+                  "");
+        EXPECT_EQ(own.frame.creator.geometryGroups.count(), 4u);
+    }
+}
+
+TEST(DemGeometryGroups, keepChargesOfTrianglesAndPropertyValues)
+{
+    SDeckGroup stored = sampleGroups()[1];
+    stored.index = 0;
+    stored.mesh.mask = 15;
+    stored.mesh.charges = {1e-9, 2e-9, 3e-9, 4e-9};
+    stored.properties = {{makeDeckValues(1, 4, 2, true)}, 4};
+    stored.enclosed = 0.0;
+    COwnFrame own;
+    finalizeProperty(own.geometry, "Wear", {0.0, 0.0});
+    readGroups(own, {stored}, makeVersion(27, 0, 3));
+    EXPECT_EQ(groupOf(own, 0).electrostatic.charges, stored.mesh.charges);
+    EXPECT_EQ(groupOf(own, 0).customProperties.lists[0]->values, (std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(firstDifference(groupListBytes(current, {stored}),
+                              writtenBy<CDemCreatorDataWriter>(own.frame.creator.geometryGroups)),
+              "");
+}
+
+// ---------------------------------------------------------------- timestep form
+
+/// What a version stores of a moving group in a timestep.
+struct SStateCase
+{
+    quint32 version;
+    bool motion;      ///< velocity and history, from 20.0.19
+    bool time;        ///< from 20.0.21
+    bool motionList;  ///< from 21.0.4 below 24.0.0
+    bool vectors;     ///< of linear rotations, from 23.1.0, by a list below 24.0.0
+    bool centre;      ///< from 24.0.29
+    bool original;    ///< from 25.0.0
+    bool actions;     ///< from 25.0.2
+    bool translation; ///< from 25.0.3
+};
+const SStateCase stateCases[] = {
+    {makeVersion(20, 0, 16), false, false, false, false, false, false, false, false},
+    {makeVersion(20, 0, 18), false, false, false, false, false, false, false, false},
+    {makeVersion(20, 0, 19), true, false, false, false, false, false, false, false},
+    {makeVersion(20, 0, 21), true, true, false, false, false, false, false, false},
+    {makeVersion(21, 0, 3), true, true, false, false, false, false, false, false},
+    {makeVersion(21, 0, 4), true, true, true, false, false, false, false, false},
+    {makeVersion(22, 0, 0), true, true, true, false, false, false, false, false},
+    {makeVersion(22, 0, 1), true, true, true, false, false, false, false, false},
+    {makeVersion(23, 255, 0), true, true, true, false, false, false, false, false},
+    {makeVersion(24, 0, 0), true, true, false, true, false, false, false, false},
+    {makeVersion(24, 0, 28), true, true, false, true, false, false, false, false},
+    {makeVersion(24, 0, 29), true, true, false, true, true, false, false, false},
+    {makeVersion(25, 0, 0), true, true, false, true, true, true, false, false},
+    {makeVersion(25, 0, 2), true, true, false, true, true, true, true, false},
+    {makeVersion(25, 0, 3), true, true, false, true, true, true, true, true},
+    {makeVersion(27, 0, 3), true, true, false, true, true, true, true, true},
+    {current, true, true, false, true, true, true, true, true},
+};
+
+TEST(DemGeometryState, readsWhatTheVersionStoresAndNotOneByteMore)
+{
+    for (const SStateCase& c : stateCases) {
+        const std::string version = versionText(c.version).toStdString();
+        std::vector<SDeckGroup> stored = sampleGroups();
+        COwnFrame own;
+        readGroups(own, stored, c.version);
+        stored[0].motions[1].name = "slide, changed";
+        readStates(own, stored, c.version);
+        const CGeometryGroup& box = groupOf(own, 0);
+        EXPECT_EQ(box.velocity.y, c.motion ? 0.2 : 2.0) << version;
+        EXPECT_EQ(box.resetVelocities, !c.motion) << version;
+        EXPECT_EQ(box.motionHistory.size(), c.motion ? 2u : 1u) << version;
+        EXPECT_EQ(box.time, c.time ? 0.625 : 0.5) << version;
+        expectTriple(box.coords[1], 1.5, 3.25, -0.125, version);
+        EXPECT_EQ(box.translation.x, c.translation ? 1.5 : 0.0) << version;
+        EXPECT_EQ(box.centreOfMass.x, c.centre ? 9.0 : 1.0) << version;
+        EXPECT_EQ(box.originalCentreOfMass.x, c.original ? 6.0 : 1.0) << version;
+        EXPECT_EQ(box.pointOfAction.x, c.actions ? 3.0 : 1.0) << version;
+        EXPECT_EQ(box.originalPointOfAction.x, c.actions ? 0.5 : 1.0) << version;
+        const auto& turn = motionOf<CLinearRotation>(own, 0);
+        EXPECT_EQ(turn.pointOfAction.x, c.motionList ? 0.0 : 1.0) << version;
+        expectTriple(turn.angularVelocity, 0, c.vectors ? 3 : 0, c.vectors ? 0 : 3, version);
+        EXPECT_EQ(motionOf<CLinearTranslation>(own, 1).name, c.motionList ? "slide, changed" : "slide") << version;
+        for (quint32 index = 0; index < 4; ++index)
+            EXPECT_EQ(groupOf(own, index).triangleForces[1][3], -(stored[index].mesh.forces[10])) << version;
+        EXPECT_EQ(groupOf(own, 2).dataMask, 4u);
+    }
+}
+
+TEST(DemGeometryState, movesAndStopsGroups)
+{
+    std::vector<SDeckGroup> stored = sampleGroups();
+    const quint32 version = makeVersion(27, 0, 3);
+    COwnFrame own;
+    readGroups(own, stored, version);
+    stored[0].state.isStatic = 1;
+    stored[1].state.isStatic = 0;
+    stored[1].state.transform = stored[0].state.transform;
+    readStates(own, stored, version);
+    const CGeometryGroup& box = groupOf(own, 0);
+    EXPECT_TRUE(box.isStatic);
+    expectTriple(box.coords[1], 3, 0, 0);
+    EXPECT_TRUE(box.transform.isIdentity());
+    expectTriple(box.translation, 0, 0, 0);
+    const CGeometryGroup& cylinder = groupOf(own, 1);
+    EXPECT_FALSE(cylinder.isStatic);
+    expectTriple(cylinder.originalCoords[1], 1, 0, 0);
+    expectTriple(cylinder.coords[1], 1.5, 1.25, -0.125);
+    EXPECT_EQ(cylinder.bounds.upper.y, 1.25);
+
+    std::swap(stored[0].state, stored[1].state); // and back again
+    readStates(own, stored, version);
+    EXPECT_FALSE(box.isStatic);
+    expectTriple(box.coords[1], 1.5, 3.25, -0.125);
+    EXPECT_TRUE(cylinder.isStatic);
+    expectTriple(cylinder.coords[1], 1, 0, 0);
+}
+
+TEST(DemGeometryState, leavesNothingOfAnotherTimestep)
+{
+    std::vector<SDeckGroup> stored = sampleGroups();
+    const quint32 version = makeVersion(27, 0, 3);
+    COwnFrame own;
+    finalizeProperty(own.geometry, "Wear", {7.0});
+    readGroups(own, stored, version);
+    for (SDeckGroup& group : stored)
+        group.state.properties = {{makeDeckValues(1, group.mesh.triangles(), 1)}, group.mesh.triangles()};
+    readStates(own, stored, version);
+    EXPECT_EQ(groupOf(own, 1).customProperties.lists[0]->values, (std::vector<double>{1, 2, 3, 4}));
+    for (SDeckGroup& group : stored) {
+        group.state.properties = {};
+        group.state.rows = 0;
+        group.state.mask = 0;
+        group.state.deflated = false;
+        group.state.arrays = CBytes();
+    }
+    readStates(own, stored, version);
+    EXPECT_EQ(groupOf(own, 1).customProperties.lists[0]->values, std::vector<double>(4, 7.0));
+    EXPECT_EQ(groupOf(own, 1).triangleForces[2], TriangleForce{});
+    EXPECT_EQ(groupOf(own, 1).triangleForces.size(), 4u);
+}
+
+TEST(DemGeometryState, takesMeshesAndRefusesThoseOfAnotherSize)
+{
+    std::vector<SDeckGroup> stored = {sampleGroups()[1]};
+    stored[0].index = 0;
+    const quint32 version = makeVersion(27, 0, 3);
+    COwnFrame own;
+    readGroups(own, stored, version);
+    SDeckGroupState& state = stored[0].state;
+    state.mask = 15;
+    state.arrays = CBytes().rawI32({20, 21, 22, 23}).rawI32({0, 1, 2, 0, 1, 3, 0, 2, 3, 1, 2, 3});
+    state.arrays.rawF64(std::vector<double>(28, 2.0)).rawF64({1, 2, 3, 4});
+    readStates(own, stored, version);
+    const CGeometryGroup& group = groupOf(own, 0);
+    EXPECT_EQ(group.triangleIds[3], 23u);
+    EXPECT_EQ(group.triangleNodes[2], (TriangleNodes{0, 2, 3}));
+    EXPECT_EQ(group.triangleForces[0][0], 2.0);
+    EXPECT_EQ(group.electrostatic.charges[3], 4.0);
+    quint32 index = 9;
+    quint32 triangle = 9;
+    EXPECT_TRUE(own.frame.creator.geometryGroups.triangleIds.locate(22, index, triangle));
+    EXPECT_EQ(triangle, 2u);
+
+    const CLogCapture log;
+    state.rows = 2;
+    state.mask = 4;
+    state.arrays = CBytes().rawF64(std::vector<double>(14, 3.0));
+    readStates(own, stored, version);
+    EXPECT_EQ(group.triangleForces, std::vector<TriangleForce>(4));
+    EXPECT_NE(log.text().find("data of 2 triangles for geometry group \"Drum\" of 4 dropped"), std::string::npos);
+}
+
+TEST(DemGeometryState, isWrittenAsTheBuilderHasIt)
+{
+    std::vector<SDeckGroup> stored = sampleGroups();
+    COwnFrame own;
+    finalizeProperty(own.geometry, "Wear", {7.0});
+    readGroups(own, stored, current);
+    for (SDeckGroup& group : stored)
+        group.state.properties = {{makeDeckValues(1, group.mesh.triangles(), 1, group.mesh.triangles() > 6)},
+                                  group.mesh.triangles()};
+    readStates(own, stored, current);
+    const GeometryGroups& groups = own.frame.creator.geometryGroups;
+    EXPECT_EQ(firstDifference(stateBytes(current, stored), writtenBy<CDemTimestepDataWriter>(groups)), "");
+
+    SSaveOptions options; // no properties
+    options.geometryMask = eGeometryForces;
+    for (SDeckGroup& group : stored)
+        group.state.properties = {};
+    EXPECT_EQ(firstDifference(stateBytes(current, stored), writtenBy<CDemTimestepDataWriter>(groups, options)), "");
+    options.geometryMask = 0; // nor forces
+    for (SDeckGroup& group : stored) {
+        group.state.mask = 0;
+        group.state.arrays = CBytes();
+    }
+    stored[2].state.deflated = false;
+    CBytes expected = stateBytes(current, stored);
+    const CBytes written = writtenBy<CDemTimestepDataWriter>(groups, options);
+    EXPECT_EQ(written.size(), expected.size()); // but for the flag of the long one
+    options.timestepMask = 0;                   // nor rows
+    for (SDeckGroup& group : stored)
+        group.state.rows = 0;
+    EXPECT_EQ(firstDifference(stateBytes(current, stored), writtenBy<CDemTimestepDataWriter>(groups, options)), "");
+}
+
+// ---------------------------------------------------------------- damage
+
+TEST(DemGeometryDamage, everyPrefixEndsInACleanError)
+{
+    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(22, 0, 0), makeVersion(27, 0, 3)}) {
+        const std::vector<SDeckGroup> stored = sampleGroups();
+        const CBytes creator = groupListBytes(version, stored);
+        COwnFrame whole;
+        readGroups(whole, stored, version);
+        const CBytes state = stateBytes(version, stored);
+        for (qint64 cut = 0; cut < creator.size(); cut += 7) {
+            COwnFrame own;
+            EXPECT_THROW(
+                consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups, creator.first(cut), version),
+                std::exception)
+                << "cut at " << cut << " of " << creator.size();
+        }
+        for (qint64 cut = 0; cut < state.size(); cut += 7)
+            EXPECT_THROW(
+                consumedBy<CDemTimestepDataReader>(whole.frame.creator.geometryGroups, state.first(cut), version),
+                std::exception)
+                << "cut at " << cut << " of " << state.size();
+    }
+}
+
+TEST(DemGeometryDamage, noWordOfItTakesTheMachinesMemory)
+{
+    const CLogCapture log;
+    const quint32 version = makeVersion(27, 0, 3);
+    const std::vector<SDeckGroup> stored = sampleGroups();
+    const CBytes creator = groupListBytes(version, stored);
+    const CBytes state = stateBytes(version, stored);
+    for (const quint32 word : {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu}) {
+        for (qint64 at = 0; at + 4 <= creator.size(); at += 6) {
+            COwnFrame own;
+            try {
+                consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups,
+                                                  creator.with(at, CBytes().u32(word)), version);
+            }
+            catch (const std::exception&) {
+            }
+        }
+        COwnFrame own;
+        readGroups(own, stored, version);
+        for (qint64 at = 0; at + 4 <= state.size(); at += 6) {
+            try {
+                consumedBy<CDemTimestepDataReader>(own.frame.creator.geometryGroups, state.with(at, CBytes().u32(word)),
+                                                   version);
+            }
+            catch (const std::exception&) {
+            }
+        }
+    }
+}
+
+/// What is said of a list that was changed, which is read whole.
+template <class TChange>
+static std::string saidOf(COwnFrame& own, TChange&& change)
+{
+    std::vector<SDeckGroup> stored = sampleGroups();
+    change(stored);
+    const CLogCapture log;
+    readGroups(own, stored, makeVersion(27, 0, 3));
+    return log.text();
+}
+
+TEST(DemGeometryDamage, costsNoOtherGroup)
+{
+    {
+        COwnFrame own; // an unknown shape has nothing behind its word
+        const quint32 version = makeVersion(27, 0, 3);
+        const SDeckGroup plate = sampleGroups()[2];
+        const CBytes stored = CBytes().i32(2).i32(0).text("torus") + groupBytes(version, plate);
+        const CLogCapture log;
+        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups, stored, version), stored.size());
+        EXPECT_EQ(own.frame.creator.geometryGroups.indexOf("Plate"), 2u);
+        EXPECT_NE(log.text().find("geometry group of the unknown shape \"torus\" skipped"), std::string::npos);
+    }
+    {
+        COwnFrame own;
+        const std::string said = saidOf(own, [](auto& groups) { groups[1].index = 0; });
+        EXPECT_EQ(own.frame.creator.geometryGroups.count(), 4u);
+        EXPECT_EQ(own.frame.creator.geometryGroups.indexOf("Drum"), 1u);
+        EXPECT_NE(said.find("can't have index 0"), std::string::npos) << said;
+    }
+    {
+        COwnFrame own;
+        const std::string said = saidOf(own, [](auto& groups) { groups[1].mesh.nodes[4] = 99; });
+        EXPECT_EQ(groupOf(own, 1).triangleNodes[1][1], 99u); // carried as it is
+        EXPECT_NE(said.find("none of its 4 vertices"), std::string::npos) << said;
+    }
+    {
+        COwnFrame own;
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        const std::string said = saidOf(own, [&](auto& groups) { groups[1].mesh.coords[4] = nan; });
+        EXPECT_TRUE(std::isnan(groupOf(own, 1).coords[1].y));
+        EXPECT_NE(said.find("no finite numbers"), std::string::npos) << said;
+    }
+    {
+        COwnFrame own; // an id met twice: all are numbered anew
+        const std::string said = saidOf(own, [](auto& groups) { groups[3].mesh.triangleIds[0] = 1; });
+        EXPECT_EQ(groupOf(own, 3).triangleIds, (std::vector<quint32>{68, 69, 70, 71}));
+        EXPECT_NE(said.find("numbered anew"), std::string::npos) << said;
+    }
+    {
+        COwnFrame own; // rows of triangles without corners
+        const std::string said = saidOf(own, [](auto& groups) { groups[1].mesh.mask = 5; });
+        EXPECT_TRUE(groupOf(own, 1).triangleNodes.empty());
+        EXPECT_NE(said.find("4 triangles of geometry group \"Drum\" have no corners"), std::string::npos) << said;
+    }
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,325 @@
+// Contacts, bonds and collisions in the HDF5 family: what stands where in the file, asked of the HDF5 library
+// itself; what masks leave out; and files whose arrays don't fit together.
+#include "core/left_behind.h"
+#include "io/hdf5/hdf5_reader.h"
+#include "io/hdf5/hdf5_writer.h"
+#include "results/timestep_data.h"
+
+#include "support/log_capture.h"
+#include "support/samples.h"
+#include <gtest/gtest.h>
+
+namespace NBrenmark {
+
+/// A file in memory with one group, to which parts of a timestep are written.
+class CMemoryFile
+{
+public:
+    CMemoryFile() : file(make()), group(file.createGroup("/Sample/")) {}
+
+    template <class T>
+    void write(T& object, quint32 timestepMask = 255)
+    {
+        options.timestepMask = timestepMask;
+        CHdf5TimestepDataWriter writer(file, options);
+        const CHdf5Place place(writer, group);
+        object.write(writer);
+    }
+    template <class T>
+    void read(T& object, quint32 timestepMask = 255)
+    {
+        options.timestepMask = timestepMask;
+        CHdf5TimestepDataReader reader(file, options);
+        reader.fileVersion = currentFileVersion();
+        const CHdf5Place place(reader, group);
+        object.read(reader);
+    }
+
+    H5::H5File file;
+    H5::Group group;
+
+private:
+    static H5::H5File make()
+    {
+        H5::FileAccPropList inMemory;
+        inMemory.setCore(1 << 16, false);
+        return H5::H5File("contacts_test", H5F_ACC_TRUNC, H5::FileCreatPropList::DEFAULT, inMemory);
+    }
+
+    SSaveOptions options;
+};
+
+static quint32 attributeOf(const H5::Group& group, const char* name)
+{
+    quint32 value = 0;
+    group.openAttribute(name).read(H5::PredType::NATIVE_UINT, &value);
+    return value;
+}
+
+/// "first/, ids u3, ...": name, type, rows and columns of every dataset, groups with a slash, in alphabetical order.
+/// c marks a chunked dataset.
+static std::string contentOf(const H5::Group& group)
+{
+    std::string content;
+    for (hsize_t i = 0; i < group.getNumObjs(); ++i) {
+        const H5std_string name = group.getObjnameByIdx(i);
+        std::string text = name;
+        if (group.childObjType(name) == H5O_TYPE_DATASET) {
+            const H5::DataSet dataset = group.openDataSet(name);
+            hsize_t extent[2] = {0, 0};
+            const int dimensions = dataset.getSpace().getSimpleExtentDims(extent);
+            text += dataset.getTypeClass() == H5T_FLOAT ? " f" : " u";
+            text += std::to_string(extent[0]) + (dimensions == 2 ? "x" + std::to_string(extent[1]) : "");
+            text += dataset.getCreatePlist().getLayout() == H5D_CHUNKED ? "c" : "";
+        }
+        else
+            text += "/";
+        content += (content.empty() ? "" : ", ") + text;
+    }
+    return content;
+}
+
+TEST(Hdf5Contacts, standWhereTheyBelong)
+{
+    SModel model;
+    CContacts& contacts = model.timestep.contacts;
+    fill(contacts);
+    const CLogCapture log;
+    CMemoryFile memory;
+    memory.write(contacts);
+    tellLeftBehind("HDF5 write");
+    const char* const rows = "CollisionsBase/, CustomProperties/, contact vector 1 f3x3, contact vector 2 f3x3, "
+                             "contacts u3x4, normal force f3x3, normal overlap f3, position f3x3, "
+                             "tangential force f3x3, tangential overlap f3x3";
+    for (const char* family : {"Contacts/SurfaceSurface", "Contacts/SurfaceGeometry"}) {
+        const H5::Group group = memory.group.openGroup(family);
+        EXPECT_EQ(contentOf(group), rows) << family;
+        EXPECT_EQ(attributeOf(group, "size"), 3u);
+        EXPECT_EQ(attributeOf(group, "collision on"), 1u);
+        EXPECT_EQ(attributeOf(group, "mask"), 255u);
+    }
+    const H5::Group nested = memory.group.openGroup("Contacts/SurfaceSurface/CollisionsBase");
+    EXPECT_EQ(attributeOf(nested, "mask"), 0x1FFFFFFu);
+    EXPECT_EQ(contentOf(nested),
+              "end time f3, first/, ids u3, max normal force f3x3, max tangential force f3x3, normal energy f3, "
+              "number iterations u3, position f3x3, relative velocity f3x3, second/, shear energy f3, start time f3, "
+              "total normal force f3x3, total tangential force f3x3, unitcp vector f3x3");
+    const char* const end = "angular velocity f3x3, ids u3, orientation f3x4, position f3x3, radius f3, velocity f3x3";
+    EXPECT_EQ(contentOf(nested.openGroup("first")), end);
+    EXPECT_EQ(contentOf(nested.openGroup("second")), end);
+    const H5::Group wall = memory.group.openGroup("Contacts/SurfaceGeometry/CollisionsBase");
+    EXPECT_EQ(attributeOf(wall, "mask"), 0x3FFFFFu);
+    EXPECT_EQ(contentOf(wall.openGroup("first")), end);
+    EXPECT_EQ(contentOf(wall.openGroup("second")), "ids u3, position f3x3, velocity f3x3");
+    // What the legacy family alone stores: both records of both families, three rows each.
+    EXPECT_EQ(log.text(),
+              "WARNING HDF5 write: Not carried over, for the format has no place for them: "
+              "6 values of the contact record \"Drag\", 6 values of the contact record \"Heat \xce\x94\".\n");
+}
+
+TEST(Hdf5Bonds, standWhereTheyBelong)
+{
+    SModel model;
+    CBonds& bonds = model.timestep.bonds;
+    fill(bonds);
+    quint32 row = 0;
+    bonds.surfaceSurface.allocateRow(row, true);
+    bonds.surfaceSurface.state[row] = eDroppedBond;
+    CMemoryFile memory;
+    memory.write(bonds);
+    for (const char* family : {"Bonds/SurfaceSurface", "Bonds/SurfaceGeometry"}) {
+        const H5::Group group = memory.group.openGroup(family);
+        EXPECT_EQ(contentOf(group), "bonds u3x4, break time f3, normal force f3x3, normal torque f3x3, state u3, "
+                                    "tangential force f3x3, tangential torque f3x3");
+        EXPECT_EQ(attributeOf(group, "size"), 3u);
+        EXPECT_FALSE(group.attrExists("mask"));
+    }
+    quint32 stored[3][4];
+    memory.group.openDataSet("Bonds/SurfaceSurface/bonds").read(stored, H5::PredType::NATIVE_UINT);
+    EXPECT_EQ(stored[0][3], 4u);
+    EXPECT_EQ(stored[2][3], 5u);
+}
+
+TEST(Hdf5Collisions, endsAreNotChunkedHoweverManyThereAre)
+{
+    CCollisions collisions;
+    collisions.surfaceSurface.resizeRecords(256);
+    CMemoryFile memory;
+    memory.write(collisions);
+    const H5::Group group = memory.group.openGroup("Collisions/SurfaceSurface");
+    EXPECT_EQ(contentOf(group).substr(0, 28), "end time f256c, first/, ids ");
+    EXPECT_EQ(contentOf(group.openGroup("second")),
+              "angular velocity f256x3, ids u256, orientation f256x4, position f256x3, radius f256, velocity f256x3");
+    EXPECT_EQ(attributeOf(memory.group.openGroup("Collisions/SurfaceGeometry"), "size"), 0u);
+    EXPECT_EQ(contentOf(memory.group.openGroup("Collisions/SurfaceGeometry")), "");
+}
+
+// ---------------------------------------------------------------- masks
+
+TEST(Hdf5Contacts, everyMaskStoresWhatItNamesAndReadsWhatItWants)
+{
+    SModel source;
+    CTimestepData& from = source.timestep;
+    fill(from.contacts);
+    fill(from.collisions);
+    fill(from.bonds);
+    for (quint32 bits = 0; bits < 128; ++bits) {
+        const bool whenReading = (bits & 64) != 0;
+        const quint32 mask = 3 | (bits & 63) << 2;
+        const auto keeps = [mask](quint32 bit) { return (mask & bit) != 0; };
+        CMemoryFile memory;
+        const quint32 writing = whenReading ? 255 : mask;
+        memory.write(from.contacts, writing);
+        memory.write(from.collisions, writing);
+        memory.write(from.bonds, writing);
+        SModel target;
+        CTimestepData& to = target.timestep;
+        const CLogCapture log;
+        const quint32 reading = whenReading ? mask : 255;
+        memory.read(to.contacts, reading);
+        memory.read(to.collisions, reading);
+        memory.read(to.bonds, reading);
+        EXPECT_EQ(log.text(), "") << mask;
+        const std::pair<CContactsBase*, quint32> families[] = {{&to.contacts.surfaceSurface, 4u},
+                                                               {&to.contacts.surfaceGeometry, 8u}};
+        for (const auto& [family, bit] : families) {
+            ASSERT_EQ(family->rowCount(), keeps(bit) ? 3u : 0u) << mask;
+            EXPECT_TRUE(family->collisionsActive);
+            EXPECT_EQ(family->activeCollisions.recordCount(), family->rowCount()) << "one a row";
+            EXPECT_EQ(family->activeCollisions.liveCount(), keeps(bit) && keeps(bit << 2) ? 3u : 0u) << mask;
+            ASSERT_EQ(family->customProperties.itemCount(), family->rowCount());
+            const std::vector<double>& values = family->customProperties.lists[0]->values;
+            EXPECT_EQ(!values.empty() && values[0] != 0.0, keeps(bit) && keeps(128)) << mask;
+        }
+        EXPECT_EQ(to.collisions.surfaceSurface.recordCount(), keeps(16) ? 3u : 0u);
+        EXPECT_EQ(to.collisions.surfaceGeometry.recordCount(), keeps(32) ? 3u : 0u);
+        EXPECT_EQ(to.bonds.surfaceSurface.rowCount(), keeps(64) || whenReading ? 3u : 0u) << "no mask when read";
+    }
+    CLogCapture log;
+    tellLeftBehind("HDF5 write"); // here, and not in the next test that closes a deck
+}
+
+// ---------------------------------------------------------------- files that aren't ours
+
+/// A list of so many zeros, or rows of them.
+static void addDataset(H5::Group& group, const char* name, hsize_t rows, hsize_t columns = 0)
+{
+    const hsize_t extent[2] = {rows, columns};
+    H5::DataSet dataset =
+        group.createDataSet(name, H5::PredType::NATIVE_DOUBLE, H5::DataSpace(columns == 0 ? 1 : 2, extent));
+    const std::vector<double> zeros(rows * std::max<hsize_t>(1, columns));
+    dataset.write(zeros.data(), H5::PredType::NATIVE_DOUBLE);
+}
+
+static void replaceDataset(H5::Group& group, const char* name, hsize_t rows, hsize_t columns = 0)
+{
+    group.unlink(name);
+    addDataset(group, name, rows, columns);
+}
+
+static void setAttribute(H5::Group& group, const char* name, quint32 value)
+{
+    group.openAttribute(name).write(H5::PredType::NATIVE_UINT, &value);
+}
+
+class Hdf5HostileRows : public testing::Test
+{
+protected:
+    Hdf5HostileRows()
+    {
+        fill(source.timestep.contacts);
+        fill(source.timestep.collisions);
+        fill(source.timestep.bonds);
+        memory.write(source.timestep.contacts);
+        memory.write(source.timestep.collisions);
+        memory.write(source.timestep.bonds);
+    }
+    ~Hdf5HostileRows() override
+    {
+        CLogCapture swallowed;
+        tellLeftBehind("HDF5 write");
+    }
+    template <class T>
+    std::string failureOf(T& object)
+    {
+        try {
+            memory.read(object);
+        }
+        catch (const std::exception& error) {
+            return error.what();
+        }
+        return "read";
+    }
+
+    SModel source;
+    SModel target;
+    CMemoryFile memory;
+};
+
+TEST_F(Hdf5HostileRows, arraysOfDifferentLengthAreRefused)
+{
+    H5::Group contacts = memory.group.openGroup("Contacts/SurfaceSurface");
+    H5::Group bonds = memory.group.openGroup("Bonds/SurfaceSurface");
+    H5::Group ends = memory.group.openGroup("Collisions/SurfaceGeometry/first");
+    replaceDataset(contacts, "normal overlap", 2);
+    replaceDataset(bonds, "break time", 4);
+    replaceDataset(ends, "velocity", 5, 3);
+    EXPECT_EQ(failureOf(target.timestep.contacts), "The contacts have 3 rows of contacts and 2 of normal overlap.");
+    EXPECT_EQ(failureOf(target.timestep.bonds), "The bonds have 3 rows of bonds and 4 of break time.");
+    EXPECT_EQ(failureOf(target.timestep.collisions), "The collisions have 3 rows of ids and 5 of velocity.");
+    EXPECT_TRUE(target.timestep.contacts.surfaceSurface.rows.empty()) << "nor is half of it left";
+    EXPECT_TRUE(target.timestep.bonds.surfaceSurface.breakTime.empty());
+    EXPECT_EQ(target.timestep.collisions.surfaceGeometry.recordCount(), 0u);
+}
+
+TEST_F(Hdf5HostileRows, aSizeThatDiffersIsToldAndTheArraysCount)
+{
+    H5::Group contacts = memory.group.openGroup("Contacts/SurfaceSurface");
+    H5::Group nested = memory.group.openGroup("Contacts/SurfaceSurface/CollisionsBase");
+    H5::Group bonds = memory.group.openGroup("Bonds/SurfaceGeometry");
+    setAttribute(contacts, "size", 4000000000u);
+    setAttribute(nested, "size", 2);
+    setAttribute(bonds, "size", 1);
+    const CLogCapture log;
+    EXPECT_EQ(failureOf(target.timestep.contacts), "read");
+    EXPECT_EQ(failureOf(target.timestep.bonds), "read");
+    EXPECT_EQ(log.text(), "WARNING HDF5 read: 4000000000 contacts are announced and 3 are there.\n"
+                          "WARNING HDF5 read: 2 collisions are announced and 3 are there.\n"
+                          "WARNING HDF5 read: 1 bonds are announced and 3 are there.\n");
+    EXPECT_EQ(target.timestep.contacts.surfaceSurface.rowCount(), 3u);
+    EXPECT_EQ(target.timestep.bonds.surfaceGeometry.parameters.size(), 3u);
+}
+
+TEST_F(Hdf5HostileRows, aMaskSaysWhichArraysAreRead)
+{
+    H5::Group contacts = memory.group.openGroup("Contacts/SurfaceSurface");
+    H5::Group empty = memory.group.openGroup("Contacts/SurfaceGeometry");
+    H5::Group collisions = memory.group.openGroup("Collisions/SurfaceGeometry");
+    setAttribute(contacts, "mask", 0x21 | 0x1F00);
+    setAttribute(empty, "mask", 0);
+    setAttribute(collisions, "mask", 0x1);
+    const CLogCapture log;
+    EXPECT_EQ(failureOf(target.timestep.contacts), "read");
+    EXPECT_EQ(failureOf(target.timestep.collisions), "read");
+    const CContacts& read = target.timestep.contacts;
+    EXPECT_EQ(read.surfaceSurface.rows, source.timestep.contacts.surfaceSurface.rows);
+    EXPECT_EQ(read.surfaceSurface.normalForce, std::vector<C3DVector>(3));
+    EXPECT_EQ(read.surfaceGeometry.rowCount(), 0u);
+    EXPECT_EQ(log.text(), "WARNING HDF5 read: 3 contacts are announced and 0 are there.\n");
+    EXPECT_EQ(target.timestep.collisions.surfaceGeometry.endTime, std::vector<double>(3));
+}
+
+TEST_F(Hdf5HostileRows, whatATriangleDoesntHaveIsDroppedAndTold)
+{
+    H5::Group collisions = memory.group.openGroup("Collisions/SurfaceGeometry");
+    H5::Group second = collisions.openGroup("second");
+    addDataset(second, "radius", 3);
+    setAttribute(collisions, "mask", 0x7FFFFF);
+    const CLogCapture log;
+    EXPECT_EQ(failureOf(target.timestep.collisions), "read");
+    EXPECT_TRUE(target.timestep.collisions.surfaceGeometry.second.radius.empty());
+    EXPECT_EQ(log.count(), 1u) << log.text();
+    clearLogOnceMemory();
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,380 @@
+// Particle factories, their parameters and size laws in files: what each looks like, and what becomes of names and
+// words that can't be taken.
+#include "io/hdf5/link_names.h"
+#include "model/creator_data.h"
+#include "model/factories/dynamic_particle_factory.h"
+#include "model/factories/factory_angular_velocity.h"
+#include "model/factories/factory_custom_property.h"
+#include "model/factories/factory_orientation.h"
+#include "model/factories/factory_position.h"
+#include "model/factories/factory_size.h"
+#include "model/factories/factory_type.h"
+#include "model/factories/factory_velocity.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/factories/static_particle_factory.h"
+#include "model/geometry/box.h"
+
+#include "hdf5_sample.h"
+#include "support/log_capture.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace NBrenmark {
+
+using CreatorReader = CHdf5CreatorDataReader;
+using CreatorWriter = CHdf5CreatorDataWriter;
+using TimestepReader = CHdf5TimestepDataReader;
+using TimestepWriter = CHdf5TimestepDataWriter;
+using testing::HasSubstr;
+
+static const std::string point = " {xyz@0 f64[3]} 24\n";
+
+static CDynamicParticleFactory& addedFeeder(CParticleFactoryList& list)
+{
+    auto feeder = std::make_unique<CDynamicParticleFactory>();
+    feeder->name = "Feeder";
+    feeder->creationCount = 7;
+    feeder->createdSinceRateChange = 3;
+    feeder->counters = {1, 2, 3, 4};
+    feeder->setVelocityKind("fixed");
+    feeder->setSizeKind("Ball", "user defined");
+    feeder->setOrientationKind("random");
+    feeder->setAngVelKind("fixed");
+    feeder->setTypeKind("binary", nullptr);
+    feeder->type->setTypeNames({"Ball", "Rod"});
+    feeder->setPositionKind("cubic");
+    auto& size = dynamic_cast<CUserDefinedFactorySize&>(*feeder->sizes.at("Ball"));
+    size.sizeDistribution.bands = {{0.25, 40.0}, {1.0 / 3.0, 100.0}};
+    size.bandAccounting[1.0 / 3.0].massCreated = 5.0;
+    feeder->typeAccounting["Ball"].massRemainder = 6.0;
+    CDynamicParticleFactory& reference = *feeder;
+    list.add(std::move(feeder));
+    return reference;
+}
+
+static std::string account(const std::string& group, const char* created, const char* remainder)
+{
+    return group + "\n" + group + "@mass created f64 = " + created + "\n" + group +
+           "@mass remainder f64 = " + remainder + "\n" + group + "@mass created since rate change f64 = 0\n";
+}
+
+TEST(FactoriesInHdf5, holdTheirDefinitionInTheCreatorModel)
+{
+    CParticleFactoryList list;
+    addedFeeder(list);
+    const std::string f = "/Factories/Feeder/";
+    EXPECT_EQ(
+        CHdf5Sample().tree<CreatorWriter>(list),
+        "/\n/Factories/\n" +
+            under(f, {"", "@type string[8] = \"dynamic\"", "@creation count i32 = 7", "@max search attempts i32 = 20",
+                      "@unlimited u8 = 0", "@is mass creation u8 = 0", "@is mass generation u8 = 0",
+                      "@creation rate f64 = 5000", "@creation time f64 = 1e-12", "@rate change time f64 = 0",
+                      "@created since rate change i32 = 3", "@num to create i32 = 1000", "@mass to create f64 = 100",
+                      "Counters u32 {4} = 1 2 3 4", "FactAngVel/", "FactAngVel/@type string[6] = \"fixed\""}) +
+            f + "FactAngVel/value" + point +
+            under(f, {"FactCustomParams/", "FactOrientation/", "FactOrientation/@type string[7] = \"random\"",
+                      "FactPosition/", "FactPosition/@type string[6] = \"cubic\"", "FactPosition/data f64 {9,3}",
+                      "FactSize/", "FactSize/Ball/", "FactSize/Ball/@type string[13] = \"user defined\"",
+                      "FactSize/Ball/@radius scaling u8 = 1", "FactSize/Ball/data {first@0 f64, second@8 f64} 16 {2}",
+                      "FactType/", "FactType/@type string[7] = \"binary\"", "FactType/@next i32 = 0",
+                      "FactType/type names string[] {2} = \"Ball\" \"Rod\"", "FactVelocity/",
+                      "FactVelocity/@type string[6] = \"fixed\""}) +
+            f + "FactVelocity/velocity" + point);
+}
+
+TEST(FactoriesInHdf5, holdInATimestepHowFarTheyHaveCome)
+{
+    CParticleFactoryList list;
+    addedFeeder(list).accounting.massCreated = 8.0;
+    CHdf5Sample sample;
+    const std::string f = "/Factories/Feeder/";
+    const auto expected = [&](const char* all, const char* band, const char* type) {
+        return "/\n/Factories/\n" + under(f, {"", "@creation count i32 = 7", "@created since rate change i32 = 3"}) +
+               account(f + "Accounting/", all, "0") +
+               under(f, {"Counters u32 {4} = 1 2 3 4", "FactAngVel/", "FactOrientation/", "FactPosition/",
+                         "FactPosition/data f64 {4,3}", "FactSize/", "FactSize/Ball/"}) +
+               account(f + "FactSize/Ball/0.333333/", band, "0") +
+               under(f, {"FactType/", "FactType/@next i32 = 0", "FactVelocity/", "TypeAccounting/"}) +
+               account(f + "TypeAccounting/Ball/", "0", type);
+    };
+    EXPECT_EQ(sample.tree<TimestepWriter>(list), expected("8", "5", "6"));
+    // A time that is set anew begins with empty accounts.
+    sample.options.overrideTime = true;
+    EXPECT_EQ(sample.tree<TimestepWriter>(list), expected("0", "0", "0"));
+}
+
+TEST(FactoriesInHdf5, thatFillAShapeOnceHoldWhetherTheyHave)
+{
+    CParticleFactoryList list;
+    auto pile = std::make_unique<CStaticParticleFactory>();
+    pile->name = "Pile";
+    pile->completed = true;
+    list.add(std::move(pile));
+    CHdf5Sample sample;
+    const std::string f = "/Factories/Pile/";
+    EXPECT_THAT(
+        sample.tree<CreatorWriter>(list),
+        HasSubstr(under(f, {"@completed u8 = 1", "@fill shape u8 = 1", "@is mass creation u8 = 0",
+                            "@creation time f64 = 1e-12", "@num to create i32 = 1000", "@mass to create f64 = 0"})));
+    EXPECT_THAT(sample.tree<TimestepWriter>(list),
+                HasSubstr(under(f, {"", "@creation count i32 = 0", "@completed u8 = 1", "Accounting/"})));
+}
+
+TEST(FactoriesFromHdf5, comeBackWithTheAccountsOfTheTimestepAlone)
+{
+    CParticleFactoryList list;
+    CDynamicParticleFactory& feeder = addedFeeder(list);
+    CHdf5Sample creator, timestep;
+    creator.tree<CreatorWriter>(list);
+    timestep.tree<TimestepWriter>(list);
+    CParticleFactoryList back;
+    creator.read<CreatorReader>(back);
+    auto& read = dynamic_cast<CDynamicParticleFactory&>(*back.find("Feeder"));
+    EXPECT_EQ(read.createdSinceRateChange, 0u); // a definition starts a new rate
+    read.typeAccounting["Rod"].massCreated = 1.0;
+    timestep.read<TimestepReader>(back);
+    EXPECT_EQ(read.createdSinceRateChange, 3u);
+    EXPECT_EQ(read.typeAccounting.size(), 1u);
+    EXPECT_EQ(read.typeAccounting.at("Ball").massRemainder, 6.0);
+    // The name holds six digits of a band's size; the law knows them all.
+    const auto& size = dynamic_cast<const CUserDefinedFactorySize&>(*read.sizes.at("Ball"));
+    ASSERT_EQ(size.bandAccounting.size(), 1u);
+    EXPECT_EQ(size.bandAccounting.begin()->first, 1.0 / 3.0);
+    EXPECT_EQ(size.bandAccounting.begin()->second.massCreated, 5.0);
+    EXPECT_EQ(read.counters, feeder.counters);
+}
+
+/// Rows of the nine vectors of a lattice: three edges, start, rotation, then the cursors 1, 0, 2 and 3.
+TEST(FactoriesFromHdf5, walkOnThroughTheirLattice)
+{
+    double rows[9][3];
+    for (int i = 0; i < 27; ++i)
+        rows[i / 3][i % 3] = i;
+    CBCCFactoryPosition lattice;
+    CHdf5Sample creator;
+    creator.write<CreatorWriter>([](CreatorWriter&) {});
+    creator.change().dataset("/", "data", H5T_NATIVE_DOUBLE, {9, 3}, rows);
+    creator.read<CreatorReader>(lattice);
+    EXPECT_EQ(lattice.axisC, C3DVector(6, 7, 8));
+    EXPECT_EQ(lattice.start, C3DPoint(9, 10, 11));
+    EXPECT_EQ(lattice.rotation, C3DVector(12, 13, 14));
+    EXPECT_EQ(lattice.cursor1, C3DVector(15, 16, 17));
+    EXPECT_EQ(lattice.cursor0, C3DPoint(18, 19, 20));
+    EXPECT_EQ(lattice.cursor3, C3DVector(24, 25, 26));
+
+    CHdf5Sample timestep; // cursors 2, 3, 1 and 0
+    timestep.write<TimestepWriter>([](TimestepWriter&) {});
+    timestep.change().dataset("/", "data", H5T_NATIVE_DOUBLE, {4, 3}, rows);
+    timestep.read<TimestepReader>(currentFileVersion(), [&](TimestepReader& reader) { reader.read3DLattice(lattice); });
+    EXPECT_EQ(lattice.cursor2, C3DVector(0, 1, 2));
+    EXPECT_EQ(lattice.cursor3, C3DVector(3, 4, 5));
+    EXPECT_EQ(lattice.cursor1, C3DVector(6, 7, 8));
+    EXPECT_EQ(lattice.cursor0, C3DPoint(9, 10, 11));
+}
+
+// ---------------------------------------------------------------- single parameters
+
+template <class TParameter>
+static std::string treeOfParameter()
+{
+    return CHdf5Sample().tree<CreatorWriter>(TParameter());
+}
+
+TEST(ParametersInHdf5, holdWhatTheirKindNeeds)
+{
+    EXPECT_EQ(treeOfParameter<CSprayFactoryVelocity>(), "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n"
+                                                        "/@max angle f64 = 1.047\n/direction" +
+                                                            point);
+    EXPECT_EQ(treeOfParameter<CRandomFactoryVelocity>(), "/\n/@min f64 = 0.5\n/@max f64 = 1\n");
+    EXPECT_EQ(treeOfParameter<CNormalFactoryVelocity>(),
+              "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n/velocity" + point);
+    EXPECT_EQ(treeOfParameter<CLinearFactoryVelocity>(), "/\n/end velocity" + point + "/start velocity" + point);
+    EXPECT_EQ(treeOfParameter<CLinearFactoryAngVel>(), "/\n/end angvel" + point + "/start angvel" + point);
+    EXPECT_EQ(treeOfParameter<CRandomFactoryAngVel>(), "/\n/@min f64 = 0.5\n/@max f64 = 1\n");
+    EXPECT_EQ(treeOfParameter<CNormalFactoryAngVel>(),
+              "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n/angular velocity" + point);
+    EXPECT_EQ(treeOfParameter<CFixedFactoryOrientation>(), "/\n/value {wxyz@0 f64[4]} 32\n");
+    EXPECT_EQ(treeOfParameter<CFixedFactoryType>(), "/\n/type names string[] = \"\"\n");
+    EXPECT_EQ(treeOfParameter<CRandomFactoryPosition>(),
+              "/\n/@style i32 = 0\n/@multi factor f64 = 1.1\n/@max angle f64 = 2.0943951\n/@separation f64 = 0\n"
+              "/seed position" +
+                  point + "/seed vector" + point);
+    EXPECT_EQ(treeOfParameter<CNormalDistCustomPropertyFactoryParam>(),
+              "/\n/@mean f64 = 1\n/@standard deviation f64 = 1\n");
+    EXPECT_EQ(treeOfParameter<CRandomValueCustomPropertyFactoryParam>(), "/\n/@min f64 = 0\n/@max f64 = 1\n");
+    EXPECT_EQ(treeOfParameter<CFixedValueCustomPropertyFactoryParam>(), "/\n/data f64 {0}\n");
+}
+
+TEST(SizeLawsInHdf5, holdTheirNumbersAndWhatTheyScale)
+{
+    const std::string scaling = "/@radius scaling u8 = 1\n";
+    const std::string normal = "/@standard deviation f64 = 0.05\n/@lower cap f64 = ";
+    EXPECT_EQ(treeOfParameter<CFixedSizeDistribution>(), "/\n/@value f64 = 1\n" + scaling);
+    EXPECT_EQ(treeOfParameter<CRandomSizeDistribution>(), "/\n/@min f64 = 0.5\n/@max f64 = 1.5\n" + scaling);
+    EXPECT_EQ(treeOfParameter<CNormalSizeDistribution>(),
+              "/\n/@mean f64 = 1\n" + normal + "1e-05\n/@upper cap f64 = 1\n/@capped u8 = 0\n" + scaling);
+    EXPECT_THAT(treeOfParameter<CLogNormalSizeDistribution>(),
+                HasSubstr("/@capped u8 = 0\n/@log mean u8 = 0\n" + scaling));
+    EXPECT_EQ(treeOfParameter<CUserDefinedSizeDistribution>(),
+              "/\n" + scaling + "/data {first@0 f64, second@8 f64} 16 {1}\n");
+
+    CParticleSizeDistributionMap map;
+    std::unique_ptr<ISizeDistribution> law = std::make_unique<CFixedSizeDistribution>();
+    map.add("Ball", 25.0, law);
+    const std::string b = "/SizeDistributions/Ball/";
+    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(map),
+              "/\n/SizeDistributions/\n" + under(b, {"", "@percentage f64 = 25", "@type string[6] = \"fixed\"",
+                                                     "@value f64 = 1", "@radius scaling u8 = 1"}));
+}
+
+TEST(ParametersInHdf5, ofCustomPropertiesStandByTheirNames)
+{
+    CCustomPropertyManager properties("Particle Properties", eParticleOwner);
+    for (const char* name : {"Heat", "Wear"}) {
+        auto property = std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, 2u, 0u);
+        properties.addProperty(property);
+    }
+    CParticleFactoryList list;
+    CDynamicParticleFactory& feeder = addedFeeder(list);
+    feeder.connectCustomProperties(&properties);
+    feeder.setCustomPropertyKind(properties.property("Wear"), "random");
+    CHdf5Sample sample;
+    const std::string c = "/Factories/Feeder/FactCustomParams/";
+    EXPECT_THAT(sample.tree<CreatorWriter>(list),
+                HasSubstr(under(c, {"", "0/", "0/@type string[6] = \"fixed\"", "0/@name string[5] = \"Heat\"",
+                                    "0/data f64 {2} = 0 0", "1/", "1/@type string[7] = \"random\"",
+                                    "1/@name string[5] = \"Wear\"", "1/@min f64 = -1", "1/@max f64 = 1"})));
+
+    // One that the deck doesn't define costs itself.
+    sample.change().text(c + "0", "name", "Age");
+    const double value = 0.5;
+    sample.change().attribute(c + "1", "max", H5T_NATIVE_DOUBLE, &value);
+    CParticleFactoryList back;
+    CLogCapture log;
+    sample.read<CreatorReader>(currentFileVersion(), [&](CreatorReader& reader) {
+        reader.particleProperties = &properties;
+        back.read(reader);
+    });
+    EXPECT_THAT(log.text(), HasSubstr("custom property \"Age\" is skipped: no such property is known"));
+    const auto& wear = dynamic_cast<const CRandomValueCustomPropertyFactoryParam&>(
+        *back.find("Feeder")->customParams.at(properties.property("Wear")->id));
+    EXPECT_EQ(wear.distribution.max, 0.5);
+}
+
+// ---------------------------------------------------------------- words and names
+
+TEST(DamagedFactoriesOfHdf5, loseWhatIsNotKnown)
+{
+    CParticleFactoryList list;
+    addedFeeder(list);
+    auto pile = std::make_unique<CStaticParticleFactory>();
+    pile->name = "Pile";
+    list.add(std::move(pile));
+    CHdf5Sample sample;
+    sample.tree<CreatorWriter>(list);
+    sample.change()
+        .text("/Factories/Pile", "type", "conjured")
+        .text("/Factories/Feeder/FactVelocity", "type", "sideways")
+        .withoutAttribute("/Factories/Feeder/FactAngVel", "type");
+    CParticleFactoryList back;
+    CLogCapture log;
+    sample.read<CreatorReader>(back);
+    ASSERT_EQ(back.factories.size(), 1u);
+    EXPECT_EQ(back.factories[0]->velocity, nullptr);
+    EXPECT_EQ(back.factories[0]->angVel, nullptr);
+    EXPECT_NE(back.factories[0]->position, nullptr);
+    EXPECT_THAT(log.text(), HasSubstr("factory \"Pile\" is skipped: no factory \"conjured\" is known"));
+    EXPECT_THAT(log.text(), HasSubstr("no kind \"sideways\" is known"));
+}
+
+TEST(DamagedFactoriesOfHdf5, endATimestepThatSizesATypeWithoutSize)
+{
+    CParticleFactoryList list;
+    addedFeeder(list);
+    CHdf5Sample sample;
+    sample.tree<TimestepWriter>(list);
+    sample.change().group("/Factories/Feeder/FactSize/Cube");
+    EXPECT_EQ(sample.failure<TimestepReader>(list), "invalid map<K, T> key");
+
+    CLogCapture log; // a factory that the model doesn't have costs its own state
+    sample.tree<TimestepWriter>(list);
+    CParticleFactoryList empty;
+    sample.read<TimestepReader>(empty);
+    EXPECT_THAT(log.text(), HasSubstr("factory \"Feeder\" is skipped: the model has no such factory"));
+}
+
+TEST(NamesInHdf5, thatNoGroupCanHaveAreRefusedBeforeAnythingIsWritten)
+{
+    struct SCase
+    {
+        std::function<void(CCreatorData&, CParticleFactoryList&)> make;
+        const char* told; ///< empty if the name can be had
+    };
+    const auto named = [](const char* name) {
+        return [name](CCreatorData&, CParticleFactoryList& list) {
+            list.add(std::make_unique<CStaticParticleFactory>()).name = name;
+        };
+    };
+    const SCase cases[] = {
+        {named("Pile \xc3\xb8 (2)"), ""},
+        {named(".."), ""},
+        {named("a/b"), "A particle factory is named \"a/b\" in geometry group \"Kiste\""},
+        {named("."), "A particle factory is named \".\""},
+        {named(""), "A particle factory is named \"\""},
+        {[](CCreatorData&, CParticleFactoryList& list) {
+             for (int i = 0; i < 2; ++i)
+                 list.add(std::make_unique<CStaticParticleFactory>()).name = "Pile";
+         },
+         "A particle factory is named \"Pile\" in geometry group \"Kiste\", and so is another one"},
+        {[](CCreatorData&, CParticleFactoryList& list) {
+             list.add(std::make_unique<CStaticParticleFactory>()).name = "Pile";
+             list.factories[0]->setSizeKind("50/50", "fixed");
+         },
+         "A particle type with a size is named \"50/50\" in factory \"Pile\""},
+        {[](CCreatorData& creator, CParticleFactoryList&) { creator.sizeDistributions.entries["50/50"]; },
+         "A particle type with a size law is named \"50/50\""},
+    };
+    for (const SCase& c : cases) {
+        CCreatorData creator{SPropertyManagers()};
+        auto* const box = new CBox(nullptr);
+        box->setName("Kiste");
+        creator.geometryGroups.add(box, true);
+        c.make(creator, *box->factories);
+        std::string told;
+        try {
+            checkLinkNames(creator);
+        }
+        catch (const hdf5_error& error) {
+            told = error.what();
+        }
+        EXPECT_EQ(told.empty(), *c.told == '\0') << told;
+        EXPECT_THAT(told, HasSubstr(c.told));
+    }
+}
+
+TEST(NamesInHdf5, ofBandsMustDifferInSixDigits)
+{
+    CUserDefinedFactorySize size;
+    size.bandAccounting[1.0];
+    size.bandAccounting[1.0 + 1e-9];
+    CHdf5Sample sample;
+    EXPECT_THROW(sample.tree<TimestepWriter>(size), hdf5_error);
+}
+
+TEST(PluginFactoriesOfHdf5, areSkippedAndTold)
+{
+    CHdf5Sample sample;
+    CPluginParticleFactoryList list;
+    EXPECT_EQ(sample.tree<CreatorWriter>(list), "/\n/PluginFactories/\n");
+    sample.change()
+        .text("/PluginFactories/Regen", "type", "library")
+        .text("/PluginFactories/Regen", "source", "rain")
+        .text("/PluginFactories/Alt", "type", "built in");
+    CLogCapture log;
+    sample.read<CreatorReader>(list);
+    EXPECT_EQ(log.count(), 1u);
+    EXPECT_THAT(log.text(),
+                HasSubstr("plug-in factory \"Regen\" of the library \"rain\" can't be bound here: left out."));
+}
+
+} // namespace NBrenmark

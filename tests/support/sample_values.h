@@ -1,0 +1,54 @@
+#pragma once
+// The numbers that samples of stored classes are made of.
+
+#include "support/samples.h"
+
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace NBrenmark {
+
+/// No two numbers of the samples are equal, and none is 0 or 1: what two fields exchange shows.
+inline double nextNumber()
+{
+    static int step = 0;
+    ++step;
+    return (step % 2 == 0 ? 1.0 : -1.0) * (1000.0 + step / 7.0);
+}
+
+/// The same for counts and ids.
+inline quint32 nextCount() { return static_cast<quint32>(std::abs(nextNumber()) * 7.0 + 0.5); }
+
+inline void fill(double& number) { number = nextNumber(); }
+
+template <std::size_t size>
+void fill(std::array<double, size>& row)
+{
+    for (double& element : row)
+        element = nextNumber();
+}
+
+template <class TElement, std::size_t size>
+void fill(std::array<TElement, size>& row)
+{
+    for (TElement& element : row)
+        element = static_cast<TElement>(std::abs(nextNumber()));
+}
+
+template <class TElement>
+void fillRows(std::vector<TElement>& rows, std::size_t count)
+{
+    rows.resize(count);
+    for (TElement& row : rows)
+        fill(row);
+}
+
+/// A part of a model, which lives as long as that.
+template <class T>
+std::shared_ptr<T> partOf(T& part)
+{
+    return std::shared_ptr<T>(&part, [](T*) {});
+}
+
+} // namespace NBrenmark

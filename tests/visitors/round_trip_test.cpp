@@ -181,16 +181,16 @@ static const std::vector<std::string> places = {"stored/sample/storageIndex ", "
 // ---------------------------------------------------------------- the table
 
 /// One row that both reads and writes, in one family below one root.
-struct SCase
+struct SRoundTripCase
 {
     std::string name;
     const SFamily* family;
     ERoot root;
-    bool onDefinition;
+    bool onDefinition = false;
     std::function<void(const SFamily&, ERoot, bool)> roundTrip;
 };
 
-static std::ostream& operator<<(std::ostream& stream, const SCase& c) { return stream << c.name; }
+static std::ostream& operator<<(std::ostream& stream, const SRoundTripCase& c) { return stream << c.name; }
 
 /// A sample that is like a new object in a line wouldn't show that the line is lost.
 static void expectToDifferInEveryLine(const std::vector<std::string>& sampleLines,
@@ -294,11 +294,11 @@ static bool isStored(const std::string& column, ERoot root)
     return column == "all" || column == "both" || column == (root == ERoot::eCreator ? "creator" : "timestep");
 }
 
-static std::vector<SCase> allCases()
+static std::vector<SRoundTripCase> allCases()
 {
-    std::vector<SCase> cases;
+    std::vector<SRoundTripCase> cases;
     const auto add = [&](const char* operation, const SFamily& family, const char* readBy, const char* writtenBy,
-                         const SCase& row) {
+                         const SRoundTripCase& row) {
         for (const ERoot root : {ERoot::eCreator, ERoot::eTimestep}) {
             if (!isStored(readBy, root) || !isStored(writtenBy, root))
                 continue;
@@ -314,7 +314,7 @@ static std::vector<SCase> allCases()
     {                                                                                                                  \
         const auto write = [](IFileVisitorWriter& visitor, type& object) { visitor.write##operation(object); };        \
         const auto read = [](IFileVisitorReader& visitor, type& object) { visitor.read##operation(object); };          \
-        SCase row;                                                                                                     \
+        SRoundTripCase row;                                                                                            \
         row.roundTrip = [=](const SFamily& family, ERoot root, bool onDefinition) {                                    \
             roundTrip<type>(family, root, onDefinition, write, read);                                                  \
         };                                                                                                             \
@@ -326,7 +326,7 @@ static std::vector<SCase> allCases()
     return cases;
 }
 
-class StoredClass : public testing::TestWithParam<SCase>
+class StoredClass : public testing::TestWithParam<SRoundTripCase>
 {
 };
 
@@ -336,6 +336,6 @@ TEST_P(StoredClass, comesBackAsItWentIn)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, StoredClass, testing::ValuesIn(allCases()),
-                         [](const testing::TestParamInfo<SCase>& tested) { return tested.param.name; });
+                         [](const testing::TestParamInfo<SRoundTripCase>& tested) { return tested.param.name; });
 
 } // namespace NBrenmark

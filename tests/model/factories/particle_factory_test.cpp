@@ -347,11 +347,12 @@ TEST(Factory, hasAParameterForEachPropertyOfItsManager)
     manager.lastFinalisedPropertyIndex = 0;
     manager.notifyChanged(0);
     EXPECT_EQ(factory.customParams.size(), 2u);
+    const unsigned int heatId = heat->id;
     manager.clear(false);
     EXPECT_TRUE(factory.customParams.empty());
     addProperty(manager, "Heat", 5.0); // the name is back, the property isn't the same
     EXPECT_EQ(factory.customParams.size(), 1u);
-    EXPECT_EQ(factory.customParams.count(heat->id), 0u);
+    EXPECT_EQ(factory.customParams.count(heatId), 0u);
 
     factory.connectCustomProperties(&other);
     ASSERT_EQ(factory.customParams.size(), 1u);

@@ -45,6 +45,9 @@ bool CBackgroundReadWriteController::execute(qint64 timeLimit)
     QElapsedTimer clock;
     clock.start();
     start(QThread::InheritPriority);
+    // Where no thread is to be had, the caller does the work: waiting for one that never was ends at once.
+    if (!isRunning() && !isFinished())
+        run();
     while (true) {
         flushLogModules();
         const qint64 timeLeft = std::max<qint64>(timeLimit - clock.elapsed(), 0);

@@ -45,6 +45,7 @@ protected:
         QBuffer buffer;
         QDataStream stream(&buffer);
         CBackgroundReadWriteController controller(target, stream, isWrite, &progress);
+        controller.setStackSize(stackSize);
         const bool result = controller.execute(timeLimit);
         errorText = controller.errorText();
         return result;
@@ -53,6 +54,7 @@ protected:
     CTarget target;
     CController progress;
     std::string errorText;
+    uint stackSize = 0; // any
 };
 
 TEST_F(BackgroundReadWrite, givesTheResultOfTheOneThatWasAsked)
@@ -61,6 +63,16 @@ TEST_F(BackgroundReadWrite, givesTheResultOfTheOneThatWasAsked)
     EXPECT_FALSE(execute(false));
     EXPECT_TRUE(execute(true));
     EXPECT_EQ(errorText, "");
+}
+
+TEST_F(BackgroundReadWrite, isDoneByTheCallerWhereNoThreadIsToBeHad)
+{
+    stackSize = 1; // with which none starts
+    int writes = 0;
+    target.onWrite = [&writes] { return ++writes > 1; };
+    EXPECT_FALSE(execute(true));
+    EXPECT_TRUE(execute(true));
+    EXPECT_EQ(writes, 2);
 }
 
 TEST_F(BackgroundReadWrite, turnsExceptionsIntoAFailureWithTheirText)

@@ -60,13 +60,21 @@ void CSimDataSerialiser::run()
     logMessage(ePerf, "Serialiser", std::to_string(timer.elapsedSeconds()) + " s");
 }
 
+void CSimDataSerialiser::startOrRun()
+{
+    start(QThread::InheritPriority);
+    // A thread that couldn't be started counts as neither: waiting for it ends at once, as if all were done.
+    if (!isRunning() && !isFinished())
+        run();
+}
+
 bool CSimDataReader::runAndWait(IProgressController* progress)
 {
     QElapsedTimer clock;
     clock.start();
     bool givenUp = false;
-    start(QThread::InheritPriority);
-    while (!isFinished()) {
+    startOrRun();
+    while (isRunning()) {
         const bool cancelled = [&] {
             if (!progress)
                 return false;
@@ -89,7 +97,7 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
 
 bool CSimDataWriter::runAndWait()
 {
-    start(QThread::InheritPriority);
+    startOrRun();
     while (!wait(writePollMs)) {
     }
     flushLogModules();

@@ -41,6 +41,8 @@ public:
 
 protected:
     void run() override;
+    /// Starts the thread. If none is to be had the move is done before this returns.
+    void startOrRun();
     /// The move itself, in the direction of the class.
     virtual void move() = 0;
 };

@@ -336,4 +336,16 @@ TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
     EXPECT_EQ(source.out.names(), QStringList());
 }
 
+TEST(ConvertFailure, ofANameThatTheFormatHasNoRoomForBlamesTheNameAndNotTheDisk)
+{
+    SDeckCreator model = sampleCreator();
+    model.materials.at(0).name = QString(256, 'x'); // the field takes 255 bytes and a zero
+    CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1)));
+    const SToolResult result = runTool({"convert", source.path, source.target()});
+    EXPECT_EQ(result.exitCode, 5);
+    EXPECT_TRUE(contains(result.error, "xxx")) << result.error;
+    EXPECT_TRUE(contains(result.error, "Change that name")) << result.error;
+    EXPECT_EQ(source.out.names(), QStringList());
+}
+
 } // namespace NBrenmark

@@ -19,6 +19,8 @@ const char* const sourceAdvice = "The source is damaged or incomplete. Copy it a
                                  "command; the source is untouched.";
 const char* const targetAdvice =
     "Make room at the target, or check that it can be written, and repeat this command with --force.";
+const char* const namesAdvice =
+    "The source is untouched. Change that name in the program that made the deck, and convert it again.";
 const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version will convert it.";
 
 /// A text of several lines with all but the first indented, as they stand below a first line, and
@@ -85,6 +87,8 @@ CFailure failureFromLog(const std::vector<SLogMessage>& messages, const std::str
     for (const auto& [level, title, text] : messages) {
         if (level != eError)
             continue;
+        if (contains(title, "names"))
+            return CFailure(eExitUnsupported, text, namesAdvice);
         if (contains(title, "write"))
             return CFailure(eExitTarget, text, targetAdvice);
         if (contains(title, "read"))

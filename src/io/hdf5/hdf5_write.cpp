@@ -32,6 +32,17 @@ static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
     return false;
 }
 
+/// Whether every name has its place in the format, before anything is written. Told under a title of its own: it
+/// isn't the disk that is at fault.
+static bool hasStorableNames(const SSimulationFrame& frame, const QString& path)
+{
+    return guarded("HDF5 names", couldNotWrite(path), [&] {
+        checkFixedTexts(frame.creator);
+        checkFixedTexts(frame.timestep);
+        checkLinkNames(frame.creator);
+    });
+}
+
 // ---------------------------------------------------------------- append
 
 /// Puts a finished file in its place, over the one that was there.
@@ -69,11 +80,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
 {
     const quint32 number = frame.timestep.timestepIndex;
     const QString path = timestepFilePath(fileName, number);
-    if (!hasTimestep(frame, fileName) || !guarded("HDF5 write", couldNotWrite(path), [&] {
-            checkFixedTexts(frame.creator);
-            checkFixedTexts(frame.timestep);
-            checkLinkNames(frame.creator);
-        }))
+    if (!hasTimestep(frame, fileName) || !hasStorableNames(frame, path))
         return false;
 
     // Made anew, the folder would stand for a deck that holds all that was appended before.
@@ -141,21 +148,19 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
     const bool isTimeFixed = writeOptions.overrideTime;
     bool isBegun = false;
     bool written = false;
-    const bool complete = guarded("HDF5 write", couldNotWrite(path), [&] {
-        checkFixedTexts(frame.creator);
-        checkFixedTexts(frame.timestep);
-        checkLinkNames(frame.creator);
-        File newMain = createFile(path);
-        isBegun = true;
-        writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
-        File newTimestep = createInDataFolder(timestepFilePath(path, 0));
-        frame.creator.setStorageIndex(0);
-        written = runWriter(*newTimestep, frame.creator) && runWriter(*newTimestep, frame.timestep);
-        if (written) {
-            closeChecked(newTimestep);
-            closeChecked(newMain);
-        }
-    });
+    const bool complete = hasStorableNames(frame, path) && guarded("HDF5 write", couldNotWrite(path), [&] {
+                              File newMain = createFile(path);
+                              isBegun = true;
+                              writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
+                              File newTimestep = createInDataFolder(timestepFilePath(path, 0));
+                              frame.creator.setStorageIndex(0);
+                              written =
+                                  runWriter(*newTimestep, frame.creator) && runWriter(*newTimestep, frame.timestep);
+                              if (written) {
+                                  closeChecked(newTimestep);
+                                  closeChecked(newMain);
+                              }
+                          });
     if (!complete || !written) {
         if (isBegun)
             deleteFamily(path);

@@ -10,27 +10,15 @@
 #include "model/geometry/cad_geometry.h"
 #include "model/geometry/cylinder.h"
 #include "model/kinematics/linear_rotation.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <map>
 
 namespace NBrenmark {
 
 namespace {
-
-class CLineMap : public ITextSink
-{
-public:
-    void line(const std::string& path, const std::string& value) override
-    {
-        EXPECT_TRUE(lines.emplace(path, value).second) << "a path met twice: " << path;
-    }
-    std::map<std::string, std::string> lines;
-};
-
-using Lines = std::map<std::string, std::string>;
 
 /// A frame with a drum that turns and that a factory fills, and two imports of one name.
 struct SSample
@@ -77,19 +65,6 @@ struct SSample
         return dynamic_cast<CDynamicParticleFactory&>(*drum().factories->factories[0]);
     }
 };
-
-/// Paths whose lines differ, are new or gone.
-std::vector<std::string> changed(const Lines& before, const Lines& after)
-{
-    std::vector<std::string> paths;
-    for (const auto& [path, value] : before)
-        if (after.count(path) == 0 || after.at(path) != value)
-            paths.push_back(path);
-    for (const auto& [path, value] : after)
-        if (before.count(path) == 0)
-            paths.push_back(path);
-    return paths;
-}
 
 struct SChange
 {

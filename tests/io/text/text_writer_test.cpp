@@ -2,27 +2,15 @@
 #include "core/deck/simulation_frame.h"
 #include "io/text/text_writer.h"
 #include "physics/hertz_mindlin_no_slip.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <map>
 
 namespace NBrenmark {
 
 namespace {
-
-class CLineMap : public ITextSink
-{
-public:
-    void line(const std::string& path, const std::string& value) override
-    {
-        EXPECT_TRUE(lines.emplace(path, value).second) << "a path met twice: " << path;
-    }
-    std::map<std::string, std::string> lines;
-};
-
-using Lines = std::map<std::string, std::string>;
 
 /// A frame with something in every room, its numbers all different.
 struct SSample
@@ -87,19 +75,6 @@ struct SSample
     CTimestepData& timestep() { return frame->timestep; }
     CParticleType& ball() { return *frame->timestep.particleTypes.types[0]; }
 };
-
-/// Paths whose lines differ, are new or gone.
-std::vector<std::string> changed(const Lines& before, const Lines& after)
-{
-    std::vector<std::string> paths;
-    for (const auto& [path, value] : before)
-        if (after.count(path) == 0 || after.at(path) != value)
-            paths.push_back(path);
-    for (const auto& [path, value] : after)
-        if (before.count(path) == 0)
-            paths.push_back(path);
-    return paths;
-}
 
 struct SChange
 {

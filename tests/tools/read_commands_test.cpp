@@ -89,6 +89,62 @@ TEST(Info, describesADeckInTextAndJson)
         EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
 }
 
+/// A released contact counts for nothing.
+static SDeckTimestep timestepWithPairs(double time)
+{
+    SDeckTimestep timestep = sampleTimestep(time);
+    const std::vector<SDeckPair> pairs = {{0, 0, 0, 1}, {0, 1, 0, 2}, {0, 2, 0, 3}, {0, 3, 0, 4}};
+    timestep.pairs.contacts[0] = makeDeckContacts(10, pairs, {1e-6, -2.0, 2e-6, 3e-6});
+    timestep.pairs.contacts[0].collisionsActive = 1;
+    timestep.pairs.contacts[0].collisions = makeDeckCollisions(1, 4, surfaceCollisionMask);
+    timestep.pairs.bonds[0] = makeDeckBonds(20, pairs, {1, 0, 1, 0});
+    timestep.pairs.collisions[0] = makeDeckCollisions(500, 3, surfaceCollisionMask);
+    timestep.pairs.collisions[1] = makeDeckCollisions(600, 2, geometryCollisionMask);
+    return timestep;
+}
+
+TEST(Info, countsPairsOfEachTimestepUnlessItIsToBeQuick)
+{
+    CTempFolder folder;
+    CLegacyDeck deck(makeVersion(27, 0, 3));
+    deck.creator(sampleCreator()).timestep(timestepWithPairs(0.1)).timestep(sampleTimestep(0.2));
+    const std::string path = argument(deck.write(folder.path(), "pairs"));
+
+    const SToolResult told = runTool({"info", "--json", path});
+    const Json timesteps = Json::parse(told.output)["timesteps"];
+    EXPECT_EQ(timesteps[0]["contacts"]["particleParticle"], 3);
+    EXPECT_EQ(timesteps[0]["contacts"]["particleGeometry"], 0);
+    EXPECT_EQ(timesteps[0]["bonds"]["intact"], 2);
+    EXPECT_EQ(timesteps[0]["bonds"]["broken"], 2);
+    EXPECT_EQ(timesteps[0]["collisions"]["finished"], 5);
+    EXPECT_EQ(timesteps[0]["collisions"]["goingOn"], 4);
+    EXPECT_EQ(timesteps[1]["contacts"]["particleParticle"], 0);
+    const std::string text = runTool({"info", path}).output;
+    EXPECT_NE(text.find(", 3 contacts, 4 bonds (2 broken), 5 finished collisions and 4 going on"), std::string::npos)
+        << text;
+
+    const Json quick = Json::parse(runTool({"info", "--quick", "--json", path}).output);
+    EXPECT_FALSE(quick["timesteps"][0].contains("contacts"));
+    EXPECT_EQ(quick["particleTypes"][0]["particles"], 60);
+}
+
+TEST(Info, tellsOfADamagedTimestepAndGoesOnWithTheOthers)
+{
+    CTempFolder folder;
+    CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
+    const std::string path = argument(deck.write(folder.path(), "torn"));
+    const QByteArray whole = folder.read("torn.dem");
+    folder.write("torn.dem", whole.left(static_cast<int>(deck.timestepPlaces()[1].offset) + 100));
+
+    const SToolResult result = runTool({"info", "--json", path});
+    EXPECT_EQ(result.exitCode, 3);
+    const Json info = Json::parse(result.output);
+    EXPECT_EQ(info["title"], "Kiste") << "of the last timestep that can be read";
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(info["timesteps"][i].contains("damaged"), i > 0) << i;
+    EXPECT_NE(result.error.find("timestep 1"), std::string::npos) << result.error;
+}
+
 TEST(Dump, showsWhatTheBuilderPutIn)
 {
     CTempFolder folder;

@@ -28,6 +28,7 @@ struct SCheckOptions
 struct SInfoOptions
 {
     QString deck;
+    bool quick = false; ///< reads the last timestep only
     bool json = false;
 };
 

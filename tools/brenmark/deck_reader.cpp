@@ -114,9 +114,11 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
     const CCreatorData& creator = simulation.currentFrame->creator;
     const quint32 segment = creator.storageIndex();
     const quint64 offset = creator.storageOffset();
+    const size_t saidBefore = logger.messages().size();
     if (!simulation.goToTimestep(number, eIntoCurrentFrame)) {
+        const std::vector<SLogMessage> all = logger.messages();
         const std::string where = path + ", timestep " + std::to_string(number);
-        throw failureFromLog(logger.messages(), where,
+        throw failureFromLog({all.begin() + static_cast<std::ptrdiff_t>(saidBefore), all.end()}, where,
                              CFailure(eExitSource, where + ": can't be read",
                                       "Copy the deck again from the archive and repeat this command."));
     }

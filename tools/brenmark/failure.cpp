@@ -60,6 +60,9 @@ std::string located(const std::string& path, const std::string& text)
     if (text.compare(0, base.size(), base) == 0) // a file beside it, by its whole path
         return text;
     const std::string name = file.substr(file.rfind('/') + 1);
+    const std::string timestep = path.substr(file.size());
+    if (!timestep.empty() && text.compare(0, name.size() + timestep.size(), name + timestep) == 0)
+        return path + text.substr(name.size() + timestep.size());
     for (const char* const separator : {", ", ": "})
         if (text.compare(0, name.size() + 2, name + separator) == 0)
             return path + separator + text.substr(name.size() + 2);

@@ -37,9 +37,11 @@ std::string durationText(double seconds)
     return text;
 }
 
-std::string countText(quint64 count, const std::string& noun)
+std::string countText(quint64 count, const std::string& noun) { return countText(count, noun, noun + 's'); }
+
+std::string countText(quint64 count, const std::string& noun, const std::string& plural)
 {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+    return std::to_string(count) + ' ' + (count == 1 ? noun : plural);
 }
 
 std::string shortNumber(double value)

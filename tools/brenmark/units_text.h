@@ -12,6 +12,8 @@ std::string sizeText(double bytes);
 std::string durationText(double seconds);
 /// "1 timestep", "4 timesteps".
 std::string countText(quint64 count, const std::string& noun);
+/// "1 factory", "4 factories".
+std::string countText(quint64 count, const std::string& noun, const std::string& plural);
 /// A number as people write it: twelve digits, which hide the rounding of its last bits.
 std::string shortNumber(double value);
 

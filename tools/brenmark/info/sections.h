@@ -1,0 +1,34 @@
+#pragma once
+// The sections of brenmark info: each is told as part of one object, and printed from that object, so that text and
+// JSON tell the same. A file each beside this one.
+
+#include "brenmark/json_text.h"
+
+#include <vector>
+
+namespace NBrenmark {
+
+class CDeckReader;
+class CFailure;
+class GeometryGroups;
+struct SSimulationFrame;
+
+/// Times and, if counted, what each timestep holds, for which all are read; else only the last one is. The last
+/// one that can be read is loaded at the end.
+/// \param failures  gets those of the timesteps that can't be read, which have "damaged"
+/// \throws CFailure  none of those that were tried can be read
+Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& failures);
+void printTimesteps(const Json& deck);
+
+Json typeList(const SSimulationFrame& frame);
+Json materialList(const SSimulationFrame& frame);
+void printParticlesAndMaterials(const Json& deck);
+
+Json geometryList(const GeometryGroups& groups);
+Json factoryList(const GeometryGroups& groups);
+void printGeometry(const Json& deck);
+
+Json propertyList(CDeckReader& reader);
+void printProperties(const Json& deck);
+
+} // namespace NBrenmark

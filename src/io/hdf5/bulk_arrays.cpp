@@ -1,6 +1,7 @@
 #include "io/hdf5/bulk_arrays.h"
 
 #include "config/user_preferences.h"
+#include "core/stop_flag.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/soundness.h"
@@ -84,6 +85,7 @@ void CArrayWriter::write(const std::string& name, const H5::PredType& type, cons
 void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize_t columns,
                         const Allocate& allocate) const
 {
+    leaveIfStopped(); // nearly all of a long read's time goes by between two arrays
     try {
         const H5::DataSet dataset = location.openDataSet(name);
         const H5::DataSpace space = dataset.getSpace();

@@ -2,6 +2,7 @@
 // What a form of this family is written with: the fields of a stored class, named once, in file order,
 // for the reader and the writer alike. Both forms have the same words.
 
+#include "core/stop_flag.h"
 #include "core/version.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
@@ -297,6 +298,7 @@ public:
     void children(TBody&& body)
     {
         for (hsize_t i = 0; i < childCount(); ++i) {
+            leaveIfStopped();
             const std::string name = childName(i);
             group(name, [&] { body(storedText(name)); });
         }

@@ -5,16 +5,6 @@
 
 namespace NBrenmark {
 
-/// A file holds a placed import as it was imported, and where it was put.
-static void placeImport(CCADGeometry& cad)
-{
-    cad.updateCadTransform();
-    cad.coords = cad.importedCoords;
-    if (!cad.cadTransform.isIdentity()) // which would spread a coordinate that is no number
-        for (C3DPoint& point : cad.coords)
-            point = cad.cadTransform * point;
-}
-
 void placeMesh(CGeometryGroup& g)
 {
     const double enclosed = g.enclosedMagnitude;
@@ -24,7 +14,8 @@ void placeMesh(CGeometryGroup& g)
         g.applyTransform(g.transform);
     }
     else if (auto* const cad = dynamic_cast<CCADGeometry*>(&g)) {
-        placeImport(*cad);
+        cad->updateCadTransform();
+        cad->coords = cad->placedImport();
     }
     g.recomputeDerivedData();
     g.enclosedMagnitude = enclosed;

@@ -24,13 +24,27 @@ void CCADGeometry::updateCadTransform()
     cadTransform.rotateAboutLine(rotationAxisStart, rotationAxisEnd, rotationAngle);
 }
 
-void CCADGeometry::rebuildMesh()
+std::vector<C3DPoint> CCADGeometry::placedImport() const
 {
-    updateCadTransform();
+    if (cadTransform.isIdentity()) // which would spread a coordinate that is no number
+        return importedCoords;
     std::vector<C3DPoint> placed(importedCoords.size());
     std::transform(importedCoords.begin(), importedCoords.end(), placed.begin(),
                    [this](const C3DPoint& point) { return cadTransform * point; });
-    replaceMesh(std::move(placed), triangleNodes);
+    return placed;
+}
+
+void CCADGeometry::forgetPlacement()
+{
+    translationDistance = 0.0;
+    rotationAngle = 0.0;
+    updateCadTransform();
+}
+
+void CCADGeometry::rebuildMesh()
+{
+    updateCadTransform();
+    replaceMesh(placedImport(), triangleNodes);
 }
 
 void CCADGeometry::importMesh(std::vector<C3DPoint> points, std::vector<TriangleNodes> triangles)

@@ -21,6 +21,10 @@ public:
 
     /// cadTransform from the fields below: the rotation acts first, then the shift.
     void updateCadTransform();
+    /// The imported vertices where cadTransform puts them; the very same ones if that is nowhere else.
+    std::vector<C3DPoint> placedImport() const;
+    /// Takes the import for one that was made where it stands: the fields below move it no more.
+    void forgetPlacement();
     /// Takes the imported mesh, and its triangles, to where the fields below put it.
     void rebuildMesh();
     /// Takes a new imported mesh and puts it in its place.

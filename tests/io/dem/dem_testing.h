@@ -5,6 +5,7 @@
 #include "io/dem/dem_writer.h"
 #include "support/bytes.h"
 #include "support/paths.h"
+#include "support/properties.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -107,16 +108,5 @@ public:
 private:
     QFile file;
 };
-
-/// Defines a property and makes it one that has stored values.
-inline void finalizeProperty(CCustomPropertyManager& manager, const char* name, std::vector<double> initialValues)
-{
-    auto property = std::make_unique<CCustomPropertyMetaData>(
-        name, eDoubleProperty, static_cast<unsigned int>(initialValues.size()), 0u, initialValues);
-    if (!manager.addProperty(property))
-        throw std::runtime_error(std::string("property refused: ") + name);
-    manager.lastFinalisedPropertyIndex = static_cast<int>(manager.propertyCount()) - 1;
-    manager.notifyChanged(0);
-}
 
 } // namespace NBrenmark

@@ -1,5 +1,6 @@
 // Geometry groups and their motions, in a creator block and in a timestep: what each version stores and
 // not one byte more, damaged anywhere, and written as the builder says.
+#include "core/stop_flag.h"
 #include "io/dem/dem_testing.h"
 #include "model/factories/particle_factory.h"
 #include "model/factories/particle_factory_list.h"
@@ -129,7 +130,7 @@ TEST(DemGeometryGroups, readWhatTheVersionStoresAndNotOneByteMore)
             EXPECT_EQ(groups.at(index)->uniqueId, index + (c.uniqueId ? 40 : 0)) << version;
         EXPECT_EQ(GeometryGroups::nextUniqueId(), c.uniqueId ? 44u : 4u) << version;
         const auto& cad = groupOf<CCADGeometry>(own, 3);
-        EXPECT_EQ(cad.translationDistance, c.cadFrame ? 2.0 : 0.0) << version;
+        EXPECT_EQ(cad.translationDistance, c.imported ? 2.0 : 0.0) << version; // else it stands there already
         EXPECT_EQ(cad.rotationAxisEnd.z, c.cadFrame ? 1.0 : 0.0) << version;
         EXPECT_EQ(cad.importedCoords[1].x, c.imported ? 0.0 : 2.0) << version;
         EXPECT_EQ(box.kinematics.actions.size(), 4u);
@@ -232,6 +233,28 @@ TEST(DemGeometryGroups, placeAStillImportByItsFrame)
     EXPECT_NEAR(group.coords[3].y, 1.0, 1e-15);
 }
 
+TEST(DemGeometryGroups, leaveAnImportWhereItStandsIfThatIsAllThatAFileHolds)
+{
+    SDeckGroup cad = sampleGroups()[3];
+    cad.index = 0;
+    cad.isStatic = 1;
+    cad.motions.clear();
+    for (const quint32 version : {makeVersion(23, 0, 1), makeVersion(23, 0, 3)}) {
+        COwnFrame own;
+        const CLogCapture log;
+        readGroups(own, {cad}, version);
+        auto& group = groupOf<CCADGeometry>(own, 0);
+        const std::vector<C3DPoint> stored = group.coords;
+        ASSERT_EQ(stored.size(), 4u);
+        expectTriple(stored[1], 2, 0, 0); // the builder's
+        group.rebuildMesh();
+        for (std::size_t vertex = 0; vertex < stored.size(); ++vertex)
+            expectTriple(group.coords[vertex], stored[vertex].x, stored[vertex].y, stored[vertex].z);
+        EXPECT_NE(log.text().find("It stays there; how far it was shifted (2.000000 m)"), std::string::npos)
+            << log.text();
+    }
+}
+
 TEST(DemGeometryGroups, areWrittenAsTheBuilderHasThem)
 {
     std::vector<SDeckGroup> stored = sampleGroups();
@@ -265,6 +288,23 @@ TEST(DemGeometryGroups, keepChargesOfTrianglesAndPropertyValues)
     EXPECT_EQ(firstDifference(groupListBytes(current, {stored}),
                               writtenBy<CDemCreatorDataWriter>(own.frame.creator.geometryGroups)),
               "");
+}
+
+TEST(DemGeometryGroups, canBeReadWithoutTheirProperties)
+{
+    SDeckGroup stored = sampleGroups()[1];
+    stored.index = 0;
+    stored.properties = {{makeDeckValues(1, 4, 2)}, 4};
+    COwnFrame own;
+    finalizeProperty(own.geometry, "Wear", {0.0, 0.0});
+    const CBytes bytes = groupListBytes(makeVersion(27, 0, 3), {stored});
+    CByteStream source(bytes, makeVersion(27, 0, 3));
+    source.stream.options.useNullPropertyManager = true;
+    CDemCreatorDataReader reader(source.stream);
+    own.frame.creator.geometryGroups.read(reader);
+    EXPECT_EQ(source.stream.position(), bytes.size()); // they are passed over
+    EXPECT_TRUE(groupOf(own, 0).customProperties.lists.empty());
+    EXPECT_EQ(groupOf(own, 0).triangleNodes.size(), 4u);
 }
 
 // ---------------------------------------------------------------- timestep form
@@ -502,6 +542,17 @@ TEST(DemGeometryDamage, noWordOfItTakesTheMachinesMemory)
             }
         }
     }
+}
+
+TEST(DemGeometryDamage, isReadNoFurtherOnceTheReadIsToStop)
+{
+    COwnFrame own;
+    const CBytes bytes = groupListBytes(makeVersion(27, 0, 3), sampleGroups());
+    requestStop();
+    EXPECT_THROW(consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups, bytes, makeVersion(27, 0, 3)),
+                 CReadStopped);
+    clearStop();
+    EXPECT_EQ(own.frame.creator.geometryGroups.count(), 0u);
 }
 
 /// What is said of a list that was changed, which is read whole.

@@ -127,8 +127,8 @@ TEST_F(DeckTree, ofACreatorModel)
 
 TEST_F(DeckTree, ofATimestep)
 {
-    finalizeProperty(*deck.simulation.settings->propertyManagers().particle, "Heat", 3);
-    finalizeProperty(*deck.simulation.settings->propertyManagers().contact, "Wear", 1);
+    finalizeProperty(*deck.simulation.settings->propertyManagers().particle, "Heat", {0.0, 0.0, 0.0});
+    finalizeProperty(*deck.simulation.settings->propertyManagers().contact, "Wear", {0.0});
     fillTimestep(deck.timestep(), 2);
     write();
     // A group is named by six digits of the time, the attribute has all.
@@ -239,7 +239,7 @@ static const SMaskCase maskCases[] = {{47 - 2, 8701, "/velocity"},
 
 TEST_F(DeckTree, hasNoArraysThatTheParticleMaskTakesOut)
 {
-    finalizeProperty(*deck.simulation.settings->propertyManagers().particle, "Heat", 3);
+    finalizeProperty(*deck.simulation.settings->propertyManagers().particle, "Heat", {0.0, 0.0, 0.0});
     fillTimestep(deck.timestep(), 2);
     for (const SMaskCase& c : maskCases) {
         deck.simulation.writeOptions.particleMask = c.particleMask;
@@ -277,7 +277,7 @@ TEST_F(DeckTree, tellsOnceOfChargesThatHaveNoPlace)
     EXPECT_EQ(log.count(), 1u);
     EXPECT_NE(log.text().find("Not carried over, for the format has no place for them: 4 "), std::string::npos)
         << log.text();
-    finalizeProperty(*deck.simulation.settings->propertyManagers().particle, "Charge", 1);
+    finalizeProperty(*deck.simulation.settings->propertyManagers().particle, "Charge", {0.0});
     fillTimestep(deck.timestep(), 2);
     deck.timestep().particleTypes.types[0]->electrostatic.charge = {1e-9, 2e-9};
     write();

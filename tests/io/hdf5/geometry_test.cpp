@@ -9,6 +9,7 @@
 
 #include "hdf5_sample.h"
 #include "support/log_capture.h"
+#include "support/properties.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
@@ -431,6 +432,17 @@ TEST(DamagedGeometryOfHdf5, isToldByItsPath)
                  .dataset("/GeometryGroups/0", "moment of inertia", H5T_NATIVE_UINT, {3}, three);
          },
          "3 rows where 6 are needed"},
+        // 2^40 vertices or triangles, and not a byte of them in the file
+        {[&](CH5Builder& file) {
+             file.without("/GeometryGroups/0/coords")
+                 .dataset("/GeometryGroups/0", "coords", H5T_NATIVE_DOUBLE, {hsize_t(1) << 40, 3}, nullptr);
+         },
+         "/GeometryGroups/0, dataset \"coords\": 26388279066624 bytes announced, 0 bytes are stored"},
+        {[&](CH5Builder& file) {
+             file.without("/GeometryGroups/0/triangle nodes")
+                 .dataset("/GeometryGroups/0", "triangle nodes", H5T_NATIVE_UINT, {hsize_t(1) << 40, 3}, nullptr);
+         },
+         "/GeometryGroups/0, dataset \"triangle nodes\": 13194139533312 bytes announced, 0 bytes are stored"},
         {[&](CH5Builder& file) { file.attribute("/GeometryGroups/0", "sides enabled", H5T_NATIVE_UCHAR, flags, {2}); },
          "2 flags where 6 are needed"},
     };
@@ -443,6 +455,38 @@ TEST(DamagedGeometryOfHdf5, isToldByItsPath)
         c.damage(file);
         GeometryGroups back;
         EXPECT_THAT(sample.failure<CreatorReader>(back), HasSubstr(c.told));
+    }
+}
+
+TEST(GeometryFromHdf5, isReadNoFurtherOnceTheReadIsToStop)
+{
+    GeometryGroups groups;
+    added<CBox>(groups, "Kiste", 0);
+    CHdf5Sample sample;
+    sample.tree<CreatorWriter>(groups);
+    GeometryGroups back;
+    requestStop();
+    EXPECT_THROW(sample.read<CreatorReader>(back), CReadStopped);
+    clearStop();
+    EXPECT_EQ(back.count(), 0u);
+}
+
+TEST(GeometryFromHdf5, canBeReadWithoutItsProperties)
+{
+    CCustomPropertyManager wear("Geometry Properties", eGeometryOwner);
+    finalizeProperty(wear, "Wear", {0.25, 0.5});
+    const SPropertyManagers managers{&wear, &wear, &wear, &wear};
+    GeometryGroups groups(managers);
+    auto* const box = new CBox(&wear);
+    fillGroup(*box, "Kiste");
+    groups.add(box, false);
+    CHdf5Sample sample;
+    sample.tree<CreatorWriter>(groups);
+    for (const bool without : {false, true}) {
+        GeometryGroups back(managers);
+        sample.options.useNullPropertyManager = without;
+        sample.read<CreatorReader>(back);
+        EXPECT_EQ(back.at(0)->customProperties.lists.size(), without ? 0u : 1u);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "core/deck/simulation_settings.h"
 #include "io/hdf5/hdf5_io_manager.h"
 #include "support/log_capture.h"
+#include "support/properties.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -47,15 +48,6 @@ public:
     std::unique_ptr<CHdf5IoManager> manager;
     TimestepIndex index;
 };
-
-/// A property that has stored values, on a manager.
-inline void finalizeProperty(CCustomPropertyManager& manager, const char* name, unsigned int elements)
-{
-    auto property = std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, elements, 0u);
-    manager.addProperty(property);
-    manager.lastFinalisedPropertyIndex = static_cast<int>(manager.propertyCount()) - 1;
-    manager.notifyChanged(0);
-}
 
 inline void addSphere(CParticleType& type, const char* name, double contactRadius, double physicalRadius)
 {

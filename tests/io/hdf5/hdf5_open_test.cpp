@@ -252,8 +252,8 @@ TEST_F(Hdf5Open, fitsCustomPropertiesToTheirDefinition)
 {
     {
         CHdf5Deck writer;
-        finalizeProperty(*writer.simulation.settings->propertyManagers().particle, "Heat", 1);
-        finalizeProperty(*writer.simulation.settings->propertyManagers().particle, "Age", 1);
+        finalizeProperty(*writer.simulation.settings->propertyManagers().particle, "Heat", {0.0});
+        finalizeProperty(*writer.simulation.settings->propertyManagers().particle, "Age", {0.0});
         fillCreator(writer.creator());
         fillTimestep(writer.timestep(), 2);
         writer.timestep().particleTypes.types[0]->customProperties.list("Heat")->values = {5.0, 6.0};
@@ -261,7 +261,7 @@ TEST_F(Hdf5Open, fitsCustomPropertiesToTheirDefinition)
         ASSERT_TRUE(writer.append(0.1, true));
     }
     CHdf5Deck reader; // its settings define one wider property and none behind it
-    finalizeProperty(*reader.simulation.settings->propertyManagers().particle, "Heat", 2);
+    finalizeProperty(*reader.simulation.settings->propertyManagers().particle, "Heat", {0.0, 0.0});
     ASSERT_EQ(reader.open(path()), eOpened);
     ASSERT_TRUE(reader.read(0));
     CCustomPropertyData& properties = reader.timestep().particleTypes.types[0]->customProperties;

@@ -159,10 +159,7 @@ static void placeMesh(CGeometryGroup& group)
     auto* const cad = dynamic_cast<CCADGeometry*>(&group);
     if (cad != nullptr && group.isStatic && group.coords.size() != cad->importedCoords.size()) {
         cad->updateCadTransform();
-        group.coords = cad->importedCoords;
-        if (!cad->cadTransform.isIdentity()) // which would spread a coordinate that is no number
-            for (C3DPoint& point : group.coords)
-                point = cad->cadTransform * point;
+        group.coords = cad->placedImport();
     }
     if (group.isStatic) {
         group.updateBounds();

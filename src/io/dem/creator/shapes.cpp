@@ -1,4 +1,5 @@
 // The shapes of geometry groups. Each stands before what all groups have in common.
+#include "core/log.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "model/geometry/box.h"
@@ -113,10 +114,28 @@ static void cadForm(TForm&& f, TGeometry& geometry)
     f.point(geometry.rotationAxisStart);
     f.point(geometry.rotationAxisEnd);
 }
+
+/// From 23.0.1 to 23.0.3 a file tells where an import was put, but holds it there and no longer where it came from.
+/// The mesh counts: put in its place a second time, it would stand elsewhere.
+static void keepMeshWhereItStands(CInForm f, CCADGeometry& geometry)
+{
+    geometry.updateCadTransform();
+    if (!f.since(23, 0, 1) || f.since(23, 0, 4) || geometry.cadTransform.isIdentity())
+        return;
+    logMessage(
+        eWarning, "Legacy read",
+        f.stream.place.toStdString() + ": the mesh of geometry group \"" + geometry.name +
+            "\" is stored where it was put and not as it was imported. It stays there; how far it was shifted (" +
+            std::to_string(geometry.translationDistance) + " m) and turned (" + std::to_string(geometry.rotationAngle) +
+            " rad) is set to 0.");
+    geometry.forgetPlacement();
+}
+
 void CDemCreatorDataReader::readCADGeometry(CCADGeometry& geometry)
 {
     cadForm(in(), geometry);
     readGeometryGroup(geometry);
+    keepMeshWhereItStands(in(), geometry);
 }
 void CDemCreatorDataWriter::writeCADGeometry(const CCADGeometry& geometry)
 {

@@ -87,10 +87,11 @@ static void readGeometryType(CHdf5FormReader& f, CGeometryGroup& g)
 }
 static void readGeometryType(CHdf5FormWriter&, const CGeometryGroup&) {} // a writer is of the current version
 
-/// \param mask   the stored-fields word
-/// \param visit  reads or writes a part by its own form
-template <class TForm, class TGroup, class TMask, class TVisit>
-static void groupForm(TForm& f, TGroup& g, QString& name, TMask& mask, TVisit&& visit)
+/// \param enclosed  of an open group nothing is written, whatever was measured
+/// \param mask      the stored-fields word
+/// \param visit     reads or writes a part by its own form
+template <class TForm, class TGroup, class TVisit>
+static void groupForm(TForm& f, TGroup& g, QString& name, double& enclosed, quint32& mask, TVisit&& visit)
 {
     visit(g.kinematics);
     visit(*g.factories);
@@ -111,7 +112,7 @@ static void groupForm(TForm& f, TGroup& g, QString& name, TMask& mask, TVisit&& 
         readGeometryType(f, g);
     f.attribute("reset velocities", g.resetVelocities);
     f.attribute("material name", g.materialName);
-    f.attribute("enclosed magnitude", g.enclosedMagnitude);
+    f.attribute("enclosed magnitude", enclosed);
     f.attribute("surface magnitude", g.surfaceMagnitude);
     f.attribute("time", g.time);
     f.attribute("gain", g.gain);
@@ -130,7 +131,7 @@ void CHdf5CreatorDataReader::readGeometryGroup(CGeometryGroup& g)
     if (g.materialBlockRef == nullptr && in().hasAttribute(blockName))
         g.materialBlockRef = std::make_unique<CBlockLink>(&g.bounds);
     QString name;
-    groupForm(in(), g, name, g.dataMask, [this](auto& part) { part.read(*this); });
+    groupForm(in(), g, name, g.enclosedMagnitude, g.dataMask, [this](auto& part) { part.read(*this); });
     g.setName(name);
     g.factories->setBoundingShape(&g);
     checkForces(g);
@@ -142,8 +143,9 @@ void CHdf5CreatorDataReader::readGeometryGroup(CGeometryGroup& g)
 void CHdf5CreatorDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 {
     QString name = g.displayedName;
+    double enclosed = g.enclosedVolume();
     quint32 mask = eTriangleIds | eTriangleNodes | eTriangleForces;
-    groupForm(out(), g, name, mask, [this](const auto& part) { part.write(*this); });
+    groupForm(out(), g, name, enclosed, mask, [this](const auto& part) { part.write(*this); });
     if ((options.geometryMask & eGeometryProperties) != 0)
         g.customProperties.write(*this);
     else

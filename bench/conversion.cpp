@@ -1,7 +1,9 @@
 // How fast a deck moves from the legacy family to the HDF5 family, beside the rate at which the plain HDF5
 // filter pipeline stores the same arrays in the same run, and how much memory that takes at the most.
 //
-//   conversion [--particles 1000000] [--timesteps 5] [--rounds 3] [--folder FOLDER]
+//   conversion [--particles N] [--contacts N] [--timesteps N] [--rounds 3] [--folder FOLDER]
+//
+// Without a size there are two decks: 1,000,000 particles at five times, and 250,000 with 1,000,000 contacts at three.
 //
 // Every step runs in a process of its own, in turn, so that neither warms the other's heap and the peak of
 // resident memory is the step's own.
@@ -33,12 +35,44 @@ namespace {
 
 struct SSize
 {
-    quint32 particles = 1000000;
-    quint32 timesteps = 5;
+    quint32 particles = 0;
+    quint32 contacts = 0;
+    quint32 timesteps = 0;
+
+    /// Of all arrays of one timestep, in MB.
+    double megabytes() const
+    {
+        // ids, velocity, position, orientation, angular velocity, scale, three force records, creation time
+        constexpr double bytesPerParticle = 4 + 24 + 24 + 32 + 24 + 8 + 3 * 56 + 8;
+        // ends, place, two vectors, overlap, tangential overlap, two forces
+        constexpr double bytesPerContact = 16 + 24 + 2 * 24 + 8 + 24 + 2 * 24;
+        return 1e-6 * (bytesPerParticle * particles + bytesPerContact * contacts);
+    }
 };
 
-// ids, velocity, position, orientation, angular velocity, scale, three force records, creation time
-constexpr double bytesPerParticle = 4 + 24 + 24 + 32 + 24 + 8 + 3 * 56 + 8;
+/// Each grain touches the next ones: overlaps and forces as rough as a solver leaves them, and as many contacts
+/// without slip as there are grains at rest.
+void fillContacts(CContactsBase& contacts, const SSize& size, std::mt19937_64& random)
+{
+    std::uniform_real_distribution<double> unit(-1.0, 1.0);
+    const auto vector = [&](double scale) {
+        return C3DVector(scale * unit(random), scale * unit(random), scale * unit(random));
+    };
+    contacts.reserveRows(size.contacts);
+    contacts.resizeRows(size.contacts);
+    for (quint32 row = 0; row < size.contacts; ++row) {
+        const quint32 first = row % size.particles;
+        const quint32 second = (first + 1 + row / size.particles) % size.particles;
+        contacts.rows[row] = {0, std::min(first, second), 0, std::max(first, second)};
+        contacts.position[row] = C3DPoint(vector(1.0));
+        contacts.contactVector1[row] = vector(1e-3);
+        contacts.contactVector2[row] = vector(1e-3);
+        contacts.normalOverlap[row] = 1e-6 * (1.0 + unit(random));
+        contacts.tangentialOverlap[row] = vector(row % 3 == 0 ? 0.0 : 1e-6);
+        contacts.normalForce[row] = vector(1e-3);
+        contacts.tangentialForce[row] = vector(row % 3 == 0 ? 0.0 : 1e-3);
+    }
+}
 
 /// A heap of grains at one time: positions and forces as rough as a solver leaves them, and a third of the
 /// grains at rest.
@@ -69,6 +103,7 @@ void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
             grains.forceTorque[i][component] = 1e-3 * unit(random);
         grains.unscaledForceTorque[i] = grains.forceTorque[i];
     }
+    fillContacts(timestep.contacts.surfaceSurface, size, random);
 }
 
 bool makeDeck(const QString& path, const SSize& size)
@@ -125,6 +160,19 @@ void storeArray(hid_t file, const char* name, hid_t type, const void* values, hs
     H5Sclose(space);
 }
 
+void storeContacts(hid_t file, const CContactsBase& contacts)
+{
+    const hsize_t n = contacts.rowCount();
+    storeArray(file, "contacts", H5T_NATIVE_UINT, contacts.rows.data(), n, 4);
+    storeArray(file, "contact position", H5T_NATIVE_DOUBLE, contacts.position.data(), n, 3);
+    storeArray(file, "contact vector 1", H5T_NATIVE_DOUBLE, contacts.contactVector1.data(), n, 3);
+    storeArray(file, "contact vector 2", H5T_NATIVE_DOUBLE, contacts.contactVector2.data(), n, 3);
+    storeArray(file, "normal overlap", H5T_NATIVE_DOUBLE, contacts.normalOverlap.data(), n, 1);
+    storeArray(file, "tangential overlap", H5T_NATIVE_DOUBLE, contacts.tangentialOverlap.data(), n, 3);
+    storeArray(file, "normal force", H5T_NATIVE_DOUBLE, contacts.normalForce.data(), n, 3);
+    storeArray(file, "tangential force", H5T_NATIVE_DOUBLE, contacts.tangentialForce.data(), n, 3);
+}
+
 /// The baseline: the arrays of each timestep through the plain pipeline, a file a timestep.
 /// \return the seconds that it took, without those to make the arrays up
 double storePlain(const QString& folder, const SSize& size)
@@ -150,42 +198,28 @@ double storePlain(const QString& folder, const SSize& size)
         storeArray(file, "us_force torque", H5T_NATIVE_DOUBLE, grains.unscaledForceTorque.data(), n, 7);
         storeArray(file, "external force torque", H5T_NATIVE_DOUBLE, grains.externalForceTorque.data(), n, 7);
         storeArray(file, "creation time", H5T_NATIVE_DOUBLE, times.data(), n, 1);
+        if (size.contacts > 0)
+            storeContacts(file, timestep.contacts.surfaceSurface);
         H5Fclose(file);
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
     return seconds;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+/// Makes a deck, converts it beside the plain pipeline, and prints what that took.
+void compare(const SSize& size, quint32 rounds, const QString& folder)
 {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
-    SSize size;
-    size.particles = wordAfter(arguments, "--particles", "1000000").toUInt();
-    size.timesteps = wordAfter(arguments, "--timesteps", "5").toUInt();
-    const quint32 rounds = wordAfter(arguments, "--rounds", "3").toUInt();
-    const QString parent = wordAfter(arguments, "--folder", QDir::tempPath());
-    QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
-    if (!folder.isValid() || size.particles == 0 || size.timesteps == 0 || rounds == 0) {
-        std::fprintf(stderr, "conversion: nothing to measure, or no folder can be made in %s\n", qPrintable(parent));
-        return 1;
-    }
-
-    const double megabytes = 1e-6 * bytesPerParticle * size.particles * size.timesteps;
-    const double largestTimestep = megabytes / size.timesteps;
-    std::printf("%u particles, %u timesteps: %.0f MB of array data, %.0f MB a timestep\n", size.particles,
-                size.timesteps, megabytes, largestTimestep);
-    const QString source = folder.filePath("source.dem");
-    const QString target = folder.filePath("target.dem");
+    const double megabytes = size.megabytes() * size.timesteps;
+    std::printf("%u particles, %u contacts, %u timesteps: %.0f MB of array data, %.0f MB a timestep\n", size.particles,
+                size.contacts, size.timesteps, megabytes, size.megabytes());
+    const QString source = folder + "/source.dem";
+    const QString target = folder + "/target.dem";
     measure("making the deck", [&] { return makeDeck(source, size) ? 0.0 : -1.0; });
 
     std::vector<double> ratios;
     double peak = 0.0;
     for (quint32 round = 1; round <= rounds; ++round) {
-        const SMeasure plain = measure("the plain pipeline", [&] { return storePlain(folder.path(), size); });
+        const SMeasure plain = measure("the plain pipeline", [&] { return storePlain(folder, size); });
         const SMeasure whole = measure("the conversion", [&] { return convert(source, target) ? 0.0 : -1.0; });
         ratios.push_back(plain.wallSeconds / whole.wallSeconds);
         peak = std::max(peak, whole.peakMegabytes);
@@ -198,6 +232,31 @@ int main(int argc, char** argv)
                 *std::min_element(ratios.begin(), ratios.end()), *std::max_element(ratios.begin(), ratios.end()),
                 rounds);
     std::printf("peak resident memory of a conversion: %.0f MB, %.2fx the largest timestep\n", peak,
-                peak / largestTimestep);
+                peak / size.megabytes());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    std::vector<SSize> decks = {{1000000, 0, 5}, {250000, 1000000, 3}};
+    if (arguments.contains("--particles") || arguments.contains("--contacts"))
+        decks = {{wordAfter(arguments, "--particles", "250000").toUInt(),
+                  wordAfter(arguments, "--contacts", "0").toUInt(), 3}};
+    const quint32 rounds = wordAfter(arguments, "--rounds", "3").toUInt();
+    const QString parent = wordAfter(arguments, "--folder", QDir::tempPath());
+    for (SSize& size : decks) {
+        size.timesteps = wordAfter(arguments, "--timesteps", QString::number(size.timesteps)).toUInt();
+        QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
+        if (!folder.isValid() || size.particles < 2 || size.timesteps == 0 || rounds == 0) {
+            std::fprintf(stderr, "conversion: nothing to measure, or no folder can be made in %s\n",
+                         qPrintable(parent));
+            return 1;
+        }
+        compare(size, rounds, folder.path());
+    }
     return 0;
 }

@@ -1,7 +1,5 @@
 #include "core/deck/simulation_settings.h"
 
-#include "physics/physics_models.h"
-
 namespace NBrenmark {
 
 CSimulationSettingsAndData::CSimulationSettingsAndData()
@@ -23,13 +21,6 @@ CSimulationSettingsAndData::CSimulationSettingsAndData()
 SPropertyManagers CSimulationSettingsAndData::propertyManagers()
 {
     return {&particle, &contact, &geometry, &simulation};
-}
-
-void CSimulationSettingsAndData::follow(CPhysicsModels& physics)
-{
-    for (CPhysicsLinkedCustomPropertyManager* manager :
-         {static_cast<CPhysicsLinkedCustomPropertyManager*>(&particle), &contact, &geometry, &simulation})
-        physics.addListener(manager);
 }
 
 } // namespace NBrenmark

@@ -1,0 +1,15 @@
+// Apart from the rest of the settings: who only reads a settings file needs no models.
+
+#include "core/deck/simulation_settings.h"
+#include "physics/physics_models.h"
+
+namespace NBrenmark {
+
+void CSimulationSettingsAndData::follow(CPhysicsModels& physics)
+{
+    for (CPhysicsLinkedCustomPropertyManager* manager :
+         {static_cast<CPhysicsLinkedCustomPropertyManager*>(&particle), &contact, &geometry, &simulation})
+        physics.addListener(manager);
+}
+
+} // namespace NBrenmark

@@ -92,8 +92,8 @@ static CCopyRegistry& copyRegistry()
     return registry;
 }
 
-/// Copies the whole of source beside target, and then gives it that name: what a process that is killed leaves is
-/// no deck with half a companion. \return the cause if it didn't arrive whole. Every step that can meet a full disk
+/// Copies the whole of source beside target, and then gives it that name: whatever fails, and whenever a process is
+/// killed, the target is the earlier file or the new one. \return the cause if it didn't arrive whole. Every step that can meet a full disk
 /// is asked for its result, the closing too, and the size on the disk has the last word.
 static std::string copyOnto(QTemporaryFile& source, const QString& target)
 {
@@ -166,8 +166,6 @@ bool CFileReplacement::replace(const QString& target)
 {
     if (!complete())
         return false;
-    QFile::remove(target);
-
     CCopyRegistry& registry = copyRegistry();
     const CCopyRegistry::Place place = registry.enter(target);
     const auto work = [source = file, target, place, &registry] {

@@ -25,8 +25,9 @@ public:
 
     /// Writes the content to the temporary file, whole or not at all.
     bool complete();
-    /// Completes the file, removes the target and starts to copy onto it: at once, and while that fails up to
-    /// five times, 100 ms apart. False, and the target untouched, if the temporary file isn't whole.
+    /// Completes the file and starts to copy it into the target's place: at once, and while that fails up to five
+    /// times, 100 ms apart. Until the new file is there whole the target is the earlier one. False if the temporary
+    /// file isn't whole.
     bool replace(const QString& target);
     /// What stopped the temporary file from being opened or completed.
     std::string cause() const;

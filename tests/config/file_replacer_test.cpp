@@ -128,6 +128,7 @@ TEST(FileReplacement, takesNoPartOfAFileForTheWhole)
 {
     const CTempFolder folder;
     const QByteArray bytes(3000000, 'x');
+    folder.write("a", "the earlier file");
     std::vector<SFailedCopy> failed;
     {
         CFileReplacement replacement;
@@ -139,7 +140,8 @@ TEST(FileReplacement, takesNoPartOfAFileForTheWhole)
     }
     ASSERT_EQ(failed.size(), 1u);
     EXPECT_TRUE(takeKeptFile(failed[0].cause) == bytes);
-    EXPECT_FALSE(folder.has("a"));
+    EXPECT_EQ(folder.read("a"), "the earlier file");
+    EXPECT_EQ(folder.names().size(), 1) << "and no part of the new one";
 }
 
 TEST(FileReplacement, thatIsNotWholeItselfLeavesTheTargetAlone)

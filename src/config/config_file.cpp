@@ -327,36 +327,87 @@ static std::string withEscapes(const std::string& key)
     return text;
 }
 
-/// Writes an entry for the node of the path, if it has a value, and then all below it.
-static int writeSubtree(QIODevice& device, CConfigManager& manager, const CKeyPath& path, const std::string& fileName)
+/// One write of a tree.
+class CConfigFileWriter
 {
-    const SConfigNode* const node = manager.findNode(path, false);
-    if (!node)
-        return eConfigInvalidValue;
-    if (node->value.has_value()) {
-        const SValueKind* const kind = valueKindOf(node->value);
-        if (!kind) {
-            logMessage(eError, "Configuration",
-                       fileName +
-                           ": An unexpected error occured while writing the configuration data "
-                           "(unsupported data type in tree for key: " +
-                           path.toString() + ").");
+public:
+    CConfigFileWriter(QIODevice& device, CConfigManager& manager, const std::string& name)
+        : device(device), manager(manager), name(name)
+    {}
+
+    int write(const CKeyPath& base)
+    {
+        put(formatLine + "\n" + formatVersionTag + currentFormatVersion + "\n" + fileVersionTag + programVersionText +
+            "\n");
+        return writeSubtree(base);
+    }
+
+private:
+    void put(const std::string& text) { device.write(text.data(), qint64(text.size())); }
+
+    void warn(const CKeyPath& path, const std::string& text) const
+    {
+        logMessage(eWarning, "Configuration", name + ": the value of key " + shortened(path.toString()) + text);
+    }
+
+    /// Writes an entry for the node of the path, if it has a value, and then all below it.
+    int writeSubtree(const CKeyPath& path)
+    {
+        const SConfigNode* const node = manager.findNode(path, false);
+        if (!node)
             return eConfigInvalidValue;
+        if (node->value.has_value()) {
+            const SValueKind* const kind = valueKindOf(node->value);
+            if (!kind) {
+                logMessage(eError, "Configuration",
+                           name +
+                               ": An unexpected error occured while writing the configuration data "
+                               "(unsupported data type in tree for key: " +
+                               path.toString() + ").");
+                return eConfigInvalidValue;
+            }
+            writeEntry(path, *kind, node->value);
         }
-        const std::string text = kind->encode(node->value);
+        for (const auto& child : node->children) {
+            const int result = writeSubtree(path.child(child.first));
+            if (result != eConfigDone)
+                return result;
+        }
+        return eConfigDone;
+    }
+
+    /// Writes an entry that a reader takes, and takes for the same as is told here: one that it refuses would have
+    /// the whole file refused.
+    void writeEntry(const CKeyPath& path, const SValueKind& kind, const std::any& value)
+    {
+        const std::string front = withEscapes(path.toString()) + "=" + kind.name + ":";
+        const std::optional<SEntry> entry = splitEntry(front);
+        if (!entry || entry->kind != kind.name || front.front() == '\0' || front.find('\n') != std::string::npos ||
+            !(CKeyPath::fromString(withoutEscapes(entry->key)) == path)) {
+            warn(path, " was left out: the key has no form that a reader of this file takes.");
+            return;
+        }
+        std::string text = kind.encode(value);
         std::any readBack;
-        if (!kind->decode(text, readBack))
-            logMessage(eWarning, "Configuration",
-                       fileName + ": the value of key " + path.toString() + ", " + text +
-                           ", has no form that a reader of this file takes.");
-        device.write(QByteArray::fromStdString(withEscapes(path.toString()) + "=" + kind->name + ":" + text + "\n"));
+        if (!kind.decode(text, readBack)) {
+            warn(path, ", " + shortened(text) + ", was left out: it has no form that a reader of this file takes.");
+            return;
+        }
+        if (!kind.isSame(value, readBack)) {
+            text = kind.encode(readBack);
+            warn(path, " was written as " + shortened(text) + ", which is as much of it as this file can hold.");
+        }
+        put(front + text + "\n");
     }
-    for (const auto& child : node->children) {
-        const int result = writeSubtree(device, manager, path.child(child.first), fileName);
-        if (result != eConfigDone)
-            return result;
-    }
-    return eConfigDone;
+
+    QIODevice& device;
+    CConfigManager& manager;
+    const std::string& name;
+};
+
+int writeConfiguration(QIODevice& device, const CConfigHandle& handle, const std::string& name)
+{
+    return CConfigFileWriter(device, handle.manager(), name).write(handle.basePath());
 }
 
 int writeConfigurationFile(const std::string& fileName, const CConfigHandle& handle)
@@ -370,10 +421,7 @@ int writeConfigurationFile(const std::string& fileName, const CConfigHandle& han
         logMessage(eError, "Configuration", fileName + ": Could not open file for output. " + replacement.cause());
         return eConfigNotOpened;
     }
-    const std::string header =
-        formatLine + "\n" + formatVersionTag + currentFormatVersion + "\n" + fileVersionTag + programVersionText + "\n";
-    replacement.device().write(header.data(), qint64(header.size()));
-    const int result = writeSubtree(replacement.device(), handle.manager(), handle.basePath(), fileName);
+    const int result = writeConfiguration(replacement.device(), handle, fileName);
     if (!replacement.replace(QString::fromStdString(fileName))) {
         logMessage(eError, "Configuration",
                    fileName + ": An unexpected error occured while writing the configuration data. " +

@@ -5,6 +5,8 @@
 #include <set>
 #include <string>
 
+class QIODevice;
+
 namespace NBrenmark::NConfig {
 
 class CConfigHandle;
@@ -29,7 +31,12 @@ using ConfigLineObserver = std::function<void(int)>;
 int readConfigurationFile(const std::string& fileName, const CConfigHandle& handle,
                           const std::set<std::string>& excludedElements, const ConfigLineObserver& observer = {});
 
-/// Writes the tree from the handle on. When this returns the file may still be on its way to its place:
+/// Writes the tree from the handle on, in the form of the file. A value that the form can't hold as it is is told in
+/// the log, with what becomes of it: the text is such that reading and writing it again gives the same bytes.
+/// \param name  as messages name the file
+int writeConfiguration(QIODevice& device, const CConfigHandle& handle, const std::string& name);
+
+/// Does so to a file. When this returns the file may still be on its way to its place:
 /// waitForCopies (config/file_replacer.h) tells when it is there.
 /// \param fileName  UTF-8
 int writeConfigurationFile(const std::string& fileName, const CConfigHandle& handle);

@@ -3,6 +3,7 @@
 #include "config/config_number.h"
 #include "core/log.h"
 
+#include <algorithm>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -58,11 +59,16 @@ static bool decodeFloat(const std::string& text, float& value)
     return true;
 }
 
-static std::string encodeChar(char value) { return std::string(1, value); }
+/// The ends of a line have no form.
+static std::string encodeChar(char value) { return std::string(1, value == '\n' || value == '\r' ? '\0' : value); }
 
 static bool decodeChar(const std::string& text, char& value)
 {
     value = '\0';
+    if (text.size() == 1) {
+        value = text[0]; // a blank or a tab, too: a delimiter may be one
+        return true;
+    }
     for (const char c : text) {
         if (!isWhiteSpace(c)) {
             value = c;
@@ -72,10 +78,18 @@ static bool decodeChar(const std::string& text, char& value)
     return true;
 }
 
+/// No reader of a triple takes a plus: 1e20 is the same number.
+static std::string textWithoutPlus(double value)
+{
+    std::string text = generalText(value);
+    text.erase(std::remove(text.begin(), text.end(), '+'), text.end());
+    return text;
+}
+
 template <class TTriple>
 static std::string encodeTriple(const TTriple& value)
 {
-    return "(" + generalText(value.x) + ", " + generalText(value.y) + ", " + generalText(value.z) + ")";
+    return "(" + textWithoutPlus(value.x) + ", " + textWithoutPlus(value.y) + ", " + textWithoutPlus(value.z) + ")";
 }
 
 /// Takes -digits.digits e-digits off the front of a text, fraction and exponent being optional. What stands
@@ -145,34 +159,56 @@ static bool decodeTriple(const std::string& text, TTriple& value)
     return false;
 }
 
-static std::string withEscapes(const std::string& text, bool commas)
+/// What a text is a part of decides what it must not hold.
+enum class ETextPlace
+{
+    eWholeValue,
+    eListItem ///< a comma is escaped, and a quote would end the item
+};
+
+/// A line can't hold a carriage return, nor an item of a list a quote: such a text ends lines by line feeds, and
+/// quotes by apostrophes.
+static std::string withEscapes(const std::string& text, ETextPlace place)
 {
     std::string escaped;
     escaped.reserve(text.size());
-    for (const char c : text) {
-        if (c == '\n')
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '\n' || (c == '\r' && text.compare(i + 1, 1, "\n") != 0))
             escaped += "\\n";
-        else if (c == ',' && commas)
+        else if (c == ',' && place == ETextPlace::eListItem)
             escaped += "\\,";
-        else
+        else if (c == '"' && place == ETextPlace::eListItem)
+            escaped += '\'';
+        else if (c != '\r')
             escaped += c;
     }
     return escaped;
 }
 
-static std::string encodeString(const std::string& value) { return withEscapes(value, false); }
+/// Undoes the two escapes and nothing else: a backslash before any other letter is one.
+static std::string withoutEscapes(const std::string& text, ETextPlace place)
+{
+    std::string plain;
+    plain.reserve(text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char next = text[i] == '\\' && i + 1 < text.size() ? text[i + 1] : '\0';
+        if (next == 'n' || (next == ',' && place == ETextPlace::eListItem)) {
+            plain += next == 'n' ? '\n' : ',';
+            ++i;
+        }
+        else {
+            plain += text[i];
+        }
+    }
+    return plain;
+}
+
+static std::string encodeString(const std::string& value) { return withEscapes(value, ETextPlace::eWholeValue); }
 
 static bool decodeString(const std::string& text, std::string& value)
 {
-    value.clear();
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\\' && i + 1 < text.size() && text[i + 1] == 'n') {
-            value += '\n';
-            ++i;
-        }
-        else
-            value += text[i];
-    }
+    value = withoutEscapes(text, ETextPlace::eWholeValue);
     return true;
 }
 
@@ -180,6 +216,9 @@ static QString fromUtf8(const std::string& text)
 {
     const QByteArray bytes = QByteArray::fromStdString(text);
     QString decoded = QString::fromUtf8(bytes);
+    // Taken for a mark of the encoding at the front, and left out, is what is a letter of the text here.
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        decoded.prepend(QChar(QChar::ByteOrderMark));
     if (decoded.toUtf8() != bytes)
         logMessage(eWarning, "Configuration",
                    "A text that isn't UTF-8 was read with substitutes for the letters that it can't have: " +
@@ -216,6 +255,20 @@ static std::string encodeNumbers(const TNumbers& value)
     return text;
 }
 
+template <class TNumber>
+static void append(std::vector<TNumber>& numbers, TNumber number)
+{
+    numbers.push_back(number);
+}
+template <class TNumber>
+static void append(std::set<TNumber>& numbers, TNumber number)
+{
+    if (number == number)
+        numbers.insert(number);
+    else // it has no place in an order, and would have others taken for its equals
+        logMessage(eWarning, "Configuration", "A set of numbers was read without the nan in it.");
+}
+
 template <class TNumbers>
 static bool decodeNumbers(const std::string& text, TNumbers& value)
 {
@@ -227,7 +280,7 @@ static bool decodeNumbers(const std::string& text, TNumbers& value)
         typename TNumbers::value_type element{};
         if (!decodeElement(std::string_view(text).substr(start, comma - start), element))
             return false;
-        value.insert(value.end(), element);
+        append(value, element);
         start = comma + 1;
     }
     return true;
@@ -246,12 +299,12 @@ static std::string encodeStrings(const TStrings& value)
     for (const auto& item : value) {
         if (!text.empty())
             text += ',';
-        text += '"' + withEscapes(toBytes(item), true) + '"';
+        text += '"' + withEscapes(toBytes(item), ETextPlace::eListItem) + '"';
     }
     return text;
 }
 
-/// Each run between a pair of quotes is an item, an empty run too. The two escapes stay in the items.
+/// Each run between a pair of quotes is an item, an empty run too.
 template <class TStrings>
 static bool decodeStrings(const std::string& text, TStrings& value)
 {
@@ -261,7 +314,7 @@ static bool decodeStrings(const std::string& text, TStrings& value)
         const size_t close = text.find('"', open + 1);
         if (close == std::string::npos)
             break;
-        append(value, text.substr(open + 1, close - open - 1));
+        append(value, withoutEscapes(text.substr(open + 1, close - open - 1), ETextPlace::eListItem));
         open = text.find('"', close + 1);
     }
     return true;
@@ -314,6 +367,29 @@ static bool decodeColour(const std::string& text, QColor& value)
     return false;
 }
 
+// ---------------------------------------------------------------- equality, as far as a text can tell
+
+template <class T>
+static bool isSame(const T& a, const T& b)
+{
+    return a == b;
+}
+static bool isSame(float a, float b) { return a == b || (a != a && b != b); }
+static bool isSame(double a, double b) { return a == b || (a != a && b != b); }
+static bool isSame(const QColor& a, const QColor& b) { return a.isValid() == b.isValid() && a.rgb() == b.rgb(); }
+static bool isSame(const C3DPoint& a, const C3DPoint& b)
+{
+    return isSame(a.x, b.x) && isSame(a.y, b.y) && isSame(a.z, b.z);
+}
+static bool isSame(const C3DVector& a, const C3DVector& b)
+{
+    return isSame(a.x, b.x) && isSame(a.y, b.y) && isSame(a.z, b.z);
+}
+static bool isSame(const std::vector<double>& a, const std::vector<double>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](double x, double y) { return isSame(x, y); });
+}
+
 // ---------------------------------------------------------------- the table
 
 template <class T, auto encodeValue>
@@ -332,10 +408,16 @@ static bool decodeAny(const std::string& text, std::any& value)
     return true;
 }
 
+template <class T>
+static bool isSameAny(const std::any& a, const std::any& b)
+{
+    return isSame(std::any_cast<const T&>(a), std::any_cast<const T&>(b));
+}
+
 template <class T, auto encodeValue, auto decodeValue>
 static constexpr SValueKind makeKind(const char* name)
 {
-    return {name, typeid(T), encodeAny<T, encodeValue>, decodeAny<T, decodeValue>};
+    return {name, typeid(T), encodeAny<T, encodeValue>, decodeAny<T, decodeValue>, isSameAny<T>};
 }
 
 template <class T>

@@ -49,10 +49,13 @@ struct SValueKind
 {
     const char* name;
     const std::type_info& type;
-    /// The text of a value of this kind; it has no line feed in it.
+    /// The text of a value of this kind; it has no end of a line in it. What a text can't hold is left out or
+    /// replaced: decode tells what remains.
     std::string (*encode)(const std::any& value);
     /// Takes the value of a text over. False, and the value untouched, if the text has none.
     bool (*decode)(const std::string& text, std::any& value);
+    /// Whether two values of this kind are equal; a nan is equal to a nan.
+    bool (*isSame)(const std::any& a, const std::any& b);
 };
 
 /// The kind with this number, below valueKindCount.

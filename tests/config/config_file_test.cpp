@@ -10,6 +10,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
+
+#include <cmath>
+#include <iterator>
+#include <random>
+#include <utility>
+
 namespace NBrenmark::NConfig {
 namespace {
 
@@ -258,16 +265,213 @@ TEST(ConfigFile, refusesAValueOfNoKind)
     EXPECT_NE(std::get<2>(logger.messages()[0]).find("unsupported data type in tree for key: B:C"), std::string::npos);
 }
 
-TEST(ConfigFile, tellsOfAValueThatNoReaderTakes)
+QByteArray textOf(CConfigManager& manager)
 {
-    CConfigManager manager;
-    manager.value<C3DVector>(path("V"), C3DVector(1e20, 0, 0));
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_EQ(writeConfiguration(buffer, *manager.rootHandle(), "b.dfg"), eConfigDone);
+    return buffer.data();
+}
+
+/// What the log says while a tree is written.
+std::string toldWhileWriting(CConfigManager& manager, QByteArray& bytes)
+{
     CPersistentLogger logger(eWarning);
     addLogModule(&logger);
-    written(manager);
+    bytes = textOf(manager);
     clearLogModules();
-    ASSERT_EQ(logger.messages().size(), 1u);
-    EXPECT_NE(std::get<2>(logger.messages()[0]).find("V, (1e+20, 0, 0)"), std::string::npos);
+    std::string text;
+    for (const SLogMessage& message : logger.messages())
+        text += std::get<2>(message) + "\n";
+    return text;
+}
+
+struct SMendedCase
+{
+    const char* name;
+    std::any value;
+    const char* entry; ///< without the key; null if the entry is left out
+};
+
+TEST(ConfigFile, tellsOfAValueThatItCannotHold)
+{
+    const SMendedCase cases[] = {
+        {"more than six digits", 0.12345678, "DOUBLE:0.123457"},
+        {"more than six decimals", std::vector<double>{1e-9, 1}, "STD DOUBLE VECTOR:0.000000,1.000000"},
+        {"numbers that become one", std::set<double>{-1e-9, 1e-9}, "STD DOUBLE SET:-0.000000"},
+        {"carriage returns", std::string("a\r\nb\rc"), "STD STRING:a\\nb\\nc"},
+        {"items that become one", std::set<std::string>{"a\rb", "a\nb"}, "STD STRING SET:\"a\\nb\""},
+        {"a quote in an item", QStringList{"say \"x\"", "y"}, "QT STRING LIST:\"say 'x'\",\"y\""},
+        {"what looks like an escape", std::string("C:\\new"), "STD STRING:C:\\new"},
+        {"half of a letter", QString(QChar(0xD800)), "QT STRING:?"},
+        {"a colour that is none", QColor(), "QT COLOUR:R:0 G:0 B:0"},
+        {"no number in a triple", C3DVector(INFINITY, 0, 0), nullptr},
+    };
+    for (const SMendedCase& c : cases) {
+        CConfigManager manager;
+        manager.findNode(path("K:V"), true)->value = c.value;
+        manager.value<int>(path("Z"), 1);
+        QByteArray bytes;
+        const std::string told = toldWhileWriting(manager, bytes);
+        EXPECT_NE(told.find("key K:V"), std::string::npos) << c.name << told;
+        EXPECT_TRUE(bytes.endsWith("\nZ=INT:1\n")) << c.name;
+        const QByteArray entry = c.entry ? QByteArray("\nK:V=") + c.entry + "\n" : QByteArray();
+        EXPECT_EQ(bytes.contains("K:V="), c.entry != nullptr) << c.name;
+        EXPECT_TRUE(bytes.contains(entry)) << c.name << bytes.toStdString();
+    }
+}
+
+TEST(ConfigFile, leavesOutAKeyThatWouldReadAsAnother)
+{
+    for (const char* const element : {"a:b", "", "line\nfeed", "return\rinside", "backslash\\"}) {
+        CConfigManager manager;
+        manager.value<int>(CKeyPath(std::vector<std::string>{"K", element}), 1);
+        manager.value<int>(path("Z"), 1);
+        QByteArray bytes;
+        EXPECT_NE(toldWhileWriting(manager, bytes).find("key K:"), std::string::npos) << element;
+        EXPECT_TRUE(bytes.endsWith("!file-version=30.0.2\nZ=INT:1\n")) << element;
+    }
+}
+
+/// Values of every kind, the odd ones oftener than not.
+class COddValues
+{
+public:
+    explicit COddValues(unsigned int seed) : random(seed) {}
+
+    int below(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random); }
+
+    std::string text(std::vector<std::string> parts)
+    {
+        std::string result;
+        for (int i = below(5); i > 0; --i)
+            result += parts[size_t(below(int(parts.size())))];
+        return result;
+    }
+    std::string text()
+    {
+        return text({"a",
+                     "é",
+                     " ",
+                     "\t",
+                     ",",
+                     "\"",
+                     "\\",
+                     "n",
+                     "\\n",
+                     "\\,",
+                     "\n",
+                     "\r",
+                     "\r\n",
+                     "=",
+                     ":",
+                     "\xFF",
+                     std::string(1, '\0'),
+                     "\xEF\xBB\xBF",
+                     "R:1 G:2 B:3",
+                     "(1, 2, 3)"});
+    }
+    double number()
+    {
+        const double odd[] = {0,   -0.0, 1e-9,   -2e-9,    1.0 / 3, 1e20,     -1e300, 5e-324,
+                              100, 1e-5, 999999, 999999.5, 0.5,     INFINITY, NAN,    1.7976931348623157e308};
+        return odd[below(int(std::size(odd)))];
+    }
+    std::any value()
+    {
+        const int kind = below(int(valueKindCount));
+        return valueOf(kind, std::make_index_sequence<valueKindCount>());
+    }
+
+private:
+    template <size_t... kinds>
+    std::any valueOf(int kind, std::index_sequence<kinds...>)
+    {
+        std::any result;
+        ((int(kinds) == kind ? (void)(result = make(std::tuple_element_t<kinds, ValueTypes>())) : (void)0), ...);
+        return result;
+    }
+    bool make(bool) { return below(2) == 0; }
+    int make(int) { return below(2) == 0 ? -2147483647 - 1 : below(2000) - 1000; }
+    unsigned int make(unsigned int) { return below(2) == 0 ? 4294967295u : unsigned(below(2000)); }
+    double make(double) { return number(); }
+    float make(float) { return static_cast<float>(below(2) == 0 ? number() : 1.0 / (1 + below(99))); }
+    char make(char) { return static_cast<char>(below(256)); }
+    C3DPoint make(const C3DPoint&) { return C3DPoint(number(), number(), number()); }
+    C3DVector make(const C3DVector&) { return C3DVector(number(), number(), number()); }
+    std::string make(const std::string&) { return text(); }
+    QString make(const QString&)
+    {
+        return QString::fromStdString(text()) + (below(9) == 0 ? QString(QChar(0xD800)) : QString());
+    }
+    QColor make(const QColor&) { return below(5) == 0 ? QColor() : QColor(below(256), below(256), below(256)); }
+    QStringList make(const QStringList&)
+    {
+        QStringList list;
+        for (int i = below(4); i > 0; --i)
+            list.append(make(QString()));
+        return list;
+    }
+    template <class T>
+    std::set<T> make(const std::set<T>&)
+    {
+        std::set<T> set;
+        for (int i = below(4); i > 0; --i)
+            if (T element = make(T()); element == element)
+                set.insert(element);
+        return set;
+    }
+    template <class T>
+    std::vector<T> make(const std::vector<T>&)
+    {
+        std::vector<T> vector;
+        for (int i = below(4); i > 0; --i)
+            vector.push_back(make(T()));
+        return vector;
+    }
+
+    std::mt19937 random;
+};
+
+/// The paths of all nodes that have a value.
+void valuedPaths(CConfigManager& manager, const CKeyPath& base, std::vector<CKeyPath>& found)
+{
+    if (manager.findNode(base, false)->value.has_value())
+        found.push_back(base);
+    for (const CKeyPath& child : manager.childKeys(base))
+        valuedPaths(manager, CKeyPath(base, child), found);
+}
+
+TEST(ConfigFile, readAndWrittenAgainIsTheSameAndNothingIsLostUntold)
+{
+    constexpr int trees = 400;
+    for (unsigned int seed = 0; seed < trees; ++seed) {
+        COddValues odd(seed);
+        CConfigManager manager;
+        for (int i = 0; i < 12; ++i) {
+            std::vector<std::string> elements;
+            for (int depth = odd.below(3); depth >= 0; --depth)
+                elements.push_back(odd.text({"A", "b", "=", "\\", "\\=", " ", "é", "!", "\"", "1"}));
+            manager.findNode(CKeyPath(elements), true)->value = odd.value();
+        }
+        QByteArray first;
+        const std::string told = toldWhileWriting(manager, first);
+        CReadFile again(first);
+        ASSERT_EQ(again.result, eConfigDone) << seed << again.logText();
+        ASSERT_EQ(again.logText(), "") << seed;
+        ASSERT_EQ(textOf(again.manager), first) << seed;
+
+        std::vector<CKeyPath> paths;
+        valuedPaths(manager, CKeyPath(), paths);
+        for (const CKeyPath& key : paths) {
+            const std::any& value = manager.findNode(key, false)->value;
+            const SConfigNode* const node = again.manager.findNode(key, false);
+            const bool isSame = node && valueKindOf(node->value) == valueKindOf(value) &&
+                                valueKindOf(value)->isSame(value, node->value);
+            ASSERT_TRUE(isSame || told.find("the value of key " + key.toString()) != std::string::npos)
+                << seed << ": " << key.toString();
+        }
+    }
 }
 
 // The sample's entries in the order of their keys. Its numbers have few digits, its texts no list: what comes

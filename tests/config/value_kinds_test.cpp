@@ -46,7 +46,10 @@ TEST(ValueKinds, haveTheirNamesAndTextForms)
     expectForm<double>("DOUBLE", INFINITY, "inf");
     expectForm<float>("FLOAT", -2.5f, "-2.5");
     expectForm<char>("CHAR", 'x', "x");
+    expectForm<char>("CHAR", '\t', "\t");
+    expectForm<char>("CHAR", '\0', std::string(1, '\0'));
     expectForm<C3DPoint>("3D POINT", C3DPoint(0, 0.5, -1e-05), "(0, 0.5, -1e-05)");
+    expectForm<C3DPoint>("3D POINT", C3DPoint(1e20, -1e8, 0), "(1e20, -1e08, 0)");
     expectForm<C3DVector>("3D VECTOR", C3DVector(1, -2.5, 3e-06), "(1, -2.5, 3e-06)");
     expectForm<std::string>("STD STRING", "one\ntwo: a=b, \"c\"", "one\\ntwo: a=b, \"c\"");
     expectForm<std::set<int>>("STD INT SET", {250, -1, 5}, "-1,5,250");
@@ -58,7 +61,13 @@ TEST(ValueKinds, haveTheirNamesAndTextForms)
     expectForm<std::vector<unsigned int>>("STD UNSIGNED INT VECTOR", {3u}, "3");
     expectForm<std::vector<double>>("STD DOUBLE VECTOR", {1e21, 0}, "1000000000000000000000.000000,0.000000");
     expectForm<std::vector<std::string>>("STD STRING VECTOR", {"", "x"}, "\"\",\"x\"");
+    // A comma and a line feed are escaped, no backslash is.
+    expectForm<std::vector<std::string>>("STD STRING VECTOR", {"x,y", "p\nq", "a\\,b", "C:\\t", "\\"},
+                                         R"("x\,y","p\nq","a\\,b","C:\t","\")");
+    expectForm<std::set<std::string>>("STD STRING SET", {",", "\n"}, R"("\n","\,")");
+    expectForm<QStringList>("QT STRING LIST", {"a,b", "c\nd"}, R"("a\,b","c\nd")");
     expectForm<QString>("QT STRING", QString::fromUtf8("é\nü"), "é\\nü");
+    expectForm<QString>("QT STRING", QString(QChar(0xFEFF)) + "x", "\uFEFFx");
     expectForm<QString>("QT STRING", QString(), "");
     expectForm<QColor>("QT COLOUR", QColor(1, 22, 255), "R:1 G:22 B:255");
     expectForm<QStringList>("QT STRING LIST", {"a", QString::fromUtf8("é")}, "\"a\",\"é\"");
@@ -160,13 +169,14 @@ TEST(ValueKinds, readWhatOthersWrite)
                             {"-INF", true, -INFINITY}});
     expectReadings<float>(
         {{"1e300", true, INFINITY}, {"-1e300", true, -INFINITY}, {"0.5", true, 0.5f}, {"?", false, 0}});
-    expectReadings<char>({{"  xy", true, 'x'}, {"", true, '\0'}, {"   ", true, '\0'}});
+    expectReadings<char>({{"  xy", true, 'x'}, {"", true, '\0'}, {"   ", true, '\0'}, {" ", true, ' '}});
     expectReadings<std::string>({{"", true, ""}, {"a\\nb\\", true, "a\nb\\"}, {" kept ", true, " kept "}});
     expectReadings<std::vector<int>>({{"1, 2,3x", true, {1, 2, 3}}, {"1,,2", false, {}}, {"1,", false, {}}});
-    expectReadings<std::set<double>>({{"2,1e1,2", true, {2, 10}}, {",", false, {}}});
-    // The escapes of a writer stay in the items.
+    expectReadings<std::set<double>>({{"2,1e1,2", true, {2, 10}}, {"nan,1,2", true, {1, 2}}, {",", false, {}}});
+    // Commas of a program that escaped none, and backslashes that are no escapes, stay as they are.
     expectReadings<std::vector<std::string>>({{"", true, {}},
-                                              {"\"a\\,b\" , \"c\\nd\"x", true, {"a\\,b", "c\\nd"}},
+                                              {R"("a,b" , "..\x\\y\"x)", true, {"a,b", "..\\x\\\\y\\"}},
+                                              {R"("a\,b" , "c\nd"x)", true, {"a,b", "c\nd"}},
                                               {"\"open", true, {}},
                                               {"\"a\"\"b\"\"", true, {"a", "b"}}});
     expectReadings<C3DPoint>({{"at (1 ,\t2e3,-0.5) or so", true, C3DPoint(1, 2000, -0.5)},

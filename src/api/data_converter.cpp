@@ -13,6 +13,7 @@
 #include <QFile>
 
 #include <memory>
+#include <optional>
 
 namespace NBrenmark {
 
@@ -58,11 +59,7 @@ public:
         ready = initialiseApplication(applicationState());
         if (!ready)
             return;
-        NConfig::CConfigManager& configuration = *simulation().configuration;
-        creator = std::make_unique<CCreator>(configuration);
-        if (!CProcessor::current())
-            processor = std::make_unique<CProcessor>(configuration);
-        analyst = std::make_unique<CAnalyst>(configuration);
+        roles.emplace(*simulation().configuration);
     }
 
     ~CConversionObjects()
@@ -73,7 +70,7 @@ public:
         flushLogModules();
         shutdownApplication(applicationState());
         clearLogModules();
-        processor.reset();
+        roles.reset();
         releaseUserPreferences();
     }
 
@@ -86,9 +83,7 @@ public:
     bool ready = false;
 
 private:
-    std::unique_ptr<CCreator> creator;
-    std::unique_ptr<CAnalyst> analyst;
-    std::unique_ptr<CProcessor> processor;
+    std::optional<SApplicationRoles> roles;
 };
 
 } // namespace

@@ -64,6 +64,18 @@ std::unique_ptr<CConfigHandle> CConfigManager::rootHandle()
     return std::make_unique<CConfigHandle>(*this, CKeyPath());
 }
 
+std::any& CConfigManager::valueOfAnyKind(const CKeyPath& keyPath, const std::any& defaultValue)
+{
+    SConfigNode* const node = keyPath.isEmpty() ? nullptr : findNode(keyPath, true);
+    if (!node)
+        throw CConfigException(eKeyPathNotValid, keyPath);
+    if (!node->value.has_value())
+        node->value = defaultValue;
+    if (node->value.type() != defaultValue.type())
+        throw CConfigException(eValueOfDifferentType, keyPath);
+    return node->value;
+}
+
 std::any& CConfigManager::nodeValue(const CKeyPath& keyPath)
 {
     SConfigNode* const node = keyPath.isEmpty() ? nullptr : findNode(keyPath, false);

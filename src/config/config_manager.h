@@ -86,6 +86,8 @@ public:
     {
         return value<T>(keyPath, T());
     }
+    /// The same for a default of whatever kind, which is the kind that the key must have.
+    std::any& valueOfAnyKind(const CKeyPath& keyPath, const std::any& defaultValue);
     /// The value of an existing node, of whatever kind.
     /// \throws CConfigException  code 0 for an empty path or a missing node
     std::any& nodeValue(const CKeyPath& keyPath);
@@ -145,15 +147,7 @@ template <class T>
 T& CConfigManager::value(const CKeyPath& keyPath, const T& defaultValue)
 {
     static_assert(isValueType<T>, "a setting has one of the twenty types of ValueTypes");
-    SConfigNode* const node = keyPath.isEmpty() ? nullptr : findNode(keyPath, true);
-    if (!node)
-        throw CConfigException(eKeyPathNotValid, keyPath);
-    if (!node->value.has_value())
-        node->value = defaultValue;
-    T* const stored = std::any_cast<T>(&node->value);
-    if (!stored)
-        throw CConfigException(eValueOfDifferentType, keyPath);
-    return *stored;
+    return *std::any_cast<T>(&valueOfAnyKind(keyPath, defaultValue));
 }
 
 template <class T>

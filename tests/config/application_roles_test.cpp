@@ -1,8 +1,14 @@
-// The three roles: each has its key, and what stands below it passes through.
+// The three roles: each has its key, fills its gaps with defaults, and leaves what it doesn't know.
 
 #include "config/application_roles.h"
 
+#include "config/config_file.h"
+#include "core/log.h"
+#include "support/temp_folder.h"
+
 #include <gtest/gtest.h>
+
+#include <QBuffer>
 
 namespace NBrenmark {
 namespace {
@@ -12,26 +18,259 @@ using NConfig::CKeyPath;
 
 CKeyPath path(const char* text) { return CKeyPath::fromString(text); }
 
-TEST(ApplicationRoles, holdTheirKeysAndLeaveWhatIsBelow)
+/// A tree with the roles on it.
+struct SRoleTree
 {
     CConfigManager manager;
-    CCreator creator(manager);
-    CProcessor processor(manager);
-    CAnalyst analyst(manager);
-    EXPECT_EQ(creator.configuration(), nullptr);
-    manager.value<int>(path("PROCESSOR:GENERAL:NUM THREADS"), 8);
-    manager.value<int>(path("SITE NOTES:KEPT"), 1);
+    SApplicationRoles roles{manager};
 
-    EXPECT_TRUE(manager.loadAll());
-    ASSERT_NE(processor.configuration(), nullptr);
-    EXPECT_EQ(processor.configuration()->value<int>(path("GENERAL:NUM THREADS")), 8);
-    EXPECT_EQ(manager.childKeys(CKeyPath()),
-              (std::set<CKeyPath>{path("ANALYST"), path("CREATOR"), path("PROCESSOR"), path("SITE NOTES")}));
+    int read(const QByteArray& entries, const QByteArray& fileVersion = "27.0.3")
+    {
+        const CTempFolder folder;
+        const QString file = folder.write(
+            "a.dfg", "!format=KEYPATHVALUE\n!format-version=2.4.0.1\n!file-version=" + fileVersion + "\n" + entries);
+        return NConfig::readConfigurationFile(file.toStdString(), *manager.rootHandle(), {});
+    }
+    /// The entries, in any order that is always the same.
+    QList<QByteArray> entries()
+    {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        EXPECT_EQ(NConfig::writeConfiguration(buffer, *manager.rootHandle(), "a.dfg"), NConfig::eConfigDone);
+        QList<QByteArray> lines = buffer.data().split('\n');
+        lines.erase(lines.begin(), lines.begin() + 3);
+        lines.removeLast();
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    }
+};
 
-    EXPECT_TRUE(manager.resetAll(true));
-    EXPECT_TRUE(manager.childKeys(CKeyPath()).empty());
-    EXPECT_TRUE(manager.resetAll(false));
-    EXPECT_EQ(manager.childKeys(CKeyPath()), (std::set<CKeyPath>{path("ANALYST"), path("CREATOR"), path("PROCESSOR")}));
+const char* const defaultEntries = R"(
+CREATOR:AUTOUPDATE DOMAIN=BOOLEAN:TRUE
+CREATOR:DISPLAY:PARTICLES=BOOLEAN:TRUE
+CREATOR:DISPLAY:GEOMETRY MODE IN GEOMETRY TAB=INT:0
+CREATOR:DISPLAY:GEOMETRY MODE IN GLOBALS TAB=INT:0
+CREATOR:DISPLAY:GEOMETRY MODE IN FACTORIES TAB=INT:0
+CREATOR:DISPLAY:GEOMETRY OPACITY IN GEOMETRY TAB=DOUBLE:1
+CREATOR:DISPLAY:GEOMETRY OPACITY IN GLOBALS TAB=DOUBLE:1
+CREATOR:DISPLAY:GEOMETRY OPACITY IN FACTORIES TAB=DOUBLE:1
+CREATOR:IDS OF AUTO COM GEOMETRIES=STD UNSIGNED INT SET:
+CREATOR:VIEWS:CURRENT VIEW=QT STRING:
+PROCESSOR:GENERAL:AUTO TIMESTEP=BOOLEAN:TRUE
+PROCESSOR:GENERAL:FIXED TIMESTEP=DOUBLE:1e-06
+PROCESSOR:GENERAL:DYNAMIC DOMAIN=BOOLEAN:FALSE
+PROCESSOR:GENERAL:TAU=DOUBLE:0.1
+PROCESSOR:GENERAL:PSI=INT:3
+PROCESSOR:GENERAL:RADIUS_COEFFICIENT=DOUBLE:10
+PROCESSOR:GENERAL:TIME INTEGRATION=INT:0
+PROCESSOR:GENERAL:NUM THREADS=INT:99
+PROCESSOR:GENERAL:TRACK COLLISIONS=BOOLEAN:FALSE
+PROCESSOR:GENERAL:GRID CELL SIZE=DOUBLE:1
+PROCESSOR:GENERAL:IGNORE CHAIN WARNINGS=BOOLEAN:FALSE
+PROCESSOR:GENERAL:AUTO GRIDCELL=BOOLEAN:FALSE
+PROCESSOR:WRITE:TOTAL=DOUBLE:1
+PROCESSOR:WRITE:INTERVAL=DOUBLE:0.01
+PROCESSOR:WRITE:SELECTIVE SAVE=BOOLEAN:FALSE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:PARTICLE DATA=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:GEOMETRY DATA=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:P<>P CONTACTS=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:P<>G CONTACTS=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:P<>P COLLISIONS=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:P<>G COLLISIONS=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:BONDS=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:CUSTOM INTERACTION PROPERTIES=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:PARTICLE:BASE=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:PARTICLE:VELOCITY=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:PARTICLE:ANGULAR VELOCITY=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:PARTICLE:FORCE AND TORQUE=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:PARTICLE:CUSTOM PROPERTIES=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:GEOMETRY:BASE=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:GEOMETRY:FORCE AND TORQUE=BOOLEAN:TRUE
+PROCESSOR:WRITE:SELECTIVE SAVE:GEOMETRY:CUSTOM PROPERTIES=BOOLEAN:TRUE
+PROCESSOR:WRITE:FULL SAVE FREQUENCY=INT:10
+PROCESSOR:DATA_EXPORT:ACTIVE=BOOLEAN:FALSE
+PROCESSOR:DATA_EXPORT:NAME=QT STRING:
+PROCESSOR:DISPLAY:AUTOUPDATE=BOOLEAN:FALSE
+PROCESSOR:DISPLAY:PARTICLES=BOOLEAN:TRUE
+PROCESSOR:DISPLAY:GEOMETRY MODE=INT:0
+PROCESSOR:DISPLAY:GEOMETRY OPACITY=DOUBLE:1
+PROCESSOR:DISPLAY:GRID=BOOLEAN:FALSE
+PROCESSOR:SOLVE REPORT:PRECISION=INT:5
+PROCESSOR:GPU PARAMETERS:USE CUSTOM GEOMETRY GRID=BOOLEAN:FALSE
+PROCESSOR:GPU PARAMETERS:GPU GEOMETRY GRID CELL SIZE R=DOUBLE:12
+PROCESSOR:GPU PARAMETERS:GPU AVAILABLE MEMORY PERCENTAGE=DOUBLE:80
+PROCESSOR:GPU PARAMETERS:USE FACTORY GROUP=BOOLEAN:FALSE
+PROCESSOR:GPU PARAMETERS:FACTORY GROUP NAMES=QT STRING:
+PROCESSOR:GPU PARAMETERS:GPU NUM PARTICLES=UNSIGNED INT:0
+PROCESSOR:GPU PARAMETERS:GPU NUM SPHERES=UNSIGNED INT:0
+PROCESSOR:GPU PARAMETERS:GPU NUM CONTACTS PART PART=UNSIGNED INT:0
+PROCESSOR:GPU PARAMETERS:GPU NUM CONTACTS PART GEOM=UNSIGNED INT:0
+PROCESSOR:GPU PARAMETERS:GPU BUFFER PER SPHERE=UNSIGNED INT:0
+PROCESSOR:VIEWS:CURRENT VIEW=QT STRING:
+ANALYST:ITERATION OPTIONS=STD INT SET:1,5,10,50,100,500,1000
+ANALYST:PLAYBACK RATIO OPTIONS=STD DOUBLE SET:0.100000,0.200000,0.500000,1.000000,2.000000,5.000000,10.000000
+ANALYST:STEP:MODE=INT:0
+ANALYST:STEP:TIME=DOUBLE:1e-06
+ANALYST:STEP:ITERATIONS=INT:1
+ANALYST:PLAYBACK:MODE=INT:0
+ANALYST:PLAYBACK:REALTIME=DOUBLE:2
+ANALYST:PLAYBACK:PLAYBACK RATIO=DOUBLE:1
+ANALYST:PLAYBACK:STEP FRAME RATE=INT:25
+ANALYST:IMAGE EXPORT:FILE NAME=QT STRING:
+ANALYST:IMAGE EXPORT:WIDTH=INT:1280
+ANALYST:IMAGE EXPORT:HEIGHT=INT:720
+ANALYST:IMAGE EXPORT:REZ=INT:72
+ANALYST:IMAGE EXPORT:SCREEN GRAB=BOOLEAN:FALSE
+ANALYST:IMAGE EXPORT:CAPTURE MODE=INT:1
+ANALYST:VIDEO CONFIG:FILE NAME=QT STRING:
+ANALYST:VIDEO CONFIG:FORMAT=QT STRING:Images
+ANALYST:VIDEO CONFIG:EVO CODEC=QT STRING:Motion-JPEG
+ANALYST:VIDEO CONFIG:AVI CODEC=QT STRING:Uncompressed
+ANALYST:VIDEO CONFIG:WMV CODEC=QT STRING:Windows Media Video V8
+ANALYST:VIDEO CONFIG:MP4 CODEC=QT STRING:H264
+ANALYST:VIDEO CONFIG:MKV CODEC=QT STRING:VP9
+ANALYST:VIDEO CONFIG:WEBM CODEC=QT STRING:VP9
+ANALYST:VIDEO CONFIG:FRAME WIDTH=INT:640
+ANALYST:VIDEO CONFIG:FRAME HEIGHT=INT:480
+ANALYST:VIDEO CONFIG:QUALITY=INT:95
+ANALYST:VIDEO CONFIG:BITRATE=INT:5600
+ANALYST:VIDEO CONFIG:KEY FRAME INTERVAL=INT:3
+ANALYST:VIDEO CONFIG:USE TIMESTEP RATE=BOOLEAN:TRUE
+ANALYST:VIDEO CONFIG:STOP REC INDEX=INT:-1
+ANALYST:VIDEO CONFIG:USE BITRATE=BOOLEAN:TRUE
+ANALYST:VIDEO CONFIG:USE KEYFRAME=BOOLEAN:TRUE
+ANALYST:PARTICLE REPRESENTATION:ACTIVE=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:DEFAULT:BASE ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:DEFAULT:LENGTH ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:DEFAULT:DIRECTION ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:CONE:BASE ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:CONE:LENGTH ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:CONE:DIRECTION ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:VECTOR:BASE ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:VECTOR:LENGTH ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:VECTOR:DIRECTION ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:STREAM:BASE ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:STREAM:LENGTH ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:STREAM:DIRECTION ATTR=QT STRING:
+ANALYST:PARTICLE REPRESENTATION:STREAM:LENGTH=INT:0
+ANALYST:PARTICLE REPRESENTATION:STREAM:CURRENT TIMESTEP=INT:0
+ANALYST:PARTICLE REPRESENTATION:STREAM:FADE=BOOLEAN:FALSE
+ANALYST:CLIPPING GROUPS:CURRENT GROUP=QT STRING:
+ANALYST:VIEWS:CURRENT VIEW=QT STRING:)";
+
+QList<QByteArray> linesOf(const QByteArray& text)
+{
+    QList<QByteArray> lines = text.trimmed().split('\n');
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+TEST(ApplicationRoles, giveATreeWithoutAFileEveryDefault)
+{
+    SRoleTree tree;
+    EXPECT_EQ(tree.roles.creator.configuration(), nullptr);
+    EXPECT_TRUE(tree.manager.loadAll());
+    EXPECT_EQ(tree.entries(), linesOf(defaultEntries));
+
+    EXPECT_TRUE(tree.manager.resetAll(true));
+    EXPECT_EQ(tree.entries(), QList<QByteArray>());
+    EXPECT_TRUE(tree.manager.resetAll(false));
+    // The views of creator and processor are no own keys of theirs.
+    QList<QByteArray> expected = linesOf(defaultEntries);
+    EXPECT_TRUE(expected.removeOne("CREATOR:VIEWS:CURRENT VIEW=QT STRING:"));
+    EXPECT_TRUE(expected.removeOne("PROCESSOR:VIEWS:CURRENT VIEW=QT STRING:"));
+    EXPECT_EQ(tree.entries(), expected);
+}
+
+// What a file holds comes first, keys that nobody knows among it: below a role, in the elements of its lists,
+// where a list has other children, and beside the roles.
+TEST(ApplicationRoles, changeNothingThatAFileHolds)
+{
+    const QByteArray held = "PROCESSOR:GENERAL:NUM THREADS=INT:8\n"
+                            "PROCESSOR:GENERAL:UNHEARD OF=3D POINT:(1, 2, 3)\n"
+                            "PROCESSOR:GENERAL=QT STRING:a value beside its children\n"
+                            "CREATOR:VIEWS:00002:Name=QT STRING:front\n"
+                            "CREATOR:VIEWS:00002:FOG=FLOAT:0.25\n"
+                            "CREATOR:VIEWS:2=INT:1\n"
+                            "ANALYST:DISPLAY OPTIONS:00001:CHART:RANGE:MAX:VALUE=DOUBLE:7.5\n"
+                            "ANALYST:CLIPPING GROUPS:00001:PLANE:00003:X=DOUBLE:-1\n"
+                            "ANALYST:DATA EXPORT:00001:DATA MINER:QUERIES:00001:SECTION=QT STRING:kept\n"
+                            "ANALYST:DATA EXPORT:00001:TEXT:DELIMITER=CHAR:;\n"
+                            "ANALYST:PARTICLE REPRESENTATION:ACTIVE=BOOLEAN:TRUE\n"
+                            "SITE NOTES:OWNER=STD STRING:a=b: c\n"
+                            "CREATOR2=STD STRING SET:\"x\\,y\"\n";
+    SRoleTree tree;
+    ASSERT_EQ(tree.read(held), NConfig::eConfigDone);
+    EXPECT_TRUE(tree.manager.loadAll());
+    const QList<QByteArray> entries = tree.entries();
+    for (const QByteArray& line : linesOf(held))
+        EXPECT_TRUE(entries.contains(line)) << line.toStdString();
+    // The gaps of an element are filled like those of a role: 8 keys of a view, 20 + 27 of an option, 3 + 12 of a
+    // group with one plane, 16 + 3 of an export; the others of the file have none of their own.
+    const auto below = [&](const char* start) {
+        return std::count_if(entries.begin(), entries.end(), [&](const QByteArray& e) { return e.startsWith(start); });
+    };
+    EXPECT_EQ(below("CREATOR:VIEWS:00002:"), 8 + 1);
+    EXPECT_EQ(below("CREATOR:VIEWS:2"), 1);
+    EXPECT_EQ(below("ANALYST:DISPLAY OPTIONS:"), 20 + 27);
+    EXPECT_EQ(below("ANALYST:CLIPPING GROUPS:00001:"), 3 + 12);
+    EXPECT_EQ(below("ANALYST:DATA EXPORT:"), 16 + 3 + 1);
+    EXPECT_EQ(below("ANALYST:USER TEXT"), 0);
+    EXPECT_EQ(below("SITE NOTES"), 1);
+
+    // Once filled, a tree has no gaps.
+    EXPECT_TRUE(tree.manager.loadAll());
+    EXPECT_EQ(tree.entries(), entries);
+}
+
+TEST(ApplicationRoles, chooseTheTimestepByTheVersionOfTheFile)
+{
+    const std::pair<const char*, bool> cases[] = {
+        {"24.0.0", false}, {"29.255.255", false}, {"30.0.0", true}, {"30.0.2", true}, {"31.0.0", true}};
+    for (const auto& [version, isAuto] : cases) {
+        SRoleTree tree;
+        ASSERT_EQ(tree.read("", version), NConfig::eConfigDone);
+        EXPECT_TRUE(tree.manager.loadAll());
+        EXPECT_EQ(tree.manager.value<bool>(path("PROCESSOR:GENERAL:AUTO TIMESTEP")), isAuto) << version;
+    }
+    SRoleTree told;
+    ASSERT_EQ(told.read("PROCESSOR:GENERAL:AUTO TIMESTEP=BOOLEAN:TRUE\n"), NConfig::eConfigDone);
+    EXPECT_TRUE(told.manager.loadAll());
+    EXPECT_TRUE(told.manager.value<bool>(path("PROCESSOR:GENERAL:AUTO TIMESTEP")));
+}
+
+TEST(ApplicationRoles, saveWhatTheKeysDontTakeOut)
+{
+    SRoleTree tree;
+    ASSERT_EQ(tree.read("PROCESSOR:WRITE:SELECTIVE SAVE:TIMESTEP:BONDS=BOOLEAN:FALSE\n"
+                        "PROCESSOR:WRITE:SELECTIVE SAVE:PARTICLE:CUSTOM PROPERTIES=BOOLEAN:FALSE\n"
+                        "PROCESSOR:WRITE:SELECTIVE SAVE:GEOMETRY:FORCE AND TORQUE=BOOLEAN:FALSE\n"),
+              NConfig::eConfigDone);
+    EXPECT_TRUE(tree.manager.loadAll());
+    const SSelectiveSave& masks = tree.roles.processor->selectiveSave();
+    EXPECT_EQ(masks.timestepMask, 255u - 64u);
+    EXPECT_EQ(masks.particleMask, 47u - 32u);
+    EXPECT_EQ(masks.geometryMask, 41u - 8u);
+
+    EXPECT_TRUE(tree.manager.resetAll(false));
+    EXPECT_EQ(masks.timestepMask, 255u);
+}
+
+TEST(ApplicationRoles, tellOfAKeyOfAnotherKindAndLeaveIt)
+{
+    SRoleTree tree;
+    ASSERT_EQ(tree.read("PROCESSOR:GENERAL:PSI=DOUBLE:3\nANALYST:STEP:MODE=INT:2\n"), NConfig::eConfigDone);
+    CPersistentLogger logger(eWarning);
+    addLogModule(&logger);
+    EXPECT_FALSE(tree.manager.loadAll());
+    clearLogModules();
+    ASSERT_EQ(logger.messages().size(), 1u);
+    EXPECT_NE(std::get<2>(logger.messages()[0]).find("different type (Key: PROCESSOR:GENERAL:PSI)"), std::string::npos);
+    EXPECT_EQ(tree.manager.value<double>(path("PROCESSOR:GENERAL:PSI")), 3.0);
+    EXPECT_EQ(tree.manager.value<int>(path("ANALYST:STEP:MODE")), 2);
+    // Creator comes before it and is whole, whatever the addresses of this run.
+    EXPECT_TRUE(tree.manager.findNode(path("CREATOR:VIEWS:CURRENT VIEW"), false));
+    EXPECT_FALSE(tree.manager.findNode(path("ANALYST:IMAGE EXPORT"), false));
 }
 
 TEST(ApplicationRoles, theProcessHasOneProcessor)
@@ -39,6 +278,8 @@ TEST(ApplicationRoles, theProcessHasOneProcessor)
     CConfigManager manager;
     EXPECT_EQ(CProcessor::current(), nullptr);
     auto processor = std::make_unique<CProcessor>(manager);
+    EXPECT_EQ(CProcessor::current(), processor.get());
+    EXPECT_FALSE(SApplicationRoles(manager).processor);
     EXPECT_EQ(CProcessor::current(), processor.get());
     processor.reset();
     EXPECT_EQ(CProcessor::current(), nullptr);

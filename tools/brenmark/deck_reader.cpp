@@ -85,6 +85,7 @@ COpenLibrary::COpenLibrary(ILogModule& log)
 {
     if (!initialiseApplication(applicationState()))
         throw CFailure(eExitDifferent, "the library can't be set up", "There may be too little memory.");
+    roles.emplace(*simulation().configuration);
     addLogModule(&log);
 }
 

@@ -4,15 +4,19 @@
 
 #include "brenmark/failure.h"
 
+#include "config/application_roles.h"
 #include "core/deck/deck_files.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
 
 #include <QString>
 
+#include <optional>
+
 namespace NBrenmark {
 
-/// The library set up to read decks. Whatever ends it, the deck is let go and nothing is stored:
+/// The library set up to read decks, with the roles that give a configuration its defaults: those that a conversion
+/// adds are no difference. Whatever ends it, the deck is let go and nothing is stored:
 /// a simulation that ends with an open deck would write settings and configuration beside it.
 class COpenLibrary
 {
@@ -24,6 +28,9 @@ public:
     COpenLibrary& operator=(const COpenLibrary&) = delete;
 
     CSimulation& simulation() const;
+
+private:
+    std::optional<SApplicationRoles> roles;
 };
 
 class CDeckReader

@@ -336,16 +336,27 @@ TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
     EXPECT_EQ(source.out.names(), QStringList());
 }
 
-TEST(ConvertFailure, ofANameThatTheFormatHasNoRoomForBlamesTheNameAndNotTheDisk)
+TEST(ConvertFailure, ofATextThatTheFormatHasNoRoomForBlamesTheTextAndNotTheDisk)
 {
-    SDeckCreator model = sampleCreator();
-    model.materials.at(0).name = QString(256, 'x'); // the field takes 255 bytes and a zero
-    CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1)));
-    const SToolResult result = runTool({"convert", source.path, source.target()});
-    EXPECT_EQ(result.exitCode, 5);
-    EXPECT_TRUE(contains(result.error, "xxx")) << result.error;
-    EXPECT_TRUE(contains(result.error, "Change that name")) << result.error;
-    EXPECT_EQ(source.out.names(), QStringList());
+    SDeckCreator longName = sampleCreator(); // a field takes 255 bytes and a zero
+    longName.materials.at(0).name = QString(256, 'x');
+    SDeckCreator longText = sampleCreator(); // an attribute is part of a header of 64 KiB
+    longText.description = QString(65488, 'y');
+    const std::pair<SDeckCreator, const char*> cases[] = {
+        {longName, "takes 256 bytes, 255 can be stored"},
+        {longText, "\"description\" takes 65488 bytes, 65487 can be stored"},
+    };
+    for (const auto& [model, told] : cases) {
+        CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(sampleTimestep(0.1)));
+        const SToolResult result = runTool({"convert", source.path, source.target()});
+        EXPECT_EQ(result.exitCode, 5);
+        EXPECT_TRUE(contains(result.error, told)) << result.error;
+        EXPECT_TRUE(contains(result.error, "Change or shorten that")) << result.error;
+        EXPECT_EQ(source.out.names(), QStringList());
+    }
+    longText.description.chop(1);
+    CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(longText).timestep(sampleTimestep(0.1)));
+    EXPECT_EQ(runTool({"convert", "--verify", source.path, source.target()}).exitCode, 0) << "the longest that fits";
 }
 
 } // namespace NBrenmark

@@ -20,7 +20,7 @@ const char* const sourceAdvice = "The source is damaged or incomplete. Copy it a
 const char* const targetAdvice =
     "Make room at the target, or check that it can be written, and repeat this command with --force.";
 const char* const namesAdvice =
-    "The source is untouched. Change that name in the program that made the deck, and convert it again.";
+    "The source is untouched. Change or shorten that in the program that made the deck, and convert it again.";
 const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version will convert it.";
 
 /// A text of several lines with all but the first indented, as they stand below a first line, and

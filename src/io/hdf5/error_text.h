@@ -20,6 +20,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A name or text that the format has no place for: it isn't the disk that is at fault.
+class unstorable_error : public hdf5_error
+{
+public:
+    using hdf5_error::hdf5_error;
+};
+
 /// Makes HDF5 leave its errors in lastHdf5Error(), for the calling thread: the library keeps an
 /// error stack, and its way of reporting it, for each thread.
 void catchHdf5Errors();

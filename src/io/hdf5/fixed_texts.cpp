@@ -16,6 +16,8 @@ static void checkSphereNames(const CParticleTypes& types)
 
 void checkFixedTexts(const CCreatorData& creator)
 {
+    checkAttributeText("title", creator.title.toStdString());
+    checkAttributeText("description", creator.description.toStdString());
     materialRecords(creator.materials);
     interactionRecords(creator.interactions);
     checkSphereNames(creator.particleTypes);

@@ -1,5 +1,5 @@
 #pragma once
-// Names that go into fields of a fixed size. They are tested before a deck is touched: a name that
+// Names that go into fields of a fixed size, and texts that may be too long for an attribute. They are tested before a deck is touched: a name that
 // doesn't fit can't be stored, and cut it may be another one's.
 
 #include "io/hdf5/types.h"
@@ -14,7 +14,7 @@ class CTimestepData;
 class InteractionMap;
 class MaterialMap;
 
-/// \throws hdf5_error  that gives the first name that is too long
+/// \throws unstorable_error  that gives the first one that is too long
 void checkFixedTexts(const CCreatorData& creator);
 void checkFixedTexts(const CPhysicsModels& physics);
 void checkFixedTexts(const CTimestepData& timestep);

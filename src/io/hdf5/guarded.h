@@ -17,7 +17,7 @@ namespace NBrenmark {
 inline void tellFailure(const char* title, const QString& text) { logMessage(eError, title, text.toStdString()); }
 
 /// Runs body. What it throws ends here: it is told in the log and the result is false.
-/// \param title  of the message
+/// \param title  of the message; names and texts without a place in the format are told under "HDF5 names"
 /// \param what   what went wrong then, a full sentence: the cause follows on a line of its own
 template <class TBody>
 bool guarded(const char* title, const QString& what, TBody&& body)
@@ -29,6 +29,9 @@ bool guarded(const char* title, const QString& what, TBody&& body)
     }
     catch (const H5::Exception& error) {
         tellFailure(title, what + "\n" + QString::fromStdString(error.getDetailMsg()) + lastHdf5Error() + ".");
+    }
+    catch (const unstorable_error& error) {
+        tellFailure("HDF5 names", what + "\n" + QString::fromStdString(error.what()));
     }
     catch (const std::exception& error) {
         tellFailure(title, what + "\n" + QString::fromStdString(error.what()) + lastHdf5Error());

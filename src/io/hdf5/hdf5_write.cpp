@@ -32,11 +32,10 @@ static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
     return false;
 }
 
-/// Whether every name has its place in the format, before anything is written. Told under a title of its own: it
-/// isn't the disk that is at fault.
+/// Whether every name has its place in the format, before anything is written.
 static bool hasStorableNames(const SSimulationFrame& frame, const QString& path)
 {
-    return guarded("HDF5 names", couldNotWrite(path), [&] {
+    return guarded("HDF5 write", couldNotWrite(path), [&] {
         checkFixedTexts(frame.creator);
         checkFixedTexts(frame.timestep);
         checkLinkNames(frame.creator);

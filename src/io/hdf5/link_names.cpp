@@ -15,8 +15,9 @@ std::string CLinkNames::next(const QString& name)
 {
     std::string bytes = name.toStdString();
     const auto refuse = [&](const std::string& why) {
-        throw hdf5_error("A " + what + " is named " + quoted(bytes.c_str()) + (where.empty() ? "" : " in " + where) +
-                         ", and " + why + " Rename it in the program that made the deck.");
+        throw unstorable_error("A " + what + " is named " + quoted(bytes.c_str()) +
+                               (where.empty() ? "" : " in " + where) + ", and " + why +
+                               " Rename it in the program that made the deck.");
     };
     if (bytes.empty() || bytes == "." || bytes.find('/') != std::string::npos || bytes.find('\0') != std::string::npos)
         refuse("an HDF5 group can't have that name: it may not be empty, a dot, or hold a slash or a zero.");

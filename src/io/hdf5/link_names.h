@@ -20,7 +20,7 @@ public:
     CLinkNames(std::string what, std::string where) : what(std::move(what)), where(std::move(where)) {}
 
     /// The next name, as bytes.
-    /// \throws hdf5_error  if no group can have it, or one has it already
+    /// \throws unstorable_error  if no group can have it, or one has it already
     std::string next(const QString& name);
 
 private:
@@ -29,7 +29,7 @@ private:
     std::set<std::string> taken;
 };
 
-/// \throws hdf5_error  that gives the first name that no group can have
+/// \throws unstorable_error  that gives the first name that no group can have
 void checkLinkNames(const CCreatorData& creator);
 
 } // namespace NBrenmark

@@ -211,9 +211,22 @@ void writeAttribute(const std::string& name, const std::vector<bool>& flags, H5:
            [&](H5::DataSpace& space) { writeAs(name, PredType::NATIVE_UCHAR, space, bytes.data(), location); });
 }
 
+/// Bytes of text that fit in an attribute, with the zero byte behind them. It is one message of an object header, of up
+/// to 65528 bytes, in which stand what it is, 24 bytes, and its name, with a zero byte and up to a multiple of eight.
+/// Of seven bytes more HDF5 makes a file without complaint that it can't read.
+static std::size_t roomInAttribute(const std::string& name) { return 65528 - 24 - (name.size() + 8) / 8 * 8; }
+
+void checkAttributeText(const std::string& name, const std::string& text)
+{
+    if (text.size() >= roomInAttribute(name))
+        throw unstorable_error("The text of \"" + name + "\" takes " + std::to_string(text.size()) + " bytes, " +
+                               std::to_string(roomInAttribute(name) - 1) + " can be stored.");
+}
+
 void writeAttribute(const std::string& name, const std::string& text, H5::H5Object& location)
 {
     const std::string bytes = storableText(name, text);
+    checkAttributeText(name, bytes);
     closed(H5::StrType(PredType::C_S1, bytes.size() + 1),
            [&](H5::StrType& type) { writeScalar(name, type, bytes.c_str(), location); });
 }
@@ -460,10 +473,11 @@ void setFixedText(char* field, std::size_t size, const QString& text)
 {
     const std::string bytes = text.toStdString();
     if (bytes.size() >= size)
-        throw hdf5_error("The name \"" + bytes + "\" takes " + std::to_string(bytes.size()) + " bytes, " +
-                         std::to_string(size - 1) + " can be stored.");
+        throw unstorable_error("The name \"" + bytes + "\" takes " + std::to_string(bytes.size()) + " bytes, " +
+                               std::to_string(size - 1) + " can be stored.");
     if (const std::size_t end = bytes.find('\0'); end != std::string::npos)
-        throw hdf5_error("The name \"" + bytes.substr(0, end) + "\" goes on behind a zero byte, where texts end.");
+        throw unstorable_error("The name \"" + bytes.substr(0, end) +
+                               "\" goes on behind a zero byte, where texts end.");
     std::memset(field, 0, size);
     std::memcpy(field, bytes.data(), bytes.size());
 }

@@ -24,13 +24,16 @@ namespace NBrenmark {
 
 // ---------------------------------------------------------------- attributes, all scalar but the list of flags
 
+/// \throws unstorable_error  for a text, in UTF-8, that is too long for an attribute of that name
+void checkAttributeText(const std::string& name, const std::string& text);
+
 void writeAttribute(const std::string& name, qint32 value, H5::H5Object& location);
 void writeAttribute(const std::string& name, quint32 value, H5::H5Object& location);
 void writeAttribute(const std::string& name, double value, H5::H5Object& location);
 /// One byte, 0 or 1.
 void writeAttribute(const std::string& name, bool value, H5::H5Object& location);
 void writeAttribute(const std::string& name, const std::vector<bool>& flags, H5::H5Object& location);
-/// A null-terminated text of just its length, UTF-8.
+/// A null-terminated text of just its length, UTF-8. \throws unstorable_error  it is too long
 void writeAttribute(const std::string& name, const std::string& text, H5::H5Object& location);
 void writeAttribute(const std::string& name, const QString& text, H5::H5Object& location);
 void writeAttribute(const std::string& name, const C3DPoint& value, H5::H5Object& location);

@@ -58,6 +58,8 @@ void fillContacts(CContactsBase& contacts, const SSize& size, std::mt19937_64& r
     const auto vector = [&](double scale) {
         return C3DVector(scale * unit(random), scale * unit(random), scale * unit(random));
     };
+    if (size.contacts == 0 || size.particles == 0)
+        return;
     contacts.reserveRows(size.contacts);
     contacts.resizeRows(size.contacts);
     for (quint32 row = 0; row < size.contacts; ++row) {

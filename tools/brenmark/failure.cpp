@@ -2,6 +2,7 @@
 #include "brenmark/terminal.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 
 namespace NBrenmark {
@@ -13,6 +14,9 @@ constexpr size_t mostWarnings = 20; // different ones; more would bury the resul
 /// What a text that not_carried_error composes ends with.
 constexpr const char* notCarried = "can't carry over yet";
 
+/// What the library's own exception says.
+constexpr const char* noMemory = "std::bad_alloc";
+
 bool contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
 const char* const sourceAdvice = "The source is damaged or incomplete. Copy it again from the archive and repeat this "
@@ -21,6 +25,8 @@ const char* const targetAdvice =
     "Make room at the target, or check that it can be written, and repeat this command with --force.";
 const char* const namesAdvice =
     "The source is untouched. Change or shorten that in the program that made the deck, and convert it again.";
+const char* const memoryAdvice = "The source is untouched and need not be damaged. Repeat this command where more memory "
+                                 "is free; the deck's largest timestep has to fit in it.";
 const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version will convert it.";
 
 /// A text of several lines with all but the first indented, as they stand below a first line, and
@@ -90,6 +96,10 @@ CFailure failureFromLog(const std::vector<SLogMessage>& messages, const std::str
     for (const auto& [level, title, text] : messages) {
         if (level != eError)
             continue;
+        if (const size_t at = text.find(noMemory); at != std::string::npos)
+            return CFailure(eExitDifferent,
+                            located(path, std::string(text).replace(at, std::strlen(noMemory), "too little memory")),
+                            memoryAdvice);
         if (contains(title, "names"))
             return CFailure(eExitUnsupported, text, namesAdvice);
         if (contains(title, "write"))

@@ -25,8 +25,9 @@ const char* const targetAdvice =
     "Make room at the target, or check that it can be written, and repeat this command with --force.";
 const char* const namesAdvice =
     "The source is untouched. Change or shorten that in the program that made the deck, and convert it again.";
-const char* const memoryAdvice = "The source is untouched and need not be damaged. Repeat this command where more memory "
-                                 "is free; the deck's largest timestep has to fit in it.";
+const char* const memoryAdvice =
+    "The source is untouched and need not be damaged. Repeat this command where more memory "
+    "is free; the deck's largest timestep has to fit in it.";
 const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version will convert it.";
 
 /// A text of several lines with all but the first indented, as they stand below a first line, and

@@ -95,6 +95,9 @@ int CLegacyCustomPropertyManager::readPropertyFile()
         if (!addProperty(record))
             return refused("the property name \"" + recordName + "\" isn't valid or is there twice");
     }
+    if (const qint64 left = file.bytesAvailable(); left > 0)
+        logMessage(eWarning, "Settings",
+                   propertyFilePath + ": " + std::to_string(left) + " bytes behind the last property were left out.");
     const int lastInSequence = std::clamp(lastFinalised, -1, static_cast<int>(propertyCount()) - 1);
     if (lastInSequence != lastFinalised)
         logMessage(eWarning, "Settings",

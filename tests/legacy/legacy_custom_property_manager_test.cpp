@@ -71,6 +71,14 @@ TEST(LegacyPropertyFile, mayHoldNothing)
     }
 }
 
+TEST(LegacyPropertyFile, tellsOfWhatStandsBehindItsLastProperty)
+{
+    const CRead read(head(0, 1) + record("Moisture", 1, 0.5) + record("Uncounted", 1, 0.5));
+    EXPECT_EQ(read.result, ePropertyFileRead);
+    EXPECT_EQ(read.manager.propertyCount(), 1u);
+    EXPECT_EQ(read.messages, 1u);
+}
+
 TEST(LegacyPropertyFile, thatIsNotThereLeavesTheManagerAlone)
 {
     CRead read;

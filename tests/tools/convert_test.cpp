@@ -98,6 +98,25 @@ TEST(Convert, carriesTheSampleDeckOverWithoutADifference)
     EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
 }
 
+// The definitions of the sample's companion, as a dump of its bytes shows them, take the place of those of its settings.
+TEST(Convert, movesAnOldPropertyFileIntoTheSettings)
+{
+    CTempFolder out;
+    const std::string deck = argument(out.path("ppf.dem"));
+    const SToolResult result = runTool({"convert", sampleDeck("ppf-21.dem"), deck, "--verify", "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.output << result.error;
+    EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
+    EXPECT_FALSE(out.has("ppf.ppf"));
+    const Json properties = Json::parse(runTool({"info", "--json", deck}).output)["customProperties"];
+    EXPECT_EQ(properties, Json::parse(R"([
+        {"name": "Moisture", "owner": "particles", "elements": 1, "stored": true},
+        {"name": "Two", "owner": "particles", "elements": 2, "stored": true},
+        {"name": "Much", "owner": "particles", "elements": 256, "stored": false}])"));
+    const std::string text = runTool({"dump", deck}).output;
+    EXPECT_TRUE(contains(text, "particleProperties/Moisture/initialValues f64[1] 0.5\n")) << text;
+    EXPECT_TRUE(contains(text, "particleProperties/Two/initialValues f64[2] 1.5 1.5\n")) << text;
+}
+
 TEST(Convert, keepsAnotherModelFromTheTimestepOnFromWhichItIsInForce)
 {
     CSource source(sampleDeckOf(makeVersion(24, 0, 30), true));

@@ -1,6 +1,7 @@
 // What the command line says to what it can't do: the exit code, and a text that names the place
 // and what to do, on standard error alone.
 #include "support/legacy_deck.h"
+#include "support/settings_file.h"
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
 
@@ -25,10 +26,21 @@ const SRefusal refusals[] = {
     {{"convert", "DIR/pile.dem"}, 2, "OUT is required", "brenmark convert --help"},
     {{"convert", "", "DIR/out"}, 2, "empty path", "first file"},
     {{"convert", "--fast", "DIR/pile.dem", "DIR/out"}, 2, "--fast", "brenmark convert --help"},
+    {{"config", "DIR/pile.dem", ""}, 2, "empty key", "Leave it out"},
+    {{"config", "DIR/pile.dem", "A:X"}, 2, "pile.dem: has no key A:X in its configuration", "A has B, C=D."},
+    {{"config", "DIR/pile.dem", "NOTHING", "--json"}, 2, "no key NOTHING", "The configuration has A."},
+    {{"config", "DIR/pile.dem", "A:B:C"}, 2, "no key A:B:C", "A:B has no other keys."},
+    {{"config", "DIR/pile.dem", "PROCESSOR:GENERAL:PSI"},
+     2,
+     "no key PROCESSOR:GENERAL:PSI",
+     "default: PROCESSOR:GENERAL:PSI=INT:3"},
     {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "first", "brenmark dump --help"},
     {{"dump", "--timestep", "3", "DIR/pile.dem"}, 2, "no timestep 3", "It has 3"},
     {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is required", "brenmark verify --help"},
 
+    {{"config", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
+    {{"config", "DIR/lost index.dem"}, 3, "lost index.idx is missing", "Copy the index"},
+    {{"config", "DIR/damaged.dem"}, 3, "damaged.dfg: Value is in invalid format (Key: A) (line: 4)", "Copy the file"},
     {{"info", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
     {{"info", "DIR/pile"}, 3, "pile: no such file", "try DIR/pile.dem"},
     {{"convert", "DIR/none.dem", "DIR/out"}, 3, "no such file", "Check the path"},
@@ -45,6 +57,7 @@ const SRefusal refusals[] = {
     {{"convert", "DIR/pile.dem", "DIR/taken"}, 4, "taken.dfg exists already", "--force"},
     {{"convert", "DIR/pile.dem", "DIR/folder taken"}, 4, "folder taken_data exists already", "--force"},
 
+    {{"config", "DIR/notes.dem"}, 5, "no deck that is known", "legacy deck"},
     {{"info", "DIR/notes.dem"}, 5, "no deck that is known", "legacy deck"},
     {{"info", "DIR/empty.dem"}, 5, "no deck that is known", "legacy deck"},
     {{"info", "DIR/pile.idx"}, 5, "no deck that is known", "try DIR/pile.dem"},
@@ -80,7 +93,10 @@ TEST_P(Refusal, hasItsCodeAndSaysWhatWhereAndWhatToDo)
     CTempFolder folder;
     const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
     deck.write(folder.path(), "pile");
+    configurationFile("27.0.0", {"A:C\\=D=STD STRING:x", "A:B=INT:1"}).toFile(folder.path("pile.dfg"));
     deck.write(folder.path(), "lost index");
+    deck.write(folder.path(), "damaged");
+    configurationFile("27.0.0", {"A=INT:x"}).toFile(folder.path("damaged.dfg"));
     ASSERT_TRUE(QFile::remove(folder.path("lost index.idx")));
     oldDeck().write(folder.path(), "prototypes");
     folder.write("notes.dem", "This is no deck, and longer than a header has bytes.");
@@ -126,7 +142,8 @@ TEST(StandardOutput, thatIsFullIsToldAndAReaderThatLeavesIsNot)
 {
     CTempFolder folder;
     const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
-    for (const char* const command : {"dump", "info", "check"}) {
+    configurationFile("27.0.0", {"A=INT:1"}).toFile(folder.path("pile.dfg"));
+    for (const char* const command : {"dump", "info", "check", "config"}) {
         const SToolResult full = CToolRun({command, deck}).outputTo("/dev/full").run();
         EXPECT_EQ(full.exitCode, 4) << command;
         EXPECT_NE(full.error.find("standard output: No space left"), std::string::npos) << full.error;

@@ -32,6 +32,13 @@ struct SInfoOptions
     bool json = false;
 };
 
+struct SConfigOptions
+{
+    QString deck;
+    QString key; ///< in text form; empty for all
+    bool json = false;
+};
+
 struct SDumpOptions
 {
     QString deck;
@@ -51,6 +58,7 @@ struct SVerifyOptions
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
+EExitCode runConfig(const SConfigOptions& options);
 EExitCode runDump(const SDumpOptions& options);
 EExitCode runVerify(const SVerifyOptions& options);
 

@@ -41,6 +41,14 @@ QString pathFrom(const std::string& argument)
     return path;
 }
 
+/// A key with nothing in it would be all keys.
+QString keyFrom(const std::string& argument)
+{
+    if (argument.find_first_not_of(':') == std::string::npos)
+        throw CFailure(eExitUsage, "an empty key", "Leave it out for all keys.");
+    return QFile::decodeName(QByteArray::fromStdString(argument));
+}
+
 int run(int argumentCount, char** arguments)
 {
     CLI::App app("Moves stored particle simulations, decks, into the current file family.", "brenmark");
@@ -91,6 +99,21 @@ int run(int argumentCount, char** arguments)
         command = [&] {
             info.deck = pathFrom(source);
             return runInfo(info);
+        };
+    });
+
+    SConfigOptions config;
+    CLI::App* const configApp = app.add_subcommand("config", "Show the configuration of a deck, one key a line");
+    configApp->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    CLI::Option* const key =
+        configApp->add_option("KEY", target, "This key and those below it, for example PROCESSOR:WRITE");
+    configApp->add_flag("--json", config.json, "Show one JSON object");
+    configApp->callback([&] {
+        command = [&] {
+            config.deck = pathFrom(source);
+            if (key->count() > 0)
+                config.key = keyFrom(target);
+            return runConfig(config);
         };
     });
 

@@ -1,7 +1,13 @@
 #include "model/creator_data.h"
 
+#include "model/factories/factory_type.h"
+#include "model/factories/particle_factory.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/geometry/geometry_group.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
+
+#include <QSet>
 
 namespace NBrenmark {
 
@@ -39,6 +45,25 @@ void CCreatorData::clear()
 CGeometryGroup* CCreatorData::geometryGroupByName(const QString& name) const
 {
     return geometryGroups.at(geometryGroups.indexOf(name));
+}
+
+void CCreatorData::linkFactories(const std::function<void(const CParticleFactory&, const QString&)>& tellOfAbsent)
+{
+    QSet<QString> known;
+    for (const std::unique_ptr<CParticleType>& type : particleTypes.types)
+        known.insert(type->displayName);
+    for (const CGeometryGroup* group : geometryGroups.groups()) {
+        if (group == nullptr)
+            continue;
+        for (const std::unique_ptr<CParticleFactory>& factory : group->factories->factories) {
+            if (factory->type == nullptr)
+                continue;
+            factory->type->attachParticleTypes(&particleTypes);
+            for (const QString& typeName : factory->type->typeNames())
+                if (!known.contains(typeName))
+                    tellOfAbsent(*factory, typeName);
+        }
+    }
 }
 
 void CCreatorData::changeTitle(const QString& text)

@@ -13,7 +13,11 @@
 #include "physics/physics_models.h"
 #include "physics/plugins/plugin_factory_list.h"
 
+#include <functional>
+
 namespace NBrenmark {
+
+class CParticleFactory;
 
 class CCreatorData : public CSimulationData
 {
@@ -34,6 +38,10 @@ public:
 
     /// Null if no group has the name.
     CGeometryGroup* geometryGroupByName(const QString& name) const;
+
+    /// Ties the factories of all groups to the particle types that are there now.
+    /// \param tellOfAbsent  hears of each factory and name of a type that isn't there
+    void linkFactories(const std::function<void(const CParticleFactory&, const QString&)>& tellOfAbsent);
 
     /// The user-facing setter: marks the model as modified too.
     void changeTitle(const QString& text);

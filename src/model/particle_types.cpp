@@ -49,10 +49,19 @@ CParticleType& CParticleTypes::append()
 
 CParticleType* CParticleTypes::find(const QString& name) const
 {
+    quint32 index = 0;
+    return findIndex(name, index) ? types[index].get() : nullptr;
+}
+
+bool CParticleTypes::findIndex(const QString& name, quint32& outIndex) const
+{
     const auto found = std::find_if(types.rbegin(), types.rend(), [&](const std::unique_ptr<CParticleType>& type) {
         return type->displayName == name;
     });
-    return found != types.rend() ? found->get() : nullptr;
+    if (found == types.rend())
+        return false;
+    outIndex = static_cast<quint32>(types.rend() - found - 1);
+    return true;
 }
 
 QStringList CParticleTypes::names() const

@@ -36,6 +36,8 @@ public:
     CCustomPropertyManager* properties() const { return propertyManager; }
     /// The last type of that exact name, or null.
     CParticleType* find(const QString& name) const;
+    /// Of the last type of that exact name. \return false, with nothing changed, if there is none
+    bool findIndex(const QString& name, quint32& outIndex) const;
     /// The display names without duplicates, in order.
     QStringList names() const;
     std::vector<std::string> typesOfMaterial(const QString& materialName) const;

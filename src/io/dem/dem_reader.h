@@ -41,9 +41,6 @@ public:
 
     // The one old shape that decks of the present line hold; the others belong to older ones.
     void readParticleFactoryElectrostatic(NLegacySupport::CParticleFactoryElectrostatic&) override;
-
-    /// Of the particles: what the factories of the groups being read listen to. Not owned, null for none.
-    CCustomPropertyManager* particleProperties = nullptr;
 };
 
 class CDemTimestepDataReader : public CDemReader

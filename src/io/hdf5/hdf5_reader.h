@@ -37,9 +37,6 @@ class CHdf5CreatorDataReader : public CHdf5Reader
 public:
     using CHdf5Reader::CHdf5Reader;
 
-    /// Of the deck, for the factories that are read; not owned, null for none.
-    CCustomPropertyManager* particleProperties = nullptr;
-
 #define STORED(operation, type, readBy, ...) BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
 #define PENDING(...)
 #include "visitors/stored_classes.def"

@@ -64,6 +64,14 @@ void CFixedValueCustomPropertyFactoryParam::bind(const CCustomPropertyMetaData* 
         values.push_back(definition->initialValue(element));
 }
 
+bool CFixedValueCustomPropertyFactoryParam::takeStored(const std::vector<double>& stored)
+{
+    if (property() == nullptr)
+        values.resize(stored.size());
+    std::copy_n(stored.begin(), std::min(stored.size(), values.size()), values.begin());
+    return stored.size() == values.size();
+}
+
 bool CFixedValueCustomPropertyFactoryParam::isBoolean() const
 {
     return property() != nullptr && property()->dataType == eBooleanProperty;

@@ -58,6 +58,11 @@ public:
     std::unique_ptr<IParamData> paramData() const override;
     std::type_index paramDataType() const override;
 
+    /// Takes what a file holds. Bound to a property, the values stay one for each element: those too many
+    /// are dropped, and for those that are missing the initial ones stay.
+    /// \return false if there were too many or too few
+    bool takeStored(const std::vector<double>& stored);
+
     std::vector<double> values; ///< one for each element; flags are 0.0 and 1.0
 
 private:

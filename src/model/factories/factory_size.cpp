@@ -146,9 +146,7 @@ CFactoryAccounting& CUserDefinedFactorySize::bandAccountingFor(double size, bool
 void CUserDefinedFactorySize::startRate()
 {
     for (const auto& [size, percentage] : sizeDistribution.bands)
-        bandAccountingFor(size, false);
-    for (auto& [size, account] : bandAccounting)
-        account.startRate();
+        bandAccounting[size].startRate();
 }
 
 // ---------------------------------------------------------------- visitors

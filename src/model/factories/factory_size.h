@@ -132,7 +132,7 @@ public:
     /// The account of the band of that size, made when missing.
     /// \param sizeIsRadius  size is the scale of a radius, whatever the law scales
     CFactoryAccounting& bandAccountingFor(double size, bool sizeIsRadius);
-    /// Starts a new creation rate in every account; each band of the law has one then.
+    /// Starts a new creation rate in the account of each band of the law, made when missing.
     void startRate();
 
     FuzzyMap<CFactoryAccounting> bandAccounting; ///< by the size of the band

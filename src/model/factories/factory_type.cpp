@@ -15,18 +15,6 @@ const CFactoryTypeRegistry& CFactoryTypeRegistry::instance()
     return registry;
 }
 
-/// Index of the last type of that name.
-static bool findType(const CParticleTypes& types, const QString& name, quint32& outIndex)
-{
-    for (std::size_t index = types.types.size(); index-- > 0;) {
-        if (types.types[index]->displayName == name) {
-            outIndex = static_cast<quint32>(index);
-            return true;
-        }
-    }
-    return false;
-}
-
 void NNaryFactoryType::setParticleTypes(const CParticleTypes* types)
 {
     particleTypes = types;
@@ -58,9 +46,9 @@ bool NNaryFactoryType::nextTypeIndex(quint32& outIndex, const CParticleTypes& ty
 {
     if (hasOverride) {
         hasOverride = false;
-        return findType(types, overrideName, outIndex);
+        return types.findIndex(overrideName, outIndex);
     }
-    if (names.empty() || !findType(types, names[nextIndex()], outIndex))
+    if (names.empty() || !types.findIndex(names[nextIndex()], outIndex))
         return false;
     advance(1);
     return true;

@@ -182,13 +182,11 @@ void CParticleFactory::refreshTypes(const CParticleTypes& particleTypes,
     if (type == nullptr)
         return;
     for (const QString& typeName : type->typeNames()) {
-        std::size_t index = particleTypes.types.size();
-        while (index > 0 && particleTypes.types[index - 1]->displayName != typeName)
-            --index;
-        if (index == 0)
+        quint32 index = 0;
+        if (!particleTypes.findIndex(typeName, index))
             continue;
-        typeShares[static_cast<quint32>(index - 1)] = distributions.percentageOf(typeName.toStdString()) * 0.01;
-        typeIndices[typeName] = static_cast<qint32>(index - 1);
+        typeShares[index] = distributions.percentageOf(typeName.toStdString()) * 0.01;
+        typeIndices[typeName] = static_cast<qint32>(index);
     }
 }
 

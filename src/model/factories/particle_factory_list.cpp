@@ -27,6 +27,8 @@ CParticleFactory* CParticleFactoryList::find(const QString& name) const
 CParticleFactory& CParticleFactoryList::add(std::unique_ptr<CParticleFactory> factory)
 {
     factory->sectionName = sectionName;
+    if (customProperties != nullptr)
+        factory->connectCustomProperties(customProperties);
     factories.push_back(std::move(factory));
     return *factories.back();
 }

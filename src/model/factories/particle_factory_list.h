@@ -7,6 +7,7 @@
 
 namespace NBrenmark {
 
+class CCustomPropertyManager;
 class CParticleFactory;
 class IFactoryBoundingShape;
 class IFileVisitorReader;
@@ -25,7 +26,7 @@ public:
 
     /// The first factory of that name, or null.
     CParticleFactory* find(const QString& name) const;
-    /// Appends; the factory takes the list's section name.
+    /// Appends; the factory takes the list's section name and listens to its property manager.
     CParticleFactory& add(std::unique_ptr<CParticleFactory> factory);
     /// The name of the geometry group, for the list and each of its factories.
     void setSectionName(const QString& name);
@@ -36,6 +37,7 @@ public:
 
     std::vector<std::unique_ptr<CParticleFactory>> factories; ///< in the order of creation
     QString sectionName;
+    CCustomPropertyManager* customProperties = nullptr; ///< of the particles, for new factories; not owned
 };
 
 } // namespace NBrenmark

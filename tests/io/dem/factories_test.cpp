@@ -418,11 +418,12 @@ TEST(DemFactories, giveCustomPropertiesTheirValues)
     EXPECT_EQ(valuesOf("Wear"), (std::vector<double>{4, 5}));
     EXPECT_EQ(valuesOf("Wet"), std::vector<double>{6}); // its initial value
 
-    // One number for all elements before 25.0.1; "initial" is fixed before 25.0.0.
-    stored.customParams = {{"Wear", "fixed", CBytes().f64(8)}, {"Temperature", "initial", {}}};
-    deck.read({stored}, makeVersion(24, 0, 30));
+    // One number for all elements before 25.0.1; "initial" is the word of a fixed one before 25.0.0.
+    stored.customParams = {{"Wear", "fixed", CBytes().f64(8)}, {"Temperature", "initial", CBytes().f64(300)}};
+    deck.read({stored}, makeVersion(24, 255, 0));
     EXPECT_EQ(valuesOf("Wear"), (std::vector<double>{8, 8}));
-    EXPECT_EQ(valuesOf("Temperature"), std::vector<double>{293});
+    EXPECT_EQ(valuesOf("Temperature"), std::vector<double>{300});
+    stored.customParams[1].stored = {};
     deck.read({stored}, makeVersion(25, 0, 0));
     EXPECT_EQ(paramOf("Temperature")->kindWord(), "initial");
 
@@ -461,33 +462,29 @@ TEST(DemFactories, turnTheOldChargeIntoAParameter)
     struct SChargeCase
     {
         const char* kind;
-        CBytes numbers;
+        CBytes stored;
+        std::array<double, 5> numbers; ///< fixed, least, greatest, mean, deviation
     };
-    const SChargeCase cases[] = {{"fixed", CBytes().f64(1e-9)},
-                                 {"random", CBytes().f64s({1e-9, 2e-9})},
-                                 {"normal", CBytes().f64s({3e-9, 1e-10})},
-                                 {"", {}}};
-    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(26, 0, 0), makeVersion(26, 0, 1)}) {
-        const bool isStored = version <= makeVersion(26, 0, 0);
+    const SChargeCase cases[] = {{"fixed", CBytes().f64(6), {6, 0, 1, 0, 0}},
+                                 {"random", CBytes().f64s({7, 8}), {0, 7, 8, 0, 0}},
+                                 {"normal", CBytes().f64s({9, 10}), {0, 0, 1, 9, 10}},
+                                 {"", {}, {0, 0, 1, 0, 0}}};
+    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(26, 0, 0), makeVersion(26, 0, 1)})
         for (const SChargeCase& c : cases) {
             SDeckFactory stored = deckFactory("A", "Ball");
-            stored.charge = CBytes().text(c.kind) + c.numbers;
+            stored.charge = CBytes().text(c.kind) + c.stored;
             CFactoryDeck deck;
             finalizeProperty(deck.particle, "Charge", {0.0});
             deck.read({stored}, version);
-            const IFactoryCustomPropertyParam& param = *deck.factory().customParams.begin()->second;
-            const QString kind = isStored && *c.kind != '\0' ? QString(c.kind) : QString("fixed");
-            EXPECT_EQ(param.kindWord(), kind);
-            if (kind == "fixed")
-                EXPECT_EQ(dynamic_cast<const CFixedValueCustomPropertyFactoryParam&>(param).values[0],
-                          isStored && *c.kind != '\0' ? 1e-9 : 0.0);
-            else if (kind == "random")
-                EXPECT_EQ(dynamic_cast<const CRandomValueCustomPropertyFactoryParam&>(param).distribution.max, 2e-9);
-            else
-                EXPECT_EQ(dynamic_cast<const CNormalDistCustomPropertyFactoryParam&>(param).distribution.deviation,
-                          1e-10);
+            const bool isStored = version <= makeVersion(26, 0, 0);
+            const auto& charge = deck.factory().electrostatic;
+            EXPECT_EQ((std::array{charge.fixedValue, charge.randomMin, charge.randomMax, charge.normalMean,
+                                  charge.normalDeviation}),
+                      isStored ? c.numbers : cases[3].numbers)
+                << c.kind << ' ' << versionText(version).toStdString();
+            EXPECT_EQ(deck.factory().customParams.begin()->second->kindWord(),
+                      isStored && *c.kind != '\0' ? c.kind : "fixed");
         }
-    }
 }
 
 // ---------------------------------------------------------------- damage

@@ -96,22 +96,6 @@ TEST(FactorySize, accountsForEachBandOfAUserDefinedSize)
     EXPECT_EQ(size.bandAccounting.at(2.0).massCreated, 3.0);
 }
 
-TEST(FactorySize, aNewRateStartsInEveryBandAndKeepsWhatWasCreated)
-{
-    CUserDefinedFactorySize size;
-    size.sizeDistribution.bands = {{1.0, 50.0}, {2.0, 100.0}};
-    CFactoryAccounting& account = size.bandAccountingFor(1.0, false);
-    account.massCreated = 3.0;
-    account.massSinceRateChange = 2.0;
-    account.massRemainder = 1.0;
-    size.startRate();
-    ASSERT_EQ(size.bandAccounting.size(), 2u);
-    EXPECT_EQ(size.bandAccounting.at(1.0).massCreated, 3.0);
-    EXPECT_EQ(size.bandAccounting.at(1.0).massSinceRateChange, 0.0);
-    EXPECT_EQ(size.bandAccounting.at(1.0).massRemainder, 0.0);
-    EXPECT_EQ(size.bandAccounting.at(2.0).massCreated, 0.0);
-}
-
 TEST(FactorySize, isEditedAsARecordOfItsKind)
 {
     CLogNormalFactorySize size;

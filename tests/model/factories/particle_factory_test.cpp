@@ -51,8 +51,6 @@ TEST(Factories, areMadeByTheirWordsWithTheirDefaults)
     const auto* const dynamic = dynamic_cast<const CDynamicParticleFactory*>(made.get());
     ASSERT_NE(dynamic, nullptr);
     EXPECT_EQ(dynamic->name, "feed");
-    EXPECT_EQ(dynamic->typeWord(), "dynamic");
-    EXPECT_EQ(dynamic->displayName(), "Dynamic factory");
     EXPECT_EQ(dynamic->maxAttempts, 20u);
     EXPECT_EQ(dynamic->creationTime, 1e-12);
     EXPECT_EQ(dynamic->massToCreate, 100.0);
@@ -63,7 +61,6 @@ TEST(Factories, areMadeByTheirWordsWithTheirDefaults)
     const std::unique_ptr<CParticleFactory> other = createFactory("static", "bed");
     auto* const filling = dynamic_cast<CStaticParticleFactory*>(other.get());
     ASSERT_NE(filling, nullptr);
-    EXPECT_EQ(filling->displayName(), "Static factory");
     EXPECT_EQ(filling->massToCreate, 0.0);
     EXPECT_TRUE(filling->fillShape);
     EXPECT_FALSE(filling->isComplete());
@@ -284,6 +281,7 @@ TEST(DynamicFactory, aNewRateForgetsWhatWasCreatedByTheOldOneOnly)
     factory.setSizeKind("Ball", "user defined");
     factory.setSizeKind("Rod", "unheard of"); // no parameter at all
     auto& bands = dynamic_cast<CUserDefinedFactorySize&>(*factory.sizes.at("Ball"));
+    bands.sizeDistribution.bands = {{1.0, 50.0}, {2.0, 100.0}};
     CFactoryAccounting* const accounts[] = {&factory.accounting, &factory.typeAccounting["Ball"],
                                             &bands.bandAccountingFor(1.0, true)};
     double mass = 1.0;
@@ -304,6 +302,7 @@ TEST(DynamicFactory, aNewRateForgetsWhatWasCreatedByTheOldOneOnly)
         EXPECT_EQ(account->massRemainder, 0.0);
     }
     EXPECT_EQ(created, 1.0 + 4.0 + 7.0);
+    EXPECT_EQ(bands.bandAccounting.size(), 2u); // each band has one now
 }
 
 // ---------------------------------------------------------------- custom properties

@@ -145,13 +145,9 @@ static void readCustomParams(CDemCreatorDataReader& reader, CInForm& f, CParticl
                  QStringLiteral("custom parameters from the one of the undefined property \"%1\" on dropped")
                      .arg(propertyName.left(40)));
         ended |= property == nullptr;
-        if (word == CInitialValueCustomPropertyFactoryParam::word) {
-            // Nothing is stored for it. Before 25.0.0 the initial values were fixed ones, which stay when
-            // the definition changes.
-            if (property != nullptr)
-                factory.setCustomPropertyKind(property, f.since(25, 0, 0) ? word : QStringLiteral("fixed"));
-            continue;
-        }
+        // What was called so before 25.0.0 is a fixed value, and is stored as one.
+        if (word == CInitialValueCustomPropertyFactoryParam::word && !f.since(25, 0, 0))
+            word = CFixedValueCustomPropertyFactoryParam::word;
         std::unique_ptr<IFactoryCustomPropertyParam> dropped;
         IFactoryCustomPropertyParam* const param = paramOf(factory, property, word, dropped);
         if (param != nullptr)
@@ -294,7 +290,6 @@ void CDemCreatorDataReader::readParticleFactoryList(CParticleFactoryList& list)
                            "\" of the unknown kind \"" + word.left(40).toStdString() + "\" skipped");
             continue;
         }
-        factory->connectCustomProperties(particleProperties);
         list.add(std::move(factory)).read(*this);
     }
     leaveIfStopped();
@@ -313,20 +308,9 @@ void CDemCreatorDataWriter::writeParticleFactoryList(const CParticleFactoryList&
 
 void linkFactories(CCreatorData& creator, const CDemDataStream& stream)
 {
-    const QStringList known = creator.particleTypes.names();
-    for (const CGeometryGroup* group : creator.geometryGroups.groups()) {
-        if (group == nullptr)
-            continue;
-        for (const auto& factory : group->factories->factories) {
-            if (factory->type == nullptr)
-                continue;
-            factory->type->attachParticleTypes(&creator.particleTypes);
-            for (const QString& typeName : factory->type->typeNames())
-                if (!known.contains(typeName))
-                    tell(stream, *factory,
-                         QStringLiteral("creates particles of the type \"%1\", which isn't there").arg(typeName));
-        }
-    }
+    creator.linkFactories([&stream](const CParticleFactory& factory, const QString& typeName) {
+        tell(stream, factory, QStringLiteral("creates particles of the type \"%1\", which isn't there").arg(typeName));
+    });
 }
 
 } // namespace NBrenmark

@@ -210,16 +210,11 @@ void CDemCreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValue
     f.length("value", 8, stored);
     for (double& value : stored)
         f.f64(value);
-    if (param.property() != nullptr && stored.size() != elements) {
+    if (!param.takeStored(stored))
         logMessage(eWarning, "Legacy read",
                    stream->place.toStdString() + ": " + counted(static_cast<qint64>(stored.size()), "value") +
                        " in the factory parameter of the property \"" + param.property()->name + "\", " +
                        std::to_string(elements) + " expected");
-        const std::size_t kept = std::min(stored.size(), elements);
-        std::copy(stored.begin(), stored.begin() + static_cast<std::ptrdiff_t>(kept), param.values.begin());
-        return;
-    }
-    param.values.swap(stored);
 }
 
 void CDemCreatorDataWriter::writeFixedValueCustomPropertyFactoryParam(

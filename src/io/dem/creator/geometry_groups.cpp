@@ -265,7 +265,6 @@ static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyMana
 void CDemCreatorDataReader::readGeometryGroups(GeometryGroups& groups)
 {
     groups.clear();
-    particleProperties = groups.managers.particle;
     CInForm f = in();
     const quint32 count = f.count("geometry group", leastGroupBytes);
     CCustomPropertyManager* const properties =
@@ -278,6 +277,7 @@ void CDemCreatorDataReader::readGeometryGroups(GeometryGroups& groups)
         if (group == nullptr)
             continue;
         group->index = index;
+        group->factories->customProperties = groups.managers.particle;
         group->read(*this);
         CGeometryGroup& added = *group;
         groups.add(group.release(), false);

@@ -5,10 +5,7 @@
 
 #include "core/log.h"
 #include "model/creator_data.h"
-#include "model/factories/factory_type.h"
 #include "model/factories/particle_factory.h"
-#include "model/factories/particle_factory_list.h"
-#include "model/geometry/geometry_group.h"
 
 namespace NBrenmark {
 
@@ -42,27 +39,6 @@ static void forEachPart(TData& data, TVisit&& visit)
     visit(data.pluginFactories);
 }
 
-/// Factories find the types of their particles in the model.
-static void linkFactories(CCreatorData& data)
-{
-    const QStringList known = data.particleTypes.names();
-    for (const CGeometryGroup* group : data.geometryGroups.groups()) {
-        if (group == nullptr)
-            continue;
-        for (const std::unique_ptr<CParticleFactory>& factory : group->factories->factories) {
-            if (factory->type == nullptr)
-                continue;
-            factory->type->attachParticleTypes(&data.particleTypes);
-            for (const QString& typeName : factory->type->typeNames())
-                if (!known.contains(typeName))
-                    logMessage(eWarning, "HDF5 read",
-                               "The particle factory \"" + factory->name.toStdString() +
-                                   "\" creates particles of the type \"" + typeName.toStdString() +
-                                   "\", which isn't there.");
-        }
-    }
-}
-
 void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
 {
     H5::Group root = file.openGroup("/");
@@ -76,7 +52,11 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
             forEachPart(data, [this](auto& part) { part.read(*this); });
         });
     });
-    linkFactories(data);
+    data.linkFactories([](const CParticleFactory& factory, const QString& typeName) {
+        logMessage(eWarning, "HDF5 read",
+                   "The particle factory \"" + factory.name.toStdString() + "\" creates particles of the type \"" +
+                       typeName.toStdString() + "\", which isn't there.");
+    });
     if (!in().since(30, 0, 4))
         applyMaterialRule(data);
 }

@@ -35,12 +35,11 @@ static void writeParameter(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out,
     parameter->write(writer);
 }
 
-/// \param setKind  makes a parameter of that kind the factory's
-/// \param current  gives the factory's parameter
+/// \param parameter  of the factory, where setKind puts one of the kind that it is given
 /// An unknown word leaves the parameter that is there.
-template <class TFamily, class TSetKind, class TCurrent>
-static void readParameter(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const std::string& owner,
-                          TSetKind&& setKind, TCurrent&& current)
+template <class TFamily, class TSetKind>
+static void readParameter(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const CParticleFactory& factory,
+                          const std::unique_ptr<TFamily>& parameter, TSetKind&& setKind)
 {
     if (!in.hasAttribute(kindName))
         return;
@@ -48,12 +47,11 @@ static void readParameter(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, c
     in.attribute(kindName, word);
     if (!CKindRegistry<TFamily>::instance().knows(word)) {
         logMessage(eWarning, "HDF5 read",
-                   "A parameter of the particle factory \"" + owner + "\" is skipped: no kind \"" + word.toStdString() +
-                       "\" is known.");
+                   "A parameter of the particle factory \"" + factory.name.toStdString() + "\" is skipped: no kind \"" +
+                       word.toStdString() + "\" is known.");
         return;
     }
     setKind(word);
-    std::unique_ptr<TFamily>& parameter = current();
     if (parameter != nullptr)
         parameter->read(reader);
 }
@@ -107,41 +105,23 @@ static void countsForm(TForm& f, TFactory& factory)
 
 void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
 {
-    const std::string name = factory.name.toStdString();
+    const auto read = [&](const char* group, const auto& parameter, auto&& setKind) {
+        in().group(group, [&] { readParameter(*this, in(), factory, parameter, setKind); });
+    };
     countsForm(in(), factory);
-    in().group("FactVelocity/", [&] {
-        readParameter<IFactoryVelocity>(
-            *this, in(), name,
-            [&](const QString& word) { factory.setVelocityKind(word); }, [&]() -> auto& { return factory.velocity; });
-    });
+    read("FactVelocity/", factory.velocity, [&](const QString& word) { factory.setVelocityKind(word); });
     in().group("FactSize/", [&] {
         in().children([&](const QString& typeName) {
-            readParameter<IFactorySize>(
-                *this, in(), name, [&](const QString& word) { factory.setSizeKind(typeName, word); },
-                [&]() -> auto& { return factory.sizes[typeName]; });
+            // Timesteps go by the names: a type whose size isn't known is one of them.
+            readParameter(*this, in(), factory, factory.sizes[typeName],
+                          [&](const QString& word) { factory.setSizeKind(typeName, word); });
         });
     });
-    in().group("FactOrientation/", [&] {
-        readParameter<IFactoryOrientation>(
-            *this, in(), name, [&](const QString& word) { factory.setOrientationKind(word); },
-            [&]() -> auto& { return factory.orientation; });
-    });
-    in().group("FactAngVel/", [&] {
-        readParameter<IFactoryAngVel>(
-            *this, in(), name,
-            [&](const QString& word) { factory.setAngVelKind(word); }, [&]() -> auto& { return factory.angVel; });
-    });
-    in().group("FactType/", [&] {
-        readParameter<IFactoryType>(
-            *this, in(), name,
-            [&](const QString& word) { factory.setTypeKind(word, nullptr); }, [&]() -> auto& { return factory.type; });
-    });
+    read("FactOrientation/", factory.orientation, [&](const QString& word) { factory.setOrientationKind(word); });
+    read("FactAngVel/", factory.angVel, [&](const QString& word) { factory.setAngVelKind(word); });
+    read("FactType/", factory.type, [&](const QString& word) { factory.setTypeKind(word, nullptr); });
     // Behind the type, which it is told.
-    in().group("FactPosition/", [&] {
-        readParameter<IFactoryPosition>(
-            *this, in(), name,
-            [&](const QString& word) { factory.setPositionKind(word); }, [&]() -> auto& { return factory.position; });
-    });
+    read("FactPosition/", factory.position, [&](const QString& word) { factory.setPositionKind(word); });
     in().group("FactCustomParams/", [&] { readCustomParams(*this, in(), factory); });
     in().fixedRows("Counters/", factory.counters);
 }
@@ -223,9 +203,7 @@ void CHdf5CreatorDataReader::readParticleFactoryList(CParticleFactoryList& list)
                                type.toStdString() + "\" is known.");
                 return;
             }
-            factory->connectCustomProperties(particleProperties);
-            factory->read(*this);
-            list.add(std::move(factory));
+            list.add(std::move(factory)).read(*this);
         });
         leaveIfStopped();
     });

@@ -13,6 +13,7 @@
 #include "model/factories/factory_size.h"
 #include "model/factories/factory_type.h"
 #include "model/factories/factory_velocity.h"
+#include "results/custom_property_meta_data.h"
 
 namespace NBrenmark {
 
@@ -248,27 +249,22 @@ void CHdf5CreatorDataWriter::writeRandomValueCustomPropertyFactoryParam(const CR
     p.distribution.write(*this);
 }
 
-template <class TForm, class TParam>
-static void fixedPropertyForm(TForm& f, TParam& p)
-{
-    f.plainRows("data", p.values);
-}
+static const char* const valuesName = "data";
 
 void CHdf5CreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValueCustomPropertyFactoryParam& p)
 {
-    const std::size_t elements = p.values.size(); // those of the property, once bound to one
-    fixedPropertyForm(in(), p);
-    if (p.property() == nullptr || p.values.size() == elements)
-        return;
-    logMessage(eWarning, "HDF5 read",
-               "A particle factory gives " + std::to_string(p.values.size()) + " values to a custom property of " +
-                   std::to_string(elements) + " elements: missing ones become zero, others are discarded.");
-    p.values.resize(elements);
+    std::vector<double> stored;
+    in().plainRows(valuesName, stored);
+    if (!p.takeStored(stored))
+        logMessage(eWarning, "HDF5 read",
+                   "A particle factory gives " + std::to_string(stored.size()) + " values to the custom property \"" +
+                       p.property()->name + "\", which has " + std::to_string(p.values.size()) +
+                       " elements: missing ones stay initial, others are discarded.");
 }
 
 void CHdf5CreatorDataWriter::writeFixedValueCustomPropertyFactoryParam(const CFixedValueCustomPropertyFactoryParam& p)
 {
-    fixedPropertyForm(out(), p);
+    out().plainRows(valuesName, p.values);
 }
 
 } // namespace NBrenmark

@@ -157,7 +157,6 @@ void CHdf5CreatorDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
 {
     groups.clear();
-    particleProperties = groups.managers.particle;
     CCustomPropertyManager* const properties = options.useNullPropertyManager ? nullptr : groups.managers.geometry;
     in().group("GeometryGroups/", [&] {
         in().children([&](const QString& number) {
@@ -173,6 +172,7 @@ void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
                 return;
             }
             group->index = index;
+            group->factories->customProperties = groups.managers.particle;
             group->read(*this);
             groups.add(group.release(), false);
         });

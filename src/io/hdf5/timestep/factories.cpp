@@ -174,8 +174,7 @@ void CHdf5TimestepDataWriter::writeParticleFactoryList(const CParticleFactoryLis
     out().group("Factories/", [&] {
         CLinkNames names("particle factory", "geometry group \"" + list.sectionName.toStdString() + "\"");
         for (const std::unique_ptr<CParticleFactory>& factory : list.factories)
-            if (factory != nullptr)
-                out().group(names.next(factory->name), [&] { factory->write(*this); });
+            out().group(names.next(factory->name), [&] { factory->write(*this); });
     });
 }
 

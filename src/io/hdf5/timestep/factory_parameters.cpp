@@ -4,8 +4,8 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/log.h"
 #include "io/hdf5/lattice.h"
-#include "io/hdf5/link_names.h"
 #include "model/factories/factory_size.h"
 #include "model/factories/factory_type.h"
 
@@ -63,9 +63,18 @@ void CHdf5TimestepDataReader::readUserDefinedFactorySize(CUserDefinedFactorySize
 
 void CHdf5TimestepDataWriter::writeUserDefinedFactorySize(const CUserDefinedFactorySize& p)
 {
-    CLinkNames names("band of sizes", "a size law");
-    for (const auto& entry : p.bandAccounting)
-        out().group(names.next(bandName(entry.first)), [&] { entry.second.write(*this); });
+    QString before;
+    for (const auto& entry : p.bandAccounting) {
+        const QString name = bandName(entry.first);
+        if (name == before) { // the sizes are in order
+            logMessage(eWarning, "HDF5 write",
+                       "The account of the size band " + QString::number(entry.first, 'g', 17).toStdString() +
+                           " of a particle factory is dropped: this family tells bands apart by six digits.");
+            continue;
+        }
+        before = name;
+        out().group(name.toStdString(), [&] { entry.second.write(*this); });
+    }
 }
 
 } // namespace NBrenmark

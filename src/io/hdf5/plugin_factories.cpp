@@ -11,22 +11,21 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
 {
     factories.clear();
     in.group("PluginFactories/", [&] {
-        for (hsize_t i = 0; i < in.childCount(); ++i) {
-            const std::string name = in.childName(i);
-            in.group(name, [&] {
-                std::string type;
-                in.attribute("type", type);
-                if (type != "library") // never was a plug-in
-                    return;
-                std::string library;
-                in.attribute("source", library);
-                if (!factories.addFactory(QString::fromStdString(library), QString::fromStdString(name)))
-                    logMessage(eWarning, "HDF5 read",
-                               "plug-in factory \"" + name + "\" of the library \"" + library +
-                                   "\" can't be bound here: left out.",
-                               0, 1);
-            });
-        }
+        in.children([&](const QString& name) {
+            const std::string factory = "plug-in factory \"" + name.toStdString() + "\" of the ";
+            QString type;
+            in.attribute("type", type);
+            if (type != QLatin1String("library")) {
+                logMessage(eWarning, "HDF5 read",
+                           factory + "kind \"" + type.toStdString() + "\" is no plug-in: left out.", 0, 1);
+                return;
+            }
+            QString library;
+            in.attribute("source", library);
+            if (!factories.addFactory(library, name))
+                logMessage(eWarning, "HDF5 read",
+                           factory + "library \"" + library.toStdString() + "\" can't be bound here: left out.", 0, 1);
+        });
     });
 }
 

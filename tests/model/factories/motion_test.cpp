@@ -32,51 +32,46 @@ static C3DVector turned(const C3DVector& v, const C3DVector& u, double angle)
     return v * std::cos(angle) + u.cross(v) * std::sin(angle) + u * (u.dot(v) * (1.0 - std::cos(angle)));
 }
 
-TEST(FactoryVelocity, linearLiesBetweenTheEnds)
+struct SLinearCase
 {
-    struct SCase
-    {
-        C3DVector start, end, expected;
-    };
-    const SCase cases[] = {
-        {{1, 2, 3}, {3, 2, -1}, {1 + 2 * u1, 2, 3 - 4 * u1}},
-        {{1, 2, 3}, {0, 0, 0}, {u1, 2 * u1, 3 * u1}},
-        {{0, 0, 0}, {3, 2, -1}, {3 * u1, 2 * u1, -u1}},
-        {{1, 2, 3}, {0, 1e-26, 0}, {u1, 2 * u1, 3 * u1}}, // so short that it counts as zero
-        {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}},
-    };
-    for (const SCase& c : cases) {
-        CLinearFactoryVelocity velocity;
-        velocity.startVelocity = c.start;
-        velocity.endVelocity = c.end;
-        seedRandom(1);
-        expectNear(velocity.sample(), c.expected);
-        EXPECT_EQ(randomNumber(), 5758); // one draw
-    }
-}
+    C3DVector start, end, expected;
+};
 
-TEST(FactoryAngVel, linearTurnsAndGrowsByOneShare)
+/// Of the first draw behind the seed 1, and of no other.
+template <class TLinear>
+static void expectLinear(std::initializer_list<SLinearCase> cases)
 {
-    struct SCase
-    {
-        C3DVector start, end, expected;
-    };
-    const double quarter = 0.5 * pi * u1;
-    const SCase cases[] = {
-        {{1, 2, 3}, {0, 0, 0}, {u1, 2 * u1, 3 * u1}},
-        {{0, 0, 0}, {3, 2, -1}, {3 * u1, 2 * u1, -u1}},
-        // A right angle from x to z: as long as the start, and turned by the share from the end.
-        {{0, 0, 2}, {3, 0, 0}, {2 * u1 * std::cos(quarter), 0, 2 * u1 * std::sin(quarter)}},
-        {{0.2, 0.4, 0.6}, {0.1, 0.2, 0.3}, {0.2 * u1, 0.4 * u1, 0.6 * u1}}, // parallel: nothing to turn about
-    };
-    for (const SCase& c : cases) {
-        CLinearFactoryAngVel velocity;
+    for (const SLinearCase& c : cases) {
+        TLinear velocity;
         velocity.startVelocity = c.start;
         velocity.endVelocity = c.end;
         seedRandom(1);
         expectNear(velocity.sample(), c.expected);
         EXPECT_EQ(randomNumber(), 5758);
     }
+}
+
+TEST(FactoryVelocity, linearLiesBetweenTheEnds)
+{
+    expectLinear<CLinearFactoryVelocity>({
+        {{1, 2, 3}, {3, 2, -1}, {1 + 2 * u1, 2, 3 - 4 * u1}},
+        {{1, 2, 3}, {0, 0, 0}, {u1, 2 * u1, 3 * u1}},
+        {{0, 0, 0}, {3, 2, -1}, {3 * u1, 2 * u1, -u1}},
+        {{1, 2, 3}, {0, 1e-26, 0}, {u1, 2 * u1, 3 * u1}}, // so short that it counts as zero
+        {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}},
+    });
+}
+
+TEST(FactoryAngVel, linearTurnsAndGrowsByOneShare)
+{
+    const double quarter = 0.5 * pi * u1;
+    expectLinear<CLinearFactoryAngVel>({
+        {{1, 2, 3}, {0, 0, 0}, {u1, 2 * u1, 3 * u1}},
+        {{0, 0, 0}, {3, 2, -1}, {3 * u1, 2 * u1, -u1}},
+        // A right angle from x to z: as long as the start, and turned by the share from the end.
+        {{0, 0, 2}, {3, 0, 0}, {2 * u1 * std::cos(quarter), 0, 2 * u1 * std::sin(quarter)}},
+        {{0.2, 0.4, 0.6}, {0.1, 0.2, 0.3}, {0.2 * u1, 0.4 * u1, 0.6 * u1}}, // parallel: nothing to turn about
+    });
 }
 
 template <class TRandom>

@@ -30,7 +30,7 @@ void GeometryGroups::write(IFileVisitorWriter& v) const { v.writeGeometryGroups(
 quint32 GeometryGroups::placeFor(const CGeometryGroup& group)
 {
     const quint32 wanted = group.index;
-    if (wanted != CGeometryGroup::notSet && wanted <= greatestIndex && at(wanted) == nullptr)
+    if (wanted <= greatestIndex && at(wanted) == nullptr)
         return wanted;
     while (firstGap < places.size() && places[firstGap] != nullptr)
         ++firstGap;

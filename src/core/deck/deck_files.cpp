@@ -212,7 +212,7 @@ static std::string copyCause(const QString& from, const QString& to, qint64 limi
     if (limit == wholeFile) {
         if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
             return causeIn(target);
-        const std::string cause = copyAndClose(source, target, source.size());
+        std::string cause = copyAndClose(source, target, source.size());
         if (!cause.empty())
             target.remove(); // it wasn't there before
         else if (!target.setPermissions(source.permissions()))

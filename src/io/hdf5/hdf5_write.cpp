@@ -19,7 +19,7 @@
 namespace NBrenmark {
 
 /// Behind the name of a numbered file until it is whole.
-constexpr QLatin1String unfinishedSuffix(".part");
+static const QLatin1String unfinishedSuffix(".part");
 
 static QString couldNotWrite(const QString& path) { return QString("Could not write file %1.").arg(path); }
 

@@ -15,7 +15,7 @@ std::string CLinkNames::next(const QString& name)
 {
     std::string bytes = name.toStdString();
     const auto refuse = [&](const std::string& why) {
-        throw unstorable_error("A " + what + " is named " + quoted(bytes.c_str()) +
+        throw unstorable_error("A " + what + " is named " + quoted(bytes.substr(0, bytes.find('\0'))) +
                                (where.empty() ? "" : " in " + where) + ", and " + why +
                                " Rename it in the program that made the deck.");
     };

@@ -81,9 +81,10 @@ H5::ArrayType squareOfDoubles(hsize_t side)
     return H5::ArrayType(PredType::NATIVE_DOUBLE, 2, sides);
 }
 
-void writeArrayAttribute(const std::string& name, H5::ArrayType type, const double* values, H5::H5Object& location)
+void writeArrayAttribute(const std::string& name, const H5::ArrayType& type, const double* values,
+                         H5::H5Object& location)
 {
-    closed(std::move(type), [&](H5::ArrayType& array) { writeScalar(name, array, values, location); });
+    closed(H5::ArrayType(type), [&](H5::ArrayType& array) { writeScalar(name, array, values, location); });
 }
 
 // ---------------------------------------------------------------- datasets
@@ -383,6 +384,7 @@ void writeDataset(const std::string& name, const QStringList& texts, H5::H5Locat
     for (const QString& text : texts)
         bytes.push_back(storableText(name, text.toStdString()));
     std::vector<const char*> pointers;
+    pointers.reserve(bytes.size());
     for (const std::string& text : bytes)
         pointers.push_back(text.c_str());
     const hsize_t count = pointers.size();
@@ -479,7 +481,7 @@ void setFixedText(char* field, std::size_t size, const QString& text)
         throw unstorable_error("The name \"" + bytes.substr(0, end) +
                                "\" goes on behind a zero byte, where texts end.");
     std::memset(field, 0, size);
-    std::memcpy(field, bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), field);
 }
 
 QString fixedText(const char* field, std::size_t size) { return storedText(std::string(field, strnlen(field, size))); }

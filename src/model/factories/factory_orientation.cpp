@@ -5,7 +5,7 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace NBrenmark {
 
@@ -31,7 +31,7 @@ CQuaternion CRandomFactoryOrientation::sample() const
 CQuaternion CFixedFactoryOrientation::quaternion() const
 {
     const C3DMatrix own = taken.toMatrix();
-    const bool isTaken = std::memcmp(own.data(), orientation.data(), 9 * sizeof(double)) == 0;
+    const bool isTaken = std::equal(own.data(), own.data() + 9, orientation.data());
     return isTaken ? taken : CQuaternion::fromMatrix(orientation);
 }
 

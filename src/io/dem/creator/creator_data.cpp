@@ -19,12 +19,8 @@ static void titleForm(TForm& f, TCreator& creator)
         f.i32(kind, below(2, 4, 19), 0);
         f.dropI32();
         f.f64(creator.damping);
-        if (f.stores(below(2, 4, 16))) {
-            f.dropF64(); // a unique id of 16 bytes
-            f.dropF64();
-        }
-        else if (kind == 2) {
-            f.dropF64();
+        if (f.stores(below(2, 4, 16)) || kind == 2) {
+            f.dropF64(); // a unique id of 16 bytes, or two numbers of that kind
             f.dropF64();
         }
         if (!f.stores(from(2, 4, 8))) {

@@ -68,7 +68,7 @@ static void readCustomParams(CHdf5CreatorDataReader& reader, CHdf5FormReader& in
             const CCustomPropertyManager* const properties = factory.customProperties;
             const CCustomPropertyMetaData* const property =
                 properties != nullptr ? properties->property(propertyName) : nullptr;
-            if (!factory.setCustomPropertyKind(property, kind)) {
+            if (property == nullptr || !factory.setCustomPropertyKind(property, kind)) {
                 logMessage(eWarning, "HDF5 read",
                            "What the particle factory \"" + factory.name.toStdString() +
                                "\" gives to the custom property \"" + propertyName + "\" is skipped: no such " +

@@ -38,6 +38,9 @@ void CSettingsFile::clearSettings(bool notify)
     for (const SSettingsEntry& entry : entries)
         entry.entry->clear(notify);
     settingsDirty = notify;
+    lastVersion = 0;
+    lastEdition = 0;
+    damagedBlocks = 0;
 }
 
 const SSettingsEntry* CSettingsFile::entryOf(qint32 identifier) const
@@ -86,6 +89,8 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
     std::string text;
     bool loaded = readHeader(stream, text);
     if (loaded) {
+        lastVersion = stream.fileVersion();
+        lastEdition = stream.edition;
         CBackgroundReadWriteController reader(*this, stream, false, progress);
         loaded = reader.execute();
         text = reader.errorText();

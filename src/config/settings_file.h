@@ -39,6 +39,11 @@ public:
     bool read(QDataStream& stream, IProgressController* progress) override;
     bool write(QDataStream& stream, IProgressController* progress) override;
 
+    /// Of the file that was read last; 0 if there was none.
+    quint32 readVersion() const { return lastVersion; }
+    qint32 readEdition() const { return lastEdition; }
+    /// Of the blocks of that file those that were left out.
+    int damagedBlockCount() const { return damagedBlocks; }
     /// The file must be written at the next save even if no entry is modified.
     bool isDirty() const { return settingsDirty; }
 
@@ -58,6 +63,8 @@ private:
     bool writesCustomProperties = true;
     std::string currentFile; ///< as messages name it
     int damagedBlocks = 0;
+    quint32 lastVersion = 0;
+    qint32 lastEdition = 0;
 };
 
 } // namespace NBrenmark

@@ -26,6 +26,7 @@ const SRefusal refusals[] = {
     {{"convert", "DIR/pile.dem"}, 2, "OUT is required", "brenmark convert --help"},
     {{"convert", "", "DIR/out"}, 2, "empty path", "first file"},
     {{"convert", "--fast", "DIR/pile.dem", "DIR/out"}, 2, "--fast", "brenmark convert --help"},
+    {{"info", "--quick", "--settings", "DIR/pile.dem"}, 2, "--settings", "brenmark info --help"},
     {{"config", "DIR/pile.dem", ""}, 2, "empty key", "Leave it out"},
     {{"config", "DIR/pile.dem", "A:X"}, 2, "pile.dem: has no key A:X in its configuration", "A has B, C=D."},
     {{"config", "DIR/pile.dem", "NOTHING", "--json"}, 2, "no key NOTHING", "The configuration has A."},

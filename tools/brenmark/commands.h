@@ -28,7 +28,8 @@ struct SCheckOptions
 struct SInfoOptions
 {
     QString deck;
-    bool quick = false; ///< reads the last timestep only
+    bool quick = false;    ///< reads the last timestep only
+    bool settings = false; ///< tells of the settings file, and reads no timestep
     bool json = false;
 };
 

@@ -93,7 +93,9 @@ int run(int argumentCount, char** arguments)
     SInfoOptions info;
     CLI::App* const infoApp = app.add_subcommand("info", "Describe a deck of either family");
     infoApp->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
-    infoApp->add_flag("--quick", info.quick, "Read the last timestep only, and count what is in no other");
+    CLI::Option* const quick =
+        infoApp->add_flag("--quick", info.quick, "Read the last timestep only, and count what is in no other");
+    infoApp->add_flag("--settings", info.settings, "Describe what its settings hold instead")->excludes(quick);
     infoApp->add_flag("--json", info.json, "Show one JSON object");
     infoApp->callback([&] {
         command = [&] {

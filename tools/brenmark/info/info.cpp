@@ -43,6 +43,16 @@ static Json describe(CDeckReader& reader, const SInfoOptions& options, const Jso
             {"bytes", bytesOf(files)}};
 }
 
+/// No timestep is read: its models would define what they need beside what the file holds.
+static Json describeSettings(CDeckReader& reader, const SInfoOptions& options)
+{
+    return {{"path", utf8(options.deck)},
+            {"family", reader.familyName()},
+            {"createdBy", utf8(versionText(reader.manager().firstVersion))},
+            {"lastWrittenBy", utf8(versionText(reader.manager().lastVersion))},
+            {"settings", settingsOf(reader)}};
+}
+
 static void printHead(const Json& deck)
 {
     const std::string created = text(deck["createdBy"]), last = text(deck["lastWrittenBy"]);
@@ -78,15 +88,15 @@ EExitCode runInfo(const SInfoOptions& options)
 {
     CDeckReader reader(options.deck);
     std::vector<CFailure> failures;
-    const Json timesteps = timestepList(reader, !options.quick, failures);
-    Json deck = describe(reader, options, timesteps);
+    Json deck = options.settings ? describeSettings(reader, options)
+                                 : describe(reader, options, timestepList(reader, !options.quick, failures));
     const std::vector<SLogMessage> messages = reader.messages();
     if (options.json) {
         deck["messages"] = jsonMessages(messages);
         printJson(deck);
     }
     else {
-        print(deck);
+        options.settings ? printSettings(deck) : print(deck);
         flushResult();
     }
     printWarnings(messages);

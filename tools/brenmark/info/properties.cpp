@@ -7,20 +7,26 @@
 
 namespace NBrenmark {
 
-Json propertyList(CDeckReader& reader)
+void eachProperty(CDeckReader& reader,
+                  const std::function<void(const char*, const CCustomPropertyMetaData&, bool)>& take)
 {
     const SPropertyManagers managers = reader.deck().settings->propertyManagers();
-    Json list = Json::array();
     const std::pair<const char*, const CCustomPropertyManager*> owners[] = {{"particles", managers.particle},
                                                                             {"contacts", managers.contact},
                                                                             {"geometry", managers.geometry},
                                                                             {"simulation", managers.simulation}};
     for (const auto& [owner, manager] : owners)
         for (unsigned int i = 0; i < manager->propertyCount(); ++i)
-            list.push_back({{"name", manager->property(i)->name},
-                            {"owner", owner},
-                            {"elements", manager->property(i)->numberOfElements},
-                            {"stored", i < manager->finalizedCount()}});
+            take(owner, *manager->property(i), i < manager->finalizedCount());
+}
+
+Json propertyList(CDeckReader& reader)
+{
+    Json list = Json::array();
+    eachProperty(reader, [&](const char* owner, const CCustomPropertyMetaData& property, bool isStored) {
+        list.push_back(
+            {{"name", property.name}, {"owner", owner}, {"elements", property.numberOfElements}, {"stored", isStored}});
+    });
     return list;
 }
 

@@ -4,10 +4,12 @@
 
 #include "brenmark/json_text.h"
 
+#include <functional>
 #include <vector>
 
 namespace NBrenmark {
 
+class CCustomPropertyMetaData;
 class CDeckReader;
 class CFailure;
 class GeometryGroups;
@@ -28,7 +30,14 @@ Json geometryList(const GeometryGroups& groups);
 Json factoryList(const GeometryGroups& groups);
 void printGeometry(const Json& deck);
 
+/// Calls take with owner, definition and whether timesteps store it, for all definitions, owner by owner.
+void eachProperty(CDeckReader& reader,
+                  const std::function<void(const char*, const CCustomPropertyMetaData&, bool)>& take);
 Json propertyList(CDeckReader& reader);
 void printProperties(const Json& deck);
+
+/// What the settings file holds, and the old property file that takes the place of a part of it.
+Json settingsOf(CDeckReader& reader);
+void printSettings(const Json& deck);
 
 } // namespace NBrenmark

@@ -170,6 +170,9 @@ EExitCode nothingToDo(const SConvertOptions& options)
     return eExitDone;
 }
 
+/// Opens a deck and lets it go again. \throws CFailure  it can't be opened
+void requireReadable(const QString& path) { const CDeckReader reader(path); }
+
 } // namespace
 
 EExitCode runConvert(const SConvertOptions& options)
@@ -179,7 +182,7 @@ EExitCode runConvert(const SConvertOptions& options)
             return nothingToDo(options);
         const QString target = targetPath(options.source, options.target);
         requireFreeTarget(options.source, target, options.force);
-        CDeckReader(options.source); // a deck that can't be opened must not cost the one at the target
+        requireReadable(options.source); // a deck that can't be opened must not cost the one at the target
         makeTargetFolder(target);
         return converted(options, target);
     }

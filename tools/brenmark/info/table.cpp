@@ -19,8 +19,11 @@ void CTable::print(const std::string& heading) const
     size_t width = 0;
     for (const auto& [first, rest] : rows)
         width = std::max(width, columns(first));
-    for (const auto& [first, rest] : rows)
-        printResult("  " + first + std::string(width - columns(first) + 2, ' ') + rest + '\n');
+    for (const auto& [first, rest] : rows) {
+        std::string line = "  " + first;
+        line.append(width - columns(first) + 2, ' ').append(rest).append("\n");
+        printResult(line);
+    }
 }
 
 void CTable::printUnlessEmpty(const std::string& heading) const

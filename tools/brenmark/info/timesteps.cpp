@@ -42,15 +42,14 @@ Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& fail
 {
     constexpr quint32 none = CTimestepData::noTimestep;
     const quint32 count = reader.timestepCount();
-    quint32 lastReadable = none, loaded = none;
+    quint32 lastReadable = none;
     Json list = Json::array();
     for (quint32 i = 0; i < count; ++i) {
         Json entry = {{"time", reader.index()[i].time}, {"full", reader.index()[i].isFull}};
         if (counted || i + 1 == count) {
-            loaded = none;
             try {
                 const CTimestepData& timestep = reader.timestep(i).timestep;
-                lastReadable = loaded = i;
+                lastReadable = i;
                 if (counted)
                     entry.update(contents(timestep));
             }
@@ -62,8 +61,8 @@ Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& fail
         list.push_back(std::move(entry));
     }
     if (lastReadable == none && !failures.empty())
-        throw failures.front();
-    if (loaded != lastReadable)
+        throw CFailure(failures.front());
+    if (lastReadable != none && lastReadable + 1 < count) // behind it others were tried
         reader.timestep(lastReadable);
     return list;
 }

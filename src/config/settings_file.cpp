@@ -176,6 +176,15 @@ static bool takeMarker(QDataStream& stream, const char* marker)
     return stream.readRawData(bytes, markerLength) == markerLength && std::equal(bytes, bytes + markerLength, marker);
 }
 
+/// Whether a marker stands somewhere else; the device stays where it is.
+static bool markerStandsAt(QIODevice& device, qint64 position, const char* marker)
+{
+    const qint64 before = device.pos();
+    const bool isThere = device.seek(position) && device.read(markerLength) == QByteArray(marker, markerLength);
+    device.seek(before);
+    return isThere;
+}
+
 bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress)
 {
     QIODevice& device = *stream.device();
@@ -188,21 +197,28 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     qint32 length = 0;
     qint32 identifier = 0;
     stream >> length >> identifier;
-    const SSettingsEntry* const entry = stream.status() == QDataStream::Ok ? entryOf(identifier) : nullptr;
-    if (!entry)
-        return blockFailed(nullptr, blockAt, "Detected Corruption in settings file (unkown settings entry ID)");
+    const bool hasHead = stream.status() == QDataStream::Ok;
+    const SSettingsEntry* const entry = hasHead ? entryOf(identifier) : nullptr;
     const qint64 payloadAt = device.pos();
     // A length that leads out of the file, or back before the payload, is damaged itself and taken for nothing.
     const qint64 announcedEnd = lengthAt + length;
     const bool hasEnd = announcedEnd >= payloadAt && announcedEnd <= device.size();
+    const auto failed = [&](const std::string& text) {
+        const std::string size = hasEnd ? std::to_string(announcedEnd - payloadAt) + " bytes" : "length unknown";
+        return blockFailed(entry, blockAt, text + "; what it held is left out: " + size);
+    };
+    if (!entry)
+        return failed("Detected Corruption in settings file (unkown settings entry ID)" +
+                      (hasHead ? ", identifier " + std::to_string(identifier) : std::string()));
     const auto entryFailed = [&](const std::string& text) {
         // An entry with a damaged count may have run through blocks that aren't its own.
         if (hasEnd && device.pos() > announcedEnd)
             device.seek(announcedEnd);
-        return blockFailed(entry, blockAt, text);
+        return failed(text);
     };
 
     try {
+        const CBlockLimit limit(stream, hasEnd && markerStandsAt(device, announcedEnd, endMarker) ? announcedEnd : -1);
         if (!entry->entry->read(stream, progress) || stream.status() != QDataStream::Ok)
             return entryFailed("Could not read settings entry (see previous messages for reason)");
     }
@@ -216,12 +232,10 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     if (device.pos() - lengthAt != length) {
         if (hasEnd)
             device.seek(announcedEnd);
-        return blockFailed(entry, blockAt,
-                           "Detected Corruption in settings file (settings entry read wrong amount of data)");
+        return failed("Detected Corruption in settings file (settings entry read wrong amount of data)");
     }
     if (!takeMarker(stream, endMarker))
-        return blockFailed(entry, blockAt,
-                           "Detected Corruption in settings file (block end marker not found at expected position)");
+        return failed("Detected Corruption in settings file (block end marker not found at expected position)");
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include <QIODevice>
 #include <mutex>
 #include <set>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -38,16 +39,61 @@ CVersionedStream::~CVersionedStream()
     versionedStreams().erase(this);
 }
 
+static qint64 bytesInDevice(const QDataStream& stream)
+{
+    return stream.device() != nullptr ? qMax<qint64>(0, stream.device()->size() - stream.device()->pos()) : 0;
+}
+
 qint64 CVersionedStream::bytesLeft() const
 {
-    return device() != nullptr ? qMax<qint64>(0, device()->size() - device()->pos()) : 0;
+    const qint64 inDevice = bytesInDevice(*this);
+    return blockEnd < 0 ? inDevice : qBound<qint64>(0, blockEnd - device()->pos(), inDevice);
+}
+
+qint64 CVersionedStream::setLimit(qint64 end) { return std::exchange(blockEnd, end); }
+
+/// The stream as one that carries a version; null if it is none.
+static const CVersionedStream* versioned(const QDataStream& stream)
+{
+    const std::lock_guard<std::mutex> guard(streamsLock());
+    return versionedStreams().count(&stream) > 0 ? static_cast<const CVersionedStream*>(&stream) : nullptr;
 }
 
 quint32 fileVersionOf(const QDataStream& stream)
 {
-    const std::lock_guard<std::mutex> guard(streamsLock());
-    return versionedStreams().count(&stream) > 0 ? static_cast<const CVersionedStream&>(stream).fileVersion()
-                                                 : currentFileVersion();
+    const CVersionedStream* const found = versioned(stream);
+    return found ? found->fileVersion() : currentFileVersion();
+}
+
+quint32 editionOf(const QDataStream& stream)
+{
+    const CVersionedStream* const found = versioned(stream);
+    return found ? found->edition : 0;
+}
+
+qint64 bytesLeftOf(const QDataStream& stream)
+{
+    const CVersionedStream* const found = versioned(stream);
+    return found ? found->bytesLeft() : bytesInDevice(stream);
+}
+
+qint64 blockEndOf(const QDataStream& stream)
+{
+    const CVersionedStream* const found = versioned(stream);
+    return found ? found->limit() : -1;
+}
+
+CBlockLimit::CBlockLimit(QDataStream& stream, qint64 end)
+    : stream(versioned(stream) ? static_cast<CVersionedStream*>(&stream) : nullptr)
+{
+    if (this->stream)
+        before = this->stream->setLimit(end);
+}
+
+CBlockLimit::~CBlockLimit()
+{
+    if (stream)
+        stream->setLimit(before);
 }
 
 } // namespace NBrenmark

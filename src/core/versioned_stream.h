@@ -21,15 +21,41 @@ public:
     /// The edition word of a settings file; 0 elsewhere.
     quint32 edition = 0;
 
-    /// Bytes between the device's position and its end: what a count may still ask for.
+    /// Bytes from here to the end of the innermost block, or of the device outside of blocks: what a count may
+    /// still ask for.
     qint64 bytesLeft() const;
+    /// Sets where the innermost block ends; -1 outside of blocks. \return what stood before
+    qint64 setLimit(qint64 end);
+    qint64 limit() const { return blockEnd; }
 
 private:
     quint32 version = currentFileVersion();
+    qint64 blockEnd = -1;
 };
 
-/// The version beside a stream; the current one if the stream carries none. Objects that store
-/// themselves know their stream as a QDataStream only.
+// Objects that store themselves know their stream as a QDataStream only.
+
+/// The version beside a stream; the current one if the stream carries none.
 quint32 fileVersionOf(const QDataStream& stream);
+/// The edition beside a stream; 0 if it carries none.
+quint32 editionOf(const QDataStream& stream);
+/// Bytes from here to the end of the block that is being read, or of the device.
+qint64 bytesLeftOf(const QDataStream& stream);
+/// Where the block that is being read ends; -1 where nothing tells.
+qint64 blockEndOf(const QDataStream& stream);
+
+/// Has a block of the stream end somewhere while this lives. Nothing happens to a stream that carries no version.
+class CBlockLimit
+{
+public:
+    CBlockLimit(QDataStream& stream, qint64 end);
+    ~CBlockLimit();
+    CBlockLimit(const CBlockLimit&) = delete;
+    CBlockLimit& operator=(const CBlockLimit&) = delete;
+
+private:
+    CVersionedStream* const stream;
+    qint64 before = -1;
+};
 
 } // namespace NBrenmark

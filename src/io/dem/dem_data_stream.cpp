@@ -14,19 +14,6 @@ CDemDataStream::CDemDataStream(QIODevice* device, const SSaveOptions& options)
     : CVersionedStream(device), options(options)
 {}
 
-qint64 CDemDataStream::bytesLeft() const
-{
-    const qint64 inDevice = CVersionedStream::bytesLeft();
-    return limit < 0 ? inDevice : qBound<qint64>(0, limit - position(), inDevice);
-}
-
-qint64 CDemDataStream::setLimit(qint64 end)
-{
-    const qint64 before = limit;
-    limit = end;
-    return before;
-}
-
 void CDemDataStream::require(qint64 bytes, const std::string& what) const
 {
     const qint64 left = bytesLeft();

@@ -24,20 +24,12 @@ public:
     QString place; ///< what is read or written, for messages: "pile.dem.scn.1, timestep 3"
 
     qint64 position() const { return device()->pos(); }
-    /// Bytes from here to the end of the innermost block, or of the device outside of blocks.
-    qint64 bytesLeft() const;
-    /// Sets where the innermost block ends; -1 outside of blocks. \return what stood before
-    qint64 setLimit(qint64 end);
-
     /// \throws std::length_error unless so many bytes follow. Nothing was taken for them before.
     /// \param what  what the bytes hold: "12 materials"
     void require(qint64 bytes, const std::string& what) const;
     /// \throws std::runtime_error if a value was read past the end or couldn't be written: zeros are
     ///         never taken for data
     void checkStatus(const char* what) const;
-
-private:
-    qint64 limit = -1;
 };
 
 } // namespace NBrenmark

@@ -1,30 +1,162 @@
 #include "analysis/field_manager.h"
 
+#include "analysis/progress_step.h"
 #include "core/log.h"
-#include "core/not_carried.h"
-#include "core/progress.h"
+#include "core/versioned_stream.h"
 
 #include <QDataStream>
 #include <QIODevice>
-#include <QString>
+
+#include <algorithm>
+#include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace NBrenmark::NField {
 
 /// Name, id, plane and two counts: no field is smaller.
 static constexpr qint64 leastFieldBytes = 5 * 4;
-/// X-Y, X-Z, Y-Z, X-Y-Z.
-static constexpr qint32 lastPlane = 3;
+
+/// As noId, a field asks for a number by it.
+static constexpr qint32 anyId = -2;
+
+CFieldManager::CFieldManager() = default;
+CFieldManager::~CFieldManager() = default;
+
+// ---------------------------------------------------------------- the fields
+
+bool CFieldManager::addField(std::unique_ptr<CFieldData>& field)
+{
+    if (field == nullptr || byName.count(field->name) > 0)
+        return false;
+    const bool isNumbered = field->id != CFieldData::noId && field->id != anyId;
+    const qint32 id = isNumbered ? field->id : nextId;
+    if (byId.count(id) > 0)
+        return false;
+    field->id = id;
+    if (id >= nextId && id < std::numeric_limits<qint32>::max())
+        nextId = id + 1;
+    const std::string name = field->name;
+    byId.emplace(id, field.get());
+    byName.emplace(name, std::move(field));
+    setModified(true);
+    emit fieldAdded(name);
+    return true;
+}
+
+bool CFieldManager::deleteField(const std::string& name)
+{
+    const auto found = byName.find(name);
+    if (found == byName.end())
+        return false;
+    const std::string deleted = name; // may be the field's own
+    byId.erase(found->second->id);
+    byName.erase(found);
+    setModified(true);
+    emit fieldDeleted(deleted);
+    return true;
+}
+
+bool CFieldManager::renameField(const std::string& oldName, const std::string& newName)
+{
+    const auto found = byName.find(oldName);
+    if (found == byName.end() || newName.empty() || byName.count(newName) > 0)
+        return false;
+    const std::string before = oldName; // may be the field's own
+    std::unique_ptr<CFieldData> field = std::move(found->second);
+    byName.erase(found);
+    field->name = newName;
+    byName.emplace(newName, std::move(field));
+    setModified(true);
+    emit fieldRenamed(before, newName);
+    return true;
+}
+
+bool CFieldManager::rebuildIdMap()
+{
+    byId.clear();
+    bool areDifferent = true;
+    for (const auto& [name, field] : byName)
+        areDifferent = byId.insert_or_assign(field->id, field.get()).second && areDifferent;
+    return areDifferent;
+}
+
+CFieldData* CFieldManager::getField(qint32 id) const
+{
+    const auto found = byId.find(id);
+    return found == byId.end() ? nullptr : found->second;
+}
+
+CFieldData* CFieldManager::getField(const std::string& name) const
+{
+    const auto found = byName.find(name);
+    return found == byName.end() ? nullptr : found->second.get();
+}
+
+void CFieldManager::clear(bool notify)
+{
+    byId.clear();
+    byName.clear();
+    nextId = 0;
+    setModified(notify);
+    emit cleared();
+}
+
+// ---------------------------------------------------------------- the block
 
 bool CFieldManager::write(QDataStream& stream, IProgressController* progress)
 {
-    if (progress)
-        progress->startStep(0, QStringLiteral("Writing Field Data"), true);
-    stream << qint32(0);
-    if (progress)
-        progress->endStep();
+    const auto valid =
+        std::count_if(byName.begin(), byName.end(), [](const auto& entry) { return entry.second->isValid(); });
+    CProgressStep step(progress, static_cast<int>(valid), QStringLiteral("Writing Field Data"));
+    stream << qint32(valid);
+    for (const auto& [name, field] : byName) {
+        if (const std::string lack = field->invalidity(); !lack.empty()) {
+            logMessage(eWarning, "Settings", "Field \"" + name + "\" not written: " + lack + ".");
+            continue;
+        }
+        if (step.isCancelled() || !field->write(stream, progress))
+            return false;
+        step.tick();
+    }
     setModified(false);
     return stream.status() == QDataStream::Ok;
+}
+
+/// Moves behind the block, as far as its end is known, and tells what stays behind.
+static void leaveRest(QDataStream& stream, const std::string& cause)
+{
+    const qint64 bytes = bytesLeftOf(stream);
+    logMessage(eWarning, "Settings",
+               "Fields: " + cause + " It is dropped, and with it what stands behind it (" + std::to_string(bytes) +
+                   " bytes).");
+    if (const qint64 end = blockEndOf(stream); end >= 0)
+        stream.device()->seek(end);
+}
+
+bool CFieldManager::readFields(QDataStream& stream, IProgressController* progress, qint32 count)
+{
+    CProgressStep step(progress, count, QStringLiteral("Reading Field Data"));
+    for (qint32 i = 0; i < count; ++i) {
+        if (step.isCancelled())
+            return false;
+        auto field = std::make_unique<CFieldData>();
+        const bool isValid = field->read(stream, progress);
+        if (step.isCancelled())
+            return false;
+        const std::string number = std::to_string(i + 1) + " of " + std::to_string(count);
+        if (!isValid) {
+            leaveRest(stream, "field " + number + " (\"" + field->name + "\") is none: " + field->invalidity() + ".");
+            break;
+        }
+        if (!addField(field)) {
+            leaveRest(stream, "field " + number + " (\"" + field->name + "\") has the name or the id (" +
+                                  std::to_string(field->id) + ") of an earlier one.");
+            break;
+        }
+        step.tick();
+    }
+    return true;
 }
 
 bool CFieldManager::read(QDataStream& stream, IProgressController* progress)
@@ -32,31 +164,13 @@ bool CFieldManager::read(QDataStream& stream, IProgressController* progress)
     clear(false);
     qint32 count = 0;
     stream >> count;
-    if (stream.status() != QDataStream::Ok || count < 0) {
-        logMessage(eWarning, "Settings", "Fields not read: their number is cut off or negative.");
-        return false;
-    }
-    const qint64 bytesLeft = stream.device()->bytesAvailable();
-    if (count > bytesLeft / leastFieldBytes)
-        throw std::length_error(std::to_string(count) + " fields announced, " + std::to_string(bytesLeft) +
-                                " bytes follow");
-    if (progress) {
-        progress->startStep(count, QStringLiteral("Reading Field Data"), true);
-        progress->endStep();
-    }
-    if (count > 0) {
-        // Only what is a field indeed is refused; anything else is damage, and costs this block alone.
-        QString name;
-        qint32 id = 0;
-        qint32 plane = 0;
-        stream >> name >> id >> plane;
-        if (stream.status() == QDataStream::Ok && !name.isEmpty() && plane >= 0 && plane <= lastPlane)
-            throw not_carried_error("fields of imported data (\"" + name.left(80).toStdString() + "\")");
-        logMessage(eWarning, "Settings", "Fields not read: the first of them has no name or no plane.");
-        return false;
-    }
+    const qint64 left = bytesLeftOf(stream);
+    if (stream.status() != QDataStream::Ok || count < 0 || count > left / leastFieldBytes)
+        throw std::length_error(std::to_string(count) + " fields announced, " + std::to_string(left) + " bytes follow");
+    const bool isWhole = readFields(stream, progress, count);
+    rebuildIdMap();
     setModified(false);
-    return true;
+    return isWhole;
 }
 
 } // namespace NBrenmark::NField

@@ -1,23 +1,61 @@
 #pragma once
-// The selections of a deck, block 1 of its settings file. This build carries decks without selections: it
-// reads and writes the empty map, and refuses one that holds any.
+// The selections of a deck by name, block 1 of its settings file.
 
+#include "analysis/selection.h"
 #include "core/read_write.h"
+
+#include <QObject>
+
+#include <map>
+#include <memory>
+#include <string>
 
 namespace NBrenmark::NSelection {
 
-class CSelectionMap : public ISimulationSettingsEntry
+class CGeometricRegionSelection;
+
+class CSelectionMap : public QObject, public ISimulationSettingsEntry
 {
+    Q_OBJECT
 public:
+    CSelectionMap();
+    ~CSelectionMap() override;
+
+    /// A selection of the class that a word names, with the display options of its name; null for a word that names
+    /// none. It isn't in the map yet.
+    std::unique_ptr<CSelection> createSelection(const QString& typeId, const std::string& name);
+    /// Takes a selection over. Refused, and left with the caller, if it is null or its name is in use.
+    bool add(std::unique_ptr<CSelection>& selection);
+    /// Makes one element of a region. Null, told in the log, if the name is in use.
+    CSelection* createSubSelection(CGeometricRegionSelection& region, const std::string& name);
+
+    /// Null if there is none.
+    CSelection* selection(const std::string& name) const;
+    bool contains(const std::string& name) const { return selection(name) != nullptr; }
+    int count(bool includeSubSelections) const;
+    /// False, told in the log, if there is none of the old name, or the new one is empty or in use.
+    bool rename(const std::string& oldName, const std::string& newName);
+    /// False if there is none of that name. The elements of a region go with it.
+    bool remove(const std::string& name);
+    const std::map<std::string, std::unique_ptr<CSelection>>& selections() const { return byName; }
+
     bool write(QDataStream& stream, IProgressController* progress) override;
-    /// False for a map that is damaged.
-    /// \throws not_carried_error  for a map that holds selections
+    /// False for a class or a name that the map can't take, and after a cancel. A selection whose layout isn't known
+    /// here is carried as its bytes, which the log tells.
+    /// \throws std::exception  the block ends early, or announces more than follows
     bool read(QDataStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }
-    void clear(bool notify) override { setModified(notify); }
+    void clear(bool notify) override;
+
+signals:
+    void cleared();
 
 private:
+    bool readSelection(QDataStream& stream, IProgressController* progress);
+
+    CDisplayOptionManager displays; // outlives the selections, which look at it
+    std::map<std::string, std::unique_ptr<CSelection>> byName;
     bool modified = false;
 };
 

@@ -1,0 +1,227 @@
+#include "analysis/entry_form.h"
+
+#include "analysis/carried_stream.h"
+#include "analysis/nd_data.h"
+#include "analysis/own_geometry.h"
+#include "core/log.h"
+#include "core/stop_flag.h"
+#include "core/versioned_stream.h"
+
+#include <QByteArray>
+#include <QColor>
+#include <QDataStream>
+#include <QIODevice>
+#include <QtEndian>
+
+#include <stdexcept>
+
+namespace NBrenmark {
+
+void IEntryForm::text(const char* name, std::string& value)
+{
+    QString shown = QString::fromStdString(value);
+    text(name, shown);
+    if (isReading())
+        value = shown.toStdString();
+}
+
+void IEntryForm::integers(const char* name, std::set<qint32>& values)
+{
+    std::vector<qint32> list(values.begin(), values.end());
+    integers(name, list);
+    if (isReading())
+        values = std::set<qint32>(list.begin(), list.end());
+}
+
+// ---------------------------------------------------------------- reading
+
+CInEntryForm::CInEntryForm(QDataStream& stream) : stream(stream)
+{
+    version = fileVersionOf(stream);
+    edition = editionOf(stream);
+}
+
+static std::string placeIn(const QDataStream& stream)
+{
+    return "byte " + std::to_string(stream.device() != nullptr ? stream.device()->pos() : 0) + ": ";
+}
+
+void CInEntryForm::check(const char* name) const
+{
+    if (stream.status() != QDataStream::Ok)
+        throw std::runtime_error(placeIn(stream) + name + " ended early");
+}
+
+quint32 CInEntryForm::count(const char* name, quint32, qint64 elementBytes)
+{
+    qint32 stored = 0;
+    integer(name, stored);
+    const qint64 left = bytesLeftOf(stream);
+    if (stored < 0 || stored > left / elementBytes)
+        throw std::length_error(placeIn(stream) + std::to_string(stored) + " entries of " + name + " announced, " +
+                                std::to_string(left) + " bytes follow");
+    return static_cast<quint32>(stored);
+}
+
+void CInEntryForm::real(const char* name, double& value)
+{
+    stream >> value;
+    check(name);
+}
+
+void CInEntryForm::integer(const char* name, qint32& value)
+{
+    stream >> value;
+    check(name);
+}
+
+qint8 CInEntryForm::byte(const char* name)
+{
+    qint8 value = 0;
+    stream >> value;
+    check(name);
+    return value;
+}
+
+void CInEntryForm::flag(const char* name, bool& value) { value = byte(name) != 0; }
+
+void CInEntryForm::strictFlag(const char* name, bool& value) { value = byte(name) == 1; }
+
+void CInEntryForm::text(const char* name, QString& value)
+{
+    stream >> value;
+    check(name);
+}
+
+void CInEntryForm::point(const char* name, C3DPoint& value)
+{
+    stream >> value.x >> value.y >> value.z;
+    check(name);
+}
+
+void CInEntryForm::rgb(const char* name, QColor& value)
+{
+    qint32 red = 0, green = 0, blue = 0;
+    stream >> red >> green >> blue;
+    check(name);
+    const QColor stored(qBound(0, red, 255), qBound(0, green, 255), qBound(0, blue, 255));
+    if (stored.red() != red || stored.green() != green || stored.blue() != blue)
+        logMessage(eWarning, "Settings",
+                   placeIn(stream) + name + " (" + std::to_string(red) + ", " + std::to_string(green) + ", " +
+                       std::to_string(blue) + ") brought to 0 to 255.");
+    value = stored;
+}
+
+void CInEntryForm::colour(const char* name, QColor& value)
+{
+    stream >> value;
+    check(name);
+}
+
+void CInEntryForm::integers(const char* name, std::vector<qint32>& values)
+{
+    values.resize(count(name, 0, 4));
+    for (qint32& value : values)
+        stream >> value;
+    check(name);
+}
+
+void CInEntryForm::bytes(const char* name, QByteArray& value)
+{
+    value.resize(static_cast<int>(count(name, 0, 1)));
+    if (stream.readRawData(value.data(), value.size()) != value.size())
+        throw std::runtime_error(placeIn(stream) + name + " ended early");
+}
+
+void CInEntryForm::vectors(const char* name, std::vector<NField::CNdData>& values)
+{
+    const quint32 announced = count(name, 0, 4);
+    values.clear();
+    values.reserve(announced);
+    for (quint32 i = 0; i < announced; ++i) {
+        if (i % 4096 == 0)
+            leaveIfStopped();
+        if (!values.emplace_back().read(stream, nullptr))
+            throw std::runtime_error(placeIn(stream) + name + ": entry " + std::to_string(i) + " ended early");
+    }
+}
+
+void CInEntryForm::geometry(const char* name, std::shared_ptr<GeometryGroups>& groups)
+{
+    bool isThere = false;
+    flag(name, isThere);
+    groups.reset();
+    if (!isThere)
+        return;
+    groups = readOwnGeometry(stream);
+    check(name);
+}
+
+void CInEntryForm::marker(const char* name, quint32 word)
+{
+    quint32 stored = 0;
+    stream >> stored;
+    check(name);
+    if (stored != word)
+        throw std::runtime_error(placeIn(stream) + name + " of an unknown layout");
+}
+
+quint32 CInEntryForm::nextWord() const
+{
+    const QByteArray ahead = stream.device() != nullptr ? stream.device()->peek(4) : QByteArray();
+    return ahead.size() == 4 ? qFromBigEndian<quint32>(ahead.constData()) : 0;
+}
+
+void CInEntryForm::carried(SCarriedStream& rest) { rest.read(stream); }
+
+// ---------------------------------------------------------------- writing
+
+quint32 COutEntryForm::count(const char*, quint32 present, qint64)
+{
+    stream << qint32(present);
+    return present;
+}
+
+void COutEntryForm::marker(const char*, quint32 word) { stream << word; }
+void COutEntryForm::carried(SCarriedStream& rest) { rest.write(stream); }
+void COutEntryForm::real(const char*, double& value) { stream << value; }
+void COutEntryForm::integer(const char*, qint32& value) { stream << value; }
+void COutEntryForm::flag(const char*, bool& value) { stream << value; }
+void COutEntryForm::strictFlag(const char*, bool& value) { stream << value; }
+void COutEntryForm::text(const char*, QString& value) { stream << value; }
+void COutEntryForm::point(const char*, C3DPoint& value) { stream << value.x << value.y << value.z; }
+void COutEntryForm::colour(const char*, QColor& value) { stream << value; }
+
+void COutEntryForm::rgb(const char*, QColor& value)
+{
+    stream << qint32(value.red()) << qint32(value.green()) << qint32(value.blue());
+}
+
+void COutEntryForm::integers(const char*, std::vector<qint32>& values)
+{
+    stream << qint32(values.size());
+    for (const qint32 value : values)
+        stream << value;
+}
+
+void COutEntryForm::bytes(const char*, QByteArray& value)
+{
+    stream << qint32(value.size());
+    stream.writeRawData(value.constData(), value.size());
+}
+
+void COutEntryForm::vectors(const char*, std::vector<NField::CNdData>& values)
+{
+    stream << qint32(values.size());
+    for (NField::CNdData& vector : values)
+        vector.write(stream, nullptr);
+}
+
+void COutEntryForm::geometry(const char*, std::shared_ptr<GeometryGroups>& groups)
+{
+    stream << (groups != nullptr);
+    if (groups != nullptr)
+        writeOwnGeometry(stream, *groups);
+}
+
+} // namespace NBrenmark

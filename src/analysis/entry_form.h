@@ -1,0 +1,148 @@
+#pragma once
+// What the forms of selections, queries and fields are run with. A form names each value once, in the order of
+// the settings file; the form's kind decides what becomes of it: read from the stream, written to it, or told by
+// its name (io/text). Values have the encodings of CVersionedStream.
+
+#include "core/version.h"
+#include "maths/vector.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+class QByteArray;
+class QColor;
+class QDataStream;
+
+namespace NBrenmark {
+
+class GeometryGroups;
+struct SCarriedStream;
+namespace NField {
+class CNdData;
+}
+
+class IEntryForm
+{
+public:
+    virtual ~IEntryForm() = default;
+
+    /// Whether the values come out of the file.
+    virtual bool isReading() const = 0;
+    bool since(quint32 major, quint32 minor, quint32 build) const
+    {
+        return version >= makeVersion(major, minor, build);
+    }
+
+    virtual void real(const char* name, double& value) = 0;
+    virtual void integer(const char* name, qint32& value) = 0;
+    /// One byte, true unless it is 0.
+    virtual void flag(const char* name, bool& value) = 0;
+    /// One byte, true only if it is 1.
+    virtual void strictFlag(const char* name, bool& value) = 0;
+    virtual void text(const char* name, QString& value) = 0;
+    void text(const char* name, std::string& value);
+    /// Three reals.
+    virtual void point(const char* name, C3DPoint& value) = 0;
+    /// Red, green and blue, 0 to 255 each, as three integers.
+    virtual void rgb(const char* name, QColor& value) = 0;
+    /// In the stream's own form, 11 bytes.
+    virtual void colour(const char* name, QColor& value) = 0;
+    /// How many there are, then each.
+    virtual void integers(const char* name, std::vector<qint32>& values) = 0;
+    void integers(const char* name, std::set<qint32>& values);
+    /// Their number, then the bytes as they are.
+    virtual void bytes(const char* name, QByteArray& value) = 0;
+    /// Points or values of a field: how many there are, then each.
+    virtual void vectors(const char* name, std::vector<NField::CNdData>& values) = 0;
+    /// A flag, and geometry if it is set; null stands for none.
+    virtual void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) = 0;
+    /// A word that a record begins with. \throws std::runtime_error  another one stands there
+    virtual void marker(const char* name, quint32 word) = 0;
+    /// The word that comes next, which stays where it is; 0 unless reading.
+    virtual quint32 nextWord() const { return 0; }
+    /// The rest of a selection whose layout isn't known here.
+    virtual void carried(SCarriedStream& rest) = 0;
+    /// The length of a list whose elements take at least elementBytes each: the one given, or the file's.
+    /// \throws std::length_error  if the rest of the block can't hold them
+    virtual quint32 count(const char* name, quint32 present, qint64 elementBytes) = 0;
+
+    /// Runs body for values that stand below a name of their own.
+    virtual void group(const QString&, const std::function<void()>& body) { body(); }
+    template <class TObject>
+    void part(const char* name, TObject& object)
+    {
+        group(QString::fromLatin1(name), [&] { object.form(*this); });
+    }
+
+    quint32 version = currentFileVersion();
+    quint32 edition = 0;
+};
+
+/// Reads. Whatever ends early or can't be believed ends in an exception that says where.
+class CInEntryForm : public IEntryForm
+{
+public:
+    explicit CInEntryForm(QDataStream& stream);
+
+    bool isReading() const override { return true; }
+    void real(const char* name, double& value) override;
+    void integer(const char* name, qint32& value) override;
+    void flag(const char* name, bool& value) override;
+    void strictFlag(const char* name, bool& value) override;
+    using IEntryForm::text;
+    void text(const char* name, QString& value) override;
+    void point(const char* name, C3DPoint& value) override;
+    void rgb(const char* name, QColor& value) override;
+    void colour(const char* name, QColor& value) override;
+    using IEntryForm::integers;
+    void integers(const char* name, std::vector<qint32>& values) override;
+    void bytes(const char* name, QByteArray& value) override;
+    void vectors(const char* name, std::vector<NField::CNdData>& values) override;
+    void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) override;
+    void marker(const char* name, quint32 word) override;
+    quint32 nextWord() const override;
+    void carried(SCarriedStream& rest) override;
+    quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
+
+private:
+    void check(const char* name) const;
+    qint8 byte(const char* name);
+
+    QDataStream& stream;
+};
+
+/// Writes the layouts of the current version.
+class COutEntryForm : public IEntryForm
+{
+public:
+    explicit COutEntryForm(QDataStream& stream) : stream(stream) {}
+
+    bool isReading() const override { return false; }
+    void real(const char* name, double& value) override;
+    void integer(const char* name, qint32& value) override;
+    void flag(const char* name, bool& value) override;
+    void strictFlag(const char* name, bool& value) override;
+    using IEntryForm::text;
+    void text(const char* name, QString& value) override;
+    void point(const char* name, C3DPoint& value) override;
+    void rgb(const char* name, QColor& value) override;
+    void colour(const char* name, QColor& value) override;
+    using IEntryForm::integers;
+    void integers(const char* name, std::vector<qint32>& values) override;
+    void bytes(const char* name, QByteArray& value) override;
+    void vectors(const char* name, std::vector<NField::CNdData>& values) override;
+    void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) override;
+    void marker(const char* name, quint32 word) override;
+    void carried(SCarriedStream& rest) override;
+    quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
+
+private:
+    QDataStream& stream;
+};
+
+} // namespace NBrenmark

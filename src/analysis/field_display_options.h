@@ -1,0 +1,26 @@
+#pragma once
+// How a field is drawn: a record of the drawing programs, which is carried along. What its single numbers stand for
+// is their affair; here they have the places that the file gives them.
+
+#include "analysis/colour_records.h"
+#include "core/read_write.h"
+
+#include <array>
+
+namespace NBrenmark::NField {
+
+class CFieldDisplayOptions : public IReadWrite
+{
+public:
+    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool read(QDataStream& stream, IProgressController* progress) override;
+    void form(IEntryForm& f);
+
+    QColor colour = Qt::black;
+    CColour scale;
+    std::array<bool, 5> flags{};
+    std::array<double, 8> reals{};
+    std::array<qint32, 10> integers{};
+};
+
+} // namespace NBrenmark::NField

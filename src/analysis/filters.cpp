@@ -1,0 +1,84 @@
+#include "analysis/filters.h"
+
+#include "analysis/entry_form.h"
+
+#include <QDataStream>
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace NBrenmark::NSelection {
+
+bool IFilter::write(QDataStream& stream, IProgressController*)
+{
+    COutEntryForm f(stream);
+    form(f);
+    return stream.status() == QDataStream::Ok;
+}
+
+bool IFilter::read(QDataStream& stream, IProgressController*)
+{
+    CInEntryForm f(stream);
+    form(f);
+    return true;
+}
+
+void CTypeFilter::form(IEntryForm& f)
+{
+    static const char* const wordNames[] = {"word1", "word2", "word3", "word4", "word5"};
+    for (size_t i = 0; i < words.size(); ++i)
+        f.integer(wordNames[i], words[i]);
+    static const char* const idNames[] = {"ids1", "ids2", "ids3", "ids4"};
+    for (size_t i = 0; i < idLists.size(); ++i)
+        f.integers(idNames[i], idLists[i]);
+    static const char* const typeNames[] = {"types1", "types2"};
+    for (size_t i = 0; i < typeLists.size(); ++i)
+        f.integers(typeNames[i], typeLists[i]);
+}
+
+std::unique_ptr<IFilter> CFilterList::clone() const
+{
+    auto copy = std::make_unique<CFilterList>();
+    for (const std::unique_ptr<IFilter>& filter : filters)
+        copy->filters.push_back(filter->clone());
+    return copy;
+}
+
+bool CFilterList::isChanged() const
+{
+    return std::any_of(filters.begin(), filters.end(), [](const auto& filter) { return filter->isChanged(); });
+}
+
+void CFilterList::setChanged(bool changed)
+{
+    for (const std::unique_ptr<IFilter>& filter : filters)
+        filter->setChanged(changed);
+}
+
+void CFilterList::form(IEntryForm& f)
+{
+    constexpr qint64 leastFilterBytes = 4;
+    const quint32 count = f.count("filters", static_cast<quint32>(filters.size()), leastFilterBytes);
+    if (f.isReading())
+        filters.clear();
+    for (quint32 i = 0; i < count; ++i)
+        f.group(QString::number(i), [&] {
+            QString word = f.isReading() ? QString() : filters[i]->typeId();
+            f.text("class", word);
+            if (f.isReading()) {
+                std::unique_ptr<IFilter> filter = createFilter(word);
+                if (filter == nullptr)
+                    throw std::runtime_error("Could not create filter (Unknown ID): " + word.left(80).toStdString());
+                filters.push_back(std::move(filter));
+            }
+            filters[i]->form(f);
+        });
+}
+
+std::unique_ptr<IFilter> createFilter(const QString& typeId)
+{
+    return typeId == CTypeFilter().typeId() ? std::make_unique<CTypeFilter>() : nullptr;
+}
+
+} // namespace NBrenmark::NSelection

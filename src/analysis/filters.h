@@ -1,0 +1,64 @@
+#pragma once
+// What a selection leaves out of what it holds: filters, which are carried along.
+
+#include "core/read_write.h"
+
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace NBrenmark {
+
+class IEntryForm;
+
+namespace NSelection {
+
+class IFilter : public IReadWrite
+{
+public:
+    bool write(QDataStream& stream, IProgressController* progress) override;
+    /// \throws std::exception  the filter ends early or is of an unknown class
+    bool read(QDataStream& stream, IProgressController* progress) override;
+    /// The text by which files name the class.
+    virtual QString typeId() const = 0;
+    virtual std::unique_ptr<IFilter> clone() const = 0;
+    virtual bool isChanged() const = 0;
+    virtual void setChanged(bool changed) = 0;
+    virtual void form(IEntryForm& f) = 0;
+};
+
+/// By the types of objects. What its numbers stand for is the affair of who filters.
+class CTypeFilter : public IFilter
+{
+public:
+    QString typeId() const override { return QStringLiteral("Type Filter"); }
+    std::unique_ptr<IFilter> clone() const override { return std::make_unique<CTypeFilter>(*this); }
+    bool isChanged() const override { return changed; }
+    void setChanged(bool value) override { changed = value; }
+    void form(IEntryForm& f) override;
+
+    std::array<qint32, 5> words{};
+    std::array<std::vector<qint32>, 4> idLists;
+    std::array<std::vector<qint32>, 2> typeLists;
+    bool changed = false;
+};
+
+class CFilterList : public IFilter
+{
+public:
+    QString typeId() const override { return QStringLiteral("Filter List"); }
+    std::unique_ptr<IFilter> clone() const override;
+    bool isChanged() const override;
+    void setChanged(bool changed) override;
+    void form(IEntryForm& f) override;
+
+    std::vector<std::unique_ptr<IFilter>> filters; ///< in order
+};
+
+/// A filter by the word of its class; null for a word that names none.
+std::unique_ptr<IFilter> createFilter(const QString& typeId);
+
+} // namespace NSelection
+} // namespace NBrenmark

@@ -1,0 +1,53 @@
+#include "analysis/nd_data.h"
+
+#include "core/versioned_stream.h"
+
+#include <QDataStream>
+
+#include <algorithm>
+#include <cmath>
+
+namespace NBrenmark::NField {
+
+CNdData::CNdData(quint32 size) { resize(size); }
+
+CNdData::CNdData(std::initializer_list<double> list) : CNdData(static_cast<quint32>(list.size()))
+{
+    std::copy(list.begin(), list.end(), components.begin());
+}
+
+void CNdData::resize(quint32 size)
+{
+    componentCount = size;
+    components.assign(std::max<quint32>(size, 1), 0.0);
+}
+
+double CNdData::length() const
+{
+    double sum = 0.0;
+    for (quint32 i = 0; i < componentCount; ++i)
+        sum += components[i] * components[i];
+    return std::sqrt(sum);
+}
+
+bool CNdData::write(QDataStream& stream, IProgressController*)
+{
+    stream << qint32(componentCount);
+    for (quint32 i = 0; i < componentCount; ++i)
+        stream << components[i];
+    return stream.status() == QDataStream::Ok;
+}
+
+bool CNdData::read(QDataStream& stream, IProgressController*)
+{
+    qint32 stored = 0;
+    stream >> stored;
+    if (stream.status() != QDataStream::Ok || stored < 0 || stored > bytesLeftOf(stream) / 8)
+        return false;
+    resize(static_cast<quint32>(stored));
+    for (quint32 i = 0; i < componentCount; ++i)
+        stream >> components[i];
+    return stream.status() == QDataStream::Ok;
+}
+
+} // namespace NBrenmark::NField

@@ -1,0 +1,101 @@
+#pragma once
+// A selection: a named part of a deck on which analysis runs. Here the base of all, and those that hold ids which
+// their user picked.
+
+#include "analysis/carried_stream.h"
+#include "analysis/display_options.h"
+#include "analysis/filters.h"
+#include "analysis/id_list.h"
+#include "analysis/query_map.h"
+#include "model/parameter_support.h"
+
+#include <QColor>
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace NBrenmark::NSelection {
+
+class CSelection : public IReadWrite
+{
+public:
+    static constexpr qint32 idKinds = 6;
+
+    /// \param particle, contact  not owned
+    CSelection(const std::string& name, CDisplayOptions& particle, CDisplayOptions& contact);
+    CSelection(const CSelection&) = delete; // its lists know it
+    CSelection& operator=(const CSelection&) = delete;
+
+    bool write(QDataStream& stream, IProgressController* progress) override;
+    /// \throws std::exception  the stream ends early, or holds what no such selection does
+    bool read(QDataStream& stream, IProgressController* progress) override;
+    void form(IEntryForm& f);
+
+    /// The text by which files name the class.
+    virtual QString typeId() const = 0;
+    /// Part of another selection, and stored by none.
+    virtual bool isSubSelection() const { return false; }
+    /// The ids of one kind, from 0 to idKinds - 1.
+    virtual CIdList& ids(qint32 kind) { return idLists.at(static_cast<size_t>(idKinds - 1 - kind)); }
+    virtual void clearIds();
+    virtual bool hasIds() const;
+    /// For who asks the queries: brings them in line with the selection. They are carried as they are.
+    virtual void applyToQueries() {}
+
+    CDisplayOptions& particleDisplay;
+    CDisplayOptions& contactDisplay;
+    CFilterList filters;
+    QueryMap queries{eSelectionQueries};
+    std::string name;
+    bool active = false;
+
+    /// Behind name and flag, what another program wrote and nothing here can read. All else of the selection is as
+    /// new then.
+    std::optional<SCarriedStream> carried;
+
+protected:
+    /// What stands behind name and flag: the base's, then what the class adds.
+    virtual void body(IEntryForm& f);
+
+private:
+    std::array<CIdList, idKinds> idLists; ///< the last kind first
+};
+
+class CAutoSelection : public CSelection
+{
+public:
+    using CSelection::CSelection;
+
+    QColor colour = Qt::black;
+    double opacity = 1.0;
+
+protected:
+    void body(IEntryForm& f) override;
+};
+
+/// The ids that a user has picked by hand.
+class CManualIdsParamData : public CParamData<CManualIdsParamData>
+{
+public:
+    std::set<qint32> ids;
+};
+
+class CManualSelection : public CAutoSelection, public IParameterSupport
+{
+public:
+    using CAutoSelection::CAutoSelection;
+
+    QString typeId() const override { return QStringLiteral("Manual Selection"); }
+    bool setParamData(const IParamData& data) override;
+    std::unique_ptr<IParamData> paramData() const override;
+    std::type_index paramDataType() const override { return typeid(CManualIdsParamData); }
+
+    CIdList manualIds{0, this};
+
+protected:
+    void body(IEntryForm& f) override;
+};
+
+} // namespace NBrenmark::NSelection

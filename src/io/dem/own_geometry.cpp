@@ -1,0 +1,53 @@
+#include "analysis/own_geometry.h"
+
+#include "core/versioned_stream.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/dem_writer.h"
+#include "model/geometry_groups.h"
+
+namespace NBrenmark {
+
+/// The options under which groups have no property manager.
+static SSaveOptions withoutProperties()
+{
+    SSaveOptions options;
+    options.useNullPropertyManager = true;
+    return options;
+}
+
+/// The groups' process-wide ids number the geometry of a deck: what a selection keeps must not move them.
+class CUnmovedIds
+{
+public:
+    CUnmovedIds() = default;
+    ~CUnmovedIds() { GeometryGroups::setNextUniqueId(next); }
+    CUnmovedIds(const CUnmovedIds&) = delete;
+    CUnmovedIds& operator=(const CUnmovedIds&) = delete;
+
+private:
+    const quint32 next = GeometryGroups::nextUniqueId();
+};
+
+std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream)
+{
+    const CUnmovedIds ids;
+    CDemDataStream own(stream.device(), withoutProperties());
+    own.setFileVersion(fileVersionOf(stream));
+    own.setLimit(blockEndOf(stream));
+    own.place = QStringLiteral("geometry of a selection");
+    CDemCreatorDataReader reader(own);
+    auto groups = std::make_shared<GeometryGroups>();
+    groups->read(reader);
+    return groups;
+}
+
+void writeOwnGeometry(QDataStream& stream, const GeometryGroups& groups)
+{
+    CDemDataStream own(stream.device(), withoutProperties());
+    CDemCreatorDataWriter writer(own);
+    groups.write(writer);
+    if (own.status() != QDataStream::Ok)
+        stream.setStatus(own.status());
+}
+
+} // namespace NBrenmark

@@ -89,13 +89,16 @@ TEST(Convert, makesADeckThatHoldsAllAndTellsSo)
               source.target("out.dem") + ": HDF5 30.0.20, 3 timesteps, 72 particles of 2 types: needs no conversion\n");
 }
 
-TEST(Convert, carriesTheSampleDeckOverWithoutADifference)
+TEST(Convert, carriesTheSampleDecksOverWithoutADifference)
 {
-    CTempFolder out;
-    const SToolResult result =
-        runTool({"convert", sampleDeck("pile-27.dem"), argument(out.path("pile")), "--verify", "--json"});
-    ASSERT_EQ(result.exitCode, 0) << result.output << result.error;
-    EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
+    for (const char* name : {"pile-27", "settings-27"}) {
+        CTempFolder out;
+        const SToolResult result = runTool(
+            {"convert", sampleDeck(name + std::string(".dem")), argument(out.path("out")), "--verify", "--json"});
+        ASSERT_EQ(result.exitCode, 0) << result.output << result.error;
+        EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
+        EXPECT_EQ(out.names(), convertedNames);
+    }
 }
 
 // The definitions of the sample's companion, as a dump of its bytes shows them, take the place of those of its settings.

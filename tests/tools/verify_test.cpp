@@ -1,6 +1,7 @@
 // verify finds every difference that is seeded into a deck, and names it by its path: first in a
 // second legacy deck, then in a converted one, whose files are changed behind the library's back.
 #include "support/legacy_deck.h"
+#include "support/settings_entries.h"
 #include "support/settings_file.h"
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
@@ -26,6 +27,11 @@ struct SSeededDeck
     SDeckCreator creator = sampleCreator();
     std::vector<SDeckTimestep> timesteps;
     std::vector<SSettingsProperty> particleProperties{{"Heat", 0, 2, 0, {1, 2}}};
+    QString queryAttribute = "Velocity";
+    qint32 pickedId = 9;
+    CBytes unreadSelection = CBytes::garbage(60);
+    SampleVectors fieldPoints{{0, 0, 0}, {1, 2, 3}};
+    QString fieldName = "air";
     std::vector<std::string> configuration{"PROCESSOR:STEP=DOUBLE:1e-05", "SITE:NOTE=STD STRING:kept"};
     QByteArray companion = "anything";
 
@@ -46,11 +52,25 @@ struct SSeededDeck
         deck.creator(creator);
         for (const SDeckTimestep& t : timesteps)
             deck.timestep(t);
-        settingsWith(version, 0, particleProperties, -1, {}).toFile(folder.path(name + ".ess"));
+        settings().toFile(folder.path(name + ".ess"));
         configurationFile("27.0.0", configuration).toFile(folder.path(name + ".dfg"));
         if (!companion.isNull())
             folder.write(name + ".ptf", companion);
         return argument(deck.write(folder.path(), name));
+    }
+
+    CBytes settings() const
+    {
+        const CBytes queries = queryMapBytes({{"S", {CBytes().text("Average") + queryBytes(queryAttribute)}}});
+        const CBytes selections = CBytes().i32(2) + selectionHead("Manual Selection", "picked") +
+                                  selectionBase(queries) + colourBytes(version) + CBytes().i32(1).i32(pickedId) +
+                                  selectionHead("Lattice Bin Group", "unread") + unreadSelection;
+        const CBytes fields = CBytes().i32(1) + fieldBytes(version, fieldName, 4, 3, fieldPoints, {{5}, {6}});
+        // Behind the header and two blocks of nothing come the properties.
+        const qint64 properties = settingsHeader(version).size() + 2 * settingsBlock(1, CBytes().i32(0)).size();
+        return settingsHeader(version) + settingsBlock(eSelectionBlock, selections) +
+               settingsBlock(eFieldBlock, fields) +
+               settingsWith(version, 0, particleProperties, -1, {}).from(properties);
     }
 
     SDeckParticleType& ball() { return timesteps[1].particles.types[0]; }
@@ -136,6 +156,13 @@ const SSeed seeds[] = {
      [](SSeededDeck& d) { d.creator.interactions[1].staticFriction = 0; }},
     {"creator/interactions/seed~seed", [](SSeededDeck& d) { d.creator.interactions.pop_back(); }},
 
+    {"deck/settings/selections/picked/queries/0/0/primaryAttribute",
+     [](SSeededDeck& d) { d.queryAttribute = "Torque"; }},
+    {"deck/settings/selections/picked/manualIds/ids", [](SSeededDeck& d) { d.pickedId = 10; }},
+    {"deck/settings/selections/unread/carried/bytes",
+     [](SSeededDeck& d) { d.unreadSelection = d.unreadSelection.with(30, CBytes().i8(0)); }},
+    {"deck/settings/fields/air/positions/components", [](SSeededDeck& d) { d.fieldPoints[1][2] = 4; }},
+    {"deck/settings/fields/air", [](SSeededDeck& d) { d.fieldName = "heir"; }}, // every line of the field
     {"deck/settings/particleProperties/Heat/initialValues",
      [](SSeededDeck& d) { d.particleProperties[0].initialValues[1] = 3; }},
     {"deck/settings/particleProperties/Heat/unitsType", [](SSeededDeck& d) { d.particleProperties[0].units = 3; }},

@@ -45,7 +45,12 @@ void deckText(CDeckReader& reader, ITextSink& sink, bool fullArrays)
     out.stored("lastVersion", versionText(reader.manager().lastVersion));
     out.stored("edition", reader.manager().edition);
     out.value("timesteps", reader.timestepCount());
-    out.group("settings", [&] { writePropertyDefinitions(out, reader.deck().settings->propertyManagers()); });
+    out.group("settings", [&] {
+        CSimulationSettingsAndData& settings = *reader.deck().settings;
+        writeSelections(out, settings.selectionMap());
+        writeFields(out, settings.fieldManager());
+        writePropertyDefinitions(out, settings.propertyManagers());
+    });
     out.group("configuration", [&] { writeConfigurationText(out, *reader.deck().configuration); });
     out.group("companion", [&] { companionText(out, reader.deck().baseName + NDeckFile::companionSuffix); });
 }

@@ -1,5 +1,6 @@
 #pragma once
-// The text of what stands beside the timesteps: definitions of custom properties, the configuration.
+// The text of what stands beside the timesteps: definitions of custom properties, selections,
+// fields, the configuration.
 
 namespace NBrenmark {
 
@@ -9,9 +10,20 @@ struct SPropertyManagers;
 namespace NConfig {
 class CConfigManager;
 }
+namespace NField {
+class CFieldManager;
+}
+namespace NSelection {
+class CSelectionMap;
+}
 
 /// The definitions of the deck's four owners.
 void writePropertyDefinitions(CTextOutput& out, const SPropertyManagers& managers);
+
+/// Every selection that is stored, with its queries.
+void writeSelections(CTextOutput& out, const NSelection::CSelectionMap& selections);
+/// Every field that is stored, with its points and values.
+void writeFields(CTextOutput& out, const NField::CFieldManager& fields);
 
 /// Every value of the configuration under its key, in the form that a configuration file gives it:
 /// "KIND:VALUE". What that form doesn't keep no deck keeps.

@@ -125,6 +125,11 @@ public:
     /// The bytes of a file as an array of the kind u8, from where the device stands.
     void bytes(const char* name, QIODevice& device);
 
+    // For a writer of its own below the present path.
+    ITextSink& target() const { return sink; }
+    const std::string& where() const { return path; }
+    bool hasFullArrays() const { return fullArrays; }
+
 private:
     static std::string joined(const std::string& path, const std::string& segment)
     {

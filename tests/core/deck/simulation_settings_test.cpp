@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "core/version.h"
 #include "support/paths.h"
+#include "support/settings_entries.h"
 #include "support/settings_file.h"
 #include "support/temp_folder.h"
 
@@ -102,33 +103,53 @@ struct SEntryCase
     const char* name;
     qint32 block;
     CBytes payload;
-    bool isRefused; ///< the deck, and not the block alone
 };
 
-TEST(SimulationSettings, whatIsNotCarriedRefusesTheDeckAndDamageDoesNot)
+TEST(SimulationSettings, damageCostsItsEntryAloneAndIsToldWithItsSize)
 {
     const CBytes room = CBytes::garbage(100);
+    const CBytes selection = CBytes().text("Manual Selection").text("Bin A");
     const SEntryCase cases[] = {
-        {"a selection", eSelectionBlock, CBytes().i32(1).text("Manual Selection").text("Bin A") + room, true},
-        {"a selection of no class", eSelectionBlock, CBytes().i32(1).text("Manual").text("Bin A") + room, false},
-        {"2^31 selections", eSelectionBlock, CBytes().i32(0x7FFFFFFF).text("Manual Selection") + room, false},
-        {"selections below zero", eSelectionBlock, CBytes().i32(-1), false},
-        {"a field", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(3).i32(9) + room, true},
-        {"a field of no plane", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(4).i32(9) + room, false},
-        {"a field without a name", eFieldBlock, CBytes().i32(2).text("").i32(3).i32(3).i32(9) + room, false},
-        {"2^31 fields", eFieldBlock, CBytes().i32(0x7FFFFFFF).text("air_flow").i32(3).i32(3) + room, false},
+        {"a selection that is none", eSelectionBlock, CBytes().i32(1) + selection + room},
+        {"a selection of no class", eSelectionBlock, CBytes().i32(1).text("Manual").text("Bin A") + room},
+        {"2^31 selections", eSelectionBlock, CBytes().i32(0x7FFFFFFF) + selection + room},
+        {"selections below zero", eSelectionBlock, CBytes().i32(-1)},
+        {"a field that is none", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(3).i32(9) + room},
+        {"2^31 fields", eFieldBlock, CBytes().i32(0x7FFFFFFF).text("air_flow").i32(3).i32(3) + room},
+        {"a block of nobody's", 77, room},
     };
     for (const SEntryCase& c : cases) {
         CLoaded loaded(
             settingsHeader(makeVersion(27, 0, 3)) + settingsBlock(c.block, c.payload) +
             settingsBlock(eSimulationPropertyBlock, propertyPayload(makeVersion(27, 0, 3), 1, particleProperties)));
-        EXPECT_EQ(loaded.result, !c.isRefused) << c.name;
-        EXPECT_NE(loaded.logText, "") << c.name;
-        EXPECT_EQ(loaded.logText.find("This deck holds ") != std::string::npos, c.isRefused) << c.name;
-        if (!c.isRefused) {
-            EXPECT_EQ(loaded.settings.propertyManagers().simulation->propertyCount(), 3u) << c.name;
-        }
+        EXPECT_TRUE(loaded.result) << c.name;
+        EXPECT_NE(loaded.logText.find(std::to_string(c.payload.size()) + " bytes"), std::string::npos)
+            << c.name << loaded.logText;
+        EXPECT_EQ(loaded.logText.find("identifier 77") != std::string::npos, c.block == 77) << c.name;
+        EXPECT_EQ(loaded.settings.selectionMap().count(true), 0) << c.name;
+        EXPECT_TRUE(loaded.settings.fieldManager().fields().empty()) << c.name;
+        EXPECT_EQ(loaded.settings.propertyManagers().simulation->propertyCount(), 3u) << c.name;
     }
+}
+
+TEST(SimulationSettings, selectionsAndFieldsAreCarriedByteForByte)
+{
+    const quint32 version = makeVersion(30, 0, 20);
+    const CBytes selections = CBytes().i32(2) + selectionHead("Manual Selection", "picked") +
+                              selectionBase(queryMapBytes({})) + colourBytes(version) + CBytes().i32(1).i32(9) +
+                              selectionHead("Primitive Geometry Bin", "unread") + CBytes::garbage(90);
+    const CBytes fields = CBytes().i32(1) + fieldBytes(version, "air", 4, 3, {{1, 2, 3}}, {{5}});
+    const CBytes file = emptySettings(version);
+    const CBytes head = settingsHeader(version);
+    const CBytes properties = file.from(head.size() + 2 * settingsBlock(1, CBytes().i32(0)).size());
+    const CBytes whole =
+        head + settingsBlock(eSelectionBlock, selections) + settingsBlock(eFieldBlock, fields) + properties;
+    CLoaded loaded(whole);
+    EXPECT_TRUE(loaded.settings.saveSettings(loaded.folder.path("b.ess"), nullptr, true, true));
+    EXPECT_TRUE(waitForCopies().empty());
+    EXPECT_EQ(CBytes(loaded.folder.read("b.ess")), whole) << loaded.logText;
+    EXPECT_NE(loaded.logText.find("\"unread\" (Primitive Geometry Bin): the layout of its 90 bytes"),
+              std::string::npos);
 }
 
 // The definitions as they stand in the sample's bytes.
@@ -143,6 +164,27 @@ TEST(SimulationSettings, ofARealDeck)
     EXPECT_EQ(particle.property("Wear Depth")->numberOfElements, 3u);
     EXPECT_EQ(particle.property("Not yet used")->initialValue(1), 2.0);
     EXPECT_FALSE(settings.isDirty());
+}
+
+// The first and the last number of the points as they stand in the sample's bytes.
+TEST(SimulationSettings, ofARealDeckWithFields)
+{
+    CSimulationSettingsAndData settings;
+    ASSERT_TRUE(settings.loadSettings(QString::fromStdString(sampleDeck("settings-27.ess")), nullptr));
+    EXPECT_FALSE(settings.isDirty());
+    ASSERT_EQ(settings.fieldManager().fields().size(), 2u);
+    const NField::CFieldData* const air = settings.fieldManager().getField("air_flow");
+    ASSERT_NE(air, nullptr);
+    EXPECT_EQ(settings.fieldManager().getField(3), air);
+    EXPECT_EQ(air->getValueDimension(), 3u);
+    ASSERT_EQ(air->positions().size(), 9u);
+    EXPECT_EQ(air->positions()[0][0], 0.47298583148997897);
+    EXPECT_EQ(air->values()[0][0], -1.7880942510621582);
+    EXPECT_EQ(air->displayOptions.scale.chart.title, "chart");
+    const NField::CFieldData* const heat = settings.fieldManager().getField("heat");
+    ASSERT_NE(heat, nullptr);
+    EXPECT_EQ(heat->plane, NField::ePlaneXZ);
+    EXPECT_EQ(heat->positions().back().size(), 2u);
 }
 
 } // namespace

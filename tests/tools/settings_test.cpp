@@ -1,6 +1,7 @@
 // brenmark info --settings: what the settings file of a deck holds, and nothing of its timesteps.
 #include "support/legacy_deck.h"
 #include "support/paths.h"
+#include "support/settings_entries.h"
 #include "support/settings_file.h"
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
@@ -40,6 +41,36 @@ TEST(InfoSettings, tellsOfTheFileAndItsDefinitions)
          "initialValues": [1.0, 2.5], "stored": true},
         {"name": "Wet", "owner": "particles", "type": "boolean", "elements": 1, "unitsType": 0,
          "initialValues": [true], "stored": false}])"));
+}
+
+TEST(InfoSettings, tellsOfSelectionsAndFields)
+{
+    const CTempFolder folder;
+    const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
+    const quint32 version = makeVersion(30, 0, 20);
+    const CBytes selections = CBytes().i32(2) + selectionHead("Manual Selection", "picked") +
+                              selectionBase(queryMapBytes({})) + colourBytes(version) + CBytes().i32(1).i32(9) +
+                              selectionHead("Primitive Geometry Bin", "unread") + CBytes::garbage(90);
+    const CBytes fields = CBytes().i32(2) + fieldBytes(version, "air", 4, 3, {{1, 2, 3}, {4, 5, 6}}, {{5}, {6}}) +
+                          fieldBytes(version, "wind", 5, 3, {{1, 2, 3}}, {{7, 8, 9}});
+    (settingsHeader(version) + settingsBlock(eSelectionBlock, selections) + settingsBlock(eFieldBlock, fields))
+        .toFile(folder.path("pile.ess"));
+
+    const std::string output = runTool({"info", "--settings", deck}).output;
+    EXPECT_NE(output.find("2 selections\n"
+                          "  picked  Manual Selection, active\n"
+                          "  unread  Primitive Geometry Bin, active, carried as it is\n"
+                          "2 fields\n"
+                          "  air   1 component at 2 points\n"
+                          "  wind  3 components at 1 point\n"),
+              std::string::npos)
+        << output;
+    const Json settings = Json::parse(runTool({"info", "--settings", "--json", deck}).output)["settings"];
+    EXPECT_EQ(
+        settings["selections"][0],
+        Json::parse(R"({"name": "picked", "class": "Manual Selection", "active": true, "carriedAsBytes": false})"));
+    EXPECT_EQ(settings["selections"][1]["carriedAsBytes"], true);
+    EXPECT_EQ(settings["fields"][1], Json::parse(R"({"name": "wind", "id": 5, "dimension": 3, "points": 1})"));
 }
 
 TEST(InfoSettings, tellsOfWhatIsMissingOrLeftOut)

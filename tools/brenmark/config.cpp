@@ -130,7 +130,7 @@ static std::string adviceFor(CConfigManager& manager, const CKeyPath& key)
 /// The path of a key as a user gives it: with its equals signs escaped, as the file has them, or bare.
 static CKeyPath pathOf(CConfigManager& manager, const QString& key)
 {
-    const CKeyPath path = CKeyPath::fromString(utf8(key));
+    CKeyPath path = CKeyPath::fromString(utf8(key));
     if (manager.findNode(path, false))
         return path;
     return CKeyPath::fromString(utf8(QString(key).replace(QStringLiteral("\\="), QStringLiteral("="))));

@@ -40,6 +40,28 @@ static Json definitionList(CDeckReader& reader)
     return list;
 }
 
+static Json selectionList(const NSelection::CSelectionMap& selections)
+{
+    Json list = Json::array();
+    for (const auto& [name, selection] : selections.selections())
+        list.push_back({{"name", name},
+                        {"class", utf8(selection->typeId())},
+                        {"active", selection->active},
+                        {"carriedAsBytes", selection->carried.has_value()}});
+    return list;
+}
+
+static Json fieldList(const NField::CFieldManager& fields)
+{
+    Json list = Json::array();
+    for (const auto& [name, field] : fields.fields())
+        list.push_back({{"name", name},
+                        {"id", field->id},
+                        {"dimension", field->getValueDimension()},
+                        {"points", field->positions().size()}});
+    return list;
+}
+
 static Json fileOf(const QString& path) { return QFileInfo::exists(path) ? Json(utf8(path)) : Json(); }
 
 Json settingsOf(CDeckReader& reader)
@@ -52,6 +74,8 @@ Json settingsOf(CDeckReader& reader)
             {"edition", wasRead ? Json(settings.readEdition()) : Json()},
             {"damagedBlocks", settings.damagedBlockCount()},
             {"propertyFile", fileOf(base + NDeckFile::legacyPropertySuffix)},
+            {"selections", selectionList(settings.selectionMap())},
+            {"fields", fieldList(settings.fieldManager())},
             {"propertyDefinitions", definitionList(reader)}};
 }
 
@@ -88,6 +112,19 @@ void printSettings(const Json& deck)
     if (!settings["propertyFile"].is_null())
         printResult("  particle properties from " + text(settings["propertyFile"]) + '\n');
     printResult("\n");
+
+    CTable selections;
+    for (const Json& selection : settings["selections"])
+        selections.row(shown(selection["name"]),
+                       shown(selection["class"]) + (selection["active"].get<bool>() ? ", active" : "") +
+                           (selection["carriedAsBytes"].get<bool>() ? ", carried as it is" : ""));
+    selections.print(countText(selections.size(), "selection"));
+
+    CTable fields;
+    for (const Json& field : settings["fields"])
+        fields.row(shown(field["name"]), countText(field["dimension"].get<quint64>(), "component") + " at " +
+                                             countText(field["points"].get<quint64>(), "point"));
+    fields.print(countText(fields.size(), "field"));
 
     CTable definitions;
     for (const Json& property : settings["propertyDefinitions"])

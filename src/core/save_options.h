@@ -49,6 +49,7 @@ struct SSaveOptions
     double timeOverride = 0.0;           ///< s
     bool writeCustomProperties = true;   ///< the writer of a timestep stores custom properties
     bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
+    bool upgradeOldModels = true;        ///< reading: a legacy model is brought to today's form
     bool reserved = false;
     QString note;
 };

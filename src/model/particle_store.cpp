@@ -114,6 +114,24 @@ void CParticleType::clear()
     customProperties.resetAll();
 }
 
+void CParticleType::copyDefinition(const CParticleType& other)
+{
+    name = other.name;
+    displayName = other.displayName;
+    materialName = other.materialName;
+    surfaceBased = other.surfaceBased;
+    autoCenterParticle = other.autoCenterParticle;
+    templateName = other.templateName;
+    autoProperties = other.autoProperties;
+    rawMass = other.rawMass;
+    rawVolume = other.rawVolume;
+    rawInertia = other.rawInertia;
+    calculateProperties = other.calculateProperties;
+    spheres = other.spheres;
+    dataMask = other.dataMask;
+    gravity = other.gravity;
+}
+
 void CParticleType::swapContents(CParticleType& other)
 {
     using std::swap;

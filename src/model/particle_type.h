@@ -120,6 +120,8 @@ public:
     bool sameDefinition(const CParticleType& other) const;
     /// Deletes each sphere whose name was met before. \return true when the count changed
     bool removeDuplicateSpheres();
+    /// Takes the definition of another type, and none of its particles.
+    void copyDefinition(const CParticleType& other);
     /// Exchanges the definition and all arrays between two types of one manager.
     void swapContents(CParticleType& other);
 

@@ -195,8 +195,7 @@ public:
             return nullptr;
         const auto [known, isNew] = matched.try_emplace({row[0], row[2]}, nullptr);
         if (isNew)
-            known->second = parametersOf(types.types[row[0]]->materialName.toStdString(),
-                                         types.types[row[2]]->materialName.toStdString());
+            known->second = parametersOf(*types.types[row[0]], *types.types[row[2]]);
         return known->second;
     }
 

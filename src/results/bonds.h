@@ -13,6 +13,7 @@
 namespace NBrenmark {
 
 class CBondParameters;
+class CParticleType;
 class IFileVisitorReader;
 class IFileVisitorWriter;
 
@@ -25,8 +26,7 @@ enum EBondState : quint32
 };
 
 /// The parameters of a pair of materials in a model that bonds, or null.
-using BondParametersOf =
-    std::function<const CBondParameters*(const std::string& material, const std::string& otherMaterial)>;
+using BondParametersOf = std::function<const CBondParameters*(const CParticleType& type, const CParticleType& other)>;
 
 class CBondsBase
 {
@@ -109,7 +109,7 @@ public:
     void clear();
     /// Of the surface-surface family.
     quint32 countByState(quint32 wanted) const { return surfaceSurface.countByState(wanted); }
-    /// Gives each surface-surface bond the parameters of its two materials. One that has none is broken
+    /// Gives each surface-surface bond the parameters of its two types. One that has none is broken
     /// from this time on and bears nothing.
     /// \return how many were intact and are broken now
     quint32 matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf);

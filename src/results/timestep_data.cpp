@@ -51,20 +51,30 @@ quint32 CTimestepData::removeDanglingContacts()
     return before - contacts.liveCount();
 }
 
+/// What a type of a timestep is made of today. A timestep keeps the definitions that it was stored with, while an old
+/// model may have got new materials since, by which its bonding parameters go.
+static std::string materialOf(const CParticleType& type, const CParticleTypes& definitions)
+{
+    const CParticleType* const definition = definitions.find(type.displayName);
+    return (definition != nullptr ? definition : &type)->materialName.toStdString();
+}
+
 /// Empty without a model that bonds.
-static BondParametersOf bondParametersOf(const CPhysicsModels& physics)
+static BondParametersOf bondParametersOf(const CPhysicsModels& physics, const CParticleTypes& definitions)
 {
     const auto* model = dynamic_cast<const CParallelBondContactModel*>(
         CPhysicsModels::findModel(physics.sphereSphereModels, QStringLiteral("Hertz-Mindlin with bonding")));
     if (model == nullptr)
         return BondParametersOf();
     const CBondParametersMap& map = model->parameters.bondParameters;
-    return [&map](const std::string& a, const std::string& b) { return map.find(CBondParametersMap::pairKey(a, b)); };
+    return [&map, &definitions](const CParticleType& a, const CParticleType& b) {
+        return map.find(CBondParametersMap::pairKey(materialOf(a, definitions), materialOf(b, definitions)));
+    };
 }
 
 quint32 CTimestepData::matchBondParameters()
 {
-    const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels);
+    const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels, creatorData.particleTypes);
     return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : 0;
 }
 

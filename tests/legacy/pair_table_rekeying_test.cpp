@@ -1,44 +1,27 @@
 // Tables by pairs of particle types become tables by pairs of materials.
 #include "legacy/pair_table_rekeying.h"
 
-#include "model/creator_data.h"
 #include "physics/cohesion.h"
 #include "physics/hysteretic_spring.h"
 #include "physics/jkr.h"
 #include "physics/parallel_bond.h"
 #include "support/log_capture.h"
+#include "support/old_model.h"
 
 #include <gtest/gtest.h>
 
 namespace NBrenmark {
 
-struct SOldDeck
+struct SOldDeck : SOldModel
 {
     SOldDeck()
     {
-        creator.physicsModels.clear();
-        for (const char* material : {"m", "n"})
-            creator.materials.set(material, new CMaterial(material, 0.25, 1e8, 2500, 0, eBulkMaterial));
-        creator.interactions.set("m", "m", new CInteraction);
         for (const auto& [type, material] :
-             {std::pair("A", "m"), std::pair("B", "m"), std::pair("C", "n"), std::pair("bare", "")}) {
-            CParticleType& added = creator.particleTypes.append();
-            added.setName(type);
-            added.materialName = material;
-        }
-    }
-    template <class TModel>
-    auto& add()
-    {
-        auto model = std::make_unique<TModel>(eSphereSphereModel);
-        auto& added = *model;
-        creator.physicsModels.addContactModel(std::move(model), CPhysicsModels::atEnd);
-        return added.parameters;
+             {std::pair("A", "m"), std::pair("B", "m"), std::pair("C", "n"), std::pair("bare", "")})
+            addType(type, material);
     }
     void rekey() { NLegacySupport::rekeyPairTables(creator, creator.physicsModels.sphereSphereModels, false); }
-    QString materialOf(const char* type) { return creator.particleTypes.find(type)->materialName; }
-
-    CCreatorData creator{SPropertyManagers()};
+    void rekeyGeometry() { NLegacySupport::rekeyPairTables(creator, creator.physicsModels.sphereGeometryModels, true); }
 };
 
 static std::string textOf(const CPairTable<double>& table)
@@ -52,7 +35,7 @@ static std::string textOf(const CPairTable<double>& table)
 TEST(PairTableRekeying, namesMaterialsInPlaceOfTypes)
 {
     SOldDeck deck;
-    auto& table = deck.add<CJkrContactModel>().surfaceEnergy;
+    auto& table = deck.addModel<CJkrContactModel>().surfaceEnergy;
     table.set("A", "A", 0.5);
     table.set("B", "A", 0.5);
     table.set("C", "A", 0.7);
@@ -67,7 +50,7 @@ TEST(PairTableRekeying, namesMaterialsInPlaceOfTypes)
 TEST(PairTableRekeying, twoValuesForOnePairMakeAMaterial)
 {
     SOldDeck deck;
-    auto& table = deck.add<CCohesionContactModel>().energyDensity;
+    auto& table = deck.addModel<CCohesionContactModel>().energyDensity;
     table.set("A", "A", 0.5);
     table.set("A", "B", 0.7);
     const CLogCapture log;
@@ -83,7 +66,7 @@ TEST(PairTableRekeying, twoValuesForOnePairMakeAMaterial)
 TEST(PairTableRekeying, aNewMaterialStandsForTheEntriesThatFollow)
 {
     SOldDeck deck;
-    auto& table = deck.add<CCohesionContactModel>().energyDensity;
+    auto& table = deck.addModel<CCohesionContactModel>().energyDensity;
     table.set("A", "A", 1);
     table.set("A", "B", 2);
     table.set("B", "B", 3); // B has left m by then
@@ -94,7 +77,7 @@ TEST(PairTableRekeying, aNewMaterialStandsForTheEntriesThatFollow)
 TEST(PairTableRekeying, dropsWhatNamesNoTypeAndTellsIt)
 {
     SOldDeck deck;
-    auto& table = deck.add<CJkrContactModel>().surfaceEnergy;
+    auto& table = deck.addModel<CJkrContactModel>().surfaceEnergy;
     table.set("A", "C", 1);
     table.set("m", "n", 2); // materials are no types
     table.set("C", "bare", 3);
@@ -110,16 +93,16 @@ TEST(PairTableRekeying, dropsWhatNamesNoTypeAndTellsIt)
 TEST(PairTableRekeying, goesThroughFourModelsAndKeepsWhatElseTheyHold)
 {
     SOldDeck deck;
-    auto& hysteretic = deck.add<CHystereticContactModel>();
+    auto& hysteretic = deck.addModel<CHystereticContactModel>();
     hysteretic.interactions.set("A", "C", {0.1, 0.2});
     hysteretic.yields.set("A", 5e6);
-    auto& bonds = deck.add<CParallelBondContactModel>();
+    auto& bonds = deck.addModel<CParallelBondContactModel>();
     CBondParameters bond;
     bond.bondRadius = 0.001;
     bonds.bondParameters.set("A <> C", bond);
     bonds.bondParameters.set("no key", bond);
     bonds.formationStartTime = 1.5;
-    auto& other = deck.add<CCohesionV2ContactModel>().energyDensity;
+    auto& other = deck.addModel<CCohesionV2ContactModel>().energyDensity;
     other.set("A", "C", 4);
     deck.rekey();
     ASSERT_NE(hysteretic.interactions.find("m", "n"), nullptr);
@@ -128,6 +111,54 @@ TEST(PairTableRekeying, goesThroughFourModelsAndKeepsWhatElseTheyHold)
     EXPECT_EQ(bonds.bondParameters.names(), std::vector<std::string>{"m <> n"});
     EXPECT_EQ(bonds.formationStartTime, 1.5);
     EXPECT_EQ(textOf(other), "A/C=4 ") << "its table never was by types";
+}
+
+// ---------------------------------------------------------------- a type and a geometry group
+
+TEST(PairTableRekeying, namesTheMaterialsOfATypeAndAGroupInEitherOrder)
+{
+    SOldDeck deck;
+    deck.addGroup("Wall", "steel");
+    deck.addGroup("Lid", "brass");
+    deck.addGroup("A", "rubber"); // as one of the types
+    auto& table = deck.addModel<CJkrContactModel>(eSphereGeometryModel).surfaceEnergy;
+    table.set("A", "Wall", 1);
+    table.set("Lid", "C", 2);
+    table.set("A", "C", 3);      // the group A, met by type C
+    table.set("B", "C", 4);      // two types
+    table.set("Lid", "Wall", 5); // two groups
+    const CLogCapture log;
+    deck.rekeyGeometry();
+    EXPECT_EQ(textOf(table), "brass/n=2 m/steel=1 n/rubber=3 ");
+    EXPECT_EQ(log.text(), "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"B\" and \"C\" is dropped, for no "
+                          "pair of materials stands behind it.\n"
+                          "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"Lid\" and \"Wall\" is dropped, "
+                          "for no pair of materials stands behind it.\n");
+}
+
+TEST(PairTableRekeying, itIsTheGroupThatGetsANewMaterial)
+{
+    SOldDeck deck;
+    for (const char* name : {"steel", "brass"})
+        deck.creator.materials.set(name, new CMaterial(name, 0.3, 7e10, 7850, 0, eEquipmentMaterial));
+    deck.creator.interactions.set("m", "steel", new CInteraction);
+    deck.creator.interactions.set("brass", "steel", new CInteraction);
+    deck.addGroup("Wall", "steel");
+    deck.addGroup("Door", "steel");
+    auto& table = deck.addModel<CCohesionContactModel>(eSphereGeometryModel).energyDensity;
+    table.set("A", "Door", 1);
+    table.set("A", "Wall", 2);
+    table.set("B", "Wall", 2); // Wall has its material by then
+    const CLogCapture log;
+    deck.rekeyGeometry();
+    EXPECT_EQ(textOf(table), "m/steel=1 m/steel(1)=2 ");
+    EXPECT_EQ(deck.creator.geometryGroupByName("Door")->materialName, "steel");
+    EXPECT_EQ(deck.creator.geometryGroupByName("Wall")->materialName, "steel(1)");
+    EXPECT_EQ(deck.types(), "A:m B:m C:n bare:");
+    EXPECT_EQ(deck.creator.materials.find("steel(1)")->type, eEquipmentMaterial);
+    EXPECT_NE(deck.creator.interactions.find("steel(1)", "m"), nullptr);
+    EXPECT_EQ(deck.creator.interactions.find("steel(1)", "brass"), nullptr) << "equipment doesn't touch equipment";
+    EXPECT_EQ(log.count(), 1u) << log.text();
 }
 
 } // namespace NBrenmark

@@ -202,9 +202,9 @@ TEST_F(BondEnds, aBondWithoutParametersIsBrokenAndBearsNothing)
     const int steelAndClay = 0;
     const auto* const known = reinterpret_cast<const CBondParameters*>(&steelAndClay); // never looked into
     int asked = 0;
-    const quint32 broken = bonds.matchParameters(types, 12.5, [&](const std::string& a, const std::string& b) {
+    const quint32 broken = bonds.matchParameters(types, 12.5, [&](const CParticleType& a, const CParticleType& b) {
         ++asked;
-        return a != b ? known : nullptr;
+        return a.materialName != b.materialName ? known : nullptr;
     });
     EXPECT_EQ(asked, 4) << "each pair of types once";
     EXPECT_EQ(broken, 2u) << "rows 2 and 3; 4 was broken before";

@@ -1,5 +1,6 @@
 // The state of a simulation at one saved time.
 #include "model/creator_data.h"
+#include "physics/parallel_bond.h"
 #include "results/timestep_data.h"
 
 #include <gtest/gtest.h>
@@ -77,6 +78,33 @@ TEST_F(TimestepData, clearLeavesTheModelAndWhatAReadOverwrites)
     EXPECT_EQ(timestep.timestepMask, 1u);
     EXPECT_EQ(timestep.time, 0.5);
     EXPECT_EQ(timestep.date, QString("24/11/25"));
+}
+
+TEST_F(TimestepData, bondsHaveTheParametersOfTheMaterialsOfToday)
+{
+    const auto addTypes = [](CParticleTypes& types, const std::vector<std::pair<const char*, const char*>>& stored) {
+        for (const auto& [name, material] : stored) {
+            CParticleType& type = types.append();
+            type.setName(name);
+            type.materialName = material;
+        }
+    };
+    // The timestep still says of what the types were made when it was stored.
+    addTypes(timestep.particleTypes, {{"A", "m"}, {"B", "m"}, {"gone", "n"}});
+    addTypes(creator.particleTypes, {{"A", "m"}, {"B", "m(1)"}});
+    auto model = std::make_unique<CParallelBondContactModel>(eSphereSphereModel);
+    CBondParametersMap& parameters = model->parameters.bondParameters;
+    for (const char* key : {"m <> m(1)", "m <> n"})
+        parameters.set(key, CBondParameters());
+    creator.physicsModels.addContactModel(std::move(model), CPhysicsModels::atEnd);
+    CSurfaceSurfaceBonds& bonds = timestep.bonds.surfaceSurface;
+    bonds.resizeRows(3);
+    bonds.rows = {{0, 0, 1, 0}, {0, 0, 2, 0}, {0, 0, 0, 1}};
+    bonds.state.assign(3, eIntactBond);
+    EXPECT_EQ(timestep.matchBondParameters(), 1u) << "A has none with itself";
+    EXPECT_EQ(bonds.parameters[0], parameters.find("m <> m(1)"));
+    EXPECT_EQ(bonds.parameters[1], parameters.find("m <> n"));
+    EXPECT_EQ(bonds.parameters[2], nullptr);
 }
 
 } // namespace NBrenmark

@@ -295,6 +295,16 @@ static void fillAnyOf(TItem& item)
     (fillIfIts<TModels>(item), ...);
 }
 
+void fill(IContactModel& model)
+{
+    fillAnyOf<CHertzMindlinNoSlipContactModel, CLinearSpringContactModel, CJkrContactModel, CCohesionContactModel,
+              CHystereticContactModel, CEdinburghCohesionContactModel, CLeedsAdhesionContactModel, CHeatConductionModel,
+              CArchardContactModel, CTribochargingContactModel, CParallelBondContactModel, CMovingPlaneContactModel>(
+        model);
+}
+
+void fill(IExternalForce& force) { fillAnyOf<CElectrostaticsExternalForce, CHeatConductionExternalForce>(force); }
+
 /// Every built-in model stands in each chain once, and every force.
 void fill(CPhysicsModels& physics)
 {
@@ -302,15 +312,12 @@ void fill(CPhysicsModels& physics)
     for (const quint32 modelType : {eSphereSphereModel, eSphereGeometryModel})
         for (const SContactModelKind& kind : contactModelKinds()) {
             std::unique_ptr<IContactModel> model = kind.make(modelType);
-            fillAnyOf<CHertzMindlinNoSlipContactModel, CLinearSpringContactModel, CJkrContactModel,
-                      CCohesionContactModel, CHystereticContactModel, CEdinburghCohesionContactModel,
-                      CLeedsAdhesionContactModel, CHeatConductionModel, CArchardContactModel,
-                      CTribochargingContactModel, CParallelBondContactModel, CMovingPlaneContactModel>(*model);
+            fill(*model);
             physics.addContactModel(std::move(model), CPhysicsModels::atEnd);
         }
     for (const SExternalForceKind& kind : externalForceKinds()) {
         std::unique_ptr<IExternalForce> force = kind.make(nullptr);
-        fillAnyOf<CElectrostaticsExternalForce, CHeatConductionExternalForce>(*force);
+        fill(*force);
         physics.addExternalForce(std::move(force), CPhysicsModels::atEnd);
     }
 }
@@ -592,12 +599,6 @@ void fill(CCreatorData& creator)
     fill(creator.velocityLimit);
     fill(creator.angularVelocityLimit);
     fill(creator.physicsModels);
-    // What reads a whole legacy block takes the names of these tables for particle types and geometry.
-    for (const CPhysicsModels::Chain* chain :
-         {&creator.physicsModels.sphereSphereModels, &creator.physicsModels.sphereGeometryModels})
-        for (const char* name :
-             {"Linear Cohesion", "Hysteretic Spring", "Hertz-Mindlin with JKR", "Hertz-Mindlin with bonding"})
-            CPhysicsModels::findModel(*chain, name)->reset();
     fill(creator.cylindricalPeriodicBoundaryConditions);
 }
 

@@ -49,6 +49,10 @@ struct SModel
 #define PENDING(...)
 #include "visitors/stored_classes.def"
 
+/// The parameters of a built-in model.
+void fill(IContactModel& model);
+void fill(IExternalForce& force);
+
 /// A new object of a class; of some that live in a model only, the one of that model.
 template <class T>
 std::shared_ptr<T> blank(SModel&)

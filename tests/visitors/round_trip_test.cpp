@@ -45,6 +45,7 @@ static void throughLegacy(ERoot root, const FWrite& write, const FRead& read)
     buffer.write(QByteArray(64, '\xa5')); // none of which may be read
     buffer.seek(0);
     CDemDataStream stream(&buffer);
+    stream.options.upgradeOldModels = false; // the forms alone
     CDemCreatorDataReader creatorReader(stream);
     CDemTimestepDataReader timestepReader(stream);
     read(root == ERoot::eCreator ? static_cast<IFileVisitorReader&>(creatorReader) : timestepReader);
@@ -337,5 +338,65 @@ TEST_P(StoredClass, comesBackAsItWentIn)
 
 INSTANTIATE_TEST_SUITE_P(Each, StoredClass, testing::ValuesIn(allCases()),
                          [](const testing::TestParamInfo<SRoundTripCase>& tested) { return tested.param.name; });
+
+// ---------------------------------------------------------------- every built-in model
+
+/// A built-in model or force by itself in a list of a deck's physics, as the registry has it.
+struct SModelCase
+{
+    std::string name;
+    std::function<void(CPhysicsModels&, bool filled)> add;
+};
+
+static std::vector<SModelCase> modelsOfTheRegistry()
+{
+    std::vector<SModelCase> cases;
+    for (const SContactModelKind& kind : contactModelKinds())
+        for (const quint32 modelType : {eSphereSphereModel, eSphereGeometryModel})
+            cases.push_back({kind.name + std::string(modelType == eSphereSphereModel ? " of spheres" : " of walls"),
+                             [&kind, modelType](CPhysicsModels& physics, bool filled) {
+                                 std::unique_ptr<IContactModel> model = kind.make(modelType);
+                                 if (filled)
+                                     fill(*model);
+                                 physics.addContactModel(std::move(model), CPhysicsModels::atEnd);
+                             }});
+    for (const SExternalForceKind& kind : externalForceKinds())
+        cases.push_back({kind.name, [&kind](CPhysicsModels& physics, bool filled) {
+                             std::unique_ptr<IExternalForce> force = kind.make(nullptr);
+                             if (filled)
+                                 fill(*force);
+                             physics.addExternalForce(std::move(force), CPhysicsModels::atEnd);
+                         }});
+    return cases;
+}
+
+/// The shared test of samples sees whole lists, in which a model without a sample isn't noticed.
+TEST(EveryBuiltInModel, comesBackFromBothFamiliesWithEachOfItsParameters)
+{
+    const auto linesOfModels = [](CPhysicsModels& physics) {
+        return linesOf(ERoot::eCreator, [&](IFileVisitorWriter& visitor) { physics.write(visitor); });
+    };
+    for (const SModelCase& model : modelsOfTheRegistry()) {
+        const testing::Message context = testing::Message() << model.name;
+        SCOPED_TRACE(context);
+        CPhysicsModels source;
+        CPhysicsModels asNew;
+        for (CPhysicsModels* physics : {&source, &asNew})
+            physics->clear();
+        model.add(source, true);
+        model.add(asNew, false);
+        expectToDifferInEveryLine(linesOfModels(source), linesOfModels(asNew));
+        for (const SFamily* family : {&legacyFamily(), &hdf5Family()}) {
+            CPhysicsModels back;
+            CLogCapture log;
+            family->through(
+                ERoot::eCreator, [&](IFileVisitorWriter& visitor) { source.write(visitor); },
+                [&](IFileVisitorReader& visitor) { back.read(visitor); });
+            EXPECT_EQ(log.text(), "");
+            expectTheSame(without(linesOfModels(source), family->notStored),
+                          without(linesOfModels(back), family->notStored));
+        }
+    }
+}
 
 } // namespace NBrenmark

@@ -426,7 +426,7 @@ TEST(DemPairs, noWordOfThemTakesTheMachinesMemory)
         CBytes().block(4, bonds), [] { return std::make_unique<CBonds>(); },
         [&](CBonds& damaged) {
             damaged.surfaceSurface.rebuildLookup();
-            damaged.matchParameters(types, 1.0, [](const std::string&, const std::string&) { return nullptr; });
+            damaged.matchParameters(types, 1.0, [](const CParticleType&, const CParticleType&) { return nullptr; });
         });
 }
 

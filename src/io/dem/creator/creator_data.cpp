@@ -76,7 +76,8 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");
-    NLegacySupport::upgradeCreatorData(creator, stream->fileVersion());
+    if (stream->options.upgradeOldModels)
+        NLegacySupport::upgradeCreatorData(creator, stream->fileVersion());
     creator.modified = false;
 }
 

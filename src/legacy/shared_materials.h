@@ -1,0 +1,20 @@
+#pragma once
+// Particle types that share a material, and the factories that feed them.
+
+namespace NBrenmark {
+
+class CCreatorData;
+
+namespace NLegacySupport {
+
+/// Gives a material of its own to each particle type that shares one and is fed by a factory for it alone.
+/// Where another factory feeds several types the types stay, and such a factory gets a copy of its type.
+/// The log tells every material and type that is made, and every factory that names no type.
+void splitSharedMaterials(CCreatorData& creator);
+
+/// Tells, in each geometry group, of the first factory whose types are of several materials. Nothing is changed:
+/// what such a factory is to feed only its user can tell.
+void checkFactoryMaterials(const CCreatorData& creator);
+
+} // namespace NLegacySupport
+} // namespace NBrenmark

@@ -1,28 +1,40 @@
-// Old files store charges beside the particles; today they are custom properties.
+// Old files store charges beside the particles and the triangles; today they are custom properties.
 #include "core/log.h"
 #include "model/creator_data.h"
+#include "model/geometry/geometry_group.h"
 #include "results/timestep_data.h"
 
 #include <algorithm>
 
 namespace NBrenmark {
 
+static const char* const chargeName = "Charge";
+static const char* const forceName = "Electrostatic Force";
+
 static bool anyOtherThanZero(const double* values, std::size_t count)
 {
     return std::any_of(values, values + count, [](double value) { return value != 0.0; });
 }
 
-/// Fills a property of a type from an array of the same width that holds a row for each slot, or none.
+/// Whose rows are moved: its custom properties, how many items they have, and what the log calls it.
+struct SChargedOwner
+{
+    CCustomPropertyData& properties;
+    std::size_t items;
+    std::string label;
+};
+
+/// Fills a property from an array of the same width that holds a row for each item, or none.
 template <class T>
-static void moveRows(CParticleType& type, const CCustomPropertyManager& manager, const char* name,
+static void moveRows(const SChargedOwner& owner, const CCustomPropertyManager& manager, const char* name,
                      const std::vector<T>& rows)
 {
     constexpr std::size_t width = sizeof(T) / sizeof(double);
     static_assert(sizeof(T) == width * sizeof(double), "rows without gaps");
-    if (rows.size() != type.slotCount() || rows.empty())
+    if (rows.size() != owner.items || rows.empty())
         return;
     const auto* const numbers = reinterpret_cast<const double*>(rows.data());
-    CCustomPropertyValueList* const list = type.customProperties.list(name);
+    CCustomPropertyValueList* const list = owner.properties.list(name);
     if (list != nullptr && list->elementsPerItem() == width) {
         if (!list->heldByFile())
             std::copy(numbers, numbers + rows.size() * width, list->values.begin());
@@ -30,26 +42,52 @@ static void moveRows(CParticleType& type, const CCustomPropertyManager& manager,
     }
     if (manager.property(name) != nullptr && anyOtherThanZero(numbers, rows.size() * width))
         logMessage(eWarning, "Conversion",
-                   "Particle type \"" + type.displayName.toStdString() + "\": the stored values for the property \"" +
-                       name + "\" are dropped, for no saved time of the deck holds that property.");
+                   owner.label + ": the stored values for the property \"" + name +
+                       "\" are dropped, for no saved time of the deck holds that property.");
+}
+
+/// Lists of as many values as there are items, whatever a file held of them.
+static void fit(const SChargedOwner& owner)
+{
+    if (owner.properties.itemCount() != owner.items)
+        owner.properties.resize(static_cast<unsigned int>(owner.items));
+}
+
+static void rebuildOfGeometry(const GeometryGroups& geometry)
+{
+    CCustomPropertyManager* const manager = geometry.managers.geometry;
+    if (manager == nullptr || manager->property(chargeName) == nullptr)
+        return;
+    for (CGeometryGroup* const group : geometry.groups()) {
+        if (group == nullptr)
+            continue;
+        const SChargedOwner owner{group->customProperties, group->triangleNodes.size(),
+                                  "Geometry group \"" + group->name + "\""};
+        fit(owner);
+        moveRows(owner, *manager, chargeName, group->electrostatic.charges);
+    }
+    manager->setModified(false);
+}
+
+static void rebuildOfParticles(const CParticleTypes& types)
+{
+    CCustomPropertyManager* const manager = types.properties();
+    if (manager == nullptr || (manager->property(chargeName) == nullptr && manager->property(forceName) == nullptr))
+        return;
+    for (const auto& type : types.types) {
+        const SChargedOwner owner{type->customProperties, type->slotCount(),
+                                  "Particle type \"" + type->displayName.toStdString() + "\""};
+        fit(owner);
+        moveRows(owner, *manager, chargeName, type->electrostatic.charge);
+        moveRows(owner, *manager, forceName, type->electrostatic.electrostaticForce);
+    }
+    manager->setModified(false);
 }
 
 void CTimestepData::rebuildChargeProperties()
 {
-    CCustomPropertyManager* const manager = particleTypes.properties();
-    if (manager == nullptr)
-        return;
-    const char* const charge = "Charge";
-    const char* const force = "Electrostatic Force";
-    if (manager->property(charge) == nullptr && manager->property(force) == nullptr)
-        return;
-    for (const auto& type : particleTypes.types) {
-        if (type->customProperties.itemCount() != type->slotCount())
-            type->customProperties.resize(type->slotCount());
-        moveRows(*type, *manager, charge, type->electrostatic.charge);
-        moveRows(*type, *manager, force, type->electrostatic.electrostaticForce);
-    }
-    manager->setModified(false);
+    rebuildOfGeometry(creatorData.geometryGroups);
+    rebuildOfParticles(particleTypes);
 }
 
 } // namespace NBrenmark

@@ -32,8 +32,8 @@ public:
     /// Before each read into the frame. isFull, the masks, time and date stay; a read overwrites them.
     void clear() override;
 
-    /// Moves the charges that an old file stores beside the particles into the properties "Charge" and
-    /// "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
+    /// Moves the charges that an old file stores beside the particles and the triangles of the geometry into the
+    /// properties "Charge" and "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
     /// have nowhere to go are told in the log.
     void rebuildChargeProperties();
     /// Releases the contacts with an end that isn't in the particle store or the geometry: after a read.

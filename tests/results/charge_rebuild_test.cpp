@@ -1,5 +1,6 @@
 // Charges beside old particles become custom properties, unless the deck holds those itself.
 #include "model/creator_data.h"
+#include "model/geometry/geometry_group.h"
 #include "results/timestep_data.h"
 #include "support/log_capture.h"
 
@@ -31,8 +32,33 @@ protected:
         return type;
     }
 
+    /// A wall of two triangles with charges beside them.
+    CGeometryGroup& chargedWall()
+    {
+        auto* const wall = new CGeometryGroup(&geometry);
+        wall->setName("Wall");
+        wall->triangleNodes.resize(2);
+        wall->customProperties.resize(2);
+        wall->electrostatic.charges = {3e-9, -4e-9};
+        creator.geometryGroups.add(wall, false);
+        return *wall;
+    }
+    void defineCharge(CCustomPropertyManager& manager, bool finalized)
+    {
+        auto property = std::make_unique<CCustomPropertyMetaData>("Charge", eDoubleProperty, 1u, 10u);
+        ASSERT_TRUE(manager.addProperty(property));
+        manager.lastFinalisedPropertyIndex = finalized ? 0 : -1;
+        manager.notifyChanged(0);
+    }
+
     CCustomPropertyManager particle{"Particle Properties", eParticleOwner};
-    SPropertyManagers managers{&particle, nullptr, nullptr, nullptr};
+    CCustomPropertyManager geometry{"Geometry Properties", eGeometryOwner};
+    SPropertyManagers managers = [this] {
+        SPropertyManagers all;
+        all.particle = &particle;
+        all.geometry = &geometry;
+        return all;
+    }();
     CCreatorData creator{managers};
     CTimestepData timestep{managers, creator};
 };
@@ -91,6 +117,43 @@ TEST_F(ChargeRebuild, touchesNothingWithoutTheProperties)
     define("Charge", 1, true);
     timestep.rebuildChargeProperties();
     EXPECT_EQ(type.customProperties.list("Charge")->values, (std::vector<double>{0, 0}));
+}
+
+// ---------------------------------------------------------------- walls
+
+TEST_F(ChargeRebuild, fillsThePropertyOfEachTriangle)
+{
+    defineCharge(geometry, true); // of particles there is none
+    CGeometryGroup& wall = chargedWall();
+    wall.customProperties.resize(5); // of another mesh
+    geometry.setModified(true);
+    timestep.rebuildChargeProperties();
+    EXPECT_EQ(wall.customProperties.list("Charge")->values, (std::vector<double>{3e-9, -4e-9}));
+    EXPECT_FALSE(geometry.isModified());
+
+    CCustomPropertyValueList& list = *wall.customProperties.list("Charge");
+    list.values = {5e-9, 0.0};
+    list.fitTo(2); // as a reader does behind the values of a file
+    timestep.rebuildChargeProperties();
+    EXPECT_EQ(list.values, (std::vector<double>{5e-9, 0.0})) << "the deck's own";
+}
+
+TEST_F(ChargeRebuild, tellsOfChargesOfAWallThatHaveNowhereToGo)
+{
+    CGeometryGroup& wall = chargedWall();
+    geometry.setModified(true);
+    const CLogCapture log;
+    timestep.rebuildChargeProperties();
+    EXPECT_TRUE(geometry.isModified()) << "untouched without the property";
+    EXPECT_EQ(log.text(), "");
+    defineCharge(geometry, false);
+    timestep.rebuildChargeProperties();
+    EXPECT_EQ(log.text(), "WARNING Conversion: Geometry group \"Wall\": the stored values for the property \"Charge\" "
+                          "are dropped, for no saved time of the deck holds that property.\n");
+    EXPECT_TRUE(wall.customProperties.lists.empty());
+    wall.electrostatic.charges.push_back(1.0); // more than triangles: no charges of theirs
+    timestep.rebuildChargeProperties();
+    EXPECT_EQ(log.count(), 1u);
 }
 
 } // namespace NBrenmark

@@ -3,10 +3,13 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/left_behind.h"
 #include "core/log.h"
 #include "io/hdf5/geometry.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry_groups.h"
+
+#include <algorithm>
 
 namespace NBrenmark {
 
@@ -59,8 +62,19 @@ void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
     g.factories->read(*this);
 }
 
+/// Charges have a place in this family only as a custom property of that name.
+static void noteLostCharges(const CGeometryGroup& g)
+{
+    const CCustomPropertyManager* const manager = g.customProperties.manager();
+    const std::vector<double>& charges = g.electrostatic.charges;
+    const bool anyCharge = std::any_of(charges.begin(), charges.end(), [](double charge) { return charge != 0.0; });
+    if (anyCharge && (manager == nullptr || manager->indexOf("Charge") >= manager->finalizedCount()))
+        noteLeftBehind("charges of triangles", charges.size());
+}
+
 void CHdf5TimestepDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 {
+    noteLostCharges(g);
     out().attribute("static", g.isStatic);
     if (!g.isStatic)
         movingForm(out(), g, [this](const auto& part) { part.write(*this); });

@@ -1,7 +1,10 @@
 #include "model/geometry_groups.h"
+#include "io/text/held_by_property.h"
 #include "io/text/text_writer.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
+
+#include <algorithm>
 
 namespace NBrenmark {
 
@@ -57,6 +60,13 @@ void groupState(CTextOutput& out, const CGeometryGroup& g)
     out.value("enclosedMagnitude", g.enclosedMagnitude);
     out.value("surfaceMagnitude", g.surfaceMagnitude);
     out.array("triangleForces", g.triangleForces);
+
+    // Old decks store charges beside the triangles. They live on as a custom property; those that didn't find one are
+    // told here.
+    const std::vector<double>& charges = g.electrostatic.charges;
+    const bool anyCharge = std::any_of(charges.begin(), charges.end(), [](double charge) { return charge != 0.0; });
+    if (anyCharge && !heldByProperty(g.customProperties, "Charge", charges))
+        out.array("charges", charges);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "model/particle_types.h"
+#include "io/text/held_by_property.h"
 #include "io/text/text_writer.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace NBrenmark {
 
@@ -16,20 +16,6 @@ std::vector<qint32> idsWithoutLinks(const std::vector<qint32>& ids)
     for (qint32& id : plain)
         id = std::max(id, 0);
     return plain;
-}
-
-/// Whether a list of custom properties holds just these numbers, so that nothing else has to tell them.
-template <class T>
-bool heldByProperty(const CParticleType& type, const char* property, const std::vector<T>& rows)
-{
-    for (const auto& list : type.customProperties.lists) {
-        if (list->metaData().name != property)
-            continue;
-        const size_t bytes = rows.size() * sizeof(T);
-        return list->values.size() * sizeof(double) == bytes &&
-               (bytes == 0 || std::memcmp(list->values.data(), rows.data(), bytes) == 0);
-    }
-    return false;
 }
 
 } // namespace
@@ -90,9 +76,10 @@ void CTextWriter::writeParticleType(const CParticleType& t)
     // Old decks store charges beside the particles. They live on as custom properties; those that
     // didn't find one are told here.
     const CParticleTypeElectrostatic& e = t.electrostatic;
-    if ((t.dataMask & eCharge) && !heldByProperty(t, "Charge", e.charge))
+    if ((t.dataMask & eCharge) && !heldByProperty(t.customProperties, "Charge", e.charge))
         out.array("charge", e.charge);
-    if ((t.dataMask & eElectrostaticForce) && !heldByProperty(t, "Electrostatic Force", e.electrostaticForce))
+    if ((t.dataMask & eElectrostaticForce) &&
+        !heldByProperty(t.customProperties, "Electrostatic Force", e.electrostaticForce))
         out.array("electrostaticForce", e.electrostaticForce);
 
     t.customProperties.write(*this);

@@ -8,6 +8,7 @@ namespace NBrenmark {
 class CPhysicsModels;
 class IContactModel;
 class IExternalForce;
+class IPluginParticleFactoryWrapper;
 
 class IPhysicsModelChangeListener
 {
@@ -22,6 +23,16 @@ public:
     virtual bool forceAdded(IExternalForce& force, CPhysicsModels& physics) = 0;
     virtual void forcePlaced(IExternalForce& force, CPhysicsModels& physics) = 0;
     virtual void forceRemoved(IExternalForce& force, CPhysicsModels& physics) = 0;
+};
+
+/// The same of the particle factories that come from plug-ins.
+class IPluginParticleFactoryListChangeListener
+{
+public:
+    virtual ~IPluginParticleFactoryListChangeListener() = default;
+    virtual bool modelAdded(IPluginParticleFactoryWrapper& factory) = 0;
+    virtual void modelPlaced(IPluginParticleFactoryWrapper& factory) = 0;
+    virtual void modelRemoved(IPluginParticleFactoryWrapper& factory) = 0;
 };
 
 } // namespace NBrenmark

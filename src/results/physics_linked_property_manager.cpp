@@ -3,6 +3,7 @@
 #include "core/log.h"
 #include "physics/contact_model.h"
 #include "physics/external_force.h"
+#include "physics/plugins/plugin_factory.h"
 
 namespace NBrenmark {
 
@@ -93,6 +94,21 @@ void CPhysicsLinkedCustomPropertyManager::forcePlaced(IExternalForce& force, CPh
 void CPhysicsLinkedCustomPropertyManager::forceRemoved(IExternalForce& force, CPhysicsModels&)
 {
     release(force.requiredProperties(managerType), &force);
+}
+
+bool CPhysicsLinkedCustomPropertyManager::modelAdded(IPluginParticleFactoryWrapper& factory)
+{
+    return accepts(factory.requiredProperties(managerType), factory.label());
+}
+
+void CPhysicsLinkedCustomPropertyManager::modelPlaced(IPluginParticleFactoryWrapper& factory)
+{
+    take(factory.requiredProperties(managerType), &factory);
+}
+
+void CPhysicsLinkedCustomPropertyManager::modelRemoved(IPluginParticleFactoryWrapper& factory)
+{
+    release(factory.requiredProperties(managerType), &factory);
 }
 
 } // namespace NBrenmark

@@ -1,6 +1,6 @@
 #pragma once
-// A manager that follows the physics of its deck: what a contact model or an external force works on is
-// defined while one of them stands in its list, and a model whose properties clash is kept out.
+// A manager that follows the physics of its deck: what a contact model, an external force or a plug-in factory works
+// on is defined while one of them stands in its list, and one whose properties clash is kept out.
 
 #include "physics/physics_listener.h"
 #include "physics/required_property.h"
@@ -8,7 +8,9 @@
 
 namespace NBrenmark {
 
-class CPhysicsLinkedCustomPropertyManager : public CCustomPropertyManager, public IPhysicsModelChangeListener
+class CPhysicsLinkedCustomPropertyManager : public CCustomPropertyManager,
+                                            public IPhysicsModelChangeListener,
+                                            public IPluginParticleFactoryListChangeListener
 {
 public:
     using CCustomPropertyManager::CCustomPropertyManager;
@@ -19,6 +21,9 @@ public:
     bool forceAdded(IExternalForce& force, CPhysicsModels& physics) override;
     void forcePlaced(IExternalForce& force, CPhysicsModels& physics) override;
     void forceRemoved(IExternalForce& force, CPhysicsModels& physics) override;
+    bool modelAdded(IPluginParticleFactoryWrapper& factory) override;
+    void modelPlaced(IPluginParticleFactoryWrapper& factory) override;
+    void modelRemoved(IPluginParticleFactoryWrapper& factory) override;
 
     /// Whether all these properties can be had: the names are valid, and those in use are of the same
     /// type, elements and quantity. If not, the log tells which are in the way of the user.

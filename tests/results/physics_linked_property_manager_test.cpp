@@ -2,6 +2,7 @@
 #include "results/physics_linked_property_manager.h"
 
 #include "model/creator_data.h"
+#include "physics/plugins/plugin_factory.h"
 #include "support/log_capture.h"
 
 #include <gtest/gtest.h>
@@ -170,6 +171,66 @@ TEST(PhysicsLinkedPropertyManager, aUserHearsOfStoredValuesWhenItComesAndGoes)
     EXPECT_EQ(manager.property("Wear")->referenceCount, 0u);
     manager.notifyChanged(7);
     EXPECT_EQ(first.changes, std::vector<int>{0}) << "gone, it hears nothing more";
+}
+
+// ---------------------------------------------------------------- factories of plug-ins
+
+/// A factory as a library would bring it, which works on one property of contacts.
+class CFeeder : public IPluginParticleFactoryWrapper
+{
+public:
+    CFeeder(const char* property, int& unloaded) : property(property), unloaded(unloaded) {}
+
+    std::string label() const override { return "plug-in factory (Feeder)"; }
+    RequiredProperties requiredProperties(unsigned int ownerType) const override
+    {
+        RequiredProperties required;
+        if (ownerType == eContactOwner)
+            required.push_back(std::make_unique<CCustomPropertyMetaData>(property, eDoubleProperty, 1u, 1u));
+        return required;
+    }
+    void unloadPlugin() override { ++unloaded; }
+    QString typeWord() const override { return "library"; }
+    QString displayName() const override { return "Feeder"; }
+    std::unique_ptr<CParticleFactory> clone() const override { return nullptr; }
+    bool isComplete() const override { return false; }
+    bool isMassCreation() const override { return false; }
+
+private:
+    const char* property;
+    int& unloaded;
+};
+
+TEST(PhysicsLinkedPropertyManager, followsTheFactoriesOfPlugIns)
+{
+    SFollowed deck;
+    int unloaded = 0;
+    const auto feeder = [&](const char* property) { return std::make_unique<CFeeder>(property, unloaded); };
+    {
+        CPluginParticleFactoryList list;
+        list.addListener(&deck.contact);
+        list.addListener(&deck.particle);
+        EXPECT_TRUE(list.add(feeder("Feed")));
+        EXPECT_TRUE(list.add(feeder("Feed")));
+        EXPECT_EQ(SFollowed::defined(deck.contact), "Feed x2");
+        EXPECT_EQ(SFollowed::defined(deck.particle), "");
+        const CLogCapture log;
+        EXPECT_FALSE(list.add(feeder("Feed_2")));
+        EXPECT_EQ(log.text(), "ERROR Custom properties: Error loading plug-in factory (Feeder)\n"
+                              "plug-in factory (Feeder) cannot be loaded.\n"
+                              "The following custom properties:\n"
+                              "    Feed_2\n"
+                              "\nHave invalid names, this plug-in factory (Feeder)\n"
+                              "cannot be loaded.\n");
+        EXPECT_EQ(list.count(), 2u);
+        EXPECT_EQ(unloaded, 1) << "the one that was refused";
+        list.removeFactory(0);
+        list.removeFactory(7);
+        EXPECT_EQ(list.factory(1), nullptr);
+        EXPECT_EQ(SFollowed::defined(deck.contact), "Feed x1");
+    }
+    EXPECT_EQ(SFollowed::defined(deck.contact), "Feed x0") << "and the definition stays";
+    EXPECT_EQ(unloaded, 3);
 }
 
 } // namespace NBrenmark

@@ -2,14 +2,17 @@
 
 #include "core/deck/simulation_settings.h"
 #include "physics/physics_models.h"
+#include "physics/plugins/plugin_factory_list.h"
 
 namespace NBrenmark {
 
-void CSimulationSettingsAndData::follow(CPhysicsModels& physics)
+void CSimulationSettingsAndData::follow(CPhysicsModels& physics, CPluginParticleFactoryList& factories)
 {
     for (CPhysicsLinkedCustomPropertyManager* manager :
-         {static_cast<CPhysicsLinkedCustomPropertyManager*>(&particle), &contact, &geometry, &simulation})
+         {static_cast<CPhysicsLinkedCustomPropertyManager*>(&particle), &contact, &geometry, &simulation}) {
         physics.addListener(manager);
+        factories.addListener(manager);
+    }
 }
 
 } // namespace NBrenmark

@@ -41,7 +41,7 @@ bool CSimulation::setUp()
         settings = std::make_unique<CSimulationSettingsAndData>();
         for (auto& frame : frames) {
             frame = std::make_unique<SSimulationFrame>(settings->propertyManagers());
-            settings->follow(frame->creator.physicsModels);
+            settings->follow(frame->creator.physicsModels, frame->creator.pluginFactories);
         }
     }
     catch (const std::bad_alloc&) {

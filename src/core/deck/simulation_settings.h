@@ -9,6 +9,8 @@
 
 namespace NBrenmark {
 
+class CPluginParticleFactoryList;
+
 class CSimulationSettingsAndData : public CSettingsFile
 {
 public:
@@ -19,8 +21,8 @@ public:
     /// Can fill itself from the property file of an old deck, too.
     NLegacySupport::CLegacyCustomPropertyManager& particleProperties() { return particle; }
     SPropertyManagers propertyManagers();
-    /// Defines from now on what the models of a deck work on. The settings must outlive them.
-    void follow(CPhysicsModels& physics);
+    /// Defines from now on what the models and plug-in factories of a deck work on. The settings must outlive them.
+    void follow(CPhysicsModels& physics, CPluginParticleFactoryList& factories);
 
 private:
     NSelection::CSelectionMap selections;

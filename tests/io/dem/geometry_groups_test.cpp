@@ -1,5 +1,6 @@
 // Geometry groups and their motions, in a creator block and in a timestep: what each version stores and
 // not one byte more, damaged anywhere, and written as the builder says.
+#include "core/deck/application_state.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_testing.h"
 #include "model/factories/particle_factory.h"
@@ -292,6 +293,11 @@ TEST(DemGeometryGroups, keepChargesOfTrianglesAndPropertyValues)
 
 TEST(DemGeometryGroups, canBeReadWithoutTheirProperties)
 {
+    struct SApplication // gone behind the groups
+    {
+        SApplication() { EXPECT_TRUE(initialiseApplication(applicationState())); }
+        ~SApplication() { shutdownApplication(applicationState()); }
+    } application;
     SDeckGroup stored = sampleGroups()[1];
     stored.index = 0;
     stored.properties = {{makeDeckValues(1, 4, 2)}, 4};
@@ -304,6 +310,11 @@ TEST(DemGeometryGroups, canBeReadWithoutTheirProperties)
     own.frame.creator.geometryGroups.read(reader);
     EXPECT_EQ(source.stream.position(), bytes.size()); // they are passed over
     EXPECT_TRUE(groupOf(own, 0).customProperties.lists.empty());
+    const CCustomPropertyManager* const none = groupOf(own, 0).customProperties.manager();
+    ASSERT_NE(none, nullptr);
+    EXPECT_EQ(none->name, "Null Manager");
+    EXPECT_EQ(none->managerType, eGeometryOwner);
+    EXPECT_EQ(none->propertyCount(), 0u);
     EXPECT_EQ(groupOf(own, 0).triangleNodes.size(), 4u);
 }
 

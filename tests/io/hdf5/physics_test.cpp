@@ -8,6 +8,7 @@
 #include "model/creator_data.h"
 #include "physics/parameter_records.h"
 #include "physics/phantoms.h"
+#include "results/physics_linked_property_manager.h"
 
 #include "support/h5_builder.h"
 #include "support/h5_tree.h"
@@ -262,6 +263,40 @@ TEST_F(Hdf5Physics, whatAnOlderVersionDoesntStoreHasItsValueBefore)
 TEST_F(Hdf5Physics, aModelThatIsNamedButAbsentEndsTheRead)
 {
     makeLists({"Linear Spring"}, {}, {});
+    CPhysicsModels physics;
+    EXPECT_THROW(read(physics), std::exception);
+}
+
+TEST_F(Hdf5Physics, aModelThatClashesIsLeftOutAndTheRestIsCarried)
+{
+    CPhysicsModels stored;
+    stored.clear();
+    for (const char* name : {"Tribocharging", "Linear Cohesion"})
+        stored.addContactModel(stored.makeContactModel(name, 0, 0, false), CPhysicsModels::atEnd);
+    written(stored);
+    CPhysicsLinkedCustomPropertyManager particle("Particle Properties", eParticleOwner);
+    auto own = std::make_unique<CCustomPropertyMetaData>("Charge", eDoubleProperty, 4u, 10u);
+    ASSERT_TRUE(particle.addProperty(own));
+    CPhysicsModels physics;
+    physics.addListener(&particle);
+    const CLogCapture log;
+    read(physics);
+    EXPECT_EQ(namesOf(physics.sphereSphereModels), "Linear Cohesion/0 ");
+    EXPECT_THAT(log.text(), testing::HasSubstr("Will clash with already existing properties"));
+}
+
+TEST_F(Hdf5Physics, aTableThatAnnouncesMoreRowsThanTheFileHoldsIsRefused)
+{
+    // Rows that were never stored take no room in a file: 550 TB of them fit into a few bytes.
+    makeLists({"Hertz-Mindlin with JKR"});
+    {
+        const std::string group = "/PhysicsModels/SurfaceSurface/Hertz-Mindlin with JKR";
+        const hid_t type = pairRowType();
+        CH5Builder file(path(), false);
+        file.integer(group, "model source", 0).flag(group, "enable rolling friction", false);
+        file.dataset(group, "data", type, {hsize_t(1) << 40}, nullptr);
+        H5Tclose(type);
+    }
     CPhysicsModels physics;
     EXPECT_THROW(read(physics), std::exception);
 }

@@ -1,6 +1,7 @@
 // Geometry groups: the list, and what groups of all shapes have in common.
 #include "model/geometry_groups.h"
 
+#include "core/deck/application_state.h"
 #include "core/log.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
@@ -267,8 +268,9 @@ void CDemCreatorDataReader::readGeometryGroups(GeometryGroups& groups)
     groups.clear();
     CInForm f = in();
     const quint32 count = f.count("geometry group", leastGroupBytes);
-    CCustomPropertyManager* const properties =
-        stream->options.useNullPropertyManager ? nullptr : groups.managers.geometry;
+    CCustomPropertyManager* const properties = stream->options.useNullPropertyManager
+                                                   ? applicationState().nullPropertyManager.get()
+                                                   : groups.managers.geometry;
     for (quint32 i = 0; i < count; ++i) {
         leaveIfStopped();
         quint32 index = 0;

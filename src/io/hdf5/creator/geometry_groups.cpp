@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
+#include "core/deck/application_state.h"
 #include "core/log.h"
 #include "io/hdf5/geometry.h"
 #include "model/factories/particle_factory_list.h"
@@ -157,7 +158,8 @@ void CHdf5CreatorDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
 {
     groups.clear();
-    CCustomPropertyManager* const properties = options.useNullPropertyManager ? nullptr : groups.managers.geometry;
+    CCustomPropertyManager* const properties =
+        options.useNullPropertyManager ? applicationState().nullPropertyManager.get() : groups.managers.geometry;
     in().group("GeometryGroups/", [&] {
         in().children([&](const QString& number) {
             QString type;

@@ -99,9 +99,10 @@ COpenLibrary::~COpenLibrary()
 
 CSimulation& COpenLibrary::simulation() const { return *applicationState().simulation; }
 
-CDeckReader::CDeckReader(const QString& deckPath)
+CDeckReader::CDeckReader(const QString& deckPath, EModelForm form)
     : path(utf8(deckPath)), deckFormat(requireDeck(deckPath)), logger(eWarning), library(logger)
 {
+    deck().readOptions.upgradeOldModels = form == eUpgradedModel;
     const int code = deck().load(deckPath);
     if (code != eOpened)
         throw openFailure(code, deckPath, logger.messages());

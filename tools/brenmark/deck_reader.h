@@ -33,11 +33,18 @@ private:
     std::optional<SApplicationRoles> roles;
 };
 
+/// Whether a legacy model is read as it is meant today, or as its file has it.
+enum EModelForm
+{
+    eUpgradedModel,
+    eStoredModel
+};
+
 class CDeckReader
 {
 public:
     /// \throws CFailure  no such file, no deck, or one that can't be opened
-    explicit CDeckReader(const QString& path);
+    explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel);
 
     EDeckFormat format() const { return deckFormat; }
     /// "legacy" or "HDF5".

@@ -11,6 +11,7 @@
 
 #include <QCryptographicHash>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <set>
@@ -19,9 +20,6 @@
 namespace NBrenmark {
 
 namespace {
-
-using Line = std::pair<std::string, std::string>; // path, value
-using Lines = std::vector<Line>;
 
 /// What belongs to the storing is what a conversion means to change.
 bool belongsToStoring(const std::string& path) { return path.compare(0, 7, "stored/") == 0; }
@@ -50,7 +48,7 @@ public:
         if (!belongsToStoring(path))
             lines.emplace_back(path, value);
     }
-    Lines lines;
+    TextLines lines;
 };
 
 /// What is kept of a deck.
@@ -66,11 +64,19 @@ struct SDeckDigest
     {
         QByteArray text;
         quint32 firstTimestep;
+        TextLines lines; ///< of a legacy deck alone, whose models aren't as they are stored
     };
-    Lines beside; ///< the timesteps
+    TextLines beside; ///< the timesteps
     std::vector<STimestep> timesteps;
     std::vector<SModel> models;
 };
+
+TextLines modelLines(CDeckReader& reader, const std::string& root)
+{
+    CLineSink sink;
+    modelText(reader, sink, root, false);
+    return std::move(sink.lines);
+}
 
 SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisplay& progress,
                      std::vector<SLogMessage>& messages)
@@ -84,7 +90,9 @@ SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisp
         if (reader.modelChanged()) {
             CDigestSink model;
             modelText(reader, model, std::string(), false);
-            digest.models.push_back({model.digest(), number});
+            digest.models.push_back({model.digest(), number, TextLines()});
+            if (reader.format() == eFormatLegacy)
+                digest.models.back().lines = modelLines(reader, modelRoot(number));
         }
         CDigestSink timestep;
         timestepText(reader, timestep, std::string(), false);
@@ -109,9 +117,9 @@ struct SPart
     std::string root;
 };
 
-std::vector<Lines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number)
+std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number)
 {
-    std::vector<Lines> lines;
+    std::vector<TextLines> lines;
     if (parts.empty())
         return lines;
     CDeckReader reader(path);
@@ -140,7 +148,7 @@ public:
             result.differences.push_back({path, source, converted});
     }
 
-    void compare(const Lines& source, const Lines& converted)
+    void compare(const TextLines& source, const TextLines& converted)
     {
         std::unordered_map<std::string, const std::string*> rest;
         for (const auto& [path, value] : converted)
@@ -205,6 +213,26 @@ std::vector<std::pair<quint32, quint32>> pairs(const SDeckDigest& source, const 
     return result;
 }
 
+/// Holds the models of a legacy deck against what is stored of them, so that an upgrade can't lose what it isn't meant
+/// to touch and both decks agree on the loss.
+void compareWithStored(const QString& path, const SDeckDigest& digest, SVerification& result, CDifferences& differences)
+{
+    const bool isLegacy = !digest.models.empty() && !digest.models.front().lines.empty();
+    if (!isLegacy)
+        return;
+    CDeckReader reader(path, eStoredModel);
+    for (const SDeckDigest::SModel& model : digest.models) {
+        const std::string root = modelRoot(model.firstTimestep);
+        reader.timestep(model.firstTimestep);
+        for (SModelChange& change : modelChanges(modelLines(reader, root), model.lines, root)) {
+            if (change.upgrade.empty())
+                differences.add(change.path, change.stored, change.upgraded);
+            else
+                result.meant.push_back(std::move(change));
+        }
+    }
+}
+
 std::string timeLine(const SDeckDigest::STimestep& timestep) { return "time " + NText::text(timestep.time); }
 
 /// The converted deck is no source: that it can't be read says something about what was written.
@@ -235,6 +263,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 
     CDifferences differences(result, limit);
     differences.compare(first.beside, second.beside);
+    compareWithStored(source, first, result, differences);
 
     std::vector<SPart> parts;
     std::set<std::pair<size_t, size_t>> modelsSeen;
@@ -260,13 +289,36 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
         parts.resize(limit);
         result.more = true;
     }
-    const std::vector<Lines> a = linesOf(source, parts, &SPart::source);
-    const std::vector<Lines> b = readingConverted([&] { return linesOf(converted, parts, &SPart::converted); });
+    const std::vector<TextLines> a = linesOf(source, parts, &SPart::source);
+    const std::vector<TextLines> b = readingConverted([&] { return linesOf(converted, parts, &SPart::converted); });
     for (size_t k = 0; k < parts.size(); ++k)
         differences.compare(a[k], b[k]);
 
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return result;
+}
+
+/// How many lines each upgrade changed, in the order of the text.
+static std::vector<std::pair<std::string, quint64>> countsByUpgrade(const std::vector<SModelChange>& meant)
+{
+    std::vector<std::pair<std::string, quint64>> counts;
+    for (const SModelChange& change : meant) {
+        auto count = std::find_if(counts.begin(), counts.end(),
+                                  [&](const auto& entry) { return entry.first == change.upgrade; });
+        if (count == counts.end())
+            count = counts.insert(counts.end(), {change.upgrade, 0});
+        ++count->second;
+    }
+    return counts;
+}
+
+static void printMeant(const std::vector<SModelChange>& meant)
+{
+    if (meant.empty())
+        return;
+    printResult("  brought to today's form: " + countText(meant.size(), "line") + " of the model\n");
+    for (const auto& [upgrade, count] : countsByUpgrade(meant))
+        printResult("    " + upgrade + ": " + std::to_string(count) + '\n');
 }
 
 void printVerification(const SVerification& verification, const QString& source, const QString& converted)
@@ -275,6 +327,7 @@ void printVerification(const SVerification& verification, const QString& source,
     if (verification.equal()) {
         printResult(utf8(converted) + ": holds all of " + utf8(source) + ": " + timesteps + " compared in " +
                     durationText(verification.seconds) + ", no difference\n");
+        printMeant(verification.meant);
         return;
     }
     const auto side = [](const std::string& value) { return value.empty() ? std::string("absent") : value; };
@@ -294,9 +347,19 @@ Json jsonVerification(const SVerification& verification)
         differences.push_back({{"path", difference.path},
                                {"source", side(difference.source)},
                                {"converted", side(difference.converted)}});
-    return {{"equal", verification.equal()},   {"timesteps", verification.timesteps},
-            {"seconds", verification.seconds}, {"differences", differences},
-            {"more", verification.more},       {"messages", jsonMessages(verification.messages)}};
+    Json meant = Json::array();
+    for (const SModelChange& change : verification.meant)
+        meant.push_back({{"upgrade", change.upgrade},
+                         {"path", change.path},
+                         {"stored", side(change.stored)},
+                         {"upgraded", side(change.upgraded)}});
+    return {{"equal", verification.equal()},
+            {"timesteps", verification.timesteps},
+            {"seconds", verification.seconds},
+            {"differences", differences},
+            {"more", verification.more},
+            {"meant", meant},
+            {"messages", jsonMessages(verification.messages)}};
 }
 
 EExitCode runVerify(const SVerifyOptions& options)

@@ -2,6 +2,7 @@
 // The comparison of two decks by their texts: the proof that a conversion lost nothing.
 
 #include "brenmark/json_text.h"
+#include "brenmark/meant_changes.h"
 
 #include "core/log.h"
 
@@ -25,6 +26,7 @@ struct SVerification
 {
     std::vector<SDifference> differences; ///< in the order of the text, up to the limit
     bool more = false;                    ///< there are others behind them
+    std::vector<SModelChange> meant;      ///< what the upgrades of a legacy source changed in its models
     quint32 timesteps = 0;                ///< of the source
     double seconds = 0.0;
     std::vector<SLogMessage> messages; ///< of reading both

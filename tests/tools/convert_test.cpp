@@ -99,6 +99,13 @@ TEST(Convert, carriesTheSampleDecksOverWithoutADifference)
         EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
         EXPECT_EQ(out.names(), convertedNames);
     }
+    for (const char* deck : {"moving-walls-26", "factories-25", "physics-25", "properties-24", "plugins-24"}) {
+        CTempFolder out;
+        const SToolResult result = runTool(
+            {"convert", sampleDeck(deck + std::string(".dem")), argument(out.path(deck)), "--verify", "--json"});
+        ASSERT_EQ(result.exitCode, 0) << deck << result.output << result.error;
+        EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u) << deck;
+    }
 }
 
 // The definitions of the sample's companion, as a dump of its bytes shows them, take the place of those of its settings.
@@ -112,9 +119,9 @@ TEST(Convert, movesAnOldPropertyFileIntoTheSettings)
     EXPECT_FALSE(out.has("ppf.ppf"));
     const Json properties = Json::parse(runTool({"info", "--json", deck}).output)["customProperties"];
     EXPECT_EQ(properties, Json::parse(R"([
-        {"name": "Moisture", "owner": "particles", "elements": 1, "stored": true},
-        {"name": "Two", "owner": "particles", "elements": 2, "stored": true},
-        {"name": "Much", "owner": "particles", "elements": 256, "stored": false}])"));
+        {"name": "Moisture", "owner": "particles", "elements": 1, "boolean": false, "stored": true},
+        {"name": "Two", "owner": "particles", "elements": 2, "boolean": false, "stored": true},
+        {"name": "Much", "owner": "particles", "elements": 256, "boolean": false, "stored": false}])"));
     const std::string text = runTool({"dump", deck}).output;
     EXPECT_TRUE(contains(text, "particleProperties/Moisture/initialValues f64[1] 0.5\n")) << text;
     EXPECT_TRUE(contains(text, "particleProperties/Two/initialValues f64[2] 1.5 1.5\n")) << text;

@@ -38,6 +38,7 @@ static Json describe(CDeckReader& reader, const SInfoOptions& options, const Jso
             {"materials", materialList(frame)},
             {"geometryGroups", geometryList(frame.creator.geometryGroups)},
             {"factories", factoryList(frame.creator.geometryGroups)},
+            {"physics", physicsObject(frame.creator.physicsModels)},
             {"customProperties", propertyList(reader)},
             {"files", fileList(files)},
             {"bytes", bytesOf(files)}};
@@ -80,6 +81,7 @@ static void print(const Json& deck)
     printTimesteps(deck);
     printParticlesAndMaterials(deck);
     printGeometry(deck);
+    printPhysics(deck);
     printProperties(deck);
     printFiles(deck);
 }

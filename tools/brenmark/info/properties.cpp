@@ -24,8 +24,11 @@ Json propertyList(CDeckReader& reader)
 {
     Json list = Json::array();
     eachProperty(reader, [&](const char* owner, const CCustomPropertyMetaData& property, bool isStored) {
-        list.push_back(
-            {{"name", property.name}, {"owner", owner}, {"elements", property.numberOfElements}, {"stored", isStored}});
+        list.push_back({{"name", property.name},
+                        {"owner", owner},
+                        {"elements", property.numberOfElements},
+                        {"boolean", property.dataType == eBooleanProperty},
+                        {"stored", isStored}});
     });
     return list;
 }
@@ -36,6 +39,7 @@ void printProperties(const Json& deck)
     for (const Json& property : deck["customProperties"])
         properties.row(shown(property["name"]), "of " + text(property["owner"]) + ", " +
                                                     countText(property["elements"].get<quint64>(), "element") +
+                                                    (property["boolean"].get<bool>() ? ", true or false" : "") +
                                                     (property["stored"].get<bool>() ? "" : ", not in use yet"));
     properties.printUnlessEmpty(countText(properties.size(), "custom property", "custom properties"));
 }

@@ -12,6 +12,7 @@ namespace NBrenmark {
 class CCustomPropertyMetaData;
 class CDeckReader;
 class CFailure;
+class CPhysicsModels;
 class GeometryGroups;
 struct SSimulationFrame;
 
@@ -29,6 +30,10 @@ void printParticlesAndMaterials(const Json& deck);
 Json geometryList(const GeometryGroups& groups);
 Json factoryList(const GeometryGroups& groups);
 void printGeometry(const Json& deck);
+
+/// Both chains of contact models and the external forces, in order, with what can be told of their parameters in a line.
+Json physicsObject(const CPhysicsModels& physics);
+void printPhysics(const Json& deck);
 
 /// Calls take with owner, definition and whether timesteps store it, for all definitions, owner by owner.
 void eachProperty(CDeckReader& reader,

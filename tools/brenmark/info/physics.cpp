@@ -1,0 +1,178 @@
+#include "brenmark/info/sections.h"
+#include "brenmark/info/table.h"
+
+#include "brenmark/failure.h"
+#include "brenmark/units_text.h"
+#include "physics/parameter_records.h"
+#include "physics/phantoms.h"
+#include "physics/physics_models.h"
+#include "visitors/file_visitor_writer.h"
+
+namespace NBrenmark {
+
+namespace {
+
+/// Collects what a model says of its parameters when it is told to write them: single numbers with their unit, of
+/// tables how many entries they have.
+class CParameterTeller final : public IFileVisitorWriter
+{
+public:
+    Json parameters = Json::array();
+
+#define STORED(operation, type, ...)                                                                                   \
+    void write##operation(const type& data) override { tell(data); }
+#define STAMPED(operation, type, ...)                                                                                  \
+    void write##operation(type&) override {}
+#define LEGACY(operation, type, column)
+#include "visitors/stored_classes.def"
+
+private:
+    void number(const char* name, double value, const char* unit = "")
+    {
+        parameters.push_back({{"name", name}, {"value", value}, {"unit", unit}});
+    }
+    void word(const char* name, const char* value) { parameters.push_back({{"name", name}, {"value", value}}); }
+    /// \param entry  what one of a table is of: "pair"
+    void table(const char* name, const char* entry, std::size_t count)
+    {
+        parameters.push_back({{"name", name}, {"entry", entry}, {"count", count}});
+    }
+    void rollingFriction(const CRollingFrictionParamData& data)
+    {
+        if (data.hasRollingFrictionOption())
+            word("rolling friction", data.enableRollingFriction ? "on both sides" : "on the first side");
+    }
+
+    /// What is no parameter record.
+    template <class T>
+    void tell(const T&)
+    {}
+    void tell(const CHertzMindlinNoSlipContactModelParamData& data) { rollingFriction(data); }
+    void tell(const CLinearSpringContactModelParamData& data)
+    {
+        number("characteristic velocity", data.characteristicVelocity, "m/s");
+        rollingFriction(data);
+    }
+    void tell(const CHeatConductionModelParamData& data)
+    {
+        table("thermal conductivity", "particle type", data.conductivities.entries.size());
+    }
+    void tell(const CArchardContactModelParamData& data)
+    {
+        table("wear constant", "geometry group", data.wearConstants.entries.size());
+        rollingFriction(data);
+    }
+    void tell(const CCohesionContactModelParamData& data)
+    {
+        table("energy density", "pair", data.energyDensity.entries.size());
+    }
+    void tell(const CJkrContactModelParamData& data)
+    {
+        table("surface energy", "pair", data.surfaceEnergy.entries.size());
+        rollingFriction(data);
+    }
+    void tell(const CHystereticContactModelParamData& data)
+    {
+        table("damping and stiffness", "pair", data.interactions.entries.size());
+        table("yield strength", "name", data.yields.entries.size());
+        rollingFriction(data);
+    }
+    void tell(const CEdinburghCohesionContactModelParamData& data)
+    {
+        table("adhesion", "pair", data.pairs.entries.size());
+        rollingFriction(data);
+    }
+    void tell(const CLeedsAdhesionContactModelParamData& data)
+    {
+        table("adhesion", "pair", data.pairs.entries.size());
+        rollingFriction(data);
+    }
+    void tell(const CParallelBondContactModelParamData& data)
+    {
+        const char* const states[] = {"not begun", "under way", "done"};
+        table("bond", "pair", data.bondParameters.entries.size());
+        number("formed from", data.formationStartTime, "s");
+        number("formed until", data.formationEndTime, "s");
+        word("formation", data.state <= eBondsDone ? states[data.state] : "of an unknown state");
+        word("torque feedback", data.torqueFeedback ? "on" : "off");
+        rollingFriction(data);
+    }
+    void tell(const CTribochargingContactModelParamData& data) { number("alpha", data.alpha); }
+    void tell(const CMovingPlaneContactModelParamData& data)
+    {
+        std::size_t motions = 0;
+        for (const auto& [index, plane] : data.planes)
+            motions += plane.motions.size();
+        table("start and end point", "plane", data.planes.size());
+        table("velocity", "motion", motions);
+    }
+    void tell(const CElectrostaticsExtForceParamData& data)
+    {
+        number("screening distance", data.screeningDistance, "smallest particle radii");
+    }
+    void tell(const CHeatConductionExtForceParamData& data)
+    {
+        table("heat capacity", "particle type", data.heatCapacities.entries.size());
+    }
+};
+
+template <class TPhantom, class TModel>
+Json modelObject(const TModel& model)
+{
+    CParameterTeller teller;
+    model.write(teller);
+    return {{"name", utf8(model.modelName())},
+            {"source", model.source},
+            {"known", dynamic_cast<const TPhantom*>(&model) == nullptr},
+            {"parameters", teller.parameters}};
+}
+
+std::string parameterText(const Json& parameter)
+{
+    const std::string name = text(parameter["name"]);
+    if (parameter.contains("entry"))
+        return name + " of " + countText(parameter["count"].get<quint64>(), text(parameter["entry"]));
+    if (!parameter.contains("unit"))
+        return name + " " + text(parameter["value"]);
+    const std::string unit = text(parameter["unit"]);
+    return name + " " + shortNumber(parameter["value"].get<double>()) + (unit.empty() ? "" : " " + unit);
+}
+
+void printModels(const Json& models, const std::string& noun, const std::string& where)
+{
+    CTable table;
+    for (const Json& model : models) {
+        std::string rest = model["known"].get<bool>() ? "" : "not known here, kept by its name";
+        for (const Json& parameter : model["parameters"])
+            rest += (rest.empty() ? "" : ", ") + parameterText(parameter);
+        table.row(shown(model["name"]), rest.empty() ? "no parameters" : rest);
+    }
+    table.printUnlessEmpty(countText(table.size(), noun) + where);
+}
+
+} // namespace
+
+Json physicsObject(const CPhysicsModels& physics)
+{
+    const auto list = [](const auto& models, auto describe) {
+        Json objects = Json::array();
+        for (const auto& model : models)
+            objects.push_back(describe(*model));
+        return objects;
+    };
+    return {
+        {"sphereSphereModels", list(physics.sphereSphereModels, modelObject<CContactModelPhantom, IContactModel>)},
+        {"sphereGeometryModels", list(physics.sphereGeometryModels, modelObject<CContactModelPhantom, IContactModel>)},
+        {"externalForces", list(physics.externalForces, modelObject<CExternalForcePhantom, IExternalForce>)}};
+}
+
+void printPhysics(const Json& deck)
+{
+    const Json& physics = deck["physics"];
+    printModels(physics["sphereSphereModels"], "contact model", " between particles, in the order of the chain");
+    printModels(physics["sphereGeometryModels"], "contact model",
+                " between particles and geometry, in the order of the chain");
+    printModels(physics["externalForces"], "external force", "");
+}
+
+} // namespace NBrenmark

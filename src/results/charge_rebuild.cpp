@@ -5,6 +5,7 @@
 #include "results/timestep_data.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace NBrenmark {
 
@@ -29,7 +30,7 @@ template <class T>
 static void moveRows(const SChargedOwner& owner, const CCustomPropertyManager& manager, const char* name,
                      const std::vector<T>& rows)
 {
-    constexpr std::size_t width = sizeof(T) / sizeof(double);
+    constexpr std::size_t width = std::is_same_v<T, double> ? 1 : 3; // elements of a row
     static_assert(sizeof(T) == width * sizeof(double), "rows without gaps");
     if (rows.size() != owner.items || rows.empty())
         return;

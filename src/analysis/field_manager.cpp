@@ -49,11 +49,10 @@ bool CFieldManager::deleteField(const std::string& name)
     const auto found = byName.find(name);
     if (found == byName.end())
         return false;
-    const std::string deleted = name; // may be the field's own
-    byId.erase(found->second->id);
-    byName.erase(found);
+    const auto entry = byName.extract(found); // goes last: the name may be the field's own
+    byId.erase(entry.mapped()->id);
     setModified(true);
-    emit fieldDeleted(deleted);
+    emit fieldDeleted(entry.key());
     return true;
 }
 
@@ -62,11 +61,11 @@ bool CFieldManager::renameField(const std::string& oldName, const std::string& n
     const auto found = byName.find(oldName);
     if (found == byName.end() || newName.empty() || byName.count(newName) > 0)
         return false;
-    const std::string before = oldName; // may be the field's own
-    std::unique_ptr<CFieldData> field = std::move(found->second);
-    byName.erase(found);
-    field->name = newName;
-    byName.emplace(newName, std::move(field));
+    auto entry = byName.extract(found);
+    const std::string before = entry.key(); // oldName may be the field's own
+    entry.key() = newName;
+    entry.mapped()->name = newName;
+    byName.insert(std::move(entry));
     setModified(true);
     emit fieldRenamed(before, newName);
     return true;
@@ -144,14 +143,14 @@ bool CFieldManager::readFields(QDataStream& stream, IProgressController* progres
         const bool isValid = field->read(stream, progress);
         if (step.isCancelled())
             return false;
-        const std::string number = std::to_string(i + 1) + " of " + std::to_string(count);
-        if (!isValid) {
-            leaveRest(stream, "field " + number + " (\"" + field->name + "\") is none: " + field->invalidity() + ".");
-            break;
-        }
-        if (!addField(field)) {
-            leaveRest(stream, "field " + number + " (\"" + field->name + "\") has the name or the id (" +
-                                  std::to_string(field->id) + ") of an earlier one.");
+        std::string refusal;
+        if (!isValid)
+            refusal = "is none: " + field->invalidity();
+        else if (!addField(field))
+            refusal = "has the name or the id (" + std::to_string(field->id) + ") of an earlier one";
+        if (!refusal.empty()) {
+            leaveRest(stream, "field " + std::to_string(i + 1) + " of " + std::to_string(count) + " (\"" + field->name +
+                                  "\") " + refusal + ".");
             break;
         }
         step.tick();

@@ -26,13 +26,13 @@ bool IFilter::read(QDataStream& stream, IProgressController*)
 
 void CTypeFilter::form(IEntryForm& f)
 {
-    static const char* const wordNames[] = {"word1", "word2", "word3", "word4", "word5"};
+    static constexpr std::array<const char*, 5> wordNames{"word1", "word2", "word3", "word4", "word5"};
     for (size_t i = 0; i < words.size(); ++i)
         f.integer(wordNames[i], words[i]);
-    static const char* const idNames[] = {"ids1", "ids2", "ids3", "ids4"};
+    static constexpr std::array<const char*, 4> idNames{"ids1", "ids2", "ids3", "ids4"};
     for (size_t i = 0; i < idLists.size(); ++i)
         f.integers(idNames[i], idLists[i]);
-    static const char* const typeNames[] = {"types1", "types2"};
+    static constexpr std::array<const char*, 2> typeNames{"types1", "types2"};
     for (size_t i = 0; i < typeLists.size(); ++i)
         f.integers(typeNames[i], typeLists[i]);
 }

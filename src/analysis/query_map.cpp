@@ -62,7 +62,7 @@ static void queryForm(IEntryForm& f, QueryMap& map, const QString& section, CQue
 {
     QString identifier = present != nullptr ? present->name() : QString();
     f.text("class", identifier);
-    if (!f.isReading()) {
+    if (present != nullptr) {
         present->form(f);
         return;
     }

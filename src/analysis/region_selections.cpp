@@ -23,7 +23,7 @@ void CGeometricRegionSelection::anchorForm(IEntryForm& f)
 
 void CGeometricRegionSelection::body(IEntryForm& f)
 {
-    CAutoSelection::body(f);
+    frontForm(f);
     f.geometry("ownGeometry", ownGeometry);
     anchorForm(f);
     f.bytes("parameters", parameters);
@@ -45,7 +45,7 @@ static void binForm(IEntryForm& f, std::array<qint32, 3>& bins)
 /// The layout of a lattice that stands along the axes.
 void CLatticeSelection::cornerForm(IEntryForm& f)
 {
-    CAutoSelection::body(f);
+    frontForm(f);
     anchorForm(f);
     f.bytes("parameters", parameters);
     f.integer("elementCount", elementCount);

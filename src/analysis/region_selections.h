@@ -26,6 +26,8 @@ public:
 
 protected:
     void body(IEntryForm& f) override;
+    /// What stands in front of the region itself.
+    void frontForm(IEntryForm& f) { CAutoSelection::body(f); }
     /// The names of what the region hangs on.
     void anchorForm(IEntryForm& f);
     /// Whether centre and rotation are stored; older regions have corners.

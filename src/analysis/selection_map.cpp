@@ -20,7 +20,7 @@ static constexpr qint64 leastSelectionBytes = 3 * 4 + 1;
 static std::string particleDisplayOf(const std::string& selection) { return selection + " Particles"; }
 static std::string contactDisplayOf(const std::string& selection) { return selection + " Contacts"; }
 
-static void tell(const std::string& text) { logMessage(eWarning, "Selection", text.c_str()); }
+static void tell(const std::string& text) { logMessage(eWarning, "Selection", text); }
 
 CSelectionMap::CSelectionMap() = default;
 CSelectionMap::~CSelectionMap() = default;

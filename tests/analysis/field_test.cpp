@@ -133,14 +133,14 @@ TEST(Field, knowsItsBoundsAndMagnitudes)
 struct SPlaneCase
 {
     qint32 stored;
-    std::vector<double> point;
     qint32 read;
+    std::vector<double> point;
 };
 
 TEST(Field, bringsItsPlaneInLineWithItsPoints)
 {
     const SPlaneCase cases[] = {
-        {3, {1, 2}, 0}, {2, {1, 2}, 2}, {1, {1, 2, 3}, 3}, {3, {1, 2, 3}, 3}, {2, {1}, 2},
+        {3, 0, {1, 2}}, {2, 2, {1, 2}}, {1, 3, {1, 2, 3}}, {3, 3, {1, 2, 3}}, {2, 2, {1}},
     };
     for (const SPlaneCase& c : cases) {
         SSource source(fieldBytes(current, "f", 1, c.stored, {c.point}, {{1}}));
@@ -179,7 +179,7 @@ TEST(FieldManager, numbersAndRefuses)
     QObject::connect(&manager, &CFieldManager::fieldDeleted, [&](const std::string& n) { heard.push_back("-" + n); });
     QObject::connect(&manager, &CFieldManager::fieldRenamed,
                      [&](const std::string& a, const std::string& b) { heard.push_back(a + ">" + b); });
-    QObject::connect(&manager, &CFieldManager::cleared, [&] { heard.push_back("0"); });
+    QObject::connect(&manager, &CFieldManager::cleared, [&] { heard.emplace_back("0"); });
     const auto add = [&](const char* name, qint32 id) {
         auto made = field(name, id);
         const bool isIn = manager.addField(made);
@@ -361,9 +361,9 @@ TEST(FieldSearchTree, comesToAnEndWhereTheMeanPartsNothing)
     const double next = std::nextafter(1.0, 2.0);
     const double huge = std::numeric_limits<double>::max();
     const double none = std::numeric_limits<double>::quiet_NaN();
-    std::vector<double> powers; // each mean parts a few points from all the others
-    for (int i = -1000; i < 1000; ++i)
-        powers.push_back(std::ldexp(1.0, i));
+    std::vector<double> powers(2000); // each mean parts a few points from all the others
+    for (int i = 0; i < 2000; ++i)
+        powers[i] = std::ldexp(1.0, i - 1000);
     for (const std::vector<double>& coordinates :
          {std::vector<double>{next, next, next, next, next, next, 1}, std::vector<double>{1, 1, 1, 1, 1, 1, next},
           std::vector<double>{huge, huge, huge, huge, huge, huge, -huge, 0},

@@ -365,6 +365,23 @@ TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
     EXPECT_EQ(source.out.names(), QStringList());
 }
 
+TEST(Convert, carriesATypeThatNoGroupCanBeNamedAfter)
+{
+    SDeckCreator model = sampleCreator();
+    SDeckTimestep timestep = sampleTimestep(0.1);
+    model.particles.types.at(0).name = timestep.particles.types.at(0).name = "Sand 2/4 mm";
+    CSource source(CLegacyDeck(makeVersion(27, 0, 3)).creator(model).timestep(timestep));
+    const SToolResult result = runTool({"convert", source.path, source.target()});
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_TRUE(contains(result.error, "Particle type \"Sand 2/4 mm\" has no size law in the deck")) << result.error;
+    // Nothing else is missing: its law is three lines and its share of the mix.
+    const SToolResult verified = runTool({"verify", "--json", source.path, source.target("out.dem")});
+    const Json differences = Json::parse(verified.output)["differences"];
+    EXPECT_EQ(differences.size(), 4u) << verified.output;
+    for (const Json& difference : differences)
+        EXPECT_TRUE(contains(difference.dump(), "sizeDistributions/Sand%202%2f4%20mm/")) << difference;
+}
+
 TEST(ConvertFailure, ofATextThatTheFormatHasNoRoomForBlamesTheTextAndNotTheDisk)
 {
     SDeckCreator longName = sampleCreator(); // a field takes 255 bytes and a zero

@@ -11,6 +11,17 @@ namespace NBrenmark {
 
 static std::string quoted(const std::string& name) { return "\"" + name + "\""; }
 
+bool isLinkName(const std::string& name)
+{
+    return !name.empty() && name != "." && name.find('/') == std::string::npos && name.find('\0') == std::string::npos;
+}
+
+bool isLawWithoutPlace(const std::string& typeName, const ISizeDistribution* law)
+{
+    return !isLinkName(typeName) && law != nullptr && law->kindWord() == QLatin1String(CFixedSizeDistribution::word) &&
+           law->equals(CFixedSizeDistribution());
+}
+
 std::string CLinkNames::next(const QString& name)
 {
     std::string bytes = name.toStdString();
@@ -19,7 +30,7 @@ std::string CLinkNames::next(const QString& name)
                                (where.empty() ? "" : " in " + where) + ", and " + why +
                                " Rename it in the program that made the deck.");
     };
-    if (bytes.empty() || bytes == "." || bytes.find('/') != std::string::npos || bytes.find('\0') != std::string::npos)
+    if (!isLinkName(bytes))
         refuse("an HDF5 group can't have that name: it may not be empty, a dot, or hold a slash or a zero.");
     if (!taken.insert(bytes).second)
         refuse("so is another one: HDF5 groups that lie together need names of their own.");
@@ -47,7 +58,8 @@ void checkLinkNames(const CCreatorData& creator)
             checkFactoryNames(*group);
     CLinkNames laws("particle type with a size law", "");
     for (const auto& [typeName, share] : creator.sizeDistributions.entries)
-        laws.next(QString::fromStdString(typeName));
+        if (!isLawWithoutPlace(typeName, share.distribution.get()))
+            laws.next(QString::fromStdString(typeName));
 }
 
 } // namespace NBrenmark

@@ -10,6 +10,7 @@
 namespace NBrenmark {
 
 class CCreatorData;
+class ISizeDistribution;
 
 /// The names of the groups in one group.
 class CLinkNames
@@ -28,6 +29,13 @@ private:
     std::string where;
     std::set<std::string> taken;
 };
+
+/// Whether a group can have the name.
+bool isLinkName(const std::string& name);
+
+/// Whether the law of a particle type may be left out for its name: the one that every type has for which nothing was
+/// said. The type itself is stored under its number, whatever its name is.
+bool isLawWithoutPlace(const std::string& typeName, const ISizeDistribution* law);
 
 /// \throws unstorable_error  that gives the first name that no group can have
 void checkLinkNames(const CCreatorData& creator);

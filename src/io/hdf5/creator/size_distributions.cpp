@@ -187,6 +187,12 @@ void CHdf5CreatorDataWriter::writeParticleSizeDistributionMap(const CParticleSiz
         CLinkNames names("particle type with a size law", "");
         for (const auto& entry : map.entries) {
             const SParticleDistribution& share = entry.second;
+            if (isLawWithoutPlace(entry.first, share.distribution.get())) {
+                logMessage(eWarning, "HDF5 write",
+                           "Particle type \"" + entry.first +
+                               "\" has no size law in the deck: an HDF5 group can't have its name. No factory feeds it.");
+                continue;
+            }
             out().group(names.next(QString::fromStdString(entry.first)), [&] {
                 out().attribute(shareName, share.percentage);
                 out().attribute(kindName, share.distribution ? share.distribution->kindWord() : QString());

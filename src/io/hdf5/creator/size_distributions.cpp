@@ -188,9 +188,10 @@ void CHdf5CreatorDataWriter::writeParticleSizeDistributionMap(const CParticleSiz
         for (const auto& entry : map.entries) {
             const SParticleDistribution& share = entry.second;
             if (isLawWithoutPlace(entry.first, share.distribution.get())) {
-                logMessage(eWarning, "HDF5 write",
-                           "Particle type \"" + entry.first +
-                               "\" has no size law in the deck: an HDF5 group can't have its name. No factory feeds it.");
+                logMessage(
+                    eWarning, "HDF5 write",
+                    "Particle type \"" + entry.first +
+                        "\" has no size law in the deck: an HDF5 group can't have its name. No factory feeds it.");
                 continue;
             }
             out().group(names.next(QString::fromStdString(entry.first)), [&] {

@@ -2,18 +2,7 @@
 
 namespace NBrenmark {
 
-/// Whether blocks of a version have what came with another one. In the old numbering 3 is 20.
-static bool since(quint32 version, quint32 major, quint32 minor, quint32 build)
-{
-    constexpr quint32 oldMajor = 3u << 16;
-    constexpr quint32 newMajor = 20u << 16;
-    const quint32 counted = (version & 0xFFFF0000u) == oldMajor ? version - oldMajor + newMajor : version;
-    return counted >= (major << 16 | minor << 8 | build);
-}
-
-static CBytes triple(const STriple& t) { return CBytes().f64s({t[0], t[1], t[2]}); }
-
-SDeckModel defaultDeckModel() { return {QStringLiteral("Hertz-Mindlin (no slip)"), 0}; }
+SDeckModel defaultDeckModel() { return {"Hertz-Mindlin (no slip)", 0}; }
 
 SDeckCreator::SDeckCreator() : particleParticle{defaultDeckModel()}, particleGeometry{defaultDeckModel()} {}
 
@@ -84,22 +73,17 @@ CBytes particleTypeBytes(quint32 version, const SDeckParticleType& type)
 CBytes particleTypesBytes(quint32 version, const SDeckParticleTypes& particles)
 {
     CBytes b;
-    b.u32(8138).i32(particles.maxId).i32(static_cast<qint32>(particles.types.size()));
-    for (const SDeckParticleType& type : particles.types)
-        b += particleTypeBytes(version, type);
-    return b;
+    b.u32(8138).i32(particles.maxId);
+    return b += listBytes(particles.types, [=](const auto& type) { return particleTypeBytes(version, type); });
 }
 
 CBytes physicsBytes(const SDeckCreator& creator)
 {
-    CBytes b;
-    for (const std::vector<SDeckModel>* chain :
-         {&creator.particleParticle, &creator.particleGeometry, &creator.forces}) {
-        b.i32(static_cast<qint32>(chain->size()));
-        for (const SDeckModel& model : *chain)
-            b.text(model.name).i32(model.kind) += model.parameters;
-    }
-    return b;
+    const auto modelBytes = [](const SDeckModel& model) {
+        return CBytes().text(model.name).i32(model.kind) + model.parameters;
+    };
+    return listBytes(creator.particleParticle, modelBytes) + listBytes(creator.particleGeometry, modelBytes) +
+           listBytes(creator.forces, modelBytes);
 }
 
 // ---------------------------------------------------------------- blocks
@@ -109,17 +93,12 @@ CBytes creatorBytes(quint32 version, const SDeckCreator& c)
     CBytes b = stampBytes(version, c.stamp);
     if (!since(version, 22, 0, 0))
         b.i32(c.legacyStreamFlag);
-    b += triple(c.gravity);
-    b += triple(c.domainMin) + triple(c.domainMax);
+    b += triple(c.gravity) + triple(c.domainMin) + triple(c.domainMax);
     b.i32(c.periodic[0]).i32(c.periodic[1]).i32(c.periodic[2]);
-    b += physicsBytes(c);
-    b += particleTypesBytes(version, c.particles);
-    b.i32(static_cast<qint32>(c.materials.size()));
-    for (const SDeckMaterial& material : c.materials)
-        b.text(material.name) += materialBytes(material);
-    b.i32(static_cast<qint32>(c.interactions.size()));
-    for (const SDeckInteraction& interaction : c.interactions)
-        b.text(interaction.key) += interactionBytes(interaction);
+    b += physicsBytes(c) + particleTypesBytes(version, c.particles);
+    b += listBytes(c.materials,
+                   [](const auto& material) { return CBytes().text(material.name) + materialBytes(material); });
+    b += listBytes(c.interactions, [](const auto& pair) { return CBytes().text(pair.key) + interactionBytes(pair); });
     b += groupListBytes(version, c.groups);
     b.text(c.title).i32(c.reservedTitleWord).f64(c.damping).text(c.description);
     b.i32(c.limits.velocityRestricted).f64(c.limits.velocityLimit);
@@ -152,8 +131,6 @@ SDeckPairs::SDeckPairs()
     }
 }
 
-static CBytes packed(const CBytes& arrays, bool deflate) { return deflate ? CBytes().deflated(arrays) : arrays; }
-
 CBytes collisionFamilyBytes(const SDeckCollisions& c)
 {
     CBytes b;
@@ -163,12 +140,10 @@ CBytes collisionFamilyBytes(const SDeckCollisions& c)
 
 static CBytes contactRecordBytes(const SDeckContacts& c)
 {
-    CBytes b;
-    b.i32(static_cast<qint32>(c.records.size()));
-    for (const SDeckContactRecord& record : c.records) {
-        b.i32(record.kind).i32(record.type).text(record.name).f64(record.scale);
-        b += triple(record.defaultValue);
-    }
+    CBytes b = listBytes(c.records, [](const SDeckContactRecord& record) {
+        return CBytes().i32(record.kind).i32(record.type).text(record.name).f64(record.scale) +
+               triple(record.defaultValue);
+    });
     b.i32(c.recordRows);
     if (!c.records.empty()) {
         b.i8(0);
@@ -226,9 +201,7 @@ CBytes timestepTailBytes(quint32 version, const SDeckTimestep& t)
     b.f64s({e.kinetic, e.potential, e.createdParticles, e.destroyedParticles, e.external, e.lostThroughContacts,
             e.lostThroughCapping});
     b += triple(e.totals);
-    b.i32(static_cast<qint32>(t.removed.size()));
-    for (const auto& [name, number] : t.removed)
-        b.text(name).i32(number);
+    b += listBytes(t.removed, [](const auto& type) { return CBytes().text(type.first).i32(type.second); });
     if (since(version, 23, 0, 0))
         b += customPropertyBytes(t.properties);
     return b;
@@ -236,14 +209,10 @@ CBytes timestepTailBytes(quint32 version, const SDeckTimestep& t)
 
 CBytes pluginFactoryBytes(quint32 version, const std::vector<SDeckPluginFactory>& factories)
 {
-    CBytes b;
-    b.i32(static_cast<qint32>(factories.size()));
-    for (const SDeckPluginFactory& factory : factories) {
-        b.text(factory.kind).text(factory.name);
-        if (since(version, 23, 0, 0))
-            b.text(factory.library);
-    }
-    return b;
+    return listBytes(factories, [=](const SDeckPluginFactory& factory) {
+        const CBytes b = CBytes().text(factory.kind).text(factory.name);
+        return since(version, 23, 0, 0) ? b + CBytes().text(factory.library) : b;
+    });
 }
 
 CBytes timestepBytes(quint32 version, const SDeckTimestep& t)
@@ -266,40 +235,6 @@ double deckValue(int firstId, int bit, int row, int component)
     return firstId + row + 0.125 * component + 1.0 / (bit + 3);
 }
 
-SDeckRows makeDeckRows(int firstId, int count, qint32 fields, bool deflated)
-{
-    SDeckRows rows;
-    rows.count = count;
-    rows.fields = fields;
-    rows.deflated = deflated;
-    std::vector<qint32> ids;
-    for (int row = 0; row < count; ++row)
-        ids.push_back(firstId + row);
-    if (fields & 1)
-        rows.arrays.rawI32(ids);
-    for (int bit = 1; bit < 13; ++bit) {
-        if ((fields & (1 << bit)) == 0)
-            continue;
-        std::vector<double> values;
-        for (int row = 0; row < count; ++row)
-            for (int component = 0; component < deckRowBytes(bit) / 8; ++component)
-                values.push_back(deckValue(firstId, bit, row, component));
-        rows.arrays.rawF64(values);
-    }
-    return rows;
-}
-
-SDeckValueList makeDeckValues(double first, int rows, int width, bool deflated)
-{
-    SDeckValueList list;
-    list.rows = rows;
-    list.width = width;
-    list.deflated = deflated;
-    for (int i = 0; i < rows * width; ++i)
-        list.values.push_back(first + i);
-    return list;
-}
-
 static std::vector<double> deckValues(int first, int bit, std::size_t rows, int width)
 {
     std::vector<double> values;
@@ -315,6 +250,32 @@ static std::vector<qint32> deckWords(qint32 first, std::size_t rows)
     for (std::size_t row = 0; row < rows; ++row)
         words.push_back(first + static_cast<qint32>(row));
     return words;
+}
+
+SDeckRows makeDeckRows(int firstId, int count, qint32 fields, bool deflated)
+{
+    SDeckRows rows;
+    rows.count = count;
+    rows.fields = fields;
+    rows.deflated = deflated;
+    const auto n = static_cast<std::size_t>(count);
+    if (fields & 1)
+        rows.arrays.rawI32(deckWords(firstId, n));
+    for (int bit = 1; bit < 13; ++bit)
+        if ((fields & (1 << bit)) != 0)
+            rows.arrays.rawF64(deckValues(firstId, bit, n, deckRowBytes(bit) / 8));
+    return rows;
+}
+
+SDeckValueList makeDeckValues(double first, int rows, int width, bool deflated)
+{
+    SDeckValueList list;
+    list.rows = rows;
+    list.width = width;
+    list.deflated = deflated;
+    for (int i = 0; i < rows * width; ++i)
+        list.values.push_back(first + i);
+    return list;
 }
 
 static CBytes rawPairs(const std::vector<SDeckPair>& pairs)
@@ -405,17 +366,16 @@ SDeckBonds makeDeckBonds(int first, const std::vector<SDeckPair>& pairs, const s
 static SDeckParticleTypes sampleTypes()
 {
     SDeckParticleType ball;
-    ball.name = QStringLiteral("Ball");
-    ball.materialName = QStringLiteral("glass");
-    ball.spheres = {{QStringLiteral("surface 0"), 0.0016, 0.0015, {0.0, 0.0, 0.0}}};
+    ball.name = "Ball";
+    ball.materialName = "glass";
+    ball.spheres = {{"surface 0", 0.0016, 0.0015, {0.0, 0.0, 0.0}}};
     SDeckParticleType oval;
-    oval.name = QStringLiteral("Oval (größer)");
-    oval.materialName = QStringLiteral("seed");
+    oval.name = "Oval (größer)";
+    oval.materialName = "seed";
     oval.rawMass = 2e-5;
     oval.rawInertia = {2e-12, 3e-12, 4e-12};
     oval.calcProps = 0;
-    oval.spheres = {{QStringLiteral("left"), 0.001, 0.001, {-0.0005, 0.0, 0.0}},
-                    {QStringLiteral("right"), 0.0011, 0.001, {0.0005, 0.0, 0.0}}};
+    oval.spheres = {{"left", 0.001, 0.001, {-0.0005, 0.0, 0.0}}, {"right", 0.0011, 0.001, {0.0005, 0.0, 0.0}}};
     SDeckParticleTypes particles;
     particles.types = {ball, oval};
     return particles;
@@ -426,12 +386,9 @@ SDeckCreator sampleCreator()
     SDeckCreator c;
     c.periodic = {0, 1, 0};
     c.particles = sampleTypes();
-    c.materials = {{QStringLiteral("glass"), 0.3, 1.9e6, 2500.0, 4.5},
-                   {QStringLiteral("seed"), 0.25, 3.2e6, 1400.0, 0.0}};
-    c.interactions = {{QStringLiteral("glass~glass"), 0.5, 0.5, 0.02},
-                      {QStringLiteral("glass~seed"), 0.45, 0.4, 0.02},
-                      {QStringLiteral("seed~seed"), 0.4, 0.35, 0.02}};
-    c.title = QStringLiteral("Kiste");
+    c.materials = {{"glass", 0.3, 1.9e6, 2500.0, 4.5}, {"seed", 0.25, 3.2e6, 1400.0, 0.0}};
+    c.interactions = {{"glass~glass", 0.5, 0.5, 0.02}, {"glass~seed", 0.45, 0.4, 0.02}, {"seed~seed", 0.4, 0.35, 0.02}};
+    c.title = "Kiste";
     c.damping = 0.25;
     c.limits = {1, 12.5, 0, 80.0};
     return c;
@@ -448,7 +405,7 @@ SDeckTimestep sampleTimestep(double time)
     t.elapsedTime = 100.0 * time;
     t.runNumber = 3;
     t.energy = {1.5, 2.5, 3.5, 4.5, 5.5, 6.5, 7.5, {8.5, 9.5, 10.5}};
-    t.removed = {{QStringLiteral("Oval (größer)"), 2}, {QStringLiteral("Ball"), 1}};
+    t.removed = {{"Oval (größer)", 2}, {"Ball", 1}};
     return t;
 }
 
@@ -477,7 +434,7 @@ SDeckPlace CLegacyDeck::append(const CBytes& block)
 CLegacyDeck& CLegacyDeck::creator(const SDeckCreator& creator)
 {
     CBytes block;
-    block.text(QStringLiteral("class CGenericData")) += creatorBytes(version, creator);
+    block.text("class CGenericData") += creatorBytes(version, creator);
     creators.push_back(append(block));
     return *this;
 }
@@ -487,9 +444,9 @@ CLegacyDeck& CLegacyDeck::timestep(const SDeckTimestep& timestep)
     const SDeckPlace& model = creators.at(creators.size() - 1);
     CBytes block;
     if (timestep.shortOffset)
-        block.text(QStringLiteral("class CTimestepData")).u32(model.segment).u32(static_cast<quint32>(model.offset));
+        block.text("class CTimestepData").u32(model.segment).u32(static_cast<quint32>(model.offset));
     else
-        block.text(QStringLiteral("class CTimestepData64")).u32(model.segment).u64(model.offset);
+        block.text("class CTimestepData64").u32(model.segment).u64(model.offset);
     block += timestepBytes(version, timestep);
     timesteps.push_back(append(block));
     entries.push_back({timestep.time, timestep.isFull});
@@ -539,7 +496,7 @@ CLegacyDeck sampleDeckOf(quint32 version, bool modelChanges)
     CLegacyDeck deck(version);
     deck.creator(model).timestep(sampleTimestep(0.1)).timestep(sampleTimestep(0.2));
     if (modelChanges) {
-        model.title = QStringLiteral("Kiste, verändert");
+        model.title = "Kiste, verändert";
         deck.creator(model);
     }
     deck.timestep(sampleTimestep(0.3));

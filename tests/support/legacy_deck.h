@@ -18,25 +18,19 @@ namespace NBrenmark {
 struct SDeckMaterial
 {
     QString name;
-    double poissonsRatio = 0.3;
-    double shearModulus = 1e7;
-    double density = 2500.0;
-    double workFunction = 0.0;
+    double poissonsRatio = 0.3, shearModulus = 1e7, density = 2500.0, workFunction = 0.0;
 };
 
 struct SDeckInteraction
 {
     QString key;
-    double restitution = 0.5;
-    double staticFriction = 0.5;
-    double rollingFriction = 0.01;
+    double restitution = 0.5, staticFriction = 0.5, rollingFriction = 0.01;
 };
 
 struct SDeckSphere
 {
     QString name;
-    double contactRadius = 0.001;
-    double physicalRadius = 0.001;
+    double contactRadius = 0.001, physicalRadius = 0.001;
     STriple position{};
 };
 
@@ -54,10 +48,8 @@ struct SDeckRows
 
 struct SDeckParticleType
 {
-    QString name;
-    QString materialName;
-    double rawMass = 1e-5;
-    double rawVolume = 4e-9;
+    QString name, materialName;
+    double rawMass = 1e-5, rawVolume = 4e-9;
     STriple rawInertia{1e-12, 1e-12, 1e-12};
     int calcProps = 1;
     std::vector<SDeckSphere> spheres;
@@ -74,10 +66,8 @@ struct SDeckParticleTypes
 /// The head of a stored object. branchWord is there if reservedWord isn't 0, below 21.0.3.
 struct SDeckStamp
 {
-    qint32 reservedWord = 0;
-    qint32 branchWord = 0;
-    qint32 buildRevision = 28438;
-    QString buildBranch = QStringLiteral("Brenmark/trunk");
+    qint32 reservedWord = 0, branchWord = 0, buildRevision = 28438;
+    QString buildBranch = "Brenmark/trunk";
 };
 
 struct SDeckModel
@@ -104,16 +94,15 @@ struct SDeckCreator
     STriple domainMax{0.05, 0.05, 0.21};
     std::array<int, 3> periodic{};
     std::vector<SDeckModel> particleParticle; ///< defaultDeckModel unless told otherwise
-    std::vector<SDeckModel> particleGeometry;
-    std::vector<SDeckModel> forces;
+    std::vector<SDeckModel> particleGeometry, forces;
     SDeckParticleTypes particles;
     std::vector<SDeckMaterial> materials;
     std::vector<SDeckInteraction> interactions;
     std::vector<SDeckGroup> groups;
-    QString title = QStringLiteral("Title");
+    QString title = "Title";
     qint32 reservedTitleWord = 3;
     double damping = 0.0;
-    QString description = QStringLiteral("Description");
+    QString description = "Description";
     SDeckLimits limits;
 
     SDeckCreator();
@@ -121,13 +110,8 @@ struct SDeckCreator
 
 struct SDeckEnergy
 {
-    double kinetic = 0.0;
-    double potential = 0.0;
-    double createdParticles = 0.0;
-    double destroyedParticles = 0.0;
-    double external = 0.0;
-    double lostThroughContacts = 0.0;
-    double lostThroughCapping = 0.0;
+    double kinetic = 0.0, potential = 0.0, createdParticles = 0.0, destroyedParticles = 0.0, external = 0.0;
+    double lostThroughContacts = 0.0, lostThroughCapping = 0.0;
     STriple totals{}; ///< the three behind the current value
 };
 
@@ -145,8 +129,7 @@ struct SDeckCollisions
 
 struct SDeckContactRecord
 {
-    int kind = 0;
-    int type = 0;
+    int kind = 0, type = 0;
     QString name;
     double scale = 1.0;
     STriple defaultValue{};
@@ -190,8 +173,7 @@ struct SDeckPairs
 
 struct SDeckPluginFactory
 {
-    QString kind = QStringLiteral("library");
-    QString name;
+    QString kind = "library", name;
     QString library; ///< from 23.0.0 on
 };
 
@@ -199,18 +181,15 @@ struct SDeckTimestep
 {
     SDeckStamp stamp;
     int isFull = 1;
-    qint32 timestepMask = 255;
-    qint32 particleMask = 47;
-    qint32 geometryMask = 41;
+    qint32 timestepMask = 255, particleMask = 47, geometryMask = 41;
     int fullGeometry = 0;           ///< the groups are stored in creator form
     std::vector<SDeckGroup> groups; ///< those of the creator block
     SDeckParticleTypes particles;
     SDeckPairs pairs;
     std::vector<SDeckPluginFactory> pluginFactories;
-    double time = 0.0;
-    double elapsedTime = 0.0;
+    double time = 0.0, elapsedTime = 0.0;
     int runNumber = 1;
-    QString date = QStringLiteral("17/03/18");
+    QString date = "17/03/18";
     SDeckEnergy energy;
     std::vector<std::pair<QString, int>> removed; ///< in the order of the file: from the greatest name down
     SDeckCustomProperties properties;
@@ -299,11 +278,7 @@ public:
     CLegacyDeck& nextSegment();
 
     /// The version of the blocks, and of the header unless those are set.
-    quint32 version;
-    quint32 firstVersion;
-    quint32 lastVersion;
-    quint32 reservedFlag = 0;
-    quint32 edition = 1;
+    quint32 version, firstVersion, lastVersion, reservedFlag = 0, edition = 1;
     int announcedTimesteps = -1; ///< the header's count if it shall differ from what there is
 
     CBytes header() const;
@@ -327,8 +302,7 @@ private:
     SDeckPlace append(const CBytes& block);
 
     std::vector<CBytes> segments;
-    std::vector<SDeckPlace> creators;
-    std::vector<SDeckPlace> timesteps;
+    std::vector<SDeckPlace> creators, timesteps;
     std::vector<SEntry> entries;
 };
 

@@ -6,7 +6,7 @@ namespace NBrenmark {
 
 static constexpr const char* cadShape = "cad_geometry";
 
-static bool since(quint32 version, quint32 major, quint32 minor, quint32 build)
+bool since(quint32 version, quint32 major, quint32 minor, quint32 build)
 {
     const quint32 counted = (version >> 16) == 3 ? (version & 0xFFFFu) | 20u << 16 : version;
     return counted >= (major << 16 | minor << 8 | build);
@@ -17,7 +17,7 @@ static bool isLater(quint32 version, quint32 major, quint32 minor, quint32 build
     return since(version, major, minor, build + 1);
 }
 
-static CBytes triple(const STriple& t) { return CBytes().f64s({t[0], t[1], t[2]}); }
+CBytes triple(const STriple& t) { return CBytes().f64s({t[0], t[1], t[2]}); }
 
 template <class TNumbers>
 static CBytes numbers(const TNumbers& values)
@@ -28,22 +28,13 @@ static CBytes numbers(const TNumbers& values)
     return b;
 }
 
-static CBytes count(std::size_t number) { return CBytes().i32(static_cast<qint32>(number)); }
+static CBytes word(qint32 number) { return CBytes().i32(number); }
 
 // ---------------------------------------------------------------- motions
 
-static SDeckMotion motionOf(const QString& kind, const QString& name)
-{
-    SDeckMotion m;
-    m.kind = kind;
-    m.name = name;
-    return m;
-}
-
 SDeckMotion deckSlide()
 {
-    SDeckMotion m = motionOf(QStringLiteral("Linear Translation"), QStringLiteral("slide"));
-    m.start = 0.5;
+    SDeckMotion m{"Linear Translation", "slide", 0.5};
     m.end = 4.0;
     m.numbers = {1.5, -0.25, 0, 0, 0, 2, 0, 0}; // velocity, acceleration, start, end
     return m;
@@ -51,8 +42,7 @@ SDeckMotion deckSlide()
 
 SDeckMotion deckTurn()
 {
-    SDeckMotion m = motionOf(QStringLiteral("Linear Rotation"), QStringLiteral("turn"));
-    m.start = 0.25;
+    SDeckMotion m{"Linear Rotation", "turn", 0.25};
     m.isRotation = true;
     m.pointOfAction = {0, 0, 0.5};
     m.movesWithBody = 0;
@@ -64,16 +54,14 @@ SDeckMotion deckTurn()
 
 SDeckMotion deckShake()
 {
-    SDeckMotion m = motionOf(QStringLiteral("Sinusoidal Translation"), QStringLiteral("shake"));
-    m.start = 1.0;
+    SDeckMotion m{"Sinusoidal Translation", "shake", 1.0};
     m.numbers = {0, 3, 4, 0.125, 50.0}; // displacement, offset, frequency
     return m;
 }
 
 SDeckMotion deckSwing()
 {
-    SDeckMotion m = motionOf(QStringLiteral("Sinusoidal Rotation"), QStringLiteral("swing"));
-    m.start = 1.0; // as early as the one before: the order stays
+    SDeckMotion m{"Sinusoidal Rotation", "swing", 1.0}; // as early as the one before: the order stays
     m.isRotation = true;
     m.pointOfAction = {0.25, 0, 0};
     m.numbers = {0, 0, -2, 0.5, 25.0};
@@ -89,13 +77,7 @@ CBytes motionBytes(const SDeckMotion& m)
     return b += numbers(m.numbers);
 }
 
-CBytes motionListBytes(const std::vector<SDeckMotion>& motions)
-{
-    CBytes b = count(motions.size());
-    for (const SDeckMotion& motion : motions)
-        b += motionBytes(motion);
-    return b;
-}
+CBytes motionListBytes(const std::vector<SDeckMotion>& motions) { return listBytes(motions, motionBytes); }
 
 // ---------------------------------------------------------------- factories
 
@@ -104,11 +86,11 @@ SDeckFactory deckFactory(const QString& name, const QString& typeName)
     SDeckFactory f;
     f.name = name;
     f.typeNames = {typeName};
-    f.type = {QStringLiteral("fixed"), CBytes().text(typeName), {}};
+    f.type = {"fixed", CBytes().text(typeName), {}};
     // style, density, multiplier, angle, separation, seed position and vector
-    f.position = {QStringLiteral("random"), CBytes().i32(1).f64s({0.4, 1.25, 1.5, 0.0625, 0.5, 0.25, 0.125, 0, 0, 1}),
+    f.position = {"random", CBytes().i32(1).f64s({0.4, 1.25, 1.5, 0.0625, 0.5, 0.25, 0.125, 0, 0, 1}),
                   CBytes().f64s({0.1, 0.2, 0.3, 0, 1, 0})};
-    f.charge.text(QStringLiteral("fixed")).f64(1e-9);
+    f.charge.text("fixed").f64(1e-9);
     return f;
 }
 
@@ -117,27 +99,19 @@ CBytes factoryBytes(quint32 version, const SDeckFactory& f)
     const auto param = [](const SDeckParam& p) { return CBytes().text(p.kind) + p.stored; };
     CBytes b;
     b.text(f.kind).text(f.name).i32(f.creationCount).i32(f.maxAttempts) += param(f.velocity);
-    if (since(version, 30, 0, 0)) {
-        b += count(f.typeNames.size());
-        for (const QString& typeName : f.typeNames)
-            b.text(typeName) += param(f.size);
-    }
+    if (since(version, 30, 0, 0))
+        b += listBytes(f.typeNames, [&](const QString& name) { return CBytes().text(name) + param(f.size); });
     else
         b += param(f.size);
     b += param(f.orientation) + param(f.angVel) + param(f.type) + param(f.position);
     if (!isLater(version, 26, 0, 0))
         b += f.charge;
-    if (since(version, 21, 0, 1)) {
-        b += count(f.customParams.size());
-        for (const SDeckCustomParam& p : f.customParams)
-            b.text(p.property).text(p.kind) += p.stored;
-    }
-    if (since(version, 20, 0, 23)) {
-        b += count(f.counters.size());
-        for (const qint32 word : f.counters)
-            b.i32(word);
-    }
-    if (f.kind == QStringLiteral("dynamic")) {
+    if (since(version, 21, 0, 1))
+        b += listBytes(f.customParams,
+                       [](const SDeckCustomParam& p) { return CBytes().text(p.property).text(p.kind) + p.stored; });
+    if (since(version, 20, 0, 23))
+        b += listBytes(f.counters, word);
+    if (f.kind == "dynamic") {
         b.i32(f.numToCreate).i32(f.unlimited).f64(f.creationRate).f64(f.creationTime).f64(f.massToCreate).i32(0);
         if (since(version, 22, 0, 1))
             b.i32(f.massCreation).i32(f.massGeneration);
@@ -156,22 +130,16 @@ CBytes factoryStateBytes(quint32 version, const SDeckFactory& f)
 {
     CBytes b;
     b.i32(f.creationCountNow) += f.velocity.state;
-    if (since(version, 30, 0, 0)) {
-        b += count(f.typeNames.size());
-        for (const QString& typeName : f.typeNames)
-            b.text(typeName) += f.size.state;
-    }
+    if (since(version, 30, 0, 0))
+        b += listBytes(f.typeNames, [&](const QString& name) { return CBytes().text(name) + f.size.state; });
     else
         b += f.size.state;
     b += f.orientation.state + f.angVel.state + f.type.state + f.position.state;
     if (since(version, 22, 0, 1))
         b += triple(f.account);
-    if (since(version, 20, 0, 23)) {
-        b += count(f.countersNow.size());
-        for (const qint32 word : f.countersNow)
-            b.i32(word);
-    }
-    if (f.kind == QStringLiteral("dynamic")) {
+    if (since(version, 20, 0, 23))
+        b += listBytes(f.countersNow, word);
+    if (f.kind == "dynamic") {
         b.i32(f.createdSinceRateChange);
         if (since(version, 30, 0, 0))
             b.i32(0); // accounts of types
@@ -246,27 +214,14 @@ static CBytes meshBytes(quint32 version, const SDeckGroup& g)
     CBytes b;
     b.i32(mesh.vertices()).i32(mesh.triangles());
     b.i8(mesh.deflated ? 1 : 0).i8(g.isStatic).i32(mesh.mask);
-    if (mesh.deflated)
-        b.deflated(arrays);
-    else
-        b += arrays;
-    return b;
+    return b += packed(arrays, mesh.deflated);
 }
 
 // ---------------------------------------------------------------- groups
 
 CBytes boxBytes()
 {
-    return CBytes()
-        .f64s({0.5, 0.25, 0.125})
-        .f64s({0.1, 0.2, 0.3})
-        .f64s({2, 3, 4})
-        .i32(1)
-        .i32(0)
-        .i32(1)
-        .i32(0)
-        .i32(1)
-        .i32(1);
+    return CBytes().f64s({0.5, 0.25, 0.125, 0.1, 0.2, 0.3, 2, 3, 4}).i32(1).i32(0).i32(1).i32(0).i32(1).i32(1);
 }
 
 CBytes cylinderBytes()
@@ -287,10 +242,7 @@ CBytes cadBytes()
 
 static CBytes historyBytes(const std::vector<std::array<double, 6>>& history)
 {
-    CBytes b = count(history.size());
-    for (const std::array<double, 6>& entry : history)
-        b += numbers(entry);
-    return b;
+    return listBytes(history, numbers<std::array<double, 6>>);
 }
 
 /// Centre of mass and point of action, each with the original one, as far as the version has them.
@@ -313,9 +265,7 @@ CBytes groupBytes(quint32 version, const SDeckGroup& g)
     if (g.shape != QString(cadShape) || since(version, 23, 0, 1))
         b += g.own;
     b += motionListBytes(g.motions);
-    b += count(g.factories.size());
-    for (const SDeckFactory& factory : g.factories)
-        b += factoryBytes(version, factory);
+    b += listBytes(g.factories, [=](const SDeckFactory& factory) { return factoryBytes(version, factory); });
     b += numbers(g.bounds) + numbers(g.inertia) + triple(g.desiredForce);
     b.text(g.name);
     if (since(version, 24, 0, 30))
@@ -336,10 +286,7 @@ CBytes groupBytes(quint32 version, const SDeckGroup& g)
 
 CBytes groupListBytes(quint32 version, const std::vector<SDeckGroup>& groups)
 {
-    CBytes b = count(groups.size());
-    for (const SDeckGroup& group : groups)
-        b += groupBytes(version, group);
-    return b;
+    return listBytes(groups, [=](const SDeckGroup& group) { return groupBytes(version, group); });
 }
 
 CBytes groupStateBytes(quint32 version, const SDeckGroup& g)
@@ -358,15 +305,12 @@ CBytes groupStateBytes(quint32 version, const SDeckGroup& g)
     if (since(version, 20, 0, 21))
         b.f64(s.time);
     b.i32(s.rows).i8(s.deflated ? 1 : 0).i32(s.mask);
-    if (s.deflated)
-        b.deflated(s.arrays);
-    else
-        b += s.arrays;
+    b += packed(s.arrays, s.deflated);
     if (since(version, 21, 0, 4) && !since(version, 24, 0, 0))
         b += motionListBytes(g.motions);
     else {
         for (const SDeckMotion& motion : g.motions) {
-            if (motion.kind != QStringLiteral("Linear Rotation"))
+            if (motion.kind != "Linear Rotation")
                 continue;
             b += triple(motion.pointNow);
             if (since(version, 23, 1, 0))
@@ -427,9 +371,8 @@ std::vector<SDeckGroup> sampleGroups()
 {
     SDeckGroup box = sampleGroup(0, "box", "Trichter", boxBytes(), tetrahedron(0, 3.0));
     letMove(box);
-    box.factories = {deckFactory(QStringLiteral("A"), QStringLiteral("Ball")),
-                     deckFactory(QStringLiteral("B"), QString::fromUtf8("Oval (größer)"))};
-    box.factories[1].kind = QStringLiteral("static");
+    box.factories = {deckFactory("A", "Ball"), deckFactory("B", "Oval (größer)")};
+    box.factories[1].kind = "static";
     SDeckGroup cylinder = sampleGroup(1, "cylinder", "Drum", cylinderBytes(), tetrahedron(4, 1.0));
     cylinder.closed = 0;
     cylinder.isReal = 0;

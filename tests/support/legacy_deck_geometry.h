@@ -11,11 +11,27 @@ namespace NBrenmark {
 
 using STriple = std::array<double, 3>;
 
+/// Whether blocks of a version have what came with another one. In the old numbering 3 is 20.
+bool since(quint32 version, quint32 major, quint32 minor, quint32 build);
+
+CBytes triple(const STriple& t);
+inline CBytes packed(const CBytes& arrays, bool deflate) { return deflate ? CBytes().deflated(arrays) : arrays; }
+
+/// How many there are, then each of them.
+template <class TItems, class TBytes>
+CBytes listBytes(const TItems& items, TBytes&& bytesOf)
+{
+    CBytes b;
+    b.i32(static_cast<qint32>(items.size()));
+    for (const auto& item : items)
+        b += bytesOf(item);
+    return b;
+}
+
 /// The stored values of one custom property.
 struct SDeckValueList
 {
-    int rows = 0;
-    int width = 1;
+    int rows = 0, width = 1;
     std::vector<double> values; ///< row by row
     bool deflated = false;
 };
@@ -31,18 +47,16 @@ struct SDeckCustomProperties
 
 struct SDeckMotion
 {
-    QString kind;
-    QString name;
-    double start = 0.0;
-    double end = 9999.0;
+    QString kind, name;
+    double start = 0.0, end = 9999.0;
     bool isRotation = false;
     STriple pointOfAction{}; ///< the two of a rotation
     int movesWithBody = 1;
-    std::vector<double> numbers; ///< behind that, in the order of the file
+    std::vector<double> numbers{}; ///< behind that, in the order of the file
 
     // In a timestep, a linear rotation alone.
     STriple pointNow{};
-    std::vector<double> vectorsNow; ///< six: angular velocity and acceleration
+    std::vector<double> vectorsNow{}; ///< six: angular velocity and acceleration
 };
 
 SDeckMotion deckSlide(); ///< "Linear Translation"
@@ -60,29 +74,25 @@ CBytes motionListBytes(const std::vector<SDeckMotion>& motions);
 struct SDeckParam
 {
     QString kind;
-    CBytes stored;
-    CBytes state;
+    CBytes stored, state;
 };
 
 struct SDeckCustomParam
 {
-    QString property;
-    QString kind;
+    QString property, kind;
     CBytes stored;
 };
 
 /// Its two kinds have fields of their own, of which a factory uses its half.
 struct SDeckFactory
 {
-    QString kind = QStringLiteral("dynamic");
-    QString name;
-    int creationCount = 3;
-    int maxAttempts = 30;
-    SDeckParam velocity{QStringLiteral("fixed"), CBytes().f64s({0, 0, -1.5}), {}};
-    SDeckParam size{QStringLiteral("fixed"), CBytes().f64(1.25), {}};
+    QString kind = "dynamic", name;
+    int creationCount = 3, maxAttempts = 30;
+    SDeckParam velocity{"fixed", CBytes().f64s({0, 0, -1.5}), {}};
+    SDeckParam size{"fixed", CBytes().f64(1.25), {}};
     std::vector<QString> typeNames; ///< of which each has that size; in the order of the names
-    SDeckParam orientation{QStringLiteral("random"), {}, {}};
-    SDeckParam angVel{QStringLiteral("fixed"), CBytes().f64s({1, 2, 3}), {}};
+    SDeckParam orientation{"random", {}, {}};
+    SDeckParam angVel{"fixed", CBytes().f64s({1, 2, 3}), {}};
     SDeckParam type;
     SDeckParam position;
     CBytes charge; ///< kind and numbers, where the version stores it
@@ -96,15 +106,13 @@ struct SDeckFactory
     double creationRate = 100.0;
     int massGeneration = 0;
     double rateChangeTime = 0.5;
-    int completed = 1;
-    int fillShape = 0;
+    int completed = 1, fillShape = 0;
 
     // In a timestep.
     int creationCountNow = 7;
     STriple account{1.5, 0.25, 0.5};
     std::vector<qint32> countersNow{1, 2, 3, 4};
-    int createdSinceRateChange = 5;
-    int completedNow = 0;
+    int createdSinceRateChange = 5, completedNow = 0;
 };
 
 /// One type of that name, at random positions.
@@ -122,10 +130,8 @@ struct SDeckMesh
     std::vector<qint32> vertexIds;
     std::vector<double> coords;   ///< as they were made
     std::vector<double> imported; ///< CAD only
-    std::vector<qint32> triangleIds;
-    std::vector<qint32> nodes;
-    std::vector<double> forces;
-    std::vector<double> charges;
+    std::vector<qint32> triangleIds, nodes;
+    std::vector<double> forces, charges;
     int mask = 7;
     bool deflated = false;
 
@@ -141,16 +147,14 @@ SDeckMesh strip(int firstId, int triangles);
 /// What a timestep holds of a group.
 struct SDeckGroupState
 {
-    int isStatic = 1;
-    int resetVelocities = 0;
+    int isStatic = 1, resetVelocities = 0;
     STriple velocity{0.1, 0.2, 0.3};
     std::vector<std::array<double, 6>> history;
     std::array<double, 16> transform{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     STriple translation{};
     std::array<STriple, 4> centres{}; ///< of mass, original; of action, original
     double time = 0.0;
-    int rows = 0;
-    int mask = 4;
+    int rows = 0, mask = 4;
     bool deflated = false;
     CBytes arrays; ///< of the triangles, by the mask
     SDeckCustomProperties properties;
@@ -169,14 +173,10 @@ struct SDeckGroup
     QString name;
     int uniqueId = 40;
     SDeckMesh mesh;
-    int isStatic = 1;
-    int closed = 1;
-    QString materialName = QStringLiteral("glass");
+    int isStatic = 1, closed = 1;
+    QString materialName = "glass";
     int isReal = 1;
-    double enclosed = 8.5;
-    double surface = 9.5;
-    double time = 0.5;
-    double gain = 0.75;
+    double enclosed = 8.5, surface = 9.5, time = 0.5, gain = 0.75;
     int resetVelocities = 1;
     std::array<STriple, 4> centres{{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}, {10, 11, 12}}};
     STriple velocity{3, 2, 1};

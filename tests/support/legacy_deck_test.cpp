@@ -2,79 +2,10 @@
 // counts worked out by hand for the versions before it.
 #include "support/legacy_deck.h"
 #include "support/paths.h"
-#include "support/settings_file.h"
-#include "support/temp_folder.h"
 
-#include <zlib.h>
 #include <gtest/gtest.h>
-#include <cstring>
 
 namespace NBrenmark {
-
-static CBytes sampleFile(const char* name) { return CBytes::fromFile(QString::fromStdString(sampleDeck(name))); }
-
-/// Walks stored bytes: what is expected next must be there, what lies deflated is inflated.
-class CWalk
-{
-public:
-    explicit CWalk(CBytes stored) : stored(std::move(stored)) {}
-
-    testing::AssertionResult next(const CBytes& expected)
-    {
-        const std::string difference = firstDifference(expected, stored.from(position).first(expected.size()));
-        position += expected.size();
-        return difference.empty() ? testing::AssertionSuccess()
-                                  : testing::AssertionFailure() << "at " << position << ": " << difference;
-    }
-
-    qint32 peekI32(qint64 ahead = 0) const
-    {
-        quint32 value = 0;
-        for (int i = 0; i < 4; ++i)
-            value = value << 8 | static_cast<unsigned char>(stored.bytes().at(static_cast<int>(position + ahead) + i));
-        return static_cast<qint32>(value);
-    }
-
-    double peekF64() const
-    {
-        const quint64 bits = quint64(quint32(peekI32())) << 32 | quint32(peekI32(4));
-        double value = 0.0;
-        std::memcpy(&value, &bits, sizeof value);
-        return value;
-    }
-
-    /// The content of an array group of so many bytes, flag and all.
-    CBytes group(int bytes)
-    {
-        const bool isDeflated = stored.bytes().at(static_cast<int>(position++)) != 0;
-        if (!isDeflated) {
-            position += bytes;
-            return stored.from(position - bytes).first(bytes);
-        }
-        QByteArray plain(bytes + 1, '\0');
-        const QByteArray packed = stored.bytes().mid(static_cast<int>(position));
-        z_stream z{};
-        z.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.constData()));
-        z.avail_in = static_cast<uInt>(packed.size());
-        z.next_out = reinterpret_cast<Bytef*>(plain.data());
-        z.avail_out = static_cast<uInt>(plain.size());
-        inflateInit(&z);
-        const int result = inflate(&z, Z_FINISH);
-        inflateEnd(&z);
-        EXPECT_EQ(result, Z_STREAM_END);
-        position += static_cast<qint64>(z.total_in);
-        return CBytes(plain.left(static_cast<int>(z.total_out)));
-    }
-
-    bool atEnd() const { return position == stored.size(); }
-    qint64 at() const { return position; }
-
-private:
-    CBytes stored;
-    qint64 position = 0;
-};
-
-// ---------------------------------------------------------------- the sample pile, version 27.0.3
 
 static SDeckParticleTypes pileTypes()
 {
@@ -124,94 +55,9 @@ TEST(DeckBuilder, buildsTheModelOfTheSamplePileByteForByte)
     deck.announcedTimesteps = 4;
     deck.creator(pileModel());
     const CBytes built = deck.segment(0);
-    EXPECT_EQ(firstDifference(built, sampleFile("pile-27.dem").first(built.size())), "");
-}
-
-TEST(DeckBuilder, buildsTheTimestepsOfTheSamplePileByteForByte)
-{
-    const quint32 version = makeVersion(27, 0, 3);
-    const int rows[] = {523, 1477};
-    const double times[] = {0.09, 0.18, 0.24, 0.3};
-    const int bytesOfRow = 4 + 24 + 24 + 32 + 24 + 8 + 3 * 56;
-
-    SDeckTimestep pile;
-    pile.particles = pileTypes();
-    pile.runNumber = 3;
-    CWalk walk(sampleFile("pile-27.dem"));
-    const CBytes model = creatorBytes(version, pileModel());
-    ASSERT_TRUE(walk.next(CLegacyDeck(version).header().with(8, CBytes().i32(4))));
-    ASSERT_TRUE(walk.next(CBytes().text("class CGenericData") + model));
-    for (int step = 0; step < 4; ++step) {
-        ASSERT_TRUE(walk.next(CBytes().text("class CTimestepData64").u32(0).u64(32)));
-        ASSERT_TRUE(walk.next(timestepHeadBytes(version, pile)));
-        ASSERT_TRUE(walk.next(CBytes().u32(8138).i32(2000).i32(2)));
-        for (int type = 0; type < 2; ++type) {
-            ASSERT_TRUE(walk.next(particleDefinitionBytes(pile.particles.types[type])));
-            ASSERT_TRUE(walk.next(CBytes().i32(rows[type]).i32(deckFields)));
-            const CBytes arrays = walk.group(rows[type] * bytesOfRow);
-            ASSERT_EQ(arrays.size(), rows[type] * bytesOfRow);
-            // Ids run through both types; after them the velocities, which tells where an array begins.
-            EXPECT_EQ(arrays.first(8), CBytes().rawI32({type == 0 ? 1 : 524, type == 0 ? 2 : 525}));
-            ASSERT_TRUE(walk.next(CBytes().i32(2).i32(rows[type])));
-            for (const int width : {1, 3}) {
-                ASSERT_TRUE(walk.next(CBytes().i32(rows[type]).i32(width)));
-                ASSERT_EQ(walk.group(rows[type] * width * 8).size(), rows[type] * width * 8);
-            }
-        }
-        ASSERT_TRUE(walk.next(pairBytes(version, SDeckPairs())));
-        ASSERT_TRUE(walk.next(CBytes().i32(0)));
-
-        // The numbers that differ from step to step are taken from the deck, all that frames them is built.
-        SDeckTimestep tail;
-        tail.runNumber = 3;
-        tail.time = walk.peekF64();
-        tail.elapsedTime = 12.5 * (step + 1);
-        EXPECT_NEAR(tail.time, times[step], 1e-15);
-        const CBytes built = timestepTailBytes(version, tail);
-        ASSERT_TRUE(walk.next(built.first(8 + 8 + 4 + 4 + 16)));
-        double energies[10];
-        for (double& energy : energies) {
-            energy = walk.peekF64();
-            walk.next(CBytes().f64(energy));
-        }
-        EXPECT_EQ(energies[2], 0.25);
-        EXPECT_DOUBLE_EQ(energies[7], energies[0] + energies[1]);
-        ASSERT_TRUE(walk.next(CBytes().i32(2).text("Seed (oval)").i32(2 * step).text("Glass bead").i32(step)));
-        SDeckCustomProperties own;
-        own.itemCount = 1;
-        own.lists = {{1, 1, {1.5 + 0.1 * step}, false}, {1, 3, {1.0 * step, 2.0 * step, -1.0}, false}};
-        ASSERT_TRUE(walk.next(customPropertyBytes(own)));
-    }
-    EXPECT_TRUE(walk.atEnd());
-}
-
-TEST(DeckBuilder, buildsIndexSettingsAndConfigurationOfTheSamplePile)
-{
-    CLegacyDeck deck(makeVersion(27, 0, 3));
-    deck.creator(pileModel());
-    SDeckTimestep t;
-    t.time = 0.09000000000000001;
-    deck.timestep(t);
-    EXPECT_EQ(firstDifference(deck.index().with(0, CBytes().u32(4)), sampleFile("pile-27.idx").first(28)), "");
-
-    const std::vector<SSettingsProperty> particle = {{"Temperature", 0, 1, 20, {293.15}},
-                                                     {"Wear Depth", 0, 3, 11, {0.0, 0.0, 0.0}},
-                                                     {"Not yet used", 0, 2, 1, {1.0, 2.0}}};
-    const std::vector<SSettingsProperty> simulation = {{"Feed Rate", 0, 1, 24, {1.5}},
-                                                       {"Wind", 0, 3, 17, {0.0, 0.0, 0.0}}};
     EXPECT_EQ(
-        firstDifference(settingsWith(makeVersion(27, 0, 3), 1, particle, 1, simulation), sampleFile("pile-27.ess")),
+        firstDifference(built, CBytes::fromFile(QString::fromStdString(sampleDeck("pile-27.dem"))).first(built.size())),
         "");
-    EXPECT_EQ(firstDifference(
-                  configurationFile(
-                      "27.0.3", {"PROCESSOR:GENERAL:FIXED TIMESTEP=DOUBLE:1e-05", "PROCESSOR:GENERAL:NUM THREADS=INT:8",
-                                 "PROCESSOR:WRITE:INTERVAL=DOUBLE:0.03", "PROCESSOR:DISPLAY:PARTICLES=BOOLEAN:TRUE",
-                                 "ANALYST:ITERATION OPTIONS=STD INT SET:1,5,10,250",
-                                 "ANALYST:IMAGE EXPORT:FILE NAME=QT STRING:pile view.png",
-                                 "SITE NOTES:OWNER=STD STRING:line one\\nline two: kept = yes",
-                                 "SITE NOTES:ORIGIN=3D POINT:(0, 0.5, -1e-05)"}),
-                  sampleFile("pile-27.dfg")),
-              "");
 }
 
 // ---------------------------------------------------------------- older versions, counted by hand
@@ -286,58 +132,6 @@ TEST(DeckBuilder, wordsOfTheStampAndTheGeometryForm)
     EXPECT_EQ(timestepHeadBytes(makeVersion(22, 0, 0), full).size(), 44 + 20); // there the form isn't chosen
 }
 
-// ---------------------------------------------------------------- families of files
-
-TEST(DeckBuilder, blocksStandWhereTheIndexAndThePairsSay)
-{
-    CLegacyDeck deck(makeVersion(21, 0, 0));
-    SDeckTimestep oldForm = sampleTimestep(0.2);
-    oldForm.shortOffset = true;
-    deck.creator(sampleCreator()).timestep(sampleTimestep(0.1)).nextSegment().timestep(oldForm);
-    deck.nextSegment().creator(sampleCreator()).timestep(sampleTimestep(0.3));
-
-    const CTempFolder folder;
-    const QString path = deck.write(folder.path(), "run[1]");
-    EXPECT_EQ(path, folder.path("run[1].dem"));
-    EXPECT_EQ(folder.names(), QStringList({"run[1].dem", "run[1].dem.scn.1", "run[1].dem.scn.2", "run[1].idx"}));
-
-    const auto at = [&](const SDeckPlace& place) {
-        const QString name = place.segment == 0 ? path : path + ".scn." + QString::number(place.segment);
-        return CBytes::fromFile(name).from(static_cast<qint64>(place.offset));
-    };
-    const auto startsWith = [](const CBytes& bytes, const CBytes& start) { return bytes.first(start.size()) == start; };
-    for (const SDeckPlace& place : deck.creatorPlaces())
-        EXPECT_TRUE(startsWith(at(place), CBytes().text("class CGenericData")));
-    const CBytes longName = CBytes().text("class CTimestepData64");
-    EXPECT_TRUE(startsWith(at(deck.timestepPlaces()[0]), CBytes(longName).u32(0).u64(32)));
-    EXPECT_TRUE(startsWith(at(deck.timestepPlaces()[1]), CBytes().text("class CTimestepData").u32(0).u32(32)));
-    EXPECT_TRUE(startsWith(at(deck.timestepPlaces()[2]), CBytes(longName).u32(2).u64(0)));
-    EXPECT_EQ(deck.timestepPlaces()[1].offset, 0u); // a segment has no header
-    EXPECT_EQ(folder.read("run[1].idx"), CBytes()
-                                             .u32(3)
-                                             .f64(0.1)
-                                             .u32(0)
-                                             .u64(deck.timestepPlaces()[0].offset)
-                                             .f64(0.2)
-                                             .u32(1)
-                                             .u64(0)
-                                             .f64(0.3)
-                                             .u32(2)
-                                             .u64(deck.creatorPlaces()[1].size)
-                                             .bytes());
-}
-
-TEST(DeckBuilder, rowsHoldEveryArrayThatTheFieldsAnnounce)
-{
-    EXPECT_EQ(makeDeckRows(1, 3).arrays.size(), 3 * (4 + 24 + 24 + 32 + 24 + 8 + 56 + 56 + 56));
-    EXPECT_EQ(makeDeckRows(1, 3, 1 << 11 | 1 << 12).arrays.size(), 3 * (8 + 24));
-    EXPECT_EQ(makeDeckRows(1, 3, 1 << 13).arrays.size(), 0);
-    const SDeckRows rows = makeDeckRows(5, 2, 1 | 1 << 5);
-    EXPECT_EQ(rows.arrays, CBytes().rawI32({5, 6}).rawF64({5.125, 6.125}));
-    EXPECT_EQ(particleRowBytes(makeDeckRows(1, 0)).size(), 8);    // no flag without rows
-    EXPECT_EQ(particleRowBytes(makeDeckRows(1, 3, 0)).size(), 8); // nor without fields
-}
-
 // The encodings, from their definitions.
 TEST(Bytes, encodesNumbersTextsAndBlocks)
 {
@@ -353,18 +147,6 @@ TEST(Bytes, encodesNumbersTextsAndBlocks)
     EXPECT_EQ(CBytes().block(4, CBytes().i8(9)).bytes().toHex().toStdString(), "000000040000000109"
                                                                                "0000000100000004");
     EXPECT_EQ(CBytes().block(2, {}).size(), 16);
-}
-
-TEST(Bytes, areCutPatchedAndCompared)
-{
-    const CBytes bytes = CBytes().u32(0x01020304);
-    EXPECT_EQ(bytes.first(2) + bytes.from(2), bytes);
-    EXPECT_EQ(bytes.with(1, CBytes().i8(9)), CBytes().u32(0x01090304));
-    EXPECT_EQ(firstDifference(bytes, bytes), "");
-    EXPECT_NE(firstDifference(bytes, bytes.first(3)), "");
-    CWalk walk(CBytes().group(bytes, true).u32(7));
-    EXPECT_EQ(walk.group(4), bytes);
-    EXPECT_EQ(walk.peekI32(), 7); // the deflated stream ends where the next number begins
 }
 
 } // namespace NBrenmark

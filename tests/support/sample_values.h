@@ -33,22 +33,26 @@ template <class TElement, std::size_t size>
 void fill(std::array<TElement, size>& row)
 {
     for (TElement& element : row)
-        element = static_cast<TElement>(std::abs(nextNumber()));
+        element = static_cast<TElement>(nextCount());
 }
 
-template <class TElement>
-void fillRows(std::vector<TElement>& rows, std::size_t count)
+/// Gives each of several fields a value.
+template <class... TFields>
+void fillAll(TFields&... fields)
 {
-    rows.resize(count);
-    for (TElement& row : rows)
-        fill(row);
+    (fill(fields), ...);
 }
 
-/// A part of a model, which lives as long as that.
-template <class T>
-std::shared_ptr<T> partOf(T& part)
+/// Gives several arrays so many rows each.
+template <class... TArrays>
+void fillRows(std::size_t count, TArrays&... arrays)
 {
-    return std::shared_ptr<T>(&part, [](T*) {});
+    (arrays.resize(count), ...);
+    const auto fillEach = [](auto& rows) {
+        for (auto& row : rows)
+            fill(row);
+    };
+    (fillEach(arrays), ...);
 }
 
 } // namespace NBrenmark

@@ -23,70 +23,6 @@ SModel::SModel()
     }
 }
 
-// ---------------------------------------------------------------- new objects
-
-constexpr unsigned int propertyItems = 3;
-
-template <>
-std::shared_ptr<CCreatorData> blank(SModel& model)
-{
-    return partOf(model.creator);
-}
-template <>
-std::shared_ptr<CTimestepData> blank(SModel& model)
-{
-    return partOf(model.timestep);
-}
-template <>
-std::shared_ptr<CSimulationData> blank(SModel& model)
-{
-    return partOf<CSimulationData>(model.creator);
-}
-template <>
-std::shared_ptr<CParticleType> blank(SModel& model)
-{
-    return std::make_shared<CParticleType>(&model.particle);
-}
-template <>
-std::shared_ptr<CParticleTypes> blank(SModel& model)
-{
-    return partOf(model.timestep.particleTypes);
-}
-template <>
-std::shared_ptr<CCustomPropertyValueList> blank(SModel& model)
-{
-    auto list = std::make_shared<CCustomPropertyValueList>(*model.particle.property(0u), false);
-    list->resize(propertyItems);
-    return list;
-}
-template <>
-std::shared_ptr<CCustomPropertyData> blank(SModel& model)
-{
-    auto data = std::make_shared<CCustomPropertyData>(&model.particle);
-    data->resize(propertyItems);
-    return data;
-}
-template <>
-std::shared_ptr<CContacts> blank(SModel& model)
-{
-    return partOf(model.timestep.contacts);
-}
-template <>
-std::shared_ptr<CContactsBase> blank(SModel& model)
-{
-    return partOf<CContactsBase>(model.timestep.contacts.surfaceSurface);
-}
-template <>
-std::shared_ptr<CCollisionsBase> blank(SModel& model)
-{
-    return partOf<CCollisionsBase>(model.timestep.collisions.surfaceSurface);
-}
-template <>
-std::shared_ptr<CBondsBase> blank(SModel& model)
-{
-    return partOf<CBondsBase>(model.timestep.bonds.surfaceSurface);
-}
-
 // ---------------------------------------------------------------- maths
 
 void fill(C3DVector& vector) { vector = C3DVector(nextNumber(), nextNumber(), nextNumber()); }
@@ -95,8 +31,7 @@ void fill(CQuaternion& turn) { turn = CQuaternion(nextNumber(), nextNumber(), ne
 
 void fill(CAxisAngle& axis)
 {
-    fill(axis.start);
-    fill(axis.end);
+    fillAll(axis.start, axis.end);
     axis.angle = nextNumber();
 }
 
@@ -112,21 +47,14 @@ void fill(C3DTransform& transform)
         transform.data()[element] = nextNumber();
 }
 
-void fill(CBoundingBox& box)
-{
-    fill(box.upper);
-    fill(box.lower);
-}
+void fill(CBoundingBox& box) { fillAll(box.upper, box.lower); }
 
 // ---------------------------------------------------------------- the model
 
 void fill(CMaterial& material)
 {
     material.name = "Gr\xc3\xa4wacke (dry)";
-    fill(material.poissonsRatio);
-    fill(material.shearModulus);
-    fill(material.density);
-    fill(material.workFunction);
+    fillAll(material.poissonsRatio, material.shearModulus, material.density, material.workFunction);
     material.type = eEquipmentMaterial;
 }
 
@@ -142,9 +70,7 @@ void fill(MaterialMap& materials)
 
 void fill(CInteraction& interaction)
 {
-    fill(interaction.restitution);
-    fill(interaction.staticFriction);
-    fill(interaction.rollingFriction);
+    fillAll(interaction.restitution, interaction.staticFriction, interaction.rollingFriction);
 }
 
 void fill(InteractionMap& interactions)
@@ -158,8 +84,7 @@ void fill(InteractionMap& interactions)
 
 void fill(CDomain& domain)
 {
-    fill(domain.min);
-    fill(domain.max);
+    fillAll(domain.min, domain.max);
     domain.periodicX = domain.periodicY = domain.periodicZ = true;
 }
 
@@ -168,8 +93,7 @@ void fill(CCylindricalPeriodicBoundaryConditions& conditions)
     conditions.enabled = true;
     conditions.geometryName = "Drum";
     conditions.kinematicName = "Turn";
-    fill(conditions.length);
-    fill(conditions.angle);
+    fillAll(conditions.length, conditions.angle);
 }
 
 // ---------------------------------------------------------------- parameters of contact models and forces
@@ -256,9 +180,7 @@ void fill(CBondParametersMap& bonds)
 
 void fill(CParallelBondContactModelParamData& data)
 {
-    fill(data.formationStartTime);
-    fill(data.formationEndTime);
-    fill(data.bondParameters);
+    fillAll(data.formationStartTime, data.formationEndTime, data.bondParameters);
     data.state = eBondsForming;
     data.torqueFeedback = !data.torqueFeedback;
     turn(data);
@@ -268,8 +190,7 @@ void fill(CMovingPlaneContactModelParamData& data)
 {
     for (const qint32 id : {12, 3, -1}) {
         SMovingPlane& plane = data.planes[id];
-        fill(plane.startPoint);
-        fill(plane.endPoint);
+        fillAll(plane.startPoint, plane.endPoint);
         plane.display = id != 3;
         plane.motions.resize(id == 12 ? 2 : 0);
         for (SMovingPlaneMotion& motion : plane.motions)
@@ -337,9 +258,7 @@ static void fillType(CParticleType& type, const QString& name, qint32 firstId)
     type.autoCenterParticle = false;
     type.templateName = "Template of " + name;
     type.autoProperties = true;
-    fill(type.rawMass);
-    fill(type.rawVolume);
-    fill(type.rawInertia);
+    fillAll(type.rawMass, type.rawVolume, type.rawInertia);
     type.calculateProperties = false;
     for (const char* sphereName : {"head", "tail"}) {
         CSphere sphere;
@@ -350,15 +269,8 @@ static void fillType(CParticleType& type, const QString& name, qint32 firstId)
     }
     constexpr std::size_t count = 3;
     type.ids = {firstId, -1, firstId + 1};
-    fillRows(type.scale, count);
-    fillRows(type.velocity, count);
-    fillRows(type.position, count);
-    fillRows(type.orientation, count);
-    fillRows(type.angularVelocity, count);
-    fillRows(type.forceTorque, count);
-    fillRows(type.unscaledForceTorque, count);
-    fillRows(type.externalForceTorque, count);
-    fillRows(type.creationTime, count);
+    fillRows(count, type.scale, type.velocity, type.position, type.orientation, type.angularVelocity, type.forceTorque,
+             type.unscaledForceTorque, type.externalForceTorque, type.creationTime);
     type.dataMask = allParticleFields;
     type.resizeSlots(count);
     type.rebuildFreeList();
@@ -390,11 +302,8 @@ void fill(CMaterialBlockParticleData& particles)
     constexpr unsigned int count = 2;
     particles.name = "Ball";
     particles.ids = {5, 9};
-    fillRows(particles.scale, count);
-    fillRows(particles.velocity, count);
-    fillRows(particles.position, count);
-    fillRows(particles.orientation, count);
-    fillRows(particles.angularVelocity, count);
+    fillRows(count, particles.scale, particles.velocity, particles.position, particles.orientation,
+             particles.angularVelocity);
     particles.sphereCount = 3;
     particles.customProperties = {blockProperty("Heat", count), blockProperty("Age", count)};
 }
@@ -402,7 +311,7 @@ void fill(CMaterialBlockParticleData& particles)
 void fill(CMaterialBlockContactData& contacts)
 {
     constexpr unsigned int count = 3;
-    fillRows(contacts.contacts, count);
+    fillRows(count, contacts.contacts);
     contacts.customProperties = {blockProperty("Wear", count)};
 }
 
@@ -440,11 +349,7 @@ void fill(CCustomPropertyValueList& list)
 
 void fill(CCustomPropertyData& data) { fillValues(data); }
 
-void fill(CAngVelAndPos& rotation)
-{
-    fill(rotation.angularVelocity);
-    fill(rotation.pointOfAction);
-}
+void fill(CAngVelAndPos& rotation) { fillAll(rotation.angularVelocity, rotation.pointOfAction); }
 
 void fill(AngVelAndPosList& rotations)
 {
@@ -456,39 +361,23 @@ void fill(AngVelAndPosList& rotations)
 static void fill(SCollisionEnd& end, std::size_t count)
 {
     end.ids = {11, 12, 13};
-    fillRows(end.velocity, count);
-    fillRows(end.position, count);
-    fillRows(end.radius, count);
-    fillRows(end.angularVelocity, count);
-    fillRows(end.orientation, count);
+    fillRows(count, end.velocity, end.position, end.radius, end.angularVelocity, end.orientation);
 }
 
 void fill(CCollisionsBase& c)
 {
     constexpr std::size_t count = 3;
     c.ids = {7, 8, 9};
-    fillRows(c.startTime, count);
-    fillRows(c.position, count);
-    fillRows(c.unitCpVector, count);
-    fillRows(c.relativeVelocity, count);
+    fillRows(count, c.startTime, c.position, c.unitCpVector, c.relativeVelocity);
     fill(c.first, count);
     fill(c.second, count);
-    fillRows(c.maxNormalForce, count);
-    fillRows(c.maxTangentialForce, count);
+    fillRows(count, c.maxNormalForce, c.maxTangentialForce);
     c.iterations = {21, 22, 23};
-    fillRows(c.normalEnergy, count);
-    fillRows(c.shearEnergy, count);
-    fillRows(c.totalNormalForce, count);
-    fillRows(c.totalTangentialForce, count);
-    fillRows(c.endTime, count);
+    fillRows(count, c.normalEnergy, c.shearEnergy, c.totalNormalForce, c.totalTangentialForce, c.endTime);
     c.dropForeignArrays();
 }
 
-void fill(CCollisions& collisions)
-{
-    fill(collisions.surfaceSurface);
-    fill(collisions.surfaceGeometry);
-}
+void fill(CCollisions& collisions) { fillAll(collisions.surfaceSurface, collisions.surfaceGeometry); }
 
 /// Between spheres of the two sample types, which have two each and particles in the slots 0 and 2.
 static const std::vector<PairRow> samplePairs = {{0, 1, 1, 4}, {0, 4, 1, 0}, {0, 0, 0, 5}};
@@ -497,20 +386,13 @@ void fill(CBondsBase& bonds)
 {
     const std::size_t count = samplePairs.size();
     bonds.rows = samplePairs;
-    fillRows(bonds.normalForce, count);
-    fillRows(bonds.tangentialForce, count);
-    fillRows(bonds.normalTorque, count);
-    fillRows(bonds.tangentialTorque, count);
+    fillRows(count, bonds.normalForce, bonds.tangentialForce, bonds.normalTorque, bonds.tangentialTorque);
     bonds.state = {eIntactBond, eBrokenBond, eIntactBond};
-    fillRows(bonds.breakTime, count);
+    fillRows(count, bonds.breakTime);
     bonds.resizeRows(count);
 }
 
-void fill(CBonds& bonds)
-{
-    fill(bonds.surfaceSurface);
-    fill(bonds.surfaceGeometry);
-}
+void fill(CBonds& bonds) { fillAll(bonds.surfaceSurface, bonds.surfaceGeometry); }
 
 void fill(CContactRecordList& list)
 {
@@ -519,10 +401,9 @@ void fill(CContactRecordList& list)
         record.kind = kind;
         record.type = 5 + kind;
         record.name = kind == eScalarRecord ? "Heat \xce\x94" : "Drag";
-        fill(record.scale);
-        fill(record.defaultValue);
+        fillAll(record.scale, record.defaultValue);
         record.makeValues();
-        record.withValues([](auto& values) { fillRows(values, samplePairs.size()); });
+        record.withValues([](auto& values) { fillRows(samplePairs.size(), values); });
         list.records.push_back(record);
     }
 }
@@ -534,41 +415,22 @@ void fill(CContactsBase& family)
     fill(family.contactRecords);
     family.resizeRows(count);
     family.rows = samplePairs;
-    fillRows(family.position, count);
-    fillRows(family.contactVector1, count);
-    fillRows(family.contactVector2, count);
+    fillRows(count, family.position, family.contactVector1, family.contactVector2);
     family.normalOverlap = {1e-6, 2e-6, 0.0};
-    fillRows(family.tangentialOverlap, count);
-    fillRows(family.normalForce, count);
-    fillRows(family.tangentialForce, count);
+    fillRows(count, family.tangentialOverlap, family.normalForce, family.tangentialForce);
     fill(family.activeCollisions);
     fillValues(family.customProperties);
 }
 
-void fill(CContacts& contacts)
-{
-    fill(contacts.surfaceSurface);
-    fill(contacts.surfaceGeometry);
-}
+void fill(CContacts& contacts) { fillAll(contacts.surfaceSurface, contacts.surfaceGeometry); }
 
 void fill(CTimestepEnergy& energy)
 {
-    fill(energy.kinetic);
-    fill(energy.potential);
-    fill(energy.createdParticles);
-    fill(energy.destroyedParticles);
-    fill(energy.external);
-    fill(energy.lostThroughContacts);
-    fill(energy.lostThroughCapping);
+    fillAll(energy.kinetic, energy.potential, energy.createdParticles, energy.destroyedParticles, energy.external,
+            energy.lostThroughContacts, energy.lostThroughCapping);
 }
 
-void fill(CSystemEnergy& energy)
-{
-    fill(energy.cumulative);
-    fill(energy.total);
-    fill(energy.potential);
-    fill(energy.kinetic);
-}
+void fill(CSystemEnergy& energy) { fillAll(energy.cumulative, energy.total, energy.potential, energy.kinetic); }
 
 // ---------------------------------------------------------------- the roots
 
@@ -584,37 +446,24 @@ void fill(CCreatorData& creator)
     fill(static_cast<CSimulationData&>(creator));
     creator.title = "Silo \xe2\x88\x85 3 m";
     creator.description = "first line\nsecond line";
-    fill(creator.damping);
-    fill(creator.gravity);
-    fill(creator.domain);
-    fill(creator.particleTypes);
-    fill(creator.materials);
-    fill(creator.interactions);
-    fill(creator.materialBlocks);
-    fill(creator.sizeDistributions);
-    fill(creator.pluginFactories);
-    fill(creator.geometryGroups);
+    fillAll(creator.damping, creator.gravity, creator.domain, creator.particleTypes, creator.materials,
+            creator.interactions, creator.materialBlocks, creator.sizeDistributions, creator.pluginFactories,
+            creator.geometryGroups);
     creator.velocityRestricted = 2;
     creator.angularVelocityRestricted = 3;
-    fill(creator.velocityLimit);
-    fill(creator.angularVelocityLimit);
-    fill(creator.physicsModels);
+    fillAll(creator.velocityLimit, creator.angularVelocityLimit, creator.physicsModels);
     fill(creator.cylindricalPeriodicBoundaryConditions);
 }
 
 void fill(CTimestepData& timestep)
 {
     fill(static_cast<CSimulationData&>(timestep));
-    fill(timestep.time);
-    fill(timestep.elapsedTime);
+    fillAll(timestep.time, timestep.elapsedTime);
     timestep.runNumber = 4;
     timestep.date = "24/11/25";
-    fill(timestep.particleTypes);
-    fill(timestep.contacts);
+    fillAll(timestep.particleTypes, timestep.contacts);
     timestep.contacts.surfaceGeometry.resizeRows(0); // there are no triangles
-    fill(timestep.collisions);
-    fill(timestep.bonds);
-    fill(timestep.systemEnergy);
+    fillAll(timestep.collisions, timestep.bonds, timestep.systemEnergy);
     timestep.removedParticles["Ball"] = 7;
     timestep.removedParticles["a type that is gone"] = 8;
     fill(timestep.simulationProperties);

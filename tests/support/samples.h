@@ -53,66 +53,72 @@ struct SModel
 void fill(IContactModel& model);
 void fill(IExternalForce& force);
 
-/// A new object of a class; of some that live in a model only, the one of that model.
+/// A part of a model, which lives as long as that.
 template <class T>
-std::shared_ptr<T> blank(SModel&)
+std::shared_ptr<T> partOf(T& part)
 {
-    if constexpr (std::is_default_constructible_v<T>)
+    return std::shared_ptr<T>(&part, [](T*) {});
+}
+
+template <class T, class... TKinds>
+constexpr bool isAnyOf = (std::is_same_v<T, TKinds> || ...);
+
+/// A new object of a class; of those that live in a model only, the one of that model.
+template <class T>
+std::shared_ptr<T> blank([[maybe_unused]] SModel& model)
+{
+    if constexpr (isAnyOf<T, CCreatorData, CSimulationData>)
+        return partOf<T>(model.creator);
+    else if constexpr (isAnyOf<T, CTimestepData>)
+        return partOf(model.timestep);
+    else if constexpr (isAnyOf<T, CParticleTypes>)
+        return partOf(model.timestep.particleTypes);
+    else if constexpr (isAnyOf<T, GeometryGroups>)
+        return partOf(model.creator.geometryGroups);
+    else if constexpr (isAnyOf<T, CContacts>)
+        return partOf(model.timestep.contacts);
+    else if constexpr (isAnyOf<T, CContactsBase>)
+        return partOf<T>(model.timestep.contacts.surfaceSurface);
+    else if constexpr (isAnyOf<T, CCollisionsBase>)
+        return partOf<T>(model.timestep.collisions.surfaceSurface);
+    else if constexpr (isAnyOf<T, CBondsBase>)
+        return partOf<T>(model.timestep.bonds.surfaceSurface);
+    else if constexpr (isAnyOf<T, CParticleType>)
+        return std::make_shared<T>(&model.particle);
+    else if constexpr (isAnyOf<T, CGeometryGroup, CBox, CCylinder, CPolygon, CCADGeometry>)
+        return std::make_shared<T>(&model.geometry);
+    else if constexpr (isAnyOf<T, CCustomPropertyValueList, CCustomPropertyData>) {
+        std::shared_ptr<T> values;
+        if constexpr (isAnyOf<T, CCustomPropertyData>)
+            values = std::make_shared<T>(&model.particle);
+        else
+            values = std::make_shared<T>(*model.particle.property(0u), false);
+        values->resize(3);
+        return values;
+    }
+    else if constexpr (isAnyOf<T, CParticleFactory, CStaticParticleFactory, CDynamicParticleFactory>) {
+        using TKind = std::conditional_t<isAnyOf<T, CParticleFactory>, CStaticParticleFactory, T>;
+        auto factory = std::make_shared<TKind>();
+        factory->name = "Feeder";
+        factory->connectCustomProperties(&model.particle);
+        return factory;
+    }
+    // Of an abstract class, one of its kinds.
+    else if constexpr (isAnyOf<T, ISizeDistribution>)
+        return std::make_shared<CRandomSizeDistribution>();
+    else if constexpr (isAnyOf<T, C3DLattice>)
+        return std::make_shared<CFCCFactoryPosition>();
+    else if constexpr (isAnyOf<T, CTimeDepAction>)
+        return std::make_shared<CLinearTranslation>();
+    else if constexpr (isAnyOf<T, CRotation>)
+        return std::make_shared<CSinusoidalRotation>();
+    else if constexpr (isAnyOf<T, CBlockLink>)
+        return std::make_shared<T>(nullptr);
+    else if constexpr (std::is_default_constructible_v<T>)
         return std::make_shared<T>();
     else // parameters start from the type of their model
         return std::make_shared<T>(quint32(eSphereSphereModel));
 }
-template <>
-std::shared_ptr<CCreatorData> blank(SModel& model);
-template <>
-std::shared_ptr<CTimestepData> blank(SModel& model);
-template <>
-std::shared_ptr<CSimulationData> blank(SModel& model);
-template <>
-std::shared_ptr<CParticleType> blank(SModel& model);
-template <>
-std::shared_ptr<CParticleTypes> blank(SModel& model);
-template <>
-std::shared_ptr<CCustomPropertyValueList> blank(SModel& model);
-template <>
-std::shared_ptr<CCustomPropertyData> blank(SModel& model);
-template <>
-std::shared_ptr<CContacts> blank(SModel& model);
-template <>
-std::shared_ptr<CContactsBase> blank(SModel& model);
-template <>
-std::shared_ptr<CCollisionsBase> blank(SModel& model);
-template <>
-std::shared_ptr<CBondsBase> blank(SModel& model);
-template <>
-std::shared_ptr<GeometryGroups> blank(SModel& model);
-template <>
-std::shared_ptr<CGeometryGroup> blank(SModel& model);
-template <>
-std::shared_ptr<CBox> blank(SModel& model);
-template <>
-std::shared_ptr<CCylinder> blank(SModel& model);
-template <>
-std::shared_ptr<CPolygon> blank(SModel& model);
-template <>
-std::shared_ptr<CCADGeometry> blank(SModel& model);
-template <>
-std::shared_ptr<CBlockLink> blank(SModel& model);
-template <>
-std::shared_ptr<CParticleFactory> blank(SModel& model);
-template <>
-std::shared_ptr<CDynamicParticleFactory> blank(SModel& model);
-template <>
-std::shared_ptr<CStaticParticleFactory> blank(SModel& model);
-// Of an abstract class, one of its kinds.
-template <>
-std::shared_ptr<ISizeDistribution> blank(SModel& model);
-template <>
-std::shared_ptr<C3DLattice> blank(SModel& model);
-template <>
-std::shared_ptr<CTimeDepAction> blank(SModel& model);
-template <>
-std::shared_ptr<CRotation> blank(SModel& model);
 
 template <class T>
 std::shared_ptr<T> sample(SModel& model)

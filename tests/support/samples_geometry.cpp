@@ -4,105 +4,15 @@
 
 namespace NBrenmark {
 
-// ---------------------------------------------------------------- new objects
-
-template <>
-std::shared_ptr<GeometryGroups> blank(SModel& model)
-{
-    return partOf(model.creator.geometryGroups);
-}
-template <>
-std::shared_ptr<CGeometryGroup> blank(SModel& model)
-{
-    return std::make_shared<CGeometryGroup>(&model.geometry);
-}
-template <>
-std::shared_ptr<CBox> blank(SModel& model)
-{
-    return std::make_shared<CBox>(&model.geometry);
-}
-template <>
-std::shared_ptr<CCylinder> blank(SModel& model)
-{
-    return std::make_shared<CCylinder>(&model.geometry);
-}
-template <>
-std::shared_ptr<CPolygon> blank(SModel& model)
-{
-    return std::make_shared<CPolygon>(&model.geometry);
-}
-template <>
-std::shared_ptr<CCADGeometry> blank(SModel& model)
-{
-    return std::make_shared<CCADGeometry>(&model.geometry);
-}
-template <>
-std::shared_ptr<CBlockLink> blank(SModel&)
-{
-    return std::make_shared<CBlockLink>(nullptr);
-}
-
-template <class TFactory>
-static std::shared_ptr<TFactory> factoryOf(SModel& model)
-{
-    auto factory = std::make_shared<TFactory>();
-    factory->name = "Feeder";
-    factory->connectCustomProperties(&model.particle);
-    return factory;
-}
-template <>
-std::shared_ptr<CParticleFactory> blank(SModel& model)
-{
-    return factoryOf<CStaticParticleFactory>(model);
-}
-template <>
-std::shared_ptr<CDynamicParticleFactory> blank(SModel& model)
-{
-    return factoryOf<CDynamicParticleFactory>(model);
-}
-template <>
-std::shared_ptr<CStaticParticleFactory> blank(SModel& model)
-{
-    return factoryOf<CStaticParticleFactory>(model);
-}
-
-template <>
-std::shared_ptr<ISizeDistribution> blank(SModel&)
-{
-    return std::make_shared<CRandomSizeDistribution>();
-}
-template <>
-std::shared_ptr<C3DLattice> blank(SModel&)
-{
-    return std::make_shared<CFCCFactoryPosition>();
-}
-template <>
-std::shared_ptr<CTimeDepAction> blank(SModel&)
-{
-    return std::make_shared<CLinearTranslation>();
-}
-template <>
-std::shared_ptr<CRotation> blank(SModel&)
-{
-    return std::make_shared<CSinusoidalRotation>();
-}
-
 // ---------------------------------------------------------------- laws
 
 void fill(CFixedDistribution& law) { fill(law.value); }
 
-void fill(CRandomDistribution& law)
-{
-    fill(law.min);
-    fill(law.max);
-}
+void fill(CRandomDistribution& law) { fillAll(law.min, law.max); }
 
 void fill(CNormalDistribution& law)
 {
-    fill(law.mean);
-    fill(law.deviation);
-    fill(law.lowerCap);
-    fill(law.upperCap);
+    fillAll(law.mean, law.deviation, law.lowerCap, law.upperCap);
     law.capped = !law.capped;
 }
 
@@ -156,8 +66,7 @@ void fill(CFixedFactoryAngVel& p) { fill(p.value); }
 template <class TParam>
 static void fillLinear(TParam& p)
 {
-    fill(p.startVelocity);
-    fill(p.endVelocity);
+    fillAll(p.startVelocity, p.endVelocity);
 }
 void fill(CLinearFactoryVelocity& p) { fillLinear(p); }
 void fill(CLinearFactoryAngVel& p) { fillLinear(p); }
@@ -166,11 +75,7 @@ void fill(CRandomFactoryVelocity& p) { fill(p.magnitude); }
 void fill(CRandomFactoryAngVel& p) { fill(p.magnitude); }
 
 /// Of these laws only mean and spread are stored.
-static void fillSpread(CNormalDistribution& law)
-{
-    fill(law.mean);
-    fill(law.deviation);
-}
+static void fillSpread(CNormalDistribution& law) { fillAll(law.mean, law.deviation); }
 
 template <class TParam>
 static void fillNormal(TParam& p)
@@ -204,24 +109,13 @@ void fill(CBinaryFactoryType& p)
 void fill(CRandomFactoryPosition& p)
 {
     p.style = CRandomFactoryPosition::eRandomWalk;
-    fill(p.multiFactor);
-    fill(p.maxAngle);
-    fill(p.separation);
-    fill(p.seedPosition);
-    fill(p.seedVector);
+    fillAll(p.multiFactor, p.maxAngle, p.separation, p.seedPosition, p.seedVector);
 }
 
 void fill(C3DLattice& lattice)
 {
-    fill(lattice.axisA);
-    fill(lattice.axisB);
-    fill(lattice.axisC);
-    fill(lattice.rotation);
-    fill(lattice.start);
-    fill(lattice.cursor0);
-    fill(lattice.cursor1);
-    fill(lattice.cursor2);
-    fill(lattice.cursor3);
+    fillAll(lattice.axisA, lattice.axisB, lattice.axisC, lattice.rotation, lattice.start, lattice.cursor0,
+            lattice.cursor1, lattice.cursor2, lattice.cursor3);
 }
 void fill(CCubicFactoryPosition& p) { fill(static_cast<C3DLattice&>(p)); }
 void fill(CBCCFactoryPosition& p) { fill(static_cast<C3DLattice&>(p)); }
@@ -238,7 +132,7 @@ void fill(CUserDefinedFactorySize& p)
         fill(p.bandAccounting[size]);
 }
 
-void fill(CFixedValueCustomPropertyFactoryParam& p) { fillRows(p.values, p.property() ? p.values.size() : 3); }
+void fill(CFixedValueCustomPropertyFactoryParam& p) { fillRows(p.property() ? p.values.size() : 3, p.values); }
 void fill(CRandomValueCustomPropertyFactoryParam& p) { fill(p.distribution); }
 void fill(CNormalDistCustomPropertyFactoryParam& p) { fillSpread(p.distribution); }
 
@@ -246,9 +140,7 @@ void fill(CNormalDistCustomPropertyFactoryParam& p) { fillSpread(p.distribution)
 
 void fill(CFactoryAccounting& account)
 {
-    fill(account.massCreated);
-    fill(account.massRemainder);
-    fill(account.massSinceRateChange);
+    fillAll(account.massCreated, account.massRemainder, account.massSinceRateChange);
 }
 
 template <class TKind>
@@ -263,8 +155,7 @@ void fill(CParticleFactory& factory)
 {
     factory.creationCount = nextCount();
     factory.maxAttempts = nextCount();
-    fill(factory.accounting);
-    fill(factory.counters);
+    fillAll(factory.accounting, factory.counters);
     factory.setVelocity(filled<CSprayFactoryVelocity>());
     factory.setSize("Ball", filled<CUserDefinedFactorySize>());
     factory.setSize("Rod", filled<CLogNormalFactorySize>());
@@ -288,9 +179,7 @@ void fill(CDynamicParticleFactory& factory)
 {
     fill(static_cast<CParticleFactory&>(factory));
     factory.unlimited = factory.massCreation = factory.massGeneration = true;
-    fill(factory.creationRate);
-    fill(factory.creationTime);
-    fill(factory.rateChangeTime);
+    fillAll(factory.creationRate, factory.creationTime, factory.rateChangeTime);
     factory.createdSinceRateChange = nextCount();
     factory.numToCreate = nextCount();
     fill(factory.massToCreate);
@@ -329,11 +218,9 @@ void fill(CParticleFactoryList& list) { fillList(list, nullptr); }
 void fill(CTimeDepAction& motion)
 {
     motion.name = "Sch\xc3\xbctteln";
-    fill(motion.startTime);
-    fill(motion.endTime);
+    fillAll(motion.startTime, motion.endTime);
     motion.loop = true;
-    fill(motion.loopInterval);
-    fill(motion.loopEndTime);
+    fillAll(motion.loopInterval, motion.loopEndTime);
 }
 
 void fill(CRotation& rotation)
@@ -342,12 +229,7 @@ void fill(CRotation& rotation)
     rotation.movesWithBody = false;
 }
 
-void fill(CSinusoid& sinusoid)
-{
-    fill(sinusoid.displacement);
-    fill(sinusoid.frequency);
-    fill(sinusoid.offset);
-}
+void fill(CSinusoid& sinusoid) { fillAll(sinusoid.displacement, sinusoid.frequency, sinusoid.offset); }
 
 /// As readers of old decks leave it, so that every family can hold it: the axis is that of the displacement.
 template <class TMotion>
@@ -359,18 +241,13 @@ static void fillSwing(TMotion& motion)
     motion.displacementMagnitude = motion.sinusoid.displacement.length();
 }
 
-static void fillAxis(CTimeDepAction& motion)
-{
-    fill(motion.axis.startPoint);
-    fill(motion.axis.endPoint);
-}
+static void fillAxis(CTimeDepAction& motion) { fillAll(motion.axis.startPoint, motion.axis.endPoint); }
 
 void fill(CLinearTranslation& motion)
 {
     fill(static_cast<CTimeDepAction&>(motion));
     fillAxis(motion);
-    fill(motion.initialVelocity);
-    fill(motion.acceleration);
+    fillAll(motion.initialVelocity, motion.acceleration);
 }
 
 void fill(CConveyorTranslation& motion)
@@ -390,8 +267,7 @@ void fill(CLinearRotation& motion)
     fill(static_cast<CTimeDepAction&>(motion));
     fill(static_cast<CRotation&>(motion));
     fillAxis(motion);
-    fill(motion.initialAngularVelocity);
-    fill(motion.angularAccelerationMagnitude);
+    fillAll(motion.initialAngularVelocity, motion.angularAccelerationMagnitude);
     motion.axisChanged();
 }
 
@@ -441,7 +317,7 @@ static void fillGroup(CGeometryGroup& g, CCustomPropertyManager* particlePropert
     constexpr std::size_t corners = 4;
     g.setName("Wand \xe2\x80\x9enord\xe2\x80\x9c");
     g.uniqueId = nextCount();
-    fillRows(g.originalCoords, corners);
+    fillRows(corners, g.originalCoords);
     g.coords = g.originalCoords;
     g.triangleNodes = {{0, 1, 2}, {0, 1, 3}, {0, 2, 3}, {1, 2, 3}};
     for (std::vector<quint32>* ids : {&g.vertexIds, &g.triangleIds})
@@ -451,28 +327,18 @@ static void fillGroup(CGeometryGroup& g, CCustomPropertyManager* particlePropert
     g.materialName = "Steel";
     g.geometryType = eVirtualGeometry;
     g.dataMask = eTriangleIds | eTriangleNodes | eTriangleForces;
-    fill(g.momentOfInertia);
-    fill(g.electrostatic);
-    fill(g.desiredForce);
-    fill(g.gain);
+    fillAll(g.momentOfInertia, g.electrostatic, g.desiredForce, g.gain);
 
     fill(g.transform);
     for (int column = 0; column < 3; ++column)
         g.transform(3, column) = 0.0;
     g.transform(3, 3) = 1.0;
     g.moveTo(C3DTransform(g.transform));
-    fill(g.translation);
-    fill(g.velocity);
+    fillAll(g.translation, g.velocity);
     g.resetVelocities = false;
-    fill(g.time);
-    fill(g.centreOfMass);
-    fill(g.originalCentreOfMass);
-    fill(g.pointOfAction);
-    fill(g.originalPointOfAction);
-    fill(g.motionHistory);
-    fillRows(g.triangleForces, g.triangleNodes.size());
-    fill(g.bounds);
-    fill(g.surfaceMagnitude);
+    fillAll(g.time, g.centreOfMass, g.originalCentreOfMass, g.pointOfAction, g.originalPointOfAction, g.motionHistory);
+    fillRows(g.triangleNodes.size(), g.triangleForces);
+    fillAll(g.bounds, g.surfaceMagnitude);
     g.enclosedMagnitude = g.closed ? nextNumber() : 0.0; // an open group has none in one family
     fillProperties(g.customProperties);
     fill(g.kinematics);
@@ -484,21 +350,14 @@ void fill(CGeometryGroup& g) { fillGroup(g, nullptr); }
 void fill(CBox& box)
 {
     fillGroup(box, nullptr);
-    fill(box.centre);
-    fill(box.rotations);
-    fill(box.width);
-    fill(box.length);
-    fill(box.height);
+    fillAll(box.centre, box.rotations, box.width, box.length, box.height);
     box.sidesEnabled = {false, false, false, false, false, false};
 }
 
 void fill(CCylinder& cylinder)
 {
     fillGroup(cylinder, nullptr);
-    fill(cylinder.startPoint);
-    fill(cylinder.endPoint);
-    fill(cylinder.radiusStart);
-    fill(cylinder.radiusEnd);
+    fillAll(cylinder.startPoint, cylinder.endPoint, cylinder.radiusStart, cylinder.radiusEnd);
     cylinder.closedStart = cylinder.closedEnd = false;
     cylinder.detail = nextCount();
 }
@@ -506,26 +365,17 @@ void fill(CCylinder& cylinder)
 void fill(CPolygon& polygon)
 {
     fillGroup(polygon, nullptr);
-    fill(polygon.normal);
-    fill(polygon.centre);
-    fill(polygon.radius);
-    fill(polygon.rotation);
+    fillAll(polygon.normal, polygon.centre, polygon.radius, polygon.rotation);
     polygon.edges = static_cast<qint32>(nextCount());
-    fill(polygon.rotations);
-    fill(polygon.lengthSide1);
-    fill(polygon.lengthSide2);
+    fillAll(polygon.rotations, polygon.lengthSide1, polygon.lengthSide2);
 }
 
 void fill(CCADGeometry& cad)
 {
     fillGroup(cad, nullptr);
-    fill(cad.translationDistance);
-    fill(cad.rotationAngle);
-    fill(cad.translationAxisStart);
-    fill(cad.translationAxisEnd);
-    fill(cad.rotationAxisStart);
-    fill(cad.rotationAxisEnd);
-    fillRows(cad.importedCoords, cad.coords.size());
+    fillAll(cad.translationDistance, cad.rotationAngle, cad.translationAxisStart, cad.translationAxisEnd,
+            cad.rotationAxisStart, cad.rotationAxisEnd);
+    fillRows(cad.coords.size(), cad.importedCoords);
 }
 
 void fill(GeometryGroups& groups)

@@ -20,7 +20,7 @@ static std::string braces(const std::vector<hsize_t>& sizes)
 
 // ---------------------------------------------------------------- types
 
-static std::string typeText(hid_t type)
+std::string typeText(hid_t type)
 {
     const std::string bits = std::to_string(8 * H5Tget_size(type));
     switch (H5Tget_class(type)) {

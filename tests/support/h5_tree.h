@@ -10,6 +10,7 @@
 //   /a/Materials {name@0 string[256], type@288 u32} 296 {2}  of a compound type of 296 bytes
 
 #include <QString>
+#include <hdf5.h>
 #include <string>
 
 namespace NBrenmark {
@@ -17,5 +18,8 @@ namespace NBrenmark {
 /// \param from  the group to start at
 /// \throws std::runtime_error  if the file can't be opened
 std::string treeOf(const QString& path, const std::string& from = "/");
+
+/// A type alone: "{name@0 string[256], type@288 u32} 296".
+std::string typeText(hid_t type);
 
 } // namespace NBrenmark

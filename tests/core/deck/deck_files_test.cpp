@@ -1,12 +1,11 @@
 #include "core/deck/deck_files.h"
 
 #include "core/version.h"
+#include "support/full_disk.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
-#include <csignal>
 #include <initializer_list>
-#include <sys/resource.h>
 
 namespace NBrenmark {
 
@@ -305,28 +304,6 @@ TEST(CopyFile, failsWhereAFileCannotBeOpened)
     EXPECT_FALSE(copyOrTruncateFile(from, folder.path("no/folder/to"), 4));
     EXPECT_FALSE(copyOrTruncateFile(from, folder.path("no/folder/to"), wholeFile));
 }
-
-/// Makes every file end at so many bytes while it lives: a full disk for one process.
-class CFullDisk
-{
-public:
-    explicit CFullDisk(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &limitBefore);
-        handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{bytes, limitBefore.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~CFullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &limitBefore);
-        std::signal(SIGXFSZ, handlerBefore);
-    }
-
-private:
-    rlimit limitBefore{};
-    void (*handlerBefore)(int) = nullptr;
-};
 
 TEST(CopyFile, aFullDiskDoesNotPassInSilence)
 {

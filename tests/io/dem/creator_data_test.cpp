@@ -4,6 +4,7 @@
 #include "maths/axis_angle.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -45,16 +46,6 @@ TEST(DemMaterial, readsWhatTheVersionStoresAndNotOneByteMore)
         EXPECT_EQ(material.workFunction, c.workFunction) << version;
         EXPECT_EQ(material.type, c.type) << version;
     }
-}
-
-TEST(DemMaterial, laterOfTwoOfOneNameStays)
-{
-    const CBytes stored = CBytes().i32(2).text("a") + materialBytes({"a", 0.1, 1.0, 2.0, 3.0}) + CBytes().text("a") +
-                          materialBytes({"a", 0.2, 1.0, 2.0, 3.0});
-    MaterialMap materials;
-    EXPECT_EQ(consumedBy<CDemCreatorDataReader>(materials, stored, makeVersion(27, 0, 3)), stored.size());
-    ASSERT_EQ(materials.size(), 1);
-    EXPECT_EQ(materials.find("a")->poissonsRatio, 0.2);
 }
 
 // ---------------------------------------------------------------- bare values
@@ -156,19 +147,6 @@ TEST(DemParticleType, readsTheOldOrientation)
         EXPECT_EQ(type.orientation[0].z, 4.0);
         EXPECT_EQ(type.dataMask, quint32(eIds | eOrientation));
     }
-}
-
-TEST(DemParticleType, idsBelowOneAreFreeSlots)
-{
-    SDeckParticleType stored;
-    stored.rows.count = 5;
-    stored.rows.fields = 1;
-    stored.rows.arrays.rawI32({4, -1, 0, 9, -3});
-    CParticleType type(nullptr);
-    consumedBy<CDemReader>(type, particleTypeBytes(makeVersion(20, 0, 16), stored), makeVersion(20, 0, 16));
-    EXPECT_EQ(type.slotCount(), 5u);
-    EXPECT_EQ(type.liveCount(), 2u);
-    EXPECT_TRUE(type.isLive(0) && type.isLive(3));
 }
 
 TEST(DemParticleType, rowsWithoutDataAreDroppedAndTold)
@@ -302,70 +280,44 @@ TEST(DemCreatorData, everyVersionReadsToItsLastByte)
         EXPECT_EQ(creator.buildRevision, creator.fileVersion >= makeVersion(20, 0, 18) ? 28438u : 0u) << name;
         EXPECT_EQ(creator.buildBranch, creator.fileVersion >= makeVersion(20, 0, 18) ? "Brenmark/trunk" : "") << name;
         EXPECT_EQ(creator.legacyStreamFlag, creator.fileVersion < makeVersion(22, 0, 0)) << name;
-        EXPECT_TRUE(creator.domain.periodicY && !creator.domain.periodicX);
-        EXPECT_EQ(creator.particleTypes.types[1]->displayName, "Oval (größer)");
-        EXPECT_FALSE(creator.particleTypes.types[1]->calculateProperties);
-        EXPECT_EQ(creator.materials.find("glass")->workFunction, 4.5);
-        EXPECT_EQ(creator.interactions.find("seed", "glass")->rollingFriction, 0.02);
+        expectText(creator,
+                   "domain/periodicX false; domain/periodicY true; materials/glass/workFunction 4.5; "
+                   "particles/Oval%20(größer)/index 1; particles/Oval%20(größer)/calculateProperties false; "
+                   "interactions/glass~seed/rollingFriction 0.02; title \"Kiste\"; damping 0.25; "
+                   "description \"Description\"; velocityRestricted 1; velocityLimit 12.5; "
+                   "angularVelocityRestricted 0; angularVelocityLimit 80",
+                   name);
         EXPECT_EQ(creator.geometryGroups.count(), 4u) << name;
-        EXPECT_EQ(creator.title, "Kiste");
-        EXPECT_EQ(creator.damping, 0.25);
-        EXPECT_EQ(creator.description, "Description");
-        EXPECT_EQ(creator.velocityRestricted, 1);
-        EXPECT_EQ(creator.velocityLimit, 12.5);
-        EXPECT_EQ(creator.angularVelocityRestricted, 0);
-        EXPECT_EQ(creator.angularVelocityLimit, 80.0);
         EXPECT_FALSE(creator.modified);
     }
 }
 
-/// What a read of a block with this model says.
-static std::string refusalOf(const SDeckCreator& stored, quint32 version = makeVersion(27, 0, 3))
+TEST(DemCreatorData, refusesVersionsThatItCantCarryByName)
 {
-    COwnFrame own;
-    try {
-        consumedBy<CDemCreatorDataReader>(own.frame.creator, creatorBytes(version, stored));
+    for (const quint32 version : {makeVersion(13, 0, 9), makeVersion(3, 0, 15)}) {
+        try {
+            consumedBy<CDemCreatorDataReader>(*newCreator(), creatorBytes(version, sampleCreator()));
+            FAIL() << "read";
+        }
+        catch (const not_carried_error& error) {
+            EXPECT_EQ(std::string(error.what()), "This deck holds data of file version " +
+                                                     versionText(version).toStdString() +
+                                                     ", which this version can't carry over yet.");
+        }
     }
-    catch (const not_carried_error& error) {
-        return error.what();
-    }
-    return "read";
-}
-
-TEST(DemCreatorData, refusesWhatItCantCarryByName)
-{
-    const auto deckHolds = [](const std::string& what) {
-        return "This deck holds " + what + ", which this version can't carry over yet.";
-    };
-    EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(13, 0, 9)), deckHolds("data of file version 13.0.9"));
-    EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(3, 0, 15)), deckHolds("data of file version 3.0.15"));
-    EXPECT_EQ(refusalOf(sampleCreator(), makeVersion(20, 0, 16)), "read");
 }
 
 TEST(DemCreatorData, everyPrefixEndsInACleanError)
 {
-    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)}) {
-        const CBytes bytes = creatorBytes(version, sampleCreator());
-        for (qint64 cut = 0; cut < bytes.size(); ++cut) {
-            COwnFrame own;
-            EXPECT_THROW(consumedBy<CDemCreatorDataReader>(own.frame.creator, bytes.first(cut)), std::exception)
-                << "cut at " << cut << " of " << bytes.size();
-        }
-    }
+    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)})
+        expectEveryPrefixToFail<CDemCreatorDataReader>(creatorBytes(version, sampleCreator()), newCreator);
 }
 
 TEST(DemCreatorData, noWordOfItTakesTheMachinesMemory)
 {
-    // Whatever a word stands for, 0x7FFFFFFF in its place is refused, or is a number like any other.
     const CBytes bytes = creatorBytes(makeVersion(27, 0, 3), sampleCreator());
-    for (qint64 at = 4; at + 4 <= bytes.size(); ++at) {
-        COwnFrame own;
-        try {
-            consumedBy<CDemCreatorDataReader>(own.frame.creator, bytes.with(at, CBytes().u32(0x7FFFFFFF)));
-        }
-        catch (const std::exception&) {
-        }
-    }
+    damageEverywhere<CDemCreatorDataReader>(
+        bytes, newCreator, [](CCreatorData&) {}, 4);
 }
 
 TEST(DemCreatorData, writesTheCurrentFormThatTheBuilderSays)

@@ -1,10 +1,9 @@
 // Operations that change, copy and create legacy decks, on decks of several segments and models.
-#include "core/progress.h"
 #include "io/dem/dem_deck_testing.h"
+#include "support/counting_progress.h"
+#include "support/full_disk.h"
 
 #include <QDataStream>
-#include <csignal>
-#include <sys/resource.h>
 
 namespace NBrenmark {
 
@@ -153,23 +152,18 @@ TEST(DemAppend, aFullDiskIsAFailureWithFileAndCause)
     ASSERT_EQ(deck.open(path), eOpened);
     ASSERT_TRUE(deck.read(2));
     const qint64 size = QFileInfo(path).size();
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
     // From no room at all to all but the last bytes of the block.
     for (const qint64 room : {0, 1, 100, 5000}) {
         const CLogCapture log;
-        rlimit limit = before;
-        limit.rlim_cur = static_cast<rlim_t>(size + room);
-        setrlimit(RLIMIT_FSIZE, &limit);
-        EXPECT_FALSE(deck.append(0.4)) << room;
-        setrlimit(RLIMIT_FSIZE, &before);
+        {
+            const CFullDisk disk(static_cast<rlim_t>(size + room));
+            EXPECT_FALSE(deck.append(0.4)) << room;
+        }
         EXPECT_NE(log.text().find("ERROR Legacy write: "), std::string::npos) << room << log.text();
         EXPECT_NE(log.text().find("deck.dem"), std::string::npos) << log.text();
         deck.index.pop_back();
         EXPECT_EQ(deck.manager->timestepCount, 3u);
     }
-    std::signal(SIGXFSZ, previous);
     EXPECT_EQ(storyOf(path), "0.1 Kiste, 0.2 Kiste, 0.3 Kiste");
 }
 
@@ -243,23 +237,6 @@ TEST(DemCopy, savesTheDeckUpToTheCurrentTimestep)
     EXPECT_EQ(storyOf(path), "0.1 A, 0.2 A, 0.3 B, 0.4 B, 0.5 C");
 }
 
-/// Counts ticks and cancels at one of them.
-class CCountingProgress : public IProgressController
-{
-public:
-    explicit CCountingProgress(int cancelAt) : cancelAt(cancelAt) {}
-    void startStep(int, const QString&, bool) override {}
-    void tick(int count) override { ticks += count; }
-    void endStep() override {}
-    void cancel() override {}
-    unsigned char cancelState() override { return ticks >= cancelAt ? eCancel : eGoOn; }
-
-    int ticks = 0;
-
-private:
-    int cancelAt;
-};
-
 TEST(DemCopy, savesEveryOtherTimestepAndAlwaysTheLast)
 {
     struct SSubsetCase
@@ -286,7 +263,7 @@ TEST(DemCopy, savesEveryOtherTimestepAndAlwaysTheLast)
         CManagedDeck deck(c.segmentLimit);
         ASSERT_EQ(deck.simulation.load(path), eLoaded);
         ASSERT_EQ(deck.open(path), eOpened);
-        CCountingProgress progress(1000);
+        CCountingProgress progress;
         deck.manager->writeOptions.fullSave = false;
         EXPECT_TRUE(deck.manager->saveSubset(folder.path("part.dem"), c.first, c.last, c.stride, &progress));
         EXPECT_EQ(storyOf(folder.path("part.dem")), c.story);

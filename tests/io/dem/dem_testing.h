@@ -9,6 +9,8 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <gtest/gtest.h>
+#include <memory>
 
 namespace NBrenmark {
 
@@ -53,6 +55,37 @@ CBytes writtenBy(TObject& object, const SSaveOptions& options = SSaveOptions())
     return target.written();
 }
 
+/// Expects that no prefix of some bytes can be read. \param make  gives the object, which is read as one of TReader does
+template <class TReader, class TMake>
+void expectEveryPrefixToFail(const CBytes& bytes, TMake&& make, quint32 version = currentFileVersion(), qint64 step = 1)
+{
+    for (qint64 cut = 0; cut < bytes.size(); cut += step) {
+        const auto object = make();
+        EXPECT_THROW(consumedBy<TReader>(*object, bytes.first(cut), version), std::exception)
+            << "cut at " << cut << " of " << bytes.size();
+    }
+}
+
+/// Words of the worst kind for a count: too many of anything, many, none, and the front of -1.0.
+constexpr quint32 worstWords[] = {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu, 0xBFF00000u};
+
+/// Lays such words over every place of some bytes, each of which is refused then or a number like any other.
+/// \param check  is given what was read, if only in part
+template <class TReader, class TMake, class TCheck>
+void damageEverywhere(const CBytes& bytes, TMake&& make, TCheck&& check, qint64 from = 0, qint64 step = 1)
+{
+    for (const quint32 word : worstWords)
+        for (qint64 at = from; at + 4 <= bytes.size(); at += step) {
+            const auto object = make();
+            try {
+                consumedBy<TReader>(*object, bytes.with(at, CBytes().u32(word)), makeVersion(27, 0, 3));
+            }
+            catch (const std::exception&) {
+            }
+            check(*object);
+        }
+}
+
 /// A frame with property managers of its own.
 class COwnFrame
 {
@@ -65,6 +98,23 @@ public:
     CCustomPropertyManager simulation{"Simulation Properties", eSimulationOwner};
     SSimulationFrame frame;
 };
+
+/// Parts of new frames, which live as long as those.
+inline std::shared_ptr<CCreatorData> newCreator()
+{
+    const auto own = std::make_shared<COwnFrame>();
+    return {own, &own->frame.creator};
+}
+inline std::shared_ptr<CTimestepData> newTimestep()
+{
+    const auto own = std::make_shared<COwnFrame>();
+    return {own, &own->frame.timestep};
+}
+inline std::shared_ptr<GeometryGroups> newGroups()
+{
+    const auto own = std::make_shared<COwnFrame>();
+    return {own, &own->frame.creator.geometryGroups};
+}
 
 /// The frame of a sample deck, filled from its file without a manager.
 class CSampleDeck : public COwnFrame

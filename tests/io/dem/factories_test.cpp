@@ -14,6 +14,7 @@
 #include "model/geometry/geometry_group.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -90,16 +91,13 @@ TEST(DemFactories, readWhatTheVersionStoresAndNotOneByteMore)
         EXPECT_EQ(factoryBytes(c.version, dynamic).size(), c.bytes) << version;
         CFactoryDeck deck;
         deck.read({dynamic, filler}, c.version);
-        const auto& a = deck.factory<CDynamicParticleFactory>(0);
+        auto& a = deck.factory<CDynamicParticleFactory>(0);
         EXPECT_EQ(a.name, "A");
-        EXPECT_EQ(a.creationCount, 3u);
-        EXPECT_EQ(a.maxAttempts, 30u);
+        expectText(a,
+                   "creationCount 3; maxAttempts 30; numToCreate 500; unlimited false; creationRate 100; "
+                   "creationTime 0.125; massToCreate 12.5",
+                   version);
         EXPECT_EQ(a.counters, (c.counters ? std::array<quint32, 4>{4, 3, 2, 1} : std::array<quint32, 4>{})) << version;
-        EXPECT_EQ(a.numToCreate, 500u);
-        EXPECT_FALSE(a.unlimited);
-        EXPECT_EQ(a.creationRate, 100.0);
-        EXPECT_EQ(a.creationTime, 0.125);
-        EXPECT_EQ(a.massToCreate, 12.5);
         EXPECT_EQ(a.massCreation, c.goals) << version;
         EXPECT_EQ(a.rateChangeTime, c.rateChangeTime ? 0.5 : 0.0) << version;
         const auto& b = deck.factory<CStaticParticleFactory>(1);
@@ -225,52 +223,41 @@ TEST(DemFactoryParameters, haveTheSameBytesInBothDirections)
     expectTwins<CFCCFactoryPosition>(lattice);
 }
 
+template <class TParam>
+static void expectNumbers(const CBytes& stored, const QString& text)
+{
+    TParam param;
+    throughReader(param, stored, makeVersion(27, 0, 3));
+    expectText(param, text);
+}
+
 TEST(DemFactoryParameters, keepEachNumberInItsPlace)
 {
-    const quint32 version = makeVersion(27, 0, 3);
-    CSprayFactoryVelocity spray;
-    throughReader(spray, CBytes().f64s({3, 0.25, 0.5, 0, 2, 0}), version);
-    EXPECT_EQ(spray.magnitude.deviation, 0.25);
-    EXPECT_EQ(spray.sprayAngle, 0.5);
-    EXPECT_EQ(spray.direction.y, 2.0);
-    CNormalFactoryVelocity normal; // its direction is normalised, that of an angular velocity isn't
-    throughReader(normal, CBytes().f64s({2, 0.125, 0, 3, -4}), version);
-    EXPECT_EQ(normal.direction.z, -0.8);
-    CNormalFactoryAngVel turning;
-    throughReader(turning, CBytes().f64s({2, 0.125, 0, 3, -4}), version);
-    EXPECT_EQ(turning.direction.z, -4.0);
-    CRandomFactoryPosition random;
-    throughReader(random, CBytes().i32(1).f64s({0.9, 1.25, 1.5, 0.0625, 7, 8, 9, 0, 0, 1}), version);
-    EXPECT_EQ(random.style, 1u);
-    EXPECT_EQ(random.densityFactor, 0.4); // what is stored is dropped
-    EXPECT_EQ(random.multiFactor, 1.25);
-    EXPECT_EQ(random.maxAngle, 1.5);
-    EXPECT_EQ(random.separation, 0.0625);
-    EXPECT_EQ(random.seedPosition.y, 8.0);
-    EXPECT_EQ(random.seedVector.z, 1.0);
+    expectNumbers<CSprayFactoryVelocity>(CBytes().f64s({3, 0.25, 0.5, 0, 2, 0}),
+                                         "mean 3; deviation 0.25; sprayAngle 0.5; direction (0, 2, 0)");
+    // The direction of a velocity is normalised, that of an angular velocity isn't.
+    const CBytes normal = CBytes().f64s({2, 0.125, 0, 3, -4});
+    expectNumbers<CNormalFactoryVelocity>(normal, "mean 2; deviation 0.125; direction (0, 0.6, -0.8)");
+    expectNumbers<CNormalFactoryAngVel>(normal, "mean 2; deviation 0.125; direction (0, 3, -4)");
+    // What is stored for the second number, 0.9, is dropped.
+    expectNumbers<CRandomFactoryPosition>(CBytes().i32(1).f64s({0.9, 1.25, 1.5, 0.0625, 7, 8, 9, 0, 0, 1}),
+                                          "style 1; densityFactor 0.4; multiFactor 1.25; maxAngle 1.5; separation "
+                                          "0.0625; seedPosition (7, 8, 9); seedVector (0, 0, 1)");
     CBytes numbers;
     for (int i = 1; i <= 27; ++i)
         numbers.f64(i);
-    CCubicFactoryPosition lattice;
-    throughReader(lattice, numbers, version);
-    EXPECT_EQ(lattice.axisC.x, 7.0);
-    EXPECT_EQ(lattice.start.x, 10.0);
-    EXPECT_EQ(lattice.rotation.x, 13.0);
-    EXPECT_EQ(lattice.cursor1.x, 16.0);
-    EXPECT_EQ(lattice.cursor0.x, 19.0);
-    EXPECT_EQ(lattice.cursor2.x, 22.0);
-    EXPECT_EQ(lattice.cursor3.x, 25.0);
-    CFixedFactoryOrientation turned; // by a third of a turn about the diagonal: x becomes y
-    throughReader(turned, CBytes().f64s({0.5, 0.5, 0.5, 0.5}), version);
-    EXPECT_EQ((turned.orientation * C3DVector(1, 0, 0)).y, 1.0);
-    CLogNormalFactorySize logNormal;
-    throughReader(logNormal, CBytes().f64s({0.5, 0.25, -1, 1.5}).i32(0).i32(0).i32(1), version);
-    EXPECT_FALSE(logNormal.sizeDistribution.logMean);
-    EXPECT_TRUE(logNormal.sizeDistribution.radiusScaling);
-    CUserDefinedFactorySize bands; // equal sizes are one band, whose share is the later
-    throughReader(bands, CBytes().i32(1).i32(3).f64s({1.5, 100, 0.5, 25, 0.5 * (1 + 1e-14), 30}), version);
-    EXPECT_EQ(bands.sizeDistribution.bands.size(), 2u);
-    EXPECT_EQ(bands.sizeDistribution.bands.at(0.5), 30.0);
+    expectNumbers<CCubicFactoryPosition>(
+        numbers, "axisA (1, 2, 3); axisB (4, 5, 6); axisC (7, 8, 9); start (10, 11, 12); rotation (13, 14, 15); "
+                 "cursor1 (16, 17, 18); cursor0 (19, 20, 21); cursor2 (22, 23, 24); cursor3 (25, 26, 27)");
+    // By a third of a turn about the diagonal: x becomes y, y becomes z.
+    expectNumbers<CFixedFactoryOrientation>(CBytes().f64s({0.5, 0.5, 0.5, 0.5}),
+                                            "orientation (0, 0, 1, 1, 0, 0, 0, 1, 0)");
+    expectNumbers<CLogNormalFactorySize>(
+        CBytes().f64s({0.5, 0.25, -1, 1.5}).i32(0).i32(0).i32(1),
+        "mean 0.5; deviation 0.25; lowerCap -1; upperCap 1.5; capped false; logMean false; radiusScaling true");
+    // Equal sizes are one band, whose share is the later.
+    expectNumbers<CUserDefinedFactorySize>(CBytes().i32(1).i32(3).f64s({1.5, 100, 0.5, 25, 0.5 * (1 + 1e-14), 30}),
+                                           "bands f64[2,2] (0.5, 30) (1.5, 100)");
 }
 
 /// Bytes of a parameter in the version that has them first, and in the one before.
@@ -383,11 +370,9 @@ TEST(DemFactories, keepTheWalkThroughALattice)
         CFactoryDeck deck;
         deck.read({stored}, makeVersion(27, 0, 3));
         deck.readState(makeVersion(27, 0, 3));
-        const auto& lattice = dynamic_cast<const C3DLattice&>(*deck.factory().position);
-        EXPECT_EQ(lattice.cursor2.x, 31.0) << kind;
-        EXPECT_EQ(lattice.cursor3.x, 34.0);
-        EXPECT_EQ(lattice.cursor1.x, 37.0);
-        EXPECT_EQ(lattice.cursor0.x, 19.0);
+        auto& lattice = dynamic_cast<C3DLattice&>(*deck.factory().position);
+        expectText(lattice, "cursor2 (31, 32, 33); cursor3 (34, 35, 36); cursor1 (37, 38, 39); cursor0 (19, 20, 21)",
+                   kind);
         EXPECT_EQ(lattice.factory, &deck.factory());
     }
 }
@@ -555,21 +540,23 @@ TEST(DemFactories, refuseASizeOfAnUnknownTypeInATimestep)
 
 TEST(DemPluginFactories, thatCantBeBoundAreToldAndLeftOut)
 {
+    const std::vector<SDeckPluginFactory> stored{{"library", "Feeder", "libfeeder"}, {"", "Grid", "none"}};
     for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(22, 255, 0), makeVersion(23, 0, 0), current}) {
-        const CBytes stored =
-            pluginFactoryBytes(version, {{"library", "Feeder", "libfeeder"}, {"dynamic", "Other", "none"}});
+        const CBytes bytes = pluginFactoryBytes(version, stored);
         CPluginParticleFactoryList list;
         clearLogOnceMemory();
         const CLogCapture log;
         for (int timestep = 0; timestep < 2; ++timestep)
-            EXPECT_EQ(consumedBy<CDemTimestepDataReader>(list, stored + CBytes::garbage(16), version), stored.size());
+            EXPECT_EQ(consumedBy<CDemTimestepDataReader>(list, bytes + CBytes::garbage(16), version), bytes.size());
         EXPECT_EQ(list.count(), 0u);
         EXPECT_EQ(log.count(), 2u) << log.text();
         const std::string library = version < makeVersion(23, 0, 0) ? "Feeder" : "libfeeder";
-        EXPECT_NE(log.text().find("plug-in factory \"Feeder\" of the library \"" + library + "\" can't be bound"),
-                  std::string::npos)
-            << log.text();
+        for (const std::string& told : {"plug-in factory \"Feeder\" of the library \"" + library + "\" can't be bound",
+                                        std::string("factory \"Grid\" of the kind \"\"")})
+            EXPECT_NE(log.text().find(told), std::string::npos) << log.text();
     }
+    CPluginParticleFactoryList list;
+    EXPECT_THROW(consumedBy<CDemTimestepDataReader>(list, CBytes().i32(2).text("").text("")), std::length_error);
 }
 
 } // namespace NBrenmark

@@ -1,22 +1,12 @@
 // The sample decks with moving walls and with factories. The expected numbers were taken out of their bytes
 // by a script of its own, which shares nothing with this library.
 #include "io/dem/dem_testing.h"
-#include "model/factories/dynamic_particle_factory.h"
-#include "model/factories/factory_angular_velocity.h"
-#include "model/factories/factory_orientation.h"
-#include "model/factories/factory_position.h"
-#include "model/factories/factory_size.h"
-#include "model/factories/factory_type.h"
-#include "model/factories/factory_velocity.h"
+#include "model/factories/particle_factory.h"
 #include "model/factories/particle_factory_list.h"
-#include "model/factories/static_particle_factory.h"
-#include "model/geometry/box.h"
 #include "model/geometry/cad_geometry.h"
-#include "model/geometry/cylinder.h"
-#include "model/geometry/polygon.h"
 #include "model/kinematics/linear_rotation.h"
-#include "model/kinematics/sinusoidal_translation.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -60,41 +50,26 @@ TEST(MovingWallsDeck, holdsItsWalls)
 {
     CSampleDeck deck("moving-walls-26.dem");
     deck.readCreator();
-    const GeometryGroups& groups = deck.frame.creator.geometryGroups;
-    const auto& hopper = dynamic_cast<const CBox&>(*groups.at(0));
-    EXPECT_EQ(hopper.displayedName, "Hopper");
-    EXPECT_EQ(hopper.uniqueId, 40u);
-    EXPECT_EQ(hopper.materialName, "Steel");
-    EXPECT_FALSE(hopper.isStatic);
-    expectPoint(hopper.bounds.upper, 1.0, 0.75, 0.375);
-    EXPECT_EQ(hopper.momentOfInertia.values, (std::array<double, 6>{1, 2, 3, 0.1, 0.2, 0.3}));
+    GeometryGroups& groups = deck.frame.creator.geometryGroups;
+    expectText(
+        groups,
+        "Hopper/index 0; Hopper/shape \"box\"; Hopper/uniqueId 40; Hopper/materialName \"Steel\"; "
+        "Hopper/isStatic false; Hopper/bounds/upper (1, 0.75, 0.375); "
+        "Hopper/momentOfInertia f64[6] 1 2 3 0.1 0.2 0.3; Hopper/enclosedMagnitude 1; "
+        "Hopper/surfaceMagnitude 6; Hopper/velocity (1, 2, 3); "
+        "Hopper/motionHistory/0/angularVelocity (0.0011085547122109732, -0.2895440692501988, -1.1160663030644142); "
+        "Hopper/motionHistory/0/pointOfAction (-0.012882756745794295, -0.3783614642079181, -0.4811353628769039); "
+        "Hopper/motions/shake/index 1; Hopper/motions/shake/displacementMagnitude 1; "
+        "Hopper/motions/turn/index 2; Hopper/motions/turn/startTime 1.5; "
+        "Hopper/motions/turn/angularVelocity (0, 0, 3); Drum/cylinder/detail 8; "
+        "Drum/enclosedMagnitude 0.4124789556921527; Plate/polygon/centre (0, 0, -1); "
+        "Plate/polygon/lengthSide1 2; Gate/isStatic true; Gate/uniqueId 44");
+    const CGeometryGroup& hopper = *groups.at(0);
     expectPoint(hopper.originalCoords[0], -0.5, 0.5, 0.5);
     expectPoint(hopper.coords[0], 0.0, -0.25, 0.375);
     EXPECT_EQ(hopper.triangleNodes.size(), 12u);
-    EXPECT_EQ(hopper.enclosedMagnitude, 1.0);
-    EXPECT_EQ(hopper.surfaceMagnitude, 6.0);
-    expectPoint(hopper.velocity, 1, 2, 3);
-    ASSERT_EQ(hopper.motionHistory.size(), 1u);
-    EXPECT_EQ(hopper.motionHistory[0].angularVelocity.y, -0.2895440692501988);
-    EXPECT_EQ(hopper.motionHistory[0].pointOfAction.z, -0.4811353628769039);
-    ASSERT_EQ(hopper.kinematics.actions.size(), 3u);
-    const auto& shake = dynamic_cast<const CSinusoidalTranslation&>(*hopper.kinematics.actions[1]);
-    EXPECT_EQ(shake.name, "shake");
-    EXPECT_EQ(shake.displacementMagnitude, 1.0);
-    const auto& turn = dynamic_cast<const CLinearRotation&>(*hopper.kinematics.actions[2]);
-    EXPECT_EQ(turn.startTime, 1.5);
-    expectPoint(turn.angularVelocity, 0, 0, 3);
-    const auto& drum = dynamic_cast<const CCylinder&>(*groups.at(1));
-    EXPECT_EQ(drum.detail, 8u);
-    EXPECT_EQ(drum.vertexIds.back(), 25u);
-    EXPECT_EQ(drum.enclosedMagnitude, 0.4124789556921527);
-    const auto& plate = dynamic_cast<const CPolygon&>(*groups.at(2));
-    expectPoint(plate.centre, 0, 0, -1);
-    EXPECT_EQ(plate.lengthSide1, 2.0);
-    const auto& blade = dynamic_cast<const CCADGeometry&>(*groups.at(3));
-    EXPECT_EQ(blade.importedCoords.size(), 4u);
-    EXPECT_TRUE(groups.at(4)->isStatic);
-    EXPECT_EQ(groups.at(4)->uniqueId, 44u);
+    EXPECT_EQ(groups.at(1)->vertexIds.back(), 25u);
+    EXPECT_EQ(dynamic_cast<const CCADGeometry&>(*groups.at(3)).importedCoords.size(), 4u);
 }
 
 TEST(MovingWallsDeck, turnsOneStaticAndLetsAnotherMove)
@@ -142,57 +117,30 @@ static void expectFactories(CSampleDeck& deck, bool hasGoals)
     const auto& second = groups.at(1)->factories->factories;
     ASSERT_EQ(first.size(), 3u);
     ASSERT_EQ(second.size(), 2u);
-    const auto& a = dynamic_cast<const CDynamicParticleFactory&>(*first[0]);
-    EXPECT_EQ(a.name, "A");
-    EXPECT_EQ(a.sectionName, "Hopper");
-    EXPECT_EQ(a.maxAttempts, 30u);
-    EXPECT_EQ(a.counters, (std::array<quint32, 4>{4, 3, 2, 0}));
-    EXPECT_EQ(a.numToCreate, 500u);
-    EXPECT_EQ(a.massToCreate, 12.5);
-    EXPECT_EQ(a.massCreation, hasGoals);
-    EXPECT_EQ(a.rateChangeTime, hasGoals ? 0.5 : 0.0);
-    EXPECT_EQ(dynamic_cast<const CFixedFactoryVelocity&>(*a.velocity).value.z, -1.5);
-    EXPECT_EQ(dynamic_cast<const CFixedFactorySize&>(*a.sizes.at("Ball")).sizeDistribution.value, 1.25);
-    EXPECT_NE(dynamic_cast<const CRandomFactoryOrientation*>(a.orientation.get()), nullptr);
-    const auto& walk = dynamic_cast<const CRandomFactoryPosition&>(*a.position);
-    EXPECT_EQ(walk.style, 1u);
-    EXPECT_EQ(walk.maxAngle, 1.5);
-    expectPoint(walk.seedPosition, 0.5, 0.25, 0.125);
-    const auto& b = dynamic_cast<const CDynamicParticleFactory&>(*first[1]);
-    EXPECT_TRUE(b.unlimited);
-    EXPECT_EQ(dynamic_cast<const CLinearFactoryAngVel&>(*b.angVel).endVelocity.z, 2.0);
-    const auto& lattice = dynamic_cast<const CCubicFactoryPosition&>(*b.position);
-    expectPoint(lattice.start, 1, 1, 1);
-    expectPoint(lattice.rotation, 0.1, 0.2, 0.3);
-    expectPoint(lattice.cursor3, 0.25, 0.5, 0.75);
-    const auto& c = dynamic_cast<const CStaticParticleFactory&>(*first[2]);
-    EXPECT_TRUE(c.completed);
-    EXPECT_FALSE(c.fillShape);
-    EXPECT_EQ(c.numToCreate, 502u);
-    EXPECT_EQ(c.massToCreate, hasGoals ? 14.5 : 0.0);
-    EXPECT_EQ(c.type->typeNames(), (std::vector<QString>{"Ball", "Rod"}));
-    const auto& normal = dynamic_cast<const CNormalFactorySize&>(*c.sizes.at("Rod"));
-    EXPECT_EQ(normal.sizeDistribution.upperCap, 1.25);
-    EXPECT_TRUE(normal.sizeDistribution.capped);
-    EXPECT_FALSE(normal.sizeDistribution.radiusScaling);
-    const auto& d = *second[0];
-    EXPECT_TRUE(dynamic_cast<const CLogNormalFactorySize&>(*d.sizes.at("Ball")).sizeDistribution.logMean);
-    EXPECT_EQ(dynamic_cast<const CNormalFactoryVelocity&>(*d.velocity).direction.z, -1.0);
-    const auto& e = *second[1];
-    EXPECT_EQ(dynamic_cast<const CSprayFactoryVelocity&>(*e.velocity).sprayAngle, 0.5);
-    const auto& bands = dynamic_cast<const CUserDefinedFactorySize&>(*e.sizes.at("Rod"));
-    EXPECT_EQ(bands.sizeDistribution.bands.at(1.5), 100.0);
-    EXPECT_EQ(e.electrostatic.fixedValue, 1e-9);
+    expectText(*groups.at(0)->factories,
+               "A/kind \"dynamic\"; A/maxAttempts 30; A/counter0 4; A/counter1 3; A/counter2 2; A/counter3 0; "
+               "A/numToCreate 500; A/massToCreate 12.5; A/velocity/value (0, 0, -1.5); A/sizes/Ball/value 1.25; "
+               "A/orientation/kind \"random\"; A/position/style 1; A/position/maxAngle 1.5; "
+               "A/position/seedPosition (0.5, 0.25, 0.125); B/unlimited true; "
+               "B/angularVelocity/endVelocity (0, 0, 2); B/position/kind \"cubic\"; B/position/start (1, 1, 1); "
+               "B/position/rotation (0.1, 0.2, 0.3); B/position/cursor3 (0.25, 0.5, 0.75); C/kind \"static\"; "
+               "C/completed true; C/fillShape false; C/numToCreate 502; C/type/names/0 \"Ball\"; "
+               "C/type/names/1 \"Rod\"; C/sizes/Rod/upperCap 1.25; C/sizes/Rod/capped true; "
+               "C/sizes/Rod/radiusScaling false");
+    expectText(*groups.at(0)->factories, hasGoals ? "A/massCreation true; A/rateChangeTime 0.5; C/massToCreate 14.5"
+                                                  : "A/massCreation false; A/rateChangeTime 0; C/massToCreate 0");
+    expectText(*groups.at(1)->factories,
+               "D/sizes/Ball/logMean true; D/velocity/direction (0, 0, -1); E/velocity/sprayAngle 0.5; "
+               "E/sizes/Rod/bands f64[1,2] (1.5, 100)");
+    EXPECT_EQ(first[0]->sectionName, "Hopper");
+    EXPECT_EQ(second[1]->electrostatic.fixedValue, 1e-9);
 
     deck.readTimestep(hasGoals ? 10318 : 9870);
-    EXPECT_EQ(a.creationCount, 8u);
-    EXPECT_EQ(a.createdSinceRateChange, 5u);
-    EXPECT_EQ(a.accounting.massCreated, hasGoals ? 1.5 : 0.0);
-    EXPECT_EQ(a.accounting.massSinceRateChange, hasGoals ? 0.5 : 0.0);
-    EXPECT_EQ(a.counters, (std::array<quint32, 4>{1, 2, 3, 4}));
-    expectPoint(walk.seedPosition, 0.1, 0.2, 0.3);
-    expectPoint(walk.seedVector, 0, 1, 0);
-    EXPECT_EQ(dynamic_cast<const CBinaryFactoryType&>(*c.type).next, 1);
+    expectText(*groups.at(0)->factories,
+               "A/creationCount 8; A/createdSinceRateChange 5; A/counter0 1; A/counter1 2; A/counter2 3; "
+               "A/counter3 4; A/position/seedPosition (0.1, 0.2, 0.3); A/position/seedVector (0, 1, 0); C/type/next 1");
+    expectText(*groups.at(0)->factories, hasGoals ? "A/accounting/massCreated 1.5; A/accounting/massSinceRateChange 0.5"
+                                                  : "A/accounting/massCreated 0; A/accounting/massSinceRateChange 0");
     EXPECT_EQ(second[1]->creationCount, 9u);
 }
 

@@ -7,12 +7,11 @@
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/box.h"
 #include "model/geometry/cad_geometry.h"
-#include "model/geometry/cylinder.h"
-#include "model/geometry/polygon.h"
 #include "model/kinematics/linear_rotation.h"
 #include "model/kinematics/linear_translation.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 #include <cmath>
@@ -143,49 +142,24 @@ TEST(DemGeometryGroups, holdTheShapesAndTheCommonFields)
 {
     COwnFrame own;
     readGroups(own, sampleGroups(), makeVersion(27, 0, 3));
-    const auto& box = groupOf<CBox>(own, 0);
-    expectTriple(box.centre, 0.5, 0.25, 0.125);
-    expectTriple(box.rotations, 0.1, 0.2, 0.3);
-    EXPECT_EQ(box.width, 2.0);
-    EXPECT_EQ(box.length, 3.0);
-    EXPECT_EQ(box.height, 4.0);
-    EXPECT_EQ(box.sidesEnabled, (std::array<bool, 6>{true, false, true, false, true, true}));
-    const auto& cylinder = groupOf<CCylinder>(own, 1);
-    EXPECT_EQ(cylinder.startPoint.z, -0.5);
-    EXPECT_EQ(cylinder.endPoint.z, 0.5);
-    EXPECT_EQ(cylinder.radiusStart, 0.25);
-    EXPECT_EQ(cylinder.radiusEnd, 0.375);
-    EXPECT_EQ(cylinder.detail, 8u);
-    EXPECT_TRUE(cylinder.closedStart && !cylinder.closedEnd);
-    const auto& polygon = groupOf<CPolygon>(own, 2);
-    EXPECT_EQ(polygon.normal.y, 1.0);
-    expectTriple(polygon.centre, 1, 2, 3);
-    EXPECT_EQ(polygon.radius, 0.75);
-    EXPECT_EQ(polygon.rotation, 0.1);
-    EXPECT_EQ(polygon.edges, 5);
-    EXPECT_EQ(polygon.lengthSide1, 2.0);
-    EXPECT_EQ(polygon.lengthSide2, 1.0);
-    expectTriple(polygon.rotations, 0.4, 0.5, 0.6);
-
-    expectTriple(box.bounds.upper, 1, 2, 3); // as stored, not as computed
-    expectTriple(box.bounds.lower, -1, -2, -3);
-    EXPECT_EQ(box.momentOfInertia.values[5], 0.125);
-    EXPECT_EQ(box.desiredForce.z, 2.0);
-    EXPECT_EQ(box.materialName, "glass");
-    EXPECT_EQ(box.enclosedMagnitude, 8.5);
-    EXPECT_EQ(box.surfaceMagnitude, 9.5);
-    EXPECT_EQ(box.time, 0.5);
-    EXPECT_EQ(box.gain, 0.75);
-    EXPECT_TRUE(box.resetVelocities);
-    EXPECT_EQ(box.geometryType, eRealGeometry);
-    EXPECT_EQ(box.velocity.x, 3.0);
-    ASSERT_EQ(box.motionHistory.size(), 1u);
-    EXPECT_EQ(box.motionHistory[0].pointOfAction.y, 5.0);
-    EXPECT_EQ(cylinder.geometryType, eVirtualGeometry);
-    EXPECT_FALSE(cylinder.closed);
-    EXPECT_EQ(cylinder.enclosedMagnitude, 0.0); // an open group encloses nothing
-    for (const auto& factory : box.factories->factories) {
-        EXPECT_EQ(factory->boundingShape, &box);
+    // Bounds and magnitudes are as stored, not as computed; an open group encloses nothing.
+    expectText(groupOf(own, 0),
+               "box/centre (0.5, 0.25, 0.125); box/rotations (0.1, 0.2, 0.3); box/width 2; box/length 3; "
+               "box/height 4; box/sidesEnabled/0 true; box/sidesEnabled/1 false; box/sidesEnabled/2 true; "
+               "box/sidesEnabled/3 false; box/sidesEnabled/4 true; box/sidesEnabled/5 true; bounds/upper (1, 2, 3); "
+               "bounds/lower (-1, -2, -3); momentOfInertia f64[6] 1.5 2.5 3.5 0.5 0.25 0.125; desiredForce (1, 0, 2); "
+               "materialName \"glass\"; enclosedMagnitude 8.5; surfaceMagnitude 9.5; time 0.5; gain 0.75; "
+               "resetVelocities true; geometryType 1; velocity (3, 2, 1); motionHistory/0/angularVelocity (1, 2, 3); "
+               "motionHistory/0/pointOfAction (4, 5, 6)");
+    expectText(groupOf(own, 1),
+               "cylinder/startPoint (0, 0, -0.5); cylinder/endPoint (0, 0, 0.5); cylinder/radiusStart 0.25; "
+               "cylinder/radiusEnd 0.375; cylinder/detail 8; cylinder/closedStart true; cylinder/closedEnd false; "
+               "geometryType 2; closed false; enclosedMagnitude 0"); // an open group encloses nothing
+    expectText(groupOf(own, 2),
+               "polygon/normal (0, 1, 0); polygon/centre (1, 2, 3); polygon/radius 0.75; polygon/rotation 0.1; "
+               "polygon/edges 5; polygon/lengthSide1 2; polygon/lengthSide2 1; polygon/rotations (0.4, 0.5, 0.6)");
+    for (const auto& factory : groupOf(own, 0).factories->factories) {
+        EXPECT_EQ(factory->boundingShape, &groupOf<CBox>(own, 0));
         EXPECT_EQ(factory->sectionName, "Trichter");
     }
 }
@@ -506,53 +480,25 @@ TEST(DemGeometryDamage, everyPrefixEndsInACleanError)
 {
     for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(22, 0, 0), makeVersion(27, 0, 3)}) {
         const std::vector<SDeckGroup> stored = sampleGroups();
-        const CBytes creator = groupListBytes(version, stored);
+        expectEveryPrefixToFail<CDemCreatorDataReader>(groupListBytes(version, stored), newGroups, version, 7);
         COwnFrame whole;
         readGroups(whole, stored, version);
-        const CBytes state = stateBytes(version, stored);
-        for (qint64 cut = 0; cut < creator.size(); cut += 7) {
-            COwnFrame own;
-            EXPECT_THROW(
-                consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups, creator.first(cut), version),
-                std::exception)
-                << "cut at " << cut << " of " << creator.size();
-        }
-        for (qint64 cut = 0; cut < state.size(); cut += 7)
-            EXPECT_THROW(
-                consumedBy<CDemTimestepDataReader>(whole.frame.creator.geometryGroups, state.first(cut), version),
-                std::exception)
-                << "cut at " << cut << " of " << state.size();
+        expectEveryPrefixToFail<CDemTimestepDataReader>(
+            stateBytes(version, stored), [&] { return &whole.frame.creator.geometryGroups; }, version, 7);
     }
 }
 
 TEST(DemGeometryDamage, noWordOfItTakesTheMachinesMemory)
 {
     const CLogCapture log;
+    const auto nothing = [](GeometryGroups&) {};
     const quint32 version = makeVersion(27, 0, 3);
     const std::vector<SDeckGroup> stored = sampleGroups();
-    const CBytes creator = groupListBytes(version, stored);
-    const CBytes state = stateBytes(version, stored);
-    for (const quint32 word : {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu}) {
-        for (qint64 at = 0; at + 4 <= creator.size(); at += 6) {
-            COwnFrame own;
-            try {
-                consumedBy<CDemCreatorDataReader>(own.frame.creator.geometryGroups,
-                                                  creator.with(at, CBytes().u32(word)), version);
-            }
-            catch (const std::exception&) {
-            }
-        }
-        COwnFrame own;
-        readGroups(own, stored, version);
-        for (qint64 at = 0; at + 4 <= state.size(); at += 6) {
-            try {
-                consumedBy<CDemTimestepDataReader>(own.frame.creator.geometryGroups, state.with(at, CBytes().u32(word)),
-                                                   version);
-            }
-            catch (const std::exception&) {
-            }
-        }
-    }
+    damageEverywhere<CDemCreatorDataReader>(groupListBytes(version, stored), newGroups, nothing, 0, 6);
+    COwnFrame own;
+    readGroups(own, stored, version);
+    damageEverywhere<CDemTimestepDataReader>(
+        stateBytes(version, stored), [&] { return &own.frame.creator.geometryGroups; }, nothing, 0, 6);
 }
 
 TEST(DemGeometryDamage, isReadNoFurtherOnceTheReadIsToStop)

@@ -1,30 +1,13 @@
 // The motions of geometry groups: their numbers, the lists of old versions, and kinds that nobody knows.
 #include "io/dem/dem_testing.h"
 #include "model/kinematics/kinematics.h"
-#include "model/kinematics/linear_rotation.h"
-#include "model/kinematics/linear_translation.h"
-#include "model/kinematics/sinusoidal_rotation.h"
-#include "model/kinematics/sinusoidal_translation.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 
 #include <gtest/gtest.h>
 
 namespace NBrenmark {
-
-template <class TMotion>
-static TMotion& motionOf(CKinematics& kinematics, std::size_t number)
-{
-    return dynamic_cast<TMotion&>(*kinematics.actions.at(number));
-}
-
-template <class TTriple>
-static void expectTriple(const TTriple& found, double x, double y, double z)
-{
-    EXPECT_EQ(found.x, x);
-    EXPECT_EQ(found.y, y);
-    EXPECT_EQ(found.z, z);
-}
 
 TEST(DemMotions, holdTheirNumbersByTheirStart)
 {
@@ -32,33 +15,16 @@ TEST(DemMotions, holdTheirNumbersByTheirStart)
     CKinematics kinematics;
     ASSERT_EQ(consumedBy<CDemCreatorDataReader>(kinematics, stored + CBytes::garbage(64), makeVersion(27, 0, 3)),
               stored.size());
-    const auto& turn = motionOf<CLinearRotation>(kinematics, 0);
-    EXPECT_EQ(turn.name, "turn");
-    EXPECT_EQ(turn.startTime, 0.25);
-    EXPECT_EQ(turn.endTime, 9999.0);
-    EXPECT_EQ(turn.pointOfAction.z, 0.5);
-    EXPECT_FALSE(turn.movesWithBody);
-    EXPECT_EQ(turn.axis.endPoint.z, 4.0);
-    expectTriple(turn.angularVelocity, 0, 0, 3); // along the axis, rad/s
-    expectTriple(turn.angularAcceleration, 0, 0, 0.5);
-    const auto& slide = motionOf<CLinearTranslation>(kinematics, 1);
-    EXPECT_EQ(slide.initialVelocity, 1.5);
-    EXPECT_EQ(slide.acceleration, -0.25);
-    EXPECT_EQ(slide.axis.endPoint.x, 2.0);
-    EXPECT_EQ(slide.endTime, 4.0);
-    const auto& shake = motionOf<CSinusoidalTranslation>(kinematics, 2); // both start at 1 s: their order stays
-    expectTriple(shake.sinusoid.displacement, 0, 3, 4);
-    EXPECT_EQ(shake.sinusoid.offset, 0.125);
-    EXPECT_EQ(shake.sinusoid.frequency, 50.0);
-    EXPECT_EQ(shake.displacementMagnitude, 5.0);
-    expectTriple(shake.axis.endPoint, 0, 0.6, 0.8);
-    expectTriple(shake.axis.startPoint, 0, 0, 0);
-    const auto& swing = motionOf<CSinusoidalRotation>(kinematics, 3);
-    EXPECT_EQ(swing.pointOfAction.x, 0.25);
-    EXPECT_TRUE(swing.movesWithBody);
-    EXPECT_EQ(swing.displacementMagnitude, 2.0);
-    EXPECT_EQ(swing.axis.endPoint.z, -1.0);
-    EXPECT_EQ(swing.sinusoid.frequency, 25.0);
+    // Velocities are along the axis, rad/s. Two start at 1 s: their order stays.
+    expectText(kinematics,
+               "turn/index 0; turn/startTime 0.25; turn/endTime 9999; turn/pointOfAction (0, 0, 0.5); "
+               "turn/movesWithBody false; turn/endPoint (0, 0, 4); turn/angularVelocity (0, 0, 3); "
+               "turn/angularAcceleration (0, 0, 0.5); slide/index 1; slide/initialVelocity 1.5; "
+               "slide/acceleration -0.25; slide/endPoint (2, 0, 0); slide/endTime 4; shake/index 2; "
+               "shake/displacement (0, 3, 4); shake/offset 0.125; shake/frequency 50; shake/displacementMagnitude 5; "
+               "shake/endPoint (0, 0.6, 0.8); shake/startPoint (0, 0, 0); swing/index 3; "
+               "swing/pointOfAction (0.25, 0, 0); swing/movesWithBody true; swing/displacementMagnitude 2; "
+               "swing/endPoint (0, 0, -1); swing/frequency 25");
     EXPECT_EQ(kinematics.earliestStart, 0.25);
 }
 

@@ -4,6 +4,7 @@
 #include "model/geometry/geometry_group.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 
 #include <QDate>
 #include <gtest/gtest.h>
@@ -54,14 +55,12 @@ TEST(DemTimestepData, everyVersionReadsToItsLastByte)
             EXPECT_EQ(groups.at(0)->time, isWhole ? 0.5 : hasOwnTime ? 0.625 : 0.125) << name;
             EXPECT_EQ(groups.totalBounds.upper.x, isWhole ? 1.0 : 1.5) << name;
             EXPECT_EQ(own.frame.creator.pluginFactories.count(), 0u);
-            EXPECT_EQ(timestep.elapsedTime, 12.5);
-            EXPECT_EQ(timestep.runNumber, 3);
             EXPECT_EQ(timestep.date, "17/03/18");
-            EXPECT_EQ(timestep.systemEnergy.cumulative.external, 5.5);
-            EXPECT_EQ(timestep.systemEnergy.total, 8.5);
-            EXPECT_EQ(timestep.systemEnergy.potential, 9.5);
-            EXPECT_EQ(timestep.systemEnergy.kinetic, 10.5);
-            EXPECT_EQ(timestep.removedParticles, (QMap<QString, quint32>{{"Oval (größer)", 2}, {"Ball", 1}}));
+            expectText(timestep,
+                       "elapsedTime 12.5; runNumber 3; energy/cumulative/external 5.5; energy/total 8.5; "
+                       "energy/potential 9.5; energy/kinetic 10.5; removedParticles/Oval%20(größer) 2; "
+                       "removedParticles/Ball 1",
+                       name);
         }
     }
 }
@@ -81,97 +80,25 @@ TEST(DemTimestepData, propertiesThatAVersionDoesntStoreAreReset)
     }
 }
 
-TEST(DemTimestepData, everyPrefixEndsInACleanError)
+/// A timestep with few particles, of which one type's are deflated.
+static CBytes smallTimestep(quint32 version)
 {
     SDeckTimestep stored = sampleTimestep(0.125);
     stored.particles.types[0].rows = makeDeckRows(1, 3, deckFields, true);
     stored.particles.types[1].rows = makeDeckRows(4, 2);
-    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)}) {
-        const CBytes bytes = timestepBytes(version, stored);
-        for (qint64 cut = 0; cut < bytes.size(); ++cut) {
-            COwnFrame own;
-            EXPECT_THROW(consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.first(cut)), std::exception)
-                << "cut at " << cut << " of " << bytes.size();
-        }
-    }
+    return timestepBytes(version, stored);
+}
+
+TEST(DemTimestepData, everyPrefixEndsInACleanError)
+{
+    for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)})
+        expectEveryPrefixToFail<CDemTimestepDataReader>(smallTimestep(version), newTimestep);
 }
 
 TEST(DemTimestepData, noWordOfItTakesTheMachinesMemory)
 {
-    SDeckTimestep stored = sampleTimestep(0.125);
-    stored.particles.types[0].rows = makeDeckRows(1, 3, deckFields, true);
-    stored.particles.types[1].rows = makeDeckRows(4, 2);
-    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
-    for (const quint32 word : {0x7FFFFFFFu, 0x00100000u, 0xFFFFFFFFu}) {
-        for (qint64 at = 4; at + 4 <= bytes.size(); ++at) {
-            COwnFrame own;
-            try {
-                consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(at, CBytes().u32(word)));
-            }
-            catch (const std::exception&) {
-            }
-        }
-    }
-}
-
-TEST(DemTimestepData, saysWhichMarkerWasWrong)
-{
-    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), sampleTimestep(0.125));
-    const qint64 behindStamp = stampBytes(makeVersion(27, 0, 3), {}).size();
-    COwnFrame own;
-    try {
-        consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(behindStamp, CBytes().u32(0xBEEFCAFF)));
-        FAIL() << "the marker was taken";
-    }
-    catch (const block_error& error) {
-        EXPECT_EQ(std::string(error.what()),
-                  "Invalid marker found in data stream loading expected tag=3203386110 at pos=" +
-                      std::to_string(behindStamp + 4) + ".");
-    }
-}
-
-TEST(DemTimestepData, aDamagedBlockCostsNoTimestep)
-{
-    // The count of surface-surface bonds, in the block behind contacts and collisions.
-    const CBytes families = pairBytes(makeVersion(27, 0, 3), SDeckPairs());
-    const SDeckTimestep stored = sampleTimestep(0.125);
-    const CBytes bytes = timestepBytes(makeVersion(27, 0, 3), stored);
-    const qint64 bondCount = bytes.bytes().indexOf(families.bytes()) + families.size() - 8 - 10;
-    const CLogCapture log;
-    COwnFrame own;
-    EXPECT_EQ(consumedBy<CDemTimestepDataReader>(own.frame.timestep, bytes.with(bondCount, CBytes().i32(-2))),
-              bytes.size());
-    EXPECT_EQ(own.frame.timestep.time, 0.125);
-    EXPECT_NE(log.text().find("bonds skipped: "), std::string::npos) << log.text();
-}
-
-TEST(DemTimestepData, leavesPluginFactoriesOutByNameAndReadsOn)
-{
-    struct SCase
-    {
-        quint32 version;
-        CBytes factories;
-        const char* told;
-        std::size_t messages;
-    };
-    const SCase cases[] = {
-        {makeVersion(22, 0, 0), CBytes().i32(2).text("library").text("Feeder").text("cubic").text("Grid"),
-         "plug-in factory \"Feeder\" of the library \"Feeder\"", 2},
-        {makeVersion(23, 0, 0), CBytes().i32(1).text("library").text("Feeder").text("feed.dll"),
-         "plug-in factory \"Feeder\" of the library \"feed.dll\"", 1},
-        {makeVersion(27, 0, 3), CBytes().i32(1).text("").text("Grid").text(""), "factory \"Grid\" of the kind \"\"", 1},
-    };
-    for (const SCase& c : cases) {
-        CPluginParticleFactoryList list;
-        clearLogOnceMemory();
-        const CLogCapture log;
-        EXPECT_EQ(consumedBy<CDemTimestepDataReader>(list, c.factories + CBytes::garbage(20), c.version),
-                  c.factories.size());
-        EXPECT_EQ(log.count(), c.messages);
-        EXPECT_NE(log.text().find(c.told), std::string::npos) << log.text();
-    }
-    CPluginParticleFactoryList list;
-    EXPECT_THROW(consumedBy<CDemTimestepDataReader>(list, CBytes().i32(2).text("").text("")), std::length_error);
+    damageEverywhere<CDemTimestepDataReader>(
+        smallTimestep(makeVersion(27, 0, 3)), newTimestep, [](CTimestepData&) {}, 4);
 }
 
 // ---------------------------------------------------------------- writing

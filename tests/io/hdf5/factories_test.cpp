@@ -16,6 +16,7 @@
 
 #include "hdf5_sample.h"
 #include "support/log_capture.h"
+#include "support/text_lines.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -156,21 +157,14 @@ TEST(FactoriesFromHdf5, walkOnThroughTheirLattice)
     creator.write<CreatorWriter>([](CreatorWriter&) {});
     creator.change().dataset("/", "data", H5T_NATIVE_DOUBLE, {9, 3}, rows);
     creator.read<CreatorReader>(lattice);
-    EXPECT_EQ(lattice.axisC, C3DVector(6, 7, 8));
-    EXPECT_EQ(lattice.start, C3DPoint(9, 10, 11));
-    EXPECT_EQ(lattice.rotation, C3DVector(12, 13, 14));
-    EXPECT_EQ(lattice.cursor1, C3DVector(15, 16, 17));
-    EXPECT_EQ(lattice.cursor0, C3DPoint(18, 19, 20));
-    EXPECT_EQ(lattice.cursor3, C3DVector(24, 25, 26));
+    expectText(lattice, "axisC (6, 7, 8); start (9, 10, 11); rotation (12, 13, 14); cursor1 (15, 16, 17); "
+                        "cursor0 (18, 19, 20); cursor3 (24, 25, 26)");
 
     CHdf5Sample timestep; // cursors 2, 3, 1 and 0
     timestep.write<TimestepWriter>([](TimestepWriter&) {});
     timestep.change().dataset("/", "data", H5T_NATIVE_DOUBLE, {4, 3}, rows);
     timestep.read<TimestepReader>(currentFileVersion(), [&](TimestepReader& reader) { reader.read3DLattice(lattice); });
-    EXPECT_EQ(lattice.cursor2, C3DVector(0, 1, 2));
-    EXPECT_EQ(lattice.cursor3, C3DVector(3, 4, 5));
-    EXPECT_EQ(lattice.cursor1, C3DVector(6, 7, 8));
-    EXPECT_EQ(lattice.cursor0, C3DPoint(9, 10, 11));
+    expectText(lattice, "cursor2 (0, 1, 2); cursor3 (3, 4, 5); cursor1 (6, 7, 8); cursor0 (9, 10, 11)");
 }
 
 // ---------------------------------------------------------------- single parameters

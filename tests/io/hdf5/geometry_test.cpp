@@ -61,51 +61,25 @@ TEST(GeometryInHdf5, liesInAGroupByItsIndexWithAllItsParts)
     box.sidesEnabled[5] = false;
     box.materialBlockRef = std::make_unique<CBlockLink>(nullptr);
     box.materialBlockRef->blockName = "Bed";
-    const std::vector<std::string> parts = {
-        "",
-        "@type string[4] = \"box\"",
-        "@name string[6] = \"Kiste\"",
-        "@unique id i32 = 12",
-        "@desired force f64[3] = 7 8 9",
-        "@mask u32 = 7",
-        "@static u8 = 1",
-        "@closed u8 = 1",
-        "@geometry type i32 = 1",
-        "@reset velocities u8 = 1",
-        "@material name string[6] = \"Steel\"",
-        "@enclosed magnitude f64 = 0", // a flat thing
-        "@surface magnitude f64 = 0.5",
-        "@time f64 = 1.5",
-        "@gain f64 = 0.5",
-        "@centre of mass f64[3] = 0 0 0",
-        "@orig centre of mass f64[3] = 0 0 0",
-        "@point of action f64[3] = 0 0 0",
-        "@orig point of action f64[3] = 0 0 0",
-        "@velocity f64[3] = 0 0 0",
-        "@xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1",
-        "@translation f64[3] = 0 0 0",
-        "@block name string[4] = \"Bed\"",
-        "@es exempt u8 = 0",
-        "@es start charge f64 = 0.25",
-        "@centre f64[3] = 1 2 3",
-        "@rotations f64[3] = 0 0 0",
-        "@width f64 = 1",
-        "@length f64 = 1",
-        "@height f64 = 1",
-        "@sides enabled u8 {6} = 1 1 1 1 1 0",
-        "CustomProperties/",
-        "Factories/",
-        "Kinematics/",
-        "angvelandposlist {angvel@0 f64[3], poa@24 f64[3]} 48 {0}",
-        "bounding box f64 {2,3} = 1 2 3 4 5 6", // lower, upper
-        "coords f64 {3,3}",
-        "force torque f64 {1,7}",
-        "moment of inertia f64 {6} = 1 2 3 4 5 6",
-        "triangle ids u32 {1} = 9",
-        "triangle nodes u32 {1,3} = 0 1 2",
-        "vertex ids u32 {3} = 4 5 6",
-    };
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(groups), "/\n/GeometryGroups/\n" + under("/GeometryGroups/3/", parts));
+    // A flat thing encloses nothing; of the bounding box the lower corner stands first.
+    const std::string g = "/GeometryGroups/3/";
+    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(groups),
+              "/\n/GeometryGroups/\n" + g + "\n" +
+                  under(g, "@type string[4] = \"box\"; @name string[6] = \"Kiste\"; @unique id i32 = 12; "
+                           "@desired force f64[3] = 7 8 9; @mask u32 = 7; @static u8 = 1; @closed u8 = 1; "
+                           "@geometry type i32 = 1; @reset velocities u8 = 1; @material name string[6] = \"Steel\"; "
+                           "@enclosed magnitude f64 = 0; @surface magnitude f64 = 0.5; @time f64 = 1.5; "
+                           "@gain f64 = 0.5; @centre of mass f64[3] = 0 0 0; @orig centre of mass f64[3] = 0 0 0; "
+                           "@point of action f64[3] = 0 0 0; @orig point of action f64[3] = 0 0 0; "
+                           "@velocity f64[3] = 0 0 0; @xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1; "
+                           "@translation f64[3] = 0 0 0; @block name string[4] = \"Bed\"; @es exempt u8 = 0; "
+                           "@es start charge f64 = 0.25; @centre f64[3] = 1 2 3; @rotations f64[3] = 0 0 0; "
+                           "@width f64 = 1; @length f64 = 1; @height f64 = 1; @sides enabled u8 {6} = 1 1 1 1 1 0; "
+                           "CustomProperties/; Factories/; Kinematics/; "
+                           "angvelandposlist {angvel@0 f64[3], poa@24 f64[3]} 48 {0}; "
+                           "bounding box f64 {2,3} = 1 2 3 4 5 6; coords f64 {3,3}; force torque f64 {1,7}; "
+                           "moment of inertia f64 {6} = 1 2 3 4 5 6; triangle ids u32 {1} = 9; "
+                           "triangle nodes u32 {1,3} = 0 1 2; vertex ids u32 {3} = 4 5 6"));
 }
 
 /// The lines of a tree that hold a text.

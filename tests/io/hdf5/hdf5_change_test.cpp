@@ -2,7 +2,7 @@
 #include "io/hdf5/hdf5_deck_testing.h"
 
 #include "core/deck/deck_files.h"
-#include "core/progress.h"
+#include "support/counting_progress.h"
 #include "support/h5_tree.h"
 
 namespace NBrenmark {
@@ -235,31 +235,16 @@ TEST_F(Hdf5Change, takesTheModelsAlong)
     EXPECT_TRUE(deck.read(3)) << "the deck stays open";
 }
 
-/// Answers eGoOn so many times.
-class CCancelAfter : public IProgressController
-{
-public:
-    explicit CCancelAfter(int questions) : questions(questions) {}
-    void startStep(int, const QString&, bool) override {}
-    void tick(int count) override { ticks += count; }
-    void endStep() override {}
-    void cancel() override {}
-    unsigned char cancelState() override { return questions-- > 0 ? eGoOn : eCancel; }
-
-    int questions;
-    int ticks = 0;
-};
-
 TEST_F(Hdf5Change, leavesNothingOfASubsetThatWasCancelled)
 {
     load(0);
     const CSnapshot before = folder.snapshot();
     for (int questions = 0; questions < 5; ++questions) { // one a timestep, one at the end
-        CCancelAfter progress(questions);
+        CCountingProgress progress(CCountingProgress::never, questions);
         EXPECT_FALSE(deck.manager->saveSubset(copyPath(), 0, 3, 1, &progress));
         EXPECT_EQ(before.changesUntil(folder.snapshot()), "");
     }
-    CCancelAfter progress(5);
+    CCountingProgress progress(CCountingProgress::never, 5);
     EXPECT_TRUE(deck.manager->saveSubset(copyPath(), 0, 3, 1, &progress));
     EXPECT_EQ(progress.ticks, 5);
 }

@@ -1,10 +1,10 @@
 #pragma once
 // Decks of the HDF5 family for tests: a manager on a simulation of its own, and a model to write.
 
-#include "core/deck/simulation.h"
 #include "core/deck/simulation_settings.h"
 #include "io/hdf5/hdf5_io_manager.h"
 #include "support/log_capture.h"
+#include "support/managed_deck.h"
 #include "support/properties.h"
 #include "support/temp_folder.h"
 
@@ -15,27 +15,10 @@ namespace NBrenmark {
 // Tests of the legacy family have helpers of the same names.
 namespace NHdf5Testing {
 
-class CHdf5Deck
+class CHdf5Deck : public CManaged<CHdf5IoManager>
 {
 public:
-    CHdf5Deck()
-    {
-        if (!simulation.setUp())
-            throw std::runtime_error("no simulation");
-        manager = std::make_unique<CHdf5IoManager>(simulation);
-        index.clear();
-    }
-
-    SSimulationFrame& frame() { return *simulation.currentFrame; }
-    CCreatorData& creator() { return frame().creator; }
-    CTimestepData& timestep() { return frame().timestep; }
-
-    int open(const QString& path) { return manager->open(path, frame(), index, false); }
-    bool read(quint32 number)
-    {
-        timestep().timestepIndex = number;
-        return manager->readTimestep(frame(), index, false, nullptr);
-    }
+    bool hasFile(quint32 number) const { return index[number].offset != 0; }
     /// Adds the frame behind the others, at a time.
     bool append(double time, bool creatorChanged = false)
     {
@@ -43,10 +26,6 @@ public:
         timestep().timestepIndex = static_cast<quint32>(index.size());
         return manager->appendTimestep(frame(), index, creatorChanged, true);
     }
-
-    CSimulation simulation;
-    std::unique_ptr<CHdf5IoManager> manager;
-    TimestepIndex index;
 };
 
 inline void addSphere(CParticleType& type, const char* name, double contactRadius, double physicalRadius)
@@ -137,28 +116,7 @@ inline void makeDeck(const QString& path, const std::vector<std::pair<double, QS
     deck.manager->reset();
 }
 
-/// What a deck holds when it is opened anew: "0.1 A, 0.2 A", and "no file" where a timestep has none.
-inline std::string storyOf(const QString& path)
-{
-    CHdf5Deck deck;
-    if (const int code = deck.open(path); code != eOpened)
-        return "open code " + std::to_string(code);
-    QStringList story;
-    for (quint32 i = 0; i < deck.index.size(); ++i) {
-        if (deck.index[i].offset == 0) {
-            story += "no file";
-            continue;
-        }
-        if (!deck.read(i))
-            return "timestep " + std::to_string(i) + " can't be read";
-        story += QString::number(deck.timestep().time) + ' ' + deck.creator().title;
-        if (deck.index[i].time != deck.timestep().time)
-            story.back() += " (index: " + QString::number(deck.index[i].time) + ')';
-        if (deck.timestep().particleTypes.particleCount() != 2)
-            story.back() += " (not all particles)";
-    }
-    return story.join(", ").toStdString();
-}
+inline std::string storyOf(const QString& path) { return NBrenmark::storyOf<CHdf5Deck>(path, 2); }
 
 } // namespace NHdf5Testing
 

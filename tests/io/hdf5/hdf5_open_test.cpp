@@ -25,7 +25,9 @@ protected:
 TEST_F(Hdf5Open, findsEveryTimestepAndItsModel)
 {
     makeFour();
+    const CSnapshot before = folder.snapshot();
     EXPECT_EQ(storyOf(path()), "0.1 A, 0.2 A, 0.3 B, 0.4 B");
+    EXPECT_EQ(before.changesUntil(folder.snapshot()), "");
     CHdf5Deck deck;
     ASSERT_EQ(deck.open(path()), eOpened);
     EXPECT_EQ(deck.manager->timestepCount, 4u);
@@ -70,14 +72,6 @@ TEST_F(Hdf5Open, leavesAModelAloneThatItHolds)
     deck.creator().clear();
     EXPECT_FALSE(deck.read(1));
     EXPECT_FALSE(deck.read(1)) << "a model that couldn't be read is none";
-}
-
-TEST_F(Hdf5Open, leavesTheDeckAsItIs)
-{
-    makeFour();
-    const CSnapshot before = folder.snapshot();
-    EXPECT_EQ(storyOf(path()), "0.1 A, 0.2 A, 0.3 B, 0.4 B");
-    EXPECT_EQ(before.changesUntil(folder.snapshot()), "");
 }
 
 TEST_F(Hdf5Open, readsBesideAnotherReaderButNotBesideAWriter)

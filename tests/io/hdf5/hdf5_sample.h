@@ -21,6 +21,15 @@ inline std::string under(const std::string& group, const std::vector<std::string
     return text;
 }
 
+/// The same of lines in one text: "@min f64 = 1; @max f64 = 2".
+inline std::string under(const std::string& group, const char* lines)
+{
+    std::string text;
+    for (const QString& line : QString::fromUtf8(lines).split("; "))
+        text += group + line.toStdString() + "\n";
+    return text;
+}
+
 class CHdf5Sample
 {
 public:
@@ -74,10 +83,11 @@ public:
         return "";
     }
 
+    QString path() const { return folder.path("a.h5"); }
+
     SSaveOptions options;
 
 private:
-    QString path() const { return folder.path("a.h5"); }
     CTempFolder folder;
 };
 

@@ -18,15 +18,22 @@ using TimestepReader = CHdf5TimestepDataReader;
 using TimestepWriter = CHdf5TimestepDataWriter;
 using testing::HasSubstr;
 
-static const std::string point = " {xyz@0 f64[3]} 24\n";
-
-/// What each motion of these has in front, by the name that it is given here.
-static std::string common(const std::string& group, const std::string& type, const std::string& name)
+/// Lines of a tree, in which "*" is a point.
+static std::string withPoints(const std::string& group, const char* lines)
 {
-    return group + "\n" + group + "@type string[" + std::to_string(type.size() + 1) + "] = \"" + type + "\"\n" + group +
-           "@name string[" + std::to_string(name.size() + 1) + "] = \"" + name + "\"\n" + group +
-           "@start time f64 = 1\n" + group + "@end time f64 = 2\n" + group + "@loop u8 = 1\n" + group +
-           "@loop interval f64 = 3\n" + group + "@loop end time f64 = 4\n";
+    return under(group, QString(lines).replace("*", "{xyz@0 f64[3]} 24").toUtf8().constData());
+}
+
+/// A motion of these in the file: what all have, then its own lines, in which "*" is a point.
+static std::string motion(int number, const std::string& type, const std::string& name, const char* own = "")
+{
+    const std::string group = "/Kinematics/" + std::to_string(number) + "/";
+    const std::string text = group + "\n" + group + "@type string[" + std::to_string(type.size() + 1) + "] = \"" +
+                             type + "\"\n" + group + "@name string[" + std::to_string(name.size() + 1) + "] = \"" +
+                             name + "\"\n" +
+                             under(group, "@start time f64 = 1; @end time f64 = 2; @loop u8 = 1; "
+                                          "@loop interval f64 = 3; @loop end time f64 = 4");
+    return *own == '\0' ? text : text + withPoints(group, own);
 }
 
 template <class TMotion>
@@ -55,45 +62,40 @@ static void fillEach(CKinematics& kinematics)
     added<CConveyorRotation>(kinematics, "roll");
 }
 
-static std::string rotationOf(const std::string& group, const std::string& velocity)
-{
-    return group + "@moves with body u8 = 1\n" + group + "@initial angular velocity f64 = " + velocity + "\n" + group +
-           "@angular acceleration f64 = 0\n" + group + "end point" + point + group + "point of action" + point + group +
-           "start point" + point;
-}
-
 TEST(MotionsInHdf5, holdTheirDefinitionInTheCreatorModel)
 {
     CKinematics kinematics;
     fillEach(kinematics);
-    const std::string k = "/Kinematics/";
     EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(kinematics),
-              "/\n" + k + "\n" + common(k + "0/", "Linear Translation", "lift") + k + "0/@initial velocity f64 = 5\n" +
-                  k + "0/@acceleration f64 = 0\n" + k + "0/end point" + point + k + "0/start point" + point +
-                  common(k + "1/", "Sinusoidal Translation", "shake") + k + "1/@frequency f64 = 6\n" + k +
-                  "1/@offset f64 = 0\n" + k + "1/@displacement magnitude f64 = 0\n" + k + "1/displacement" + point + k +
-                  "1/end point" + point + k + "1/start point" + point + common(k + "2/", "Linear Rotation", "turn") +
-                  rotationOf(k + "2/", "7") + common(k + "3/", "Sinusoidal Rotation", "swing") + k +
-                  "3/@moves with body u8 = 1\n" + k + "3/@frequency f64 = 0\n" + k + "3/@offset f64 = 0\n" + k +
-                  "3/@displacement magnitude f64 = 8\n" + k + "3/displacement" + point + k + "3/end point" + point + k +
-                  "3/point of action" + point + k + "3/start point" + point +
-                  common(k + "4/", "Conveyor Translation", "belt") + common(k + "5/", "Conveyor Rotation", "roll") +
-                  rotationOf(k + "5/", "0"));
+              "/\n/Kinematics/\n" +
+                  motion(0, "Linear Translation", "lift",
+                         "@initial velocity f64 = 5; @acceleration f64 = 0; end point *; start point *") +
+                  motion(1, "Sinusoidal Translation", "shake",
+                         "@frequency f64 = 6; @offset f64 = 0; @displacement magnitude f64 = 0; displacement *; "
+                         "end point *; start point *") +
+                  motion(2, "Linear Rotation", "turn",
+                         "@moves with body u8 = 1; @initial angular velocity f64 = 7; @angular acceleration f64 = 0; "
+                         "end point *; point of action *; start point *") +
+                  motion(3, "Sinusoidal Rotation", "swing",
+                         "@moves with body u8 = 1; @frequency f64 = 0; @offset f64 = 0; "
+                         "@displacement magnitude f64 = 8; displacement *; end point *; point of action *; "
+                         "start point *") +
+                  motion(4, "Conveyor Translation", "belt") +
+                  motion(5, "Conveyor Rotation", "roll",
+                         "@moves with body u8 = 1; @initial angular velocity f64 = 0; @angular acceleration f64 = 0; "
+                         "end point *; point of action *; start point *"));
 }
 
 TEST(MotionsInHdf5, holdInATimestepWhatMovesWithTheBody)
 {
     CKinematics kinematics;
     fillEach(kinematics);
-    const std::string k = "/Kinematics/";
-    const auto vectorsOf = [&](const std::string& number) {
-        return k + number + "\n" + k + number + "acceleration" + point + k + number + "initial velocity" + point + k +
-               number + "point of action" + point;
-    };
     EXPECT_EQ(CHdf5Sample().tree<TimestepWriter>(kinematics),
-              "/\n" + k + "\n" + k + "0/\n" + k + "1/\n" + k + "1/displacement" + point + vectorsOf("2/") + k + "3/\n" +
-                  k + "3/displacement" + point + k + "3/point of action" + point + k + "4/\n" + k +
-                  "4/xform f64 {4,4}\n" + vectorsOf("5/"));
+              "/\n/Kinematics/\n" + withPoints("/Kinematics/",
+                                               "0/; 1/; 1/displacement *; 2/; 2/acceleration *; 2/initial velocity *; "
+                                               "2/point of action *; 3/; 3/displacement *; 3/point of action *; 4/; "
+                                               "4/xform f64 {4,4}; 5/; 5/acceleration *; 5/initial velocity *; "
+                                               "5/point of action *"));
 }
 
 TEST(MotionsFromHdf5, turnByAxisAndMagnitudeUntilATimestepSaysOtherwise)

@@ -4,6 +4,7 @@
 
 #include "physics/hertz_mindlin_no_slip.h"
 #include "support/h5_builder.h"
+#include "support/text_lines.h"
 #include <cstring>
 #include <ostream>
 
@@ -274,24 +275,19 @@ TEST_P(OldVersions, areReadAsTheyWereWritten)
     ASSERT_TRUE(readDeck()) << log.text();
     EXPECT_EQ(before.changesUntil(folder.snapshot()), "");
 
-    const CCreatorData& creator = deck.creator();
+    CCreatorData& creator = deck.creator();
     EXPECT_EQ(creator.fileVersion, c.version);
-    EXPECT_EQ(creator.buildRevision, 5u);
-    EXPECT_EQ(creator.buildBranch, "Brenmark/branches/old");
-    EXPECT_EQ(creator.title, "Old");
-    EXPECT_EQ(creator.angularVelocityRestricted, 2);
-    EXPECT_EQ(creator.gravity.z, -9.81);
-    ASSERT_EQ(creator.materials.size(), 2);
-    EXPECT_EQ(creator.materials.find("Steel")->density, 2501.0);
+    expectText(creator, "object/buildRevision 5; object/buildBranch \"Brenmark/branches/old\"; title \"Old\"; "
+                        "angularVelocityRestricted 2; gravity (0, 0, -9.81); materials/Steel/density 2501; "
+                        "interactions/Sand~Steel/staticFriction 0.625; domain/min (-1, -2, -3); domain/max (1, 2, 3); "
+                        "domain/periodicX true; domain/periodicY false; domain/periodicZ true");
     // Without types all are bulk at first; then Steel, which no particle type uses, becomes equipment.
-    EXPECT_EQ(creator.materials.find("Sand")->type, c.materialTypes ? 0 : 1);
-    EXPECT_EQ(creator.materials.find("Steel")->type, c.materialTypes ? 1 : 0);
-    EXPECT_EQ(creator.interactions.find("Sand", "Steel")->staticFriction, 0.625);
-    EXPECT_EQ(creator.domain.min.z, -3.0);
-    EXPECT_EQ(creator.domain.max.y, 2.0);
-    EXPECT_TRUE(creator.domain.periodicX && !creator.domain.periodicY && creator.domain.periodicZ);
-    EXPECT_EQ(creator.cylindricalPeriodicBoundaryConditions.enabled, c.domainGroup);
-    EXPECT_EQ(creator.cylindricalPeriodicBoundaryConditions.kinematicName, c.domainGroup ? "Turn" : "");
+    expectText(creator, c.materialTypes ? "materials/Sand/type 0; materials/Steel/type 1"
+                                        : "materials/Sand/type 1; materials/Steel/type 0");
+    const QString conditions = "cylindricalPeriodicBoundaryConditions/";
+    expectText(creator, c.domainGroup ? conditions + "enabled true; " + conditions + "kinematicName \"Turn\""
+                                      : conditions + "enabled false; " + conditions + "kinematicName \"\"");
+    EXPECT_EQ(creator.materials.size(), 2);
 
     // What isn't stored is the model's own: on between spheres, off at geometry. The file has the reverse.
     ASSERT_EQ(creator.physicsModels.sphereSphereModels.size(), 1u);
@@ -302,31 +298,25 @@ TEST_P(OldVersions, areReadAsTheyWereWritten)
     EXPECT_EQ(rolls(*creator.physicsModels.sphereSphereModels[0]), !c.rollingFriction);
     EXPECT_EQ(rolls(*creator.physicsModels.sphereGeometryModels[0]), c.rollingFriction);
 
-    const CParticleType& ball = *deck.timestep().particleTypes.types.at(0);
-    EXPECT_EQ(ball.surfaceBased, c.typeFields ? 0 : 1);
-    EXPECT_EQ(ball.autoCenterParticle, !c.typeFields);
-    EXPECT_EQ(ball.templateName, c.typeFields ? "Sphere" : "");
-    EXPECT_EQ(ball.autoProperties, c.typeFields);
-    EXPECT_EQ(ball.rawInertia.z, 3.0);
-    EXPECT_FALSE(ball.calculateProperties);
+    expectText(deck.timestep().particleTypes, "Ball/rawInertia (1, 2, 3); Ball/calculateProperties false");
+    expectText(deck.timestep().particleTypes, c.typeFields ? "Ball/surfaceBased 0; Ball/autoCenterParticle false; "
+                                                             "Ball/autoProperties true; Ball/templateName \"Sphere\""
+                                                           : "Ball/surfaceBased 1; Ball/autoCenterParticle true; "
+                                                             "Ball/autoProperties false; Ball/templateName \"\"");
 }
 
 TEST_P(OldVersions, haveTheirTimestepsReadWhole)
 {
     build(GetParam());
     ASSERT_TRUE(readDeck()) << log.text();
-    const CTimestepData& timestep = deck.timestep();
-    EXPECT_FALSE(timestep.isFull);
+    EXPECT_EQ(deck.timestep().date, "24/12/19");
     EXPECT_FALSE(deck.index[0].isFull);
     EXPECT_EQ(deck.index[0].time, 0.25);
-    EXPECT_EQ(timestep.date, "24/12/19");
-    EXPECT_EQ(timestep.runNumber, 3);
-    EXPECT_EQ(timestep.systemEnergy.cumulative.external, 2.5);
-    EXPECT_EQ(timestep.removedParticles.value("Ball"), 9u);
-    EXPECT_TRUE(timestep.contacts.surfaceGeometry.collisionsActive);
-    EXPECT_EQ(timestep.particleTypes.maxId, 7u); // asked for with -1
+    expectText(deck.timestep(),
+               "isFull false; runNumber 3; energy/cumulative/external 2.5; removedParticles/Ball 9; "
+               "contacts/surfaceGeometry/collisionsActive true; particles/maxId 7"); // which was stored as -1
 
-    const CParticleType& ball = *timestep.particleTypes.types.at(0);
+    const CParticleType& ball = *deck.timestep().particleTypes.types.at(0);
     EXPECT_EQ(ball.dataMask, 5u);
     ASSERT_EQ(ball.slotCount(), 2u);
     EXPECT_EQ(ball.liveCount(), 1u); // an id below 1 is a free slot

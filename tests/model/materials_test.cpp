@@ -31,18 +31,6 @@ static void addMaterials(MaterialMap& materials, std::initializer_list<std::pair
         materials.set(name, new CMaterial(name, 0.3, 1e9, 7850, 4.5, type));
 }
 
-TEST(Materials, aMaterialOfNothingIsBulkAndSoftRock)
-{
-    const CMaterial material;
-    EXPECT_EQ(material.poissonsRatio, 0.25);
-    EXPECT_EQ(material.shearModulus, 1e8);
-    EXPECT_EQ(material.density, 2500.0);
-    EXPECT_EQ(material.workFunction, 0.0);
-    EXPECT_TRUE(material.isBulk());
-    for (const qint32 type : {0, 2, -1}) // any number but 1
-        EXPECT_FALSE(CMaterial("m", 0, 0, 0, 0, type).isBulk()) << type;
-}
-
 TEST(Materials, theLaterOfOneNameWins)
 {
     MaterialMap materials;

@@ -18,26 +18,6 @@ protected:
     CTimestepData timestep{managers, creator};
 };
 
-TEST_F(TimestepData, aNewOneIsFullAndHoldsEverything)
-{
-    EXPECT_TRUE(timestep.isFull);
-    EXPECT_EQ(timestep.timestepMask, 255u);
-    EXPECT_EQ(timestep.particleMask, 47u);
-    EXPECT_EQ(timestep.geometryMask, 41u);
-    EXPECT_EQ(timestep.timestepIndex, 0xFFFFFFFFu);
-    EXPECT_EQ(timestep.particleTypes.domain, &creator.domain);
-    EXPECT_EQ(timestep.simulationProperties.manager(), &simulation);
-    EXPECT_EQ(timestep.contacts.surfaceGeometry.customProperties.manager(), &contact);
-    EXPECT_EQ(timestep.particleTypes.append().customProperties.manager(), &particle);
-    // The bits of the timestep's mask that stand for the four families.
-    EXPECT_EQ(timestep.contacts.surfaceSurface.familyMask(), 4u);
-    EXPECT_EQ(timestep.contacts.surfaceGeometry.familyMask(), 8u);
-    EXPECT_EQ(timestep.collisions.surfaceSurface.familyMask(), 16u);
-    EXPECT_EQ(timestep.collisions.surfaceGeometry.familyMask(), 32u);
-    EXPECT_EQ(timestep.contacts.surfaceSurface.activeCollisions.familyMask(), 16u);
-    EXPECT_EQ(timestep.contacts.surfaceGeometry.activeCollisions.familyMask(), 32u);
-}
-
 TEST_F(TimestepData, alwaysHasOneItemOfSimulationProperties)
 {
     EXPECT_EQ(timestep.simulationProperties.itemCount(), 1u);

@@ -5,12 +5,12 @@
 #include "io/dem/dem_writer.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
-#include "io/text/text_writer.h"
 #include "maths/axis_angle.h"
 #include "maths/transform.h"
 
 #include "support/log_capture.h"
 #include "support/samples.h"
+#include "support/text_lines.h"
 #include <QBuffer>
 #include <H5Cpp.h>
 #include <gtest/gtest.h>
@@ -121,16 +121,9 @@ static const SFamily& hdf5Family()
 
 // ---------------------------------------------------------------- objects as lines
 
-class CLines : public ITextSink
-{
-public:
-    void line(const std::string& path, const std::string& value) override { all.push_back(path + " " + value); }
-    std::vector<std::string> all;
-};
-
 static std::vector<std::string> linesOf(ERoot root, const FWrite& write)
 {
-    CLines lines;
+    CLineList lines;
     CTextWriter writer(lines, "sample", true, root == ERoot::eCreator ? ETextPart::eAll : ETextPart::eState);
     write(writer);
     return lines.all;

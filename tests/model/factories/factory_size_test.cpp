@@ -49,24 +49,6 @@ TEST(FactorySize, aLawWithoutAnyPositiveNumberComesToAnEnd)
     EXPECT_EQ(fixed.next(), -3.0);
 }
 
-TEST(FactorySize, eachKindStartsWithItsOwnLaw)
-{
-    const CNormalFactorySize normal;
-    EXPECT_EQ(normal.sizeDistribution.lowerCap, 1e-5);
-    EXPECT_EQ(normal.sizeDistribution.upperCap, 1.0);
-    EXPECT_FALSE(normal.sizeDistribution.capped);
-    const CLogNormalFactorySize logNormal;
-    EXPECT_EQ(logNormal.sizeDistribution.lowerCap, -10.0);
-    EXPECT_EQ(logNormal.sizeDistribution.upperCap, 2.0);
-    EXPECT_TRUE(logNormal.sizeDistribution.logMean);
-    EXPECT_FALSE(logNormal.sizeDistribution.radiusScaling);
-    const CLogNormalSizeDistribution alone;
-    EXPECT_FALSE(alone.logMean);
-    EXPECT_DOUBLE_EQ(alone.lowerCap, -0.15);
-    EXPECT_DOUBLE_EQ(alone.upperCap, 0.15);
-    EXPECT_TRUE(alone.radiusScaling);
-}
-
 TEST(FactorySize, takesALawOfItsOwnKindOnly)
 {
     CFixedFactorySize size;

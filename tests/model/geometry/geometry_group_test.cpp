@@ -28,11 +28,6 @@ TEST(GeometryGroup, anEmptyGroupHasABoxThatHoldsNothing)
     group.updateBounds();
     expectPoint(group.bounds.upper, 0, 0, 0);
     expectPoint(group.bounds.lower, 0, 0, 0);
-    EXPECT_EQ(group.index, 0xFFFFFFFFu);
-    EXPECT_EQ(group.uniqueId, 0xFFFFFFFFu);
-    EXPECT_EQ(group.geometryType, 1);
-    EXPECT_TRUE(group.resetVelocities);
-    EXPECT_NE(group.factories, nullptr);
 }
 
 TEST(GeometryGroup, trianglesHaveCentreNormalAreaAndARunningSum)

@@ -205,24 +205,45 @@ private:
     std::map<std::pair<quint32, quint32>, const CBondParameters*> matched;
 };
 
-quint32 CBonds::matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf)
+std::string SUnmatchedBonds::text() const
+{
+    const auto bonds = [](quint32 count, const char* state) {
+        return std::to_string(count) + state + (count == 1 ? " bond" : " bonds");
+    };
+    std::string out;
+    if (intact > 0)
+        out = bonds(intact, " intact") + " broken now";
+    if (broken > 0)
+        out += (out.empty() ? "" : ", ") + bonds(broken, " broken") + " without the time and forces of the break";
+    return out + ": the bonding model has no parameters for the materials";
+}
+
+/// Lets a row bear nothing from a time on. \return whether it told anything else before
+static bool breakBond(CBondsBase& bonds, quint32 row, double time)
+{
+    bool changed = bonds.state[row] != eBrokenBond || bonds.breakTime[row] != time;
+    bonds.state[row] = eBrokenBond;
+    bonds.breakTime[row] = time;
+    for (auto* loads : {&bonds.normalForce, &bonds.tangentialForce, &bonds.normalTorque, &bonds.tangentialTorque}) {
+        changed |= (*loads)[row] != C3DVector();
+        (*loads)[row] = C3DVector();
+    }
+    return changed;
+}
+
+SUnmatchedBonds CBonds::matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf)
 {
     CSurfaceSurfaceBonds& b = surfaceSurface;
     CMatchedTypes matched(types, parametersOf);
-    quint32 broken = 0;
+    SUnmatchedBonds unmatched;
     for (quint32 row = 0; row < b.rowCount(); ++row) {
         b.parameters[row] = matched.of(b.rows[row]);
         if (b.parameters[row] != nullptr || b.state[row] == eDroppedBond)
             continue;
-        broken += b.state[row] == eBrokenBond ? 0 : 1;
-        b.state[row] = eBrokenBond;
-        b.breakTime[row] = time;
-        b.normalForce[row] = C3DVector();
-        b.tangentialForce[row] = C3DVector();
-        b.normalTorque[row] = C3DVector();
-        b.tangentialTorque[row] = C3DVector();
+        quint32& kind = b.state[row] == eBrokenBond ? unmatched.broken : unmatched.intact;
+        kind += breakBond(b, row, time) ? 1 : 0;
     }
-    return broken;
+    return unmatched;
 }
 
 } // namespace NBrenmark

@@ -101,6 +101,17 @@ public:
     bool bondEnds(const CParticleTypes&, quint32, C3DPoint&, C3DPoint&, double&) const override { return false; }
 };
 
+/// What bonds lost for which the bonding model has no parameters.
+struct SUnmatchedBonds
+{
+    quint32 intact = 0; ///< and are broken from now on
+    quint32 broken = 0; ///< before, at another time or with forces, of which nothing is left
+
+    bool any() const { return intact + broken > 0; }
+    /// Which of them there are, for the log.
+    std::string text() const;
+};
+
 class CBonds
 {
 public:
@@ -110,9 +121,8 @@ public:
     /// Of the surface-surface family.
     quint32 countByState(quint32 wanted) const { return surfaceSurface.countByState(wanted); }
     /// Gives each surface-surface bond the parameters of its two types. One that has none is broken
-    /// from this time on and bears nothing.
-    /// \return how many were intact and are broken now
-    quint32 matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf);
+    /// from this time on and bears nothing, one that was broken before too.
+    SUnmatchedBonds matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf);
 
     CSurfaceSurfaceBonds surfaceSurface;
     CSurfaceGeometryBonds surfaceGeometry;

@@ -72,10 +72,10 @@ static BondParametersOf bondParametersOf(const CPhysicsModels& physics, const CP
     };
 }
 
-quint32 CTimestepData::matchBondParameters()
+SUnmatchedBonds CTimestepData::matchBondParameters()
 {
     const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels, creatorData.particleTypes);
-    return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : 0;
+    return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : SUnmatchedBonds();
 }
 
 } // namespace NBrenmark

@@ -40,8 +40,8 @@ public:
     /// \return how many live ones were lost by that
     quint32 removeDanglingContacts();
     /// Gives the bonds the parameters of the model that bonds, if the deck has one: after a read.
-    /// \return how many were intact and are broken now, for there are none
-    quint32 matchBondParameters();
+    /// \return what became of those that it has none for
+    SUnmatchedBonds matchBondParameters();
 
     double time = 0.0;        ///< simulated, s
     double elapsedTime = 0.0; ///< real, s

@@ -202,12 +202,19 @@ TEST_F(BondEnds, aBondWithoutParametersIsBrokenAndBearsNothing)
     const int steelAndClay = 0;
     const auto* const known = reinterpret_cast<const CBondParameters*>(&steelAndClay); // never looked into
     int asked = 0;
-    const quint32 broken = bonds.matchParameters(types, 12.5, [&](const CParticleType& a, const CParticleType& b) {
-        ++asked;
-        return a.materialName != b.materialName ? known : nullptr;
-    });
+    const auto match = [&] {
+        return bonds.matchParameters(types, 12.5, [&](const CParticleType& a, const CParticleType& b) {
+            ++asked;
+            return a.materialName != b.materialName ? known : nullptr;
+        });
+    };
+    const SUnmatchedBonds unmatched = match();
     EXPECT_EQ(asked, 4) << "each pair of types once";
-    EXPECT_EQ(broken, 2u) << "rows 2 and 3; 4 was broken before";
+    EXPECT_EQ(unmatched.intact, 2u) << "rows 2 and 3";
+    EXPECT_EQ(unmatched.broken, 1u) << "row 4, which broke at 4.5";
+    EXPECT_EQ(unmatched.text(),
+              "2 intact bonds broken now, 1 broken bond without the time and forces of the break: the "
+              "bonding model has no parameters for the materials");
     EXPECT_EQ(family.parameters,
               (std::vector<const CBondParameters*>{known, known, nullptr, nullptr, nullptr, nullptr}));
     EXPECT_EQ(family.state, (std::vector<quint32>{1, 1, 0, 0, 0, 2}));
@@ -217,6 +224,7 @@ TEST_F(BondEnds, aBondWithoutParametersIsBrokenAndBearsNothing)
     EXPECT_EQ(family.tangentialTorque[3].y, 0.0);
     EXPECT_EQ(bonds.countByState(eBrokenBond), 3u);
     EXPECT_EQ(bonds.surfaceGeometry.state[0], 1u);
+    EXPECT_FALSE(match().any()) << "nothing is left to lose";
 }
 
 } // namespace NBrenmark

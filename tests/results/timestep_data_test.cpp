@@ -81,7 +81,7 @@ TEST_F(TimestepData, bondsHaveTheParametersOfTheMaterialsOfToday)
     bonds.resizeRows(3);
     bonds.rows = {{0, 0, 1, 0}, {0, 0, 2, 0}, {0, 0, 0, 1}};
     bonds.state.assign(3, eIntactBond);
-    EXPECT_EQ(timestep.matchBondParameters(), 1u) << "A has none with itself";
+    EXPECT_EQ(timestep.matchBondParameters().intact, 1u) << "A has none with itself";
     EXPECT_EQ(bonds.parameters[0], parameters.find("m <> m(1)"));
     EXPECT_EQ(bonds.parameters[1], parameters.find("m <> n"));
     EXPECT_EQ(bonds.parameters[2], nullptr);

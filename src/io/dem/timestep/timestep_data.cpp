@@ -87,10 +87,8 @@ static void checkContacts(CTimestepData& timestep, const CDemDataStream& stream)
 
 static void matchBonds(CTimestepData& timestep, const CDemDataStream& stream)
 {
-    if (const quint32 broken = timestep.matchBondParameters(); broken > 0)
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": " + counted(broken, "intact bond") +
-                       " broken now: the bonding model has no parameters for the materials");
+    if (const SUnmatchedBonds unmatched = timestep.matchBondParameters(); unmatched.any())
+        logMessage(eWarning, "Legacy read", stream.place.toStdString() + ": " + unmatched.text());
 }
 
 void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)

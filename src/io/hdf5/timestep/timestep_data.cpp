@@ -65,10 +65,8 @@ void checkContacts(CTimestepData& data)
 
 void matchBonds(CTimestepData& data)
 {
-    if (const quint32 broken = data.matchBondParameters(); broken > 0)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(broken) + (broken == 1 ? " intact bond" : " intact bonds") +
-                       " broken now: the bonding model has no parameters for the materials.");
+    if (const SUnmatchedBonds unmatched = data.matchBondParameters(); unmatched.any())
+        logMessage(eWarning, "HDF5 read", unmatched.text() + ".");
 }
 
 } // namespace

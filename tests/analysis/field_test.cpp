@@ -1,15 +1,13 @@
 // Fields: the record in every version, what makes one valid, the tree against a plain scan, and the interpolation
 // against its formula.
 
+#include "analysis/entry_stream.h"
 #include "analysis/field_interpolation.h"
 #include "analysis/field_manager.h"
 #include "core/log.h"
-#include "core/version.h"
-#include "core/versioned_stream.h"
 #include "support/log_capture.h"
 #include "support/settings_entries.h"
 
-#include <QBuffer>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,33 +17,6 @@
 
 namespace NBrenmark::NField {
 namespace {
-
-constexpr quint32 current = makeVersion(30, 0, 20);
-
-/// A stream over bytes, of a version.
-struct SSource
-{
-    explicit SSource(const CBytes& bytes, quint32 version = current) : content(bytes.bytes())
-    {
-        buffer.setBuffer(&content);
-        buffer.open(QIODevice::ReadOnly);
-        stream.setFileVersion(version);
-    }
-    QByteArray content;
-    QBuffer buffer;
-    CVersionedStream stream{&buffer};
-};
-
-template <class TObject>
-CBytes written(TObject& object)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    CVersionedStream stream(&buffer);
-    EXPECT_TRUE(object.write(stream, nullptr));
-    return CBytes(bytes);
-}
 
 const SampleVectors threePoints = {{0, 0, 0}, {1, 2, 3}, {-4, 5, 0.5}};
 const SampleVectors threeValues = {{3, 4}, {0, 1}, {-6, 8}};
@@ -229,12 +200,6 @@ TEST(FieldManager, writesValidFieldsByNameAndTellsOfTheOthers)
     EXPECT_NE(log.text().find("\"nothing\" not written: it has no points"), std::string::npos) << log.text();
     EXPECT_EQ(bytes.first(4 + 4 + 2), CBytes().i32(2).text("a"));
     EXPECT_FALSE(manager.isModified());
-
-    SSource source(bytes);
-    CFieldManager again;
-    EXPECT_TRUE(again.read(source.stream, nullptr));
-    EXPECT_FALSE(again.isModified());
-    EXPECT_EQ(written(again), bytes);
 }
 
 TEST(FieldManager, keepsWhatStoodBeforeAFieldThatIsNone)

@@ -1,14 +1,12 @@
 // Queries in their two forms: the stream of every class byte by byte, and the keys of the configuration.
 
+#include "analysis/entry_stream.h"
 #include "analysis/query_kinds.h"
 #include "analysis/query_map.h"
 #include "config/config_manager.h"
-#include "core/version.h"
-#include "core/versioned_stream.h"
 #include "support/log_capture.h"
 #include "support/settings_entries.h"
 
-#include <QBuffer>
 #include <gtest/gtest.h>
 
 namespace NBrenmark {
@@ -17,8 +15,6 @@ namespace {
 using NConfig::CConfigHandle;
 using NConfig::CConfigManager;
 using NConfig::CKeyPath;
-
-constexpr quint32 current = makeVersion(30, 0, 20);
 
 struct SKindCase
 {
@@ -46,30 +42,15 @@ const SKindCase kindCases[] = {
 
 struct SRead
 {
-    SRead(QueryMap& map, const CBytes& bytes, quint32 version) : content(bytes.bytes())
+    SRead(QueryMap& map, const CBytes& bytes, quint32 version)
     {
-        buffer.setBuffer(&content);
-        buffer.open(QIODevice::ReadOnly);
-        CVersionedStream stream(&buffer);
-        stream.setFileVersion(version);
-        result = map.read(stream, nullptr);
-        left = buffer.bytesAvailable();
+        SSource source(bytes, version);
+        result = map.read(source.stream, nullptr);
+        left = source.buffer.bytesAvailable();
     }
-    QByteArray content;
-    QBuffer buffer;
     bool result;
     qint64 left;
 };
-
-CBytes written(QueryMap& map)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    CVersionedStream stream(&buffer);
-    EXPECT_TRUE(map.write(stream, nullptr));
-    return CBytes(bytes);
-}
 
 TEST(QueryMap, carriesEveryClassByteForByte)
 {
@@ -123,17 +104,6 @@ TEST(QueryMap, endsAtAQueryOfNoClass)
     EXPECT_NE(log.text().find("\"Median\""), std::string::npos);
     EXPECT_EQ(createQuery("standard", 0), nullptr) << "by the exact word";
     EXPECT_TRUE(createQuery("Standard", 1)->contactQuery);
-}
-
-TEST(QueryMap, knowsASectionByItsQueriesName)
-{
-    QueryMap map(eExportQueries);
-    auto query = createQuery("Total Over Time", 0);
-    query->id = "Total 1";
-    EXPECT_EQ(query->clone()->name(), "Total Over Time");
-    map.add("Feed", std::move(query));
-    EXPECT_EQ(map.sectionOf("Total 1"), "Feed");
-    EXPECT_EQ(map.sectionOf("Total 2"), "");
 }
 
 // ---------------------------------------------------------------- the key form

@@ -1,23 +1,19 @@
 // Selections: every class in every layout, byte for byte; and those of other programs, of which nothing is lost.
 
+#include "analysis/entry_stream.h"
 #include "analysis/region_selections.h"
 #include "analysis/selection_kinds.h"
 #include "analysis/selection_map.h"
 #include "core/progress.h"
-#include "core/version.h"
-#include "core/versioned_stream.h"
 #include "model/geometry/box.h"
 #include "model/geometry_groups.h"
 #include "support/log_capture.h"
 #include "support/settings_entries.h"
 
-#include <QBuffer>
 #include <gtest/gtest.h>
 
 namespace NBrenmark::NSelection {
 namespace {
-
-constexpr quint32 current = makeVersion(30, 0, 20);
 
 /// The map of a block, as the settings file hands it to be read.
 class CReadMap
@@ -25,16 +21,12 @@ class CReadMap
 public:
     explicit CReadMap(const CBytes& block, quint32 version = current, quint32 edition = 0, int behind = 20)
     {
-        QByteArray content = (block + CBytes::garbage(behind)).bytes();
-        QBuffer buffer(&content);
-        buffer.open(QIODevice::ReadOnly);
-        CVersionedStream stream(&buffer);
-        stream.setFileVersion(version);
-        stream.edition = edition;
-        stream.setLimit(block.size());
+        SSource source(block + CBytes::garbage(behind), version);
+        source.stream.edition = edition;
+        source.stream.setLimit(block.size());
         CLogCapture log;
-        result = map.read(stream, nullptr);
-        consumed = buffer.pos();
+        result = map.read(source.stream, nullptr);
+        consumed = source.buffer.pos();
         logText = log.text();
     }
 
@@ -42,15 +34,6 @@ public:
     TSelection& at(const char* name) const
     {
         return dynamic_cast<TSelection&>(*map.selection(name));
-    }
-    CBytes written()
-    {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        CVersionedStream stream(&buffer);
-        EXPECT_TRUE(map.write(stream, nullptr));
-        return CBytes(bytes);
     }
 
     CSelectionMap map;
@@ -94,7 +77,7 @@ TEST(SelectionMap, carriesEveryClassByteForByte)
     EXPECT_EQ(read.logText, "");
     EXPECT_EQ(read.consumed, block.size());
     EXPECT_FALSE(read.map.isModified());
-    EXPECT_EQ(read.written(), block);
+    EXPECT_EQ(written(read.map), block);
     EXPECT_EQ(selectionTypeIds().size(), int(classes.size()));
 
     const auto& lattice = read.at<CLatticeSelection>("b");
@@ -179,19 +162,15 @@ TEST(SelectionMap, keepsTheGeometryOfARegion)
     ASSERT_TRUE(map.add(made));
     const quint32 nextId = GeometryGroups::nextUniqueId();
 
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    CVersionedStream stream(&buffer);
-    ASSERT_TRUE(map.write(stream, nullptr));
-    CReadMap again{CBytes(bytes)};
+    const CBytes bytes = written(map);
+    CReadMap again{bytes};
     ASSERT_TRUE(again.result) << again.logText;
     const auto& read = again.at<CPrimitiveSelection>("bin");
     ASSERT_NE(read.ownGeometry, nullptr);
     EXPECT_EQ(read.ownGeometry->at(0)->name, "Shell");
     EXPECT_EQ(read.ownGeometry->at(0)->coords[3], C3DPoint(0, 0, 1));
     EXPECT_EQ(read.source, "behind it");
-    EXPECT_EQ(again.written(), CBytes(bytes));
+    EXPECT_EQ(written(again.map), bytes);
     EXPECT_EQ(GeometryGroups::nextUniqueId(), nextId) << "the numbers of the deck's geometry stand still";
 }
 
@@ -223,33 +202,30 @@ TEST(SelectionMap, carriesWhatOnlyAnotherProgramCanRead)
 
     // A block of 30.0.20 must not hold them as they are: they go into records that say what they are.
     const CBytes record = CBytes().ascii("BSel").u32(makeVersion(27, 0, 3)).u32(1);
-    const CBytes written = read.written();
-    EXPECT_EQ(written.first(4 + 34 + 4 + 2 * 12 + 1), foreignBlock().first(4 + 34 + 4 + 2 * 12 + 1));
-    EXPECT_TRUE(written.bytes().contains((record + CBytes().i32(300) + CBytes::garbage(300)).bytes()));
-    CReadMap again(written);
+    const CBytes bytes = written(read.map);
+    EXPECT_EQ(bytes.first(4 + 34 + 4 + 2 * 12 + 1), foreignBlock().first(4 + 34 + 4 + 2 * 12 + 1));
+    EXPECT_TRUE(bytes.bytes().contains((record + CBytes().i32(300) + CBytes::garbage(300)).bytes()));
+    CReadMap again(bytes);
     ASSERT_TRUE(again.result) << again.logText;
     EXPECT_EQ(again.logText, "") << "told when they were taken over";
     EXPECT_EQ(again.map.selection("picked")->carried->version, makeVersion(27, 0, 3));
-    EXPECT_EQ(again.written(), written);
+    EXPECT_EQ(written(again.map), bytes);
 }
 
 TEST(SelectionMap, writesBytesOfTheCurrentVersionAsTheyWere)
 {
     CReadMap read(foreignBlock());
     ASSERT_TRUE(read.result);
-    EXPECT_EQ(read.written(), foreignBlock());
+    EXPECT_EQ(written(read.map), foreignBlock());
     CReadMap otherEdition(foreignBlock(), current, 1);
-    EXPECT_NE(otherEdition.written(), foreignBlock());
+    EXPECT_NE(written(otherEdition.map), foreignBlock());
 }
 
 TEST(SelectionMap, carriesNothingWhoseEndIsNotKnown)
 {
-    QByteArray content = foreignBlock().bytes();
-    QBuffer buffer(&content);
-    buffer.open(QIODevice::ReadOnly);
-    CVersionedStream stream(&buffer);
+    SSource source(foreignBlock());
     CSelectionMap map;
-    EXPECT_THROW(map.read(stream, nullptr), std::exception);
+    EXPECT_THROW(map.read(source.stream, nullptr), std::exception);
 }
 
 // ---------------------------------------------------------------- the map
@@ -302,28 +278,10 @@ TEST(SelectionMap, renamesAndRemovesARegionWithItsElements)
     EXPECT_EQ(map.selection("c")->name, "c");
     EXPECT_EQ(map.selection("c")->particleDisplay.texturePath, "mine");
 
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    CVersionedStream stream(&buffer);
-    EXPECT_TRUE(map.write(stream, nullptr));
-    EXPECT_EQ(CReadMap{CBytes(bytes)}.map.count(true), 2) << "elements aren't stored";
+    EXPECT_EQ(CReadMap{written(map)}.map.count(true), 2) << "elements aren't stored";
     EXPECT_TRUE(map.remove("c"));
     EXPECT_EQ(map.count(true), 1);
     EXPECT_FALSE(map.remove("c"));
-}
-
-TEST(ManualSelection, isEditedAsItsIds)
-{
-    CDisplayOptions particle, contact;
-    CManualSelection selection("a", particle, contact);
-    CManualIdsParamData record;
-    record.ids = {1, 2};
-    EXPECT_TRUE(selection.setParamData(record));
-    EXPECT_EQ(selection.manualIds.ids.size(), 2u);
-    EXPECT_EQ(dynamic_cast<CManualIdsParamData&>(*selection.paramData()).ids, record.ids);
-    for (qint32 kind = 0; kind < CSelection::idKinds; ++kind)
-        EXPECT_EQ(selection.ids(kind).kind, kind);
 }
 
 } // namespace

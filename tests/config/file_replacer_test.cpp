@@ -3,14 +3,13 @@
 #include "config/file_replacer.h"
 
 #include "core/log.h"
+#include "support/full_disk.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
-#include <sys/resource.h>
 #include <thread>
 
 namespace NBrenmark {
@@ -103,27 +102,6 @@ TEST(FileReplacement, isNotLostToTheEndOfTheProcess)
     EXPECT_TRUE(folder.read("b") == bytes);
 }
 
-/// No file of this process may grow beyond so many bytes while this lives: the nearest thing to a full disk.
-class CSmallDisk
-{
-public:
-    explicit CSmallDisk(rlim_t bytes) : handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limit{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~CSmallDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    }
-
-private:
-    rlimit before{};
-    void (*handler)(int);
-};
-
 TEST(FileReplacement, takesNoPartOfAFileForTheWhole)
 {
     const CTempFolder folder;
@@ -134,7 +112,7 @@ TEST(FileReplacement, takesNoPartOfAFileForTheWhole)
         CFileReplacement replacement;
         replacement.device().write(bytes);
         EXPECT_TRUE(replacement.complete());
-        const CSmallDisk disk(2000000);
+        const CFullDisk disk(2000000);
         EXPECT_TRUE(replacement.replace(folder.path("a")));
         failed = waitForCopies();
     }
@@ -150,7 +128,7 @@ TEST(FileReplacement, thatIsNotWholeItselfLeavesTheTargetAlone)
     folder.write("a", "old");
     {
         CFileReplacement replacement;
-        const CSmallDisk disk(1000);
+        const CFullDisk disk(1000);
         replacement.device().write(QByteArray(3000, 'x'));
         EXPECT_FALSE(replacement.replace(folder.path("a")));
         EXPECT_NE(replacement.cause(), "");

@@ -200,6 +200,12 @@ TEST(FieldManager, writesValidFieldsByNameAndTellsOfTheOthers)
     EXPECT_NE(log.text().find("\"nothing\" not written: it has no points"), std::string::npos) << log.text();
     EXPECT_EQ(bytes.first(4 + 4 + 2), CBytes().i32(2).text("a"));
     EXPECT_FALSE(manager.isModified());
+
+    SSource source(bytes);
+    CFieldManager again;
+    EXPECT_TRUE(again.read(source.stream, nullptr));
+    EXPECT_FALSE(again.isModified());
+    EXPECT_EQ(written(again), bytes);
 }
 
 TEST(FieldManager, keepsWhatStoodBeforeAFieldThatIsNone)

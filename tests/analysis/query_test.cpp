@@ -106,6 +106,17 @@ TEST(QueryMap, endsAtAQueryOfNoClass)
     EXPECT_TRUE(createQuery("Standard", 1)->contactQuery);
 }
 
+TEST(QueryMap, knowsASectionByItsQueriesName)
+{
+    QueryMap map(eExportQueries);
+    auto query = createQuery("Total Over Time", 0);
+    query->id = "Total 1";
+    EXPECT_EQ(query->clone()->name(), "Total Over Time");
+    map.add("Feed", std::move(query));
+    EXPECT_EQ(map.sectionOf("Total 1"), "Feed");
+    EXPECT_EQ(map.sectionOf("Total 2"), "");
+}
+
 // ---------------------------------------------------------------- the key form
 
 /// All keys below a path, as "KEY=KIND:value".

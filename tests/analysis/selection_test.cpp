@@ -284,5 +284,18 @@ TEST(SelectionMap, renamesAndRemovesARegionWithItsElements)
     EXPECT_FALSE(map.remove("c"));
 }
 
+TEST(ManualSelection, isEditedAsItsIds)
+{
+    CDisplayOptions particle, contact;
+    CManualSelection selection("a", particle, contact);
+    CManualIdsParamData record;
+    record.ids = {1, 2};
+    EXPECT_TRUE(selection.setParamData(record));
+    EXPECT_EQ(selection.manualIds.ids.size(), 2u);
+    EXPECT_EQ(dynamic_cast<CManualIdsParamData&>(*selection.paramData()).ids, record.ids);
+    for (qint32 kind = 0; kind < CSelection::idKinds; ++kind)
+        EXPECT_EQ(selection.ids(kind).kind, kind);
+}
+
 } // namespace
 } // namespace NBrenmark::NSelection

@@ -32,46 +32,37 @@ static std::string textOf(const CPairTable<double>& table)
     return text;
 }
 
-TEST(PairTableRekeying, namesMaterialsInPlaceOfTypes)
+TEST(PairTableRekeying, namesMaterialsAndMakesOneForASecondValue)
 {
-    SOldDeck deck;
-    auto& table = deck.addModel<CJkrContactModel>().surfaceEnergy;
-    table.set("A", "A", 0.5);
-    table.set("B", "A", 0.5);
-    table.set("C", "A", 0.7);
-    table.set("C", "C", 0.9);
-    const CLogCapture log;
-    deck.rekey();
-    EXPECT_EQ(textOf(table), "m/m=0.5 m/n=0.7 n/n=0.9 ");
-    EXPECT_EQ(deck.creator.materials.keys(), (QStringList{"m", "n"})) << "equal values need no new material";
-    EXPECT_EQ(log.text(), "");
-}
-
-TEST(PairTableRekeying, twoValuesForOnePairMakeAMaterial)
-{
-    SOldDeck deck;
-    auto& table = deck.addModel<CCohesionContactModel>().energyDensity;
-    table.set("A", "A", 0.5);
-    table.set("A", "B", 0.7);
-    const CLogCapture log;
-    deck.rekey();
-    EXPECT_EQ(textOf(table), "m/m=0.5 m/m(1)=0.7 ");
-    EXPECT_EQ(deck.materialOf("A"), "m");
-    EXPECT_EQ(deck.materialOf("B"), "m(1)");
-    EXPECT_NE(deck.creator.interactions.find("m(1)", "m"), nullptr) << "its interactions are copied";
-    EXPECT_EQ(log.text(), "WARNING Conversion: Linear Cohesion: material \"m(1)\" is made from \"m\", for the entry of "
-                          "\"A\" and \"B\" has a value of its own.\n");
-}
-
-TEST(PairTableRekeying, aNewMaterialStandsForTheEntriesThatFollow)
-{
-    SOldDeck deck;
-    auto& table = deck.addModel<CCohesionContactModel>().energyDensity;
-    table.set("A", "A", 1);
-    table.set("A", "B", 2);
-    table.set("B", "B", 3); // B has left m by then
-    deck.rekey();
-    EXPECT_EQ(textOf(table), "m/m=1 m/m(1)=2 m(1)/m(1)=3 ");
+    struct SCase
+    {
+        std::vector<std::tuple<const char*, const char*, double>> byTypes;
+        const char* byMaterials;
+        const char* types;
+    };
+    const SCase cases[] = {
+        {{{"A", "A", 0.5}, {"B", "A", 0.5}, {"C", "A", 0.7}, {"C", "C", 0.9}}, "m/m=0.5 m/n=0.7 n/n=0.9 ", "A:m B:m"},
+        {{{"A", "A", 0.5}, {"A", "B", 0.7}}, "m/m=0.5 m/m(1)=0.7 ", "A:m B:m(1)"},
+        // B has left m when its own pair is met.
+        {{{"A", "A", 1}, {"A", "B", 2}, {"B", "B", 3}}, "m/m=1 m/m(1)=2 m(1)/m(1)=3 ", "A:m B:m(1)"},
+    };
+    for (const SCase& c : cases) {
+        SOldDeck deck;
+        auto& table = deck.addModel<CCohesionContactModel>().energyDensity;
+        for (const auto& [a, b, value] : c.byTypes)
+            table.set(a, b, value);
+        const CLogCapture log;
+        deck.rekey();
+        EXPECT_EQ(textOf(table), c.byMaterials);
+        EXPECT_EQ(deck.types(), c.types + std::string(" C:n bare:"));
+        const bool isSplit = deck.materialOf("B") != "m";
+        EXPECT_EQ(deck.creator.materials.keys().size(), isSplit ? 3 : 2);
+        EXPECT_EQ(deck.creator.interactions.find("m(1)", "m") != nullptr, isSplit) << "its interactions are copied";
+        EXPECT_EQ(log.text(), isSplit
+                                  ? "WARNING Conversion: Linear Cohesion: material \"m(1)\" is made from \"m\", for "
+                                    "the entry of \"A\" and \"B\" has a value of its own.\n"
+                                  : "");
+    }
 }
 
 TEST(PairTableRekeying, dropsWhatNamesNoTypeAndTellsIt)
@@ -155,6 +146,7 @@ TEST(PairTableRekeying, itIsTheGroupThatGetsANewMaterial)
     EXPECT_EQ(deck.creator.geometryGroupByName("Door")->materialName, "steel");
     EXPECT_EQ(deck.creator.geometryGroupByName("Wall")->materialName, "steel(1)");
     EXPECT_EQ(deck.types(), "A:m B:m C:n bare:");
+    ASSERT_NE(deck.creator.materials.find("steel(1)"), nullptr);
     EXPECT_EQ(deck.creator.materials.find("steel(1)")->type, eEquipmentMaterial);
     EXPECT_NE(deck.creator.interactions.find("steel(1)", "m"), nullptr);
     EXPECT_EQ(deck.creator.interactions.find("steel(1)", "brass"), nullptr) << "equipment doesn't touch equipment";

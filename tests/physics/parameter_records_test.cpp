@@ -35,12 +35,6 @@ TEST(ParameterRecords, aPairIsOneInEitherOrderOfBytes)
     EXPECT_EQ(table.entries.rbegin()->first.first, "z");
     EXPECT_EQ(table.valueOf("steel", "Glass"), 2.0);
     EXPECT_EQ(table.find("Glass", "Glass"), nullptr);
-
-    EXPECT_EQ(CBondParametersMap::pairKey("steel", "Glass"), "Glass <> steel");
-    EXPECT_EQ(CBondParametersMap::pairKey("a", "a"), "a <> a");
-    EXPECT_EQ(CBondParametersMap::namesOf("Glass <> steel"),
-              std::make_pair(std::string("Glass"), std::string("steel")));
-    EXPECT_FALSE(CBondParametersMap::namesOf("Glass<>steel").has_value());
 }
 
 /// A value under each of some pairs, and what stands there after a rename.

@@ -25,7 +25,7 @@ TEST(PhysicsModels, oneDefaultModelInEachChain)
 {
     CPhysicsModels physics;
     EXPECT_EQ(namesOf(physics.sphereSphereModels), "Hertz-Mindlin (no slip)");
-    EXPECT_EQ(namesOf(physics.sphereGeometryModels), "Hertz-Mindlin (no slip)");
+    ASSERT_EQ(namesOf(physics.sphereGeometryModels), "Hertz-Mindlin (no slip)");
     EXPECT_EQ(physics.externalForceCount(), 0u);
     EXPECT_EQ(physics.sphereSphereModels.front()->modelType, 0u);
     EXPECT_EQ(physics.sphereGeometryModels.front()->modelType, 1u);

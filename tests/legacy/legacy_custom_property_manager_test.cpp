@@ -61,22 +61,30 @@ TEST(LegacyPropertyFile, replacesWhatTheSettingsBrought)
     EXPECT_EQ(much.unitsType, 20u);
 }
 
-TEST(LegacyPropertyFile, mayHoldNothing)
+TEST(LegacyPropertyFile, finalizesNoMoreThanItDefinesAndTellsOfTheRest)
 {
-    for (const qint32 count : {0, -1, -2147483647}) {
-        const CRead read(head(-1, count));
-        EXPECT_EQ(read.result, ePropertyFileRead);
-        EXPECT_EQ(read.manager.propertyCount(), 0u);
-        EXPECT_FALSE(read.manager.isModified());
+    struct SCase
+    {
+        CBytes bytes;
+        unsigned int count, finalized;
+        size_t messages;
+    };
+    const CBytes one = record("Moisture", 1, 0.5);
+    const CBytes two = one + record("Two", 2, 1.5);
+    const SCase cases[] = {
+        {head(-1, 0), 0, 0, 0},      {head(-1, -1), 0, 0, 0},      {head(-1, -2147483647), 0, 0, 0},
+        {head(0, 1) + two, 1, 1, 1}, {head(-1, 2) + two, 2, 0, 0}, {head(0, 2) + two, 2, 1, 0},
+        {head(1, 2) + two, 2, 2, 0}, {head(7, 2) + two, 2, 2, 1},  {head(-9, 2) + two, 2, 0, 1},
+    };
+    for (const SCase& c : cases) {
+        const CRead read(c.bytes);
+        const long row = &c - cases;
+        EXPECT_EQ(read.result, ePropertyFileRead) << row;
+        EXPECT_EQ(read.manager.propertyCount(), c.count) << row;
+        EXPECT_EQ(read.manager.finalizedCount(), c.finalized) << row;
+        EXPECT_FALSE(read.manager.isModified()) << row;
+        EXPECT_EQ(read.messages, c.messages) << row;
     }
-}
-
-TEST(LegacyPropertyFile, tellsOfWhatStandsBehindItsLastProperty)
-{
-    const CRead read(head(0, 1) + record("Moisture", 1, 0.5) + record("Uncounted", 1, 0.5));
-    EXPECT_EQ(read.result, ePropertyFileRead);
-    EXPECT_EQ(read.manager.propertyCount(), 1u);
-    EXPECT_EQ(read.messages, 1u);
 }
 
 TEST(LegacyPropertyFile, thatIsNotThereLeavesTheManagerAlone)
@@ -112,17 +120,6 @@ TEST(LegacyPropertyFile, isRefusedWholeForAnyFault)
         EXPECT_EQ(read.manager.propertyCount(), 0u) << bytes.size();
         EXPECT_EQ(read.manager.lastFinalisedPropertyIndex, -1) << bytes.size();
         EXPECT_EQ(read.messages, 1u) << bytes.size();
-    }
-}
-
-TEST(LegacyPropertyFile, finalizesNoMoreThanItDefines)
-{
-    const std::pair<int, unsigned int> cases[] = {{-1, 0}, {0, 1}, {1, 2}, {7, 2}, {-9, 0}};
-    for (const auto& [last, finalized] : cases) {
-        const CRead read(head(last, 2) + record("Moisture", 1, 0.5) + record("Two", 2, 1.5));
-        EXPECT_EQ(read.result, ePropertyFileRead);
-        EXPECT_EQ(read.manager.finalizedCount(), finalized) << last;
-        EXPECT_EQ(read.messages, last == 7 || last == -9 ? 1u : 0u) << last;
     }
 }
 

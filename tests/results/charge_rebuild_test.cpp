@@ -13,11 +13,15 @@ class ChargeRebuild : public testing::Test
 protected:
     void define(const char* name, unsigned int elements, bool finalized)
     {
+        define(particle, name, elements, finalized);
+    }
+    static void define(CCustomPropertyManager& manager, const char* name, unsigned int elements, bool finalized)
+    {
         auto property = std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, elements, 10u);
-        ASSERT_TRUE(particle.addProperty(property));
+        ASSERT_TRUE(manager.addProperty(property));
         if (finalized) {
-            particle.lastFinalisedPropertyIndex = static_cast<int>(particle.propertyCount()) - 1;
-            particle.notifyChanged(0);
+            manager.lastFinalisedPropertyIndex = static_cast<int>(manager.propertyCount()) - 1;
+            manager.notifyChanged(0);
         }
     }
     /// Two slots with charges beside them.
@@ -42,13 +46,6 @@ protected:
         wall->electrostatic.charges = {3e-9, -4e-9};
         creator.geometryGroups.add(wall, false);
         return *wall;
-    }
-    void defineCharge(CCustomPropertyManager& manager, bool finalized)
-    {
-        auto property = std::make_unique<CCustomPropertyMetaData>("Charge", eDoubleProperty, 1u, 10u);
-        ASSERT_TRUE(manager.addProperty(property));
-        manager.lastFinalisedPropertyIndex = finalized ? 0 : -1;
-        manager.notifyChanged(0);
     }
 
     CCustomPropertyManager particle{"Particle Properties", eParticleOwner};
@@ -123,7 +120,7 @@ TEST_F(ChargeRebuild, touchesNothingWithoutTheProperties)
 
 TEST_F(ChargeRebuild, fillsThePropertyOfEachTriangle)
 {
-    defineCharge(geometry, true); // of particles there is none
+    define(geometry, "Charge", 1, true); // of particles there is none
     CGeometryGroup& wall = chargedWall();
     wall.customProperties.resize(5); // of another mesh
     geometry.setModified(true);
@@ -146,7 +143,7 @@ TEST_F(ChargeRebuild, tellsOfChargesOfAWallThatHaveNowhereToGo)
     timestep.rebuildChargeProperties();
     EXPECT_TRUE(geometry.isModified()) << "untouched without the property";
     EXPECT_EQ(log.text(), "");
-    defineCharge(geometry, false);
+    define(geometry, "Charge", 1, false);
     timestep.rebuildChargeProperties();
     EXPECT_EQ(log.text(), "WARNING Conversion: Geometry group \"Wall\": the stored values for the property \"Charge\" "
                           "are dropped, for no saved time of the deck holds that property.\n");

@@ -90,17 +90,6 @@ TEST_F(ContactRows, aReleasedRowIsGivenOutAgainLastOneFirst)
     EXPECT_EQ(family.customProperties.itemCount(), 11u);
 }
 
-TEST_F(ContactRows, aSecondReleaseDoesNothing)
-{
-    number(family, 6);
-    family.releaseRow(5);
-    family.releaseRow(5);
-    EXPECT_EQ(family.freedCount, 1u);
-    EXPECT_EQ(family.firstFree, 6u);
-    EXPECT_EQ(family.rows[5][1], 0u) << "the chain ends here";
-    EXPECT_EQ(family.liveCount(), 5u);
-}
-
 TEST_F(ContactRows, growsInTheStepsGivenAndOnlyForWhoIsAlone)
 {
     quint32 row = noRow;

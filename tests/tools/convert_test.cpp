@@ -103,35 +103,8 @@ TEST(Convert, carriesEverySampleDeckOverWithoutADifference)
         EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u) << name.toStdString();
         for (const char* suffix : {".ess", ".dfg", ".ptf"})
             EXPECT_EQ(out.names().contains(name + suffix), samples.exists(name + suffix)) << argument(name) << suffix;
+        EXPECT_FALSE(out.names().contains(name + ".ppf")) << "its definitions are part of the settings now";
     }
-}
-
-// The definitions of the sample's companion, as a dump of its bytes shows them, take the place of those of its settings.
-TEST(Convert, movesAnOldPropertyFileIntoTheSettings)
-{
-    CTempFolder out;
-    const std::string deck = argument(out.path("ppf.dem"));
-    const SToolResult result = runTool({"convert", sampleDeck("ppf-21.dem"), deck, "--verify", "--json"});
-    ASSERT_EQ(result.exitCode, 0) << result.output << result.error;
-    EXPECT_EQ(Json::parse(result.output)["verification"]["differences"].size(), 0u);
-    EXPECT_FALSE(out.has("ppf.ppf"));
-    const Json properties = Json::parse(runTool({"info", "--json", deck}).output)["customProperties"];
-    EXPECT_EQ(properties, Json::parse(R"([
-        {"name": "Moisture", "owner": "particles", "elements": 1, "boolean": false, "stored": true},
-        {"name": "Two", "owner": "particles", "elements": 2, "boolean": false, "stored": true},
-        {"name": "Much", "owner": "particles", "elements": 256, "boolean": false, "stored": false}])"));
-    const std::string text = runTool({"dump", deck}).output;
-    EXPECT_TRUE(contains(text, "particleProperties/Moisture/initialValues f64[1] 0.5\n")) << text;
-    EXPECT_TRUE(contains(text, "particleProperties/Two/initialValues f64[2] 1.5 1.5\n")) << text;
-}
-
-TEST(Convert, keepsAnotherModelFromTheTimestepOnFromWhichItIsInForce)
-{
-    CSource source(sampleDeckOf(makeVersion(24, 0, 30), true));
-    ASSERT_EQ(runTool({"convert", source.path, source.target(), "--verify"}).exitCode, 0);
-    const std::string text = runTool({"dump", source.target("out.dem")}).output;
-    EXPECT_TRUE(contains(text, "\ncreator/title \"Kiste\"\n"));
-    EXPECT_TRUE(contains(text, "\ncreator@2/title \"Kiste, verändert\"\n"));
 }
 
 TEST(Convert, takesOutAsAFolderAndCompletesNames)
@@ -354,13 +327,6 @@ TEST(ConvertFailure, ofATargetThatCannotBeWrittenIsItsOwnExitCode)
         EXPECT_EQ(result.exitCode, 4) << name << ": " << result.error;
         EXPECT_TRUE(contains(result.error, "\n  ")) << result.error;
     }
-}
-
-TEST(ConvertFailure, ofADeckThatCannotBeCarriedLeavesNothingBehind)
-{
-    CSource source(CLegacyDeck(makeVersion(13, 0, 9)).creator(sampleCreator()).timestep(sampleTimestep(0.1)));
-    EXPECT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 5);
-    EXPECT_EQ(source.out.names(), QStringList());
 }
 
 TEST(Convert, carriesATypeThatNoGroupCanBeNamedAfter)

@@ -1,4 +1,4 @@
-// Contact models, external forces and custom properties as brenmark info tells them.
+// Contact models, external forces, custom properties and geometry as brenmark info tells them.
 #include "support/legacy_deck.h"
 #include "support/paths.h"
 #include "support/temp_folder.h"
@@ -31,8 +31,8 @@ TEST(PhysicsOfADeck, isToldChainByChain)
     EXPECT_EQ(bond[0]["count"], 1);
     EXPECT_EQ(bond[1]["value"], 0.5);
 
-    const std::string text = runTool({"info", deck}).output;
-    for (const char* line :
+    const std::pair<const char*, std::vector<const char*>> cases[] = {
+        {"physics-25.dem",
          {"3 contact models between particles, in the order of the chain\n",
           "  Hertz-Mindlin with bonding  bond of 1 pair, formed from 0.5 s, formed until 0.75 s, formation under way, "
           "torque feedback on, rolling friction on both sides\n",
@@ -42,23 +42,17 @@ TEST(PhysicsOfADeck, isToldChainByChain)
           "  Moving Plane                     start and end point of 1 plane, velocity of 0 motions\n",
           "  Relative Wear                    no parameters\n", "2 external forces\n",
           "  Electrostatics      screening distance 7.5 smallest particle radii\n",
-          "  Temperature Update  heat capacity of 1 particle type\n"})
-        EXPECT_NE(text.find(line), std::string::npos) << line << text;
-}
-
-TEST(PhysicsOfADeck, tellsWhatIsNotKnownHere)
-{
-    const std::string text = runTool({"info", sampleDeck("plugins-24.dem")}).output;
-    EXPECT_NE(text.find("  My Model                 not known here, kept by its name\n"), std::string::npos) << text;
-}
-
-TEST(PhysicsOfADeck, customPropertiesAreToldWithOwnerAndKind)
-{
-    const std::string text = runTool({"info", sampleDeck("properties-24.dem")}).output;
-    for (const char* line :
+          "  Temperature Update  heat capacity of 1 particle type\n"}},
+        {"plugins-24.dem", {"  My Model                 not known here, kept by its name\n"}},
+        {"properties-24.dem",
          {"  Pair        of particles, 2 elements\n", "  Later       of particles, 1 element, not in use yet\n",
-          "  Is-Hot      of geometry, 2 elements, true or false\n"})
-        EXPECT_NE(text.find(line), std::string::npos) << line << text;
+          "  Is-Hot      of geometry, 2 elements, true or false\n"}},
+    };
+    for (const auto& [name, lines] : cases) {
+        const std::string text = runTool({"info", sampleDeck(name)}).output;
+        for (const char* line : lines)
+            EXPECT_NE(text.find(line), std::string::npos) << line << text;
+    }
 }
 
 /// Each model of the registry stands in a deck that was converted, and says what it holds.
@@ -100,6 +94,41 @@ TEST(PhysicsOfADeck, namesTheTablesOfEveryModel)
                               std::string(c.told).size() + 1),
                   c.told + std::string("\n"));
     }
+}
+
+/// Four groups, one of each shape, and two factories.
+TEST(GeometryOfADeck, isToldByInfo)
+{
+    CTempFolder folder;
+    SDeckCreator creator = sampleCreator();
+    creator.groups = sampleGroups();
+    SDeckTimestep timestep = sampleTimestep(0.1);
+    timestep.groups = creator.groups;
+    CLegacyDeck deck(makeVersion(27, 0, 3));
+    deck.creator(creator).timestep(timestep);
+    const std::string path = argument(deck.write(folder.path(), "walls"));
+    const Json info = Json::parse(runTool({"info", "--json", path}).output);
+    ASSERT_EQ(info["geometryGroups"].size(), 4u);
+    const Json& box = info["geometryGroups"][0];
+    EXPECT_EQ(box["name"], "Trichter");
+    EXPECT_EQ(box["shape"], "Box");
+    EXPECT_EQ(box["material"], "glass(1)"); // particles are of glass, so the walls get an equipment material
+    EXPECT_EQ(box["triangles"], 4);
+    EXPECT_EQ(box["moving"], true);
+    EXPECT_EQ(box["motions"].size(), 4u);
+    EXPECT_EQ(info["geometryGroups"][2]["triangles"], 60);
+    ASSERT_EQ(info["factories"].size(), 2u);
+    EXPECT_EQ(info["factories"][1]["name"], "B");
+    EXPECT_EQ(info["factories"][1]["kind"], "static");
+    EXPECT_EQ(info["factories"][1]["geometry"], "Trichter");
+    EXPECT_EQ(info["factories"][1]["created"], 7);
+
+    const std::string text = runTool({"info", path}).output;
+    for (const char* const part :
+         {"4 geometry groups\n", "Drum      cylinder of 4 triangles, material glass(1), static\n",
+          "Plate     polygon of 60 triangles, material glass(1), static\n", "2 particle factories\n",
+          "A  dynamic in Trichter, of Ball, 7 particles created\n"})
+        EXPECT_NE(text.find(part), std::string::npos) << part << "in\n" << text;
 }
 
 } // namespace NBrenmark

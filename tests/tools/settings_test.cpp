@@ -94,14 +94,23 @@ TEST(InfoSettings, tellsOfWhatIsMissingOrLeftOut)
     EXPECT_EQ(runTool({"info", "--settings", deck}).exitCode, 0);
 }
 
+// The definitions of the sample's companion, as a dump of its bytes shows them, take the place of those of its settings.
 TEST(InfoSettings, tellsWhereOldDecksDefineTheirParticleProperties)
 {
-    const std::string output = runTool({"info", "--settings", sampleDeck("ppf-21.dem")}).output;
-    EXPECT_NE(output.find("  particle properties from " + sampleDeck("ppf-21.ppf") + "\n"), std::string::npos);
-    EXPECT_NE(output.find("  Much      of particles, 256 real elements, at first 2, not in use yet\n"),
-              std::string::npos)
-        << output;
-    EXPECT_EQ(output.find("Superseded"), std::string::npos);
+    const CTempFolder folder;
+    const std::string converted = argument(folder.path("ppf.dem"));
+    ASSERT_EQ(runTool({"convert", sampleDeck("ppf-21.dem"), converted}).exitCode, 0);
+    for (const std::string& deck : {sampleDeck("ppf-21.dem"), converted}) {
+        const std::string output = runTool({"info", "--settings", deck}).output;
+        EXPECT_EQ(output.find("  particle properties from " + sampleDeck("ppf-21.ppf") + "\n") == std::string::npos,
+                  deck == converted);
+        EXPECT_NE(output.find("3 custom properties\n"
+                              "  Moisture  of particles, 1 real element, at first 0.5\n"
+                              "  Two       of particles, 2 real elements, at first 1.5\n"
+                              "  Much      of particles, 256 real elements, at first 2, not in use yet\n"),
+                  std::string::npos)
+            << output;
+    }
 }
 
 } // namespace NBrenmark

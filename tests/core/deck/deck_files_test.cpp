@@ -275,34 +275,29 @@ TEST(CopyFile, carriesAsManyBytesAsTheLimitSays)
     EXPECT_EQ(before.changesUntil(folder.snapshot()), "copy is new\nto is new\n");
 }
 
-TEST(CopyFile, aWholeCopyRefusesATargetThatExists)
+TEST(CopyFile, leavesAllAsItIsWhereItFails)
 {
     const CTempFolder folder;
-    const QString from = folder.write("from", "new");
-    const QString to = folder.write("to", "old");
-    EXPECT_FALSE(copyOrTruncateFile(from, to, wholeFile));
-    EXPECT_EQ(folder.read("to"), "old");
-}
-
-TEST(CopyFile, neverEmptiesItsSource)
-{
-    const CTempFolder folder;
-    const QString from = folder.write("from", "content");
-    ASSERT_TRUE(QFile::link(from, folder.path("link")));
-    EXPECT_FALSE(copyOrTruncateFile(from, from, 3));
-    EXPECT_FALSE(copyOrTruncateFile(from, folder.path("link"), 3));
-    EXPECT_EQ(folder.read("from"), "content");
-}
-
-TEST(CopyFile, failsWhereAFileCannotBeOpened)
-{
-    const CTempFolder folder;
-    const QString from = folder.write("from", "content");
-    EXPECT_FALSE(copyOrTruncateFile(folder.path("missing"), folder.path("to"), wholeFile));
-    EXPECT_FALSE(copyOrTruncateFile(folder.path("missing"), folder.path("to"), 4));
-    EXPECT_FALSE(folder.has("to"));
-    EXPECT_FALSE(copyOrTruncateFile(from, folder.path("no/folder/to"), 4));
-    EXPECT_FALSE(copyOrTruncateFile(from, folder.path("no/folder/to"), wholeFile));
+    folder.write("from", "content");
+    folder.write("to", "old");
+    ASSERT_TRUE(QFile::link(folder.path("from"), folder.path("link")));
+    const struct
+    {
+        const char* from;
+        const char* to;
+        int limit;
+    } cases[] = {
+        {"from", "to", wholeFile}, // exists
+        {"from", "from", 3},       // the source would be emptied
+        {"from", "link", 3},         {"missing", "new", wholeFile},
+        {"missing", "new", 4},       {"from", "no/folder/to", wholeFile},
+        {"from", "no/folder/to", 4},
+    };
+    const CSnapshot before = folder.snapshot();
+    for (const auto& c : cases) {
+        EXPECT_FALSE(copyOrTruncateFile(folder.path(c.from), folder.path(c.to), c.limit)) << c.from << ' ' << c.to;
+        EXPECT_EQ(before.changesUntil(folder.snapshot()), "") << c.from << ' ' << c.to << ' ' << c.limit;
+    }
 }
 
 TEST(CopyFile, aFullDiskDoesNotPassInSilence)

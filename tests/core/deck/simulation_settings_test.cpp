@@ -35,81 +35,68 @@ public:
     std::string logText;
 };
 
-TEST(SimulationSettings, emptyOnesAreReadAndWrittenInEveryVersion)
+const std::vector<SSettingsProperty> particleProperties = {
+    {"Temperature", 0, 1, 20, {293.15}}, {"Is wet (film)", 1, 3, 0, {1, 0, 1}}, {"Not-used", 0, 2, 1, {1.0, 2.0}}};
+const std::vector<SSettingsProperty> simulationProperties = {{"Run", 0, 1, 0, {4.5}}};
+
+static CBytes settingsWithAllEntries()
 {
-    for (const quint32 version : {makeVersion(3, 0, 15), makeVersion(21, 0, 4), makeVersion(27, 0, 1),
-                                  makeVersion(27, 0, 2), makeVersion(30, 0, 20)}) {
-        CLoaded loaded(emptySettings(version));
+    const quint32 version = makeVersion(30, 0, 20);
+    const CBytes selections = CBytes().i32(2) + selectionHead("Manual Selection", "picked") +
+                              selectionBase(queryMapBytes({})) + colourBytes(version) + CBytes().i32(1).i32(9) +
+                              selectionHead("Primitive Geometry Bin", "unread") + CBytes::garbage(90);
+    const CBytes fields = CBytes().i32(1) + fieldBytes(version, "air", 4, 3, {{1, 2, 3}}, {{5}});
+    const CBytes head = settingsHeader(version);
+    const qint64 properties = head.size() + 2 * settingsBlock(1, CBytes().i32(0)).size();
+    return head + settingsBlock(eSelectionBlock, selections) + settingsBlock(eFieldBlock, fields) +
+           emptySettings(version).from(properties);
+}
+
+TEST(SimulationSettings, areCarriedByteForByteFromEveryVersion)
+{
+    const quint32 today = makeVersion(30, 0, 20);
+    struct SCase
+    {
+        CBytes file;
+        CBytes saved;
+        const char* told;
+    };
+    std::vector<SCase> cases = {
+        {settingsWith(makeVersion(27, 0, 3), 1, particleProperties, 0, simulationProperties),
+         settingsWith(today, 1, particleProperties, 0, simulationProperties), ""},
+        {settingsWithAllEntries(), settingsWithAllEntries(),
+         "\"unread\" (Primitive Geometry Bin): the layout of its 90 bytes"},
+    };
+    for (const quint32 version :
+         {makeVersion(3, 0, 15), makeVersion(21, 0, 4), makeVersion(27, 0, 1), makeVersion(27, 0, 2), today})
+        cases.push_back({emptySettings(version), emptySettings(today), ""});
+    for (const SCase& c : cases) {
+        CLoaded loaded(c.file);
         EXPECT_TRUE(loaded.result);
-        EXPECT_EQ(loaded.logText, "");
+        EXPECT_NE(loaded.logText.find(c.told), std::string::npos) << loaded.logText;
+        EXPECT_EQ(loaded.logText.empty(), *c.told == 0) << loaded.logText;
         EXPECT_FALSE(loaded.settings.isDirty());
         EXPECT_TRUE(loaded.settings.saveSettings(loaded.folder.path("b.ess"), nullptr, true, true));
         EXPECT_TRUE(waitForCopies().empty());
-        EXPECT_EQ(CBytes(loaded.folder.read("b.ess")), emptySettings(makeVersion(30, 0, 20)));
+        EXPECT_EQ(CBytes(loaded.folder.read("b.ess")), c.saved);
     }
 }
 
-const std::vector<SSettingsProperty> particleProperties = {
-    {"Temperature", 0, 1, 20, {293.15}}, {"Is wet (film)", 1, 3, 0, {1, 0, 1}}, {"Not-used", 0, 2, 1, {1.0, 2.0}}};
-
-TEST(SimulationSettings, customPropertiesAreCarriedByteForByte)
-{
-    const std::vector<SSettingsProperty> simulationProperties = {{"Run", 0, 1, 0, {4.5}}};
-    CLoaded loaded(settingsWith(makeVersion(27, 0, 3), 1, particleProperties, 0, simulationProperties));
-    ASSERT_TRUE(loaded.result) << loaded.logText;
-    const SPropertyManagers managers = loaded.settings.propertyManagers();
-    EXPECT_EQ(managers.particle->propertyCount(), 3u);
-    EXPECT_EQ(managers.particle->finalizedCount(), 2u);
-    EXPECT_EQ(managers.contact->propertyCount(), 0u);
-    EXPECT_EQ(managers.simulation->property("Run")->initialValue(0), 4.5);
-
-    EXPECT_TRUE(loaded.settings.saveSettings(loaded.folder.path("b.ess"), nullptr, true, true));
-    EXPECT_TRUE(waitForCopies().empty());
-    EXPECT_EQ(CBytes(loaded.folder.read("b.ess")),
-              settingsWith(makeVersion(30, 0, 20), 1, particleProperties, 0, simulationProperties));
-}
-
-// Four entries, of which three survive whatever happens to the one.
-TEST(SimulationSettings, aDamagedEntryLeavesTheOthers)
-{
-    const quint32 version = makeVersion(27, 0, 3);
-    const CBytes empty = CBytes().i32(-1).i32(0);
-    const CBytes good = propertyPayload(version, 1, particleProperties);
-    const CBytes damaged[] = {
-        good.first(good.size() - 1),                // a value is cut short: the end marker begins in it
-        good.with(4, CBytes().i32(0x7FFFFFFF)),     // as many properties as there are bytes in two gigabytes
-        good.with(4, CBytes().i32(-1)),             //
-        good.with(8, CBytes().i32(0x7FFFFFFE)),     // a name as long
-        good.with(8, CBytes().text("Temp_rature")), // a name with a letter that no name has
-        propertyPayload(version, 1, {particleProperties[0], particleProperties[0]}),
-    };
-    for (const CBytes& payload : damaged) {
-        const CLoaded loaded(
-            settingsHeader(version) + settingsBlock(eSelectionBlock, CBytes().i32(0)) +
-            settingsBlock(eGeometryPropertyBlock, good) + settingsBlock(eParticlePropertyBlock, payload) +
-            settingsBlock(eContactPropertyBlock, empty) + settingsBlock(eSimulationPropertyBlock, good));
-        EXPECT_TRUE(loaded.result);
-        EXPECT_NE(loaded.logText, "");
-        CSimulationSettingsAndData& settings = const_cast<CLoaded&>(loaded).settings;
-        EXPECT_EQ(settings.propertyManagers().particle->propertyCount(), 0u);
-        EXPECT_EQ(settings.propertyManagers().geometry->propertyCount(), 3u);
-        EXPECT_EQ(settings.propertyManagers().simulation->propertyCount(), 3u);
-        EXPECT_TRUE(settings.isDirty());
-    }
-}
-
-struct SEntryCase
-{
-    const char* name;
-    qint32 block;
-    CBytes payload;
-};
-
+// The entry that is damaged, and behind it one that survives whatever happens to the first.
 TEST(SimulationSettings, damageCostsItsEntryAloneAndIsToldWithItsSize)
 {
+    struct SCase
+    {
+        const char* name;
+        qint32 block;
+        CBytes payload;
+    };
+    const quint32 version = makeVersion(27, 0, 3);
     const CBytes room = CBytes::garbage(100);
     const CBytes selection = CBytes().text("Manual Selection").text("Bin A");
-    const SEntryCase cases[] = {
+    const CBytes good = propertyPayload(version, 1, particleProperties);
+    const CBytes twice = propertyPayload(version, 1, {particleProperties[0], particleProperties[0]});
+    const SCase cases[] = {
         {"a selection that is none", eSelectionBlock, CBytes().i32(1) + selection + room},
         {"a selection of no class", eSelectionBlock, CBytes().i32(1).text("Manual").text("Bin A") + room},
         {"2^31 selections", eSelectionBlock, CBytes().i32(0x7FFFFFFF) + selection + room},
@@ -117,39 +104,28 @@ TEST(SimulationSettings, damageCostsItsEntryAloneAndIsToldWithItsSize)
         {"a field that is none", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(3).i32(9) + room},
         {"2^31 fields", eFieldBlock, CBytes().i32(0x7FFFFFFF).text("air_flow").i32(3).i32(3) + room},
         {"a block of nobody's", 77, room},
+        {"a value cut short: the end marker begins in it", eParticlePropertyBlock, good.first(good.size() - 1)},
+        {"2^31 properties", eParticlePropertyBlock, good.with(4, CBytes().i32(0x7FFFFFFF))},
+        {"properties below zero", eParticlePropertyBlock, good.with(4, CBytes().i32(-1))},
+        {"a name of 2^31 bytes", eParticlePropertyBlock, good.with(8, CBytes().i32(0x7FFFFFFE))},
+        {"a letter that no name has", eParticlePropertyBlock, good.with(8, CBytes().text("Temp_rature"))},
+        {"a name that is there twice", eParticlePropertyBlock, twice},
     };
-    for (const SEntryCase& c : cases) {
-        CLoaded loaded(
-            settingsHeader(makeVersion(27, 0, 3)) + settingsBlock(c.block, c.payload) +
-            settingsBlock(eSimulationPropertyBlock, propertyPayload(makeVersion(27, 0, 3), 1, particleProperties)));
+    for (const SCase& c : cases) {
+        CLoaded loaded(settingsHeader(version) + settingsBlock(eGeometryPropertyBlock, good) +
+                       settingsBlock(c.block, c.payload) + settingsBlock(eSimulationPropertyBlock, good));
         EXPECT_TRUE(loaded.result) << c.name;
         EXPECT_NE(loaded.logText.find(std::to_string(c.payload.size()) + " bytes"), std::string::npos)
             << c.name << loaded.logText;
         EXPECT_EQ(loaded.logText.find("identifier 77") != std::string::npos, c.block == 77) << c.name;
         EXPECT_EQ(loaded.settings.selectionMap().count(true), 0) << c.name;
         EXPECT_TRUE(loaded.settings.fieldManager().fields().empty()) << c.name;
-        EXPECT_EQ(loaded.settings.propertyManagers().simulation->propertyCount(), 3u) << c.name;
+        const SPropertyManagers managers = loaded.settings.propertyManagers();
+        EXPECT_EQ(managers.particle->propertyCount(), 0u) << c.name;
+        EXPECT_EQ(managers.geometry->propertyCount(), 3u) << c.name;
+        EXPECT_EQ(managers.simulation->propertyCount(), 3u) << c.name;
+        EXPECT_TRUE(loaded.settings.isDirty()) << c.name;
     }
-}
-
-TEST(SimulationSettings, selectionsAndFieldsAreCarriedByteForByte)
-{
-    const quint32 version = makeVersion(30, 0, 20);
-    const CBytes selections = CBytes().i32(2) + selectionHead("Manual Selection", "picked") +
-                              selectionBase(queryMapBytes({})) + colourBytes(version) + CBytes().i32(1).i32(9) +
-                              selectionHead("Primitive Geometry Bin", "unread") + CBytes::garbage(90);
-    const CBytes fields = CBytes().i32(1) + fieldBytes(version, "air", 4, 3, {{1, 2, 3}}, {{5}});
-    const CBytes file = emptySettings(version);
-    const CBytes head = settingsHeader(version);
-    const CBytes properties = file.from(head.size() + 2 * settingsBlock(1, CBytes().i32(0)).size());
-    const CBytes whole =
-        head + settingsBlock(eSelectionBlock, selections) + settingsBlock(eFieldBlock, fields) + properties;
-    CLoaded loaded(whole);
-    EXPECT_TRUE(loaded.settings.saveSettings(loaded.folder.path("b.ess"), nullptr, true, true));
-    EXPECT_TRUE(waitForCopies().empty());
-    EXPECT_EQ(CBytes(loaded.folder.read("b.ess")), whole) << loaded.logText;
-    EXPECT_NE(loaded.logText.find("\"unread\" (Primitive Geometry Bin): the layout of its 90 bytes"),
-              std::string::npos);
 }
 
 // The definitions as they stand in the sample's bytes.

@@ -281,20 +281,18 @@ TEST_F(DanglingRows, anEndThatIsntThereReleasesTheRow)
           {{0, 5, 0, 11}, true}, {{1, 0, 2, 647}, true}, {{1, 0, 2, 648}, false}, {{1, 0, 1, 0}, false},
           {{1, 0, 3, 0}, false}, {{0, 3, 0, 0}, false},  {{2, 0, 0, 0}, false},   {{1, 0, noRow, 0}, false},
       };
-    for (const auto& c : surfaces) {
+    const auto expectToStay = [&](CContactsBase& rows, const PairRow& row, bool stays) {
         contacts.clear();
-        contacts.surfaceSurface.resizeRows(1);
-        contacts.surfaceSurface.rows[0] = c.row;
-        EXPECT_EQ(contacts.removeDanglingRows(types, groups), c.stays ? 0u : 1u) << c.row[0] << ' ' << c.row[1];
-        EXPECT_EQ(contacts.liveCount(), c.stays ? 1u : 0u);
-    }
-    for (const auto& c : walls) {
-        contacts.clear();
-        contacts.surfaceGeometry.resizeRows(1);
-        contacts.surfaceGeometry.rows[0] = c.row;
-        EXPECT_EQ(contacts.removeDanglingRows(types, groups), c.stays ? 0u : 1u) << c.row[2] << ' ' << c.row[3];
-        EXPECT_EQ(contacts.surfaceGeometry.firstFree, c.stays ? 0u : 1u);
-    }
+        rows.resizeRows(1);
+        rows.rows[0] = row;
+        EXPECT_EQ(contacts.removeDanglingRows(types, groups), stays ? 0u : 1u) << testing::PrintToString(row);
+        EXPECT_EQ(contacts.liveCount(), stays ? 1u : 0u);
+        EXPECT_EQ(rows.firstFree, stays ? 0u : 1u);
+    };
+    for (const auto& c : surfaces)
+        expectToStay(contacts.surfaceSurface, c.row, c.stays);
+    for (const auto& c : walls)
+        expectToStay(contacts.surfaceGeometry, c.row, c.stays);
 }
 
 TEST_F(DanglingRows, countsReleasedRowsThatFailAndChainsThemOnce)

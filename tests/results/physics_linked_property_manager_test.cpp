@@ -106,8 +106,12 @@ TEST(PhysicsLinkedPropertyManager, tellsTheRefusalInTheLog)
         auto own = std::make_unique<CCustomPropertyMetaData>(name, eBooleanProperty, 5u, 20u);
         deck.particle.addProperty(own);
     }
+    RequiredProperties required;
+    for (const char* name : {"Wear_2", "Wear", ""}) // two of them no names that a property may have
+        required.push_back(std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, 1u, 1u));
     const CLogCapture log;
     EXPECT_FALSE(deck.addForce("Temperature Update"));
+    EXPECT_FALSE(deck.contact.accepts(required, "contact model (Sticky)"));
     EXPECT_EQ(log.text(), "ERROR Custom properties: Error loading external force (Temperature Update)\n"
                           "external force (Temperature Update) cannot be loaded.\n"
                           "The following custom properties:\n"
@@ -115,18 +119,8 @@ TEST(PhysicsLinkedPropertyManager, tellsTheRefusalInTheLog)
                           "    Heat Flux\n"
                           "\nWill clash with already existing properties, this\n"
                           "external force (Temperature Update)\n"
-                          "cannot be loaded.\n");
-}
-
-TEST(PhysicsLinkedPropertyManager, tellsOfNamesThatNoPropertyMayHave)
-{
-    SFollowed deck;
-    RequiredProperties required;
-    for (const char* name : {"Wear_2", "Wear", ""})
-        required.push_back(std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, 1u, 1u));
-    const CLogCapture log;
-    EXPECT_FALSE(deck.contact.accepts(required, "contact model (Sticky)"));
-    EXPECT_EQ(log.text(), "ERROR Custom properties: Error loading contact model (Sticky)\n"
+                          "cannot be loaded.\n"
+                          "ERROR Custom properties: Error loading contact model (Sticky)\n"
                           "contact model (Sticky) cannot be loaded.\n"
                           "The following custom properties:\n"
                           "    Wear_2\n"

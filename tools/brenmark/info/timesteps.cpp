@@ -2,6 +2,8 @@
 #include "brenmark/info/table.h"
 
 #include "brenmark/deck_reader.h"
+#include "brenmark/progress_display.h"
+#include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
 namespace NBrenmark {
@@ -44,6 +46,8 @@ Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& fail
     const quint32 count = reader.timestepCount();
     quint32 lastReadable = none;
     Json list = Json::array();
+    CProgressDisplay progress(!counted || !errorIsTerminal());
+    progress.start(static_cast<int>(count), "reading", 0.0);
     for (quint32 i = 0; i < count; ++i) {
         Json entry = {{"time", reader.index()[i].time}, {"full", reader.index()[i].isFull}};
         if (counted || i + 1 == count) {
@@ -59,6 +63,7 @@ Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& fail
             }
         }
         list.push_back(std::move(entry));
+        progress.update(static_cast<int>(i) + 1);
     }
     if (lastReadable == none && !failures.empty())
         throw CFailure(failures.front());

@@ -42,6 +42,14 @@ TEST(KeyPath, ordersElementByElementAndByUnsignedBytes)
             EXPECT_EQ(ascending[i] < ascending[j], i < j) << i << " " << j;
 }
 
+TEST(ConfigException, saysWhatAndWhere)
+{
+    EXPECT_STREQ(CConfigException(eValueOfDifferentType, path("a:b")).what(), "Value is of different type (Key: a:b)");
+    EXPECT_STREQ(CConfigException(eKeyPathNotValid, CKeyPath()).what(), "Key path not valid (Key: )");
+    EXPECT_STREQ(CConfigException(eValueInInvalidFormat, path("a"), "12x").what(),
+                 "Value is in invalid format (Key: a Details: 12x)");
+}
+
 template <class TCall>
 int codeOf(TCall&& call)
 {
@@ -76,6 +84,16 @@ TEST(ConfigManager, createsWhatIsReadAndKeepsItsKind)
     EXPECT_EQ(manager.findNode(path("NOBODY"), false), nullptr);
 }
 
+TEST(ConfigManager, valuesStartEmptyInEveryKind)
+{
+    CConfigManager manager;
+    EXPECT_EQ(manager.value<double>(path("D")), 0.0);
+    EXPECT_EQ(manager.value<char>(path("C")), '\0');
+    EXPECT_EQ(manager.value<C3DPoint>(path("P")).y, 0.0);
+    EXPECT_TRUE(manager.value<std::set<int>>(path("S")).empty());
+    EXPECT_TRUE(manager.value<QString>(path("Q")).isEmpty());
+}
+
 TEST(ConfigManager, refusesPathsThatAddressNoValue)
 {
     CConfigManager manager;
@@ -83,13 +101,24 @@ TEST(ConfigManager, refusesPathsThatAddressNoValue)
     EXPECT_EQ(codeOf([&] { manager.value<int>(CKeyPath()); }), int(eKeyPathNotValid));
     EXPECT_EQ(codeOf([&] { manager.value<int>(CKeyPath(), 3); }), int(eKeyPathNotValid));
     EXPECT_EQ(codeOf([&] { manager.nodeValue(CKeyPath()); }), int(eKeyPathNotValid));
-    EXPECT_EQ(codeOf([&] { manager.rootHandle()->value<int>(CKeyPath()); }), int(eKeyPathNotValid));
     EXPECT_EQ(codeOf([&] { manager.nodeValue(path("NOBODY")); }), int(eKeyPathNotValid));
     EXPECT_EQ(codeOf([&] { manager.value<int>(CKeyPath(deep)); }), int(eKeyPathNotValid));
     EXPECT_EQ(codeOf([&] { manager.createUniqueChild(CKeyPath(deep)); }), int(eKeyPathNotValid));
     deep.pop_back();
     EXPECT_EQ(manager.value<int>(CKeyPath(deep), 5), 5);
     EXPECT_NE(manager.findNode(CKeyPath(), false), nullptr) << "an empty path is the root";
+}
+
+TEST(ConfigManager, handlesAddFromTheirBase)
+{
+    CConfigManager manager;
+    EXPECT_EQ(manager.handle(path("A"), false), nullptr);
+    const auto handle = manager.handle(path("A:B"), true);
+    ASSERT_NE(handle, nullptr);
+    handle->value<int>(path("C"), 4);
+    EXPECT_EQ(manager.value<int>(path("A:B:C")), 4);
+    EXPECT_EQ(handle->basePath(), path("A:B"));
+    EXPECT_EQ(codeOf([&] { manager.rootHandle()->value<int>(CKeyPath()); }), int(eKeyPathNotValid));
 }
 
 TEST(ConfigManager, numbersChildrenByTheFirstFreeNumber)

@@ -34,6 +34,10 @@ TEST_F(UserPreferences, areTheDefaultsWithoutAStore)
     const CUserPreferences& preferences = userPreferences();
     EXPECT_TRUE(preferences.compress());
     EXPECT_EQ(preferences.preference("Precision"), QVariant(17));
+    EXPECT_EQ(preferences.preference("Units Config/workFunction"), QVariant(1));
+    EXPECT_EQ(preferences.preference("Units Config/force"), QVariant(0));
+    EXPECT_EQ(preferences.preference("Display/Theme"), QVariant(QString("Legacy Theme")));
+    EXPECT_EQ(preferences.preference("Mouse Mappings/ZoomBoxMod"), QVariant(2));
     EXPECT_TRUE(preferences.preference("Background/Static Colour").value<QColor>().isValid());
     EXPECT_FALSE(preferences.preference("No such key").isValid());
     EXPECT_EQ(preferences.pluginFolder(), documentsFolder());

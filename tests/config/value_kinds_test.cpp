@@ -73,8 +73,31 @@ TEST(ValueKinds, haveTheirNamesAndTextForms)
     expectForm<QStringList>("QT STRING LIST", {"a", QString::fromUtf8("é")}, "\"a\",\"é\"");
 }
 
-TEST(ValueKinds, areFoundByTheirTypeAndTheirExactName)
+TEST(ValueKinds, areTwentyInTheOrderOfTheirNumbers)
 {
+    const char* const names[] = {"BOOLEAN",
+                                 "INT",
+                                 "UNSIGNED INT",
+                                 "DOUBLE",
+                                 "FLOAT",
+                                 "CHAR",
+                                 "3D POINT",
+                                 "3D VECTOR",
+                                 "STD STRING",
+                                 "STD INT SET",
+                                 "STD UNSIGNED INT SET",
+                                 "STD DOUBLE SET",
+                                 "STD STRING SET",
+                                 "STD INT VECTOR",
+                                 "STD UNSIGNED INT VECTOR",
+                                 "STD DOUBLE VECTOR",
+                                 "STD STRING VECTOR",
+                                 "QT STRING",
+                                 "QT COLOUR",
+                                 "QT STRING LIST"};
+    ASSERT_EQ(std::size(names), valueKindCount);
+    for (size_t i = 0; i < valueKindCount; ++i)
+        EXPECT_STREQ(valueKind(i).name, names[i]);
     EXPECT_EQ(valueKindOf(std::any(long(1))), nullptr);
     EXPECT_EQ(valueKindOf(std::any()), nullptr);
     EXPECT_EQ(valueKindOfName("int"), nullptr);

@@ -1,10 +1,30 @@
-// Parameter records: rolling friction of new models, pairs of names, and how a rename goes through.
+// Parameter records: what a new one holds, how one is handed over, and how a rename goes through.
 #include "physics/parameter_records.h"
 #include "physics/physics_models.h"
 
 #include <gtest/gtest.h>
 
 namespace NBrenmark {
+
+TEST(ParameterRecords, startFromValuesThatDoNoHarm)
+{
+    EXPECT_EQ(CLinearSpringContactModel(0).parameters.characteristicVelocity, 0.0);
+    EXPECT_EQ(CTribochargingContactModel(0).parameters.alpha, 1.0);
+    EXPECT_EQ(CElectrostaticsExternalForce(nullptr).parameters.screeningDistance, 5.0);
+    const CParallelBondContactModel bonds(0);
+    EXPECT_EQ(bonds.parameters.formationStartTime, 0.0);
+    EXPECT_EQ(bonds.parameters.formationEndTime, 0.0);
+    EXPECT_EQ(bonds.parameters.state, 0u);
+    EXPECT_TRUE(bonds.parameters.torqueFeedback);
+    // A pair without an entry.
+    const SEdinburghPair edinburgh = CEdinburghCohesionContactModel(0).parameters.pairs.valueOf("a", "b");
+    EXPECT_EQ(edinburgh.slopeExponential, 1.0);
+    EXPECT_EQ(edinburgh.constPullOffForce + edinburgh.surfaceEnergy + edinburgh.contactPlasticityRatio +
+                  edinburgh.tensileExponential + edinburgh.tangentStiffMultiplier,
+              0.0);
+    EXPECT_EQ(CJkrContactModel(0).parameters.surfaceEnergy.valueOf("a", "b"), 0.0);
+    EXPECT_EQ(CHeatConductionModel(0).parameters.conductivities.valueOf("a"), 0.0);
+}
 
 template <class TModel>
 static std::string frictionOf()
@@ -35,6 +55,12 @@ TEST(ParameterRecords, aPairIsOneInEitherOrderOfBytes)
     EXPECT_EQ(table.entries.rbegin()->first.first, "z");
     EXPECT_EQ(table.valueOf("steel", "Glass"), 2.0);
     EXPECT_EQ(table.find("Glass", "Glass"), nullptr);
+
+    EXPECT_EQ(CBondParametersMap::pairKey("steel", "Glass"), "Glass <> steel");
+    EXPECT_EQ(CBondParametersMap::pairKey("a", "a"), "a <> a");
+    EXPECT_EQ(CBondParametersMap::namesOf("Glass <> steel"),
+              std::make_pair(std::string("Glass"), std::string("steel")));
+    EXPECT_FALSE(CBondParametersMap::namesOf("Glass<>steel").has_value());
 }
 
 /// A value under each of some pairs, and what stands there after a rename.
@@ -130,8 +156,47 @@ TEST(ParameterRecords, oneRenameGoesThroughAllModelsAndForces)
               0u);
 }
 
-TEST(ParameterRecords, bondsDifferByAnyOfTheirNumbers)
+TEST(ParameterRecords, areTakenOnlyByTheModelsThatExpectThem)
 {
+    std::vector<std::unique_ptr<IParameterSupport>> all;
+    for (const SContactModelKind& kind : contactModelKinds())
+        all.push_back(kind.make(0));
+    for (const SExternalForceKind& kind : externalForceKinds())
+        all.push_back(kind.make(nullptr));
+    int taken = 0;
+    for (const auto& giver : all) {
+        const std::unique_ptr<IParamData> record = giver->paramData();
+        if (record == nullptr) {
+            EXPECT_EQ(giver->paramDataType(), typeid(void));
+            continue;
+        }
+        EXPECT_EQ(giver->paramDataType(), typeid(*record));
+        for (const auto& taker : all) {
+            const bool expected = taker->paramDataType() == giver->paramDataType();
+            EXPECT_EQ(taker->setParamData(*record), expected);
+            taken += expected;
+        }
+    }
+    // Fifteen models and two forces, of which two have no record and two share one.
+    EXPECT_EQ(taken, 13 + 4);
+}
+
+TEST(ParameterRecords, areCopiesOfTheirOwn)
+{
+    CParallelBondContactModel model(0);
+    model.parameters.bondParameters.set("a <> b", {});
+    model.parameters.formationEndTime = 2.5;
+    const std::unique_ptr<IParamData> record = model.paramData();
+    model.reset();
+    auto& bonds = dynamic_cast<CParallelBondContactModelParamData&>(*record);
+    EXPECT_EQ(bonds.bondParameters.names(), std::vector<std::string>{"a <> b"});
+    EXPECT_EQ(bonds.formationEndTime, 2.5);
+    CParallelBondContactModelParamData other(1);
+    EXPECT_TRUE(other.copyFrom(bonds));
+    EXPECT_TRUE(other.enableRollingFriction) << "the whole record";
+    EXPECT_FALSE(other.copyFrom(*CJkrContactModel(0).paramData()));
+    EXPECT_EQ(other.bondParameters.entries.size(), 1u);
+
     CBondParameters one;
     CBondParameters two;
     EXPECT_TRUE(one == two);

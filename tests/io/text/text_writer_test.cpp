@@ -174,17 +174,6 @@ TEST_P(TextOfAModel, showsAChangeUnderItsPathAndNowhereElse)
 
 INSTANTIATE_TEST_SUITE_P(Changes, TextOfAModel, testing::ValuesIn(changes));
 
-TEST(TextOfAModelAsAWhole, leavesNoMarkOnWhatItVisits)
-{
-    SSample sample;
-    sample.creator().fileVersion = makeVersion(27, 0, 3);
-    sample.timestep().date = "17/03/18";
-    const Lines first = sample.text();
-    EXPECT_EQ(changed(first, sample.text()), std::vector<std::string>());
-    EXPECT_EQ(sample.creator().fileVersion, makeVersion(27, 0, 3));
-    EXPECT_EQ(sample.timestep().date, "17/03/18");
-}
-
 TEST(TextOfAModelAsAWhole, showsFreeSlotsAlikeInWhateverOrderTheyWereReleased)
 {
     SSample sample;

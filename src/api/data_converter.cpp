@@ -1,19 +1,7 @@
 #include "api/data_converter.h"
 
-#include "config/application_roles.h"
-#include "config/file_replacer.h"
-#include "config/user_preferences.h"
-#include "core/deck/application_state.h"
+#include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
-#include "core/deck/file_families.h"
-#include "core/deck/file_format_manager.h"
-#include "core/log.h"
-#include "core/messages.h"
-
-#include <QFile>
-
-#include <memory>
-#include <optional>
 
 namespace NBrenmark {
 
@@ -22,73 +10,20 @@ static_assert(int(CDataConverter::eFormatUnknown) == int(NBrenmark::eFormatUnkno
                   int(CDataConverter::eFormatHdf5) == int(NBrenmark::eFormatHdf5),
               "hosts see the formats by the numbers of the library");
 
-namespace {
-
-/// The place of a creator block, in whichever way its family counts.
-struct SCreatorPlace
+/// All that a converter holds, and the ear that turns what it hears into signals.
+struct CDataConverter::SState : IConversionObserver
 {
-    quint32 index = CCreatorData::noStorageIndex;
-    quint64 offset = CCreatorData::noStorageOffset;
+    explicit SState(CDataConverter& host) : host(host) {}
 
-    bool operator!=(const SCreatorPlace& other) const { return index != other.index || offset != other.offset; }
+    void starting(int steps, const QString& title) override { emit host.starting(steps, title, false); }
+    void stepReached(int step) override { emit host.currentStepUpdate(step); }
+    void completed() override { emit host.completed(); }
+
+    CDataConverter& host;
+    CConversion conversion{*this};
 };
 
-SCreatorPlace placeOf(const CCreatorData& creator) { return {creator.storageIndex(), creator.storageOffset()}; }
-
-void setPlace(CCreatorData& creator, const SCreatorPlace& place)
-{
-    creator.setStorageIndex(place.index);
-    creator.setStorageOffset(place.offset);
-}
-
-std::unique_ptr<IFileFormatManager> makeTargetManager(CDataConverter::EConvertFormat format, CSimulation& simulation)
-{
-    return format == CDataConverter::eFormatLegacy ? NLegacyFamily::makeManager(simulation)
-                                                   : NHdf5Family::makeManager(simulation);
-}
-
-/// The process-wide objects of one conversion. Whatever ends it, they go again, and nothing is
-/// stored beside the source.
-class CConversionObjects
-{
-public:
-    CConversionObjects()
-    {
-        addLogModule(&logger);
-        userPreferences(); // made on this thread: the writers' workers ask it, and its making has no lock
-        ready = initialiseApplication(applicationState());
-        if (!ready)
-            return;
-        roles.emplace(*simulation().configuration);
-    }
-
-    ~CConversionObjects()
-    {
-        if (ready)
-            simulation().close(false);
-        waitForCopies();
-        flushLogModules();
-        shutdownApplication(applicationState());
-        clearLogModules();
-        roles.reset();
-        releaseUserPreferences();
-    }
-
-    CConversionObjects(const CConversionObjects&) = delete;
-    CConversionObjects& operator=(const CConversionObjects&) = delete;
-
-    CSimulation& simulation() { return *applicationState().simulation; }
-
-    CPersistentLogger logger{eWarning};
-    bool ready = false;
-
-private:
-    std::optional<SApplicationRoles> roles;
-};
-
-} // namespace
-
-CDataConverter::CDataConverter() = default;
+CDataConverter::CDataConverter() : state(std::make_unique<SState>(*this)) {}
 
 CDataConverter::~CDataConverter() = default;
 
@@ -99,134 +34,20 @@ bool CDataConverter::legacyDataConversionRequired(const QString& path)
 
 bool CDataConverter::convertSimulationData(const char* inputPath, const char* outputPath)
 {
-    return convertSimulationData(QString::fromUtf8(inputPath), QString::fromUtf8(outputPath), eFormatHdf5) ==
+    return state->conversion.run(QString::fromUtf8(inputPath), QString::fromUtf8(outputPath), NBrenmark::eFormatHdf5) ==
            eConvertOk;
 }
 
-void CDataConverter::cancel() { cancelled = true; }
+void CDataConverter::cancel() { state->conversion.cancel(); }
 
-QString CDataConverter::getError() const { return error; }
+QString CDataConverter::getError() const { return state->conversion.errorText(); }
 
-std::vector<std::tuple<int, std::string, std::string>> CDataConverter::getLogMessages() const { return logMessages; }
-
-CDataConverter::EConvertError CDataConverter::convertSimulationData(const QString& inputPath, const QString& outputPath,
-                                                                    EConvertFormat target)
+std::vector<std::tuple<int, std::string, std::string>> CDataConverter::getLogMessages() const
 {
-    cancelled = false;
-    error.clear();
-    refreshMessages();
-
-    EConvertError code = eConvertFailed;
-    CConversionObjects objects;
-    if (objects.ready)
-        code = convert(inputPath, outputPath, target, objects.simulation());
-    else
-        error = messageText(eMessageNotInitialised);
-    logMessages = objects.logger.messages();
-    return code;
-}
-
-CDataConverter::EConvertError CDataConverter::convert(const QString& inputPath, const QString& outputPath,
-                                                      EConvertFormat target, CSimulation& simulation)
-{
-    const auto checked = static_cast<EConvertError>(checkSourceFiles(inputPath, false));
-    if (checked != eConvertOk) {
-        logMessage(eError, "Legacy read",
-                   (checked == eConvertNoIndex ? "The index file (.idx) is missing beside " : "There is no file ") +
-                       inputPath.toStdString() + ".");
-        return checked;
-    }
-    const EDeckFormat source = detectFormat(inputPath);
-    if (source != NBrenmark::eFormatLegacy || int(source) == int(target))
-        return eConvertOk;
-
-    const auto manager = makeTargetManager(target, simulation);
-    manager->reset();
-    // A deck that couldn't be loaded has no timestep to go to: its first one fails below.
-    simulation.load(inputPath);
-    const TimestepIndex sourceIndex = simulation.index;
-    TimestepIndex targetIndex = simulation.index; // the manager fills it in as it writes
-    const int lastStep = 2 * static_cast<int>(sourceIndex.size());
-    emit starting(lastStep, messageText(eMessageConverting).arg(inputPath, outputPath), false);
-    deleteFamily(outputPath);
-
-    auto code = static_cast<EConvertError>(manager->setOutputName(outputPath));
-    if (code == eConvertOk) {
-        code = convertTimesteps(simulation, *manager, sourceIndex, targetIndex);
-        emit currentStepUpdate(lastStep);
-        manager->reset();
-        if (code == eConvertOk) {
-            code = writeCompanions(simulation, stripLegacySuffix(inputPath), stripLegacySuffix(outputPath));
-            emit completed();
-        }
-    }
-    simulation.close(false);
-    if (code == eConvertDataFailed)
-        error = messageText(eMessageConversionFailed).arg(inputPath);
-    return code;
-}
-
-CDataConverter::EConvertError CDataConverter::convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
-                                                               const TimestepIndex& sourceIndex,
-                                                               TimestepIndex& targetIndex)
-{
-    SSimulationFrame& frame = *simulation.currentFrame;
-    SCreatorPlace sourcePlace;
-    SCreatorPlace targetPlace;
-    for (size_t i = 0; i < sourceIndex.size(); ++i) {
-        // A read loads the creator block only if the timestep names another one than the frame does:
-        // with each side's own place in the frame, a change of place tells that a new block began.
-        setPlace(frame.creator, sourcePlace);
-        if (!simulation.goToTimestep(static_cast<quint32>(i), eIntoCurrentFrame))
-            return eConvertDataFailed;
-        const bool creatorChanged = placeOf(frame.creator) != sourcePlace;
-        sourcePlace = placeOf(frame.creator);
-        emit currentStepUpdate(2 * static_cast<int>(i));
-
-        setPlace(frame.creator, targetPlace);
-        SSaveOptions& options = simulation.writeOptions;
-        options.fullSave = frame.timestep.isFull;
-        options.timestepMask = frame.timestep.timestepMask;
-        options.particleMask = frame.timestep.particleMask;
-        options.geometryMask = frame.timestep.geometryMask;
-        if (!manager.appendTimestep(frame, targetIndex, creatorChanged, sourceIndex[i].isFull))
-            return eConvertDataFailed;
-        targetPlace = placeOf(frame.creator);
-        emit currentStepUpdate(2 * static_cast<int>(i) + 1);
-
-        if (cancelled)
-            return eConvertFailed;
-    }
-    return eConvertOk;
-}
-
-CDataConverter::EConvertError CDataConverter::writeCompanions(CSimulation& simulation, const QString& sourceBase,
-                                                              const QString& targetBase)
-{
-    EConvertError code = eConvertOk;
-    bool settingsWritten = simulation.writeSettings(true, targetBase);
-    bool configurationWritten = simulation.writeConfiguration(targetBase);
-    // Both files take their place from threads of their own; what those can't do is a failure too.
-    for (const SFailedCopy& failed : waitForCopies())
-        (failed.target.endsWith(NDeckFile::settingsSuffix) ? settingsWritten : configurationWritten) = false;
-    if (!settingsWritten) {
-        error = messageText(eMessageSettingsNotWritten);
-        code = eConvertFailed;
-    }
-    if (!configurationWritten) {
-        error = messageText(eMessageConfigurationNotWritten);
-        code = eConvertConfigWriteFailed;
-    }
-
-    const QString companion = sourceBase + NDeckFile::companionSuffix;
-    const QString companionTarget = targetBase + NDeckFile::companionSuffix;
-    std::string cause;
-    if (QFile::exists(companion) && !copyOrTruncateFile(companion, companionTarget, wholeFile, &cause)) {
-        logMessage(eError, "Conversion", cause);
-        error = messageText(eMessageCopyFailed).arg(companion, companionTarget);
-        code = eConvertFailed;
-    }
-    return code;
+    std::vector<std::tuple<int, std::string, std::string>> messages;
+    for (const SLogRecord& message : state->conversion.records())
+        messages.emplace_back(static_cast<int>(message.level), message.title, message.placedText());
+    return messages;
 }
 
 } // namespace NBrenmark

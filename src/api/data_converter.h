@@ -6,16 +6,12 @@
 #include <QObject>
 #include <QString>
 
-#include <atomic>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
 namespace NBrenmark {
-
-class CSimulation;
-class IFileFormatManager;
-struct STimestepIndexEntry;
 
 /// Asks whether a stored deck must be converted, and converts it.
 ///
@@ -67,25 +63,8 @@ public slots:
     void cancel();
 
 private:
-    enum EConvertError
-    {
-        eConvertOk = 0,
-        eConvertFailed = 1,
-        eConvertNoIndex = 2,
-        eConvertConfigWriteFailed = 6,
-        eConvertDataFailed = 10
-    };
-    EConvertError convertSimulationData(const QString& inputPath, const QString& outputPath, EConvertFormat target);
-    EConvertError convert(const QString& inputPath, const QString& outputPath, EConvertFormat target,
-                          CSimulation& simulation);
-    EConvertError convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
-                                   const std::vector<STimestepIndexEntry>& sourceIndex,
-                                   std::vector<STimestepIndexEntry>& targetIndex);
-    EConvertError writeCompanions(CSimulation& simulation, const QString& sourceBase, const QString& targetBase);
-
-    std::atomic<bool> cancelled{false};
-    QString error;
-    std::vector<std::tuple<int, std::string, std::string>> logMessages;
+    struct SState; // hidden, so that its growth changes nothing for hosts that were compiled before
+    std::unique_ptr<SState> state;
 };
 
 } // namespace NBrenmark

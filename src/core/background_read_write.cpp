@@ -24,6 +24,7 @@ CBackgroundReadWriteController::~CBackgroundReadWriteController() { wait(); }
 
 void CBackgroundReadWriteController::run()
 {
+    const CPlaceScope scope(place);
     try {
         result = isWrite ? target.write(stream, progress) : target.read(stream, progress);
         if (!isWrite && result && progress && progress->cancelState() == eCancel)
@@ -33,7 +34,8 @@ void CBackgroundReadWriteController::run()
         result = false;
     }
     catch (const std::exception& failure) {
-        error = failure.what();
+        error = textOf(failure);
+        cause = causeOf(failure, eCauseNone);
         result = false;
     }
 }

@@ -1,6 +1,9 @@
 #pragma once
 // Reads or writes one object on a thread of its own, while the caller waits and keeps the log flowing.
 
+#include "core/cause.h"
+#include "core/data_place.h"
+
 #include <QThread>
 #include <string>
 
@@ -27,6 +30,8 @@ public:
     bool execute(qint64 timeLimit = defaultTimeLimit);
     /// Why execute gave false, as far as an exception or the clock says so; else empty.
     const std::string& errorText() const { return error; }
+    /// eCauseNone where the exception leaves it to the operation.
+    ECause errorCause() const { return cause; }
 
 protected:
     void run() override;
@@ -38,6 +43,8 @@ private:
     IProgressController* const progress;
     bool result = true;
     std::string error;
+    ECause cause = eCauseNone;
+    const SDataPlace place = placeAtWork(); // of the thread that made this
 };
 
 } // namespace NBrenmark

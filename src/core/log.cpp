@@ -37,15 +37,43 @@ CPersistentLogger::CPersistentLogger(ELogLevel threshold) : threshold(threshold)
 
 void CPersistentLogger::log(ELogLevel level, const std::string& title, const std::string& text, unsigned char, quint32)
 {
-    if (level >= threshold)
-        kept.emplace_back(static_cast<int>(level), title, text);
+    SLogRecord message;
+    message.level = level;
+    message.title = title;
+    message.text = text;
+    record(message);
+}
+
+void CPersistentLogger::record(const SLogRecord& message)
+{
+    if (message.level >= threshold)
+        kept.push_back(message);
 }
 
 void CPersistentLogger::setThreshold(ELogLevel level) { threshold = level; }
 
 void CPersistentLogger::flush(quint32) {}
 
-std::vector<SLogMessage> CPersistentLogger::messages() const { return kept; }
+std::vector<SLogMessage> CPersistentLogger::messages() const
+{
+    std::vector<SLogMessage> messages;
+    for (const SLogRecord& message : kept)
+        messages.emplace_back(static_cast<int>(message.level), message.title, message.placedText());
+    return messages;
+}
+
+const char* effectName(EEffect effect)
+{
+    static constexpr std::array names{"remark",   "lost",        "defaulted",     "repaired",
+                                      "upgraded", "not carried", "carried unread"};
+    return names[effect];
+}
+
+std::string SLogRecord::placedText() const
+{
+    const std::string where = place.text();
+    return where.empty() ? text : where + ": " + text;
+}
 
 void addLogModule(ILogModule* module)
 {
@@ -82,9 +110,52 @@ void logMessage(ELogLevel level, const std::string& title, const std::string& te
 {
     if (once == 1 && !rememberOnce(title, text))
         return;
+    SLogRecord message;
+    message.level = level;
+    message.title = title;
+    message.text = text;
+    message.flag = flag;
+    reportRecord(message);
+}
+
+void report(EEffect effect, const SLogTitle& title, const std::string& text, quint64 count, const std::string& object)
+{
+    if (count == 0)
+        return;
+    SLogRecord message;
+    message.title = title.text;
+    message.text = text;
+    message.effect = effect;
+    message.place = placeAtWork();
+    message.count = count;
+    if (!object.empty())
+        message.place.object = object;
+    reportRecord(message);
+}
+
+void reportOnce(EEffect effect, const SLogTitle& title, const std::string& text, quint64 count,
+                const std::string& object)
+{
+    if (count > 0 && rememberOnce(title.text, text))
+        report(effect, title, text, count, object);
+}
+
+void reportFailure(const SLogTitle& title, const std::string& text, ECause cause)
+{
+    SLogRecord message;
+    message.level = eError;
+    message.title = title.text;
+    message.text = text;
+    message.cause = cause == eCauseNone ? title.blame : cause;
+    message.place = placeAtWork();
+    reportRecord(message);
+}
+
+void reportRecord(const SLogRecord& message)
+{
     const std::lock_guard<std::recursive_mutex> guard(moduleLock());
     for (ILogModule* module : logModules())
-        module->log(level, title, text, flag, 0);
+        module->record(message);
 }
 
 void clearLogOnceMemory()

@@ -159,7 +159,7 @@ EExitCode runConfig(const SConfigOptions& options)
     const SListening listening;
     CConfigManager manager;
     if (isThere && NConfig::readConfigurationFile(utf8(file), *manager.rootHandle(), {}) != NConfig::eConfigDone)
-        throw failureFromLog(listening.logger.messages(), utf8(options.deck),
+        throw failureFromLog(listening.logger.records(), utf8(options.deck),
                              CFailure(eExitSource, utf8(file) + ": can't be read",
                                       "Copy the file again from the archive and repeat this command."));
 
@@ -176,7 +176,7 @@ EExitCode runConfig(const SConfigOptions& options)
                    {"formatVersion", isThere ? Json(manager.formatVersion()) : Json()},
                    {"fileVersion", isThere ? Json(manager.fileVersion()) : Json()},
                    {"entries", entries},
-                   {"messages", jsonMessages(listening.logger.messages())}});
+                   {"messages", jsonMessages(listening.logger.records())}});
     }
     else {
         for (const QByteArray& line : entryLines(manager, key))
@@ -185,7 +185,7 @@ EExitCode runConfig(const SConfigOptions& options)
         if (!isThere)
             printError("brenmark: " + utf8(options.deck) + ": has no configuration; there is no " + utf8(file) + '\n');
     }
-    printWarnings(listening.logger.messages());
+    printLedger(listening.logger.records());
     return eExitDone;
 }
 

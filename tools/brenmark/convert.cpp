@@ -1,4 +1,4 @@
-// brenmark convert: a host of CDataConverter like any other.
+// brenmark convert.
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_family.h"
@@ -10,7 +10,7 @@
 #include "brenmark/units_text.h"
 #include "brenmark/verify.h"
 
-#include "api/data_converter.h"
+#include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
 
 #include <chrono>
@@ -29,35 +29,58 @@ struct SConversion
     int written = 0;           ///< whole timesteps at the target
     double seconds = 0.0;
     std::string error;
-    std::vector<SLogMessage> messages;
+    Ledger messages;
+};
+
+/// Hears how far the conversion is.
+class CListener : public IConversionObserver
+{
+public:
+    CListener(SConversion& result, qint64 bytes, CProgressDisplay& progress)
+        : result(result), bytes(bytes), progress(progress)
+    {}
+
+    void starting(int steps, const QString&) override
+    {
+        result.begun = true;
+        result.timesteps = steps / 2;
+        progress.start(result.timesteps, "converting", static_cast<double>(bytes));
+        if (interrupt)
+            interrupt->repeat();
+    }
+    void stepReached(int step) override
+    {
+        result.targetOpened = true;
+        // 2i before timestep i, 2i + 1 after it; whatever ends the conversion jumps to the total.
+        if (step % 2 == 0)
+            return;
+        result.written = (step + 1) / 2;
+        progress.update(result.written);
+    }
+    void completed() override {}
+
+    CInterruptHandler* interrupt = nullptr;
+
+private:
+    SConversion& result;
+    const qint64 bytes;
+    CProgressDisplay& progress;
 };
 
 SConversion convert(const QString& source, const QString& target, qint64 bytes, CProgressDisplay& progress)
 {
     SConversion result;
-    CDataConverter converter;
-    CInterruptHandler interrupt(converter);
-    QObject::connect(&converter, &CDataConverter::starting, [&](int steps) {
-        result.begun = true;
-        result.timesteps = steps / 2;
-        progress.start(result.timesteps, "converting", static_cast<double>(bytes));
-        interrupt.repeat();
-    });
-    QObject::connect(&converter, &CDataConverter::currentStepUpdate, [&](int value) {
-        result.targetOpened = true;
-        // 2i before timestep i, 2i + 1 behind it; whatever ends the conversion jumps to the total.
-        if (value % 2 == 0)
-            return;
-        result.written = (value + 1) / 2;
-        progress.update(result.written);
-    });
+    CListener listener(result, bytes, progress);
+    CConversion conversion(listener);
+    CInterruptHandler interrupt(conversion);
+    listener.interrupt = &interrupt;
 
     const auto begin = std::chrono::steady_clock::now();
-    result.succeeded = converter.convertSimulationData(source.toUtf8().constData(), target.toUtf8().constData());
+    result.succeeded = conversion.run(source, target, eFormatHdf5) == eConvertOk;
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     result.interrupted = !result.succeeded && CInterruptHandler::interrupted();
-    result.error = utf8(converter.getError());
-    result.messages = converter.getLogMessages();
+    result.error = utf8(conversion.errorText());
+    result.messages = conversion.records();
     progress.clear();
     return result;
 }
@@ -119,7 +142,7 @@ EExitCode converted(const SConvertOptions& options, const QString& target)
         CProgressDisplay progress(options.quiet);
         conversion = convert(options.source, target, bytesRead, progress);
     }
-    printWarnings(conversion.messages);
+    printLedger(conversion.messages);
     // Files without a timestep in them are no deck, and in the way of the next try.
     if (!conversion.succeeded && conversion.begun && conversion.written == 0)
         deleteFamily(target);

@@ -25,7 +25,7 @@ std::string advice(const QString& path)
     return std::string();
 }
 
-CFailure openFailure(int code, const QString& path, const std::vector<SLogMessage>& messages)
+CFailure openFailure(int code, const QString& path, const Ledger& messages)
 {
     const std::string name = utf8(path);
     const char* const copyAgain = "Copy the deck again from the archive, with all its files, and repeat this command.";
@@ -105,7 +105,7 @@ CDeckReader::CDeckReader(const QString& deckPath, EModelForm form)
     deck().readOptions.upgradeOldModels = form == eUpgradedModel;
     const int code = deck().load(deckPath);
     if (code != eOpened)
-        throw openFailure(code, deckPath, logger.messages());
+        throw openFailure(code, deckPath, logger.records());
 }
 
 std::string CDeckReader::familyName() const { return deckFormat == eFormatLegacy ? "legacy" : "HDF5"; }
@@ -116,9 +116,9 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
     const CCreatorData& creator = simulation.currentFrame->creator;
     const quint32 segment = creator.storageIndex();
     const quint64 offset = creator.storageOffset();
-    const size_t saidBefore = logger.messages().size();
+    const size_t saidBefore = logger.records().size();
     if (!simulation.goToTimestep(number, eIntoCurrentFrame)) {
-        const std::vector<SLogMessage> all = logger.messages();
+        const Ledger& all = logger.records();
         const std::string where = path + ", timestep " + std::to_string(number);
         throw failureFromLog({all.begin() + static_cast<std::ptrdiff_t>(saidBefore), all.end()}, where,
                              CFailure(eExitSource, where + ": can't be read",

@@ -60,7 +60,7 @@ public:
     bool modelChanged() const { return changed; }
 
     /// What was said so far.
-    std::vector<SLogMessage> messages() const { return logger.messages(); }
+    const Ledger& messages() const { return logger.records(); }
 
 private:
     std::string path; // for messages

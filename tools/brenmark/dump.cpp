@@ -39,7 +39,7 @@ EExitCode runDump(const SDumpOptions& options)
         }
     }
     flushResult();
-    printWarnings(reader.messages());
+    printLedger(reader.messages());
     return eExitDone;
 }
 

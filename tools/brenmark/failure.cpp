@@ -2,22 +2,10 @@
 #include "brenmark/terminal.h"
 
 #include <algorithm>
-#include <cstring>
-#include <map>
 
 namespace NBrenmark {
 
 namespace {
-
-constexpr size_t mostWarnings = 20; // different ones; more would bury the result
-
-/// What a text that not_carried_error composes ends with.
-constexpr const char* notCarried = "can't carry over yet";
-
-/// What the library's own exception says.
-constexpr const char* noMemory = "std::bad_alloc";
-
-bool contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
 const char* const sourceAdvice = "The source is damaged or incomplete. Copy it again from the archive and repeat this "
                                  "command; the source is untouched.";
@@ -28,19 +16,9 @@ const char* const namesAdvice =
 const char* const memoryAdvice =
     "The source is untouched and need not be damaged. Repeat this command where more memory "
     "is free; the deck's largest timestep has to fit in it.";
+const char* const internalAdvice =
+    "This shouldn't happen; the source is untouched. Please report it with the text above.";
 const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version will convert it.";
-
-/// A text of several lines with all but the first indented, as they stand below a first line, and
-/// without control characters: names out of a deck must not steer the terminal.
-std::string indented(std::string text)
-{
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char c) { return (static_cast<unsigned char>(c) < 0x20 && c != '\n') || c == 0x7F; }, '?');
-    for (size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
-        text.insert(at + 1, "  ");
-    return text;
-}
 
 /// The cause that a layer below told in a sentence of its own joins the sentence before it.
 std::string joined(std::string text)
@@ -48,13 +26,6 @@ std::string joined(std::string text)
     for (size_t at = text.find(".\n"); at != std::string::npos; at = text.find(".\n", at + 1))
         if (at + 2 < text.size() && text[at + 2] != ' ')
             text.replace(at, 2, ": ");
-    return text;
-}
-
-std::string withoutEnd(std::string text)
-{
-    while (!text.empty() && (text.back() == '\n' || text.back() == '.'))
-        text.pop_back();
     return text;
 }
 
@@ -78,6 +49,23 @@ std::string located(const std::string& path, const std::string& text)
 
 } // namespace
 
+std::string indented(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char c) { return (static_cast<unsigned char>(c) < 0x20 && c != '\n') || c == 0x7F; }, '?');
+    for (size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
+        text.insert(at + 1, "  ");
+    return text;
+}
+
+std::string withoutEnd(std::string text)
+{
+    while (!text.empty() && (text.back() == '\n' || text.back() == '.'))
+        text.pop_back();
+    return text;
+}
+
 std::string utf8(const QString& text) { return text.toStdString(); }
 
 void printFailure(const CFailure& failure)
@@ -89,49 +77,23 @@ void printFailure(const CFailure& failure)
     printError(text);
 }
 
-CFailure failureFromLog(const std::vector<SLogMessage>& messages, const std::string& path, const CFailure& fallback)
+CFailure failureFromLog(const Ledger& messages, const std::string& path, const CFailure& fallback)
 {
-    for (const auto& [level, title, text] : messages)
-        if (contains(text, notCarried))
-            return CFailure(eExitUnsupported, located(path, text), unsupportedAdvice);
-    for (const auto& [level, title, text] : messages) {
-        if (level != eError)
-            continue;
-        if (const size_t at = text.find(noMemory); at != std::string::npos)
-            return CFailure(eExitDifferent,
-                            located(path, std::string(text).replace(at, std::strlen(noMemory), "too little memory")),
-                            memoryAdvice);
-        if (contains(title, "names"))
-            return CFailure(eExitUnsupported, text, namesAdvice);
-        if (contains(title, "write"))
-            return CFailure(eExitTarget, text, targetAdvice);
-        if (contains(title, "read"))
-            return CFailure(eExitSource, located(path, text), sourceAdvice);
-        // Companions are read and written: the caller knows which.
-        return CFailure(fallback.code, fallback.code == eExitTarget ? text : located(path, text), fallback.advice);
+    const auto error = std::find_if(messages.begin(), messages.end(),
+                                    [](const SLogRecord& message) { return message.level == eError; });
+    if (error == messages.end())
+        return fallback;
+    const std::string text = error->placedText();
+    switch (error->cause) {
+    case eCauseSource: return CFailure(eExitSource, located(path, text), sourceAdvice);
+    case eCauseTarget: return CFailure(eExitTarget, text, targetAdvice);
+    case eCauseNames: return CFailure(eExitUnsupported, text, namesAdvice);
+    case eCauseUnsupported: return CFailure(eExitUnsupported, located(path, text), unsupportedAdvice);
+    case eCauseMemory: return CFailure(eExitTarget, located(path, text), memoryAdvice);
+    case eCauseInternal: return CFailure(eExitDifferent, located(path, text), internalAdvice);
+    case eCauseNone: break;
     }
-    return fallback;
-}
-
-void printWarnings(const std::vector<SLogMessage>& messages)
-{
-    std::vector<std::string> different; // in the order of their first coming
-    std::map<std::string, size_t> count;
-    for (const auto& [level, title, text] : messages) {
-        if (level != eWarning)
-            continue;
-        const std::string line = title + ": " + indented(withoutEnd(text));
-        if (++count[line] == 1)
-            different.push_back(line);
-    }
-    const char* const head = errorHasColour() ? "brenmark: \x1b[33mwarning:\x1b[0m " : "brenmark: warning: ";
-    for (size_t i = 0; i < std::min(different.size(), mostWarnings); ++i) {
-        const size_t times = count[different[i]];
-        printError(head + different[i] + (times > 1 ? " (" + std::to_string(times) + " times).\n" : ".\n"));
-    }
-    if (different.size() > mostWarnings)
-        printError(head + std::to_string(different.size() - mostWarnings) +
-                   " more of other kinds; --json lists all.\n");
+    return CFailure(fallback.code, fallback.code == eExitTarget ? text : located(path, text), fallback.advice);
 }
 
 } // namespace NBrenmark

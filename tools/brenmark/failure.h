@@ -3,13 +3,12 @@
 
 #include "brenmark/exit_codes.h"
 
-#include "core/log.h"
+#include "brenmark/ledger.h"
 
 #include <QString>
 
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace NBrenmark {
 
@@ -29,14 +28,16 @@ public:
 /// Tells a failure on standard error.
 void printFailure(const CFailure& failure);
 
-/// What a failed read or conversion comes down to. The log knows the cause: the title of its first
-/// error says whose fault it was, its text says what and where.
+/// What a failed read or conversion comes down to: the first error of the log, whose cause gives exit code and advice.
 /// \param path      of the deck that was worked on
-/// \param fallback  for a log without an error
-CFailure failureFromLog(const std::vector<SLogMessage>& messages, const std::string& path, const CFailure& fallback);
+/// \param fallback  for a log without an error, and for an error without a cause
+CFailure failureFromLog(const Ledger& messages, const std::string& path, const CFailure& fallback);
 
-/// Tells on standard error what was dropped or mended: the same words once, with their number.
-void printWarnings(const std::vector<SLogMessage>& messages);
+/// A text of several lines with all but the first indented, as they stand below a first line, and without control
+/// characters: names out of a deck must not steer the terminal.
+std::string indented(std::string text);
+/// A text without the full stop or line feed at its end.
+std::string withoutEnd(std::string text);
 
 /// Text for the terminal, in UTF-8.
 std::string utf8(const QString& text);

@@ -1,6 +1,6 @@
 #include "brenmark/interrupt.h"
 
-#include "api/data_converter.h"
+#include "core/deck/conversion.h"
 
 #include <atomic>
 #include <csignal>
@@ -10,9 +10,9 @@ namespace NBrenmark {
 namespace {
 
 // A handler may touch lock-free atomics and nothing much else.
-std::atomic<CDataConverter*> running{nullptr};
+std::atomic<CConversion*> running{nullptr};
 std::atomic<bool> came{false};
-static_assert(std::atomic<CDataConverter*>::is_always_lock_free && std::atomic<bool>::is_always_lock_free,
+static_assert(std::atomic<CConversion*>::is_always_lock_free && std::atomic<bool>::is_always_lock_free,
               "what a signal handler touches must not lock");
 
 struct sigaction previousInterrupt;
@@ -21,16 +21,16 @@ struct sigaction previousTerminate;
 void handle(int)
 {
     came = true;
-    if (CDataConverter* const converter = running.load())
-        converter->cancel();
+    if (CConversion* const conversion = running.load())
+        conversion->cancel();
 }
 
 } // namespace
 
-CInterruptHandler::CInterruptHandler(CDataConverter& converter) : converter(converter)
+CInterruptHandler::CInterruptHandler(CConversion& conversion) : conversion(conversion)
 {
     came = false;
-    running = &converter;
+    running = &conversion;
     struct sigaction action = {};
     action.sa_handler = handle;
     action.sa_flags = SA_RESTART; // no read or write in hand may fail for it
@@ -51,7 +51,7 @@ bool CInterruptHandler::interrupted() { return came; }
 void CInterruptHandler::repeat()
 {
     if (came)
-        converter.cancel();
+        conversion.cancel();
 }
 
 } // namespace NBrenmark

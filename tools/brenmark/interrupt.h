@@ -3,14 +3,14 @@
 
 namespace NBrenmark {
 
-class CDataConverter;
+class CConversion;
 
 /// While this lives, SIGINT and SIGTERM cancel the conversion instead of ending the program.
 /// Afterwards both do again what they did before. One at a time.
 class CInterruptHandler
 {
 public:
-    explicit CInterruptHandler(CDataConverter& converter);
+    explicit CInterruptHandler(CConversion& conversion);
     ~CInterruptHandler();
     CInterruptHandler(const CInterruptHandler&) = delete;
     CInterruptHandler& operator=(const CInterruptHandler&) = delete;
@@ -21,7 +21,7 @@ public:
     void repeat();
 
 private:
-    CDataConverter& converter;
+    CConversion& conversion;
 };
 
 } // namespace NBrenmark

@@ -9,11 +9,23 @@ void printJson(const Json& value)
     flushResult();
 }
 
-Json jsonMessages(const std::vector<SLogMessage>& messages)
+Json jsonMessages(const Ledger& messages)
 {
+    const auto orNull = [](const std::string& text) { return text.empty() ? Json() : Json(text); };
     Json list = Json::array();
-    for (const auto& [level, title, text] : messages)
-        list.push_back({{"level", level == eError ? "error" : "warning"}, {"title", title}, {"text", text}});
+    for (const SLogRecord& message : messages) {
+        const SDataPlace& place = message.place;
+        list.push_back({{"level", message.level == eError ? "error" : "warning"},
+                        {"title", message.title},
+                        {"text", message.placedText()},
+                        {"effect", effectName(message.effect)},
+                        {"cause", causeName(message.cause)},
+                        {"file", orNull(place.file)},
+                        {"timestep", place.timestep ? Json(*place.timestep) : Json()},
+                        {"block", orNull(place.block)},
+                        {"object", orNull(place.object)},
+                        {"count", message.count}});
+    }
     return list;
 }
 

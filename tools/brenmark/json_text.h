@@ -1,7 +1,7 @@
 #pragma once
 // JSON on standard output, one value to its end.
 
-#include "core/log.h"
+#include "brenmark/ledger.h"
 
 #include <nlohmann/json.hpp>
 #include <vector>
@@ -15,7 +15,7 @@ using Json = nlohmann::ordered_json;
 /// deck must not cost the report.
 void printJson(const Json& value);
 
-/// The messages as objects with level, title and text.
-Json jsonMessages(const std::vector<SLogMessage>& messages);
+/// The messages as objects: level, title, text, effect ("remark" for none), cause of a failure, place and count.
+Json jsonMessages(const Ledger& messages);
 
 } // namespace NBrenmark

@@ -78,8 +78,7 @@ TextLines modelLines(CDeckReader& reader, const std::string& root)
     return std::move(sink.lines);
 }
 
-SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisplay& progress,
-                     std::vector<SLogMessage>& messages)
+SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisplay& progress, Ledger& messages)
 {
     CDeckReader reader(path);
     SDeckDigest digest;
@@ -103,7 +102,7 @@ SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisp
     CLineSink beside;
     deckText(reader, beside, false);
     digest.beside = std::move(beside.lines);
-    const auto said = reader.messages();
+    const Ledger& said = reader.messages();
     messages.insert(messages.end(), said.begin(), said.end());
     return digest;
 }
@@ -369,7 +368,7 @@ EExitCode runVerify(const SVerifyOptions& options)
         CProgressDisplay progress(!errorIsTerminal());
         verification = verify(options.source, options.converted, options.limit, progress);
     }
-    printWarnings(verification.messages);
+    printLedger(verification.messages, eWithoutUpgrades);
     const EExitCode code = verification.equal() ? eExitDone : eExitDifferent;
     if (options.json) {
         Json object{{"result", verification.equal() ? "equal" : "different"},

@@ -29,7 +29,7 @@ struct SVerification
     std::vector<SModelChange> meant;      ///< what the upgrades of a legacy source changed in its models
     quint32 timesteps = 0;                ///< of the source
     double seconds = 0.0;
-    std::vector<SLogMessage> messages; ///< of reading both
+    Ledger messages; ///< of reading both
 
     bool equal() const { return differences.empty(); }
 };

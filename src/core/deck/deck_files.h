@@ -13,7 +13,7 @@ class QFile;
 
 namespace NBrenmark {
 
-enum EDeckFormat
+enum EDeckFormat : int
 {
     eFormatUnknown = 0,
     eFormatLegacy = 1,

@@ -38,6 +38,8 @@ void CSimDataSerialiser::run()
     clearStop();
     errorFlag = false;
     errorText.clear();
+    errorCause = eCauseNone;
+    const CPlaceScope scope(place);
     CTimer timer;
     timer.start();
     try {
@@ -49,7 +51,8 @@ void CSimDataSerialiser::run()
     }
     catch (const std::exception& error) {
         errorFlag = true;
-        errorText = QString::fromUtf8(error.what());
+        errorText = QString::fromStdString(textOf(error));
+        errorCause = causeOf(error, eCauseNone);
     }
     // No other exception is meant to come here, but a worker must not take the host down with it.
     catch (...) {
@@ -57,7 +60,7 @@ void CSimDataSerialiser::run()
         errorText = "An unknown error occurred.";
     }
     timer.stop();
-    logMessage(ePerf, "Serialiser", std::to_string(timer.elapsedSeconds()) + " s");
+    logMessage(ePerf, NLogTitle::serialiser.text, std::to_string(timer.elapsedSeconds()) + " s");
 }
 
 void CSimDataSerialiser::startOrRun()

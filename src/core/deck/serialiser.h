@@ -1,6 +1,8 @@
 #pragma once
 // The short-lived worker threads through which model data moves between memory and a file.
 
+#include "core/cause.h"
+#include "core/data_place.h"
 #include "core/save_options.h"
 
 #include <QString>
@@ -36,6 +38,7 @@ public:
     CDemDataStream* stream = nullptr; ///< format eLegacyStream; not owned
     bool errorFlag = false;
     QString errorText;
+    ECause errorCause = eCauseNone; ///< of the error; eCauseNone for one that leaves it to the operation
     ESerialiserFormat format = eNoFormat;
     H5::H5File* hdf5File = nullptr; ///< format eHdf5File; not owned
 
@@ -45,6 +48,9 @@ protected:
     void startOrRun();
     /// The move itself, in the direction of the class.
     virtual void move() = 0;
+
+private:
+    const SDataPlace place = placeAtWork(); // of the thread that made this
 };
 
 class CSimDataReader : public CSimDataSerialiser

@@ -23,7 +23,7 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
     if (lastSegment == 0 && dataFile.size() == 0 && !rewriteHeader()) // the first block stands behind it
         return false;
     if (!dataFile.seek(dataFile.size()))
-        return fileFailed("Legacy write", "write", dataFile);
+        return fileFailed(NLogTitle::legacyWrite, "write", dataFile);
 
     CCreatorData& creator = frame.creator;
     if (creatorChanged || creatorRewritePending || creator.modified) {
@@ -51,7 +51,7 @@ static bool removeSegmentsAbove(const QString& dataFile, quint32 last)
         const quint32 number = segment.section(QLatin1Char('.'), -1).toUInt();
         QFile file(segment);
         if (number > last && !file.remove())
-            return fileFailed("Legacy write", "delete", file);
+            return fileFailed(NLogTitle::legacyWrite, "delete", file);
     }
     return true;
 }
@@ -82,11 +82,11 @@ bool CDemIoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex&
         return false;
     if (cut.offset == 0) {
         if (cut.segment == 0 || !dataFile.remove()) // closes it
-            return fileFailed("Legacy write", "delete", dataFile);
+            return fileFailed(NLogTitle::legacyWrite, "delete", dataFile);
         --cut.segment;
     }
     else if (!truncateFile(dataFile, static_cast<qint64>(cut.offset)))
-        return fileFailed("Legacy write", "cut", dataFile);
+        return fileFailed(NLogTitle::legacyWrite, "cut", dataFile);
     if (!removeSegmentsAbove(stripDeckSuffix(fileName) + NDeckFile::demSuffix, cut.segment))
         return false;
 
@@ -110,14 +110,14 @@ bool CDemIoManager::createSimulation(const QString& path, SSimulationFrame& fram
         return false;
     };
     if (!newData.open(QIODevice::ReadWrite | QIODevice::Truncate))
-        return fileFailed("Legacy write", "open", newData);
+        return fileFailed(NLogTitle::legacyWrite, "open", newData);
     if (!newIndex.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
-        fileFailed("Legacy write", "open", newIndex);
+        fileFailed(NLogTitle::legacyWrite, "open", newIndex);
         return giveUp();
     }
     const quint32 current = currentFileVersion();
     if (!SDemHeader{current, current, 1, 0, edition}.write(newData)) {
-        fileFailed("Legacy write", "write", newData);
+        fileFailed(NLogTitle::legacyWrite, "write", newData);
         return giveUp();
     }
     STimestepIndexEntry entry;
@@ -131,7 +131,7 @@ bool CDemIoManager::createSimulation(const QString& path, SSimulationFrame& fram
         return giveUp();
     const TimestepIndex newList{entry};
     if (!NDemIndex::write(newIndex, newList) || !flushed(newIndex)) {
-        fileFailed("Legacy write", "write", newIndex);
+        fileFailed(NLogTitle::legacyWrite, "write", newIndex);
         return giveUp();
     }
     newData.close();

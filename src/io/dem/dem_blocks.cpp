@@ -3,6 +3,7 @@
 #include "core/deck/serialiser.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
+#include "core/log_titles.h"
 #include "io/dem/dem_io_manager.h"
 #include "io/dem/form.h"
 
@@ -20,9 +21,11 @@ static QString timestepPlace(const QFile& file, quint32 timestep)
 
 static std::string secondsText(double time) { return QString::number(time, 'g', 17).toStdString() + " s"; }
 
-static bool blockFailed(const char* title, const CDemDataStream& stream, const std::string& text)
+/// \param cause  eCauseNone: the one whom the title blames
+static bool blockFailed(const SLogTitle& title, const CDemDataStream& stream, const std::string& text,
+                        ECause cause = eCauseNone)
 {
-    logMessage(eError, title, stream.place.toStdString() + ": " + text);
+    reportFailure(title, stream.place.toStdString() + ": " + text, cause);
     return false;
 }
 
@@ -37,7 +40,7 @@ static bool readHead(CDemDataStream& stream, TReadHead&& readHead)
         return true;
     }
     catch (const std::exception& error) {
-        return blockFailed("Legacy read", stream, error.what());
+        return blockFailed(NLogTitle::legacyRead, stream, textOf(error), causeOf(error, eCauseNone));
     }
 }
 
@@ -50,7 +53,7 @@ static bool runReader(CDemDataStream& stream, CSimulationData& object, SSaveOpti
     reader.format = eLegacyStream;
     if (reader.runAndWait(progress))
         return true;
-    return blockFailed("Legacy read", stream, reader.errorText.toStdString());
+    return blockFailed(NLogTitle::legacyRead, stream, reader.errorText.toStdString(), reader.errorCause);
 }
 
 static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOptions& options, QFile& file)
@@ -61,7 +64,7 @@ static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOpti
     writer.stream = &stream;
     writer.format = eLegacyStream;
     if (!writer.runAndWait())
-        return blockFailed("Legacy write", stream, writer.errorText.toStdString());
+        return blockFailed(NLogTitle::legacyWrite, stream, writer.errorText.toStdString(), writer.errorCause);
     return flushed(file);
 }
 
@@ -76,7 +79,7 @@ bool CDemIoManager::readCreatorBlock(SSimulationFrame& frame, IProgressControlle
     if (!readHead(stream, [&](CInForm& f) { f.text(name); }))
         return false;
     if (name != QLatin1String(NDemBlockName::creatorData))
-        return blockFailed("Legacy read", stream,
+        return blockFailed(NLogTitle::legacyRead, stream,
                            "byte " + std::to_string(place.offset) + " holds something else: \"" +
                                name.left(40).toStdString() + '"');
     CCreatorData& creator = frame.creator;

@@ -2,6 +2,7 @@
 #include "core/deck/deck_files.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
+#include "core/log_titles.h"
 #include "core/progress.h"
 #include "io/dem/dem_header.h"
 #include "io/dem/dem_index.h"
@@ -25,9 +26,8 @@ bool CDemIoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex& 
         const QString target = segmentPath(tempName, segment);
         const qint64 limit = segment == cut.segment ? static_cast<qint64>(cut.offset) : wholeFile;
         if (!copyOrTruncateFile(source, target, limit)) {
-            logMessage(eError, "Legacy write",
-                       "Could not copy file\n    Source: " + source.toStdString() +
-                           "\n    Destination: " + target.toStdString());
+            reportFailure(NLogTitle::legacyWrite, "Could not copy file\n    Source: " + source.toStdString() +
+                                                      "\n    Destination: " + target.toStdString());
             return false;
         }
     }
@@ -45,8 +45,8 @@ bool CDemIoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex& 
     if (!appended || !deleteFamily(newName))
         return false;
     if (!renameFamily(tempName, newName)) {
-        logMessage(eError, "Legacy write",
-                   "Could not rename " + tempName.toStdString() + " to " + newName.toStdString());
+        reportFailure(NLogTitle::legacyWrite,
+                      "Could not rename " + tempName.toStdString() + " to " + newName.toStdString());
         deleteFamily(newName);
         deleteFamily(tempName);
         return false;
@@ -68,15 +68,17 @@ public:
         data.close();
         data.setFileName(CDemIoManager::segmentPath(name, n));
         segment = n;
-        return data.open(QIODevice::ReadWrite | QIODevice::Truncate) || fileFailed("Legacy write", "open", data);
+        return data.open(QIODevice::ReadWrite | QIODevice::Truncate) ||
+               fileFailed(NLogTitle::legacyWrite, "open", data);
     }
     bool openIndex()
     {
-        return list.open(QIODevice::ReadWrite | QIODevice::Truncate) || fileFailed("Legacy write", "open", list);
+        return list.open(QIODevice::ReadWrite | QIODevice::Truncate) ||
+               fileFailed(NLogTitle::legacyWrite, "open", list);
     }
     bool writeHeader(const SDemHeader& header)
     {
-        return (header.write(data) && flushed(data)) || fileFailed("Legacy write", "write", data);
+        return (header.write(data) && flushed(data)) || fileFailed(NLogTitle::legacyWrite, "write", data);
     }
     /// Opens the first segment again and gives it its final header, then writes the index.
     bool finish(const SDemHeader& header)
@@ -84,10 +86,10 @@ public:
         data.close();
         data.setFileName(name);
         if (!data.open(QIODevice::ReadWrite))
-            return fileFailed("Legacy write", "open", data);
+            return fileFailed(NLogTitle::legacyWrite, "open", data);
         if (!writeHeader(header))
             return false;
-        return (NDemIndex::write(list, index) && flushed(list)) || fileFailed("Legacy write", "write", list);
+        return (NDemIndex::write(list, index) && flushed(list)) || fileFailed(NLogTitle::legacyWrite, "write", list);
     }
 
     QString name;

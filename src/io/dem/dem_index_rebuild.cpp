@@ -2,6 +2,7 @@
 #include "core/deck/deck_files.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
+#include "core/log_titles.h"
 #include "io/dem/dem_io_manager.h"
 #include "io/dem/form.h"
 
@@ -17,7 +18,7 @@ static QString peekBlockName(QFile& file)
         CInForm(stream).text(name);
     }
     catch (const std::exception& error) {
-        logMessage(eError, "Legacy read", file.fileName().toStdString() + ": " + error.what());
+        reportFailure(NLogTitle::legacyRead, file.fileName().toStdString() + ": " + error.what());
         name.clear();
     }
     return file.seek(position) ? name : QString();
@@ -49,8 +50,8 @@ bool CDemIoManager::scanSegment(SSimulationFrame& frame, TimestepIndex& index, q
             ++found;
         }
         else {
-            logMessage(eError, "Legacy read",
-                       dataFile.fileName().toStdString() + ": no block at byte " + std::to_string(dataFile.pos()));
+            reportFailure(NLogTitle::legacyRead,
+                          dataFile.fileName().toStdString() + ": no block at byte " + std::to_string(dataFile.pos()));
             return false;
         }
     }
@@ -62,9 +63,9 @@ bool CDemIoManager::regenerateIndexFile(const QString& name, SSimulationFrame& f
     indexFile.close();
     indexFile.setFileName(name);
     if (indexFile.exists() && !indexFile.remove())
-        return fileFailed("Legacy write", "delete", indexFile);
+        return fileFailed(NLogTitle::legacyWrite, "delete", indexFile);
     if (!indexFile.open(QIODevice::ReadWrite))
-        return fileFailed("Legacy write", "open", indexFile);
+        return fileFailed(NLogTitle::legacyWrite, "open", indexFile);
 
     const auto segments = static_cast<quint32>(segmentFiles(fileName).size()) + 1;
     index.clear();
@@ -81,9 +82,9 @@ bool CDemIoManager::regenerateIndexFile(const QString& name, SSimulationFrame& f
     }
     index.resize(found); // a creator block at the end has no timestep
     if (found != timestepCount)
-        logMessage(eWarning, "Legacy read",
-                   fileName.toStdString() + ": header announces " + counted(timestepCount, "timestep") + ", " +
-                       std::to_string(found) + " found");
+        report(eRepaired, NLogTitle::legacyRead,
+               fileName.toStdString() + ": header announces " + counted(timestepCount, "timestep") + ", " +
+                   std::to_string(found) + " found");
     timestepCount = found;
     lastSegment = segments - 1;
     return writeIndexFile(index);

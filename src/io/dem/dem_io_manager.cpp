@@ -4,6 +4,7 @@
 #include "core/deck/file_families.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
+#include "core/log_titles.h"
 #include "core/plain_file.h"
 #include "io/dem/dem_header.h"
 #include "io/dem/dem_index.h"
@@ -44,11 +45,10 @@ void NLegacyFamily::writeObject(CDemDataStream& stream, CSimulationData& object)
 
 // ---------------------------------------------------------------- files
 
-bool fileFailed(const char* title, const char* what, const QFile& file)
+bool fileFailed(const SLogTitle& title, const char* what, const QFile& file)
 {
-    logMessage(eError, title,
-               "Could not " + std::string(what) + ' ' + file.fileName().toStdString() + ": " +
-                   file.errorString().toStdString());
+    reportFailure(title, "Could not " + std::string(what) + ' ' + file.fileName().toStdString() + ": " +
+                             file.errorString().toStdString());
     return false;
 }
 
@@ -56,7 +56,7 @@ bool flushed(QFile& file)
 {
     if (file.flush() && file.error() == QFileDevice::NoError)
         return true;
-    return fileFailed("Legacy write", "write", file);
+    return fileFailed(NLogTitle::legacyWrite, "write", file);
 }
 
 /// Whether a file that is only to be read could be opened; else the log tells file and cause.
@@ -64,7 +64,7 @@ static bool opened(QFile& file)
 {
     const std::string cause = openPlainFile(file);
     if (!cause.empty())
-        logMessage(eError, "Legacy read", "Could not open " + file.fileName().toStdString() + ": " + cause);
+        reportFailure(NLogTitle::legacyRead, "Could not open " + file.fileName().toStdString() + ": " + cause);
     return cause.empty();
 }
 
@@ -88,7 +88,7 @@ bool CDemIoManager::openDataFile(const QString& name, quint32 n, QFile& file, EM
     const QIODevice::OpenMode mode = QIODevice::ReadWrite;
     if (file.open(missing == eIsError ? mode | QIODevice::ExistingOnly : mode))
         return true;
-    return fileFailed("Legacy write", "open", file);
+    return fileFailed(NLogTitle::legacyWrite, "open", file);
 }
 
 bool CDemIoManager::ensureSegment(quint32 n, EMissing missing)
@@ -110,7 +110,7 @@ bool CDemIoManager::ensureIndexFile()
         return opened(indexFile);
     if (indexFile.open(QIODevice::ReadWrite))
         return true;
-    return fileFailed("Legacy write", "open", indexFile);
+    return fileFailed(NLogTitle::legacyWrite, "open", indexFile);
 }
 
 bool CDemIoManager::hasFullHeader() const { return firstVersion >= makeVersion(2, 4, 58); }
@@ -118,9 +118,9 @@ bool CDemIoManager::hasFullHeader() const { return firstVersion >= makeVersion(2
 bool CDemIoManager::startWriting()
 {
     if (!hasFullHeader()) { // the one that is written would run over the first block
-        logMessage(eError, "Legacy write",
-                   fileName.toStdString() + " was created by version " + versionText(firstVersion).toStdString() +
-                       " and can't be changed: its header has no room.");
+        reportFailure(NLogTitle::legacyWrite, fileName.toStdString() + " was created by version " +
+                                                  versionText(firstVersion).toStdString() +
+                                                  " and can't be changed: its header has no room.");
         return false;
     }
     if (!writing)
@@ -141,9 +141,9 @@ bool CDemIoManager::goTo(const SPlace& place)
         return false;
     if (place.offset <= static_cast<quint64>(dataFile.size()) && dataFile.seek(static_cast<qint64>(place.offset)))
         return true;
-    logMessage(eError, writing ? "Legacy write" : "Legacy read",
-               dataFile.fileName().toStdString() + ": a block is announced at byte " + std::to_string(place.offset) +
-                   ", the file has " + std::to_string(dataFile.size()) + " bytes");
+    reportFailure(writing ? NLogTitle::legacyWrite : NLogTitle::legacyRead,
+                  dataFile.fileName().toStdString() + ": a block is announced at byte " + std::to_string(place.offset) +
+                      ", the file has " + std::to_string(dataFile.size()) + " bytes");
     return false;
 }
 
@@ -194,10 +194,10 @@ bool CDemIoManager::readHeader()
 {
     SDemHeader header;
     if (!header.read(dataFile)) {
-        logMessage(eError, "Legacy read",
-                   dataFile.fileName().toStdString() + ": header of version " +
-                       versionText(header.firstVersion).toStdString() + ", last written by " +
-                       versionText(header.lastVersion).toStdString() + ", is cut short or not one that may be read");
+        reportFailure(NLogTitle::legacyRead, dataFile.fileName().toStdString() + ": header of version " +
+                                                 versionText(header.firstVersion).toStdString() + ", last written by " +
+                                                 versionText(header.lastVersion).toStdString() +
+                                                 ", is cut short or not one that may be read");
         return false;
     }
     firstVersion = header.firstVersion;
@@ -215,7 +215,7 @@ bool CDemIoManager::rewriteHeader()
     const SDemHeader header{firstVersion, lastVersion, timestepCount, 0, edition};
     if (header.write(dataFile))
         return flushed(dataFile);
-    return fileFailed("Legacy write", "write", dataFile);
+    return fileFailed(NLogTitle::legacyWrite, "write", dataFile);
 }
 
 bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
@@ -224,9 +224,9 @@ bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
     if (!ensureIndexFile())
         return false;
     if (!NDemIndex::read(indexFile, lastVersion, timestepCount, index)) {
-        logMessage(eError, "Legacy read",
-                   name.toStdString() + ": no index of the " + counted(timestepCount, "timestep") +
-                       " that the deck's header announces");
+        reportFailure(NLogTitle::legacyRead, name.toStdString() + ": no index of the " +
+                                                 counted(timestepCount, "timestep") +
+                                                 " that the deck's header announces");
         return false;
     }
     // A tail of other bytes would come to stand before the next entry.
@@ -242,9 +242,9 @@ bool CDemIoManager::writeIndexFile(const TimestepIndex& index)
         indexFile.setFileName(stripLegacySuffix(fileName) + NDeckFile::indexSuffix);
     indexFile.close();
     if (!indexFile.open(QIODevice::ReadWrite | QIODevice::Truncate))
-        return fileFailed("Legacy write", "open", indexFile);
+        return fileFailed(NLogTitle::legacyWrite, "open", indexFile);
     if (!NDemIndex::write(indexFile, index))
-        return fileFailed("Legacy write", "write", indexFile);
+        return fileFailed(NLogTitle::legacyWrite, "write", indexFile);
     if (!flushed(indexFile))
         return false;
     indexRewriteNeeded = false;
@@ -257,7 +257,7 @@ bool CDemIoManager::appendIndexEntry(const TimestepIndex& index, quint32 timeste
         return writeIndexFile(index);
     if (!ensureIndexFile() || !NDemIndex::append(indexFile, timestepCount, index[timestep])) {
         indexRewriteNeeded = true; // the next one replaces it as a whole
-        return fileFailed("Legacy write", "write", indexFile);
+        return fileFailed(NLogTitle::legacyWrite, "write", indexFile);
     }
     return flushed(indexFile);
 }

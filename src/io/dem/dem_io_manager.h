@@ -13,6 +13,7 @@ namespace NBrenmark {
 
 class CDemDataStream;
 class CTimestepData;
+struct SLogTitle;
 
 class CDemIoManager : public IFileFormatManager
 {
@@ -102,6 +103,6 @@ constexpr const char* oldTimestep = "class CTimestepData"; ///< u32 offset
 bool flushed(QFile& file);
 /// Tells in the log that a file couldn't be opened, read, written or removed, and why.
 /// \return false
-bool fileFailed(const char* title, const char* what, const QFile& file);
+bool fileFailed(const SLogTitle& title, const char* what, const QFile& file);
 
 } // namespace NBrenmark

@@ -2,6 +2,8 @@
 // The text of the last error inside HDF5, and what the forms throw when a stored thing isn't what
 // they need. HDF5 itself never prints here.
 
+#include "core/cause.h"
+
 #include <QString>
 #include <stdexcept>
 #include <string>
@@ -21,10 +23,10 @@ public:
 };
 
 /// A name or text that the format has no place for: it isn't the disk that is at fault.
-class unstorable_error : public hdf5_error
+class unstorable_error : public caused_error
 {
 public:
-    using hdf5_error::hdf5_error;
+    explicit unstorable_error(const std::string& what) : caused_error(eCauseNames, what) {}
 };
 
 /// Makes HDF5 leave its errors in lastHdf5Error(), for the calling thread: the library keeps an

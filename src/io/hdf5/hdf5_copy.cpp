@@ -99,7 +99,7 @@ bool CHdf5IoManager::saveSubset(const QString& newName, quint32 first, quint32 l
     subset.name = newName;
     bool isBegun = false;
     bool cancelled = false;
-    const bool complete = guarded("HDF5 write", "Could not clone simulation to new file.", [&] {
+    const bool complete = guarded(NLogTitle::hdf5Write, "Could not clone simulation to new file.", [&] {
         File newMain = createFile(newName);
         isBegun = true;
         writeHeader(*newMain, {firstVersion, currentFileVersion(), 1, edition});
@@ -140,7 +140,7 @@ static bool copyOrTell(const QString& from, const QString& to)
 {
     if (copyOrTruncateFile(from, to, wholeFile))
         return true;
-    tellFailure("HDF5 write", QString("Could not copy file\n    Source: %1\n    Destination %2").arg(from, to));
+    tellFailure(NLogTitle::hdf5Write, QString("Could not copy file\n    Source: %1\n    Destination %2").arg(from, to));
     return false;
 }
 
@@ -149,7 +149,7 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
 {
     const quint32 current = frame.timestep.timestepIndex;
     if (current >= index.size()) {
-        tellFailure("HDF5 write", QString("Could not write file %1.\nNo timestep is loaded.").arg(newName));
+        tellFailure(NLogTitle::hdf5Write, QString("Could not write file %1.\nNo timestep is loaded.").arg(newName));
         return false;
     }
     closeFiles();
@@ -163,7 +163,7 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
     }
 
     fileName = temp;
-    if (!guarded("HDF5 read", QString("Could not open file %1.").arg(temp), [&] { openMainFile(); }) ||
+    if (!guarded(NLogTitle::hdf5Read, QString("Could not open file %1.").arg(temp), [&] { openMainFile(); }) ||
         !truncateAfterCurrent(frame, index, true))
         return false;
     index.resize(std::size_t(current) + 1);
@@ -185,17 +185,17 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
 
     closeFiles();
     if (!deleteFamily(newName)) {
-        tellFailure("HDF5 write", QString("Could not delete files for simulation (%1)").arg(newName));
+        tellFailure(NLogTitle::hdf5Write, QString("Could not delete files for simulation (%1)").arg(newName));
         return false;
     }
     if (!renameFamily(temp, newName)) {
         // What stands under the temporary name is the only copy by now: it stays.
-        tellFailure("HDF5 write",
+        tellFailure(NLogTitle::hdf5Write,
                     QString("Could not rename %1 to %2. The deck was left under the first name.").arg(temp, newName));
         return false;
     }
     fileName = newName;
-    return guarded("HDF5 read", QString("Could not open file %1.").arg(newName), [&] { openMainFile(); });
+    return guarded(NLogTitle::hdf5Read, QString("Could not open file %1.").arg(newName), [&] { openMainFile(); });
 }
 
 } // namespace NBrenmark

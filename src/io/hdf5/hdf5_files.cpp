@@ -88,7 +88,7 @@ bool CHdf5IoManager::switchToFile(qint64 number)
     if (currentFileNumber == number && timestepFile)
         return true;
     const QString path = timestepFilePath(fileName, static_cast<quint32>(number));
-    return guarded("HDF5 read", QString("Could not open file %1.").arg(path), [&] {
+    return guarded(NLogTitle::hdf5Read, QString("Could not open file %1.").arg(path), [&] {
         if (!QFileInfo(path).isFile())
             throw hdf5_error("There is no such file.");
         timestepFile.reset();
@@ -128,7 +128,7 @@ void CHdf5IoManager::updateHeader()
 
 bool CHdf5IoManager::readHeader()
 {
-    return guarded("HDF5 read", QString("Could not read file %1.").arg(fileName), [&] {
+    return guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(fileName), [&] {
         const H5::Group root = mainFile->openGroup("/");
         quint32 format = 0;
         qint32 count = 0;

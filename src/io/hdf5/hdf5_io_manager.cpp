@@ -101,7 +101,7 @@ CHdf5IoManager::~CHdf5IoManager() { closeFiles(); }
 void CHdf5IoManager::flush()
 {
     if (timestepFile)
-        guarded("HDF5 write", QString("Could not write file %1.").arg(nameOf(*timestepFile)),
+        guarded(NLogTitle::hdf5Write, QString("Could not write file %1.").arg(nameOf(*timestepFile)),
                 [&] { flushChecked(*timestepFile); });
 }
 
@@ -116,7 +116,7 @@ int CHdf5IoManager::setOutputName(const QString& path)
 {
     closeFiles();
     fileName = path;
-    const bool isMade = guarded("HDF5 write", QString("Could not write file %1.").arg(path), [&] {
+    const bool isMade = guarded(NLogTitle::hdf5Write, QString("Could not write file %1.").arg(path), [&] {
         File created = createFile(path);
         writeHeader(*created, {firstVersion, std::max(lastVersion, currentFileVersion()), 0, edition});
         closeChecked(created);
@@ -129,7 +129,7 @@ int CHdf5IoManager::open(const QString& path, SSimulationFrame&, TimestepIndex& 
 {
     closeFiles();
     fileName = path;
-    if (!guarded("HDF5 read", QString("Could not open file %1.").arg(path), [&] { openMainFile(); }))
+    if (!guarded(NLogTitle::hdf5Read, QString("Could not open file %1.").arg(path), [&] { openMainFile(); }))
         return eOpenNoFile;
     if (!readHeader())
         return eOpenHeaderRefused;
@@ -152,10 +152,11 @@ bool CHdf5IoManager::runReader(H5::H5File& file, CSimulationData& object, IProgr
     if (progress != nullptr && progress->cancelState() == eCancel)
         return false; // the user knows
     if (reader.errorFlag)
-        tellFailure("HDF5 read",
-                    QString("Could not read file %1.\n%2.").arg(nameOf(file), reader.errorText + lastHdf5Error()));
+        tellFailure(NLogTitle::hdf5Read,
+                    QString("Could not read file %1.\n%2.").arg(nameOf(file), reader.errorText + lastHdf5Error()),
+                    reader.errorCause);
     else
-        tellFailure("HDF5 read", QString("Could not read file %1.").arg(nameOf(file)));
+        tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(file)));
     return false;
 }
 
@@ -168,8 +169,9 @@ bool CHdf5IoManager::runWriter(H5::H5File& file, CSimulationData& object)
     writer.format = eHdf5File;
     if (writer.runAndWait())
         return true;
-    tellFailure("HDF5 write",
-                QString("Could not write file %1.\n%2.").arg(nameOf(file), writer.errorText + lastHdf5Error()));
+    tellFailure(NLogTitle::hdf5Write,
+                QString("Could not write file %1.\n%2.").arg(nameOf(file), writer.errorText + lastHdf5Error()),
+                writer.errorCause);
     return false;
 }
 
@@ -193,13 +195,13 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
     const qint64 before = currentFileNumber;
     // An entry without an offset stands for a file that isn't there; its number would be another's.
     if (number >= index.size() || index[number].offset == 0) {
-        tellFailure("HDF5 read", QString("Could not read file %1.").arg(timestepFilePath(fileName, number)));
+        tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(timestepFilePath(fileName, number)));
         return false;
     }
     STimestepIndexEntry& entry = index[number];
     if (!switchToFile(entry.segment))
         return false;
-    if (!guarded("HDF5 read", QString("Could not read file %1.").arg(nameOf(*timestepFile)),
+    if (!guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(*timestepFile)),
                  [&] { entry.creatorIndex = static_cast<qint32>(creatorIndexOf(*timestepFile)); }))
         return false;
 

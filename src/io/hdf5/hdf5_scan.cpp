@@ -36,7 +36,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     const QString folder = dataFolderPath(fileName);
     const QStringList names = dataFileNames(folder);
     if (names.isEmpty()) {
-        tellFailure("HDF5 read",
+        tellFailure(NLogTitle::hdf5Read,
                     QString("Could not read file %1.\nIts folder %2 holds no data files.").arg(fileName, folder));
         return false;
     }
@@ -68,14 +68,15 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
 
 bool CHdf5IoManager::readIndexEntry(quint32 number, STimestepIndexEntry& entry)
 {
-    return guarded("HDF5 read", QString("Could not read file %1.").arg(timestepFilePath(fileName, number)), [&] {
-        const H5::Group timestep = openOnlyTimestep(*timestepFile);
-        readAttribute("time", entry.time, timestep);
-        readAttribute("full timestep", entry.isFull, timestep);
-        readAttribute(creatorIndexName, entry.creatorIndex, timestep);
-        entry.segment = number;
-        entry.offset = 1;
-    });
+    return guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(timestepFilePath(fileName, number)),
+                   [&] {
+                       const H5::Group timestep = openOnlyTimestep(*timestepFile);
+                       readAttribute("time", entry.time, timestep);
+                       readAttribute("full timestep", entry.isFull, timestep);
+                       readAttribute(creatorIndexName, entry.creatorIndex, timestep);
+                       entry.segment = number;
+                       entry.offset = 1;
+                   });
 }
 
 } // namespace NBrenmark

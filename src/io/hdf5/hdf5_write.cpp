@@ -5,6 +5,7 @@
 #include "core/deck/deck_files.h"
 #include "core/deck/simulation_frame.h"
 #include "core/log.h"
+#include "core/log_titles.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/fixed_texts.h"
@@ -28,14 +29,14 @@ static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
 {
     if (frame.timestep.timestepIndex != CTimestepData::noTimestep)
         return true;
-    tellFailure("HDF5 write", couldNotWrite(path) + "\nNo timestep is loaded.");
+    tellFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nNo timestep is loaded.");
     return false;
 }
 
 /// Whether every name has its place in the format, before anything is written.
 static bool hasStorableNames(const SSimulationFrame& frame, const QString& path)
 {
-    return guarded("HDF5 write", couldNotWrite(path), [&] {
+    return guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
         checkFixedTexts(frame.creator);
         checkFixedTexts(frame.timestep);
         checkLinkNames(frame.creator);
@@ -60,7 +61,7 @@ bool CHdf5IoManager::writeTimestepFile(quint32 number, SSimulationFrame& frame, 
     const QString path = timestepFilePath(fileName, number);
     const QString unfinished = path + unfinishedSuffix;
     bool written = false;
-    const bool complete = guarded("HDF5 write", couldNotWrite(path), [&] {
+    const bool complete = guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
         File file = createInDataFolder(unfinished);
         written = (!withCreator || runWriter(*file, frame.creator)) && runWriter(*file, frame.timestep);
         if (written) {
@@ -71,7 +72,8 @@ bool CHdf5IoManager::writeTimestepFile(quint32 number, SSimulationFrame& frame, 
     if (written && complete)
         return true;
     if (QFile::exists(unfinished) && !QFile::remove(unfinished))
-        logMessage(eError, "HDF5 write", "The unfinished file " + unfinished.toStdString() + " could not be removed.");
+        reportFailure(NLogTitle::hdf5Write,
+                      "The unfinished file " + unfinished.toStdString() + " could not be removed.");
     return false;
 }
 
@@ -84,7 +86,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
 
     // Made anew, the folder would stand for a deck that holds all that was appended before.
     if (timestepCount > 0 && !QDir(dataFolderPath(fileName)).exists()) {
-        tellFailure("HDF5 write", couldNotWrite(path) + "\nIts folder is gone, with the timesteps before.");
+        tellFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nIts folder is gone, with the timesteps before.");
         return false;
     }
 
@@ -110,7 +112,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
     entry.isFull = isFull;
     entry.creatorIndex = static_cast<qint32>(frame.creator.storageIndex());
     timestepCount += 1;
-    return guarded("HDF5 write", couldNotWrite(fileName), [&] { updateHeader(); });
+    return guarded(NLogTitle::hdf5Write, couldNotWrite(fileName), [&] { updateHeader(); });
 }
 
 // ---------------------------------------------------------------- cut
@@ -131,11 +133,11 @@ bool CHdf5IoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex
     for (const QString& name : dataFileNames(folder)) {
         const std::optional<quint32> number = timestepNumber(name);
         if (number && *number >= keep && !QFile::remove(folder + name))
-            tellFailure("HDF5 write", QString("File couldnt be deleted %1.").arg(folder + name));
+            tellFailure(NLogTitle::hdf5Write, QString("File couldnt be deleted %1.").arg(folder + name));
     }
     index.resize(keep);
     timestepCount = keep;
-    return guarded("HDF5 write", couldNotWrite(fileName), [&] { updateHeader(); });
+    return guarded(NLogTitle::hdf5Write, couldNotWrite(fileName), [&] { updateHeader(); });
 }
 
 // ---------------------------------------------------------------- create
@@ -147,7 +149,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
     const bool isTimeFixed = writeOptions.overrideTime;
     bool isBegun = false;
     bool written = false;
-    const bool complete = hasStorableNames(frame, path) && guarded("HDF5 write", couldNotWrite(path), [&] {
+    const bool complete = hasStorableNames(frame, path) && guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
                               File newMain = createFile(path);
                               isBegun = true;
                               writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
@@ -178,7 +180,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
         frame.timestep.time = time;
     firstVersion = currentFileVersion();
     lastVersion = currentFileVersion();
-    return guarded("HDF5 read", QString("Could not open file %1.").arg(path), [&] { openMainFile(); });
+    return guarded(NLogTitle::hdf5Read, QString("Could not open file %1.").arg(path), [&] { openMainFile(); });
 }
 
 } // namespace NBrenmark

@@ -373,7 +373,7 @@ TEST(NamesInHdf5, thatNoGroupCanHaveAreRefusedBeforeAnythingIsWritten)
         try {
             checkLinkNames(creator);
         }
-        catch (const hdf5_error& error) {
+        catch (const unstorable_error& error) {
             told = error.what();
         }
         EXPECT_EQ(told.empty(), *c.told == '\0') << told;

@@ -414,13 +414,13 @@ TEST(Hdf5PhysicsNames, thatDontFitAreRefusedBeforeADeckIsTouched)
         creator.physicsModels.addContactModel(c.make(std::string(c.longest, 'b')), CPhysicsModels::atEnd);
         EXPECT_NO_THROW(checkFixedTexts(creator)) << c.what;
         creator.physicsModels.addContactModel(c.make(std::string(c.longest + 1, 'b')), CPhysicsModels::atEnd);
-        EXPECT_THROW(checkFixedTexts(creator), hdf5_error) << c.what;
+        EXPECT_THROW(checkFixedTexts(creator), unstorable_error) << c.what;
     }
     CCreatorData creator{SPropertyManagers()};
     auto force = std::make_unique<CHeatConductionExternalForce>();
     force->parameters.heatCapacities.set(std::string(256, 'b'), 1);
     creator.physicsModels.addExternalForce(std::move(force), CPhysicsModels::atEnd);
-    EXPECT_THROW(checkFixedTexts(creator), hdf5_error);
+    EXPECT_THROW(checkFixedTexts(creator), unstorable_error);
 }
 
 } // namespace NBrenmark

@@ -222,8 +222,8 @@ TEST(FixedTexts, takeWhatFitsAndNoByteMore)
     setText(field, "1234567");
     EXPECT_EQ(textOf(field), "1234567");
     EXPECT_EQ(field[7], '\0');
-    EXPECT_THROW(setText(field, "12345678"), hdf5_error);
-    EXPECT_THROW(setText(field, QString("\u00e4\u00e4\u00e4\u00e4")), hdf5_error); // four letters, eight bytes
+    EXPECT_THROW(setText(field, "12345678"), unstorable_error);
+    EXPECT_THROW(setText(field, QString("\u00e4\u00e4\u00e4\u00e4")), unstorable_error); // four letters, eight bytes
     const char full[3] = {'a', 'b', 'c'};                                          // as only a damaged file has it
     EXPECT_EQ(textOf(full), "abc");
 }

@@ -92,7 +92,7 @@ EExitCode runInfo(const SInfoOptions& options)
     std::vector<CFailure> failures;
     Json deck = options.settings ? describeSettings(reader, options)
                                  : describe(reader, options, timestepList(reader, !options.quick, failures));
-    const std::vector<SLogMessage> messages = reader.messages();
+    const Ledger messages = reader.messages();
     if (options.json) {
         deck["messages"] = jsonMessages(messages);
         printJson(deck);
@@ -101,7 +101,7 @@ EExitCode runInfo(const SInfoOptions& options)
         options.settings ? printSettings(deck) : print(deck);
         flushResult();
     }
-    printWarnings(messages);
+    printLedger(messages, eWithoutUpgrades);
     for (const CFailure& failure : failures)
         printFailure(failure);
     return failures.empty() ? eExitDone : failures.front().code;

@@ -1,0 +1,46 @@
+#pragma once
+// Whose fault a failure is. What throws knows it, and what reports it to the user must: the exit code of the command
+// line comes from here, never from the words of a text.
+
+#include <exception>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+namespace NBrenmark {
+
+enum ECause
+{
+    eCauseNone,        ///< nothing failed
+    eCauseSource,      ///< what is read is missing, damaged or can't be opened
+    eCauseTarget,      ///< what is written can't be
+    eCauseNames,       ///< a name or text that the target's format can't hold
+    eCauseUnsupported, ///< sound, and of a kind or version that this program can't carry
+    eCauseMemory,      ///< too little memory
+    eCauseInternal     ///< a fault of this program
+};
+
+/// A failure that knows its cause. Everything else takes that of the operation that it ends.
+class caused_error : public std::runtime_error
+{
+public:
+    caused_error(ECause cause, const std::string& what) : std::runtime_error(what), cause(cause) {}
+
+    const ECause cause;
+};
+
+/// \param otherwise  of an exception that doesn't know
+inline ECause causeOf(const std::exception& error, ECause otherwise)
+{
+    if (const auto* caused = dynamic_cast<const caused_error*>(&error))
+        return caused->cause;
+    return dynamic_cast<const std::bad_alloc*>(&error) ? eCauseMemory : otherwise;
+}
+
+/// What an exception says, for users: the standard library's own name of too little memory isn't a text.
+inline std::string textOf(const std::exception& error)
+{
+    return dynamic_cast<const std::bad_alloc*>(&error) ? std::string("too little memory") : error.what();
+}
+
+} // namespace NBrenmark

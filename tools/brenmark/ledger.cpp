@@ -1,0 +1,92 @@
+#include "brenmark/ledger.h"
+
+#include "brenmark/failure.h"
+#include "brenmark/terminal.h"
+
+#include <algorithm>
+#include <array>
+
+namespace NBrenmark {
+
+constexpr size_t mostLines = 20; // more would bury the result
+
+namespace {
+
+/// Messages of the same words, wherever in the deck.
+struct SSameWords
+{
+    const SLogRecord* first;
+    quint64 times = 0;
+
+    bool hasWordsOf(const SLogRecord& other) const
+    {
+        return first->level == other.level && first->title == other.title && first->text == other.text;
+    }
+};
+
+/// In the order of their first coming.
+template <class TWanted>
+std::vector<SSameWords> grouped(const Ledger& messages, TWanted&& wanted)
+{
+    std::vector<SSameWords> groups;
+    for (const SLogRecord& message : messages) {
+        if (!wanted(message))
+            continue;
+        auto group = std::find_if(groups.begin(), groups.end(),
+                                  [&](const SSameWords& known) { return known.hasWordsOf(message); });
+        if (group == groups.end())
+            group = groups.insert(groups.end(), {&message, 0});
+        ++group->times;
+    }
+    return groups;
+}
+
+std::string timesText(quint64 times) { return times > 1 ? " (" + std::to_string(times) + " times)" : std::string(); }
+
+} // namespace
+
+const char* causeName(ECause cause)
+{
+    static constexpr std::array names{"none", "source", "target", "names", "unsupported", "memory", "internal"};
+    return names[cause];
+}
+
+bool holdsDamage(const Ledger& messages)
+{
+    return std::any_of(messages.begin(), messages.end(),
+                       [](const SLogRecord& message) { return isDamage(message.effect); });
+}
+
+std::string damageText(const Ledger& messages)
+{
+    constexpr size_t mostKinds = 5;
+    const std::vector<SSameWords> groups =
+        grouped(messages, [](const SLogRecord& message) { return isDamage(message.effect); });
+    std::string text;
+    for (size_t i = 0; i < std::min(groups.size(), mostKinds); ++i)
+        text += (i > 0 ? "; " : "") + withoutEnd(groups[i].first->placedText()) + timesText(groups[i].times);
+    if (groups.size() > mostKinds)
+        text += "; and " + std::to_string(groups.size() - mostKinds) + " more kinds";
+    return indented(text);
+}
+
+void printLedger(const Ledger& messages, EShownMessages shown)
+{
+    const std::vector<SSameWords> groups = grouped(messages, [shown](const SLogRecord& message) {
+        return message.level >= eWarning && (shown == eAllMessages || message.effect != eUpgraded);
+    });
+    const bool colour = errorHasColour();
+    for (size_t i = 0; i < std::min(groups.size(), mostLines); ++i) {
+        const SLogRecord& message = *groups[i].first;
+        const bool isError = message.level == eError;
+        const std::string word = isError ? "error:" : "warning:";
+        printError("brenmark: " + (colour ? (isError ? "\x1b[31m" : "\x1b[33m") + word + "\x1b[0m" : word) + ' ' +
+                   message.title + ": " + indented(withoutEnd(message.placedText())) + timesText(groups[i].times) +
+                   ".\n");
+    }
+    if (groups.size() > mostLines)
+        printError("brenmark: " + std::to_string(groups.size() - mostLines) +
+                   " more messages of other kinds; --json lists all.\n");
+}
+
+} // namespace NBrenmark

@@ -106,4 +106,30 @@ TEST_F(Log, loggerLosesNothingWhenATeamOfThreadsLogs)
     EXPECT_EQ(logger.messages().size(), 401u);
 }
 
+TEST_F(Log, recordsTakeTheirPlaceFromTheWorkOfTheirThread)
+{
+    CPersistentLogger logger(eWarning);
+    addLogModule(&logger);
+    addLogModule(&first); // one that overrides nothing gets the whole text
+    {
+        const CPlaceScope file(SDataPlace{"a.dem", {}, {}, {}});
+        const CPlaceScope timestep(placeAtWork().inTimestep(3));
+        const CPlaceScope block(placeAtWork().inBlock("contacts"));
+        report(eLost, NLogTitle::legacyRead, "two rows dropped", 2, "Drum");
+        report(eLost, NLogTitle::legacyRead, "none", 0);
+        reportOnce(eUpgraded, NLogTitle::conversion, "once");
+        reportOnce(eUpgraded, NLogTitle::conversion, "once");
+    }
+    reportFailure(NLogTitle::settings, "no room", eCauseTarget);
+    reportFailure(NLogTitle::hdf5Read, "cut");
+    ASSERT_EQ(logger.records().size(), 4u);
+    const SLogRecord& lost = logger.records()[0];
+    EXPECT_EQ(lost.placedText(), "a.dem, timestep 3: two rows dropped");
+    EXPECT_EQ(lost.place.block + " " + lost.place.object, "contacts Drum");
+    EXPECT_EQ(lost.count, 2u);
+    EXPECT_EQ(logger.records()[2].cause, eCauseTarget); // told by the message
+    EXPECT_EQ(logger.records()[3].cause, eCauseSource); // by the title
+    EXPECT_EQ(record[0], "first WARNING Legacy read: a.dem, timestep 3: two rows dropped 00");
+}
+
 } // namespace NBrenmark

@@ -224,7 +224,7 @@ TEST(FixedTexts, takeWhatFitsAndNoByteMore)
     EXPECT_EQ(field[7], '\0');
     EXPECT_THROW(setText(field, "12345678"), unstorable_error);
     EXPECT_THROW(setText(field, QString("\u00e4\u00e4\u00e4\u00e4")), unstorable_error); // four letters, eight bytes
-    const char full[3] = {'a', 'b', 'c'};                                          // as only a damaged file has it
+    const char full[3] = {'a', 'b', 'c'}; // as only a damaged file has it
     EXPECT_EQ(textOf(full), "abc");
 }
 

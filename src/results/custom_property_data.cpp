@@ -161,8 +161,49 @@ void CCustomPropertyData::copyItem(unsigned int source, unsigned int target)
 
 CCustomPropertyValueList* CCustomPropertyData::list(const std::string& name)
 {
-    const unsigned int index = definitions != nullptr ? definitions->indexOf(name) : CCustomPropertyManager::notFound;
+    unsigned int index = CCustomPropertyManager::notFound;
+    if (const auto known = fileNames.find(name); known != fileNames.end())
+        index = known->second;
+    else if (definitions != nullptr)
+        index = definitions->indexOf(name);
     return index < lists.size() ? lists[index].get() : nullptr;
+}
+
+double* CCustomPropertyData::values(unsigned int property, unsigned int item)
+{
+    return property < lists.size() ? lists[property]->item(item) : nullptr;
+}
+
+bool CCustomPropertyData::setValue(unsigned int property, unsigned int item, unsigned int element, double value)
+{
+    double* const itemValues = values(property, item);
+    if (itemValues == nullptr || element >= lists[property]->elementsPerItem())
+        return false;
+    itemValues[element] = value;
+    return true;
+}
+
+bool CCustomPropertyData::setItem(unsigned int item, const std::vector<double>& dealt)
+{
+    if (item >= items)
+        return false;
+    resetToInitial(item);
+    std::size_t next = 0;
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists) {
+        const std::size_t count = std::min<std::size_t>(list->elementsPerItem(), dealt.size() - next);
+        if (double* const itemValues = list->item(item))
+            std::copy_n(dealt.begin() + std::ptrdiff_t(next), count, itemValues);
+        next += count;
+    }
+    return true;
+}
+
+unsigned int CCustomPropertyData::elementsTotal() const
+{
+    unsigned int total = 0;
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
+        total += list->elementsPerItem();
+    return total;
 }
 
 void CCustomPropertyData::resetToInitial(unsigned int item)

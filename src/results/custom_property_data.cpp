@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <algorithm>
+#include <iterator>
 
 namespace NBrenmark {
 
@@ -138,8 +139,11 @@ void CCustomPropertyData::resize(unsigned int itemCount)
     for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
         list->resize(items);
     const unsigned int wanted = definitions != nullptr ? definitions->finalizedCount() : 0;
-    if (lists.size() > wanted)
+    if (lists.size() > wanted) {
         lists.resize(wanted);
+        for (auto known = fileNames.begin(); known != fileNames.end();) // no name for what comes in their place
+            known = known->second >= wanted ? fileNames.erase(known) : std::next(known);
+    }
     while (lists.size() < wanted) {
         const CCustomPropertyMetaData& definition = *definitions->property(static_cast<unsigned int>(lists.size()));
         lists.push_back(std::make_unique<CCustomPropertyValueList>(definition, usesZeroDefault));
@@ -228,6 +232,7 @@ void CCustomPropertyData::resetToInitialValues(unsigned int itemCount)
 void CCustomPropertyData::swapValues(CCustomPropertyData& other)
 {
     std::swap(lists, other.lists);
+    std::swap(fileNames, other.fileNames);
     std::swap(items, other.items);
 }
 

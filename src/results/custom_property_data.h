@@ -103,7 +103,8 @@ public:
     void propertyAdded(CCustomPropertyManager& manager) override;
 
     std::vector<std::unique_ptr<CCustomPropertyValueList>> lists;
-    /// Position in lists of a property whose definition the manager doesn't hold under that name any more.
+    /// Position in lists of a property whose definition the manager doesn't hold under that name any more;
+    /// goes with its list.
     std::map<std::string, unsigned int> fileNames;
 
 private:

@@ -158,6 +158,9 @@ TEST_F(PropertyData, hasAListForEachFinalizedProperty)
     EXPECT_EQ(data.list("old A"), data.list("A"));
     EXPECT_EQ(data.list("B"), nullptr);
     finalize(0);
+    finalize(2);
+    EXPECT_EQ(data.list("B")->values, (Values{2, 2, 2})) << "its name in the file went with list 7";
+    finalize(0);
 
     CCustomPropertyData late(&manager); // made when properties are finalized already
     EXPECT_EQ(late.lists.size(), 1u);

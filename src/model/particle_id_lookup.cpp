@@ -77,13 +77,13 @@ void CParticleIdLookup::fillList(const Types& types, quint32 greatest)
 bool CParticleIdLookup::find(quint32 id, quint32& typeIndex, quint32& slot) const
 {
     if (!entries.empty()) {
-        const auto entry =
-            std::lower_bound(entries.begin(), entries.end(), id,
-                             [](const SEntry& candidate, quint32 wanted) { return candidate.id < wanted; });
-        if (entry == entries.end() || entry->id != id)
+        const auto after =
+            std::upper_bound(entries.begin(), entries.end(), id,
+                             [](quint32 wanted, const SEntry& candidate) { return wanted < candidate.id; });
+        if (after == entries.begin() || (after - 1)->id != id)
             return false;
-        typeIndex = entry->typeIndex;
-        slot = entry->slot;
+        typeIndex = (after - 1)->typeIndex; // the last of those with the id, which the tables hold too
+        slot = (after - 1)->slot;
         return true;
     }
     if (id >= typeOfId.size() || typeOfId[id] == noEntry)

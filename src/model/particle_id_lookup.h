@@ -17,7 +17,7 @@ class CParticleIdLookup
 public:
     using Types = std::vector<std::unique_ptr<CParticleType>>;
 
-    /// Takes the live ids from 1 to maxId. If two slots hold one id, one of them is found.
+    /// Takes the live ids from 1 to maxId. Of slots with one id one in the last type is found.
     void rebuild(const Types& types, quint32 maxId);
     void clear();
     bool find(quint32 id, quint32& typeIndex, quint32& slot) const;

@@ -1,6 +1,7 @@
 // The slots of a particle type: its arrays, and the list of slots that are free.
 #include "model/particle_type.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace NBrenmark {
@@ -34,6 +35,14 @@ static TElement emptyElement(const std::vector<TElement>&)
     return TElement();
 }
 
+template <class TElement>
+static void emptyElements(std::vector<TElement>& array, std::size_t first, std::size_t count)
+{
+    const std::size_t end = std::min(array.size(), first + count); // an array that isn't there has none
+    for (std::size_t index = first; index < end; ++index)
+        array[index] = emptyElement(array);
+}
+
 /// An array that only some timesteps have: filled up if it is there at all.
 template <class TElement>
 static void resizeIfUsed(std::vector<TElement>& array, std::size_t count)
@@ -42,14 +51,33 @@ static void resizeIfUsed(std::vector<TElement>& array, std::size_t count)
         array.resize(count);
 }
 
-void CParticleType::resizeSlots(quint32 count)
+void CParticleType::resizeArrays(quint32 count)
 {
-    const bool cutsFreeSlots = count < slotCount() && freeCount > 0;
     forEachSlotArray([count](auto& array) { array.resize(count, emptyElement(array)); });
     resizeIfUsed(electrostatic.charge, count);
     resizeIfUsed(electrostatic.electrostaticForce, count);
+    resizeIfUsed(electrostatic.words, count);
     resizeIfUsed(spherePositions, count * spheres.size());
     customProperties.resize(count);
+    if (previousCustomProperties.itemCount() > 0)
+        previousCustomProperties.resize(count);
+}
+
+void CParticleType::emptySlot(quint32 slot)
+{
+    forEachSlotArray([slot](auto& array) { emptyElements(array, slot, 1); });
+    emptyElements(electrostatic.charge, slot, 1);
+    emptyElements(electrostatic.electrostaticForce, slot, 1);
+    emptyElements(electrostatic.words, slot, 1);
+    emptyElements(spherePositions, slot * spheres.size(), spheres.size());
+    customProperties.resetToInitial(slot);
+    previousCustomProperties.resetToInitial(slot);
+}
+
+void CParticleType::resizeSlots(quint32 count)
+{
+    const bool cutsFreeSlots = count < slotCount() && freeCount > 0;
+    resizeArrays(count);
     if (cutsFreeSlots)
         rebuildFreeList(); // its links may lead past the end
 }
@@ -65,6 +93,8 @@ quint32 CParticleType::allocateSlot()
         const auto slot = static_cast<quint32>(~firstFree);
         firstFree = ids[slot];
         --freeCount;
+        emptySlot(slot);
+        scale[slot] = 1.0;
         return slot;
     }
     const quint32 slot = slotCount();
@@ -72,8 +102,24 @@ quint32 CParticleType::allocateSlot()
     ids.push_back(0);
     if (growing)
         reserveSlots(static_cast<quint32>(ids.capacity()));
-    resizeSlots(slot + 1);
+    resizeArrays(slot + 1);
     scale[slot] = 1.0;
+    return slot;
+}
+
+quint32 CParticleType::addParticle(const SParticleState& state)
+{
+    const quint32 slot = allocateSlot();
+    ids[slot] = state.id;
+    velocity[slot] = state.velocity;
+    position[slot] = state.position;
+    orientation[slot] = state.orientation;
+    angularVelocity[slot] = state.angularVelocity;
+    scale[slot] = state.scale;
+    forceTorque[slot] = state.forceTorque;
+    unscaledForceTorque[slot] = state.unscaledForceTorque;
+    externalForceTorque[slot] = state.externalForceTorque;
+    customProperties.setItem(slot, state.customValues);
     return slot;
 }
 
@@ -82,7 +128,7 @@ void CParticleType::releaseSlot(quint32 slot, bool shrinkIfLast)
     if (slot >= slotCount())
         return;
     if (shrinkIfLast && slot + 1 == slotCount()) {
-        resizeSlots(slot);
+        resizeArrays(slot); // no link leads to a slot in use
         return;
     }
     if (slot < activeFlags.size())
@@ -112,6 +158,26 @@ void CParticleType::clear()
     electrostatic = CParticleTypeElectrostatic();
     std::vector<C3DPoint>().swap(spherePositions);
     customProperties.resetAll();
+    previousCustomProperties.resetAll();
+}
+
+void CParticleTypeElectrostatic::copyCharges(std::vector<double>& values) const
+{
+    std::copy_n(charge.begin(), std::min(charge.size(), values.size()), values.begin());
+}
+
+void CParticleTypeElectrostatic::copyForces(std::vector<double>& values) const
+{
+    const auto rows = static_cast<qint64>(std::min(electrostaticForce.size(), values.size() / 3));
+    constexpr int rowsAtOnce = 4096;
+#pragma omp parallel for schedule(dynamic, rowsAtOnce)
+    for (qint64 row = 0; row < rows; ++row) {
+        const C3DVector& force = electrostaticForce[static_cast<std::size_t>(row)];
+        double* const to = values.data() + 3 * row;
+        to[0] = force.x;
+        to[1] = force.y;
+        to[2] = force.z;
+    }
 }
 
 void CParticleType::copyDefinition(const CParticleType& other)

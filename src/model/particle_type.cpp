@@ -29,7 +29,9 @@ void CSphere::setRadii(double contact, double physical)
     radiiDiffer = !fuzzyEqual(contact, physical);
 }
 
-CParticleType::CParticleType(CCustomPropertyManager* propertyManager) : customProperties(propertyManager) {}
+CParticleType::CParticleType(CCustomPropertyManager* propertyManager)
+    : customProperties(propertyManager), previousCustomProperties(propertyManager)
+{}
 
 void CParticleType::read(IFileVisitorReader& v) { v.readParticleType(*this); }
 

@@ -63,14 +63,36 @@ struct CSphere
     void setRadii(double contact, double physical);
 };
 
-/// Charges that old files store beside the particles.
+/// Charges that old files store beside the particles: arrays of one element per slot, or empty ones.
 class CParticleTypeElectrostatic
 {
 public:
     virtual ~CParticleTypeElectrostatic() = default;
 
+    /// Copy the rows, one double or three for each slot, to the front of the values of a custom property,
+    /// as many as it has room for.
+    void copyCharges(std::vector<double>& values) const;
+    void copyForces(std::vector<double>& values) const;
+
     std::vector<double> charge;                ///< C
     std::vector<C3DVector> electrostaticForce; ///< N
+    std::vector<qint32> words;                 ///< beside the charges; never stored
+};
+
+/// All of one particle, for a new slot.
+struct SParticleState
+{
+    qint32 id = 0;
+    C3DVector velocity; ///< m/s
+    C3DPoint position;  ///< m
+    CQuaternion orientation;
+    C3DVector angularVelocity; ///< rad/s
+    double scale = 1.0;
+    ForceTorque forceTorque{};
+    ForceTorque unscaledForceTorque{};
+    ForceTorque externalForceTorque{};
+    /// Of the finalized properties one after the other; those that are missing get their initial values.
+    std::vector<double> customValues;
 };
 
 class CParticleType
@@ -89,10 +111,13 @@ public:
     bool isLive(quint32 slot) const { return slot < ids.size() && ids[slot] >= 1; }
     quint32 liveCount() const { return slotCount() - freeCount; }
 
-    /// The slot released last, or a new one at the end. A new slot has scale 1 and id 0.
+    /// The slot released last, or a new one at the end. It has scale 1, id 0 and initial custom values,
+    /// and holds nothing of the particle that was there before.
     quint32 allocateSlot();
-    /// With shrinkIfLast the last slot is taken off; any other joins the free list, its id then being
-    /// the link to the next free one. Not for a slot that is free already.
+    /// A slot with a particle in it.
+    quint32 addParticle(const SParticleState& state);
+    /// With shrinkIfLast the last slot is taken off, and the free list stays as it is; any other joins the
+    /// free list, its id then being the link to the next free one. Not for a slot that is free already.
     void releaseSlot(quint32 slot, bool shrinkIfLast);
     /// Brings every per-slot array to so many elements; new ones are zero, quaternions too, and no
     /// particle is live in them. The charges and the places of spheres, which most timesteps don't have,
@@ -122,7 +147,8 @@ public:
     bool removeDuplicateSpheres();
     /// Takes the definition of another type, and none of its particles.
     void copyDefinition(const CParticleType& other);
-    /// Exchanges the definition and all arrays between two types of one manager.
+    /// Exchanges the definition and all arrays between two types of one manager, the previous custom
+    /// values aside.
     void swapContents(CParticleType& other);
 
     // The definition.
@@ -154,8 +180,9 @@ public:
     std::vector<C3DPoint> spherePositions;  ///< m, per sphere; empty until placed, see updateSpherePositions
     CParticleTypeElectrostatic electrostatic;
     CCustomPropertyData customProperties;
-    quint32 dataMask = 0; ///< EParticleField: which arrays hold data
-    C3DPoint gravity;     ///< a copy of the creator's, m/s^2
+    CCustomPropertyData previousCustomProperties; ///< of the step before; without items until something keeps it
+    quint32 dataMask = 0;                         ///< EParticleField: which arrays hold data
+    C3DPoint gravity;                             ///< a copy of the creator's, m/s^2
 
     qint32 firstFree = 0; ///< complement of the first free slot's index; 0: none
     quint32 freeCount = 0;
@@ -164,6 +191,8 @@ private:
     /// Calls visit for each array that always has one element per slot.
     template <class TVisit>
     void forEachSlotArray(const TVisit& visit);
+    void resizeArrays(quint32 count);
+    void emptySlot(quint32 slot);
 };
 
 } // namespace NBrenmark

@@ -215,6 +215,8 @@ std::string SUnmatchedBonds::text() const
         out = bonds(intact, " intact") + " broken now";
     if (broken > 0)
         out += (out.empty() ? "" : ", ") + bonds(broken, " broken") + " without the time and forces of the break";
+    if (toDrop > 0)
+        out += (out.empty() ? "" : ", ") + bonds(toDrop, " dropped") + " (state 2) kept as broken (state 0)";
     return out + ": the bonding model has no parameters for the materials";
 }
 
@@ -238,9 +240,11 @@ SUnmatchedBonds CBonds::matchParameters(const CParticleTypes& types, double time
     SUnmatchedBonds unmatched;
     for (quint32 row = 0; row < b.rowCount(); ++row) {
         b.parameters[row] = matched.of(b.rows[row]);
-        if (b.parameters[row] != nullptr || b.state[row] == eDroppedBond)
+        if (b.parameters[row] != nullptr)
             continue;
-        quint32& kind = b.state[row] == eBrokenBond ? unmatched.broken : unmatched.intact;
+        quint32& kind = b.state[row] == eBrokenBond    ? unmatched.broken
+                        : b.state[row] == eDroppedBond ? unmatched.toDrop
+                                                       : unmatched.intact;
         kind += breakBond(b, row, time) ? 1 : 0;
     }
     return unmatched;

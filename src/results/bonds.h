@@ -106,9 +106,11 @@ struct SUnmatchedBonds
 {
     quint32 intact = 0; ///< and are broken from now on
     quint32 broken = 0; ///< before, at another time or with forces, of which nothing is left
+    quint32 toDrop = 0; ///< were to be dropped at the next saving and stay as broken ones
 
-    bool any() const { return intact + broken > 0; }
-    /// Which of them there are, for the log.
+    quint32 total() const { return intact + broken + toDrop; }
+    bool any() const { return total() > 0; }
+    /// Which of them there are, what they were and what they are now, for the log.
     std::string text() const;
 };
 
@@ -121,7 +123,8 @@ public:
     /// Of the surface-surface family.
     quint32 countByState(quint32 wanted) const { return surfaceSurface.countByState(wanted); }
     /// Gives each surface-surface bond the parameters of its two types. One that has none is broken
-    /// from this time on and bears nothing, one that was broken before too.
+    /// from this time on and bears nothing, whatever its state was before: a row that was to be dropped
+    /// stays.
     SUnmatchedBonds matchParameters(const CParticleTypes& types, double time, const BondParametersOf& parametersOf);
 
     CSurfaceSurfaceBonds surfaceSurface;

@@ -26,9 +26,10 @@ struct SChargedOwner
 };
 
 /// Fills a property from an array of the same width that holds a row for each item, or none.
-template <class T>
+/// \param copyTo  copies the rows to the values of the property
+template <class T, class TCopy>
 static void moveRows(const SChargedOwner& owner, const CCustomPropertyManager& manager, const char* name,
-                     const std::vector<T>& rows)
+                     const std::vector<T>& rows, const TCopy& copyTo)
 {
     constexpr std::size_t width = std::is_same_v<T, double> ? 1 : 3; // elements of a row
     static_assert(sizeof(T) == width * sizeof(double), "rows without gaps");
@@ -38,7 +39,7 @@ static void moveRows(const SChargedOwner& owner, const CCustomPropertyManager& m
     CCustomPropertyValueList* const list = owner.properties.list(name);
     if (list != nullptr && list->elementsPerItem() == width) {
         if (!list->heldByFile())
-            std::copy(numbers, numbers + rows.size() * width, list->values.begin());
+            copyTo(list->values);
         return;
     }
     if (manager.property(name) != nullptr && anyOtherThanZero(numbers, rows.size() * width))
@@ -65,7 +66,9 @@ static void rebuildOfGeometry(const GeometryGroups& geometry)
         const SChargedOwner owner{group->customProperties, group->triangleNodes.size(),
                                   "Geometry group \"" + group->name + "\""};
         fit(owner);
-        moveRows(owner, *manager, chargeName, group->electrostatic.charges);
+        const std::vector<double>& charges = group->electrostatic.charges;
+        moveRows(owner, *manager, chargeName, charges,
+                 [&](std::vector<double>& values) { std::copy(charges.begin(), charges.end(), values.begin()); });
     }
     manager->setModified(false);
 }
@@ -79,8 +82,11 @@ static void rebuildOfParticles(const CParticleTypes& types)
         const SChargedOwner owner{type->customProperties, type->slotCount(),
                                   "Particle type \"" + type->displayName.toStdString() + "\""};
         fit(owner);
-        moveRows(owner, *manager, chargeName, type->electrostatic.charge);
-        moveRows(owner, *manager, forceName, type->electrostatic.electrostaticForce);
+        const CParticleTypeElectrostatic& stored = type->electrostatic;
+        moveRows(owner, *manager, chargeName, stored.charge,
+                 [&](std::vector<double>& values) { stored.copyCharges(values); });
+        moveRows(owner, *manager, forceName, stored.electrostaticForce,
+                 [&](std::vector<double>& values) { stored.copyForces(values); });
     }
     manager->setModified(false);
 }

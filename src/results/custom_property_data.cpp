@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <algorithm>
+#include <iterator>
 
 namespace NBrenmark {
 
@@ -138,8 +139,11 @@ void CCustomPropertyData::resize(unsigned int itemCount)
     for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
         list->resize(items);
     const unsigned int wanted = definitions != nullptr ? definitions->finalizedCount() : 0;
-    if (lists.size() > wanted)
+    if (lists.size() > wanted) {
         lists.resize(wanted);
+        for (auto known = fileNames.begin(); known != fileNames.end();) // no name for what comes in their place
+            known = known->second >= wanted ? fileNames.erase(known) : std::next(known);
+    }
     while (lists.size() < wanted) {
         const CCustomPropertyMetaData& definition = *definitions->property(static_cast<unsigned int>(lists.size()));
         lists.push_back(std::make_unique<CCustomPropertyValueList>(definition, usesZeroDefault));
@@ -161,8 +165,49 @@ void CCustomPropertyData::copyItem(unsigned int source, unsigned int target)
 
 CCustomPropertyValueList* CCustomPropertyData::list(const std::string& name)
 {
-    const unsigned int index = definitions != nullptr ? definitions->indexOf(name) : CCustomPropertyManager::notFound;
+    unsigned int index = CCustomPropertyManager::notFound;
+    if (const auto known = fileNames.find(name); known != fileNames.end())
+        index = known->second;
+    else if (definitions != nullptr)
+        index = definitions->indexOf(name);
     return index < lists.size() ? lists[index].get() : nullptr;
+}
+
+double* CCustomPropertyData::values(unsigned int property, unsigned int item)
+{
+    return property < lists.size() ? lists[property]->item(item) : nullptr;
+}
+
+bool CCustomPropertyData::setValue(unsigned int property, unsigned int item, unsigned int element, double value)
+{
+    double* const itemValues = values(property, item);
+    if (itemValues == nullptr || element >= lists[property]->elementsPerItem())
+        return false;
+    itemValues[element] = value;
+    return true;
+}
+
+bool CCustomPropertyData::setItem(unsigned int item, const std::vector<double>& dealt)
+{
+    if (item >= items)
+        return false;
+    resetToInitial(item);
+    std::size_t next = 0;
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists) {
+        const std::size_t count = std::min<std::size_t>(list->elementsPerItem(), dealt.size() - next);
+        if (double* const itemValues = list->item(item))
+            std::copy_n(dealt.begin() + std::ptrdiff_t(next), count, itemValues);
+        next += count;
+    }
+    return true;
+}
+
+unsigned int CCustomPropertyData::elementsTotal() const
+{
+    unsigned int total = 0;
+    for (const std::unique_ptr<CCustomPropertyValueList>& list : lists)
+        total += list->elementsPerItem();
+    return total;
 }
 
 void CCustomPropertyData::resetToInitial(unsigned int item)
@@ -187,6 +232,7 @@ void CCustomPropertyData::resetToInitialValues(unsigned int itemCount)
 void CCustomPropertyData::swapValues(CCustomPropertyData& other)
 {
     std::swap(lists, other.lists);
+    std::swap(fileNames, other.fileNames);
     std::swap(items, other.items);
 }
 

@@ -4,6 +4,7 @@
 
 #include "results/custom_property_manager.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -73,8 +74,18 @@ public:
     /// Makes room in the lists that there are.
     void reserve(unsigned int itemCount);
     void copyItem(unsigned int source, unsigned int target);
-    /// The list of a property, or null.
+    /// The list of a property, or null. fileNames is asked first, then the manager.
     CCustomPropertyValueList* list(const std::string& name);
+    /// The values of one property of one item, elementsPerItem of them; null for either out of range.
+    double* values(unsigned int property, unsigned int item);
+    /// \return false for a property, item or element out of range
+    bool setValue(unsigned int property, unsigned int item, unsigned int element, double value);
+    /// Deals values out over the properties of an item in their order. Where they run out the rest gets
+    /// its initial values; more than elementsTotal are ignored.
+    /// \return false for an item out of range
+    bool setItem(unsigned int item, const std::vector<double>& dealt);
+    /// Elements of one item over all properties.
+    unsigned int elementsTotal() const;
     void resetToInitial(unsigned int item);
     /// No items and every list emptied.
     void resetAll();
@@ -92,6 +103,9 @@ public:
     void propertyAdded(CCustomPropertyManager& manager) override;
 
     std::vector<std::unique_ptr<CCustomPropertyValueList>> lists;
+    /// Position in lists of a property whose definition the manager doesn't hold under that name any more;
+    /// goes with its list.
+    std::map<std::string, unsigned int> fileNames;
 
 private:
     CCustomPropertyManager* definitions;

@@ -271,13 +271,38 @@ TEST(ParticleSlots, theSlotReleasedLastIsTheFirstReused)
     EXPECT_EQ(type.ids, (std::vector<qint32>{-4, 0, 3, -2, 5}));
     EXPECT_EQ(type.activeFlags, (std::vector<unsigned char>{0, 0, 1, 0, 1}));
     EXPECT_EQ(type.liveCount(), 2u);
+    type.scale.assign(5, 7.0); // of the particles that were there
+    type.velocity.assign(5, C3DVector(1, 2, 3));
+    type.externalForceTorque.assign(5, ForceTorque{1.0});
+    type.electrostatic.words.assign(5, 9);
     for (const quint32 expected : {0u, 3u, 1u, 5u}) {
         const quint32 slot = type.allocateSlot();
         EXPECT_EQ(slot, expected);
+        EXPECT_EQ(type.ids[slot], 0);
+        EXPECT_EQ(type.scale[slot], 1.0);
+        EXPECT_EQ(type.velocity[slot], C3DVector());
+        EXPECT_EQ(type.externalForceTorque[slot], ForceTorque{});
+        EXPECT_EQ(type.electrostatic.words[slot], 0);
         type.ids[slot] = 100;
     }
     EXPECT_EQ(type.firstFree, 0);
     EXPECT_EQ(type.liveCount(), 6u);
+}
+
+TEST(ParticleSlots, aParticleFillsItsSlot)
+{
+    CParticleType type(nullptr);
+    SParticleState state;
+    state.id = 12;
+    state.velocity = C3DVector(1, 2, 3);
+    state.scale = 0.5;
+    state.unscaledForceTorque[6] = 4.0;
+    EXPECT_EQ(type.addParticle(state), 0u);
+    EXPECT_TRUE(type.isLive(0));
+    EXPECT_EQ(type.velocity[0], state.velocity);
+    EXPECT_EQ(type.orientation[0].w, 1.0);
+    EXPECT_EQ(type.scale[0], 0.5);
+    EXPECT_EQ(type.unscaledForceTorque[0][6], 4.0);
 }
 
 TEST(ParticleSlots, takingTheLastSlotOffLeavesTheFreeListAlone)
@@ -286,15 +311,17 @@ TEST(ParticleSlots, takingTheLastSlotOffLeavesTheFreeListAlone)
     type.resizeSlots(4);
     type.ids = {1, 2, 3, 4};
     type.releaseSlot(1, true); // not the last: it joins the list
+    type.releaseSlot(0, true); // by whose order 0 is the next one given
     type.releaseSlot(3, true);
     EXPECT_EQ(slotArraySizes(type), std::set<std::size_t>{3});
-    EXPECT_EQ(type.freeCount, 1u);
-    EXPECT_EQ(type.firstFree, -2);
-    EXPECT_EQ(type.liveCount(), 2u);
+    EXPECT_EQ(type.freeCount, 2u);
+    EXPECT_EQ(type.firstFree, -1);
+    EXPECT_EQ(type.ids, (std::vector<qint32>{-2, 0, 3}));
     type.releaseSlot(9, true); // no such slot
+    EXPECT_EQ(type.freeCount, 2u);
+    type.resizeSlots(1); // cuts a free slot off: no link may lead there
     EXPECT_EQ(type.freeCount, 1u);
-    type.resizeSlots(1); // cuts the free slot off: no link may lead there
-    EXPECT_EQ(type.freeCount, 0u);
+    EXPECT_EQ(type.allocateSlot(), 0u);
     EXPECT_EQ(type.allocateSlot(), 1u);
 }
 

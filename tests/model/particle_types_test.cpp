@@ -208,6 +208,13 @@ TEST(ParticleIds, tableAndListGiveTheSameAnswer)
             ASSERT_EQ(typeIndex, 0u);
         }
         EXPECT_EQ(types->scaleOf(5001), 0.0);
+        addType(*types, "Copy", {8, 7}); // ids that are there already: the later type has them
+        types->rebuildIdLookup();
+        quint32 typeIndex = 0;
+        quint32 found = 0;
+        EXPECT_TRUE(types->locate(7, typeIndex, found));
+        EXPECT_EQ(typeIndex, types->count() - 1);
+        EXPECT_EQ(found, 1u);
     }
 }
 

@@ -203,16 +203,16 @@ TEST_F(BondEnds, aBondWithoutParametersIsBrokenAndBearsNothing)
     EXPECT_EQ(unmatched.intact, 2u) << "rows 2 and 3";
     EXPECT_EQ(unmatched.broken, 1u) << "row 4, which broke at 4.5";
     EXPECT_EQ(unmatched.text(),
-              "2 intact bonds broken now, 1 broken bond without the time and forces of the break: the "
-              "bonding model has no parameters for the materials");
+              "2 intact bonds broken now, 1 broken bond without the time and forces of the break, 1 dropped "
+              "bond (state 2) kept as broken (state 0): the bonding model has no parameters for the materials");
     EXPECT_EQ(family.parameters,
               (std::vector<const CBondParameters*>{known, known, nullptr, nullptr, nullptr, nullptr}));
-    EXPECT_EQ(family.state, (std::vector<quint32>{1, 1, 0, 0, 0, 2}));
-    EXPECT_EQ(family.breakTime, (std::vector<double>{0.5, 1.5, 12.5, 12.5, 12.5, 5.5}));
+    EXPECT_EQ(family.state, (std::vector<quint32>{1, 1, 0, 0, 0, 0})) << "a row to be dropped stays too";
+    EXPECT_EQ(family.breakTime, (std::vector<double>{0.5, 1.5, 12.5, 12.5, 12.5, 12.5}));
     EXPECT_EQ(family.normalForce[1].x, 1.0);
     EXPECT_EQ(family.normalForce[2].x, 0.0);
     EXPECT_EQ(family.tangentialTorque[3].y, 0.0);
-    EXPECT_EQ(bonds.countByState(eBrokenBond), 3u);
+    EXPECT_EQ(bonds.countByState(eBrokenBond), 4u);
     EXPECT_EQ(bonds.surfaceGeometry.state[0], 1u);
     EXPECT_FALSE(match().any()) << "nothing is left to lose";
 }

@@ -143,6 +143,25 @@ TEST_F(PropertyData, hasAListForEachFinalizedProperty)
     data.resetToInitialValues(3); // nothing of before is kept
     EXPECT_EQ(data.list("A")->values, (Values{1, 1, 1}));
 
+    finalize(2);
+    EXPECT_EQ(data.elementsTotal(), 3u);
+    EXPECT_TRUE(data.setItem(1, {7, 8})); // C keeps its initial value
+    EXPECT_TRUE(data.setValue(0, 2, 0, 9));
+    EXPECT_EQ(data.list("A")->values, (Values{1, 7, 9}));
+    EXPECT_EQ(data.list("C")->values, (Values{3, 3, 3}));
+    EXPECT_EQ(*data.values(1, 1), 8);
+    EXPECT_EQ(data.values(1, 3), nullptr);
+    EXPECT_EQ(data.values(3, 1), nullptr);
+    EXPECT_FALSE(data.setItem(3, {1}) || data.setValue(0, 3, 0, 1) || data.setValue(0, 0, 1, 1));
+    data.fileNames["old A"] = 0;
+    data.fileNames["B"] = 7; // there is no such list, and the manager isn't asked
+    EXPECT_EQ(data.list("old A"), data.list("A"));
+    EXPECT_EQ(data.list("B"), nullptr);
+    finalize(0);
+    finalize(2);
+    EXPECT_EQ(data.list("B")->values, (Values{2, 2, 2})) << "its name in the file went with list 7";
+    finalize(0);
+
     CCustomPropertyData late(&manager); // made when properties are finalized already
     EXPECT_EQ(late.lists.size(), 1u);
 }

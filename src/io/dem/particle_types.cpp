@@ -132,14 +132,14 @@ void CDemWriter::writeParticleType(const CParticleType& type)
 }
 
 /// An id beyond the greatest one that is stored would never be found.
-static void settleIds(CParticleTypes& types, qint32 maxId, const CDemDataStream& stream)
+static void settleIds(CParticleTypes& types, qint32 maxId)
 {
     types.maxId = static_cast<quint32>(qMax(0, maxId));
     types.recomputeMaxId(maxId < 0);
     if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": greatest particle id is " + std::to_string(types.maxId) + ", not " +
-                       std::to_string(maxId) + " as stored: mended");
+        report(eRepaired, NLogTitle::legacyRead,
+               "The greatest particle id is " + std::to_string(types.maxId) + ", not " + std::to_string(maxId) +
+                   " as stored.");
     types.rebuildIdLookup();
 }
 
@@ -153,7 +153,7 @@ void CDemReader::readParticleTypes(CParticleTypes& types)
     types.clear();
     for (quint32 i = 0; i < count; ++i)
         types.append().read(*this);
-    settleIds(types, maxId, *stream);
+    settleIds(types, maxId);
 }
 
 void CDemWriter::writeParticleTypes(const CParticleTypes& types)

@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "io/hdf5/timestep/family_rows.h"
 #include "model/material_block.h"
 #include "results/custom_property_data.h"
 
@@ -80,6 +81,7 @@ void CHdf5Reader::readMaterialBlockParticleData(CMaterialBlockParticleData& data
     if (size > 0)
         blockParticlesForm(in(), data);
     checkRows(data);
+    tellIfOther("particles of a material block", size, static_cast<quint32>(data.ids.size()));
     readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.ids.size()));
 }
 
@@ -101,6 +103,7 @@ void CHdf5Reader::readMaterialBlockContactData(CMaterialBlockContactData& data)
     quint32 size = 0;
     in().attribute("size", size);
     in().rows("contacts", data.contacts, size > 0);
+    tellIfOther("contacts of a material block", size, static_cast<quint32>(data.contacts.size()));
     readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.contacts.size()));
 }
 

@@ -144,9 +144,10 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     // The arrays that are there say how many slots there are: memory follows stored bytes only.
     const quint32 held = commonLength(t, fields);
     if (held != size)
-        logMessage(eWarning, "HDF5 read",
-                   "Particle type \"" + t.name + "\" announces " + std::to_string(size) + " particles and holds " +
-                       std::to_string(held) + ".");
+        report(eRepaired, NLogTitle::hdf5Read,
+               "Particle type \"" + t.name + "\" announces " + std::to_string(size) + " particles and holds " +
+                   std::to_string(held) + ".",
+               1, t.name);
     t.resizeSlots(held);
     t.customProperties.resize(held);
     if ((options.particleMask & eParticleProperties) != 0)
@@ -193,6 +194,10 @@ void CHdf5Reader::readParticleTypes(CParticleTypes& types)
         in().numbered(types.types, [&](const std::unique_ptr<CParticleType>& type) { type->read(*this); });
         types.maxId = static_cast<quint32>(std::max(maxId, 0));
         types.recomputeMaxId(maxId < 0); // no less than the particles that are there
+        if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
+            report(eRepaired, NLogTitle::hdf5Read,
+                   "The greatest particle id is " + std::to_string(types.maxId) + ", not " + std::to_string(maxId) +
+                       " as stored.");
         types.rebuildIdLookup();
     });
 }

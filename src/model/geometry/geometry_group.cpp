@@ -1,9 +1,14 @@
 #include "model/geometry/geometry_group.h"
 
+#include "core/log.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry_groups.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace NBrenmark {
 
@@ -150,6 +155,33 @@ void CGeometryGroup::standStill()
         coords = originalCoords;
     updateBounds();
     recomputeDerivedData();
+}
+
+// ---------------------------------------------------------------- textures
+
+/// Where a co-ordinate lies between two others, 0 to 1; not-a-number between none.
+static double placeBetween(double lower, double upper, double value)
+{
+    if (!(lower <= upper) || std::isnan(value))
+        return std::numeric_limits<double>::quiet_NaN();
+    return upper > lower ? std::clamp((value - lower) / (upper - lower), 0.0, 1.0) : 0.0;
+}
+
+bool CGeometryGroup::correctCoordinatesFromCubicSide(const C3DPoint& point, quint32 side, double& u, double& v) const
+{
+    constexpr quint32 sides = 6;
+    const std::array<double, 3> places{placeBetween(bounds.lower.x, bounds.upper.x, point.x),
+                                       placeBetween(bounds.lower.y, bounds.upper.y, point.y),
+                                       placeBetween(bounds.lower.z, bounds.upper.z, point.z)};
+    const quint32 axis = side / 2;
+    u = side < sides ? places[(axis + 1) % 3] : std::numeric_limits<double>::quiet_NaN();
+    v = side < sides ? places[(axis + 2) % 3] : u;
+    if (!std::isnan(u) && !std::isnan(v))
+        return true;
+    u = v = 0.0;
+    logMessage(eError, NLogTitle::textureError.text,
+               "Error in generating texture co-ordinates, CGeometryGroup::correctCoordinatesFromCubicSide()", 0, 1);
+    return false;
 }
 
 void CGeometryGroup::setCentreOfMass(const C3DPoint& centre)

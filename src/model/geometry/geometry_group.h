@@ -108,6 +108,12 @@ public:
     /// Of a closed group from its mesh, as if its volume were filled evenly.
     void computeCentreOfMass();
 
+    /// Texture co-ordinates of a point, from 0 to 1 across the bounding box, as the box is seen through one
+    /// of its sides: 0 and 1 along x give y and z, 2 and 3 along y give z and x, 4 and 5 along z x and y.
+    /// Across a box without extent they are 0; a point outside of the box counts as on its border.
+    /// \return false, with both 0 and an error in the log, once a deck, for no such side or no such box
+    bool correctCoordinatesFromCubicSide(const C3DPoint& point, quint32 side, double& u, double& v) const;
+
     /// Makes matrix the transform of the group: mesh, bounds and derived data follow.
     void moveTo(const C3DTransform& matrix);
     /// Makes the group static: a moving one goes back to where it was made.

@@ -68,6 +68,7 @@ TEST(DemAppend, writesTheModelWhenItMust)
         CManagedDeck deck(1); // every block opens a segment
         ASSERT_EQ(deck.open(path), eOpened);
         ASSERT_TRUE(deck.read(0));
+        EXPECT_FALSE(deck.frame().creator.modified) << "nobody changed it since it was read";
         deck.manager->creatorRewritePending = c.pending;
         deck.frame().creator.modified = c.modified;
         EXPECT_TRUE(deck.append(0.6, c.changed)) << c.what;

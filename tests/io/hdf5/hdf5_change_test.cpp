@@ -43,7 +43,7 @@ protected:
 TEST_F(Hdf5Change, appendsBehindWhatIsThere)
 {
     load(3);
-    deck.creator().modified = false;
+    EXPECT_FALSE(deck.creator().modified) << "nobody changed it since it was read";
     EXPECT_TRUE(deck.append(0.5));
     EXPECT_EQ(deck.index.back().creatorIndex, 2);
     EXPECT_EQ(deck.manager->timestepCount, 5u);
@@ -127,7 +127,6 @@ TEST_F(Hdf5Change, cutsBehindOrBeforeATimestep)
         EXPECT_EQ(deck.manager->creatorRewritePending, c.creatorFollows);
         EXPECT_EQ(storyOf(path()), c.story);
 
-        deck.creator().modified = false;
         EXPECT_TRUE(deck.append(0.9));
         const std::string creators =
             treeOf(folder.path("Kiste_data/" + QString::number(kept) + ".h5"), "/CreatorData/");

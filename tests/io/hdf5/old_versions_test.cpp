@@ -315,6 +315,7 @@ TEST_P(OldVersions, haveTheirTimestepsReadWhole)
     expectText(deck.timestep(),
                "isFull false; runNumber 3; energy/cumulative/external 2.5; removedParticles/Ball 9; "
                "contacts/surfaceGeometry/collisionsActive true; particles/maxId 7"); // which was stored as -1
+    EXPECT_NE(log.text().find("The greatest particle id is 7, not -1 as stored."), std::string::npos) << log.text();
 
     const CParticleType& ball = *deck.timestep().particleTypes.types.at(0);
     EXPECT_EQ(ball.dataMask, 5u);

@@ -60,6 +60,25 @@ TEST(GeometryGroup, anOpenGroupEnclosesNothingWhateverWasStored)
     expectPoint(group.centreOfMass, 0, 0, 0);
 }
 
+TEST(GeometryGroup, texturesGoByTheSidesOfTheBox)
+{
+    CGeometryGroup group(nullptr);
+    CLogCapture log;
+    clearLogOnceMemory();
+    double u = 9.0;
+    double v = 9.0;
+    EXPECT_FALSE(group.correctCoordinatesFromCubicSide(C3DPoint(), 0, u, v)) << "no mesh, no box";
+    EXPECT_EQ(u + v, 0.0);
+    setTwoTriangles(group); // 4 m by 3 m, flat in z
+    EXPECT_TRUE(group.correctCoordinatesFromCubicSide(C3DPoint(1, 1.5, 1), 4, u, v));
+    EXPECT_EQ(std::make_pair(u, v), std::make_pair(0.25, 0.5));
+    EXPECT_TRUE(group.correctCoordinatesFromCubicSide(C3DPoint(9, 1.5, 1), 3, u, v));
+    EXPECT_EQ(std::make_pair(u, v), std::make_pair(0.0, 1.0)) << "z, and x on the border";
+    EXPECT_FALSE(group.correctCoordinatesFromCubicSide(C3DPoint(), 6, u, v)) << "told before";
+    EXPECT_EQ(log.text(), "ERROR Texture co-ordinate mapping error: Error in generating texture co-ordinates, "
+                          "CGeometryGroup::correctCoordinatesFromCubicSide()\n");
+}
+
 TEST(GeometryGroup, customPropertiesFollowTheTriangles)
 {
     CCustomPropertyManager manager("geometry", eGeometryOwner);

@@ -85,10 +85,10 @@ static void checkContacts(CTimestepData& timestep, const CDemDataStream& stream)
                        " released: a particle or triangle is missing");
 }
 
-static void matchBonds(CTimestepData& timestep, const CDemDataStream& stream)
+static void matchBonds(CTimestepData& timestep)
 {
     if (const SUnmatchedBonds unmatched = timestep.matchBondParameters(); unmatched.any())
-        logMessage(eWarning, "Legacy read", stream.place.toStdString() + ": " + unmatched.text());
+        report(eRepaired, NLogTitle::legacyRead, unmatched.text() + ".", unmatched.total());
 }
 
 void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
@@ -130,7 +130,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
             if (group != nullptr)
                 group->time = timestep.time;
     }
-    matchBonds(timestep, *stream); // now that the time is there, at which a bond breaks
+    matchBonds(timestep); // now that the time is there, at which a bond breaks
     runForm(f, timestep);
     timestep.systemEnergy.read(*this);
     readRemovedParticles(f, timestep);

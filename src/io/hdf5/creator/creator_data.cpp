@@ -59,6 +59,7 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
     });
     if (!in().since(30, 0, 4))
         applyMaterialRule(data);
+    data.modified = false;
 }
 
 void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)

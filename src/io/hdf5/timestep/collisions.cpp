@@ -65,7 +65,7 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     in().attribute("mask", fields);
     recordsForm(in(), collisions, fields);
     const quint32 held = commonLength(collisions, fields);
-    tellIfFewer("collisions", size, held);
+    tellIfOther("collisions", size, held);
     if (collisions.dropForeignArrays())
         logMessage(eWarning, "HDF5 read", "Collisions hold more of the second end than a triangle has: dropped.", 0, 1);
     collisions.resizeRecords((fields & collisions.mask) != 0 ? held : 0);

@@ -70,7 +70,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
         fields &= contactFields;
         rowsForm(in(), contacts, fields);
         const quint32 held = commonLength(contacts, fields);
-        tellIfFewer("contacts", size, held);
+        tellIfOther("contacts", size, held);
         contacts.resizeRows(held); // the arrays that the file lacks become zeros
     }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });

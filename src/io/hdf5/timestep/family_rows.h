@@ -8,14 +8,13 @@
 
 namespace NBrenmark {
 
-/// Memory follows stored arrays only: what is announced and not there is told.
+/// Memory follows stored arrays only: a stored number that they contradict is told.
 /// \param what  "contacts"
-inline void tellIfFewer(const char* what, quint32 announced, quint32 held)
+inline void tellIfOther(const char* what, quint32 announced, quint32 held)
 {
     if (held != announced)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) +
-                       " are there.");
+        report(eRepaired, NLogTitle::hdf5Read,
+               std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) + " are there.");
 }
 
 } // namespace NBrenmark

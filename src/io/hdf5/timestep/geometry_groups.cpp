@@ -44,6 +44,11 @@ void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
     in().attribute("size", size);
     if ((options.timestepMask & eTriangleRows) == 0)
         size = 0;
+    if (size > 0 && size != g.triangleNodes.size())
+        report(eRepaired, NLogTitle::hdf5Read,
+               std::to_string(size) + " triangles are announced and " + std::to_string(g.triangleNodes.size()) +
+                   " are there.",
+               1, g.name);
     in().attribute("mask", g.dataMask);
     quint32 fields = size > 0 ? g.dataMask : 0;
     if ((options.geometryMask & eGeometryForces) == 0)

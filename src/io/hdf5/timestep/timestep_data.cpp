@@ -66,7 +66,7 @@ void checkContacts(CTimestepData& data)
 void matchBonds(CTimestepData& data)
 {
     if (const SUnmatchedBonds unmatched = data.matchBondParameters(); unmatched.any())
-        logMessage(eWarning, "HDF5 read", unmatched.text() + ".");
+        report(eRepaired, NLogTitle::hdf5Read, unmatched.text() + ".", unmatched.total());
 }
 
 } // namespace

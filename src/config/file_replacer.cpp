@@ -3,8 +3,10 @@
 #include "core/log.h"
 
 #include <QFileInfo>
+#include <QRandomGenerator>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <filesystem>
@@ -12,6 +14,7 @@
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace NBrenmark {
@@ -92,16 +95,25 @@ static CCopyRegistry& copyRegistry()
     return registry;
 }
 
+/// A name beside the target that nobody can have put a link under beforehand, and that is never too long where the
+/// target's own isn't.
+static QString unfinishedName(const QString& target)
+{
+    const QString number = QString::number(QRandomGenerator::system()->generate64(), 16);
+    return QFileInfo(target).path() + QStringLiteral("/.brenmark-") + number + QStringLiteral(".part");
+}
+
 /// Copies the whole of source beside target, and then gives it that name: whatever fails, and whenever a process is
-/// killed, the target is the earlier file or the new one. \return the cause if it didn't arrive whole. Every step that can meet a full disk
-/// is asked for its result, the closing too, and the size on the disk has the last word.
+/// killed or the power goes, the target is the earlier file or the new one. Every step that can meet a full disk is
+/// asked for its result, the closing too, and the size on the disk has the last word.
+/// \return the cause if it didn't arrive whole
 static std::string copyOnto(QTemporaryFile& source, const QString& target)
 {
     if (!source.seek(0))
         return source.errorString().toStdString();
-    const QString unfinished = target + QStringLiteral(".part");
+    const QString unfinished = unfinishedName(target);
     QFile copy(unfinished);
-    if (!copy.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+    if (!copy.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
         return copy.errorString().toStdString();
 
     std::string cause;
@@ -112,6 +124,8 @@ static std::string copyOnto(QTemporaryFile& source, const QString& target)
         else if (copy.write(bytes) != bytes.size())
             cause = copy.errorString().toStdString();
     }
+    if (cause.empty() && fsync(copy.handle()) != 0)
+        cause = qt_error_string(errno).toStdString();
     copy.close();
     if (cause.empty() && copy.error() != QFileDevice::NoError)
         cause = copy.errorString().toStdString();

@@ -40,6 +40,8 @@ TEST(FileReplacement, arrivesWholeAndLeavesNothingBehind)
     const CTempFolder folder;
     const QByteArray large(5 * 1024 * 1024 + 1, 'x');
     folder.write("old", "something longer than what comes");
+    folder.write("mine", "whoever laid the link beside the target");
+    QFile::link(folder.path("mine"), folder.path("old.part"));
     EXPECT_TRUE(replaceBy("new", folder.path("old")));
     EXPECT_TRUE(replaceBy("", folder.path("empty")));
     EXPECT_TRUE(replaceBy(large, folder.path("large")));
@@ -47,7 +49,8 @@ TEST(FileReplacement, arrivesWholeAndLeavesNothingBehind)
     EXPECT_EQ(folder.read("old"), "new");
     EXPECT_EQ(folder.read("empty"), "");
     EXPECT_EQ(folder.read("large"), large);
-    EXPECT_EQ(folder.names().size(), 3);
+    EXPECT_EQ(folder.read("mine"), "whoever laid the link beside the target");
+    EXPECT_EQ(folder.names().size(), 5);
 }
 
 TEST(FileReplacement, ofOneTargetKeepTheirOrder)

@@ -87,6 +87,7 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
 {
     leaveIfStopped(); // nearly all of a long read's time goes by between two arrays
     try {
+        requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         const H5::DataSpace space = dataset.getSpace();
         const int wantedRank = columns == 0 ? 1 : 2;

@@ -2,16 +2,20 @@
 
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/shapes.h"
+#include "io/hdf5/soundness.h"
 
 namespace NBrenmark {
 
 H5::Group openOnlyTimestep(const H5::H5File& file)
 {
+    requireOwn(file, "group", timestepGroup);
     const H5::Group timesteps = file.openGroup(timestepGroup);
     const hsize_t count = timesteps.getNumObjs();
     if (count != 1)
         throwAt(file, "group", timestepGroup, std::to_string(count) + " timesteps where one is needed");
-    return timesteps.openGroup(timesteps.getObjnameByIdx(0));
+    const std::string name = timesteps.getObjnameByIdx(0);
+    requireOwn(timesteps, "group", name);
+    return timesteps.openGroup(name);
 }
 
 quint32 creatorIndexOf(const H5::H5File& file)

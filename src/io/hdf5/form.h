@@ -8,6 +8,7 @@
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/hdf5_visitor.h"
 #include "io/hdf5/shapes.h"
+#include "io/hdf5/soundness.h"
 
 #include <algorithm>
 #include <array>
@@ -308,6 +309,7 @@ private:
     H5::Group opened(const std::string& name) const
     {
         try {
+            requireOwn(*visitor.location, "group", name);
             return visitor.location->openGroup(name);
         }
         catch (const H5::Exception& error) {

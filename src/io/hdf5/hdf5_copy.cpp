@@ -100,6 +100,8 @@ bool CHdf5IoManager::saveSubset(const QString& newName, quint32 first, quint32 l
     bool isBegun = false;
     bool cancelled = false;
     const bool complete = guarded(NLogTitle::hdf5Write, "Could not clone simulation to new file.", [&] {
+        if (QFileInfo(newName).canonicalFilePath() == QFileInfo(fileName).canonicalFilePath())
+            throw hdf5_error(newName.toStdString() + " is the deck itself.");
         File newMain = createFile(newName);
         isBegun = true;
         writeHeader(*newMain, {firstVersion, currentFileVersion(), 1, edition});

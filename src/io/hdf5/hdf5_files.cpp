@@ -40,8 +40,11 @@ void checkLibrary() { H5check_version(H5_VERS_MAJOR, H5_VERS_MINOR, H5_VERS_RELE
 CHdf5IoManager::File CHdf5IoManager::createFile(const QString& path) const
 {
     checkLibrary();
+    // Removed and made anew, not emptied: by a link that somebody laid there, another file would be emptied.
+    std::error_code failure;
+    std::filesystem::remove(nativePath(path), failure);
     auto file =
-        std::make_unique<H5::H5File>(nativePath(path), H5F_ACC_TRUNC, H5::FileCreatPropList::DEFAULT, fileAccess);
+        std::make_unique<H5::H5File>(nativePath(path), H5F_ACC_EXCL, H5::FileCreatPropList::DEFAULT, fileAccess);
     for (const char* group : {creatorGroup, timestepGroup})
         closed(file->createGroup(group), [](H5::Group&) {});
     return file;

@@ -6,6 +6,7 @@
 // the operation failed.
 
 #include "core/deck/file_format_manager.h"
+#include "io/hdf5/soundness.h"
 
 #include <H5Cpp.h>
 
@@ -94,6 +95,7 @@ private:
     // hdf5_copy.cpp
     void copyTimestep(SSubset& subset, quint32 source);
 
+    const CWithoutFilterPlugins withoutPlugins;
     File mainFile;                  ///< null when no deck is open
     File timestepFile;              ///< the numbered file now open, or null
     qint64 currentFileNumber = -1;  ///< of timestepFile; -1: none

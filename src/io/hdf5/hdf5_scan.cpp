@@ -9,7 +9,6 @@
 #include "io/hdf5/shapes.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace NBrenmark {
 
@@ -29,6 +28,15 @@ void tellOfCount(int found, quint32 expected, const QString& folder)
     logMessage(eWarning, "POSSIBLE DATA LOSS", text.toStdString());
 }
 
+/// One message, however many there are: a stray file with a great number opens a gap of millions.
+void tellOfGap(quint32 first, quint32 last, const QString& folder)
+{
+    const std::string which = first == last
+                                  ? "Timestep " + std::to_string(first) + " has"
+                                  : "Timesteps " + std::to_string(first) + " to " + std::to_string(last) + " have";
+    logMessage(eWarning, "HDF5 read", which + " no file in " + folder.toStdString() + ".");
+}
+
 } // namespace
 
 bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
@@ -43,23 +51,22 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     if (static_cast<quint32>(names.size()) != timestepCount)
         tellOfCount(names.size(), timestepCount, folder);
 
-    qint64 last = -1;
+    std::vector<quint32> numbers; // ascending, as the names are
     for (const QString& name : names) {
         const std::optional<quint32> number = timestepNumber(name);
         if (number && *number < mostTimesteps)
-            last = std::max<qint64>(last, *number);
+            numbers.push_back(*number);
         else
             logMessage(eWarning, "HDF5 read",
                        "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
     }
-    timestepCount = static_cast<quint32>(last + 1);
+    timestepCount = numbers.empty() ? 0 : numbers.back() + 1;
     index.assign(timestepCount, STimestepIndexEntry());
-    for (quint32 number = 0; number < timestepCount; ++number) {
-        if (!QFileInfo::exists(timestepFilePath(fileName, number))) {
-            logMessage(eWarning, "HDF5 read",
-                       "Timestep " + std::to_string(number) + " has no file in " + folder.toStdString() + ".");
-            continue;
-        }
+    quint32 expected = 0;
+    for (const quint32 number : numbers) {
+        if (number > expected)
+            tellOfGap(expected, number - 1, folder);
+        expected = number + 1;
         if (switchToFile(number) && !readIndexEntry(number, index[number]))
             return false;
     }

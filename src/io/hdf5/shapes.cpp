@@ -129,6 +129,7 @@ void checkMembers(const std::string& name, const H5::CompType& wanted, const H5:
 void readRecord(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location)
 {
     try {
+        requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getSpace().getSimpleExtentNpoints() != 1)
             throwAt(location, "dataset", name, "is no single record");
@@ -159,6 +160,7 @@ std::vector<std::string> readTexts(const std::string& name, const H5::H5Location
 {
     std::vector<std::string> texts;
     try {
+        requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getTypeClass() != H5T_STRING || !dataset.getStrType().isVariableStr())
             throwAt(location, "dataset", name, "holds no texts");
@@ -453,6 +455,7 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
                const H5::H5Location& location)
 {
     try {
+        requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         const H5::DataSpace space = dataset.getSpace();
         if (space.getSimpleExtentNdims() != 1)

@@ -141,7 +141,50 @@ void checkChunks(const H5::DataSet& dataset, bool isFiltered, hsize_t chunkBytes
     }
 }
 
+// ---------------------------------------------------------------- elsewhere
+
+/// Its values must be in the file itself, behind filters that are part of HDF5.
+void checkStorage(const H5::DSetCreatPropList& properties, const H5::H5Location& location, const std::string& name)
+{
+    if (properties.getLayout() == H5D_VIRTUAL || H5Pget_external_count(properties.getId()) > 0)
+        throwAt(location, "dataset", name, "its values are in another file, which isn't followed");
+    for (int i = 0; i < properties.getNfilters(); ++i) {
+        unsigned flags = 0;
+        std::size_t parameters = 0;
+        unsigned configuration = 0;
+        char filterName[64] = {};
+        const H5Z_filter_t filter = H5Pget_filter2(properties.getId(), static_cast<unsigned>(i), &flags, &parameters,
+                                                   nullptr, sizeof filterName, filterName, &configuration);
+        if (filter != H5Z_FILTER_DEFLATE && filter != H5Z_FILTER_SHUFFLE && filter != H5Z_FILTER_FLETCHER32 &&
+            filter != H5Z_FILTER_NBIT && filter != H5Z_FILTER_SCALEOFFSET)
+            throwAt(location, "dataset", name,
+                    "it needs the filter " + std::to_string(filter) + ", which isn't loaded for a deck");
+    }
+}
+
 } // namespace
+
+void requireOwn(const H5::H5Location& location, const char* kind, const std::string& path)
+{
+    for (std::size_t begin = path.find_first_not_of('/'); begin < path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        const std::string part = path.substr(0, end);
+        H5L_info_t link = {};
+        if (H5Lexists(location.getId(), part.c_str(), H5P_DEFAULT) <= 0)
+            return; // the open says what is missing
+        if (H5Lget_info(location.getId(), part.c_str(), &link, H5P_DEFAULT) < 0 || link.type != H5L_TYPE_HARD)
+            throwAt(location, kind, path, "it is a link to something elsewhere, which isn't followed");
+        begin = std::min(path.find_first_not_of('/', end), path.size());
+    }
+}
+
+CWithoutFilterPlugins::CWithoutFilterPlugins()
+{
+    H5PLget_loading_state(&before);
+    H5PLset_loading_state(0);
+}
+
+CWithoutFilterPlugins::~CWithoutFilterPlugins() { H5PLset_loading_state(before); }
 
 void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, const std::string& name)
 {
@@ -151,6 +194,8 @@ void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, 
 
 void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, const std::string& name)
 {
+    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
+    checkStorage(properties, location, name);
     const H5::DataType type = dataset.getDataType();
     if (!isSound(type.getId()))
         throwAt(location, "dataset", name, unsoundType);
@@ -160,7 +205,6 @@ void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, cons
     const hsize_t stored = dataset.getStorageSize();
 
     hsize_t most = stored;
-    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
     if (properties.getLayout() == H5D_CHUNKED) {
         if (properties.getNfilters() > 0)
             most = saturatedProduct(stored, mostInflation);

@@ -40,7 +40,7 @@ bool CFieldManager::addField(std::unique_ptr<CFieldData>& field)
     byId.emplace(id, field.get());
     byName.emplace(name, std::move(field));
     setModified(true);
-    emit fieldAdded(name);
+    Q_EMIT fieldAdded(name);
     return true;
 }
 
@@ -52,7 +52,7 @@ bool CFieldManager::deleteField(const std::string& name)
     const auto entry = byName.extract(found); // goes last: the name may be the field's own
     byId.erase(entry.mapped()->id);
     setModified(true);
-    emit fieldDeleted(entry.key());
+    Q_EMIT fieldDeleted(entry.key());
     return true;
 }
 
@@ -67,7 +67,7 @@ bool CFieldManager::renameField(const std::string& oldName, const std::string& n
     entry.mapped()->name = newName;
     byName.insert(std::move(entry));
     setModified(true);
-    emit fieldRenamed(before, newName);
+    Q_EMIT fieldRenamed(before, newName);
     return true;
 }
 
@@ -98,7 +98,7 @@ void CFieldManager::clear(bool notify)
     byName.clear();
     nextId = 0;
     setModified(notify);
-    emit cleared();
+    Q_EMIT cleared();
 }
 
 // ---------------------------------------------------------------- the block

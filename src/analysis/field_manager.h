@@ -43,7 +43,7 @@ public:
     void setModified(bool value) override { modified = value; }
     void clear(bool notify) override;
 
-signals:
+Q_SIGNALS:
     void fieldAdded(std::string name);
     void fieldDeleted(std::string name);
     void cleared();

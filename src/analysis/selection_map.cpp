@@ -120,7 +120,7 @@ void CSelectionMap::clear(bool notify)
     displays.clear();
     setModified(notify);
     if (notify)
-        emit cleared();
+        Q_EMIT cleared();
 }
 
 // ---------------------------------------------------------------- the block

@@ -48,7 +48,7 @@ public:
     void setModified(bool value) override { modified = value; }
     void clear(bool notify) override;
 
-signals:
+Q_SIGNALS:
     void cleared();
 
 private:

@@ -38,7 +38,7 @@ public:
 class CConsoleProgressController : public QObject
 {
     Q_OBJECT
-signals:
+Q_SIGNALS:
     void cancelClicked();
 };
 
@@ -46,7 +46,7 @@ signals:
 class CProgressBarController : public QObject
 {
     Q_OBJECT
-signals:
+Q_SIGNALS:
     void cancelClicked();
 };
 
@@ -54,7 +54,7 @@ signals:
 class AsyncProgressReporter : public QObject
 {
     Q_OBJECT
-signals:
+Q_SIGNALS:
     void progressUpdate(int progress);
     void threadFinished();
 };

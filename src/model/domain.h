@@ -36,7 +36,7 @@ public:
     bool periodicY = false;
     bool periodicZ = false;
 
-public slots:
+public Q_SLOTS:
     void setMin(CPoint corner) { min = corner; }
     void setMax(CPoint corner) { max = corner; }
 };

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 #include <vector>
 
 namespace NBrenmark {
@@ -120,6 +121,47 @@ TEST_F(DataConverter, takesADeckThatNeedsNoConversionAsDone)
     EXPECT_EQ(before.changesUntil(target.snapshot()), "");
 }
 
+TEST_F(DataConverter, refusesASecondConversionAndLeavesTheFirstAlone)
+{
+    CHost other;
+    host.atStep = [&](int step) {
+        if (step != 3)
+            return;
+        const auto second = [&] {
+            EXPECT_FALSE(other.convert(source.path("pile.dem"), target.path("other.dem")));
+            EXPECT_FALSE(host.converter.convertSimulationData("no.dem", "such.dem")); // the same object
+        };
+        second(); // from inside a signal
+        std::thread(second).join();
+        EXPECT_EQ(host.converter.outcome(), CDataConverter::eBusy);
+    };
+    EXPECT_TRUE(host.convert(source.path("pile.dem"), target.path("heap.dem")));
+    EXPECT_EQ(host.signalsHeard(), wholeConversion);
+    EXPECT_EQ(host.converter.outcome(), CDataConverter::eConverted);
+    EXPECT_EQ(host.converter.failureText(), "");
+    EXPECT_EQ(other.signalsHeard(), "");
+    EXPECT_EQ(other.converter.outcome(), CDataConverter::eBusy);
+    EXPECT_EQ(other.converter.failureText(), "Another conversion is running in this process.");
+    EXPECT_FALSE(target.has("other.dem"));
+    EXPECT_TRUE(other.convert(source.path("pile.dem"), target.path("other.dem"))) << "the right to run is given back";
+}
+
+TEST_F(DataConverter, writesIntoNoFolderOfAnotherDeck)
+{
+    ASSERT_TRUE(host.convert(source.path("pile.dem"), target.path("run.1")));
+    const CSnapshot before = target.snapshot();
+    for (const char* name : {"run.2", "run.dem"}) { // all keep their timesteps in run_data
+        EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path(name))) << name;
+        EXPECT_EQ(host.converter.outcome(), CDataConverter::eFailed);
+        EXPECT_TRUE(host.converter.failureText().contains("belongs to the deck " + target.path("run.1"))) << name;
+    }
+    EXPECT_EQ(before.changesUntil(target.snapshot()), "");
+
+    target.write("run_data/4.h5", "of a longer deck"); // which the new one replaces whole
+    EXPECT_TRUE(host.convert(source.path("pile.dem"), target.path("run.1")));
+    EXPECT_FALSE(target.has("run_data/4.h5"));
+}
+
 struct SRefused
 {
     const char* why;
@@ -157,6 +199,9 @@ TEST_P(RefusedSources, giveTheirCodeAndTextAndTouchNothing)
     EXPECT_EQ(host.signalsHeard(), refused.signalsHeard);
     EXPECT_EQ(host.converter.getError(),
               refused.mentionsInput ? "Failed to convert simulation " + source.path("pile.dem") + "." : QString());
+    EXPECT_EQ(host.converter.outcome(), refused.result ? CDataConverter::eNotADeck : CDataConverter::eFailed);
+    EXPECT_TRUE(host.converter.failureText().contains("pile.")) << host.converter.failureText().toStdString();
+    EXPECT_EQ(host.converter.messages().empty(), refused.result);
     EXPECT_EQ(host.converter.getLogMessages().empty(), refused.result) << "a failure is told in the log";
     EXPECT_EQ(before.changesUntil(source.snapshot()), "");
     EXPECT_FALSE(target.has("heap.ess"));
@@ -176,6 +221,7 @@ TEST_F(DataConverter, cancelsBehindTheTimestepInHand)
     EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("heap.dem")));
     EXPECT_EQ(host.signalsHeard(), "starting 8 0 0 1 2 3 8");
     EXPECT_EQ(host.converter.getError(), "");
+    EXPECT_EQ(host.converter.outcome(), CDataConverter::eCancelled);
     EXPECT_EQ(QDir(target.path("heap_data")).entryList(QDir::Files, QDir::Name), QStringList({"0.h5", "1.h5"}));
     EXPECT_FALSE(target.has("heap.ess"));
 

@@ -10,11 +10,16 @@
 #include "core/log.h"
 #include "core/log_titles.h"
 #include "core/messages.h"
+#include "core/plain_file.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -81,21 +86,165 @@ private:
     std::optional<SApplicationRoles> roles;
 };
 
+// The run of this process, if there is one: all that it works on is process-wide.
+std::atomic<const CConversion*> atWork{nullptr};
+
+/// A text that isn't in the table of messages, which belongs to the run that goes on.
+QString busyText()
+{
+    return QCoreApplication::translate("FileOperations", "Another conversion is running in this process.");
+}
+
+/// What a path leads to that is no deck of either family.
+QString whatItIs(const QString& path)
+{
+    if (QFileInfo(path).isDir())
+        return path + QStringLiteral(" is a folder, not the first file of a deck.");
+    QFile file(path);
+    if (const std::string cause = openPlainFile(file); !cause.empty())
+        return path + QStringLiteral(" can't be opened as a deck: ") + QString::fromStdString(cause) + '.';
+    return path + QStringLiteral(" is no deck: its first bytes are neither those of an HDF5 file nor those of a legacy "
+                                 "deck with timesteps, of a version from 2.0.0 to below 30.0.0.");
+}
+
+/// The error text, and below it the first error of the ledger, with its place.
+QString failureOf(const QString& error, const std::vector<SLogRecord>& ledger)
+{
+    const auto first =
+        std::find_if(ledger.begin(), ledger.end(), [](const SLogRecord& message) { return message.level == eError; });
+    if (first == ledger.end())
+        return error;
+    const QString cause = QString::fromStdString(first->placedText());
+    return error.isEmpty() ? cause : error + '\n' + cause;
+}
+
+/// Makes room for a new deck, at the cost of the one that has its name and of no other.
+bool clearTarget(const QString& target)
+{
+    if (const std::string conflict = folderConflict(target); !conflict.empty()) {
+        reportFailure(NLogTitle::conversion, conflict + '.', eCauseTarget);
+        return false;
+    }
+    deleteFamily(target);
+    // Timesteps that stay would pass for those of the new deck.
+    if (removeNumberedFiles(target))
+        return true;
+    reportFailure(NLogTitle::conversion, "The files in " + dataFolderPath(target).toStdString() + " can't be removed.",
+                  eCauseTarget);
+    return false;
+}
+
 } // namespace
+
+/// The right to run, while it lives. Whatever ends the run, others find a result afterwards.
+class CConversion::CClaim
+{
+public:
+    explicit CClaim(CConversion& owner) : conversion(owner)
+    {
+        granted = atWork.compare_exchange_strong(holder, &conversion);
+    }
+    ~CClaim()
+    {
+        if (!granted)
+            return;
+        conversion.publish(std::exchange(conversion.running, SResult()));
+        atWork = nullptr;
+    }
+    CClaim(const CClaim&) = delete;
+    CClaim& operator=(const CClaim&) = delete;
+
+    bool granted = false;
+    const CConversion* holder = nullptr; ///< of the right, where it wasn't granted
+
+private:
+    CConversion& conversion;
+};
+
+void CConversion::publish(SResult result)
+{
+    const std::lock_guard<std::mutex> lock(lastLock);
+    last = std::move(result);
+}
+
+/// A failure until it is known better, so that whatever ends the run, it has a text.
+void CConversion::begin(const QString& source)
+{
+    setEnd(eOutcomeFailed, messageText(eMessageConversionFailed).arg(source));
+    const std::lock_guard<std::mutex> lock(lastLock);
+    last.outcome = eOutcomeBusy;
+    last.error.clear();
+    last.failure = busyText(); // the ledger stays until there is another
+}
+
+void CConversion::setEnd(EConversionOutcome outcome, const QString& failure)
+{
+    running.outcome = outcome;
+    running.failure = failure;
+}
+
+EConversionOutcome CConversion::outcome() const
+{
+    const std::lock_guard<std::mutex> lock(lastLock);
+    return last.outcome;
+}
+
+QString CConversion::errorText() const
+{
+    const std::lock_guard<std::mutex> lock(lastLock);
+    return last.error;
+}
+
+QString CConversion::failureText() const
+{
+    const std::lock_guard<std::mutex> lock(lastLock);
+    return last.failure;
+}
+
+std::vector<SLogRecord> CConversion::records() const
+{
+    const std::lock_guard<std::mutex> lock(lastLock);
+    return last.ledger;
+}
 
 EConvertError CConversion::run(const QString& inputPath, const QString& outputPath, EDeckFormat target)
 {
+    const CClaim claim(*this);
+    if (!claim.granted) {
+        if (claim.holder != this) {
+            SLogRecord refusal;
+            refusal.level = eError;
+            refusal.title = NLogTitle::conversion.text;
+            refusal.text = busyText().toStdString();
+            refusal.cause = eCauseInternal;
+            publish({eOutcomeBusy, busyText(), busyText(), {refusal}});
+        }
+        return eConvertFailed;
+    }
     cancelled = false;
-    error.clear();
     refreshMessages();
+    begin(inputPath);
 
     EConvertError code = eConvertFailed;
     CConversionObjects objects;
-    if (objects.ready)
-        code = convert(inputPath, outputPath, target, objects.simulation());
-    else
-        error = messageText(eMessageNotInitialised);
-    ledger = objects.logger.records();
+    try {
+        if (objects.ready)
+            code = convert(inputPath, outputPath, target, objects.simulation());
+        else
+            running.error = messageText(eMessageNotInitialised);
+    }
+    catch (const std::exception& thrown) {
+        reportFailure(NLogTitle::conversion, textOf(thrown), causeOf(thrown, eCauseInternal));
+        running.error = messageText(eMessageConversionFailed).arg(inputPath);
+        code = eConvertDataFailed;
+    }
+    running.ledger = objects.logger.records();
+    if (running.outcome != eOutcomeFailed)
+        return code;
+    if (code == eConvertOk)
+        setEnd(eOutcomeConverted);
+    else if (const QString failure = failureOf(running.error, running.ledger); !failure.isEmpty())
+        setEnd(eOutcomeFailed, failure);
     return code;
 }
 
@@ -110,8 +259,13 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
         return checked;
     }
     const EDeckFormat source = detectFormat(inputPath);
-    if (source != eFormatLegacy || source == target)
+    if (source != eFormatLegacy || source == target) {
+        if (source == eFormatUnknown)
+            setEnd(eOutcomeNotADeck, whatItIs(inputPath));
+        else
+            setEnd(eOutcomeNothingToDo);
         return eConvertOk;
+    }
 
     const auto manager = makeTargetManager(target, simulation);
     manager->reset();
@@ -121,9 +275,9 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
     TimestepIndex targetIndex = simulation.index; // the manager fills it in as it writes
     const int lastStep = 2 * static_cast<int>(sourceIndex.size());
     observer.starting(lastStep, messageText(eMessageConverting).arg(inputPath, outputPath));
-    deleteFamily(outputPath);
-
-    auto code = static_cast<EConvertError>(manager->setOutputName(outputPath));
+    EConvertError code = eConvertFailed;
+    if (clearTarget(outputPath))
+        code = static_cast<EConvertError>(manager->setOutputName(outputPath));
     if (code == eConvertOk) {
         code = convertTimesteps(simulation, *manager, sourceIndex, targetIndex);
         observer.stepReached(lastStep);
@@ -135,7 +289,7 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
     }
     simulation.close(false);
     if (code == eConvertDataFailed)
-        error = messageText(eMessageConversionFailed).arg(inputPath);
+        running.error = messageText(eMessageConversionFailed).arg(inputPath);
     return code;
 }
 
@@ -166,8 +320,10 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
         targetPlace = placeOf(frame.creator);
         observer.stepReached(2 * static_cast<int>(i) + 1);
 
-        if (cancelled)
+        if (cancelled) {
+            setEnd(eOutcomeCancelled, QStringLiteral("The conversion was cancelled."));
             return eConvertFailed;
+        }
     }
     return eConvertOk;
 }
@@ -182,11 +338,11 @@ EConvertError CConversion::writeCompanions(CSimulation& simulation, const QStrin
     for (const SFailedCopy& failed : waitForCopies())
         (failed.target.endsWith(NDeckFile::settingsSuffix) ? settingsWritten : configurationWritten) = false;
     if (!settingsWritten) {
-        error = messageText(eMessageSettingsNotWritten);
+        running.error = messageText(eMessageSettingsNotWritten);
         code = eConvertFailed;
     }
     if (!configurationWritten) {
-        error = messageText(eMessageConfigurationNotWritten);
+        running.error = messageText(eMessageConfigurationNotWritten);
         code = eConvertConfigWriteFailed;
     }
 
@@ -195,7 +351,7 @@ EConvertError CConversion::writeCompanions(CSimulation& simulation, const QStrin
     std::string cause;
     if (QFile::exists(companion) && !copyOrTruncateFile(companion, companionTarget, wholeFile, &cause)) {
         reportFailure(NLogTitle::conversion, cause, eCauseTarget);
-        error = messageText(eMessageCopyFailed).arg(companion, companionTarget);
+        running.error = messageText(eMessageCopyFailed).arg(companion, companionTarget);
         code = eConvertFailed;
     }
     return code;

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <atomic>
+#include <mutex>
 #include <vector>
 
 namespace NBrenmark {
@@ -23,6 +24,18 @@ enum EConvertError : int
     eConvertNoIndex = 2,
     eConvertConfigWriteFailed = 6,
     eConvertDataFailed = 10
+};
+
+/// How a run ended, for those to whom a bool says too little.
+enum EConversionOutcome : int
+{
+    eOutcomeNotRun = 0,
+    eOutcomeConverted,
+    eOutcomeNothingToDo, ///< the source is of the current family
+    eOutcomeNotADeck,    ///< neither family; success without any effect
+    eOutcomeCancelled,
+    eOutcomeFailed,
+    eOutcomeBusy ///< another run of the process wasn't over
 };
 
 /// Hears how a conversion goes on, on the thread that runs it.
@@ -44,18 +57,37 @@ public:
     explicit CConversion(IConversionObserver& observer) : observer(observer) {}
 
     /// Runs on the caller's thread. The source is only read; a target of that name is deleted first.
+    /// One run at a time in a process: a second one, from whatever thread or object, fails at once and touches
+    /// nothing of the first.
     /// \param source, target  first files of the decks
     EConvertError run(const QString& source, const QString& target, EDeckFormat format);
     /// Ends the run after the current timestep. From any thread, and from a signal handler.
     void cancel() { cancelled = true; }
 
-    /// Of the last run, for the user; empty after success.
-    const QString& errorText() const { return error; }
-    /// The ledger of the last run.
-    const std::vector<SLogRecord>& records() const { return ledger; }
+    // Of the last run, from any thread. While this object runs, its outcome is eOutcomeBusy.
+    EConversionOutcome outcome() const;
+    /// For the user; empty after success, and after failures that have none.
+    QString errorText() const;
+    /// What came between the user and a new deck: the error text, and below it the first error of the ledger. Empty
+    /// for eOutcomeConverted and eOutcomeNothingToDo, and for those alone.
+    QString failureText() const;
+    /// The ledger.
+    std::vector<SLogRecord> records() const;
 
 private:
+    class CClaim;
+    struct SResult
+    {
+        EConversionOutcome outcome = eOutcomeNotRun;
+        QString error;
+        QString failure;
+        std::vector<SLogRecord> ledger;
+    };
+
+    void begin(const QString& source);
+    void publish(SResult result);
     EConvertError convert(const QString& source, const QString& target, EDeckFormat format, CSimulation& simulation);
+    void setEnd(EConversionOutcome outcome, const QString& failure = QString());
     EConvertError convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
                                    const std::vector<STimestepIndexEntry>& sourceIndex,
                                    std::vector<STimestepIndexEntry>& targetIndex);
@@ -63,8 +95,10 @@ private:
 
     IConversionObserver& observer;
     std::atomic<bool> cancelled{false};
-    QString error;
-    std::vector<SLogRecord> ledger;
+    static_assert(std::atomic<bool>::is_always_lock_free, "cancel is called by signal handlers");
+    SResult running; ///< of the run that goes on, and of its thread alone
+    SResult last;    ///< what others see
+    mutable std::mutex lastLock;
 };
 
 } // namespace NBrenmark

@@ -99,6 +99,47 @@ QStringList segmentFiles(const QString& dataFile)
     return paths;
 }
 
+QString dataFolderPath(const QString& mainFile)
+{
+    const QFileInfo info(mainFile);
+    return info.absolutePath() + QLatin1Char('/') + info.completeBaseName() + dataFolderSuffix + QLatin1Char('/');
+}
+
+static QFileInfoList numberedFiles(const QString& mainFile)
+{
+    return QDir(dataFolderPath(mainFile))
+        .entryInfoList({QLatin1Char('*') + timestepSuffix}, QDir::Files | QDir::Hidden | QDir::CaseSensitive);
+}
+
+std::string folderConflict(const QString& mainFile)
+{
+    if (numberedFiles(mainFile).isEmpty())
+        return std::string();
+    const std::string folder = "The folder " + dataFolderPath(mainFile).chopped(1).toStdString();
+    const QFileInfo own(mainFile);
+    const QFileInfoList neighbours = own.absoluteDir().entryInfoList(QDir::Files | QDir::Hidden, QDir::Name);
+    for (const QFileInfo& other : neighbours) {
+        const bool isOther = other.fileName() != own.fileName() && other.canonicalFilePath() != own.canonicalFilePath();
+        if (isOther && other.completeBaseName() == own.completeBaseName() &&
+            detectFormat(other.filePath()) == eFormatHdf5)
+            return folder + " belongs to the deck " + other.filePath().toStdString() +
+                   ", and the new deck would write its timesteps into it: choose another name";
+    }
+    const bool clearedWithFamily =
+        dataFolderPath(mainFile) == stripDeckSuffix(own.absoluteFilePath()) + dataFolderSuffix + QLatin1Char('/');
+    if (clearedWithFamily || detectFormat(mainFile) == eFormatHdf5)
+        return std::string();
+    return folder + " holds the timesteps of a deck whose first file isn't there: choose another name";
+}
+
+bool removeNumberedFiles(const QString& mainFile)
+{
+    bool removed = true;
+    for (const QFileInfo& file : numberedFiles(mainFile))
+        removed = QFile::remove(file.filePath()) && removed;
+    return removed;
+}
+
 // ---------------------------------------------------------------- whole families
 
 static bool removeIfThere(const QString& path) { return !QFile::exists(path) || QFile::remove(path); }

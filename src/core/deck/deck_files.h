@@ -60,6 +60,20 @@ QString stripLegacySuffix(const QString& path);
 /// \param dataFile  path of the "name.dem" that they belong to
 QStringList segmentFiles(const QString& dataFile);
 
+/// Folder of a current deck's numbered files, absolute, with a slash at its end: "/decks/pile_data/" for
+/// "/decks/pile.dem", and one folder for "/decks/run.1" and "/decks/run.2".
+QString dataFolderPath(const QString& mainFile);
+
+/// Why a new deck can't have its folder of numbered files: the folder holds those of another deck, which the new
+/// ones would replace or be taken for. What deleteFamily clears for the new deck is no reason.
+/// \param mainFile  of the new deck, which need not exist
+/// \return a sentence without its full stop; empty if the folder is free
+std::string folderConflict(const QString& mainFile);
+
+/// Removes the numbered files of a deck whose name doesn't end as deleteFamily expects, "run.1": older ones would
+/// pass for timesteps of a shorter deck that comes in their place. False if one can't be removed.
+bool removeNumberedFiles(const QString& mainFile);
+
 /// Removes what exists of a deck, of either family. Stops at the first removal that fails.
 /// \param path  any of the deck's files by which stripDeckSuffix finds its base
 bool deleteFamily(const QString& path);

@@ -1,19 +1,10 @@
 #include "io/hdf5/deck_layout.h"
 
-#include "core/deck/deck_files.h"
-
 #include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 
 namespace NBrenmark {
-
-QString dataFolderPath(const QString& mainFile)
-{
-    const QFileInfo info(mainFile);
-    return info.absolutePath() + '/' + info.completeBaseName() + NDeckFile::dataFolderSuffix + '/';
-}
 
 QString timestepFilePath(const QString& mainFile, quint32 number)
 {

@@ -1,6 +1,8 @@
 #pragma once
 // Where the files of a deck of this family are, and which of them are timesteps.
 
+#include "core/deck/deck_files.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -9,8 +11,6 @@
 
 namespace NBrenmark {
 
-/// Folder of the numbered files, with a slash at its end: "/decks/pile_data/" for "/decks/pile.dem".
-QString dataFolderPath(const QString& mainFile);
 QString timestepFilePath(const QString& mainFile, quint32 number);
 
 /// Number of a timestep's file by its name, "12.h5"; nothing for other names, "x5.h5" among them.

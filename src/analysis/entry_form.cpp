@@ -146,10 +146,11 @@ void CInEntryForm::vectors(const char* name, std::vector<NField::CNdData>& value
     const quint32 announced = count(name, 0, 4);
     values.clear();
     values.reserve(announced);
+    qint64 left = bytesLeftOf(stream);
     for (quint32 i = 0; i < announced; ++i) {
         if (i % 4096 == 0)
             leaveIfStopped();
-        if (!values.emplace_back().read(stream, nullptr))
+        if (!values.emplace_back().readWithin(stream, left))
             throw std::runtime_error(placeIn(stream) + name + ": entry " + std::to_string(i) + " ended early");
     }
 }

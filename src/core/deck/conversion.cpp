@@ -1,5 +1,6 @@
 #include "core/deck/conversion.h"
 
+#include "analysis/data_miner.h"
 #include "config/application_roles.h"
 #include "config/file_replacer.h"
 #include "config/user_preferences.h"
@@ -55,6 +56,7 @@ public:
         if (!ready)
             return;
         roles.emplace(*simulation().configuration);
+        miners.emplace(*simulation().configuration);
     }
 
     ~CConversionObjects()
@@ -65,6 +67,7 @@ public:
         flushLogModules();
         shutdownApplication(applicationState());
         clearLogModules();
+        miners.reset();
         roles.reset();
         releaseUserPreferences();
     }
@@ -79,6 +82,7 @@ public:
 
 private:
     std::optional<SApplicationRoles> roles;
+    std::optional<CDataMiners> miners;
 };
 
 } // namespace

@@ -1,8 +1,7 @@
 #pragma once
 // How the particles and the contacts of a selection are drawn. A selection carries the record; nothing here draws.
 
-#include "analysis/colour_records.h"
-#include "core/read_write.h"
+#include <QByteArray>
 
 #include <map>
 #include <memory>
@@ -10,37 +9,11 @@
 
 namespace NBrenmark {
 
-class CDisplayOptions : public IReadWrite
+/// A record whose layout is the affair of who draws: bytes as they came; none for a new selection.
+class CDisplayOptions
 {
 public:
-    /// The word in front of a record, by which it is told from those of other programs: "BDOp".
-    static constexpr quint32 recordWord = 0x42444F70;
-
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    /// \throws std::exception  what follows is no such record
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    void form(IEntryForm& f);
-
-    QColor colour = Qt::black;
-    bool active = true;
-    double transparency = 0.0;
-    qint32 polygonMode = 0;
-    QString attributeName;
-    QString componentName;
-    bool colourByAttribute = false;
-    bool smooth = false;
-    bool highlightAll = false;
-    bool useForColouring = false;
-    bool hideOutOfBounds = false;
-    bool useForRepresentation = false;
-    QString contactAttribute;
-    QString bondAttribute;
-    double bondDistanceThreshold = 0.0; ///< m
-    QString takeColouringFrom;
-    QString type;
-    bool useLogarithmicScaling = false;
-    QString texturePath;
-    CColour scale;
+    QByteArray bytes;
 };
 
 /// The display options of a deck by name; they live as long as this does, or until they are removed.

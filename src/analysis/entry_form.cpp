@@ -1,11 +1,11 @@
 #include "analysis/entry_form.h"
 
-#include "analysis/carried_stream.h"
 #include "analysis/nd_data.h"
 #include "analysis/own_geometry.h"
 #include "core/log.h"
 #include "core/stop_flag.h"
 #include "core/versioned_stream.h"
+#include "model/geometry_groups.h"
 
 #include <QByteArray>
 #include <QColor>
@@ -36,6 +36,12 @@ void IEntryForm::integers(const char* name, std::set<qint32>& values)
 // ---------------------------------------------------------------- reading
 
 CInEntryForm::CInEntryForm(QDataStream& stream) : stream(stream)
+{
+    version = fileVersionOf(stream);
+    edition = editionOf(stream);
+}
+
+CInEntryForm::CInEntryForm(QDataStream& stream, const QByteArray& record) : stream(stream), record(&record)
 {
     version = fileVersionOf(stream);
     edition = editionOf(stream);
@@ -83,7 +89,13 @@ qint8 CInEntryForm::byte(const char* name)
     return value;
 }
 
-void CInEntryForm::flag(const char* name, bool& value) { value = byte(name) != 0; }
+void CInEntryForm::flag(const char* name, bool& value)
+{
+    const qint8 stored = byte(name);
+    if (record != nullptr && stored != 0 && stored != 1)
+        throw std::runtime_error(placeIn(stream) + name + " is no flag");
+    value = stored != 0;
+}
 
 void CInEntryForm::strictFlag(const char* name, bool& value) { value = byte(name) == 1; }
 
@@ -105,10 +117,13 @@ void CInEntryForm::rgb(const char* name, QColor& value)
     stream >> red >> green >> blue;
     check(name);
     const QColor stored(qBound(0, red, 255), qBound(0, green, 255), qBound(0, blue, 255));
-    if (stored.red() != red || stored.green() != green || stored.blue() != blue)
-        logMessage(eWarning, "Settings",
-                   placeIn(stream) + name + " (" + std::to_string(red) + ", " + std::to_string(green) + ", " +
-                       std::to_string(blue) + ") brought to 0 to 255.");
+    const bool isColour = stored.red() == red && stored.green() == green && stored.blue() == blue;
+    const std::string text =
+        name + (" (" + std::to_string(red)) + ", " + std::to_string(green) + ", " + std::to_string(blue) + ")";
+    if (!isColour && record != nullptr)
+        throw std::runtime_error(placeIn(stream) + text + " is no colour");
+    if (!isColour)
+        report(eRepaired, NLogTitle::settings, placeIn(stream) + text + " brought to 0 to 255.");
     value = stored;
 }
 
@@ -126,22 +141,16 @@ void CInEntryForm::integers(const char* name, std::vector<qint32>& values)
     check(name);
 }
 
-void CInEntryForm::bytes(const char* name, QByteArray& value)
-{
-    value.resize(static_cast<int>(count(name, 0, 1)));
-    if (stream.readRawData(value.data(), value.size()) != value.size())
-        throw std::runtime_error(placeIn(stream) + name + " ended early");
-}
-
 void CInEntryForm::vectors(const char* name, std::vector<NField::CNdData>& values)
 {
     const quint32 announced = count(name, 0, 4);
     values.clear();
     values.reserve(announced);
+    qint64 left = bytesLeftOf(stream);
     for (quint32 i = 0; i < announced; ++i) {
         if (i % 4096 == 0)
             leaveIfStopped();
-        if (!values.emplace_back().read(stream, nullptr))
+        if (!values.emplace_back().readWithin(stream, left))
             throw std::runtime_error(placeIn(stream) + name + ": entry " + std::to_string(i) + " ended early");
     }
 }
@@ -153,26 +162,28 @@ void CInEntryForm::geometry(const char* name, std::shared_ptr<GeometryGroups>& g
     groups.reset();
     if (!isThere)
         return;
+    const QByteArray ahead = stream.device()->peek(4);
     groups = readOwnGeometry(stream);
     check(name);
+    const quint32 announced = ahead.size() == 4 ? qFromBigEndian<quint32>(ahead.constData()) : 0;
+    if (record != nullptr && groups->count() != announced)
+        throw std::runtime_error(placeIn(stream) + name + " with a group of no known shape");
+    wordsMet += groups->count();
 }
 
-void CInEntryForm::marker(const char* name, quint32 word)
+void CInEntryForm::unlaid(const char* name, QByteArray& value,
+                          const std::function<qint64(const QByteArray& rest)>& lengthIn)
 {
-    quint32 stored = 0;
-    stream >> stored;
-    check(name);
-    if (stored != word)
-        throw std::runtime_error(placeIn(stream) + name + " of an unknown layout");
+    if (record == nullptr)
+        throw std::logic_error(std::string(name) + " outside of a record");
+    const int begin = static_cast<int>(stream.device()->pos());
+    const int left = record->size() - begin;
+    const qint64 length = lengthIn(QByteArray::fromRawData(record->constData() + begin, left));
+    if (length < 0 || length > left)
+        throw std::runtime_error(placeIn(stream) + name + ": nothing tells where it ends");
+    value = record->mid(begin, static_cast<int>(length));
+    stream.device()->seek(begin + length);
 }
-
-quint32 CInEntryForm::nextWord() const
-{
-    const QByteArray ahead = stream.device() != nullptr ? stream.device()->peek(4) : QByteArray();
-    return ahead.size() == 4 ? qFromBigEndian<quint32>(ahead.constData()) : 0;
-}
-
-void CInEntryForm::carried(SCarriedStream& rest) { rest.read(stream); }
 
 // ---------------------------------------------------------------- writing
 
@@ -182,8 +193,11 @@ quint32 COutEntryForm::count(const char*, quint32 present, qint64)
     return present;
 }
 
-void COutEntryForm::marker(const char*, quint32 word) { stream << word; }
-void COutEntryForm::carried(SCarriedStream& rest) { rest.write(stream); }
+void COutEntryForm::unlaid(const char*, QByteArray& value, const std::function<qint64(const QByteArray&)>&)
+{
+    stream.writeRawData(value.constData(), value.size());
+}
+
 void COutEntryForm::real(const char*, double& value) { stream << value; }
 void COutEntryForm::integer(const char*, qint32& value) { stream << value; }
 void COutEntryForm::flag(const char*, bool& value) { stream << value; }
@@ -202,12 +216,6 @@ void COutEntryForm::integers(const char*, std::vector<qint32>& values)
     stream << qint32(values.size());
     for (const qint32 value : values)
         stream << value;
-}
-
-void COutEntryForm::bytes(const char*, QByteArray& value)
-{
-    stream << qint32(value.size());
-    stream.writeRawData(value.constData(), value.size());
 }
 
 void COutEntryForm::vectors(const char*, std::vector<NField::CNdData>& values)

@@ -21,7 +21,6 @@ class QDataStream;
 namespace NBrenmark {
 
 class GeometryGroups;
-struct SCarriedStream;
 namespace NField {
 class CNdData;
 }
@@ -55,18 +54,15 @@ public:
     /// How many there are, then each.
     virtual void integers(const char* name, std::vector<qint32>& values) = 0;
     void integers(const char* name, std::set<qint32>& values);
-    /// Their number, then the bytes as they are.
-    virtual void bytes(const char* name, QByteArray& value) = 0;
     /// Points or values of a field: how many there are, then each.
     virtual void vectors(const char* name, std::vector<NField::CNdData>& values) = 0;
     /// A flag, and geometry if it is set; null stands for none.
     virtual void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) = 0;
-    /// A word that a record begins with. \throws std::runtime_error  another one stands there
-    virtual void marker(const char* name, quint32 word) = 0;
-    /// The word that comes next, which stays where it is; 0 unless reading.
-    virtual quint32 nextWord() const { return 0; }
-    /// The rest of a selection whose layout isn't known here.
-    virtual void carried(SCarriedStream& rest) = 0;
+    /// Bytes that have no layout here, as they are and uncounted.
+    /// \param lengthIn  asked by a reading form alone: how many of the rest of the record they are; below 0 if no
+    ///                  length fits
+    virtual void unlaid(const char* name, QByteArray& value,
+                        const std::function<qint64(const QByteArray& rest)>& lengthIn) = 0;
     /// The length of a list whose elements take at least elementBytes each: the one given, or the file's.
     /// \throws std::length_error  if the rest of the block can't hold them
     virtual quint32 count(const char* name, quint32 present, qint64 elementBytes) = 0;
@@ -81,6 +77,8 @@ public:
 
     quint32 version = currentFileVersion();
     quint32 edition = 0;
+    /// Of what was read so far, the words that name a class of filters, of queries or a shape.
+    quint32 wordsMet = 0;
 };
 
 /// Reads. Whatever ends early or can't be believed ends in an exception that says where.
@@ -88,6 +86,9 @@ class CInEntryForm : public IEntryForm
 {
 public:
     explicit CInEntryForm(QDataStream& stream);
+    /// On a stream over a record in memory. A flag that is neither 0 nor 1, a part of a colour beyond 255 and a shape
+    /// that has no class end the reading here: they show that something else stands there.
+    CInEntryForm(QDataStream& stream, const QByteArray& record);
 
     bool isReading() const override { return true; }
     void real(const char* name, double& value) override;
@@ -101,12 +102,10 @@ public:
     void colour(const char* name, QColor& value) override;
     using IEntryForm::integers;
     void integers(const char* name, std::vector<qint32>& values) override;
-    void bytes(const char* name, QByteArray& value) override;
     void vectors(const char* name, std::vector<NField::CNdData>& values) override;
     void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) override;
-    void marker(const char* name, quint32 word) override;
-    quint32 nextWord() const override;
-    void carried(SCarriedStream& rest) override;
+    void unlaid(const char* name, QByteArray& value,
+                const std::function<qint64(const QByteArray& rest)>& lengthIn) override;
     quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
 
 private:
@@ -114,6 +113,7 @@ private:
     qint8 byte(const char* name);
 
     QDataStream& stream;
+    const QByteArray* const record = nullptr; ///< null on a stream of the file itself
 };
 
 /// Writes the layouts of the current version.
@@ -134,11 +134,10 @@ public:
     void colour(const char* name, QColor& value) override;
     using IEntryForm::integers;
     void integers(const char* name, std::vector<qint32>& values) override;
-    void bytes(const char* name, QByteArray& value) override;
     void vectors(const char* name, std::vector<NField::CNdData>& values) override;
     void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) override;
-    void marker(const char* name, quint32 word) override;
-    void carried(SCarriedStream& rest) override;
+    void unlaid(const char* name, QByteArray& value,
+                const std::function<qint64(const QByteArray& rest)>& lengthIn) override;
     quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
 
 private:

@@ -122,15 +122,17 @@ bool CFieldManager::write(QDataStream& stream, IProgressController* progress)
     return stream.status() == QDataStream::Ok;
 }
 
-/// Moves behind the block, as far as its end is known, and tells what stays behind.
-static void leaveRest(QDataStream& stream, const std::string& cause)
+/// Moves to the end of the block, as far as it is known, and reports what is left out with a field.
+static void leaveRest(QDataStream& stream, const std::string& name, qint64 begin, quint64 fields,
+                      const std::string& cause)
 {
-    const qint64 bytes = bytesLeftOf(stream);
-    logMessage(eWarning, "Settings",
-               "Fields: " + cause + " It is dropped, and with it what stands behind it (" + std::to_string(bytes) +
-                   " bytes).");
-    if (const qint64 end = blockEndOf(stream); end >= 0)
-        stream.device()->seek(end);
+    const qint64 end = blockEndOf(stream) >= 0 ? blockEndOf(stream) : stream.device()->pos();
+    report(eLost, NLogTitle::settings,
+           "Fields: " + cause + " It is left out, and what follows it in the block as well (" +
+               std::to_string(end - begin) + " bytes).",
+           fields, name);
+    stream.resetStatus();
+    stream.device()->seek(end);
 }
 
 bool CFieldManager::readFields(QDataStream& stream, IProgressController* progress, qint32 count)
@@ -140,17 +142,31 @@ bool CFieldManager::readFields(QDataStream& stream, IProgressController* progres
         if (step.isCancelled())
             return false;
         auto field = std::make_unique<CFieldData>();
-        const bool isValid = field->read(stream, progress);
+        const qint64 begin = stream.device()->pos();
+        std::string damage;
+        bool isValid = false;
+        try {
+            isValid = field->read(stream, progress);
+        }
+        catch (const std::exception& error) {
+            // Where the block ends is known: the fields ahead of this one stay.
+            if (i == 0 || blockEndOf(stream) < 0)
+                throw;
+            damage = error.what();
+        }
         if (step.isCancelled())
             return false;
         std::string refusal;
-        if (!isValid)
+        if (!damage.empty())
+            refusal = "can't be read (" + damage + ")";
+        else if (!isValid)
             refusal = "is none: " + field->invalidity();
         else if (!addField(field))
             refusal = "has the name or the id (" + std::to_string(field->id) + ") of an earlier one";
         if (!refusal.empty()) {
-            leaveRest(stream, "field " + std::to_string(i + 1) + " of " + std::to_string(count) + " (\"" + field->name +
-                                  "\") " + refusal + ".");
+            leaveRest(stream, field->name, begin, static_cast<quint64>(count - i),
+                      "field " + std::to_string(i + 1) + " of " + std::to_string(count) + " (\"" + field->name +
+                          "\") " + refusal + ".");
             break;
         }
         step.tick();

@@ -76,7 +76,15 @@ std::unique_ptr<SFieldNode> CFieldSearchTree::buildNode(qint32 first, qint32 las
         sum += coordinate(i, axis);
     node->split = sum / (last - first + 1);
     const qint32 middle = partition(first, last, axis, node->split);
-    if (middle < first || middle == last) {
+    const bool isUnparted = middle < first || middle == last;
+    if (isUnparted && parent != nullptr && parent->splitDimension != axis) {
+        // The parent's bounds are wider than these points, which all lie on one side: the only child scans the axis.
+        node->left = buildNode(first, last, node.get(), depth + 1);
+        node->bounds = node->left->bounds;
+        node->split = node->lowerBound = node->upperBound = node->bounds[axis].greatest;
+        return node;
+    }
+    if (isUnparted) {
         // The mean of numbers next to each other is rounded to one of them, that of huge ones is infinite: nothing
         // is parted, and would not be on the next level either.
         node->split = 0.0;
@@ -127,7 +135,7 @@ public:
             std::swap(near, far);
         for (const SFieldNode* child : {near, far})
             // "Not beyond" instead of "within": a node whose bounds are no numbers is looked into.
-            if (found.size() < wanted || !(distanceTo(*child) > found.front().distance))
+            if (child != nullptr && (found.size() < wanted || !(distanceTo(*child) > found.front().distance)))
                 walk(*child);
     }
 

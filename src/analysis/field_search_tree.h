@@ -29,7 +29,7 @@ struct SFieldNode
     qint32 last = -1;
     std::array<SRange, 3> bounds; ///< one for each dimension of the tree
     std::unique_ptr<SFieldNode> left;
-    std::unique_ptr<SFieldNode> right;
+    std::unique_ptr<SFieldNode> right; ///< null beside an only child
 };
 
 /// A point of a field, seen from somewhere.

@@ -70,11 +70,14 @@ void CFilterList::form(IEntryForm& f)
                 std::unique_ptr<IFilter> filter = createFilter(word);
                 if (filter == nullptr)
                     throw std::runtime_error("Could not create filter (Unknown ID): " + word.left(80).toStdString());
+                ++f.wordsMet;
                 filters.push_back(std::move(filter));
             }
             filters[i]->form(f);
         });
 }
+
+QStringList filterTypeIds() { return {CTypeFilter().typeId()}; }
 
 std::unique_ptr<IFilter> createFilter(const QString& typeId)
 {

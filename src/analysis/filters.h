@@ -4,6 +4,7 @@
 #include "core/read_write.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <memory>
@@ -56,6 +57,9 @@ public:
 
     std::vector<std::unique_ptr<IFilter>> filters; ///< in order
 };
+
+/// The words by which files name the classes.
+QStringList filterTypeIds();
 
 /// A filter by the word of its class; null for a word that names none.
 std::unique_ptr<IFilter> createFilter(const QString& typeId);

@@ -40,13 +40,21 @@ bool CNdData::write(QDataStream& stream, IProgressController*)
 
 bool CNdData::read(QDataStream& stream, IProgressController*)
 {
+    qint64 left = bytesLeftOf(stream);
+    return readWithin(stream, left);
+}
+
+bool CNdData::readWithin(QDataStream& stream, qint64& left)
+{
     qint32 stored = 0;
     stream >> stored;
-    if (stream.status() != QDataStream::Ok || stored < 0 || stored > bytesLeftOf(stream) / 8)
+    left -= 4;
+    if (stream.status() != QDataStream::Ok || stored < 0 || stored > left / 8)
         return false;
     resize(static_cast<quint32>(stored));
     for (quint32 i = 0; i < componentCount; ++i)
         stream >> components[i];
+    left -= 8 * qint64(stored);
     return stream.status() == QDataStream::Ok;
 }
 

@@ -116,6 +116,14 @@ static const SQueryKindRow queryKinds[] = {
     {"Density", make<CDensityQuery>},
 };
 
+QStringList queryIdentifiers()
+{
+    QStringList words;
+    for (const SQueryKindRow& row : queryKinds)
+        words.append(QLatin1String(row.identifier));
+    return words;
+}
+
 std::unique_ptr<CQuery> createQuery(const QString& identifier, int flag)
 {
     for (const SQueryKindRow& row : queryKinds) {

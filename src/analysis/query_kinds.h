@@ -3,6 +3,8 @@
 
 #include "analysis/query.h"
 
+#include <QStringList>
+
 namespace NBrenmark {
 
 /// What a class of queries has for itself alone: a copy of its own kind. Nothing is calculated here.
@@ -154,6 +156,9 @@ public:
 
     qint32 densityKind = 0; ///< carried
 };
+
+/// The words by which files name the classes.
+QStringList queryIdentifiers();
 
 /// A query by the word of its class; null for a word that names none.
 /// \param flag  1 makes a query about contacts

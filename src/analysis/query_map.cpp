@@ -69,6 +69,7 @@ static void queryForm(IEntryForm& f, QueryMap& map, const QString& section, CQue
     std::unique_ptr<CQuery> query = createQuery(identifier, 0);
     if (query == nullptr)
         throw unknown_query(identifier);
+    ++f.wordsMet;
     query->form(f);
     map.add(section, std::move(query));
 }

@@ -2,6 +2,8 @@
 
 #include "analysis/entry_form.h"
 
+#include <QtEndian>
+
 namespace NBrenmark::NSelection {
 
 /// The two editions of the programs grew side by side, and came to these layouts at different versions.
@@ -21,12 +23,40 @@ void CGeometricRegionSelection::anchorForm(IEntryForm& f)
     }
 }
 
-void CGeometricRegionSelection::body(IEntryForm& f)
+static constexpr int integerBytes = 4;
+static constexpr int realBytes = 8;
+static constexpr int pointBytes = 3 * realBytes;
+
+/// Length of the parameters at the start of bytes that end in a count, a text and so many bytes more; -1 if there is no
+/// text in that place. The text is found from its end: of its letters none is 0, so that the word of its length, which
+/// begins with one, can't be passed over.
+static qint64 lengthBeforeText(const QByteArray& rest, int bytesAfterText)
+{
+    constexpr int longestText = 0xFFFE;
+    const int end = rest.size() - bytesAfterText;
+    for (int length = 0; length <= longestText; length += 2) {
+        const int at = end - length - integerBytes;
+        if (at < integerBytes)
+            return -1;
+        const auto word = qFromBigEndian<quint32>(rest.constData() + at);
+        const bool isNullText = length == 0 && word == 0xFFFFFFFF;
+        if (word == quint32(length) || isNullText)
+            return at - integerBytes;
+        const auto letter = qFromBigEndian<quint16>(rest.constData() + at + 2);
+        if (letter == 0 || letter == 0xFFFF)
+            return -1;
+    }
+    return -1;
+}
+
+void CGeometricRegionSelection::rest(IEntryForm& f)
 {
     frontForm(f);
     f.geometry("ownGeometry", ownGeometry);
     anchorForm(f);
-    f.bytes("parameters", parameters);
+    f.unlaid("parameters", parameters, [&](const QByteArray& following) {
+        return lengthBeforeText(following, 2 * realBytes + bytesAfterValues(f));
+    });
     f.integer("elementCount", elementCount);
     f.text("source", source);
     f.real("value1", value1);
@@ -47,7 +77,9 @@ void CLatticeSelection::cornerForm(IEntryForm& f)
 {
     frontForm(f);
     anchorForm(f);
-    f.bytes("parameters", parameters);
+    f.unlaid("parameters", parameters, [](const QByteArray& following) {
+        return following.size() - (4 * integerBytes + 2 * pointBytes + 2 * realBytes);
+    });
     f.integer("elementCount", elementCount);
     binForm(f, bins);
     C3DPoint lowerCorner;
@@ -59,13 +91,15 @@ void CLatticeSelection::cornerForm(IEntryForm& f)
     f.real("value2", value2);
 }
 
-void CLatticeSelection::body(IEntryForm& f)
+int CLatticeSelection::bytesAfterValues(const IEntryForm&) const { return 3 * integerBytes + 3 * pointBytes; }
+
+void CLatticeSelection::rest(IEntryForm& f)
 {
     if (!hasTurnedBoxes(f)) {
         cornerForm(f);
     }
     else {
-        CGeometricRegionSelection::body(f);
+        CGeometricRegionSelection::rest(f);
         binForm(f, bins);
         f.point("centre", centre);
         f.point("size", size);
@@ -77,17 +111,27 @@ void CLatticeSelection::body(IEntryForm& f)
 
 // ---------------------------------------------------------------- meshes and primitives
 
-void CCadTemplateSelection::body(IEntryForm& f)
+int CCadTemplateSelection::bytesAfterValues(const IEntryForm& f) const
 {
-    CGeometricRegionSelection::body(f);
+    return (hasTurnedBoxes(f) ? 2 : 1) * pointBytes;
+}
+
+void CCadTemplateSelection::rest(IEntryForm& f)
+{
+    CGeometricRegionSelection::rest(f);
     f.point("triple1", triple1);
     if (hasTurnedBoxes(f))
         f.point("triple2", triple2);
 }
 
-void CPrimitiveSelection::body(IEntryForm& f)
+int CPrimitiveSelection::bytesAfterValues(const IEntryForm&) const
 {
-    CGeometricRegionSelection::body(f);
+    return 2 * integerBytes + 5 * pointBytes + 2 * realBytes;
+}
+
+void CPrimitiveSelection::rest(IEntryForm& f)
+{
+    CGeometricRegionSelection::rest(f);
     f.integer("shape", shape);
     f.point("origin", origin);
     f.point("firstAxis", firstAxis);

@@ -18,16 +18,20 @@ public:
     QString sectionName;                         ///< of that geometry; empty without
     QString startPointName;
     QString endPointName;
-    QByteArray parameters; ///< of the region, as they are edited; carried
+    QByteArray parameters; ///< of the region, as they are edited: bytes of no known layout, carried as they are
     qint32 elementCount = 0;
     QString source;
     double value1 = 0.0; ///< carried, as the next
     double value2 = 0.0;
 
+    bool mayOwnGeometry(const IEntryForm&) const override { return true; }
+
 protected:
-    void body(IEntryForm& f) override;
-    /// What stands in front of the region itself.
-    void frontForm(IEntryForm& f) { CAutoSelection::body(f); }
+    void rest(IEntryForm& f) override;
+    /// Bytes of the record after the two values.
+    virtual int bytesAfterValues(const IEntryForm& f) const = 0;
+    /// What is stored ahead of the region itself.
+    void frontForm(IEntryForm& f) { CAutoSelection::rest(f); }
     /// The names of what the region hangs on.
     void anchorForm(IEntryForm& f);
     /// Whether centre and rotation are stored; older regions have corners.
@@ -63,8 +67,11 @@ public:
     C3DPoint rotation; ///< rad
     bool isUpToDate = false;
 
+    bool mayOwnGeometry(const IEntryForm& f) const override { return hasTurnedBoxes(f); }
+
 protected:
-    void body(IEntryForm& f) override;
+    void rest(IEntryForm& f) override;
+    int bytesAfterValues(const IEntryForm& f) const override;
 
 private:
     void cornerForm(IEntryForm& f);
@@ -82,7 +89,8 @@ public:
     C3DPoint triple2;
 
 protected:
-    void body(IEntryForm& f) override;
+    void rest(IEntryForm& f) override;
+    int bytesAfterValues(const IEntryForm& f) const override;
 };
 
 /// A box, a cylinder or another simple shape.
@@ -104,7 +112,8 @@ public:
     qint32 facets = 0;
 
 protected:
-    void body(IEntryForm& f) override;
+    void rest(IEntryForm& f) override;
+    int bytesAfterValues(const IEntryForm& f) const override;
 };
 
 /// A primitive that measures: what it asks stands in its queries.

@@ -1,10 +1,14 @@
 #include "analysis/selection.h"
 
 #include "analysis/entry_form.h"
+#include "analysis/selection_record.h"
+#include "core/versioned_stream.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace NBrenmark::NSelection {
 
@@ -32,21 +36,14 @@ void CSelection::form(IEntryForm& f)
 {
     f.text("name", name);
     f.flag("active", active);
-    if (f.isReading()) {
-        carried.reset();
-        if (f.nextWord() != CDisplayOptions::recordWord)
-            carried.emplace();
-    }
-    if (carried)
-        f.carried(*carried);
-    else
-        body(f);
+    // No boundary between the two is known: all that came is in the first.
+    for (CDisplayOptions* display : {&particleDisplay, &contactDisplay})
+        f.unlaid("display", display->bytes, nullptr);
+    rest(f);
 }
 
-void CSelection::body(IEntryForm& f)
+void CSelection::rest(IEntryForm& f)
 {
-    f.part("particleDisplay", particleDisplay);
-    f.part("contactDisplay", contactDisplay);
     f.part("filters", filters);
     f.part("queries", queries);
 }
@@ -60,16 +57,23 @@ bool CSelection::write(QDataStream& stream, IProgressController*)
 
 bool CSelection::read(QDataStream& stream, IProgressController*)
 {
-    CInEntryForm f(stream);
-    form(f);
-    if (!carried)
-        applyToQueries();
+    QIODevice& device = *stream.device();
+    const QByteArray record = device.read(bytesLeftOf(stream));
+    const auto parts = displayOf(*this, record, fileVersionOf(stream), editionOf(stream));
+    if (!parts)
+        throw std::runtime_error("Nothing tells where the display options of a selection end.");
+    readRecord(*this, record, *parts, fileVersionOf(stream), editionOf(stream));
     return true;
 }
 
-void CAutoSelection::body(IEntryForm& f)
+int CAutoSelection::colourBytes(const IEntryForm& f)
 {
-    CSelection::body(f);
+    return (f.since(27, 0, 0) ? 3 * 4 : 0) + (f.since(30, 0, 14) ? 8 : 0);
+}
+
+void CAutoSelection::rest(IEntryForm& f)
+{
+    CSelection::rest(f);
     if (f.since(27, 0, 0))
         f.rgb("colour", colour);
     if (f.since(30, 0, 14))
@@ -78,9 +82,9 @@ void CAutoSelection::body(IEntryForm& f)
 
 // ---------------------------------------------------------------- picked by hand
 
-void CManualSelection::body(IEntryForm& f)
+void CManualSelection::rest(IEntryForm& f)
 {
-    CAutoSelection::body(f);
+    CAutoSelection::rest(f);
     f.part("manualIds", manualIds);
 }
 

@@ -2,7 +2,6 @@
 // A selection: a named part of a deck on which analysis runs. Here the base of all, and those that hold ids which
 // their user picked.
 
-#include "analysis/carried_stream.h"
 #include "analysis/display_options.h"
 #include "analysis/filters.h"
 #include "analysis/id_list.h"
@@ -13,7 +12,6 @@
 #include <QString>
 
 #include <array>
-#include <optional>
 #include <string>
 
 namespace NBrenmark::NSelection {
@@ -29,9 +27,14 @@ public:
     CSelection& operator=(const CSelection&) = delete;
 
     bool write(QDataStream& stream, IProgressController* progress) override;
-    /// \throws std::exception  the stream ends early, or holds what no such selection does
+    /// Takes all that is left of the block or the device for the record.
+    /// \throws std::exception  it can't be taken apart (analysis/selection_record.h)
     bool read(QDataStream& stream, IProgressController* progress) override;
     void form(IEntryForm& f);
+    /// What follows the display options: filters, queries, and what the class adds.
+    virtual void rest(IEntryForm& f);
+    /// Whether a layout has a place for geometry of the selection's own.
+    virtual bool mayOwnGeometry(const IEntryForm&) const { return false; }
 
     /// The text by which files name the class.
     virtual QString typeId() const = 0;
@@ -51,14 +54,6 @@ public:
     std::string name;
     bool active = false;
 
-    /// Behind name and flag, what another program wrote and nothing here can read. All else of the selection is as
-    /// new then.
-    std::optional<SCarriedStream> carried;
-
-protected:
-    /// What stands behind name and flag: the base's, then what the class adds.
-    virtual void body(IEntryForm& f);
-
 private:
     std::array<CIdList, idKinds> idLists; ///< the last kind first
 };
@@ -71,8 +66,9 @@ public:
     QColor colour = Qt::black;
     double opacity = 1.0;
 
-protected:
-    void body(IEntryForm& f) override;
+    void rest(IEntryForm& f) override;
+    /// Of what a layout has here, the bytes.
+    static int colourBytes(const IEntryForm& f);
 };
 
 /// The ids that a user has picked by hand.
@@ -94,8 +90,7 @@ public:
 
     CIdList manualIds{0, this};
 
-protected:
-    void body(IEntryForm& f) override;
+    void rest(IEntryForm& f) override;
 };
 
 } // namespace NBrenmark::NSelection

@@ -2,20 +2,27 @@
 
 #include "analysis/progress_step.h"
 #include "analysis/region_selections.h"
+#include "analysis/selection_block.h"
 #include "analysis/selection_kinds.h"
 #include "core/log.h"
 #include "core/versioned_stream.h"
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QtEndian>
 
+#include <algorithm>
+#include <optional>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace NBrenmark::NSelection {
 
+static constexpr int countBytes = 4;
+
 /// Type identifier, two names and a flag: no selection is smaller.
-static constexpr qint64 leastSelectionBytes = 3 * 4 + 1;
+static constexpr int leastSelectionBytes = 3 * 4 + 1;
 
 static std::string particleDisplayOf(const std::string& selection) { return selection + " Particles"; }
 static std::string contactDisplayOf(const std::string& selection) { return selection + " Contacts"; }
@@ -127,67 +134,111 @@ void CSelectionMap::clear(bool notify)
 
 bool CSelectionMap::write(QDataStream& stream, IProgressController* progress)
 {
-    const int stored = count(false);
-    CProgressStep step(progress, stored, QStringLiteral("Writing Selections"));
-    stream << qint32(stored);
-    for (const auto& [name, selection] : byName) {
-        if (selection->isSubSelection())
-            continue;
+    struct SStored
+    {
+        std::string name;
+        CSelection* selection; ///< null for what is carried
+        const SCarriedSelection* carried;
+    };
+    std::vector<SStored> stored;
+    for (const auto& [name, selection] : byName)
+        if (!selection->isSubSelection())
+            stored.push_back({name, selection.get(), nullptr});
+    for (const SCarriedSelection& carried : carriedOnes.selections())
+        if (carried.isAtHome)
+            stored.push_back({carried.name.toStdString(), nullptr, &carried});
+    std::stable_sort(stored.begin(), stored.end(), [](const SStored& a, const SStored& b) { return a.name < b.name; });
+
+    CProgressStep step(progress, static_cast<int>(stored.size()), QStringLiteral("Writing Selections"));
+    stream << qint32(stored.size());
+    for (const SStored& entry : stored) {
         if (step.isCancelled())
             return false;
-        stream << selection->typeId() << QString::fromStdString(name);
-        if (!selection->write(stream, progress))
-            return false;
+        if (entry.selection != nullptr) {
+            stream << entry.selection->typeId() << QString::fromStdString(entry.name);
+            if (!entry.selection->write(stream, progress))
+                return false;
+        }
+        else {
+            stream << entry.carried->typeId << entry.carried->name;
+            stream.writeRawData(entry.carried->bytes.constData(), entry.carried->bytes.size());
+        }
         step.tick();
     }
     setModified(false);
     return stream.status() == QDataStream::Ok;
 }
 
-/// One selection, with its class and name in front. False, told in the log, for one that the map can't take.
-bool CSelectionMap::readSelection(QDataStream& stream, IProgressController* progress)
+/// Null if a selection, or what would be written of it, can't be taken apart in one way alone.
+std::unique_ptr<CSelection> CSelectionMap::takenApart(const SSelectionPiece& piece, quint32 version, quint32 edition)
 {
-    QString typeId, shownName;
-    stream >> typeId >> shownName;
-    if (stream.status() != QDataStream::Ok)
-        throw std::runtime_error("the selections end early");
-    const std::string name = shownName.toStdString();
-    if (contains(name)) {
-        tell("Could not add selection to system (possible corrupt data with duplicate names): " + name);
-        return false;
-    }
-    std::unique_ptr<CSelection> selection = createSelection(typeId, name);
-    if (selection == nullptr) {
-        tell("Could not create selection (Unknown ID): " + typeId.left(80).toStdString());
-        return false;
-    }
-    if (!selection->read(stream, progress))
-        return false;
-    if (selection->carried && selection->carried->isUnwrapped)
-        tell("\"" + name + "\" (" + typeId.toStdString() + "): the layout of its " +
-             std::to_string(selection->carried->bytes.size()) + " bytes, of version " +
-             versionText(selection->carried->version).toStdString() +
-             ", isn't known here. They are carried along unread.");
-    byName.emplace(name, std::move(selection));
-    setModified(true);
-    return true;
+    std::unique_ptr<CSelection> selection = createSelection(piece.typeId, piece.name.toStdString());
+    if (selection == nullptr || !piece.display)
+        return nullptr;
+    readRecord(*selection, piece.record, *piece.display, version, edition);
+    const QByteArray written = writtenRecord(*selection);
+    CDisplayOptions particle, contact;
+    const auto scratch = NSelection::createSelection(piece.typeId, std::string(), particle, contact);
+    const std::optional<SDisplayPart> again = displayOf(*scratch, written, currentFileVersion(), 0);
+    return again && again->end - again->begin == selection->particleDisplay.bytes.size() ? std::move(selection)
+                                                                                         : nullptr;
+}
+
+void CSelectionMap::carryWhole(SCarriedSelection selection, const std::string& cause)
+{
+    report(eCarriedUnread, NLogTitle::settings,
+           cause + " Its " + std::to_string(selection.bytes.size()) + " bytes, of version " +
+               versionText(selection.version).toStdString() + ", are carried along unread.",
+           1, selection.name.toStdString());
+    carriedOnes.add(std::move(selection));
 }
 
 bool CSelectionMap::read(QDataStream& stream, IProgressController* progress)
 {
     clear(true);
-    qint32 count = 0;
-    stream >> count;
-    const qint64 left = bytesLeftOf(stream);
-    if (stream.status() != QDataStream::Ok || count < 0 || count > left / leastSelectionBytes)
-        throw std::length_error(std::to_string(count) + " selections announced, " + std::to_string(left) +
-                                " bytes follow");
-    CProgressStep step(progress, count, QStringLiteral("Reading Selections"));
-    for (qint32 i = 0; i < count; ++i) {
-        if (!readSelection(stream, progress))
-            return false;
+    const quint32 version = fileVersionOf(stream);
+    const quint32 edition = editionOf(stream);
+    const QByteArray payload = stream.device()->read(bytesLeftOf(stream));
+    if (payload.size() < countBytes)
+        throw std::length_error("the selections end early");
+    const auto count = qFromBigEndian<qint32>(payload.constData());
+    CProgressStep step(progress, qMax(count, 0), QStringLiteral("Reading Selections"));
+    std::optional<std::vector<SSelectionPiece>> pieces;
+    if (count == 0 && payload.size() == countBytes)
+        pieces.emplace();
+    else if (count > 0 && count <= (payload.size() - countBytes) / leastSelectionBytes)
+        pieces = cutSelections(payload.mid(countBytes), count, version, edition);
+    if (!pieces) {
+        const std::string announced = std::to_string(count) + " selections announced";
+        if (blockEndOf(stream) < 0)
+            throw std::length_error(announced + ", in a block whose end can't be found");
+        carryWhole({QString(), QString(), version, edition, payload, false},
+                   announced + ", and nothing tells where each of them begins.");
+        pieces.emplace();
+    }
+    for (const SSelectionPiece& piece : *pieces) {
+        const std::string name = piece.name.toStdString();
+        const std::string shown = "Selection \"" + name + "\" (" + piece.typeId.toStdString() + ")";
+        const bool isNamed = QString::fromStdString(name) == piece.name;
+        const bool isToday = version == currentFileVersion() && edition == 0;
+        std::unique_ptr<CSelection> selection;
+        std::string cause;
+        bool isAtHome = false;
+        if (contains(name) || !isNamed)
+            cause = shown + (isNamed ? " has the name of an earlier one." : " has a name that is no text.");
+        else if (!selectionTypeIds().contains(piece.typeId))
+            cause = shown + " is of a class that isn't known here.";
+        else if (selection = takenApart(piece, version, edition); selection == nullptr) {
+            cause = shown + ": nothing tells where its display options end.";
+            isAtHome = isToday;
+        }
+        if (selection != nullptr)
+            byName.emplace(name, std::move(selection));
+        else
+            carryWhole({piece.typeId, piece.name, version, edition, piece.record, isAtHome}, cause);
         if (step.isCancelled()) {
             clear(true);
+            carriedOnes.clear(true);
             return false;
         }
         step.tick();

@@ -1,6 +1,7 @@
 #pragma once
 // The selections of a deck by name, block 1 of its settings file.
 
+#include "analysis/carried_selections.h"
 #include "analysis/selection.h"
 #include "core/read_write.h"
 
@@ -13,6 +14,7 @@
 namespace NBrenmark::NSelection {
 
 class CGeometricRegionSelection;
+struct SSelectionPiece;
 
 class CSelectionMap : public QObject, public ISimulationSettingsEntry
 {
@@ -38,11 +40,15 @@ public:
     /// False if there is none of that name. The elements of a region go with it.
     bool remove(const std::string& name);
     const std::map<std::string, std::unique_ptr<CSelection>>& selections() const { return byName; }
+    /// What of the selections is carried whole.
+    CCarriedSelections& carried() { return carriedOnes; }
+    const CCarriedSelections& carried() const { return carriedOnes; }
 
     bool write(QDataStream& stream, IProgressController* progress) override;
-    /// False for a class or a name that the map can't take, and after a cancel. A selection whose layout isn't known
-    /// here is carried as its bytes, which the log tells.
-    /// \throws std::exception  the block ends early, or announces more than follows
+    /// Takes all that is left of the block. A selection that can't be taken apart, has a class that isn't known here or
+    /// a name that is in use, and a block that can't be cut into its selections, are carried whole, which the log
+    /// reports. False after a cancel.
+    /// \throws std::exception  the block ends early; or it can't be cut and nothing tells where it ends
     bool read(QDataStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }
@@ -52,10 +58,12 @@ Q_SIGNALS:
     void cleared();
 
 private:
-    bool readSelection(QDataStream& stream, IProgressController* progress);
+    std::unique_ptr<CSelection> takenApart(const SSelectionPiece& piece, quint32 version, quint32 edition);
+    void carryWhole(SCarriedSelection selection, const std::string& cause);
 
     CDisplayOptionManager displays; // outlives the selections, which look at it
     std::map<std::string, std::unique_ptr<CSelection>> byName;
+    CCarriedSelections carriedOnes;
     bool modified = false;
 };
 

@@ -27,7 +27,8 @@ void fillKeys(const CConfigHandle& owner, const SKeySet& set)
     if (set.elements.empty())
         return;
     for (const CKeyPath& child : manager.childKeys(here.basePath()))
-        if (isNumbered(child.elements().front()))
+        if (isNumbered(child.elements().front()) ||
+            (set.hasNamedElements && !manager.childKeys(CKeyPath(here.basePath(), child)).empty()))
             for (const SKeySet& element : set.elements)
                 fillKeys(CConfigHandle(manager, CKeyPath(here.basePath(), child)), element);
 }

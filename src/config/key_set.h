@@ -24,6 +24,7 @@ struct SKeySet
     std::vector<SKeyDefault> keys;
     std::vector<SKeySet> parts;    ///< objects that belong to this one
     std::vector<SKeySet> elements; ///< each numbered child of the place, "00001" and up, has the keys of each of these
+    bool hasNamedElements = false; ///< so has each other child that has children of its own
 };
 
 /// Gives every key of the set, and of what belongs to it, its default if it has no value.

@@ -203,7 +203,7 @@ static SKeySet exportKeys()
                              {"EXPORT FORMAT", QString("Text")}},
                             {text},
                             {}};
-    return {"DATA EXPORT", {}, {}, {oneExport}};
+    return {"DATA EXPORT", {}, {}, {oneExport}, true};
 }
 
 // ---------------------------------------------------------------- analyst: the model's display

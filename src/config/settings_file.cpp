@@ -289,7 +289,8 @@ bool CSettingsFile::write(QDataStream& stream, IProgressController* progress)
         if (customProperties && !writesCustomProperties)
             break;
         for (const SSettingsEntry& entry : entries)
-            if (entry.isCustomProperty == customProperties && !writeBlock(stream, progress, entry))
+            if (entry.isCustomProperty == customProperties && entry.entry->hasContent() &&
+                !writeBlock(stream, progress, entry))
                 return false;
     }
     return true;

@@ -96,9 +96,16 @@ void flushLogModules()
         module->flush(0);
 }
 
+static thread_local int silences = 0;
+
+CLogSilence::CLogSilence() { ++silences; }
+CLogSilence::~CLogSilence() { --silences; }
+
 /// True for the first caller with this title and text since the memory was cleared.
 static bool rememberOnce(const std::string& title, const std::string& text)
 {
+    if (silences > 0)
+        return false;
     std::string key = title + "|" + text;
     bool isNew = false;
 #pragma omp critical(brenmarkLogOnce)
@@ -153,6 +160,8 @@ void reportFailure(const SLogTitle& title, const std::string& text, ECause cause
 
 void reportRecord(const SLogRecord& message)
 {
+    if (silences > 0)
+        return;
     const std::lock_guard<std::recursive_mutex> guard(moduleLock());
     for (ILogModule* module : logModules())
         module->record(message);

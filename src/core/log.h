@@ -131,6 +131,16 @@ void reportFailure(const SLogTitle& title, const std::string& text, ECause cause
 /// Hands a record to every module as it is.
 void reportRecord(const SLogRecord& message);
 
+/// Nothing that this thread says reaches a module while one lives: for what is tried out and thrown away.
+class CLogSilence
+{
+public:
+    CLogSilence();
+    ~CLogSilence();
+    CLogSilence(const CLogSilence&) = delete;
+    CLogSilence& operator=(const CLogSilence&) = delete;
+};
+
 /// Forgets which messages were said once: a message said once is said once per deck.
 void clearLogOnceMemory();
 

@@ -140,6 +140,26 @@ TEST(Field, ofEveryLengthEndsCleanly)
     }
 }
 
+// The second of two fields has a count that nothing can hold: the first stays, and the loss is reported by name.
+TEST(Field, aBadCountKeepsTheFieldsAheadOfIt)
+{
+    const CBytes block =
+        CBytes().i32(2) + fieldBytes(current, "a", 0, 3, threePoints, threeValues) +
+        fieldBytes(current, "b", 1, 3, threePoints, threeValues).with(4 + 2 + 2 * 4, CBytes().i32(0x7FFFFFF0));
+    SSource source(block);
+    source.stream.setLimit(block.size());
+    CPersistentLogger log(eWarning);
+    addLogModule(&log);
+    CFieldManager manager;
+    EXPECT_TRUE(manager.read(source.stream, nullptr));
+    clearLogModules();
+    EXPECT_EQ(manager.fields().size(), 1u);
+    EXPECT_EQ(source.buffer.bytesAvailable(), 0);
+    ASSERT_EQ(log.records().size(), 1u);
+    EXPECT_EQ(log.records()[0].effect, eLost);
+    EXPECT_EQ(log.records()[0].place.object, "b");
+}
+
 // ---------------------------------------------------------------- the manager
 
 TEST(FieldManager, numbersAndRefuses)
@@ -251,7 +271,12 @@ void expectSound(const CFieldSearchTree& tree, const SFieldNode& node, const std
     }
     if (node.isLeaf())
         return;
-    ASSERT_TRUE(node.left && node.right);
+    ASSERT_TRUE(node.left);
+    if (!node.right) { // an only child has all points
+        EXPECT_EQ(node.left->last - node.left->first, node.last - node.first);
+        EXPECT_EQ(node.split, node.bounds[node.splitDimension].greatest);
+        return expectSound(tree, *node.left, points);
+    }
     EXPECT_EQ(node.left->first, node.first);
     EXPECT_EQ(node.left->last + 1, node.right->first);
     EXPECT_EQ(node.right->last, node.last);
@@ -305,6 +330,28 @@ TEST(FieldSearchTree, findsWhatAPlainScanFinds)
             }
         }
     }
+}
+
+qint32 largestLeaf(const SFieldNode* node)
+{
+    if (node == nullptr)
+        return 0;
+    return node->isLeaf() ? node->last - node->first + 1
+                          : std::max(largestLeaf(node->left.get()), largestLeaf(node->right.get()));
+}
+
+// Each sheet is flat in an axis in which the cloud as a whole is wide.
+TEST(FieldSearchTree, hasSmallLeavesInPerpendicularSheets)
+{
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> anywhere(-1, 1);
+    std::vector<CNdData> points;
+    for (int i = 0; i < 20000; ++i)
+        points.push_back(i % 2 == 0 ? CNdData{anywhere(random), anywhere(random), 0}
+                                    : CNdData{0, anywhere(random), anywhere(random)});
+    const CFieldSearchTree tree(points);
+    expectSound(tree, *tree.root(), points);
+    EXPECT_LE(largestLeaf(tree.root()), CFieldSearchTree::leafSize);
 }
 
 std::vector<CNdData> alongX(const std::vector<double>& coordinates)

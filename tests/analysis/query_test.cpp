@@ -1,5 +1,6 @@
 // Queries in their two forms: the stream of every class byte by byte, and the keys of the configuration.
 
+#include "analysis/data_miner.h"
 #include "analysis/entry_stream.h"
 #include "analysis/query_kinds.h"
 #include "analysis/query_map.h"
@@ -188,6 +189,23 @@ TEST(QueryMap, keepsToDefaultsAndLeavesUnknownKeysAlone)
 
     manager.nodeValue(CKeyPath::fromString("Q:00007:MIN")) = QString("much");
     EXPECT_THROW(map.readConfiguration(handle), NConfig::CConfigException);
+}
+
+TEST(DataMiners, readTheQueriesOfEveryExport)
+{
+    CConfigManager manager;
+    CDataMiners miners(manager);
+    for (const char* name : {"00001", "Mine"}) {
+        const std::string query = std::string("ANALYST:DATA EXPORT:") + name + ":DATA MINER:QUERIES:00001:";
+        manager.value<QString>(CKeyPath::fromString(query + "SECTION")) = "S";
+        manager.value<QString>(CKeyPath::fromString(query + "QUERY TYPE")) = "Distribution";
+    }
+    manager.value<QString>(CKeyPath::fromString("ANALYST:DATA EXPORT:Other:NAME")) = "none";
+    ASSERT_TRUE(manager.loadAll());
+    ASSERT_EQ(miners.miners().size(), 2u);
+    EXPECT_EQ(miners.miners()[1]->queries().sections()["S"].first()->name(), "Distribution");
+    const CKeyPath interval = CKeyPath::fromString("ANALYST:DATA EXPORT:Mine:DATA MINER:QUERIES:00001:INTERVALS");
+    EXPECT_NE(manager.findNode(interval, false), nullptr) << "a missing key gets its default";
 }
 
 } // namespace

@@ -90,7 +90,7 @@ CBytes queryMapBytes(const std::vector<std::pair<QString, std::vector<CBytes>>>&
 CBytes displayBytes()
 {
     CBytes b;
-    b.ascii("BDOp").i8(1).u32(0xFFFF1010u).u32(0x20203030u).i8(0).i8(0);
+    b.i8(1).u32(0xFFFF1010u).u32(0x20203030u).i8(0).i8(0);
     b.i8(0).f64(0.25).i32(3).text("Velocity").text("X").i8(1).i8(1).i8(0).i8(1).i8(0).i8(1);
     b.text("Normal Force").text("Torque").f64(0.001).text("All").text("Sphere").i8(1).text("steel.png");
     return b += scaleBytes(0x1E0014);
@@ -125,8 +125,7 @@ CBytes colourBytes(quint32 version)
 CBytes regionBytes()
 {
     CBytes b;
-    return b.i8(0).text("hopper").text("start").text("end").i32(3).ascii("abc").i32(12).text("bin.stl").f64(0.5).f64(
-        1.5);
+    return b.i8(0).text("hopper").text("start").text("end").ascii("abc").i32(12).text("bin.stl").f64(0.5).f64(1.5);
 }
 
 } // namespace NBrenmark

@@ -23,7 +23,7 @@ CBytes queryBytes(const QString& primaryAttribute = "Velocity");
 /// Sections of queries, each query with its class in front of it.
 CBytes queryMapBytes(const std::vector<std::pair<QString, std::vector<CBytes>>>& sections);
 
-/// Display options in the layout that this library gives them.
+/// Display options as some other program may leave them.
 CBytes displayBytes();
 /// One type filter behind its count and class.
 CBytes filterListBytes();
@@ -33,7 +33,7 @@ CBytes selectionHead(const QString& typeId, const QString& name);
 CBytes selectionBase(const CBytes& queries);
 /// Colour and opacity, as far as a version has them.
 CBytes colourBytes(quint32 version);
-/// What a region adds, without geometry of its own.
+/// What a region adds, without geometry of its own: three bytes of parameters, which nothing counts.
 CBytes regionBytes();
 
 } // namespace NBrenmark

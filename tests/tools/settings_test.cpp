@@ -58,8 +58,8 @@ TEST(InfoSettings, tellsOfSelectionsAndFields)
 
     const std::string output = runTool({"info", "--settings", deck}).output;
     EXPECT_NE(output.find("2 selections\n"
-                          "  picked  Manual Selection, active\n"
-                          "  unread  Primitive Geometry Bin, active, carried as it is\n"
+                          "  picked  Manual Selection, active, 1 filter\n"
+                          "  unread  Primitive Geometry Bin, 107 bytes of version 30.0.20 carried as they are\n"
                           "2 fields\n"
                           "  air   1 component at 2 points\n"
                           "  wind  3 components at 1 point\n"),
@@ -68,7 +68,8 @@ TEST(InfoSettings, tellsOfSelectionsAndFields)
     const Json settings = Json::parse(runTool({"info", "--settings", "--json", deck}).output)["settings"];
     EXPECT_EQ(
         settings["selections"][0],
-        Json::parse(R"({"name": "picked", "class": "Manual Selection", "active": true, "carriedAsBytes": false})"));
+        Json::parse(
+            R"({"name": "picked", "class": "Manual Selection", "active": true, "filters": 1, "queries": 0, "carriedAsBytes": false})"));
     EXPECT_EQ(settings["selections"][1]["carriedAsBytes"], true);
     EXPECT_EQ(settings["fields"][1], Json::parse(R"({"name": "wind", "id": 5, "dimension": 3, "points": 1})"));
 }

@@ -160,7 +160,7 @@ const SSeed seeds[] = {
     {"deck/settings/selections/picked/queries/0/0/primaryAttribute",
      [](SSeededDeck& d) { d.queryAttribute = "Torque"; }},
     {"deck/settings/selections/picked/manualIds/ids", [](SSeededDeck& d) { d.pickedId = 10; }},
-    {"deck/settings/selections/unread/carried/bytes",
+    {"deck/settings/selectionsCarried/0/bytes",
      [](SSeededDeck& d) { d.unreadSelection = d.unreadSelection.with(30, CBytes().i8(0)); }},
     {"deck/settings/fields/air/positions/components", [](SSeededDeck& d) { d.fieldPoints[1][2] = 4; }},
     {"deck/settings/fields/air", [](SSeededDeck& d) { d.fieldName = "heir"; }, "deck/settings/fields/heir"},

@@ -1,5 +1,6 @@
 #include "core/deck/conversion.h"
 
+#include "analysis/data_miner.h"
 #include "config/application_roles.h"
 #include "config/file_replacer.h"
 #include "config/user_preferences.h"
@@ -60,6 +61,7 @@ public:
         if (!ready)
             return;
         roles.emplace(*simulation().configuration);
+        miners.emplace(*simulation().configuration);
     }
 
     ~CConversionObjects()
@@ -70,6 +72,7 @@ public:
         flushLogModules();
         shutdownApplication(applicationState());
         clearLogModules();
+        miners.reset();
         roles.reset();
         releaseUserPreferences();
     }
@@ -84,6 +87,7 @@ public:
 
 private:
     std::optional<SApplicationRoles> roles;
+    std::optional<CDataMiners> miners;
 };
 
 // The run of this process, if there is one: all that it works on is process-wide.

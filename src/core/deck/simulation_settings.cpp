@@ -15,6 +15,7 @@ CSimulationSettingsAndData::CSimulationSettingsAndData()
         {5, "geometry properties", &geometry, true},
         {6, "simulation properties", &simulation, true},
         {2, "fields", &fields, false},
+        {NSelection::CCarriedSelections::identifier, "selections carried unread", &selections.carried(), false},
     });
 }
 

@@ -11,6 +11,14 @@
 
 namespace NBrenmark {
 
+static void bytesOf(CTextOutput& out, const char* name, const QByteArray& value)
+{
+    QBuffer buffer;
+    buffer.setData(value);
+    buffer.open(QIODevice::ReadOnly);
+    out.bytes(name, buffer);
+}
+
 namespace {
 
 class CTextEntryForm : public IEntryForm
@@ -53,11 +61,10 @@ public:
     }
     using IEntryForm::integers;
     void integers(const char* name, std::vector<qint32>& values) override { out.array(name, values); }
-    void bytes(const char* name, QByteArray& value) override
+    void unlaid(const char* name, QByteArray& value, const std::function<qint64(const QByteArray&)>&) override
     {
-        QBuffer buffer(&value);
-        buffer.open(QIODevice::ReadOnly);
-        out.bytes(name, buffer);
+        if (!value.isEmpty())
+            bytesOf(out, name, value);
     }
     void vectors(const char* name, std::vector<NField::CNdData>& values) override
     {
@@ -81,15 +88,6 @@ public:
                 CTextWriter writer(out.target(), out.where(), out.hasFullArrays());
                 groups->write(writer);
             }
-        });
-    }
-    void marker(const char*, quint32) override {}
-    void carried(SCarriedStream& rest) override
-    {
-        out.group("carried", [&] {
-            out.value("version", versionText(rest.version));
-            out.value("edition", rest.edition);
-            bytes("bytes", rest.bytes);
         });
     }
     quint32 count(const char* name, quint32 present, qint64) override
@@ -116,6 +114,19 @@ void writeSelections(CTextOutput& out, const NSelection::CSelectionMap& selectio
                 selection.form(form);
             });
         }
+    });
+    const std::vector<NSelection::SCarriedSelection>& carried = selections.carried().selections();
+    if (carried.empty())
+        return;
+    out.group("selectionsCarried", [&] {
+        for (size_t i = 0; i < carried.size(); ++i)
+            out.group(std::to_string(i), [&, &one = carried[i]] {
+                out.value("class", one.typeId);
+                out.value("name", one.name);
+                out.value("version", versionText(one.version));
+                out.value("edition", one.edition);
+                bytesOf(out, "bytes", one.bytes);
+            });
     });
 }
 

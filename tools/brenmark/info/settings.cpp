@@ -47,7 +47,15 @@ static Json selectionList(const NSelection::CSelectionMap& selections)
         list.push_back({{"name", name},
                         {"class", utf8(selection->typeId())},
                         {"active", selection->active},
-                        {"carriedAsBytes", selection->carried.has_value()}});
+                        {"filters", selection->filters.filters.size()},
+                        {"queries", selection->queries.queryCount()},
+                        {"carriedAsBytes", false}});
+    for (const NSelection::SCarriedSelection& carried : selections.carried().selections())
+        list.push_back({{"name", utf8(carried.name)},
+                        {"class", utf8(carried.typeId)},
+                        {"version", utf8(versionText(carried.version))},
+                        {"bytes", carried.bytes.size()},
+                        {"carriedAsBytes", true}});
     return list;
 }
 
@@ -96,6 +104,21 @@ static std::string valuesText(const Json& values)
     return text + (values.size() > mostValues ? ", ..." : "");
 }
 
+/// What of a selection is behind its name.
+static std::string selectionText(const Json& selection)
+{
+    const std::string kind = text(selection["class"]).empty() ? "selections in one block" : shown(selection["class"]);
+    if (selection["carriedAsBytes"].get<bool>())
+        return kind + ", " + countText(selection["bytes"].get<quint64>(), "byte") + " of version " +
+               text(selection["version"]) + " carried as they are";
+    std::string told = kind + (selection["active"].get<bool>() ? ", active" : "");
+    if (const auto filters = selection["filters"].get<quint64>(); filters > 0)
+        told += ", " + countText(filters, "filter");
+    if (const auto queries = selection["queries"].get<quint64>(); queries > 0)
+        told += ", " + countText(queries, "query", "queries");
+    return told;
+}
+
 void printSettings(const Json& deck)
 {
     const Json& settings = deck["settings"];
@@ -115,9 +138,7 @@ void printSettings(const Json& deck)
 
     CTable selections;
     for (const Json& selection : settings["selections"])
-        selections.row(shown(selection["name"]),
-                       shown(selection["class"]) + (selection["active"].get<bool>() ? ", active" : "") +
-                           (selection["carriedAsBytes"].get<bool>() ? ", carried as it is" : ""));
+        selections.row(shown(selection["name"]), selectionText(selection));
     selections.print(countText(selections.size(), "selection"));
 
     CTable fields;

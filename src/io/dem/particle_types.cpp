@@ -1,6 +1,7 @@
 // Particle types: the definitions, and in a timestep the rows of all particles.
 #include "model/particle_types.h"
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -97,9 +98,9 @@ void CDemReader::readParticleType(CParticleType& type)
         fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // as which it is held now
     type.dataMask = fields;
     if (rows != 0 && (fields & arrayFields) == 0) {
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(rows, "row") + " without data of " + type.name +
-                       " dropped");
+        report(eLost, NLogTitle::legacyRead,
+               counted(rows, "row") + " without data of " + shortened(type.name) + " dropped", rows,
+               shortened(type.name));
         rows = 0;
     }
     // The arrays that aren't stored become zeros, as the creation times always do in this family, and
@@ -132,14 +133,14 @@ void CDemWriter::writeParticleType(const CParticleType& type)
 }
 
 /// An id beyond the greatest one that is stored would never be found.
-static void settleIds(CParticleTypes& types, qint32 maxId, const CDemDataStream& stream)
+static void settleIds(CParticleTypes& types, qint32 maxId)
 {
     types.maxId = static_cast<quint32>(qMax(0, maxId));
     types.recomputeMaxId(maxId < 0);
     if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": greatest particle id is " + std::to_string(types.maxId) + ", not " +
-                       std::to_string(maxId) + " as stored: mended");
+        report(eRepaired, NLogTitle::legacyRead,
+               "greatest particle id is " + std::to_string(types.maxId) + ", not " + std::to_string(maxId) +
+                   " as stored: repaired");
     types.rebuildIdLookup();
 }
 
@@ -153,7 +154,7 @@ void CDemReader::readParticleTypes(CParticleTypes& types)
     types.clear();
     for (quint32 i = 0; i < count; ++i)
         types.append().read(*this);
-    settleIds(types, maxId, *stream);
+    settleIds(types, maxId);
 }
 
 void CDemWriter::writeParticleTypes(const CParticleTypes& types)

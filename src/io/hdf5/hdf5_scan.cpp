@@ -19,14 +19,17 @@ namespace {
 constexpr quint32 mostTimesteps = 4000000;
 
 /// The folder wins over the header, but a file that is gone is somebody's loss.
-void tellOfCount(int found, quint32 expected, const QString& folder)
+void tellOfCount(quint32 found, quint32 expected, const QString& folder)
 {
     const auto plural = [](bool isPlural) { return QString(isPlural ? "s" : ""); };
     const QString text =
         QString("%1 data file%2 exist%3 in folder \"%4\". %5 expected there to be %6 timestep data file%7.")
             .arg(QString::number(found), plural(found != 1), plural(found == 1), folder, "Brenmark",
                  QString::number(expected), plural(expected >= 2));
-    logMessage(eWarning, "POSSIBLE DATA LOSS", text.toStdString());
+    if (found < expected)
+        report(eLost, NLogTitle::dataLoss, text.toStdString(), expected - found);
+    else
+        report(eRepaired, NLogTitle::dataLoss, text.toStdString(), found - expected);
 }
 
 } // namespace
@@ -40,8 +43,8 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
                     QString("Could not read file %1.\nIts folder %2 holds no data files.").arg(fileName, folder));
         return false;
     }
-    if (static_cast<quint32>(names.size()) != timestepCount)
-        tellOfCount(names.size(), timestepCount, folder);
+    if (const auto found = static_cast<quint32>(names.size()); found != timestepCount)
+        tellOfCount(found, timestepCount, folder);
 
     qint64 last = -1;
     for (const QString& name : names) {
@@ -49,15 +52,15 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
         if (number && *number < mostTimesteps)
             last = std::max<qint64>(last, *number);
         else
-            logMessage(eWarning, "HDF5 read",
-                       "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
+            report(eRemark, NLogTitle::hdf5Read,
+                   "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
     }
     timestepCount = static_cast<quint32>(last + 1);
     index.assign(timestepCount, STimestepIndexEntry());
     for (quint32 number = 0; number < timestepCount; ++number) {
         if (!QFileInfo::exists(timestepFilePath(fileName, number))) {
-            logMessage(eWarning, "HDF5 read",
-                       "Timestep " + std::to_string(number) + " has no file in " + folder.toStdString() + ".");
+            report(eRemark, NLogTitle::hdf5Read, // what is lost was counted above
+                   "Timestep " + std::to_string(number) + " has no file in " + folder.toStdString() + ".");
             continue;
         }
         if (switchToFile(number) && !readIndexEntry(number, index[number]))

@@ -77,18 +77,17 @@ static void runForm(TForm& f, TTimestep& timestep)
 }
 
 /// Rows are positions: those that point at nothing are released.
-static void checkContacts(CTimestepData& timestep, const CDemDataStream& stream)
+static void checkContacts(CTimestepData& timestep)
 {
     if (const quint32 lost = timestep.removeDanglingContacts(); lost > 0)
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": " + counted(lost, "contact") +
-                       " released: a particle or triangle is missing");
+        report(eLost, NLogTitle::legacyRead, counted(lost, "contact") + " released: a particle or triangle is missing",
+               lost);
 }
 
-static void matchBonds(CTimestepData& timestep, const CDemDataStream& stream)
+static void matchBonds(CTimestepData& timestep)
 {
     if (const SUnmatchedBonds unmatched = timestep.matchBondParameters(); unmatched.any())
-        logMessage(eWarning, "Legacy read", stream.place.toStdString() + ": " + unmatched.text());
+        report(eRepaired, NLogTitle::legacyRead, unmatched.text(), unmatched.intact + unmatched.broken);
 }
 
 void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
@@ -105,7 +104,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     if (wholeGeometry) {
         CDemCreatorDataReader creatorReader(*stream);
         creator.geometryGroups.read(creatorReader);
-        linkFactories(creator, *stream);
+        linkFactories(creator);
     }
     else
         creator.geometryGroups.read(*this);
@@ -117,7 +116,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
 
     if (f.since(20, 0, 2))
         timestep.contacts.read(*this);
-    checkContacts(timestep, *stream);
+    checkContacts(timestep);
     if (f.stores(gateContactBlocks))
         timestep.collisions.read(*this);
     if (f.since(21, 0, 2))
@@ -130,7 +129,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
             if (group != nullptr)
                 group->time = timestep.time;
     }
-    matchBonds(timestep, *stream); // now that the time is there, at which a bond breaks
+    matchBonds(timestep); // now that the time is there, at which a bond breaks
     runForm(f, timestep);
     timestep.systemEnergy.read(*this);
     readRemovedParticles(f, timestep);

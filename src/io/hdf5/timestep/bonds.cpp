@@ -42,7 +42,7 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
         return;
     rowsForm(in(), bonds);
     const quint32 held = commonLength(bonds);
-    tellIfFewer("bonds", size, held);
+    tellIfOthers("bonds", size, held);
     bonds.resizeRows(held); // what isn't stored: the parameters
     reading.whole = true;
 }

@@ -10,12 +10,14 @@ namespace NBrenmark {
 
 /// Memory follows stored arrays only: what is announced and not there is told.
 /// \param what  "contacts"
-inline void tellIfFewer(const char* what, quint32 announced, quint32 held)
+inline void tellIfOthers(const char* what, quint32 announced, quint32 held)
 {
-    if (held != announced)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) +
-                       " are there.");
+    const std::string text =
+        std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) + " are there.";
+    if (held < announced)
+        report(eLost, NLogTitle::hdf5Read, text, announced - held);
+    else if (held > announced)
+        report(eRepaired, NLogTitle::hdf5Read, text, held - announced);
 }
 
 } // namespace NBrenmark

@@ -140,7 +140,7 @@ bool CConfigManager::forAll(const char* failure, TCall&& call)
                 result = false;
     }
     catch (const CConfigException& error) {
-        logMessage(eError, "Configuration", std::string(failure) + " " + error.what());
+        reportFailure(NLogTitle::configuration, std::string(failure) + " " + error.what(), eCauseSource);
         result = false;
     }
     return result;

@@ -2,6 +2,7 @@
 
 #include "config/config_number.h"
 #include "core/log.h"
+#include "core/shortened.h"
 
 #include <algorithm>
 #include <iterator>
@@ -220,9 +221,9 @@ static QString fromUtf8(const std::string& text)
     if (bytes.startsWith("\xEF\xBB\xBF"))
         decoded.prepend(QChar(QChar::ByteOrderMark));
     if (decoded.toUtf8() != bytes)
-        logMessage(eWarning, "Configuration",
-                   "A text that isn't UTF-8 was read with substitutes for the letters that it can't have: " +
-                       decoded.left(80).toStdString());
+        report(eDefaulted, NLogTitle::configuration,
+               "A text that isn't UTF-8 was read with substitutes for the letters that it can't have: " +
+                   shortened(decoded));
     return decoded;
 }
 
@@ -266,7 +267,7 @@ static void append(std::set<TNumber>& numbers, TNumber number)
     if (number == number)
         numbers.insert(number);
     else // it has no place in an order, and would have others taken for its equals
-        logMessage(eWarning, "Configuration", "A set of numbers was read without the nan in it.");
+        report(eLost, NLogTitle::configuration, "A set of numbers was read without the nan in it.");
 }
 
 template <class TNumbers>
@@ -361,7 +362,7 @@ static bool decodeColour(const std::string& text, QColor& value)
         if (inRange)
             value = QColor(int(components[0]), int(components[1]), int(components[2]));
         else
-            logMessage(eWarning, "Configuration", "A colour with a component beyond 255 was taken for none.");
+            report(eDefaulted, NLogTitle::configuration, "A colour with a component beyond 255 was taken for none.");
         return true;
     }
     return false;

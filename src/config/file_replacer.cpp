@@ -208,7 +208,8 @@ std::vector<SFailedCopy> waitForCopies()
     registry.waitUntilIdle();
     std::vector<SFailedCopy> failed = registry.takeFailed();
     for (const SFailedCopy& copy : failed)
-        logMessage(eError, "Settings", copy.target.toStdString() + " could not be written: " + copy.cause);
+        reportFailure(NLogTitle::settings, copy.target.toStdString() + " could not be written: " + copy.cause,
+                      eCauseTarget);
     return failed;
 }
 

@@ -29,12 +29,25 @@ public:
     const ECause cause;
 };
 
+/// The device itself can't be read, whatever is stored on it: nothing may be skipped for its sake.
+class device_error : public caused_error
+{
+public:
+    explicit device_error(const std::string& what) : caused_error(eCauseSource, what) {}
+};
+
 /// \param otherwise  of an exception that doesn't know
 inline ECause causeOf(const std::exception& error, ECause otherwise)
 {
     if (const auto* caused = dynamic_cast<const caused_error*>(&error))
         return caused->cause;
     return dynamic_cast<const std::bad_alloc*>(&error) ? eCauseMemory : otherwise;
+}
+
+/// Whether an exception means that what is being read is damaged there: recovery from damage leaves all others alone.
+inline bool meansDamage(const std::exception& error)
+{
+    return causeOf(error, eCauseSource) == eCauseSource && dynamic_cast<const device_error*>(&error) == nullptr;
 }
 
 /// What an exception says, for users: the standard library's own name of too little memory isn't a text.

@@ -18,19 +18,17 @@ void noteLeftBehind(const std::string& what, quint64 amount)
     amounts[what] += amount;
 }
 
-void tellLeftBehind(const char* title)
+void reportLeftBehind(const SLogTitle& title)
 {
-    std::map<std::string, quint64> told;
+    std::map<std::string, quint64> noted;
     {
         const std::lock_guard<std::mutex> guard(mutex);
-        told.swap(amounts);
+        noted.swap(amounts);
     }
-    if (told.empty())
-        return;
-    std::string list;
-    for (const auto& [what, amount] : told)
-        list += (list.empty() ? "" : ", ") + std::to_string(amount) + ' ' + what;
-    logMessage(eWarning, title, "Not carried over, for the format has no place for them: " + list + ".");
+    for (const auto& [what, amount] : noted)
+        report(eNotCarried, title,
+               "Not carried over, for the format has no place for them: " + std::to_string(amount) + ' ' + what + '.',
+               amount);
 }
 
 } // namespace NBrenmark

@@ -2,6 +2,8 @@
 // What a deck holds and the format that it is written to has no place for: counted while its timesteps
 // are written, told once when the deck is done. May be called from worker threads.
 
+#include "core/log_titles.h"
+
 #include <QtGlobal>
 #include <string>
 
@@ -11,7 +13,7 @@ namespace NBrenmark {
 /// \param what  in the plural, with its place: "charges of particles"
 void noteLeftBehind(const std::string& what, quint64 amount);
 
-/// Writes what was noted as one line to the log, and forgets it. Nothing noted, nothing said.
-void tellLeftBehind(const char* title);
+/// Reports each kind of thing that was noted, with its amount, and forgets it. Nothing noted, nothing said.
+void reportLeftBehind(const SLogTitle& title);
 
 } // namespace NBrenmark

@@ -22,6 +22,7 @@ constexpr SLogTitle dataLoss{"POSSIBLE DATA LOSS", eCauseSource};
 constexpr SLogTitle settings{"Settings", eCauseNone};
 constexpr SLogTitle configuration{"Configuration", eCauseNone};
 constexpr SLogTitle conversion{"Conversion", eCauseNone};
+constexpr SLogTitle conversionProblem{"CONVERSION", eCauseSource}; ///< what a user should see to
 constexpr SLogTitle customProperties{"Custom properties", eCauseSource};
 constexpr SLogTitle geometry{"Geometry", eCauseSource};
 constexpr SLogTitle textureError{"Texture co-ordinate mapping error", eCauseInternal};

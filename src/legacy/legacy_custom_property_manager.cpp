@@ -2,6 +2,7 @@
 
 #include "core/log.h"
 #include "core/plain_file.h"
+#include "core/shortened.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -43,8 +44,7 @@ static std::unique_ptr<CCustomPropertyMetaData> readRecord(QDataStream& stream, 
         return nullptr;
     }
     if (numberOfElements < 0) {
-        reason =
-            "property \"" + name.left(80).toStdString() + "\" has " + std::to_string(numberOfElements) + " elements";
+        reason = "property \"" + shortened(name) + "\" has " + std::to_string(numberOfElements) + " elements";
         return nullptr;
     }
     const unsigned int elements =
@@ -62,7 +62,7 @@ int CLegacyCustomPropertyManager::readPropertyFile()
     if (!file.exists())
         return ePropertyFileMissing;
     const auto told = [this](int result, const std::string& reason) {
-        logMessage(eError, "Settings", propertyFilePath + ": " + reason);
+        reportFailure(NLogTitle::settings, propertyFilePath + ": " + reason, eCauseSource);
         return result;
     };
     if (const std::string cause = openPlainFile(file); !cause.empty())
@@ -93,16 +93,16 @@ int CLegacyCustomPropertyManager::readPropertyFile()
             return refused(reason);
         const std::string recordName = record->name;
         if (!addProperty(record))
-            return refused("the property name \"" + recordName + "\" isn't valid or is there twice");
+            return refused("the property name \"" + shortened(recordName) + "\" isn't valid or is there twice");
     }
     if (const qint64 left = file.bytesAvailable(); left > 0)
-        logMessage(eWarning, "Settings",
-                   propertyFilePath + ": " + std::to_string(left) + " bytes behind the last property were left out.");
+        report(eLost, NLogTitle::settings,
+               propertyFilePath + ": " + std::to_string(left) + " bytes after the last property were left out.", left);
     const int lastInSequence = std::clamp(lastFinalised, -1, static_cast<int>(propertyCount()) - 1);
     if (lastInSequence != lastFinalised)
-        logMessage(eWarning, "Settings",
-                   propertyFilePath + ": last finalized property " + std::to_string(lastFinalised) + " of " +
-                       std::to_string(propertyCount()) + " taken as " + std::to_string(lastInSequence) + ".");
+        report(eRepaired, NLogTitle::settings,
+               propertyFilePath + ": last finalized property " + std::to_string(lastFinalised) + " of " +
+                   std::to_string(propertyCount()) + " taken as " + std::to_string(lastInSequence) + ".");
     lastFinalisedPropertyIndex = lastInSequence;
     setModified(false);
     return ePropertyFileRead;

@@ -4,6 +4,7 @@
 #include "legacy/pair_table_rekeying.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/creator_data.h"
 #include "model/geometry/geometry_group.h"
 #include "physics/cohesion.h"
@@ -124,11 +125,11 @@ public:
     {
         TTable result;
         for (const auto& entry : entriesOf(old)) {
-            const std::string names = "\"" + entry.first + "\" and \"" + entry.second + "\"";
+            const std::string names = "\"" + shortened(entry.first) + "\" and \"" + shortened(entry.second) + "\"";
             auto pair = geometrySide ? geometryPair(creator, entry.first, entry.second)
                                      : typesPair(creator, entry.first, entry.second);
             if (!pair || pair->first.isEmpty() || pair->second.isEmpty()) {
-                tell("the entry of " + names + " is dropped, for no pair of materials stands behind it.");
+                tell(eLost, "the entry of " + names + " is dropped, for no pair of materials stands behind it.");
                 continue;
             }
             const auto* const standing = find(result, pair->first.toStdString(), pair->second.toStdString());
@@ -150,17 +151,21 @@ private:
                                  ? QString()
                                  : creator.materials.splitMaterial(moved, geometrySide, creator.interactions);
         if (made.isEmpty()) {
-            tell("the entry of " + names + " is dropped, for its materials have another value and can't be doubled.");
+            tell(eNotCarried,
+                 "the entry of " + names + " is dropped, for its materials have another value and can't be doubled.");
             return false;
         }
-        tell("material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() + "\", for the entry of " +
-             names + " has a value of its own.");
+        tell(eUpgraded, "material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
+                            "\", for the entry of " + names + " has a value of its own.");
         *pair.movable = made;
         moved = made;
         return true;
     }
 
-    void tell(const std::string& text) const { logMessage(eWarning, "Conversion", model + ": " + text); }
+    void tell(EEffect effect, const std::string& text) const
+    {
+        report(effect, NLogTitle::conversion, model + ": " + text, 1, model);
+    }
 
     CCreatorData& creator;
     const std::string model;

@@ -3,6 +3,7 @@
 #include "legacy/shared_materials.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "legacy/deck_factories.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory.h"
@@ -29,15 +30,16 @@ static bool feedsOneOf(const SDeckFactory& factory, const QStringList& types)
     return std::any_of(types.begin(), types.end(), [&](const QString& type) { return factory.feeds(type); });
 }
 
-static std::string quoted(const QString& name) { return "\"" + name.toStdString() + "\""; }
+static std::string quoted(const QString& name) { return "\"" + shortened(name) + "\""; }
 
 static void tellSkipped(const std::vector<SDeckFactory>& factories)
 {
     for (const SDeckFactory& factory : factories)
         if (factory.typeNames.empty())
-            logMessage(eWarning, "Conversion",
-                       "Factory " + quoted(factory.factory->name) +
-                           " names no particle type: materials are split without it.");
+            report(eRemark, NLogTitle::conversion,
+                   "Factory " + quoted(factory.factory->name) +
+                       " names no particle type: materials are split without it.",
+                   1, shortened(factory.factory->name));
 }
 
 /// A second type like one that there is, without its particles.
@@ -72,14 +74,16 @@ static void splitMaterialOf(CCreatorData& creator, const QString& material, QStr
         if (needTypeCopies) {
             type = &appendCopy(creator.particleTypes, *type);
             factory.factory->renameType(name, type->displayName);
-            logMessage(eWarning, "Conversion",
-                       why + "it feeds the new type " + quoted(type->displayName) + " of the new material " +
-                           quoted(made) + " from now on.");
+            report(eUpgraded, NLogTitle::conversion,
+                   why + "it feeds the new type " + quoted(type->displayName) + " of the new material " + quoted(made) +
+                       " from now on.",
+                   1, shortened(factory.factory->name));
             name = type->displayName;
         }
         else {
             sharing.removeOne(name);
-            logMessage(eWarning, "Conversion", why + "the type gets the new material " + quoted(made) + ".");
+            report(eUpgraded, NLogTitle::conversion, why + "the type gets the new material " + quoted(made) + ".", 1,
+                   shortened(factory.factory->name));
         }
         type->materialName = made;
     }
@@ -128,10 +132,10 @@ void checkFactoryMaterials(const CCreatorData& creator)
         const QString text = QStringLiteral("Problem with conversion. Factory %1 uses particle types belonging to "
                                             "different materials. You should delete and recreate this factory.\n"
                                             "Particle Types: %2\nMaterials: %3\n");
-        logMessage(
-            eWarning, "CONVERSION",
-            text.arg(factory.factory->name, types.join(QStringLiteral(", ")), materials.join(QStringLiteral(", ")))
-                .toStdString());
+        report(eRemark, NLogTitle::conversionProblem,
+               text.arg(factory.factory->name, types.join(QStringLiteral(", ")), materials.join(QStringLiteral(", ")))
+                   .toStdString(),
+               1, shortened(factory.factory->name));
     }
 }
 

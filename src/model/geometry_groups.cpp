@@ -1,6 +1,7 @@
 #include "model/geometry_groups.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
 #include "visitors/file_visitor_reader.h"
@@ -36,11 +37,12 @@ quint32 GeometryGroups::placeFor(const CGeometryGroup& group)
         ++firstGap;
     const auto place = static_cast<quint32>(firstGap);
     if (wanted != CGeometryGroup::notSet)
-        logMessage(eWarning, "Geometry",
-                   "Geometry group \"" + group.name + "\" can't have index " + std::to_string(wanted) +
-                       (wanted <= greatestIndex ? ", which \"" + at(wanted)->name + "\" has"
-                                                : ", which is beyond " + std::to_string(greatestIndex)) +
-                       "; it gets " + std::to_string(place) + ".");
+        report(eRepaired, NLogTitle::geometry,
+               "Geometry group \"" + shortened(group.name) + "\" can't have index " + std::to_string(wanted) +
+                   (wanted <= greatestIndex ? ", which \"" + shortened(at(wanted)->name) + "\" has"
+                                            : ", which is beyond " + std::to_string(greatestIndex)) +
+                   "; it gets " + std::to_string(place) + ".",
+               1, shortened(group.name));
     return place;
 }
 
@@ -160,10 +162,11 @@ bool GeometryGroups::rebuildElementIds()
             continue;
         if (!enterIds(vertexIds, group->vertexIds, group->coords.size(), group->index, greatestVertexId) ||
             !enterIds(triangleIds, group->triangleIds, group->triangleNodes.size(), group->index, greatestTriangleId)) {
-            logMessage(eWarning, "Geometry",
-                       "The ids of the vertices or triangles of geometry group \"" + group->name +
-                           "\" are missing, met twice or too great: the elements of all " + std::to_string(present) +
-                           " groups are numbered anew.");
+            report(eRepaired, NLogTitle::geometry,
+                   "The ids of the vertices or triangles of geometry group \"" + shortened(group->name) +
+                       "\" are missing, met twice or too great: the elements of all " + std::to_string(present) +
+                       " groups are numbered anew.",
+                   1, shortened(group->name));
             numberAnew();
             return false;
         }

@@ -1,5 +1,6 @@
 // The rule by which decks from before 30.0.4 get the two kinds of material.
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
@@ -22,9 +23,9 @@ static CGroupsByMaterial groupsByMaterial(const GeometryGroups& geometry)
 static void becomeEquipment(CMaterial& material, const QString& name)
 {
     material.type = eEquipmentMaterial;
-    logMessage(eWarning, "Conversion",
-               "Material \"" + name.toStdString() +
-                   "\" is used by no particle type: it becomes an equipment material.");
+    report(eUpgraded, NLogTitle::conversion,
+           "Material \"" + shortened(name) + "\" is used by no particle type: it becomes an equipment material.", 1,
+           shortened(name));
 }
 
 void applyMaterialRule(CCreatorData& creator)
@@ -45,10 +46,10 @@ void applyMaterialRule(CCreatorData& creator)
         const QString copy = creator.materials.splitMaterial(name, true, creator.interactions);
         for (CGeometryGroup* group : users)
             group->materialName = copy;
-        logMessage(eWarning, "Conversion",
-                   "Material \"" + name.toStdString() + "\" is used by particles and by " +
-                       std::to_string(users.size()) + " geometry groups: the groups get the equipment material \"" +
-                       copy.toStdString() + "\".");
+        report(eUpgraded, NLogTitle::conversion,
+               "Material \"" + shortened(name) + "\" is used by particles and by " + std::to_string(users.size()) +
+                   " geometry groups: the groups get the equipment material \"" + shortened(copy) + "\".",
+               1, shortened(name));
     }
 }
 

@@ -43,9 +43,10 @@ static void moveRows(const SChargedOwner& owner, const CCustomPropertyManager& m
         return;
     }
     if (manager.property(name) != nullptr && anyOtherThanZero(numbers, rows.size() * width))
-        logMessage(eWarning, "Conversion",
-                   owner.label + ": the stored values for the property \"" + name +
-                       "\" are dropped, for no saved time of the deck holds that property.");
+        report(eNotCarried, NLogTitle::conversion,
+               owner.label + ": the stored values for the property \"" + name +
+                   "\" are dropped, for no saved time of the deck holds that property.",
+               rows.size() * width, name);
 }
 
 /// Lists of as many values as there are items, whatever a file held of them.

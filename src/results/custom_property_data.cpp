@@ -39,9 +39,10 @@ void CCustomPropertyValueList::fitTo(unsigned int itemCount)
     else if (found < wanted)
         text = "Not enough data in file for property: %1\nUsing default values for remainder.";
     if (text != nullptr)
-        logMessage(eWarning, "Custom properties",
-                   QString(text).arg(QString::fromStdString(definition->name)).toStdString() + "\n" +
-                       std::to_string(found) + " values found, " + std::to_string(wanted) + " expected.");
+        report(found > wanted ? eLost : eDefaulted, NLogTitle::customProperties,
+               QString(text).arg(QString::fromStdString(definition->name)).toStdString() + "\n" +
+                   std::to_string(found) + " values found, " + std::to_string(wanted) + " expected.",
+               std::max(found, wanted) - std::min(found, wanted), definition->name);
     items = itemCount;
     fromFile = found > 0;
     values.resize(wanted);

@@ -1,6 +1,7 @@
 #include "results/custom_property_manager.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/versioned_stream.h"
 
 #include <QIODevice>
@@ -195,7 +196,7 @@ static std::unique_ptr<CCustomPropertyMetaData> readProperty(QDataStream& stream
     qint32 unitsType = 0;
     stream >> name >> dataType >> elements >> unitsType;
     if (dataType != eDoubleProperty && dataType != eBooleanProperty) { // how wide are its values?
-        reason = QStringLiteral("property \"%1\" is of the unknown data type %2").arg(name).arg(dataType);
+        reason = QStringLiteral("property \"%1\" is of the unknown data type %2").arg(name.left(80)).arg(dataType);
         return nullptr;
     }
     const unsigned int elementCount =
@@ -212,7 +213,8 @@ static std::unique_ptr<CCustomPropertyMetaData> readProperty(QDataStream& stream
 bool CCustomPropertyManager::read(QDataStream& stream, IProgressController*)
 {
     const auto refuse = [this](const QString& reason) {
-        logMessage(eWarning, "Settings", name + " not read: " + reason.toStdString() + ".");
+        // Whoever reads the block reports the loss.
+        report(eRemark, NLogTitle::settings, name + " not read: " + reason.toStdString() + ".");
         clear(true);
         return false;
     };
@@ -233,16 +235,17 @@ bool CCustomPropertyManager::read(QDataStream& stream, IProgressController*)
             return refuse(reason);
         if (!addProperty(metaData))
             return refuse(QStringLiteral("the property name \"%1\" %2")
-                              .arg(QString::fromStdString(metaData->name), isValidName(metaData->name)
-                                                                               ? QStringLiteral("is there twice")
-                                                                               : QStringLiteral("isn't valid")));
+                              .arg(QString::fromStdString(shortened(metaData->name)),
+                                   isValidName(metaData->name) ? QStringLiteral("is there twice")
+                                                               : QStringLiteral("isn't valid")));
     }
 
     const int finalisedInSequence = std::clamp<int>(lastFinalised, -1, static_cast<int>(propertyCount()) - 1);
     if (finalisedInSequence != lastFinalised)
-        logMessage(eWarning, "Settings",
-                   name + ": last finalized property " + std::to_string(lastFinalised) + " of " +
-                       std::to_string(propertyCount()) + " taken as " + std::to_string(finalisedInSequence) + ".");
+        report(eRepaired, NLogTitle::settings,
+               name + ": last finalized property " + std::to_string(lastFinalised) + " of " +
+                   std::to_string(propertyCount()) + " taken as " + std::to_string(finalisedInSequence) + ".",
+               1, name);
     lastFinalisedPropertyIndex = finalisedInSequence;
     setModified(false);
     if (lastFinalisedPropertyIndex != -1)

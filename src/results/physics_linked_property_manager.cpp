@@ -1,6 +1,7 @@
 #include "results/physics_linked_property_manager.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "physics/contact_model.h"
 #include "physics/external_force.h"
 #include "physics/plugins/plugin_factory.h"
@@ -9,20 +10,28 @@ namespace NBrenmark {
 
 static std::string labelOf(const IContactModel& model)
 {
-    return "contact model (" + model.modelName().toStdString() + ")";
+    return "contact model (" + shortened(model.modelName()) + ")";
 }
 
 static std::string labelOf(const IExternalForce& force)
 {
-    return "external force (" + force.modelName().toStdString() + ")";
+    return "external force (" + shortened(force.modelName()) + ")";
 }
 
 static void tellRefusal(const std::string& user, const std::vector<std::string>& names, const std::string& reason)
 {
     std::string text = "Error loading " + user + "\n" + user + " cannot be loaded.\nThe following custom properties:\n";
     for (const std::string& name : names)
-        text += "    " + name + "\n";
-    logMessage(eError, "Custom properties", text + reason + user + "\ncannot be loaded.");
+        text += "    " + shortened(name) + "\n";
+    SLogRecord message;
+    message.level = eError;
+    message.title = NLogTitle::customProperties.text;
+    message.text = text + reason + user + "\ncannot be loaded.";
+    message.effect = eLost; // the model is left out, and the read goes on
+    message.cause = NLogTitle::customProperties.blame;
+    message.place = placeAtWork();
+    message.place.object = user;
+    reportRecord(message);
 }
 
 bool CPhysicsLinkedCustomPropertyManager::accepts(const RequiredProperties& required, const std::string& user) const

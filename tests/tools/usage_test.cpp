@@ -41,7 +41,7 @@ const SRefusal refusals[] = {
 
     {{"config", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
     {{"config", "DIR/lost index.dem"}, 3, "lost index.idx is missing", "Copy the index"},
-    {{"config", "DIR/damaged.dem"}, 3, "damaged.dfg: Value is in invalid format (Key: A) (line: 4)", "Copy the file"},
+    {{"config", "DIR/damaged.dem"}, 3, "damaged.dfg: Value is in invalid format (Key: A) (line: 4)", "Copy it again"},
     {{"info", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
     {{"info", "DIR/pile"}, 3, "pile: no such file", "try DIR/pile.dem"},
     {{"convert", "DIR/none.dem", "DIR/out"}, 3, "no such file", "Check the path"},

@@ -275,7 +275,7 @@ static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, cons
         },
         [&](IFileVisitorReader& visitor) { read(visitor, *back); });
     EXPECT_EQ(log.text(), "");
-    tellLeftBehind("HDF5 write"); // here, and not in the next test that closes a deck
+    reportLeftBehind(NLogTitle::hdf5Write); // here, and not in the next test that closes a deck
     const auto linesThatCount = [&](T& which) {
         std::vector<std::string> kept = without(without(lines(which), family.notStored), places);
         return without(kept, root == ERoot::eTimestep ? family.notStoredInTimesteps : family.notStoredInCreators);

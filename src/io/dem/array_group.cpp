@@ -82,6 +82,8 @@ quint64 CArrayGroupReader::admit(const char* what, quint64 count, quint64 elemen
     return std::max<quint64>(1, credible / elementBytes);
 }
 
+void CArrayGroupReader::noteRows() { stream->rowsAtWork = attribute->count; }
+
 void CArrayGroupReader::move(void* data, quint64 bytes)
 {
     auto* next = static_cast<char*>(data);

@@ -99,6 +99,7 @@ public:
         static_assert(std::is_trivially_copyable_v<TValue>, "moved as bytes");
         array.clear();
         const quint64 most = admit(what, count, sizeof(TValue));
+        noteRows();
         for (quint64 done = 0; done < count;) {
             const quint64 next = done == 0 ? std::min(count, most) : std::min(count, 2 * done);
             array.resize(static_cast<std::size_t>(next));
@@ -111,6 +112,8 @@ public:
 private:
     /// Believes a count or throws. \return how many elements to take memory for at first
     quint64 admit(const char* what, quint64 count, quint64 elementBytes) const;
+    /// From here on damage costs that many rows.
+    void noteRows();
     void move(void* data, quint64 bytes);
 
     CDemDataStream* stream; // not owned

@@ -50,10 +50,12 @@ void CDemReader::readCustomPropertyData(CCustomPropertyValueList& list)
 {
     SStoredValues stored = readValues(in());
     if (stored.width != list.elementsPerItem()) {
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + std::to_string(stored.width) +
-                       " values an item in file for property: " + list.metaData().name + ", " +
-                       std::to_string(list.elementsPerItem()) + " expected.");
+        const quint32 width = list.elementsPerItem();
+        const quint64 difference = std::max(width, stored.width) - std::min(width, stored.width);
+        report(stored.width > width ? eLost : eDefaulted, NLogTitle::legacyRead,
+               std::to_string(stored.width) + " values an item in file for property: " + list.metaData().name + ", " +
+                   std::to_string(width) + " expected.",
+               difference * stored.rows, list.metaData().name);
         changeWidth(stored, list.elementsPerItem(), list.metaData());
     }
     const unsigned int expected = list.itemCount();
@@ -85,18 +87,21 @@ void CDemReader::readCustomPropertyManager(CCustomPropertyData& data)
     if (count == 0 || items == 0)
         return;
     stream->require(count * leastListBytes, counted(count, "custom property list"));
+    quint64 excess = 0;
     for (quint32 i = 0; i < count; ++i) {
         if (i < data.lists.size())
             data.lists[i]->read(*this);
         else
-            readValues(f);
+            excess += readValues(f).values.size();
     }
-    if (count != data.lists.size())
-        logMessage(eWarning, "Legacy read",
-                   counted(count, "list") + " of custom property values in file for " +
-                       std::to_string(data.lists.size()) + " finalized properties of the settings: " +
-                       (count > data.lists.size() ? "discarding excess." : "using default values for remainder."),
-                   0, 1);
+    const std::string text = counted(count, "list") + " of custom property values in file for " +
+                             std::to_string(data.lists.size()) + " finalized properties of the settings: ";
+    if (count > data.lists.size())
+        report(eLost, NLogTitle::legacyRead, text + "discarding excess.", excess);
+    // What was saved before a property was defined has no values of it.
+    else if (count < data.lists.size())
+        reportOnce(eRemark, NLogTitle::legacyRead, text + "using default values for remainder.",
+                   data.lists.size() - count);
 }
 
 void CDemWriter::writeCustomPropertyManager(const CCustomPropertyData& data)

@@ -12,20 +12,21 @@
 
 namespace NBrenmark {
 
-static std::string fileNameOf(const QFile& file) { return QFileInfo(file.fileName()).fileName().toStdString(); }
-
-static QString timestepPlace(const QFile& file, quint32 timestep)
+static SDataPlace placeIn(const QFile& file)
 {
-    return QString::fromStdString(fileNameOf(file)) + QStringLiteral(", timestep %1").arg(timestep);
+    SDataPlace place;
+    place.file = QFileInfo(file.fileName()).fileName().toStdString();
+    return place;
 }
+
+static SDataPlace creatorPlace(const QFile& file) { return placeIn(file).inBlock("creator data"); }
 
 static std::string secondsText(double time) { return QString::number(time, 'g', 17).toStdString() + " s"; }
 
 /// \param cause  eCauseNone: the one whom the title blames
-static bool blockFailed(const SLogTitle& title, const CDemDataStream& stream, const std::string& text,
-                        ECause cause = eCauseNone)
+static bool blockFailed(const SLogTitle& title, const std::string& text, ECause cause = eCauseNone)
 {
-    reportFailure(title, stream.place.toStdString() + ": " + text, cause);
+    reportFailure(title, text, cause);
     return false;
 }
 
@@ -40,7 +41,7 @@ static bool readHead(CDemDataStream& stream, TReadHead&& readHead)
         return true;
     }
     catch (const std::exception& error) {
-        return blockFailed(NLogTitle::legacyRead, stream, textOf(error), causeOf(error, eCauseNone));
+        return blockFailed(NLogTitle::legacyRead, textOf(error), causeOf(error, eCauseNone));
     }
 }
 
@@ -53,7 +54,7 @@ static bool runReader(CDemDataStream& stream, CSimulationData& object, SSaveOpti
     reader.format = eLegacyStream;
     if (reader.runAndWait(progress))
         return true;
-    return blockFailed(NLogTitle::legacyRead, stream, reader.errorText.toStdString(), reader.errorCause);
+    return blockFailed(NLogTitle::legacyRead, reader.errorText.toStdString(), reader.errorCause);
 }
 
 static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOptions& options, QFile& file)
@@ -64,7 +65,7 @@ static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOpti
     writer.stream = &stream;
     writer.format = eLegacyStream;
     if (!writer.runAndWait())
-        return blockFailed(NLogTitle::legacyWrite, stream, writer.errorText.toStdString(), writer.errorCause);
+        return blockFailed(NLogTitle::legacyWrite, writer.errorText.toStdString(), writer.errorCause);
     return flushed(file);
 }
 
@@ -73,15 +74,14 @@ static bool runWriter(CDemDataStream& stream, CSimulationData& object, SSaveOpti
 bool CDemIoManager::readCreatorBlock(SSimulationFrame& frame, IProgressController* progress)
 {
     const SPlace place = presentPlace();
+    const CPlaceScope scope(creatorPlace(dataFile));
     CDemDataStream stream(&dataFile, readOptions);
-    stream.place = QString::fromStdString(fileNameOf(dataFile)) + QStringLiteral(", creator data");
     QString name;
     if (!readHead(stream, [&](CInForm& f) { f.text(name); }))
         return false;
     if (name != QLatin1String(NDemBlockName::creatorData))
-        return blockFailed(NLogTitle::legacyRead, stream,
-                           "byte " + std::to_string(place.offset) + " holds something else: \"" +
-                               name.left(40).toStdString() + '"');
+        return blockFailed(NLogTitle::legacyRead, "byte " + std::to_string(place.offset) + " holds something else: \"" +
+                                                      name.left(40).toStdString() + '"');
     CCreatorData& creator = frame.creator;
     creator.clear();
     creator.setStorageIndex(place.segment);
@@ -109,8 +109,8 @@ bool CDemIoManager::readCreatorData(SSimulationFrame& frame)
 
 bool CDemIoManager::writeCreatorBlock(QFile& file, SSimulationFrame& frame)
 {
+    const CPlaceScope scope(creatorPlace(file));
     CDemDataStream stream(&file, writeOptions);
-    stream.place = QString::fromStdString(fileNameOf(file)) + QStringLiteral(", creator data");
     stream << QString(NDemBlockName::creatorData);
     return runWriter(stream, frame.creator, writeOptions, file);
 }
@@ -124,8 +124,8 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
     index[number].segment = place.segment;
     index[number].offset = place.offset;
 
+    const CPlaceScope scope(placeIn(dataFile).inTimestep(number));
     CDemDataStream stream(&dataFile, readOptions);
-    stream.place = timestepPlace(dataFile, number);
     SPlace creator{0, 0};
     const bool isTimestep = readHead(stream, [&](CInForm& f) {
         QString name;
@@ -152,9 +152,9 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;
     if (index[number].time != frame.timestep.time)
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": the index has another time (" + secondsText(index[number].time) +
-                       ") than the timestep itself (" + secondsText(frame.timestep.time) + "), which is kept");
+        report(eRepaired, NLogTitle::legacyRead,
+               "the index has another time (" + secondsText(index[number].time) + ") than the timestep itself (" +
+                   secondsText(frame.timestep.time) + "), which is kept");
     return true;
 }
 
@@ -173,8 +173,8 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
 
 bool CDemIoManager::writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator)
 {
+    const CPlaceScope scope(placeIn(file).inTimestep(timestep.timestepIndex));
     CDemDataStream stream(&file, writeOptions);
-    stream.place = timestepPlace(file, timestep.timestepIndex);
     stream << QString(NDemBlockName::timestep) << creator.segment << creator.offset;
     if (!runWriter(stream, timestep, writeOptions, file))
         return false;

@@ -1,6 +1,8 @@
 #include "io/dem/dem_data_stream.h"
 
-#include <QIODevice>
+#include "core/cause.h"
+
+#include <QFileDevice>
 #include <stdexcept>
 
 namespace NBrenmark {
@@ -29,8 +31,13 @@ void CDemDataStream::checkStatus(const char* what) const
     case QDataStream::WriteFailed:
         throw std::runtime_error("byte " + std::to_string(position()) + ": " + what +
                                  " not written: " + device()->errorString().toStdString());
-    default: throw std::runtime_error("byte " + std::to_string(position()) + ": " + what + " ended early");
+    default: break;
     }
+    const auto* const file = qobject_cast<const QFileDevice*>(device());
+    if (file != nullptr && file->error() == QFileDevice::ReadError)
+        throw device_error("byte " + std::to_string(position()) + ": " + what +
+                           " not read: " + file->errorString().toStdString());
+    throw std::runtime_error("byte " + std::to_string(position()) + ": " + what + " ended early");
 }
 
 } // namespace NBrenmark

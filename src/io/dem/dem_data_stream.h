@@ -5,7 +5,6 @@
 #include "core/save_options.h"
 #include "core/versioned_stream.h"
 
-#include <QString>
 #include <string>
 
 namespace NBrenmark {
@@ -21,14 +20,14 @@ public:
     explicit CDemDataStream(QIODevice* device, const SSaveOptions& options = SSaveOptions());
 
     SSaveOptions options;
-    QString place; ///< what is read or written, for messages: "pile.dem.scn.1, timestep 3"
+    quint64 rowsAtWork = 0; ///< of the arrays that are being read: what is lost if they are damaged
 
     qint64 position() const { return device()->pos(); }
     /// \throws std::length_error unless so many bytes follow. Nothing was taken for them before.
     /// \param what  what the bytes hold: "12 materials"
     void require(qint64 bytes, const std::string& what) const;
     /// \throws std::runtime_error if a value was read past the end or couldn't be written: zeros are
-    ///         never taken for data
+    ///         never taken for data; device_error if the device itself couldn't be read
     void checkStatus(const char* what) const;
 };
 

@@ -1,16 +1,18 @@
 #include "io/dem/form.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 
 #include <QtEndian>
+#include <algorithm>
 #include <stdexcept>
 
 namespace NBrenmark {
 
 void reportSkippedBlock(const CDemDataStream& stream, const char* what, const std::exception& error)
 {
-    logMessage(eWarning, "Legacy read",
-               stream.place.toStdString() + ": " + what + " skipped: " + std::string(error.what()));
+    report(eLost, NLogTitle::legacyRead, std::string(what) + " skipped: " + error.what(),
+           std::max<quint64>(1, stream.rowsAtWork));
 }
 
 /// A length in bytes, then UTF-16; all bits set for a null text. Not by the stream's own operator,
@@ -33,9 +35,9 @@ void CInForm::text(QString& value)
     qFromBigEndian<ushort>(value.data(), value.size(), value.data());
     // Half a pair is no character, and no encoding of bytes has it.
     if (!value.isValidUtf16())
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": byte " + std::to_string(stream.position()) + ": the text \"" +
-                       value.toStdString() + "\" has characters that are none, each kept as \"?\"");
+        report(eDefaulted, NLogTitle::legacyRead,
+               "byte " + std::to_string(stream.position()) + ": the text \"" + shortened(value) +
+                   "\" has characters that are none, each kept as \"?\"");
 }
 
 void CInForm::text(std::string& value)

@@ -3,8 +3,9 @@
 // form names each field once, in file order, for both directions. A field with a gate takes the
 // value before where the version doesn't store it.
 
+#include "core/cause.h"
+#include "core/data_place.h"
 #include "core/emptied.h"
-#include "core/not_carried.h"
 #include "io/dem/array_group.h"
 #include "io/dem/dem_block.h"
 #include "io/dem/dem_data_stream.h"
@@ -15,7 +16,7 @@
 
 namespace NBrenmark {
 
-/// Tells which block couldn't be read, and that the read goes on behind it.
+/// Reports what couldn't be read of a block, and that the read goes on after it.
 void reportSkippedBlock(const CDemDataStream& stream, const char* what, const std::exception& error);
 
 class CInForm
@@ -119,21 +120,23 @@ public:
         list.resize(count(noun, elementBytes));
     }
 
-    /// A block. What is damaged within costs its own rows: the log tells, and the read goes on behind it.
+    /// A block. What is damaged within costs its own rows: the log tells, and the read goes on after it. What isn't
+    /// damage, such as a device that can't be read or too little memory, ends the read.
     /// \return false if the block was skipped
     template <class TBody>
     bool block(quint32 tag, const char* what, TBody&& body)
     {
         CDemBlock block(stream, tag, false);
+        const CPlaceScope scope(placeAtWork().inBlock(what));
         bool whole = true;
+        stream.rowsAtWork = 0;
         try {
             body();
             stream.checkStatus(what);
         }
-        catch (const not_carried_error&) {
-            throw;
-        }
         catch (const std::exception& error) {
+            if (!meansDamage(error))
+                throw;
             reportSkippedBlock(stream, what, error);
             block.skip();
             whole = false;
@@ -148,6 +151,20 @@ public:
     {
         CEmptiedUnlessWhole<TObject> reading(object);
         reading.whole = block(tag, what, body);
+    }
+
+    /// The same for two families, one after the other: the one that was read whole is kept.
+    template <class TReader, class TFirst, class TSecond>
+    void families(quint32 tag, const char* what, TReader& reader, TFirst& first, TSecond& second)
+    {
+        CEmptiedUnlessWhole<TFirst> readingFirst(first);
+        CEmptiedUnlessWhole<TSecond> readingSecond(second);
+        readingSecond.whole = block(tag, what, [&] {
+            first.read(reader);
+            stream.checkStatus(what);
+            readingFirst.whole = true;
+            second.read(reader);
+        });
     }
 
     /// A group of arrays of so many rows: body(arrays) moves each by arrays.rows.

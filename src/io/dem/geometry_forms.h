@@ -58,6 +58,6 @@ void factoryCountersForm(TForm& f, TFactory& factory)
 
 /// Ties the factories of all groups to the particle types of their model, and tells which of them
 /// name a type that isn't there.
-void linkFactories(CCreatorData& creator, const CDemDataStream& stream);
+void linkFactories(CCreatorData& creator);
 
 } // namespace NBrenmark

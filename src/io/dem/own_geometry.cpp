@@ -1,5 +1,6 @@
 #include "analysis/own_geometry.h"
 
+#include "core/data_place.h"
 #include "core/versioned_stream.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -34,7 +35,9 @@ std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream)
     CDemDataStream own(stream.device(), withoutProperties());
     own.setFileVersion(fileVersionOf(stream));
     own.setLimit(blockEndOf(stream));
-    own.place = QStringLiteral("geometry of a selection");
+    SDataPlace place = placeAtWork();
+    place.object = "geometry of a selection";
+    const CPlaceScope scope(place);
     CDemCreatorDataReader reader(own);
     auto groups = std::make_shared<GeometryGroups>();
     groups->read(reader);

@@ -1,6 +1,7 @@
 // Particle types: the definitions, and in a timestep the rows of all particles.
 #include "model/particle_types.h"
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -97,9 +98,9 @@ void CDemReader::readParticleType(CParticleType& type)
         fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // as which it is held now
     type.dataMask = fields;
     if (rows != 0 && (fields & arrayFields) == 0) {
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(rows, "row") + " without data of " + type.name +
-                       " dropped");
+        report(eLost, NLogTitle::legacyRead,
+               counted(rows, "row") + " without data of " + shortened(type.name) + " dropped", rows,
+               shortened(type.name));
         rows = 0;
     }
     // The arrays that aren't stored become zeros, as the creation times always do in this family, and

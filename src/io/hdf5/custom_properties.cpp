@@ -52,10 +52,10 @@ void CHdf5Reader::readCustomPropertyManager(CCustomPropertyData& data)
         for (hsize_t i = 0; i < known; ++i)
             in().group(std::to_string(i), [&] { data.lists[i]->read(*this); });
         if (stored > known)
-            logMessage(eWarning, "HDF5 read",
-                       std::to_string(stored) + " custom properties are stored where the settings define " +
-                           std::to_string(known) + ": the others are skipped.",
-                       0, 1);
+            report(eLost, NLogTitle::hdf5Read,
+                   std::to_string(stored) + " custom properties are stored where the settings define " +
+                       std::to_string(known) + ": the others are skipped.",
+                   stored - known);
     });
 }
 

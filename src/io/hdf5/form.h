@@ -2,6 +2,7 @@
 // What a form of this family is written with: the fields of a stored class, named once, in file order,
 // for the reader and the writer alike. Both forms have the same words.
 
+#include "core/data_place.h"
 #include "core/stop_flag.h"
 #include "core/version.h"
 #include "io/hdf5/closed.h"
@@ -16,6 +17,14 @@
 #include <vector>
 
 namespace NBrenmark {
+
+/// The block of the place while a model is moved, outside of its groups.
+constexpr const char* creatorBlock = "creator data";
+
+/// The place of the work in a group. An outermost group of a timestep or model is a block: "GeometryGroups/" is
+/// "geometry groups". All others lie within one.
+/// \param name  as it is opened or made, blocks with a slash behind
+SDataPlace placeInGroup(const std::string& name);
 
 /// The numbers of one element of an array: their type, and how many of them make a row (0: a list).
 template <class T>
@@ -110,6 +119,7 @@ public:
     {
         closed(made(name), [&](H5::Group& group) {
             const CHdf5Place place(visitor, group);
+            const CPlaceScope scope(placeInGroup(name));
             body();
         });
     }
@@ -234,6 +244,7 @@ public:
     {
         H5::Group group = opened(name);
         const CHdf5Place place(visitor, group);
+        const CPlaceScope scope(placeInGroup(name));
         body();
     }
 

@@ -1,6 +1,7 @@
 #include "io/hdf5/geometry.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/geometry/cad_geometry.h"
 
 namespace NBrenmark {
@@ -25,9 +26,10 @@ void placeMesh(CGeometryGroup& g)
 void checkForces(const CGeometryGroup& g)
 {
     if (!g.triangleForces.empty() && g.triangleForces.size() != g.triangleNodes.size())
-        logMessage(eWarning, "HDF5 read",
-                   "Geometry group \"" + g.name + "\" has " + std::to_string(g.triangleNodes.size()) +
-                       " triangles and forces for " + std::to_string(g.triangleForces.size()) + ".");
+        report(eRemark, NLogTitle::hdf5Read,
+               "Geometry group \"" + shortened(g.name) + "\" has " + std::to_string(g.triangleNodes.size()) +
+                   " triangles and forces for " + std::to_string(g.triangleForces.size()) + ".",
+               1, shortened(g.name));
 }
 
 } // namespace NBrenmark

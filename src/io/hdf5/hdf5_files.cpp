@@ -2,6 +2,7 @@
 
 #include "io/hdf5/hdf5_io_manager.h"
 
+#include "core/data_place.h"
 #include "core/left_behind.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/closed.h"
@@ -83,7 +84,10 @@ void CHdf5IoManager::closeFiles()
     mainFile.reset();
     timestepFile.reset();
     currentFileNumber = -1;
-    tellLeftBehind("HDF5 write");
+    SDataPlace place;
+    place.file = QFileInfo(fileName).fileName().toStdString();
+    const CPlaceScope scope(place);
+    reportLeftBehind(NLogTitle::hdf5Write);
 }
 
 bool CHdf5IoManager::switchToFile(qint64 number)

@@ -15,6 +15,8 @@
 #include "io/hdf5/hdf5_writer.h"
 #include "io/hdf5/shapes.h"
 
+#include <QFileInfo>
+
 namespace NBrenmark {
 
 namespace {
@@ -46,6 +48,13 @@ void inHdf5(TBody&& body)
     catch (const H5::Exception& error) {
         throw hdf5_error(error.getDetailMsg());
     }
+}
+
+SDataPlace placeIn(const H5::H5File& file)
+{
+    SDataPlace place;
+    place.file = QFileInfo(QString::fromStdString(file.getFileName())).fileName().toStdString();
+    return place;
 }
 
 QString nameOf(const H5::H5File& file) { return QString::fromStdString(file.getFileName()); }
@@ -184,6 +193,7 @@ bool CHdf5IoManager::readCreatorData(SSimulationFrame& frame)
     frame.creator.setStorageIndex(number);
     frame.creator.clear();
     frame.creator.setStorageIndex(number);
+    const CPlaceScope scope(placeIn(*timestepFile).inBlock(creatorBlock));
     const bool read = runReader(*timestepFile, frame.creator, nullptr);
     return (before < 0 || switchToFile(before)) && read;
 }
@@ -215,6 +225,7 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
         }
     }
     frame.timestep.clear();
+    const CPlaceScope scope(placeIn(*timestepFile).inTimestep(number));
     const bool read = runReader(*timestepFile, frame.timestep, progress);
     return (!restorePosition || before < 0 || switchToFile(before)) && read;
 }

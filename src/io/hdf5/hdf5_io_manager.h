@@ -87,6 +87,7 @@ private:
 
     // hdf5_io_manager.cpp: the model's way between file and memory, on a worker thread.
     bool runReader(H5::H5File& file, CSimulationData& object, IProgressController* progress);
+    bool writeCreator(H5::H5File& file, SSimulationFrame& frame);
     bool runWriter(H5::H5File& file, CSimulationData& object);
 
     // hdf5_write.cpp

@@ -18,14 +18,17 @@ namespace {
 constexpr quint32 mostTimesteps = 4000000;
 
 /// The folder wins over the header, but a file that is gone is somebody's loss.
-void tellOfCount(int found, quint32 expected, const QString& folder)
+void tellOfCount(quint32 found, quint32 expected, const QString& folder)
 {
     const auto plural = [](bool isPlural) { return QString(isPlural ? "s" : ""); };
     const QString text =
         QString("%1 data file%2 exist%3 in folder \"%4\". %5 expected there to be %6 timestep data file%7.")
             .arg(QString::number(found), plural(found != 1), plural(found == 1), folder, "Brenmark",
                  QString::number(expected), plural(expected >= 2));
-    logMessage(eWarning, "POSSIBLE DATA LOSS", text.toStdString());
+    if (found < expected)
+        report(eLost, NLogTitle::dataLoss, text.toStdString(), expected - found);
+    else
+        report(eRepaired, NLogTitle::dataLoss, text.toStdString(), found - expected);
 }
 
 /// One message, however many there are: a stray file with a great number opens a gap of millions.
@@ -34,7 +37,7 @@ void tellOfGap(quint32 first, quint32 last, const QString& folder)
     const std::string which = first == last
                                   ? "Timestep " + std::to_string(first) + " has"
                                   : "Timesteps " + std::to_string(first) + " to " + std::to_string(last) + " have";
-    logMessage(eWarning, "HDF5 read", which + " no file in " + folder.toStdString() + ".");
+    report(eRemark, NLogTitle::hdf5Read, which + " no file in " + folder.toStdString() + ".");
 }
 
 } // namespace
@@ -48,8 +51,8 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
                     QString("Could not read file %1.\nIts folder %2 holds no data files.").arg(fileName, folder));
         return false;
     }
-    if (static_cast<quint32>(names.size()) != timestepCount)
-        tellOfCount(names.size(), timestepCount, folder);
+    if (const auto found = static_cast<quint32>(names.size()); found != timestepCount)
+        tellOfCount(found, timestepCount, folder);
 
     std::vector<quint32> numbers; // ascending, as the names are
     for (const QString& name : names) {
@@ -57,8 +60,8 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
         if (number && *number < mostTimesteps)
             numbers.push_back(*number);
         else
-            logMessage(eWarning, "HDF5 read",
-                       "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
+            report(eRemark, NLogTitle::hdf5Read,
+                   "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
     }
     timestepCount = numbers.empty() ? 0 : numbers.back() + 1;
     index.assign(timestepCount, STimestepIndexEntry());

@@ -9,11 +9,13 @@
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/fixed_texts.h"
+#include "io/hdf5/form.h"
 #include "io/hdf5/guarded.h"
 #include "io/hdf5/link_names.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <filesystem>
 
@@ -23,6 +25,13 @@ namespace NBrenmark {
 static const QLatin1String unfinishedSuffix(".part");
 
 static QString couldNotWrite(const QString& path) { return QString("Could not write file %1.").arg(path); }
+
+static SDataPlace timestepPlace(const QString& path, quint32 number)
+{
+    SDataPlace place;
+    place.file = QFileInfo(path).fileName().toStdString();
+    return place.inTimestep(number);
+}
 
 /// Whether the frame holds a timestep at all; told in the log if not.
 static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
@@ -54,16 +63,23 @@ static void moveOnto(const QString& from, const QString& to)
         throw hdf5_error("Could not give " + from.toStdString() + " its name: " + failure.message());
 }
 
+bool CHdf5IoManager::writeCreator(H5::H5File& file, SSimulationFrame& frame)
+{
+    const CPlaceScope scope(placeAtWork().inBlock(creatorBlock));
+    return runWriter(file, frame.creator);
+}
+
 /// Writes a numbered file from its first byte to its last. It gets its name when it is whole: what a
 /// process that was killed leaves must not be taken for a timestep by the next scan.
 bool CHdf5IoManager::writeTimestepFile(quint32 number, SSimulationFrame& frame, bool withCreator)
 {
     const QString path = timestepFilePath(fileName, number);
     const QString unfinished = path + unfinishedSuffix;
+    const CPlaceScope scope(timestepPlace(path, number));
     bool written = false;
     const bool complete = guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
         File file = createInDataFolder(unfinished);
-        written = (!withCreator || runWriter(*file, frame.creator)) && runWriter(*file, frame.timestep);
+        written = (!withCreator || writeCreator(*file, frame)) && runWriter(*file, frame.timestep);
         if (written) {
             closeChecked(file);
             moveOnto(unfinished, path);
@@ -147,6 +163,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
 {
     const double time = writeOptions.overrideTime ? writeOptions.timeOverride : frame.timestep.time;
     const bool isTimeFixed = writeOptions.overrideTime;
+    const CPlaceScope scope(timestepPlace(timestepFilePath(path, 0), 0));
     bool isBegun = false;
     bool written = false;
     const bool complete = hasStorableNames(frame, path) && guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
@@ -155,8 +172,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
                               writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
                               File newTimestep = createInDataFolder(timestepFilePath(path, 0));
                               frame.creator.setStorageIndex(0);
-                              written =
-                                  runWriter(*newTimestep, frame.creator) && runWriter(*newTimestep, frame.timestep);
+                              written = writeCreator(*newTimestep, frame) && runWriter(*newTimestep, frame.timestep);
                               if (written) {
                                   closeChecked(newTimestep);
                                   closeChecked(newMain);

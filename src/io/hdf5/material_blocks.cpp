@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/timestep/family_rows.h"
 #include "model/material_block.h"
 #include "results/custom_property_data.h"
@@ -156,8 +157,9 @@ void CHdf5Reader::readMaterialBlocks(CMaterialBlockMap& blocks)
             block = std::make_shared<CMaterialBlock>();
             block->read(*this);
             if (blocks.contains(block->name))
-                logMessage(eWarning, "HDF5 read",
-                           "Two material blocks are named \"" + block->name.toStdString() + "\": the later one stays.");
+                report(eLost, NLogTitle::hdf5Read,
+                       "Two material blocks are named \"" + shortened(block->name) + "\": the later one stays.", 1,
+                       shortened(block->name));
             blocks.insert(block->name, block);
         });
     });

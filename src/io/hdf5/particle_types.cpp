@@ -6,7 +6,11 @@
 
 #include "core/left_behind.h"
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/particle_types.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace NBrenmark {
 
@@ -144,10 +148,10 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     // The arrays that are there say how many slots there are: memory follows stored bytes only.
     const quint32 held = commonLength(t, fields);
     if (held != size)
-        report(eRepaired, NLogTitle::hdf5Read,
-               "Particle type \"" + t.name + "\" announces " + std::to_string(size) + " particles and holds " +
-                   std::to_string(held) + ".",
-               1, t.name);
+        report(held < size ? eLost : eRepaired, NLogTitle::hdf5Read,
+               "Particle type \"" + shortened(t.name) + "\" announces " + std::to_string(size) +
+                   " particles and holds " + std::to_string(held) + ".",
+               std::max(held, size) - std::min(held, size), shortened(t.name));
     t.resizeSlots(held);
     t.customProperties.resize(held);
     if ((options.particleMask & eParticleProperties) != 0)
@@ -188,11 +192,12 @@ void CHdf5Writer::writeParticleType(const CParticleType& t)
 void CHdf5Reader::readParticleTypes(CParticleTypes& types)
 {
     in().group("ParticleTypes/", [&] {
-        qint32 maxId = 0;
+        qint64 maxId = 0; // unsigned in files of today; a negative one of others asks for a count
         in().attribute("max id", maxId);
         types.recreate(static_cast<quint32>(in().childCount()));
         in().numbered(types.types, [&](const std::unique_ptr<CParticleType>& type) { type->read(*this); });
-        types.maxId = static_cast<quint32>(std::max(maxId, 0));
+        constexpr qint64 greatest = std::numeric_limits<quint32>::max();
+        types.maxId = static_cast<quint32>(std::clamp<qint64>(maxId, 0, greatest));
         types.recomputeMaxId(maxId < 0); // no less than the particles that are there
         if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
             report(eRepaired, NLogTitle::hdf5Read,

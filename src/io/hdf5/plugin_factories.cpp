@@ -1,6 +1,7 @@
 #include "io/hdf5/plugin_factories.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 #include "physics/plugins/plugin_factory_list.h"
@@ -12,19 +13,20 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
     factories.clear();
     in.group("PluginFactories/", [&] {
         in.children([&](const QString& name) {
-            const std::string factory = "plug-in factory \"" + name.toStdString() + "\" of the ";
+            const std::string factory = "plug-in factory \"" + shortened(name) + "\" of the ";
             QString type;
             in.attribute("type", type);
             if (type != QLatin1String("library")) {
-                logMessage(eWarning, "HDF5 read",
-                           factory + "kind \"" + type.toStdString() + "\" is no plug-in: left out.", 0, 1);
+                reportOnce(eLost, NLogTitle::hdf5Read,
+                           factory + "kind \"" + shortened(type) + "\" is no plug-in: left out.", 1, shortened(name));
                 return;
             }
             QString library;
             in.attribute("source", library);
             if (!factories.addFactory(library, name))
-                logMessage(eWarning, "HDF5 read",
-                           factory + "library \"" + library.toStdString() + "\" can't be bound here: left out.", 0, 1);
+                reportOnce(eNotCarried, NLogTitle::hdf5Read, // the deck is sound, the library isn't there
+                           factory + "library \"" + shortened(library) + "\" can't be bound here: left out.", 1,
+                           shortened(name));
         });
     });
 }

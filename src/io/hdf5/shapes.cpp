@@ -1,6 +1,7 @@
 #include "io/hdf5/shapes.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/soundness.h"
@@ -142,14 +143,15 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
     }
 }
 
-/// Texts end at a zero byte here. What stands behind one is lost, and told.
+/// Texts of variable length end at a zero byte. What follows one is lost, and reported.
 std::string storableText(const std::string& name, const std::string& text)
 {
     const std::size_t end = text.find('\0');
     if (end == std::string::npos)
         return text;
-    logMessage(eWarning, "HDF5 write",
-               "The text of \"" + name + "\" is cut behind \"" + text.substr(0, end) + "\", where it has a zero byte.");
+    report(eNotCarried, NLogTitle::hdf5Write,
+           "The text of \"" + name + "\" is cut after \"" + shortened(text.substr(0, end)) +
+               "\", where it has a zero byte.");
     return text.substr(0, end);
 }
 
@@ -228,10 +230,14 @@ void checkAttributeText(const std::string& name, const std::string& text)
 
 void writeAttribute(const std::string& name, const std::string& text, H5::H5Object& location)
 {
-    const std::string bytes = storableText(name, text);
-    checkAttributeText(name, bytes);
-    closed(H5::StrType(PredType::C_S1, bytes.size() + 1),
-           [&](H5::StrType& type) { writeScalar(name, type, bytes.c_str(), location); });
+    // The type's size gives the length of the text: zero bytes within are stored like any other.
+    checkAttributeText(name, text);
+    if (!text.empty() && text.back() == '\0')
+        report(eNotCarried, NLogTitle::hdf5Write,
+               "The text of \"" + name + "\" ends in zero bytes, which a reader takes for its end.",
+               text.size() - (text.find_last_not_of('\0') + 1));
+    closed(H5::StrType(PredType::C_S1, text.size() + 1),
+           [&](H5::StrType& type) { writeScalar(name, type, text.c_str(), location); });
 }
 
 void writeAttribute(const std::string& name, const QString& text, H5::H5Object& location)
@@ -279,6 +285,11 @@ void readAttribute(const std::string& name, quint32& value, const H5::H5Object& 
     readScalar(name, PredType::NATIVE_UINT, &value, location);
 }
 
+void readAttribute(const std::string& name, qint64& value, const H5::H5Object& location)
+{
+    readScalar(name, PredType::NATIVE_LLONG, &value, location);
+}
+
 void readAttribute(const std::string& name, double& value, const H5::H5Object& location)
 {
     readScalar(name, PredType::NATIVE_DOUBLE, &value, location);
@@ -316,6 +327,7 @@ void readAttribute(const std::string& name, std::string& text, const H5::H5Objec
         // The last byte is the terminator, unless the writer padded its texts without one.
         if (bytes.back() == '\0' || type.getStrpad() == H5T_STR_NULLTERM)
             bytes.pop_back();
+        // Others store short texts in long types: zero bytes at the end fill these up.
         bytes.erase(bytes.find_last_not_of('\0') + 1);
         text = bytes;
     }

@@ -49,6 +49,7 @@ void rewriteAttribute(const std::string& name, quint32 value, H5::H5Object& loca
 
 void readAttribute(const std::string& name, qint32& value, const H5::H5Object& location);
 void readAttribute(const std::string& name, quint32& value, const H5::H5Object& location);
+void readAttribute(const std::string& name, qint64& value, const H5::H5Object& location);
 void readAttribute(const std::string& name, double& value, const H5::H5Object& location);
 void readAttribute(const std::string& name, bool& value, const H5::H5Object& location);
 void readAttribute(const std::string& name, std::vector<bool>& flags, const H5::H5Object& location);

@@ -1,5 +1,6 @@
 // What follows from the mesh of a geometry group: its box, its triangles' areas, its volume and centre.
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/geometry/geometry_group.h"
 
 #include <algorithm>
@@ -144,26 +145,30 @@ void CGeometryGroup::tellBrokenTriangles(std::size_t outside, std::size_t noNumb
     if (found == toldBroken)
         return;
     toldBroken = found;
-    const std::string whole = " of " + std::to_string(triangleNodes.size()) + " triangles of geometry group \"" + name;
+    const std::string whole =
+        " of " + std::to_string(triangleNodes.size()) + " triangles of geometry group \"" + shortened(name);
     if (outside > 0)
-        logMessage(eWarning, "Geometry",
-                   std::to_string(outside) + whole + "\" have a corner that is none of its " +
-                       std::to_string(coords.size()) + " vertices. They are carried as they are and count as empty.");
+        report(eRemark, NLogTitle::geometry,
+               std::to_string(outside) + whole + "\" have a corner that is none of its " +
+                   std::to_string(coords.size()) + " vertices. They are carried as they are and count as empty.",
+               outside, shortened(name));
     if (noNumbers > 0)
-        logMessage(eWarning, "Geometry",
-                   std::to_string(noNumbers) + whole +
-                       "\" have a corner whose coordinates are no finite numbers. "
-                       "They are carried as they are and count as empty.");
+        report(eRemark, NLogTitle::geometry,
+               std::to_string(noNumbers) + whole +
+                   "\" have a corner whose coordinates are no finite numbers. "
+                   "They are carried as they are and count as empty.",
+               noNumbers, shortened(name));
 }
 
 bool CGeometryGroup::canHold(quint64 triangles) const
 {
     if (triangles <= mostTriangles)
         return true;
-    logMessage(eWarning, "Geometry",
-               "The parameters of " + displayName().toLower().toStdString() + " \"" + name + "\" ask for " +
-                   std::to_string(triangles) + " triangles; a group holds at most " + std::to_string(mostTriangles) +
-                   ". Its mesh stays as it was.");
+    report(eRemark, NLogTitle::geometry,
+           "The parameters of " + displayName().toLower().toStdString() + " \"" + shortened(name) + "\" ask for " +
+               std::to_string(triangles) + " triangles; a group holds at most " + std::to_string(mostTriangles) +
+               ". Its mesh stays as it was.",
+           1, shortened(name));
     return false;
 }
 

@@ -93,7 +93,9 @@ TEST(DemForm, recoversFromADamagedBlockAndSaysSo)
 {
     const CLogCapture log;
     CByteStream source(CBytes().block(1, CBytes().i32(0x7FFFFFFF)).u32(77));
-    source.stream.place = "some.dem, timestep 4";
+    SDataPlace place;
+    place.file = "some.dem";
+    const CPlaceScope scope(place.inTimestep(4));
     CInForm f(source.stream);
     f.block(1, "collisions", [&] { f.count("collision", 1); });
     quint32 behind = 0;

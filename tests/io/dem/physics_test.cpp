@@ -224,9 +224,9 @@ TEST(DemPhysics, keepsTheOrderOfChainsAndWhatIsNotKnownHere)
     EXPECT_FALSE(physics.loading);
     EXPECT_EQ(
         log.text(),
-        "WARNING Legacy read: : contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
-        "WARNING Legacy read: : contact model \"Tribocharging\" isn't known here; its name and its place are kept.\n"
-        "WARNING Legacy read: : external force \"Wind\" isn't known here; its name and its place are kept.\n");
+        "WARNING Legacy read: contact model \"Sticky\" isn't known here; its name and its place are kept.\n"
+        "WARNING Legacy read: contact model \"Tribocharging\" isn't known here; its name and its place are kept.\n"
+        "WARNING Legacy read: external force \"Wind\" isn't known here; its name and its place are kept.\n");
 
     // Written, all of it stands under today's names.
     stored.particleParticle[2] = {"Linear Cohesion", 0, cohesive};

@@ -72,7 +72,7 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     }
     if (f.stores(gateGeometryInCreator))
         creator.geometryGroups.read(*this);
-    linkFactories(creator, *stream);
+    linkFactories(creator);
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");

@@ -1,6 +1,7 @@
 // Particle factories: the lists of the geometry groups, what all factories have in common, and the
 // two kinds.
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -24,10 +25,10 @@ static constexpr qint64 leastFactoryBytes = 2 * 4;
 static constexpr qint64 leastSizeBytes = 2 * 4;
 static constexpr qint64 leastCustomBytes = 2 * 4;
 
-static void tell(const CDemDataStream& stream, const CParticleFactory& factory, const QString& what)
+static void tell(EEffect effect, const CParticleFactory& factory, const std::string& what)
 {
-    logMessage(eWarning, "Legacy read",
-               stream.place.toStdString() + ": factory \"" + factory.name.toStdString() + "\": " + what.toStdString());
+    const std::string name = shortened(factory.name);
+    report(effect, NLogTitle::legacyRead, "factory \"" + name + "\": " + what, 1, name);
 }
 
 // ---------------------------------------------------------------- the charge of old files
@@ -60,13 +61,13 @@ static void writeParam(CDemCreatorDataWriter& writer, COutForm& f, const std::un
 }
 
 template <class TParam>
-static void readMade(CDemCreatorDataReader& reader, const CDemDataStream& stream, const CParticleFactory& factory,
-                     const char* what, const QString& word, const std::unique_ptr<TParam>& param)
+static void readMade(CDemCreatorDataReader& reader, const CParticleFactory& factory, const char* what,
+                     const QString& word, const std::unique_ptr<TParam>& param)
 {
     if (param != nullptr)
         param->read(reader);
     else if (!word.isEmpty())
-        tell(stream, factory, QStringLiteral("%1 of the unknown kind \"%2\" skipped").arg(what, word.left(40)));
+        tell(eLost, factory, std::string(what) + " of the unknown kind \"" + shortened(word) + "\" skipped");
 }
 
 /// \param setKind  the factory's operation that makes the parameter
@@ -77,7 +78,7 @@ static void readParam(CDemCreatorDataReader& reader, CInForm& f, const CParticle
     QString word;
     f.text(word);
     setKind(word);
-    readMade(reader, f.stream, factory, what, word, param);
+    readMade(reader, factory, what, word, param);
 }
 
 /// From 30.0.0 each particle type has a size of its own.
@@ -90,7 +91,7 @@ static void readSizes(CDemCreatorDataReader& reader, CInForm& f, CParticleFactor
         f.text(typeName);
         f.text(word);
         factory.setSizeKind(typeName, word);
-        readMade(reader, f.stream, factory, "size", word, factory.sizes[typeName]);
+        readMade(reader, factory, "size", word, factory.sizes[typeName]);
     }
 }
 
@@ -101,14 +102,14 @@ static std::unique_ptr<IFactorySize> readSharedSize(CDemCreatorDataReader& reade
     QString word;
     f.text(word);
     std::unique_ptr<IFactorySize> size = CFactorySizeRegistry::instance().create(word);
-    readMade(reader, f.stream, factory, "size", word, size);
+    readMade(reader, factory, "size", word, size);
     return size;
 }
 
-static void shareSize(CInForm& f, CParticleFactory& factory, const IFactorySize& size)
+static void shareSize(CParticleFactory& factory, const IFactorySize& size)
 {
     if (factory.type == nullptr || factory.type->typeNames().empty()) {
-        tell(f.stream, factory, QStringLiteral("names no particle type; its size is dropped"));
+        tell(eLost, factory, "names no particle type; its size is dropped");
         return;
     }
     for (const QString& typeName : factory.type->typeNames())
@@ -141,9 +142,9 @@ static void readCustomParams(CDemCreatorDataReader& reader, CInForm& f, CParticl
         if (!ended && factory.customProperties != nullptr)
             property = factory.customProperties->property(propertyName.toStdString());
         if (property == nullptr && !ended)
-            tell(f.stream, factory,
-                 QStringLiteral("custom parameters from the one of the undefined property \"%1\" on dropped")
-                     .arg(propertyName.left(40)));
+            tell(eLost, factory,
+                 "custom parameters from the one of the undefined property \"" + shortened(propertyName) +
+                     "\" on dropped");
         ended |= property == nullptr;
         // What was called so before 25.0.0 is a fixed value, and is stored as one.
         if (word == CInitialValueCustomPropertyFactoryParam::word && !f.since(25, 0, 0))
@@ -153,9 +154,9 @@ static void readCustomParams(CDemCreatorDataReader& reader, CInForm& f, CParticl
         if (param != nullptr)
             param->read(reader);
         else
-            tell(f.stream, factory,
-                 QStringLiteral("parameter of the property \"%1\" of the unknown kind \"%2\" skipped")
-                     .arg(propertyName.left(40), word.left(40)));
+            tell(eLost, factory,
+                 "parameter of the property \"" + shortened(propertyName) + "\" of the unknown kind \"" +
+                     shortened(word) + "\" skipped");
     }
 }
 
@@ -201,7 +202,7 @@ void CDemCreatorDataReader::readParticleFactory(CParticleFactory& factory)
     read("angular velocity", factory.angVel, [&](const QString& word) { factory.setAngVelKind(word); });
     read("type", factory.type, [&](const QString& word) { factory.setTypeKind(word, nullptr); });
     if (sharedSize != nullptr)
-        shareSize(f, factory, *sharedSize);
+        shareSize(factory, *sharedSize);
     read("position", factory.position, [&](const QString& word) { factory.setPositionKind(word); });
     if (f.stores(gateFactoryCharge))
         factory.electrostatic.read(*this);
@@ -285,9 +286,9 @@ void CDemCreatorDataReader::readParticleFactoryList(CParticleFactoryList& list)
         f.text(name);
         std::unique_ptr<CParticleFactory> factory = createFactory(word, name);
         if (factory == nullptr) {
-            logMessage(eWarning, "Legacy read",
-                       stream->place.toStdString() + ": factory \"" + name.left(40).toStdString() +
-                           "\" of the unknown kind \"" + word.left(40).toStdString() + "\" skipped");
+            report(eLost, NLogTitle::legacyRead,
+                   "factory \"" + shortened(name) + "\" of the unknown kind \"" + shortened(word) + "\" skipped", 1,
+                   shortened(name));
             continue;
         }
         list.add(std::move(factory)).read(*this);
@@ -306,10 +307,10 @@ void CDemCreatorDataWriter::writeParticleFactoryList(const CParticleFactoryList&
     }
 }
 
-void linkFactories(CCreatorData& creator, const CDemDataStream& stream)
+void linkFactories(CCreatorData& creator)
 {
-    creator.linkFactories([&stream](const CParticleFactory& factory, const QString& typeName) {
-        tell(stream, factory, QStringLiteral("creates particles of the type \"%1\", which isn't there").arg(typeName));
+    creator.linkFactories([](const CParticleFactory& factory, const QString& typeName) {
+        tell(eRemark, factory, "creates particles of the type \"" + shortened(typeName) + "\", which isn't there");
     });
 }
 

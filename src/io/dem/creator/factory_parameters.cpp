@@ -211,10 +211,10 @@ void CDemCreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValue
     for (double& value : stored)
         f.f64(value);
     if (!param.takeStored(stored))
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(static_cast<qint64>(stored.size()), "value") +
-                       " in the factory parameter of the property \"" + param.property()->name + "\", " +
-                       std::to_string(elements) + " expected");
+        report(stored.size() > elements ? eLost : eDefaulted, NLogTitle::legacyRead,
+               counted(static_cast<qint64>(stored.size()), "value") + " in the factory parameter of the property \"" +
+                   param.property()->name + "\", " + std::to_string(elements) + " expected",
+               std::max(stored.size(), elements) - std::min(stored.size(), elements), param.property()->name);
 }
 
 void CDemCreatorDataWriter::writeFixedValueCustomPropertyFactoryParam(

@@ -3,6 +3,7 @@
 
 #include "core/deck/application_state.h"
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -146,9 +147,10 @@ static void readMesh(CInForm& f, CGeometryGroup& group)
         f.group(false, head.triangles, readTriangles);
     }
     if (group.triangleNodes.size() != head.triangles)
-        logMessage(eWarning, "Legacy read",
-                   f.stream.place.toStdString() + ": " + counted(head.triangles, "triangle") + " of geometry group \"" +
-                       group.name + "\" have no corners in the file and are dropped");
+        report(eLost, NLogTitle::legacyRead,
+               counted(head.triangles, "triangle") + " of geometry group \"" + shortened(group.name) +
+                   "\" have no corners in the file and are dropped",
+               head.triangles, shortened(group.name));
 }
 
 /// Places the mesh as the file says, and derives the rest from it.
@@ -257,9 +259,8 @@ static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyMana
     f.text(shape);
     std::unique_ptr<CGeometryGroup> group = createGeometry(shape, properties);
     if (group == nullptr)
-        logMessage(eWarning, "Legacy read",
-                   f.stream.place.toStdString() + ": geometry group of the unknown shape \"" +
-                       shape.left(40).toStdString() + "\" skipped");
+        report(eLost, NLogTitle::legacyRead,
+               "geometry group of the unknown shape \"" + shortened(shape) + "\" skipped");
     return group;
 }
 

@@ -2,6 +2,7 @@
 #include "model/materials.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -34,9 +35,10 @@ void CDemCreatorDataReader::readMaterialMap(MaterialMap& materials)
         auto material = std::make_unique<CMaterial>();
         material->read(*this);
         if (key.toStdString() != material->name)
-            logMessage(eWarning, "Legacy read",
-                       "The material that is listed as \"" + key.toStdString() + "\" calls itself \"" + material->name +
-                           "\": a current deck keeps this name alone.");
+            report(eRepaired, NLogTitle::legacyRead,
+                   "The material that is listed as \"" + shortened(key) + "\" calls itself \"" +
+                       shortened(material->name) + "\": a current deck keeps this name alone.",
+                   1, shortened(material->name));
         materials.set(key, material.release()); // a name met before is replaced
     }
 }

@@ -1,5 +1,6 @@
 // The motions of geometry groups. Those of conveyors have no place in this family.
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "model/kinematics/kinematics.h"
@@ -136,13 +137,10 @@ static bool isStoredMotion(const QString& word)
 }
 
 /// A motion of that kind with its data. A word that isn't known has none.
-static void readMotion(CDemCreatorDataReader& reader, const CDemDataStream& stream, const QString& word,
-                       CKinematics& kinematics)
+static void readMotion(CDemCreatorDataReader& reader, const QString& word, CKinematics& kinematics)
 {
     if (!isStoredMotion(word)) {
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": motion of the unknown kind \"" + word.left(40).toStdString() +
-                       "\" skipped");
+        report(eLost, NLogTitle::legacyRead, "motion of the unknown kind \"" + shortened(word) + "\" skipped");
         return;
     }
     std::unique_ptr<CTimeDepAction> motion = createMotion(word);
@@ -159,7 +157,7 @@ static void readOneMotion(CDemCreatorDataReader& reader, CInForm& f, const char*
         return;
     QString word;
     f.text(word, from(2, 4, 40), QString::fromLatin1(kind));
-    readMotion(reader, f.stream, word, kinematics);
+    readMotion(reader, word, kinematics);
 }
 
 void CDemCreatorDataReader::readKinematics(CKinematics& kinematics)
@@ -174,7 +172,7 @@ void CDemCreatorDataReader::readKinematics(CKinematics& kinematics)
     for (quint32 i = 0; i < count; ++i) {
         QString word;
         f.text(word);
-        readMotion(*this, *stream, word, kinematics);
+        readMotion(*this, word, kinematics);
     }
     kinematics.sortByStartTime();
     kinematics.recomputeTimes();
@@ -188,9 +186,10 @@ void CDemCreatorDataWriter::writeKinematics(const CKinematics& kinematics)
         if (isStoredMotion(motion->displayName()))
             stored.push_back(motion.get());
         else
-            logMessage(eWarning, "Legacy write",
-                       stream->place.toStdString() + ": motion \"" + motion->name.toStdString() + "\" of the kind " +
-                           motion->displayName().toStdString() + " dropped: this family can't hold it");
+            report(eNotCarried, NLogTitle::legacyWrite,
+                   "motion \"" + shortened(motion->name) + "\" of the kind " + motion->displayName().toStdString() +
+                       " dropped: this family can't hold it",
+                   1, shortened(motion->name));
     }
     f.length("motion", leastMotionBytes, stored);
     for (const CTimeDepAction* motion : stored) {

@@ -2,6 +2,7 @@
 #include "physics/physics_models.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "physics/phantoms.h"
@@ -30,13 +31,13 @@ static SModelHead readModelHead(CInForm& f)
 
 /// No parameters are stored of what comes from a plug-in: a phantom leaves nothing behind.
 template <class TPhantom, class TModel>
-static void tellPhantom(const CInForm& f, const char* noun, const TModel& model)
+static void tellPhantom(const char* noun, const TModel& model)
 {
     if (dynamic_cast<const TPhantom*>(&model) != nullptr)
-        logMessage(eWarning, "Legacy read",
-                   f.stream.place.toStdString() + ": " + noun + " \"" + model.modelName().toStdString() +
+        reportOnce(eRemark, NLogTitle::legacyRead,
+                   std::string(noun) + " \"" + shortened(model.modelName()) +
                        "\" isn't known here; its name and its place are kept.",
-                   0, 1);
+                   1, shortened(model.modelName()));
 }
 
 static void readChain(CDemCreatorDataReader& reader, CInForm& f, CPhysicsModels& models, quint32 modelType)
@@ -45,7 +46,7 @@ static void readChain(CDemCreatorDataReader& reader, CInForm& f, CPhysicsModels&
     for (quint32 i = 0; i < count; ++i) {
         const SModelHead head = readModelHead(f);
         std::unique_ptr<IContactModel> model = models.makeContactModel(head.name, modelType, head.source, true);
-        tellPhantom<CContactModelPhantom>(f, "contact model", *model);
+        tellPhantom<CContactModelPhantom>("contact model", *model);
         model->read(reader);
         models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is told and left out
     }
@@ -68,7 +69,7 @@ void CDemCreatorDataReader::readPhysicsModels(CPhysicsModels& models)
         std::unique_ptr<IExternalForce> force = models.makeExternalForce(head.name, head.source, true);
         if (force == nullptr) // the word for no force
             continue;
-        tellPhantom<CExternalForcePhantom>(f, "external force", *force);
+        tellPhantom<CExternalForcePhantom>("external force", *force);
         force->read(*this);
         models.addExternalForce(std::move(force), CPhysicsModels::atEnd);
     }

@@ -289,9 +289,10 @@ void CDemCreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelPar
 {
     CInForm f = in();
     if (const quint32 dropped = dropPlaneTables(f); dropped > 0)
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(dropped, "row") +
-                       " of moving planes dropped, of which only the start and end points are carried.");
+        report(eNotCarried, NLogTitle::legacyRead,
+               counted(dropped, "row") +
+                   " of moving planes dropped, of which only the start and end points are carried.",
+               dropped);
     data.planes.clear();
     const quint32 count = f.count("moving plane", planeBytes);
     for (quint32 i = 0; i < count; ++i) {

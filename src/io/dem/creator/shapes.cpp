@@ -1,5 +1,6 @@
 // The shapes of geometry groups. Each stands before what all groups have in common.
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "model/geometry/box.h"
@@ -122,12 +123,12 @@ static void keepMeshWhereItStands(CInForm f, CCADGeometry& geometry)
     geometry.updateCadTransform();
     if (!f.since(23, 0, 1) || f.since(23, 0, 4) || geometry.cadTransform.isIdentity())
         return;
-    logMessage(
-        eWarning, "Legacy read",
-        f.stream.place.toStdString() + ": the mesh of geometry group \"" + geometry.name +
-            "\" is stored where it was put and not as it was imported. It stays there; how far it was shifted (" +
-            std::to_string(geometry.translationDistance) + " m) and turned (" + std::to_string(geometry.rotationAngle) +
-            " rad) is set to 0.");
+    report(eRepaired, NLogTitle::legacyRead,
+           "the mesh of geometry group \"" + shortened(geometry.name) +
+               "\" is stored where it was put and not as it was imported. It stays there; how far it was shifted (" +
+               std::to_string(geometry.translationDistance) + " m) and turned (" +
+               std::to_string(geometry.rotationAngle) + " rad) is set to 0.",
+           1, shortened(geometry.name));
     geometry.forgetPlacement();
 }
 

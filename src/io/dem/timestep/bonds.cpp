@@ -43,10 +43,7 @@ void CDemTimestepDataWriter::writeBondsBase(CBondsBase& family)
 
 void CDemTimestepDataReader::readBonds(CBonds& bonds)
 {
-    in().blockOf(eBondsBlock, "bonds", bonds, [&] {
-        bonds.surfaceSurface.read(*this);
-        bonds.surfaceGeometry.read(*this);
-    });
+    in().families(eBondsBlock, "bonds", *this, bonds.surfaceSurface, bonds.surfaceGeometry);
 }
 
 void CDemTimestepDataWriter::writeBonds(CBonds& bonds)

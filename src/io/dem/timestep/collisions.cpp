@@ -21,13 +21,10 @@ void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase& family)
     family.clear();
     f.group(deflated, count, [&](CArrayGroupReader& arrays) { collisionArraysForm(arrays, mask, family); });
     if (family.dropForeignArrays())
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(count, "collision") +
-                       " with more of the second end than a triangle has: dropped",
-                   0, 1);
+        report(eLost, NLogTitle::legacyRead,
+               counted(count, "collision") + " with more of the second end than a triangle has: dropped", count);
     if ((mask & family.mask) == 0) {
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(count, "collision") + " without data dropped");
+        report(eLost, NLogTitle::legacyRead, counted(count, "collision") + " without data dropped", count);
         count = 0;
     }
     family.resizeRecords(count); // the arrays that aren't stored become zeros
@@ -50,10 +47,7 @@ void CDemTimestepDataReader::readCollisions(CCollisions& collisions)
     collisions.clear();
     if (!in().stores(gateContactBlocks))
         return;
-    in().blockOf(eCollisionsBlock, "collisions", collisions, [&] {
-        collisions.surfaceSurface.read(*this);
-        collisions.surfaceGeometry.read(*this);
-    });
+    in().families(eCollisionsBlock, "collisions", *this, collisions.surfaceSurface, collisions.surfaceGeometry);
 }
 
 void CDemTimestepDataWriter::writeCollisions(const CCollisions& collisions)

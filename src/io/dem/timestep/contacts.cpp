@@ -130,22 +130,24 @@ static quint32 readFields(CInForm& f)
 }
 
 /// Brings a family in order that was read, and tells what didn't fit.
-static void settle(CContactsBase& family, const CDemDataStream& stream)
+static void settle(CContactsBase& family)
 {
     const quint32 collisions = family.activeCollisions.recordCount();
     const quint32 values = family.contactRecords.rowCount();
-    const auto tell = [&](const std::string& what) {
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": " + what + " for " + counted(family.rowCount(), "contact") +
-                       ": cut or filled up with zeros");
+    const auto tell = [&](quint32 stored, const std::string& what) {
+        const quint32 contacts = family.rowCount();
+        const std::string text = what + " for " + counted(contacts, "contact");
+        if (stored > contacts)
+            report(eLost, NLogTitle::legacyRead, text + ": the others are cut off", stored - contacts);
+        else
+            report(eDefaulted, NLogTitle::legacyRead, text + ": filled up with zeros", contacts - stored);
     };
     if (!family.fitCollisions())
-        tell(counted(collisions, "record") + " of collisions");
+        tell(collisions, counted(collisions, "record") + " of collisions");
     if (!family.fitRecords())
-        tell(counted(values, "row") + " of contact records");
+        tell(values, counted(values, "row") + " of contact records");
     if (const quint32 strays = family.strayCount(); strays > 0)
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": " + counted(strays, "contact") + " with a negative overlap dropped");
+        report(eLost, NLogTitle::legacyRead, counted(strays, "contact") + " with a negative overlap dropped", strays);
     family.rebuildFreeChain();
 }
 
@@ -162,8 +164,7 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
     if ((count > 0 || family.collisionsActive) && fields != 0)
         f.group(deflated, count, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, family); });
     if (count > 0 && (fields & fieldsWithRows) == 0) {
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(count, "contact") + " without data dropped");
+        report(eLost, NLogTitle::legacyRead, counted(count, "contact") + " without data dropped", count);
         count = 0;
     }
     // The arrays that aren't stored become zeros, the custom properties their initial values.
@@ -172,7 +173,7 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
         family.activeCollisions.read(*this);
         family.contactRecords.read(*this);
     }
-    settle(family, *stream);
+    settle(family);
     family.customProperties.resetToInitialValues(count);
     if (f.since(22, 1, 1))
         family.customProperties.read(*this);
@@ -204,18 +205,15 @@ void CDemTimestepDataWriter::writeContactsBase(CContactsBase& family)
 void CDemTimestepDataReader::readContacts(CContacts& contacts)
 {
     CInForm f = in();
-    const auto readFamilies = [&] {
-        contacts.surfaceSurface.read(*this);
-        contacts.surfaceGeometry.read(*this);
-    };
-    if (f.stores(gateContactBlocks))
-        f.blockOf(eContactsBlock, "contacts", contacts, readFamilies);
-    else {
-        CEmptiedUnlessWhole<CContacts> reading(contacts);
-        f.dropI32();
-        readFamilies();
-        reading.whole = true;
+    if (f.stores(gateContactBlocks)) {
+        f.families(eContactsBlock, "contacts", *this, contacts.surfaceSurface, contacts.surfaceGeometry);
+        return;
     }
+    CEmptiedUnlessWhole<CContacts> reading(contacts);
+    f.dropI32();
+    contacts.surfaceSurface.read(*this);
+    contacts.surfaceGeometry.read(*this);
+    reading.whole = true;
 }
 
 void CDemTimestepDataWriter::writeContacts(CContacts& contacts)

@@ -3,6 +3,7 @@
 #include "model/geometry_groups.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
@@ -90,9 +91,10 @@ static void readTriangles(CInForm& f, CGeometryGroup& group)
             triangleForm(arrays, group.dataMask, rows.ids, rows.nodes, rows.forces, rows.charges);
         });
     if (count != 0 && count != group.triangleNodes.size()) {
-        logMessage(eWarning, "Legacy read",
-                   f.stream.place.toStdString() + ": data of " + counted(count, "triangle") + " for geometry group \"" +
-                       group.name + "\" of " + std::to_string(group.triangleNodes.size()) + " dropped");
+        report(eLost, NLogTitle::legacyRead,
+               "data of " + counted(count, "triangle") + " for geometry group \"" + shortened(group.name) + "\" of " +
+                   std::to_string(group.triangleNodes.size()) + " dropped",
+               count, shortened(group.name));
         rows = STriangleRows();
     }
     takeTriangles(group, rows);

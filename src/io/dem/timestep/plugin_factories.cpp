@@ -2,6 +2,7 @@
 #include "physics/plugins/plugin_factory_list.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 
@@ -24,17 +25,17 @@ void CDemTimestepDataReader::readPluginParticleFactoryList(CPluginParticleFactor
         if (f.stores(gateFactoryLibrary))
             f.text(library);
         if (kind != QLatin1String("library")) {
-            logMessage(eWarning, "Legacy read",
-                       stream->place.section(',', 0, 0).toStdString() + ": factory \"" + name.toStdString() +
-                           "\" of the kind \"" + kind.toStdString() + "\" is no plug-in: left out.",
-                       0, 1);
+            reportOnce(eLost, NLogTitle::legacyRead,
+                       "factory \"" + shortened(name) + "\" of the kind \"" + shortened(kind) +
+                           "\" is no plug-in: left out.",
+                       1, shortened(name));
             continue;
         }
         if (!factories.addFactory(library, name))
-            logMessage(eWarning, "Legacy read",
-                       stream->place.section(',', 0, 0).toStdString() + ": plug-in factory \"" + name.toStdString() +
-                           "\" of the library \"" + library.toStdString() + "\" can't be bound here: left out.",
-                       0, 1);
+            reportOnce(eNotCarried, NLogTitle::legacyRead, // the deck is sound, the library isn't there
+                       "plug-in factory \"" + shortened(name) + "\" of the library \"" + shortened(library) +
+                           "\" can't be bound here: left out.",
+                       1, shortened(name));
     }
 }
 

@@ -33,9 +33,10 @@ void CDemTimestepDataReader::readUserDefinedFactorySize(CUserDefinedFactorySize&
         size.bandAccounting[value];
     const std::size_t perBand = bands.empty() ? 0 : stored.size() / bands.size();
     if (perBand * bands.size() != stored.size() || perBand > accountNumbers) {
-        logMessage(eWarning, "Legacy read",
-                   stream->place.toStdString() + ": " + counted(static_cast<qint64>(stored.size()), "number") +
-                       " for " + counted(static_cast<qint64>(bands.size()), "size band") + " of a factory dropped");
+        report(eLost, NLogTitle::legacyRead,
+               counted(static_cast<qint64>(stored.size()), "number") + " for " +
+                   counted(static_cast<qint64>(bands.size()), "size band") + " of a factory dropped",
+               stored.size());
         return;
     }
     auto number = stored.begin();

@@ -77,12 +77,11 @@ static void runForm(TForm& f, TTimestep& timestep)
 }
 
 /// Rows are positions: those that point at nothing are released.
-static void checkContacts(CTimestepData& timestep, const CDemDataStream& stream)
+static void checkContacts(CTimestepData& timestep)
 {
     if (const quint32 lost = timestep.removeDanglingContacts(); lost > 0)
-        logMessage(eWarning, "Legacy read",
-                   stream.place.toStdString() + ": " + counted(lost, "contact") +
-                       " released: a particle or triangle is missing");
+        report(eLost, NLogTitle::legacyRead, counted(lost, "contact") + " released: a particle or triangle is missing",
+               lost);
 }
 
 static void matchBonds(CTimestepData& timestep)
@@ -105,7 +104,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     if (wholeGeometry) {
         CDemCreatorDataReader creatorReader(*stream);
         creator.geometryGroups.read(creatorReader);
-        linkFactories(creator, *stream);
+        linkFactories(creator);
     }
     else
         creator.geometryGroups.read(*this);
@@ -117,7 +116,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
 
     if (f.since(20, 0, 2))
         timestep.contacts.read(*this);
-    checkContacts(timestep, *stream);
+    checkContacts(timestep);
     if (f.stores(gateContactBlocks))
         timestep.collisions.read(*this);
     if (f.since(21, 0, 2))

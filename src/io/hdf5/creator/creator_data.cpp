@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory.h"
 
@@ -53,9 +54,10 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
         });
     });
     data.linkFactories([](const CParticleFactory& factory, const QString& typeName) {
-        logMessage(eWarning, "HDF5 read",
-                   "The particle factory \"" + factory.name.toStdString() + "\" creates particles of the type \"" +
-                       typeName.toStdString() + "\", which isn't there.");
+        report(eRemark, NLogTitle::hdf5Read,
+               "The particle factory \"" + shortened(factory.name) + "\" creates particles of the type \"" +
+                   shortened(typeName) + "\", which isn't there.",
+               1, shortened(factory.name));
     });
     if (!in().since(30, 0, 4))
         applyMaterialRule(data);

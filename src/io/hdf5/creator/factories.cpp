@@ -5,6 +5,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/hdf5/link_names.h"
 #include "model/factories/dynamic_particle_factory.h"
@@ -46,9 +47,10 @@ static void readParameter(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, c
     QString word;
     in.attribute(kindName, word);
     if (!CKindRegistry<TFamily>::instance().knows(word)) {
-        logMessage(eWarning, "HDF5 read",
-                   "A parameter of the particle factory \"" + factory.name.toStdString() + "\" is skipped: no kind \"" +
-                       word.toStdString() + "\" is known.");
+        report(eLost, NLogTitle::hdf5Read,
+               "A parameter of the particle factory \"" + shortened(factory.name) + "\" is skipped: no kind \"" +
+                   shortened(word) + "\" is known.",
+               1, shortened(factory.name));
         return;
     }
     setKind(word);
@@ -69,11 +71,11 @@ static void readCustomParams(CHdf5CreatorDataReader& reader, CHdf5FormReader& in
             const CCustomPropertyMetaData* const property =
                 properties != nullptr ? properties->property(propertyName) : nullptr;
             if (property == nullptr || !factory.setCustomPropertyKind(property, kind)) {
-                logMessage(eWarning, "HDF5 read",
-                           "What the particle factory \"" + factory.name.toStdString() +
-                               "\" gives to the custom property \"" + propertyName + "\" is skipped: no such " +
-                               (property == nullptr ? "property" : "kind \"" + kind.toStdString() + "\"") +
-                               " is known.");
+                report(eLost, NLogTitle::hdf5Read,
+                       "What the particle factory \"" + shortened(factory.name) + "\" gives to the custom property \"" +
+                           shortened(propertyName) + "\" is skipped: no such " +
+                           (property == nullptr ? "property" : "kind \"" + shortened(kind) + "\"") + " is known.",
+                       1, shortened(factory.name));
                 return;
             }
             factory.customParams.at(property->id)->read(reader);
@@ -198,9 +200,10 @@ void CHdf5CreatorDataReader::readParticleFactoryList(CParticleFactoryList& list)
             in().attribute(kindName, type);
             std::unique_ptr<CParticleFactory> factory = createFactory(type, name);
             if (factory == nullptr) {
-                logMessage(eWarning, "HDF5 read",
-                           "The particle factory \"" + name.toStdString() + "\" is skipped: no factory \"" +
-                               type.toStdString() + "\" is known.");
+                report(eLost, NLogTitle::hdf5Read,
+                       "The particle factory \"" + shortened(name) + "\" is skipped: no factory \"" + shortened(type) +
+                           "\" is known.",
+                       1, shortened(name));
                 return;
             }
             list.add(std::move(factory)).read(*this);

@@ -177,9 +177,9 @@ void CHdf5CreatorDataWriter::writeRandomFactoryPosition(const CRandomFactoryPosi
 {
     randomPositionForm(out(), p);
     if (p.densityFactor != CRandomFactoryPosition().densityFactor)
-        logMessage(eWarning, "HDF5 write",
-                   "The density factor " + QString::number(p.densityFactor).toStdString() +
-                       " of a particle factory is dropped: this family has no place for it.");
+        report(eNotCarried, NLogTitle::hdf5Write,
+               "The density factor " + QString::number(p.densityFactor).toStdString() +
+                   " of a particle factory is dropped: this family has no place for it.");
 }
 
 void CHdf5CreatorDataReader::read3DLattice(C3DLattice& lattice) { readLattice(in(), latticeDefinition(lattice)); }
@@ -256,10 +256,11 @@ void CHdf5CreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValu
     std::vector<double> stored;
     in().plainRows(valuesName, stored);
     if (!p.takeStored(stored))
-        logMessage(eWarning, "HDF5 read",
-                   "A particle factory gives " + std::to_string(stored.size()) + " values to the custom property \"" +
-                       p.property()->name + "\", which has " + std::to_string(p.values.size()) +
-                       " elements: missing ones stay initial, others are discarded.");
+        report(stored.size() > p.values.size() ? eLost : eDefaulted, NLogTitle::hdf5Read,
+               "A particle factory gives " + std::to_string(stored.size()) + " values to the custom property \"" +
+                   p.property()->name + "\", which has " + std::to_string(p.values.size()) +
+                   " elements: missing ones stay initial, others are discarded.",
+               std::max(stored.size(), p.values.size()) - std::min(stored.size(), p.values.size()), p.property()->name);
 }
 
 void CHdf5CreatorDataWriter::writeFixedValueCustomPropertyFactoryParam(const CFixedValueCustomPropertyFactoryParam& p)

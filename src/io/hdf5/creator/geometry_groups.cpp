@@ -6,6 +6,7 @@
 
 #include "core/deck/application_state.h"
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/geometry.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/cad_geometry.h"
@@ -168,9 +169,9 @@ void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
             bool isNumber = false;
             const quint32 index = number.toUInt(&isNumber);
             if (group == nullptr || !isNumber) {
-                logMessage(eWarning, "HDF5 read",
-                           "Geometry group " + number.toStdString() + " of type \"" + type.toStdString() +
-                               "\" is skipped: " + (isNumber ? "no such type is known." : "its name is no number."));
+                report(eLost, NLogTitle::hdf5Read,
+                       "Geometry group " + shortened(number) + " of type \"" + shortened(type) +
+                           "\" is skipped: " + (isNumber ? "no such type is known." : "its name is no number."));
                 return;
             }
             group->index = index;

@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/hdf5/fixed_texts.h"
 #include "model/interactions.h"
@@ -22,8 +23,8 @@ void CHdf5CreatorDataReader::readInteractionMap(InteractionMap& interactions)
         leaveIfStopped();
         const QString key = textOf(record.key);
         if (interactions.entries.contains(key))
-            logMessage(eWarning, "HDF5 read",
-                       "Two interactions are keyed \"" + key.toStdString() + "\": the later one stays.");
+            report(eLost, NLogTitle::hdf5Read,
+                   "Two interactions are keyed \"" + shortened(key) + "\": the later one stays.", 1, shortened(key));
         auto interaction = std::make_unique<CInteraction>();
         interaction->restitution = record.restitution;
         interaction->staticFriction = record.staticFriction;

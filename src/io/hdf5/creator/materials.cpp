@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/hdf5/fixed_texts.h"
 #include "model/materials.h"
@@ -27,8 +28,8 @@ static void readMaterials(CHdf5FormReader& in, MaterialMap& materials)
         leaveIfStopped();
         const QString name = textOf(record.name);
         if (materials.contains(name))
-            logMessage(eWarning, "HDF5 read",
-                       "Two materials are named \"" + name.toStdString() + "\": the later one stays.");
+            report(eLost, NLogTitle::hdf5Read,
+                   "Two materials are named \"" + shortened(name) + "\": the later one stays.", 1, shortened(name));
         materials.set(name, new CMaterial(name.toStdString(), record.poisson, record.shearMod, record.density,
                                           record.workFunction, typeOf(record)));
     }

@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/geometry.h"
 #include "model/kinematics/conveyor_translation.h"
 #include "model/kinematics/kinematics.h"
@@ -170,9 +171,10 @@ static void tellOfLostBelt(const CTimeDepAction& motion)
 {
     const auto& belt = dynamic_cast<const CConveyorTranslation&>(motion);
     if (belt.initialVelocity != 0.0 || belt.acceleration != 0.0)
-        logMessage(eWarning, "HDF5 write",
-                   "Velocity, acceleration and axis of the conveyor \"" + belt.name.toStdString() +
-                       "\" are dropped: this family has no place for them.");
+        report(eNotCarried, NLogTitle::hdf5Write,
+               "Velocity, acceleration and axis of the conveyor \"" + shortened(belt.name) +
+                   "\" are dropped: this family has no place for them.",
+               1, shortened(belt.name));
 }
 
 void CHdf5CreatorDataReader::readKinematics(CKinematics& kinematics)
@@ -186,8 +188,8 @@ void CHdf5CreatorDataReader::readKinematics(CKinematics& kinematics)
                 in().attribute("type", type);
                 std::unique_ptr<CTimeDepAction> motion = createMotion(type);
                 if (motion == nullptr) {
-                    logMessage(eWarning, "HDF5 read",
-                               "A motion is skipped: no motion \"" + type.toStdString() + "\" is known.");
+                    report(eLost, NLogTitle::hdf5Read,
+                           "A motion is skipped: no motion \"" + shortened(type) + "\" is known.");
                     return;
                 }
                 motion->read(*this);

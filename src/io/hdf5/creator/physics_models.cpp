@@ -5,6 +5,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "physics/phantoms.h"
 #include "physics/physics_models.h"
 
@@ -22,11 +23,11 @@ static void tellPhantom(const H5::Group& group, const char* noun, const TModel& 
     if (dynamic_cast<const TPhantom*>(&model) == nullptr)
         return;
     const bool holdsMore = group.getNumObjs() > 0 || group.getNumAttrs() > 1;
-    logMessage(eWarning, "HDF5 read",
-               std::string(noun) + " \"" + model.modelName().toStdString() +
+    reportOnce(holdsMore ? eNotCarried : eRemark, NLogTitle::hdf5Read,
+               std::string(noun) + " \"" + shortened(model.modelName()) +
                    "\" isn't known here; its name and its place are kept" +
                    (holdsMore ? ", its parameters are lost." : "."),
-               0, 1);
+               1, shortened(model.modelName()));
 }
 
 /// Runs body(name, source) in the group of each model that the order names. One that isn't there ends the read.
@@ -93,9 +94,10 @@ static void writeList(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, cons
         const QString name = model->modelName();
         const bool twice = order.contains(name);
         if (twice || !canNameGroup(name)) {
-            logMessage(eWarning, "HDF5 write",
-                       std::string("The ") + noun + " \"" + name.toStdString() + "\" is left out: " +
-                           (twice ? "its list holds another one of that name." : "no group can have that name."));
+            report(eNotCarried, NLogTitle::hdf5Write,
+                   std::string("The ") + noun + " \"" + shortened(name) + "\" is left out: " +
+                       (twice ? "its list holds another one of that name." : "no group can have that name."),
+                   1, shortened(name));
             continue;
         }
         order.append(name);

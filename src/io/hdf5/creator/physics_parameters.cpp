@@ -5,6 +5,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/hdf5/fixed_texts.h"
 #include "physics/parameter_records.h"
@@ -105,9 +106,10 @@ static const auto fromRecord = [](const double& field, double& value) { value = 
 static void tellRepeats(const std::string& name, std::size_t rows, std::size_t entries)
 {
     if (rows != entries)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(rows - entries) + " of " + std::to_string(rows) + " rows of a table \"" + name +
-                       "\" repeat a name or pair: the later one stays.");
+        report(eLost, NLogTitle::hdf5Read,
+               std::to_string(rows - entries) + " of " + std::to_string(rows) + " rows of a table \"" + name +
+                   "\" repeat a name or pair: the later one stays.",
+               rows - entries);
 }
 
 // ---------------------------------------------------------------- the three directions
@@ -411,7 +413,8 @@ void CHdf5CreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelPa
         bool isNumber = false;
         const qint32 id = QString::fromStdString(name).toInt(&isNumber);
         if (!isNumber) {
-            logMessage(eWarning, "HDF5 read", "\"" + name + "\" among the moving planes is no number: skipped.");
+            report(eLost, NLogTitle::hdf5Read,
+                   "\"" + shortened(name) + "\" among the moving planes is no number: skipped.");
             continue;
         }
         in().group(name, [&] {

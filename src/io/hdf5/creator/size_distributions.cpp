@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/hdf5/link_names.h"
 #include "model/size_distributions.h"
@@ -69,9 +70,10 @@ void CHdf5CreatorDataReader::readUserDefinedDistribution(CUserDefinedDistributio
     for (const STwoDoublesType::SRecord& record : records)
         law.bands[record.first] = record.second;
     if (law.bands.size() < records.size())
-        logMessage(eWarning, "HDF5 read",
-                   "A size law has " + std::to_string(records.size()) + " bands of " +
-                       std::to_string(law.bands.size()) + " sizes: of equal sizes the later one stays.");
+        report(eLost, NLogTitle::hdf5Read,
+               "A size law has " + std::to_string(records.size()) + " bands of " + std::to_string(law.bands.size()) +
+                   " sizes: of equal sizes the later one stays.",
+               records.size() - law.bands.size());
 }
 
 void CHdf5CreatorDataWriter::writeUserDefinedDistribution(const CUserDefinedDistribution& law)
@@ -169,9 +171,10 @@ void CHdf5CreatorDataReader::readParticleSizeDistributionMap(CParticleSizeDistri
             in().attribute(kindName, kind);
             std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
             if (law == nullptr) {
-                logMessage(eWarning, "HDF5 read",
-                           "The size law of \"" + particleType.toStdString() + "\" is skipped: no law \"" +
-                               kind.toStdString() + "\" is known.");
+                report(eLost, NLogTitle::hdf5Read,
+                       "The size law of \"" + shortened(particleType) + "\" is skipped: no law \"" + shortened(kind) +
+                           "\" is known.",
+                       1, shortened(particleType));
                 return;
             }
             law->read(*this);
@@ -188,10 +191,10 @@ void CHdf5CreatorDataWriter::writeParticleSizeDistributionMap(const CParticleSiz
         for (const auto& entry : map.entries) {
             const SParticleDistribution& share = entry.second;
             if (isLawWithoutPlace(entry.first, share.distribution.get())) {
-                logMessage(
-                    eWarning, "HDF5 write",
-                    "Particle type \"" + entry.first +
-                        "\" has no size law in the deck: an HDF5 group can't have its name. No factory feeds it.");
+                report(eNotCarried, NLogTitle::hdf5Write,
+                       "Particle type \"" + shortened(entry.first) +
+                           "\" has no size law in the deck: an HDF5 group can't have its name. No factory feeds it.",
+                       1, shortened(entry.first));
                 continue;
             }
             out().group(names.next(QString::fromStdString(entry.first)), [&] {

@@ -67,7 +67,8 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     const quint32 held = commonLength(collisions, fields);
     tellIfOther("collisions", size, held);
     if (collisions.dropForeignArrays())
-        logMessage(eWarning, "HDF5 read", "Collisions hold more of the second end than a triangle has: dropped.", 0, 1);
+        report(eLost, NLogTitle::hdf5Read, "Collisions hold more of the second end than a triangle has: dropped.",
+               held);
     collisions.resizeRecords((fields & collisions.mask) != 0 ? held : 0);
     reading.whole = true;
 }

@@ -5,6 +5,8 @@
 
 #include "core/emptied.h"
 #include "core/left_behind.h"
+#include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/common_length.h"
 #include "io/hdf5/timestep/family_rows.h"
 #include "results/contacts.h"
@@ -44,14 +46,19 @@ static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
 static void settle(CContactsBase& contacts)
 {
     const quint32 records = contacts.activeCollisions.recordCount();
-    if (!contacts.fitCollisions() && contacts.rowCount() > 0)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(records) + " records of collisions for " + std::to_string(contacts.rowCount()) +
-                       " contacts: cut or filled up with zeros.");
+    const quint32 rows = contacts.rowCount();
+    if (!contacts.fitCollisions() && rows > 0) {
+        const std::string text =
+            std::to_string(records) + " records of collisions for " + std::to_string(rows) + " contacts: ";
+        if (records > rows)
+            report(eLost, NLogTitle::hdf5Read, text + "the others are cut off.", records - rows);
+        else
+            report(eDefaulted, NLogTitle::hdf5Read, text + "filled up with zeros.", rows - records);
+    }
     if (const quint32 strays = contacts.strayCount(); strays > 0)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(strays) + (strays == 1 ? " contact" : " contacts") +
-                       " with a negative overlap dropped.");
+        report(eLost, NLogTitle::hdf5Read,
+               std::to_string(strays) + (strays == 1 ? " contact" : " contacts") + " with a negative overlap dropped.",
+               strays);
     contacts.rebuildFreeChain();
 }
 
@@ -91,7 +98,7 @@ static void noteLegacyValues(const CContactsBase& contacts)
     noteLeftBehind("legacy scalars of contacts", others(contacts.legacyScalar));
     noteLeftBehind("legacy flags of contacts", others(contacts.legacyFlags));
     for (const SContactRecord& record : contacts.contactRecords.records)
-        noteLeftBehind("values of the contact record \"" + record.name.toStdString() + '"', record.rowCount());
+        noteLeftBehind("values of the contact record \"" + shortened(record.name) + '"', record.rowCount());
 }
 
 void CHdf5TimestepDataWriter::writeContactsBase(CContactsBase& contacts)

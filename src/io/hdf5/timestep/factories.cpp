@@ -4,6 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/link_names.h"
 #include "model/factories/dynamic_particle_factory.h"
 #include "model/factories/factory_angular_velocity.h"
@@ -162,9 +163,10 @@ void CHdf5TimestepDataReader::readParticleFactoryList(CParticleFactoryList& list
             if (CParticleFactory* const factory = list.find(name))
                 factory->read(*this);
             else
-                logMessage(eWarning, "HDF5 read",
-                           "The state of the particle factory \"" + name.toStdString() +
-                               "\" is skipped: the model has no such factory.");
+                report(eLost, NLogTitle::hdf5Read,
+                       "The state of the particle factory \"" + shortened(name) +
+                           "\" is skipped: the model has no such factory.",
+                       1, shortened(name));
         });
     });
 }

@@ -67,9 +67,9 @@ void CHdf5TimestepDataWriter::writeUserDefinedFactorySize(const CUserDefinedFact
     for (const auto& entry : p.bandAccounting) {
         const QString name = bandName(entry.first);
         if (name == before) { // the sizes are in order
-            logMessage(eWarning, "HDF5 write",
-                       "The account of the size band " + QString::number(entry.first, 'g', 17).toStdString() +
-                           " of a particle factory is dropped: this family tells bands apart by six digits.");
+            report(eNotCarried, NLogTitle::hdf5Write,
+                   "The account of the size band " + QString::number(entry.first, 'g', 17).toStdString() +
+                       " of a particle factory is dropped: this family tells bands apart by six digits.");
             continue;
         }
         before = name;

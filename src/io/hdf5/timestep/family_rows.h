@@ -12,9 +12,12 @@ namespace NBrenmark {
 /// \param what  "contacts"
 inline void tellIfOther(const char* what, quint32 announced, quint32 held)
 {
-    if (held != announced)
-        report(eRepaired, NLogTitle::hdf5Read,
-               std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) + " are there.");
+    const std::string text =
+        std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) + " are there.";
+    if (held < announced)
+        report(eLost, NLogTitle::hdf5Read, text, announced - held);
+    else if (held > announced)
+        report(eRepaired, NLogTitle::hdf5Read, text, held - announced);
 }
 
 } // namespace NBrenmark

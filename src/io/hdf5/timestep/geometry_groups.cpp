@@ -5,6 +5,7 @@
 
 #include "core/left_behind.h"
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/geometry.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry_groups.h"
@@ -112,9 +113,9 @@ void CHdf5TimestepDataReader::readGeometryGroups(GeometryGroups& groups)
             bool isNumber = false;
             CGeometryGroup* const group = groups.at(number.toUInt(&isNumber));
             if (group == nullptr || !isNumber) {
-                logMessage(eWarning, "HDF5 read",
-                           "The state of geometry group " + number.toStdString() +
-                               " is skipped: the model has no such group.");
+                report(eLost, NLogTitle::hdf5Read,
+                       "The state of geometry group " + shortened(number) +
+                           " is skipped: the model has no such group.");
                 return;
             }
             readGeometryGroup(*group);

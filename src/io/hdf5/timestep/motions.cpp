@@ -89,9 +89,10 @@ void CHdf5TimestepDataReader::readKinematics(CKinematics& kinematics)
         const hsize_t count = in().childCount();
         if (count > kinematics.actions.size()) {
             // One that the model couldn't take stands somewhere among them: which states are whose is lost.
-            logMessage(eWarning, "HDF5 read",
-                       "The state of " + std::to_string(count) + " motions is skipped: the model has " +
-                           std::to_string(kinematics.actions.size()) + ".");
+            report(eLost, NLogTitle::hdf5Read,
+                   "The state of " + std::to_string(count) + " motions is skipped: the model has " +
+                       std::to_string(kinematics.actions.size()) + ".",
+                   count);
             return;
         }
         for (hsize_t i = 0; i < count; ++i)

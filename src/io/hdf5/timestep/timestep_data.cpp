@@ -58,9 +58,10 @@ void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
 void checkContacts(CTimestepData& data)
 {
     if (const quint32 lost = data.removeDanglingContacts(); lost > 0)
-        logMessage(eWarning, "HDF5 read",
-                   std::to_string(lost) + (lost == 1 ? " contact" : " contacts") +
-                       " released: a particle or triangle is missing.");
+        report(eLost, NLogTitle::hdf5Read,
+               std::to_string(lost) + (lost == 1 ? " contact" : " contacts") +
+                   " released: a particle or triangle is missing.",
+               lost);
 }
 
 void matchBonds(CTimestepData& data)

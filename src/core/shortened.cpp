@@ -1,0 +1,24 @@
+#include "core/shortened.h"
+
+namespace NBrenmark {
+
+constexpr std::size_t longest = 200; // as much as one can look through
+
+std::string shortened(const std::string& text)
+{
+    if (text.size() <= longest)
+        return text;
+    std::size_t end = longest;
+    // The bytes of a character behind its first one begin with the bits 10.
+    while (end > longest - 4 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end;
+    return text.substr(0, end) + "...";
+}
+
+std::string shortened(const QString& text)
+{
+    // Cut before it is encoded: a character of the text takes a byte at least.
+    return shortened(text.left(static_cast<int>(longest) + 1).toStdString());
+}
+
+} // namespace NBrenmark

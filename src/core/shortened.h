@@ -1,0 +1,14 @@
+#pragma once
+// Names and texts out of a file, for messages: a damaged length makes a name of a whole file's size.
+
+#include <QString>
+#include <string>
+
+namespace NBrenmark {
+
+/// At most 200 bytes of a text in UTF-8, up to a whole character; "..." takes the place of the rest.
+std::string shortened(const std::string& text);
+/// The same as UTF-8, with "?" for what is no character.
+std::string shortened(const QString& text);
+
+} // namespace NBrenmark

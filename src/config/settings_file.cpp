@@ -82,11 +82,12 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
     QFile file(fileName);
     if (const std::string cause = openPlainFile(file); !cause.empty()) {
         if (file.exists())
-            logMessage(eWarning, "Settings", currentFile + " is left out, it can't be opened: " + cause);
+            report(eLost, NLogTitle::settings, currentFile + " is left out, it can't be opened: " + cause);
         return true;
     }
     CVersionedStream stream(&file);
     std::string text;
+    ECause cause = eCauseNone;
     bool loaded = readHeader(stream, text);
     if (loaded) {
         lastVersion = stream.fileVersion();
@@ -94,9 +95,10 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
         CBackgroundReadWriteController reader(*this, stream, false, progress);
         loaded = reader.execute();
         text = reader.errorText();
+        cause = reader.errorCause();
     }
     if (!loaded && !text.empty())
-        logMessage(eError, "Settings", currentFile + ": " + text);
+        reportFailure(NLogTitle::settings, currentFile + ": " + text, cause == eCauseNone ? eCauseSource : cause);
     return loaded;
 }
 
@@ -151,8 +153,9 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
         return false;
     }
     if (damagedBlocks > mostToldBlocks)
-        logMessage(eWarning, "Settings",
-                   currentFile + ": " + std::to_string(damagedBlocks - mostToldBlocks) + " more damaged blocks.");
+        report(eLost, NLogTitle::settings,
+               currentFile + ": " + std::to_string(damagedBlocks - mostToldBlocks) + " more damaged blocks.",
+               static_cast<quint64>(damagedBlocks - mostToldBlocks));
     settingsDirty = damagedBlocks > 0;
     return true;
 }
@@ -163,10 +166,10 @@ bool CSettingsFile::blockFailed(const SSettingsEntry* entry, qint64 position, co
     if (entry)
         entry->entry->clear(true);
     if (++damagedBlocks <= mostToldBlocks)
-        logMessage(eWarning, "Settings",
-                   currentFile + ", " + (entry ? "block of the " + entry->name : std::string("block")) + " at byte " +
-                       std::to_string(position) + ": " + text +
-                       "\nWill attempt to restart reading with next settings entry");
+        report(eLost, NLogTitle::settings,
+               currentFile + ", " + (entry ? "block of the " + entry->name : std::string("block")) + " at byte " +
+                   std::to_string(position) + ": " + text +
+                   "\nWill attempt to restart reading with next settings entry");
     return false;
 }
 
@@ -225,6 +228,9 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     catch (const not_carried_error&) {
         throw;
     }
+    catch (const std::bad_alloc&) {
+        throw; // too little memory says nothing of the file
+    }
     catch (const std::exception& error) {
         return entryFailed("Could not read settings entry (unknown reason) (" + std::string(error.what()) + ")");
     }
@@ -253,7 +259,7 @@ bool CSettingsFile::saveSettings(const QString& fileName, IProgressController* p
     const auto failed = [this](const std::string& text) {
         settingsDirty = true; // what isn't saved yet is still to be saved
         if (!text.empty())
-            logMessage(eError, "Settings", currentFile + ": " + text);
+            reportFailure(NLogTitle::settings, currentFile + ": " + text, eCauseTarget);
         return false;
     };
 
@@ -300,8 +306,9 @@ bool CSettingsFile::writeBlock(QDataStream& stream, IProgressController* progres
 {
     QIODevice& device = *stream.device();
     const auto failed = [&](const std::string& cause) {
-        logMessage(eError, "Settings",
-                   currentFile + ", block of the " + entry.name + ": Could not write settings entry" + cause);
+        reportFailure(NLogTitle::settings,
+                      currentFile + ", block of the " + entry.name + ": Could not write settings entry" + cause,
+                      eCauseTarget);
         return false;
     };
     stream.writeRawData(startMarker, markerLength);

@@ -1,5 +1,5 @@
 #pragma once
-// Selections that can't be taken apart, carried whole. Where nobody knows how long a record is, one that can't be read
+// Selections that can't be taken apart, carried whole. Where nothing says how long a record is, one that can't be read
 // ends the reading of all that follow. So these have a block of their own in the settings file, which programs that
 // don't know it leave out, and read everything else.
 

@@ -21,7 +21,7 @@ struct SSelectionPiece
     std::optional<SDisplayPart> display; ///< none if the record can't be taken apart
 };
 
-/// Cuts a block. What looks like a selection inside of another one's bytes is told from a selection by what can be
+/// Cuts a block. What looks like a selection inside of another one's bytes is distinguished from a selection by what can be
 /// taken apart: of all cuts into so many pieces, the one with the most such pieces is right if it is alone.
 /// \param block  from the first selection's class on
 /// \return none if no cut is right

@@ -21,11 +21,11 @@ struct SDisplayPart
 
 /// Of all places in which the rest reads, the one that meets the most words of known classes (filters, queries, shapes)
 /// is right if it is alone with that number and meets one at least; so is an only place. Otherwise, and if the work
-/// grows out of proportion to the record, nothing is told.
+/// grows out of proportion to the record, it gives up without a decision.
 /// \param scratch  of the record's class; its content is lost
 std::optional<SDisplayPart> displayOf(CSelection& scratch, const QByteArray& record, quint32 version, quint32 edition);
 
-/// Fills a selection from a record that displayOf has told of.
+/// Fills a selection from a record whose display bytes displayOf has found.
 void readRecord(CSelection& selection, const QByteArray& record, const SDisplayPart& display, quint32 version,
                 quint32 edition);
 

@@ -95,7 +95,7 @@ static CCopyRegistry& copyRegistry()
     return registry;
 }
 
-/// A name beside the target that nobody can have put a link under beforehand, and that is never too long where the
+/// A name beside the target under which no link can have been put beforehand, and that is never too long where the
 /// target's own isn't.
 static QString unfinishedName(const QString& target)
 {

@@ -9,7 +9,7 @@ std::string shortened(const std::string& text)
     if (text.size() <= longest)
         return text;
     std::size_t end = longest;
-    // The bytes of a character behind its first one begin with the bits 10.
+    // The bytes of a character after its first one begin with the bits 10.
     while (end > longest - 4 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
         --end;
     return text.substr(0, end) + "...";

@@ -43,7 +43,7 @@ class IConversionObserver
 {
 public:
     virtual ~IConversionObserver() = default;
-    /// \param steps  two for each timestep: 2i is told before timestep i is written, 2i + 1 after it
+    /// \param steps  two for each timestep: 2i is reported before timestep i is written, 2i + 1 after it
     virtual void starting(int steps, const QString& title) = 0;
     virtual void stepReached(int step) = 0;
     /// All timesteps were written and the companion files have been seen to.

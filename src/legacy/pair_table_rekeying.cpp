@@ -129,7 +129,7 @@ public:
             auto pair = geometrySide ? geometryPair(creator, entry.first, entry.second)
                                      : typesPair(creator, entry.first, entry.second);
             if (!pair || pair->first.isEmpty() || pair->second.isEmpty()) {
-                tell(eLost, "the entry of " + names + " is dropped, for no pair of materials stands behind it.");
+                tell(eUpgraded, "the entry of " + names + " is dropped, for no pair of materials stands behind it.");
                 continue;
             }
             const auto* const standing = find(result, pair->first.toStdString(), pair->second.toStdString());

@@ -89,6 +89,25 @@ TEST(Convert, makesADeckThatHoldsAllAndTellsSo)
               source.target("out.dem") + ": HDF5 30.0.20, 3 timesteps, 72 particles of 2 types: needs no conversion\n");
 }
 
+TEST(Convert, callsADeckWholeOnlyIfNothingOfItWasLost)
+{
+    CTempFolder folder;
+    const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "d"));
+    emptySettings(makeVersion(27, 0, 3)).toFile(folder.path("d.ess"));
+    // What isn't read is missing on both sides, so no difference says it.
+    folder.write("d.ess", folder.read("d.ess") + "ESS_BLOCK_ no block");
+    const std::string out = argument(folder.path("out.dem"));
+    const SToolResult alone = runTool({"convert", deck, out});
+    EXPECT_EQ(alone.exitCode, 3) << alone.error;
+    EXPECT_TRUE(contains(alone.output, "; lost: ")) << alone.output;
+    for (const SToolResult& result :
+         {runTool({"convert", deck, out, "--force", "--verify"}), runTool({"verify", deck, out})}) {
+        EXPECT_EQ(result.exitCode, 3) << result.error;
+        EXPECT_TRUE(contains(result.output, "holds all that could be read of " + deck)) << result.output;
+    }
+    EXPECT_EQ(Json::parse(runTool({"verify", deck, out, "--json"}).output)["result"], "partial");
+}
+
 TEST(Convert, carriesEverySampleDeckOverWithoutADifference)
 {
     const QDir samples = QFileInfo(QString::fromStdString(sampleDeck("pile-27.dem"))).dir();

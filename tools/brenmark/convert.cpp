@@ -128,8 +128,9 @@ void tell(const SConvertOptions& options, const QString& target, const SConversi
         printResult(utf8(options.source) + ": converted to " + utf8(target) + ": " +
                     countText(static_cast<quint64>(conversion.written), "timestep") + ", " +
                     sizeText(static_cast<double>(bytesRead)) + " read, " + sizeText(static_cast<double>(bytesWritten)) +
-                    " written in " + durationText(conversion.seconds) + '\n');
-    if (options.verify && (!options.quiet || !verification.equal()))
+                    " written in " + durationText(conversion.seconds) +
+                    (holdsDamage(conversion.messages) ? "; lost: " + damageText(conversion.messages) : "") + '\n');
+    if (options.verify && (!options.quiet || verification.exitCode() != eExitDone))
         printVerification(verification, options.source, target);
     flushResult();
 }
@@ -166,7 +167,9 @@ EExitCode converted(const SConvertOptions& options, const QString& target)
         CProgressDisplay progress(options.quiet || !errorIsTerminal());
         verification = verify(options.source, target, defaultDifferenceLimit, progress);
     }
-    const EExitCode code = verification.equal() ? eExitDone : eExitDifferent;
+    EExitCode code = verification.exitCode();
+    if (code == eExitDone && holdsDamage(conversion.messages))
+        code = eExitSource;
     if (options.json) {
         Json object = resultObject("converted", code, options.source, target);
         addConversion(object, conversion, bytesRead, bytesWritten);

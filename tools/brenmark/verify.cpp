@@ -255,6 +255,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
     const auto begin = std::chrono::steady_clock::now();
     SVerification result;
     const SDeckDigest first = digestOf(source, "reading source,", progress, result.messages);
+    result.lost = damageText(result.messages);
     const SDeckDigest second =
         readingConverted([&] { return digestOf(converted, "reading converted,", progress, result.messages); });
     progress.clear();
@@ -324,8 +325,10 @@ void printVerification(const SVerification& verification, const QString& source,
 {
     const std::string timesteps = countText(verification.timesteps, "timestep");
     if (verification.equal()) {
-        printResult(utf8(converted) + ": holds all of " + utf8(source) + ": " + timesteps + " compared in " +
-                    durationText(verification.seconds) + ", no difference\n");
+        const std::string held = verification.lost.empty() ? ": holds all of " : ": holds all that could be read of ";
+        printResult(utf8(converted) + held + utf8(source) + ": " + timesteps + " compared in " +
+                    durationText(verification.seconds) + ", no difference" +
+                    (verification.lost.empty() ? "" : "; lost: " + verification.lost) + '\n');
         printMeant(verification.meant);
         return;
     }
@@ -353,6 +356,7 @@ Json jsonVerification(const SVerification& verification)
                          {"stored", side(change.stored)},
                          {"upgraded", side(change.upgraded)}});
     return {{"equal", verification.equal()},
+            {"lost", side(verification.lost)},
             {"timesteps", verification.timesteps},
             {"seconds", verification.seconds},
             {"differences", differences},
@@ -369,9 +373,11 @@ EExitCode runVerify(const SVerifyOptions& options)
         verification = verify(options.source, options.converted, options.limit, progress);
     }
     printLedger(verification.messages, eWithoutUpgrades);
-    const EExitCode code = verification.equal() ? eExitDone : eExitDifferent;
+    const EExitCode code = verification.exitCode();
     if (options.json) {
-        Json object{{"result", verification.equal() ? "equal" : "different"},
+        Json object{{"result", !verification.equal()       ? "different"
+                               : verification.lost.empty() ? "equal"
+                                                           : "partial"},
                     {"code", code},
                     {"source", utf8(options.source)},
                     {"converted", utf8(options.converted)}};

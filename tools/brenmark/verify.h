@@ -1,6 +1,7 @@
 #pragma once
 // The comparison of two decks by their texts: the proof that a conversion lost nothing.
 
+#include "brenmark/exit_codes.h"
 #include "brenmark/json_text.h"
 #include "brenmark/meant_changes.h"
 
@@ -29,9 +30,12 @@ struct SVerification
     std::vector<SModelChange> meant;      ///< what the upgrades of a legacy source changed in its models
     quint32 timesteps = 0;                ///< of the source
     double seconds = 0.0;
-    Ledger messages; ///< of reading both
+    std::string lost; ///< of the source through damage, as it was read; empty for nothing
+    Ledger messages;  ///< of reading both
 
     bool equal() const { return differences.empty(); }
+    /// A loss of the source is missing on both sides, and no difference: it counts all the same.
+    EExitCode exitCode() const { return !equal() ? eExitDifferent : lost.empty() ? eExitDone : eExitSource; }
 };
 
 constexpr unsigned int defaultDifferenceLimit = 100;

@@ -3,6 +3,7 @@
 #include "analysis/nd_data.h"
 #include "analysis/own_geometry.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "core/stop_flag.h"
 #include "core/versioned_stream.h"
 #include "model/geometry_groups.h"
@@ -23,6 +24,15 @@ void IEntryForm::text(const char* name, std::string& value)
     text(name, shown);
     if (isReading())
         value = shown.toStdString();
+}
+
+void IEntryForm::dropObsolete(std::initializer_list<QString*> texts)
+{
+    for (QString* text : texts) {
+        if (!text->isEmpty())
+            reportOnce(eUpgraded, NLogTitle::settings, messageText(eMessageSettingsObsolete).toStdString());
+        text->clear();
+    }
 }
 
 void IEntryForm::integers(const char* name, std::set<qint32>& values)

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <set>
 #include <string>
@@ -66,6 +67,9 @@ public:
     /// The length of a list whose elements take at least elementBytes each: the one given, or the file's.
     /// \throws std::length_error  if the rest of the block can't hold them
     virtual quint32 count(const char* name, quint32 present, qint64 elementBytes) = 0;
+
+    /// Empties texts whose meaning ended with the file's version; the log says so if one held anything.
+    static void dropObsolete(std::initializer_list<QString*> texts);
 
     /// Runs body for values that stand below a name of their own.
     virtual void group(const QString&, const std::function<void()>& body) { body(); }

@@ -121,9 +121,9 @@ bool CFieldData::read(QDataStream& stream, IProgressController* progress)
         return false;
     }
     if (positionList.size() != valueList.size()) {
-        logMessage(eWarning, "Settings",
-                   "Field \"" + name + "\": " + std::to_string(positionList.size()) + " points and " +
-                       std::to_string(valueList.size()) + " values, which don't go together.");
+        report(eRemark, NLogTitle::settings,
+               "Field \"" + name + "\": " + std::to_string(positionList.size()) + " points and " +
+                   std::to_string(valueList.size()) + " values, which don't go together.");
         positionList.clear();
         valueList.clear();
     }

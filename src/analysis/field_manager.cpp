@@ -111,7 +111,7 @@ bool CFieldManager::write(QDataStream& stream, IProgressController* progress)
     stream << qint32(valid);
     for (const auto& [name, field] : byName) {
         if (const std::string lack = field->invalidity(); !lack.empty()) {
-            logMessage(eWarning, "Settings", "Field \"" + name + "\" not written: " + lack + ".");
+            report(eLost, NLogTitle::settings, "Field \"" + name + "\" isn't written: " + lack + ".", 1, name);
             continue;
         }
         if (step.isCancelled() || !field->write(stream, progress))

@@ -32,10 +32,8 @@ void CQuery::form(IEntryForm& f)
     f.flag("contactQuery", contactQuery);
     f.point("reference1Point", reference1.point);
     f.point("reference2Point", reference2.point);
-    if (f.isReading() && !f.since(30, 0, 18)) { // what stood there before meant something else
-        secondaryComponent.clear();
-        typeName.clear();
-    }
+    if (f.isReading() && !f.since(30, 0, 18)) // until then both meant something else
+        f.dropObsolete({&secondaryComponent, &typeName});
 }
 
 bool CQuery::write(QDataStream& stream, IProgressController*)

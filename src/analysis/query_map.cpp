@@ -109,7 +109,7 @@ bool QueryMap::read(QDataStream& stream, IProgressController*)
         form(f);
     }
     catch (const unknown_query& error) {
-        logMessage(eWarning, "Settings", error.what());
+        report(eRemark, NLogTitle::settings, error.what()); // whose block it is counts the loss
         return false;
     }
     return true;
@@ -148,9 +148,9 @@ void QueryMap::readConfiguration(NConfig::CConfigHandle& handle)
         const QString identifier = child.value<QString>(NConfig::CKeyPath::fromString(classKey));
         std::unique_ptr<CQuery> query = createQuery(identifier, 0);
         if (query == nullptr) {
-            logMessage(eWarning, "Configuration",
-                       child.basePath().toString() + ": query of the unknown class \"" +
-                           identifier.left(80).toStdString() + "\" left alone.");
+            report(eCarriedUnread, NLogTitle::configuration,
+                   child.basePath().toString() + ": query of the unknown class \"" + identifier.left(80).toStdString() +
+                       "\": its keys stay as they are.");
             continue;
         }
         query->configurationKey = key.toString();

@@ -17,10 +17,8 @@ void CGeometricRegionSelection::anchorForm(IEntryForm& f)
     f.text("sectionName", sectionName);
     f.text("startPointName", startPointName);
     f.text("endPointName", endPointName);
-    if (f.isReading() && !f.since(30, 0, 18)) { // what stood there before meant something else
-        startPointName.clear();
-        endPointName.clear();
-    }
+    if (f.isReading() && !f.since(30, 0, 18)) // until then both meant something else
+        f.dropObsolete({&startPointName, &endPointName});
 }
 
 static constexpr int integerBytes = 4;

@@ -27,7 +27,9 @@ static constexpr int leastSelectionBytes = 3 * 4 + 1;
 static std::string particleDisplayOf(const std::string& selection) { return selection + " Particles"; }
 static std::string contactDisplayOf(const std::string& selection) { return selection + " Contacts"; }
 
-static void tell(const std::string& text) { logMessage(eWarning, "Selection", text); }
+static constexpr SLogTitle title{"Selection", eCauseInternal};
+
+static void tell(const std::string& text) { report(eRemark, title, text); }
 
 CSelectionMap::CSelectionMap() = default;
 CSelectionMap::~CSelectionMap() = default;
@@ -132,37 +134,51 @@ void CSelectionMap::clear(bool notify)
 
 // ---------------------------------------------------------------- the block
 
-bool CSelectionMap::write(QDataStream& stream, IProgressController* progress)
+std::vector<SSelectionPiece> CSelectionMap::storedPieces() const
 {
-    struct SStored
-    {
-        std::string name;
-        CSelection* selection; ///< null for what is carried
-        const SCarriedSelection* carried;
-    };
-    std::vector<SStored> stored;
+    std::vector<SSelectionPiece> stored;
     for (const auto& [name, selection] : byName)
         if (!selection->isSubSelection())
-            stored.push_back({name, selection.get(), nullptr});
+            stored.push_back({selection->typeId(), QString::fromStdString(name), writtenRecord(*selection), {}});
     for (const SCarriedSelection& carried : carriedOnes.selections())
         if (carried.isAtHome)
-            stored.push_back({carried.name.toStdString(), nullptr, &carried});
-    std::stable_sort(stored.begin(), stored.end(), [](const SStored& a, const SStored& b) { return a.name < b.name; });
+            stored.push_back({carried.typeId, carried.name, carried.bytes, {}});
+    std::stable_sort(stored.begin(), stored.end(), [](const SSelectionPiece& a, const SSelectionPiece& b) {
+        return a.name.toStdString() < b.name.toStdString();
+    });
+    return stored;
+}
 
+/// The block from the first selection's class on.
+static QByteArray blockOf(const std::vector<SSelectionPiece>& pieces)
+{
+    QByteArray block;
+    QDataStream stream(&block, QIODevice::WriteOnly);
+    for (const SSelectionPiece& piece : pieces) {
+        stream << piece.typeId << piece.name;
+        stream.writeRawData(piece.record.constData(), piece.record.size());
+    }
+    return block;
+}
+
+/// Whether the block of these pieces would be cut into them again.
+static bool areCutAgain(const std::vector<SSelectionPiece>& pieces)
+{
+    const auto again = cutSelections(blockOf(pieces), static_cast<qint32>(pieces.size()), currentFileVersion(), 0);
+    return again && std::equal(pieces.begin(), pieces.end(), again->begin(), again->end(),
+                               [](const SSelectionPiece& a, const SSelectionPiece& b) { return a.record == b.record; });
+}
+
+bool CSelectionMap::write(QDataStream& stream, IProgressController* progress)
+{
+    const std::vector<SSelectionPiece> stored = storedPieces();
     CProgressStep step(progress, static_cast<int>(stored.size()), QStringLiteral("Writing Selections"));
     stream << qint32(stored.size());
-    for (const SStored& entry : stored) {
+    for (const SSelectionPiece& piece : stored) {
         if (step.isCancelled())
             return false;
-        if (entry.selection != nullptr) {
-            stream << entry.selection->typeId() << QString::fromStdString(entry.name);
-            if (!entry.selection->write(stream, progress))
-                return false;
-        }
-        else {
-            stream << entry.carried->typeId << entry.carried->name;
-            stream.writeRawData(entry.carried->bytes.constData(), entry.carried->bytes.size());
-        }
+        stream << piece.typeId << piece.name;
+        stream.writeRawData(piece.record.constData(), piece.record.size());
         step.tick();
     }
     setModified(false);
@@ -208,12 +224,15 @@ bool CSelectionMap::read(QDataStream& stream, IProgressController* progress)
         pieces.emplace();
     else if (count > 0 && count <= (payload.size() - countBytes) / leastSelectionBytes)
         pieces = cutSelections(payload.mid(countBytes), count, version, edition);
-    if (!pieces) {
+    const auto carryBlock = [&] {
         const std::string announced = std::to_string(count) + " selections announced";
         if (blockEndOf(stream) < 0)
             throw std::length_error(announced + ", in a block whose end can't be found");
         carryWhole({QString(), QString(), version, edition, payload, false},
-                   announced + ", and nothing tells where each of them begins.");
+                   announced + ", and nothing says where each of them begins.");
+    };
+    if (!pieces) {
+        carryBlock();
         pieces.emplace();
     }
     for (const SSelectionPiece& piece : *pieces) {
@@ -242,6 +261,12 @@ bool CSelectionMap::read(QDataStream& stream, IProgressController* progress)
             return false;
         }
         step.tick();
+    }
+    // What is written has to be found again by the next one who reads it.
+    if (const std::vector<SSelectionPiece> stored = storedPieces(); !stored.empty() && !areCutAgain(stored)) {
+        clear(true);
+        carriedOnes.clear(true);
+        carryBlock();
     }
     setModified(false);
     return true;

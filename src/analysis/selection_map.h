@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace NBrenmark::NSelection {
 
@@ -59,6 +60,8 @@ Q_SIGNALS:
 
 private:
     std::unique_ptr<CSelection> takenApart(const SSelectionPiece& piece, quint32 version, quint32 edition);
+    /// As a block holds them, in the order of their names.
+    std::vector<SSelectionPiece> storedPieces() const;
     void carryWhole(SCarriedSelection selection, const std::string& cause);
 
     CDisplayOptionManager displays; // outlives the selections, which look at it

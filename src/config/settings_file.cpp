@@ -3,6 +3,7 @@
 #include "config/file_replacer.h"
 #include "core/background_read_write.h"
 #include "core/log.h"
+#include "core/messages.h"
 #include "core/not_carried.h"
 #include "core/plain_file.h"
 #include "core/progress.h"
@@ -61,7 +62,7 @@ static bool readHeader(CVersionedStream& stream, std::string& text)
     pattern << fileMarker;
     QByteArray marker(expected.size(), '\0');
     if (stream.readRawData(marker.data(), marker.size()) != marker.size() || marker != expected) {
-        text = "Corrupt Settings file (File marker does not match)";
+        text = messageText(eMessageSettingsMarkerWrong).toStdString();
         return false;
     }
     quint32 version = 0;
@@ -160,16 +161,17 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
     return true;
 }
 
-/// Tells of a damaged block, whose entry, if it is known, ends empty. Always false.
-bool CSettingsFile::blockFailed(const SSettingsEntry* entry, qint64 position, const std::string& text)
+/// Reports a damaged block, whose entry, if it is known, ends empty. Always false.
+bool CSettingsFile::blockFailed(const SSettingsEntry* entry, qint64 position, EMessage message,
+                                const std::string& detail)
 {
     if (entry)
         entry->entry->clear(true);
     if (++damagedBlocks <= mostToldBlocks)
         report(eLost, NLogTitle::settings,
                currentFile + ", " + (entry ? "block of the " + entry->name : std::string("block")) + " at byte " +
-                   std::to_string(position) + ": " + text +
-                   "\nWill attempt to restart reading with next settings entry");
+                   std::to_string(position) + (detail.empty() ? "" : " (" + detail + ")") + ": " +
+                   messageText(message).toStdString());
     return false;
 }
 
@@ -193,8 +195,7 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     QIODevice& device = *stream.device();
     const qint64 blockAt = device.pos();
     if (!takeMarker(stream, startMarker))
-        return blockFailed(nullptr, blockAt,
-                           "Detected Corruption in settings file (block start marker not found at expected position)");
+        return blockFailed(nullptr, blockAt, eMessageSettingsNoBlockStart);
 
     const qint64 lengthAt = device.pos();
     qint32 length = 0;
@@ -206,24 +207,25 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     // A length that leads out of the file, or back before the payload, is damaged itself and taken for nothing.
     const qint64 announcedEnd = lengthAt + length;
     const bool hasEnd = announcedEnd >= payloadAt && announcedEnd <= device.size();
-    const auto failed = [&](const std::string& text) {
+    const auto failed = [&](EMessage message, const std::string& cause = std::string()) {
         const std::string size = hasEnd ? std::to_string(announcedEnd - payloadAt) + " bytes" : "length unknown";
-        return blockFailed(entry, blockAt, text + "; what it held is left out: " + size);
+        return blockFailed(entry, blockAt, message,
+                           "what it held is left out, " + size + (cause.empty() ? "" : ": " + cause));
     };
     if (!entry)
-        return failed("Detected Corruption in settings file (unkown settings entry ID)" +
-                      (hasHead ? ", identifier " + std::to_string(identifier) : std::string()));
-    const auto entryFailed = [&](const std::string& text) {
+        return failed(eMessageSettingsUnknownEntry,
+                      hasHead ? "identifier " + std::to_string(identifier) : std::string());
+    const auto entryFailed = [&](EMessage message, const std::string& cause) {
         // An entry with a damaged count may have run through blocks that aren't its own.
         if (hasEnd && device.pos() > announcedEnd)
             device.seek(announcedEnd);
-        return failed(text);
+        return failed(message, cause);
     };
 
     try {
         const CBlockLimit limit(stream, hasEnd && markerStandsAt(device, announcedEnd, endMarker) ? announcedEnd : -1);
         if (!entry->entry->read(stream, progress) || stream.status() != QDataStream::Ok)
-            return entryFailed("Could not read settings entry (see previous messages for reason)");
+            return entryFailed(eMessageSettingsEntryRefused, std::string());
     }
     catch (const not_carried_error&) {
         throw;
@@ -232,16 +234,16 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
         throw; // too little memory says nothing of the file
     }
     catch (const std::exception& error) {
-        return entryFailed("Could not read settings entry (unknown reason) (" + std::string(error.what()) + ")");
+        return entryFailed(eMessageSettingsEntryThrew, error.what());
     }
 
     if (device.pos() - lengthAt != length) {
         if (hasEnd)
             device.seek(announcedEnd);
-        return failed("Detected Corruption in settings file (settings entry read wrong amount of data)");
+        return failed(eMessageSettingsWrongLength);
     }
     if (!takeMarker(stream, endMarker))
-        return failed("Detected Corruption in settings file (block end marker not found at expected position)");
+        return failed(eMessageSettingsNoBlockEnd);
     return true;
 }
 
@@ -307,7 +309,8 @@ bool CSettingsFile::writeBlock(QDataStream& stream, IProgressController* progres
     QIODevice& device = *stream.device();
     const auto failed = [&](const std::string& cause) {
         reportFailure(NLogTitle::settings,
-                      currentFile + ", block of the " + entry.name + ": Could not write settings entry" + cause,
+                      currentFile + ", block of the " + entry.name + ": " +
+                          messageText(eMessageSettingsEntryNotWritten).toStdString() + cause,
                       eCauseTarget);
         return false;
     };

@@ -2,6 +2,7 @@
 // The settings file that stands beside a deck: a header and a block for each entry. A block tells its own
 // length, so that one that is damaged or unknown costs only itself.
 
+#include "core/messages.h"
 #include "core/read_write.h"
 
 #include <QString>
@@ -56,7 +57,8 @@ private:
     bool readBlock(QDataStream& stream, IProgressController* progress);
     bool writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry);
     const SSettingsEntry* entryOf(qint32 identifier) const;
-    bool blockFailed(const SSettingsEntry* entry, qint64 position, const std::string& text);
+    bool blockFailed(const SSettingsEntry* entry, qint64 position, EMessage message,
+                     const std::string& detail = std::string());
 
     std::vector<SSettingsEntry> entries;
     bool settingsDirty = true;

@@ -24,6 +24,31 @@ constexpr std::array<SMessageSource, eMessageCount> sources = {{
     {"FileOperations",
      QT_TRANSLATE_NOOP("FileOperations", "Failed to write new data (Reason: Could not write configuration data)")},
     {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "Could not copy file\n    Source: %1\n    Destination %2")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings", "Corrupt Settings file (File marker does not match)")},
+    {"Simulation Settings", QT_TRANSLATE_NOOP("Simulation Settings", "Could not write settings entry")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings",
+                       "Detected Corruption in settings file (block start marker not found at expected position)\n"
+                       "Will attempt to restart reading with next settings entry")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings", "Detected Corruption in settings file (unkown settings entry ID)\n"
+                                              "Will attempt to restart reading with next settings entry")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings", "Could not read settings entry (see previous messages for reason)\n"
+                                              "Will attempt to restart reading with next settings entry")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings", "Could not read settings entry (unknown reason)\n"
+                                              "Will attempt to restart reading with next settings entry")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings",
+                       "Detected Corruption in settings file (settings entry read wrong amount of data)\n"
+                       "Will attempt to restart reading with next settings entry")},
+    {"Simulation Settings",
+     QT_TRANSLATE_NOOP("Simulation Settings",
+                       "Detected Corruption in settings file (block end marker not found at expected position)\n"
+                       "Will attempt to restart reading with next settings entry")},
+    {"Simulation Settings", QT_TRANSLATE_NOOP("Simulation Settings", "Skipping obsolete data in settings file")},
 }};
 
 std::array<QString, eMessageCount>& texts()

@@ -1,5 +1,5 @@
 #pragma once
-// The texts that a user gets to read as results, in the language of the moment.
+// The texts that a user gets to read, in the language of the moment.
 
 #include <QString>
 
@@ -7,12 +7,23 @@ namespace NBrenmark {
 
 enum EMessage
 {
-    eMessageNotInitialised,   ///< context "Generic", all others "FileOperations"
+    eMessageNotInitialised, ///< context "Generic"
+    // Context "FileOperations".
     eMessageConverting,       ///< %1 input path, %2 output path
     eMessageConversionFailed, ///< %1 input path
     eMessageSettingsNotWritten,
     eMessageConfigurationNotWritten,
     eMessageCopyFailed, ///< %1 source, %2 destination
+    // Context "Simulation Settings": what befell a settings file.
+    eMessageSettingsMarkerWrong,
+    eMessageSettingsEntryNotWritten,
+    eMessageSettingsNoBlockStart,
+    eMessageSettingsUnknownEntry,
+    eMessageSettingsEntryRefused,
+    eMessageSettingsEntryThrew,
+    eMessageSettingsWrongLength,
+    eMessageSettingsNoBlockEnd,
+    eMessageSettingsObsolete,
     eMessageCount
 };
 

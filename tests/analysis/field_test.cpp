@@ -217,7 +217,7 @@ TEST(FieldManager, writesValidFieldsByNameAndTellsOfTheOthers)
     manager.addField(empty);
     CLogCapture log;
     const CBytes bytes = written(manager);
-    EXPECT_NE(log.text().find("\"nothing\" not written: it has no points"), std::string::npos) << log.text();
+    EXPECT_NE(log.text().find("\"nothing\" isn't written: it has no points"), std::string::npos) << log.text();
     EXPECT_EQ(bytes.first(4 + 4 + 2), CBytes().i32(2).text("a"));
     EXPECT_FALSE(manager.isModified());
 

@@ -118,6 +118,8 @@ TEST_F(DataConverter, takesADeckThatNeedsNoConversionAsDone)
     const CSnapshot before = target.snapshot();
     EXPECT_TRUE(host.convert(target.path("heap.dem"), target.path("again.dem")));
     EXPECT_EQ(host.signalsHeard(), "");
+    EXPECT_EQ(host.converter.outcome(), CDataConverter::eNothingToDo);
+    EXPECT_EQ(host.converter.failureText(), "");
     EXPECT_EQ(before.changesUntil(target.snapshot()), "");
 }
 
@@ -156,6 +158,9 @@ TEST_F(DataConverter, writesIntoNoFolderOfAnotherDeck)
         EXPECT_TRUE(host.converter.failureText().contains("belongs to the deck " + target.path("run.1"))) << name;
     }
     EXPECT_EQ(before.changesUntil(target.snapshot()), "");
+    ASSERT_EQ(host.converter.messages().size(), 1u);
+    EXPECT_EQ(host.converter.messages().front().cause, SConversionMessage::eCauseTarget);
+    EXPECT_EQ(host.converter.messages().front().level, SConversionMessage::eError);
 
     target.write("run_data/4.h5", "of a longer deck"); // which the new one replaces whole
     EXPECT_TRUE(host.convert(source.path("pile.dem"), target.path("run.1")));
@@ -182,6 +187,12 @@ const SRefused refusedSources[] = {
     {"empty file", [](const CTempFolder& f) { f.write("pile.dem", {}); }, true, "", false},
     {"seven bytes", [](const CTempFolder& f) { f.write("pile.dem", QByteArray("\0\x1b\0\x03\0\x1b\0", 7)); }, true, "",
      false},
+    {"a folder",
+     [](const CTempFolder& f) {
+         QFile::remove(f.path("pile.dem"));
+         QDir().mkpath(f.path("pile.dem"));
+     },
+     true, "", false},
     // One entry that is empty stands for a deck that couldn't be loaded.
     {"empty index", [](const CTempFolder& f) { f.write("pile.idx", {}); }, false, "starting 2 0 2", true},
     {"foreign settings", [](const CTempFolder& f) { f.write("pile.ess", "no settings at all"); }, false,

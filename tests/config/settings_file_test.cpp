@@ -174,7 +174,7 @@ TEST(SettingsFile, losesNoBlockButTheDamagedOne)
         {"entry gives false", goodBlock(1) + settingsBlock(2, CBytes().i32(returnsFalse)) + goodBlock(4), ones, none,
          fours, "Could not read settings entry (see previous messages for reason)"},
         {"entry throws", goodBlock(1) + settingsBlock(2, CBytes().i32(throwsError)) + goodBlock(4), ones, none, fours,
-         "Could not read settings entry (unknown reason) (too many)"},
+         "left out, 4 bytes: too many): Could not read settings entry (unknown reason)\nWill"},
         {"entry of 2^31 numbers", goodBlock(1) + settingsBlock(2, CBytes().i32(0x7FFFFFFF)), ones, none, none,
          "Could not read settings entry"},
         {"cut in the payload", all.first(100), ones, twos, none, "Could not read settings entry"},
@@ -202,7 +202,7 @@ TEST(SettingsFile, losesNoBlockButTheDamagedOne)
         EXPECT_NE(entries.logText().find(retry), std::string::npos) << c.name;
         // 28 bytes of header, 40 of the first block.
         EXPECT_NE(
-            entries.logText().find(c.told == wrongAmount ? "a.ess, block of the twos at byte 68: " : "a.ess, block"),
+            entries.logText().find(c.told == wrongAmount ? "a.ess, block of the twos at byte 68 (" : "a.ess, block"),
             std::string::npos)
             << c.name << entries.logText();
     }

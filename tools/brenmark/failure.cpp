@@ -18,7 +18,7 @@ const char* const memoryAdvice =
     "is free; the deck's largest timestep has to fit in it.";
 const char* const internalAdvice =
     "This shouldn't happen; the source is untouched. Please report it with the text above.";
-const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version will convert it.";
+const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version of brenmark may carry it.";
 
 /// The cause that a layer below told in a sentence of its own joins the sentence before it.
 std::string joined(std::string text)

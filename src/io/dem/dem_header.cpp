@@ -29,7 +29,7 @@ bool SDemHeader::read(QIODevice& device)
     }
     if (firstVersion >= versionOfEdition)
         stream >> edition;
-    return stream.status() == QDataStream::Ok && isAcceptable();
+    return stream.status() == QDataStream::Ok;
 }
 
 bool SDemHeader::isAcceptable() const

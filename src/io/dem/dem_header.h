@@ -17,14 +17,14 @@ struct SDemHeader
     quint32 reservedFlag = 0;
     quint32 edition = 1;
 
-    /// Reads what the creating version stores, and leaves the device behind it.
-    /// \return false if the header ends early or isn't one that may be read
+    /// Reads what the creating version stores, and leaves the device after it.
+    /// \return false if the header ends early
     bool read(QIODevice& device);
+    /// Whether a deck with this header may be read: not one of a later version, nor of a build between two that
+    /// nobody else may read.
+    bool isAcceptable() const;
     /// Writes all eight words of a current header at the start of the device.
     bool write(QIODevice& device) const;
-
-private:
-    bool isAcceptable() const;
 };
 
 } // namespace NBrenmark

@@ -193,11 +193,16 @@ int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIn
 bool CDemIoManager::readHeader()
 {
     SDemHeader header;
-    if (!header.read(dataFile)) {
-        reportFailure(NLogTitle::legacyRead, dataFile.fileName().toStdString() + ": header of version " +
-                                                 versionText(header.firstVersion).toStdString() + ", last written by " +
-                                                 versionText(header.lastVersion).toStdString() +
-                                                 ", is cut short or not one that may be read");
+    const bool isWhole = header.read(dataFile);
+    if (!isWhole || !header.isAcceptable()) {
+        // A version of another program is sound, but none of ours; version 0 is one of nobody's.
+        const bool isDamaged = !isWhole || header.firstVersion == 0;
+        reportFailure(NLogTitle::legacyRead,
+                      dataFile.fileName().toStdString() + ": header of version " +
+                          versionText(header.firstVersion).toStdString() + ", last written by " +
+                          versionText(header.lastVersion).toStdString() + ", is " +
+                          (isDamaged ? "damaged or cut short" : "of a version that can't be read here"),
+                      isDamaged ? eCauseSource : eCauseUnsupported);
         return false;
     }
     firstVersion = header.firstVersion;

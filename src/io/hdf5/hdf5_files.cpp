@@ -146,8 +146,8 @@ bool CHdf5IoManager::readHeader()
         readAttribute(editionName, edition, root);
         timestepCount = static_cast<quint32>(std::max(count, 0));
         if (format != onlyFormat)
-            throw hdf5_error("The file format is " + std::to_string(format) + ", only " + std::to_string(onlyFormat) +
-                             " is known.");
+            throw caused_error(eCauseUnsupported, "The file format is " + std::to_string(format) + ", only " +
+                                                      std::to_string(onlyFormat) + " is known.");
     });
 }
 

@@ -58,7 +58,7 @@ TEST(DemHeader, hasTheFieldsOfItsCreatingVersion)
         buffer.setData(c.bytes.bytes() + (c.accepted ? CBytes::garbage(20).bytes() : QByteArray()));
         buffer.open(QIODevice::ReadOnly);
         SDemHeader header;
-        EXPECT_EQ(header.read(buffer), c.accepted) << c.what;
+        EXPECT_EQ(header.read(buffer) && header.isAcceptable(), c.accepted) << c.what;
         EXPECT_EQ(header.lastVersion, c.lastVersion) << c.what;
         EXPECT_EQ(buffer.pos(), c.end) << c.what;
         if (c.accepted) {

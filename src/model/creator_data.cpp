@@ -17,9 +17,17 @@ CCreatorData::CCreatorData(const SPropertyManagers& managers)
     particleTypes.domain = &domain;
 }
 
-void CCreatorData::read(IFileVisitorReader& v) { v.readCreatorData(*this); }
+void CCreatorData::read(IFileVisitorReader& v)
+{
+    v.readCreatorData(*this);
+    geometryGroups.keepState();
+}
 
-void CCreatorData::write(IFileVisitorWriter& v) { v.writeCreatorData(*this); }
+void CCreatorData::write(IFileVisitorWriter& v)
+{
+    const COwnGeometryState own(geometryGroups);
+    v.writeCreatorData(*this);
+}
 
 void CCreatorData::clear()
 {

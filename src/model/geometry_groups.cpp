@@ -74,6 +74,7 @@ void GeometryGroups::clear()
             group->owner = nullptr; // it may outlive the list
     }
     places.clear();
+    ownStates.clear();
     nameToIndex.clear();
     present = 0;
     firstGap = 0;
@@ -99,6 +100,32 @@ void GeometryGroups::rename(quint32 index, const QString& oldName, const QString
         nameToIndex.erase(entry);
     nameToIndex.insert(newName, index);
 }
+
+// ---------------------------------------------------------------- state
+
+void GeometryGroups::keepState()
+{
+    ownStates.clear();
+    for (const CGeometryGroup* group : places)
+        if (group != nullptr)
+            ownStates.emplace(group->index, *group);
+}
+
+void GeometryGroups::restoreState()
+{
+    for (const auto& [index, state] : ownStates)
+        if (CGeometryGroup* const group = at(index))
+            state.restore(*group);
+}
+
+void GeometryGroups::exchangeState()
+{
+    for (auto& [index, state] : ownStates)
+        if (CGeometryGroup* const group = at(index))
+            state.exchange(*group);
+}
+
+// ---------------------------------------------------------------- bounds
 
 void GeometryGroups::updateTotalBounds()
 {

@@ -4,10 +4,12 @@
 
 #include "model/bounding_box.h"
 #include "model/geometry/element_ids.h"
+#include "model/geometry_state.h"
 #include "results/custom_property_manager.h"
 
 #include <QMap>
 #include <QString>
+#include <map>
 #include <vector>
 
 namespace NBrenmark {
@@ -55,6 +57,13 @@ public:
     /// Enters a group under a new name. The group itself is renamed by its setName.
     void rename(quint32 index, const QString& oldName, const QString& newName);
 
+    /// Keeps the state of all groups as that of the definition, until the list is emptied.
+    void keepState();
+    /// Gives the groups what was kept: the read of a timestep starts from here.
+    void restoreState();
+    /// Exchanges what was kept with the present state.
+    void exchangeState();
+
     /// The box around all groups.
     void updateTotalBounds();
 
@@ -84,6 +93,7 @@ private:
     void numberAnew();
 
     std::vector<CGeometryGroup*> places;
+    std::map<quint32, CGeometryState> ownStates; ///< by position
     QMap<QString, quint32> nameToIndex;
     quint32 present = 0;
     std::size_t firstGap = 0; ///< no gap stands before it

@@ -18,7 +18,11 @@ CTimestepData::CTimestepData(const SPropertyManagers& managers, CCreatorData& cr
     simulationProperties.resize(1);
 }
 
-void CTimestepData::read(IFileVisitorReader& v) { v.readTimestepData(*this); }
+void CTimestepData::read(IFileVisitorReader& v)
+{
+    creatorData.geometryGroups.restoreState();
+    v.readTimestepData(*this);
+}
 
 void CTimestepData::write(IFileVisitorWriter& v) { v.writeTimestepData(*this); }
 

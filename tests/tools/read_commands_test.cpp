@@ -176,6 +176,22 @@ TEST(Dump, showsWhatTheBuilderPutIn)
     EXPECT_EQ(linesOf(runTool({"dump", "--full", path, "--timestep", "2"}).output), second);
 }
 
+TEST(Dump, tellsATimestepOfWallsThatMoveAndStopAsIfItHadBeenReadAlone)
+{
+    CTempFolder folder;
+    const std::string legacy = sampleDeck("moving-walls-26.dem");
+    const std::string converted = argument(folder.path("converted.dem"));
+    ASSERT_EQ(runTool({"convert", "--quiet", legacy, converted}).exitCode, 0);
+    for (const std::string& deck : {legacy, converted}) {
+        const auto all = linesOf(runTool({"dump", deck}).output);
+        for (const char* const number : {"1", "2"})
+            for (const auto& line : linesOf(runTool({"dump", deck, "--timestep", number}).output))
+                EXPECT_EQ(all.at(line.first), line.second) << line.first;
+        EXPECT_EQ(all.count("timestep/2/geometryGroups/Hopper/velocity"), 0u) << "a static group stores none";
+        EXPECT_EQ(all.at("creator/geometryGroups/Hopper/velocity"), "(1, 2, 3)") << "in no timestep of the sample";
+    }
+}
+
 TEST(Dump, namesAModelByTheTimestepFromWhichItIsInForce)
 {
     CTempFolder folder;

@@ -12,8 +12,8 @@
 
 namespace NBrenmark {
 
-/// Geometry, its motions and its factories hold their definition and their state at the last timestep read
-/// on the same objects. What a timestep can change is state: the text of a model doesn't depend on it.
+/// Geometry, its motions and its factories hold their definition and their state on the same objects. A model tells
+/// both, its own state as it was stored with it; a timestep tells what timesteps store.
 enum class ETextPart
 {
     eAll,
@@ -27,7 +27,7 @@ public:
     /// \param sink        not owned
     /// \param root        what all paths begin with, for example "creator" or "timestep/3"
     /// \param fullArrays  arrays with all their values
-    /// \param part        of geometry; creator models and timesteps choose theirs by themselves
+    /// \param part        of geometry; timesteps choose theirs by themselves
     CTextWriter(ITextSink& sink, const std::string& root, bool fullArrays, ETextPart part = ETextPart::eAll)
         : out(sink, root, fullArrays), part(part)
     {}

@@ -46,6 +46,9 @@ struct SSample
             import->setName("Import");
             frame.creator.geometryGroups.add(import.release(), true);
         }
+        frame.creator.geometryGroups.keepState(); // as behind a read
+        this->drum().moveTo(C3DTransform());
+        this->drum().motionHistory.resize(1);
     }
 
     Lines text()
@@ -78,7 +81,7 @@ struct SChange
 const SChange changes[] = {
     {DRUM "materialName", [](SSample& s) { s.drum().materialName = "steel"; }},
     {DRUM "gain", [](SSample& s) { s.drum().gain = 1; }},
-    {DRUM "vertices", [](SSample& s) { s.drum().coords[7].z = 9; }},
+    {DRUM "vertices", [](SSample& s) { s.drum().originalCoords[7].z = 9; }},
     {DRUM "triangleNodes", [](SSample& s) { s.drum().triangleNodes[7][0] = 9; }},
     {DRUM "momentOfInertia", [](SSample& s) { s.drum().momentOfInertia.values[5] = 9; }},
     {DRUM "electrostatic/exempt", [](SSample& s) { s.drum().electrostatic.exempt = true; }},
@@ -101,7 +104,7 @@ const SChange changes[] = {
 
     {DRUM_STATE "time", [](SSample& s) { s.drum().time = 9; }},
     {DRUM_STATE "velocity", [](SSample& s) { s.drum().velocity.x = 9; }},
-    {DRUM_STATE "bounds/upper", [](SSample& s) { s.drum().bounds.upper.x = 9; }},
+    {DRUM_STATE "motionHistory/0/angularVelocity", [](SSample& s) { s.drum().motionHistory[0].angularVelocity.x = 9; }},
     {DRUM_STATE "triangleForces", [](SSample& s) { s.drum().triangleForces[3][6] = 9; }},
     {DRUM_STATE "motions/Turn/angularVelocity", [](SSample& s) { s.turn().angularVelocity.x = 9; }},
     {DRUM_STATE "motions/Turn/pointOfAction", [](SSample& s) { s.turn().pointOfAction.x = 9; }},
@@ -142,9 +145,14 @@ TEST(TextOfGeometryAsAWhole, keepsTheTextOfTheModelWhileThingsMove)
     shift.translate(C3DVector(1, 2, 3));
     sample.drum().moveTo(shift);
     sample.drum().translation = C3DVector(1, 2, 3);
-    for (const std::string& path : changed(before, sample.text()))
+    sample.turn().pointOfAction.x = 4;
+    sample.feeder().creationCount = 5;
+    const Lines after = sample.text();
+    EXPECT_EQ(changed(before, after).size(), 4u);
+    for (const std::string& path : changed(before, after))
         EXPECT_EQ(path.compare(0, 11, "timestep/3/"), 0) << path;
-    EXPECT_EQ(sample.text().at("timestep/3/geometryGroups/Drum%201/isStatic"), "false");
+    EXPECT_EQ(after.at("creator/geometryGroups/Drum%201/isStatic"), "true");
+    EXPECT_EQ(after.at("timestep/3/geometryGroups/Drum%201/isStatic"), "false");
 }
 
 TEST(TextOfGeometryAsAWhole, showsFactoriesInOneOrder)

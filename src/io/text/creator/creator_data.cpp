@@ -25,7 +25,7 @@ void CTextWriter::writeCreatorData(CCreatorData& creator)
               [&] { creator.cylindricalPeriodicBoundaryConditions.write(*this); });
     out.group("physicsModels", [&] { creator.physicsModels.write(*this); });
     out.group("particles", [&] { creator.particleTypes.write(*this); });
-    telling(ETextPart::eDefinition, [&] { out.group("geometryGroups", [&] { creator.geometryGroups.write(*this); }); });
+    out.group("geometryGroups", [&] { creator.geometryGroups.write(*this); });
     out.group("sizeDistributions", [&] { creator.sizeDistributions.write(*this); });
     out.group("materialBlocks", [&] { creator.materialBlocks.write(*this); });
     out.group("pluginFactories", [&] { creator.pluginFactories.write(*this); });

@@ -44,11 +44,9 @@ void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
     out.array("triangleNodes", g.triangleNodes);
 }
 
-void groupState(CTextOutput& out, const CGeometryGroup& g)
+/// Where a group is and how it moves. A timestep stores it of a moving group alone.
+void groupMotion(CTextOutput& out, const CGeometryGroup& g)
 {
-    out.stored("dataMask", g.dataMask);
-    out.value("isStatic", g.isStatic);
-    out.value("time", g.time);
     out.value("transform", g.transform);
     out.value("translation", g.translation);
     out.value("velocity", g.velocity);
@@ -57,8 +55,10 @@ void groupState(CTextOutput& out, const CGeometryGroup& g)
     out.value("originalCentreOfMass", g.originalCentreOfMass);
     out.value("pointOfAction", g.pointOfAction);
     out.value("originalPointOfAction", g.originalPointOfAction);
-    out.value("enclosedMagnitude", g.enclosedMagnitude);
-    out.value("surfaceMagnitude", g.surfaceMagnitude);
+}
+
+void triangleState(CTextOutput& out, const CGeometryGroup& g)
+{
     out.array("triangleForces", g.triangleForces);
 
     // Old decks store charges beside the triangles. They live on as a custom property; those that didn't find one are
@@ -79,11 +79,22 @@ void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
         out.group("electrostatic", [&] { g.electrostatic.write(*this); });
         if (g.materialBlockRef != nullptr)
             out.group("block", [&] { g.materialBlockRef->write(*this); });
+        // In a timestep they follow from the mesh and its place.
+        out.group("bounds", [&] { g.bounds.write(*this); });
+        out.value("enclosedMagnitude", g.enclosedMagnitude);
+        out.value("surfaceMagnitude", g.surfaceMagnitude);
     }
     if (tells(ETextPart::eState)) {
-        groupState(out, g);
-        out.group("bounds", [&] { g.bounds.write(*this); });
+        out.stored("dataMask", g.dataMask);
+        out.value("isStatic", g.isStatic);
+        out.value("time", g.time);
+    }
+    if (tells(ETextPart::eState) && (tells(ETextPart::eDefinition) || !g.isStatic)) {
+        groupMotion(out, g);
         out.group("motionHistory", [&] { g.motionHistory.write(*this); });
+    }
+    if (tells(ETextPart::eState)) {
+        triangleState(out, g);
         g.customProperties.write(*this);
     }
     out.group("motions", [&] { g.kinematics.write(*this); });

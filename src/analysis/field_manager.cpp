@@ -150,7 +150,7 @@ bool CFieldManager::readFields(QDataStream& stream, IProgressController* progres
         }
         catch (const std::exception& error) {
             // Where the block ends is known: the fields ahead of this one stay.
-            if (i == 0 || blockEndOf(stream) < 0)
+            if (i == 0 || blockEndOf(stream) < 0 || !meansDamage(error))
                 throw;
             damage = error.what();
         }

@@ -104,7 +104,9 @@ private:
             const bool isKept = QString::fromStdString(name.toStdString()) == name; // no half of a surrogate pair
             return isKept ? static_cast<int>(source.buffer.pos()) : -1;
         }
-        catch (const std::exception&) { // no record: the caller carries it
+        catch (const std::exception& error) { // no record: the caller carries it
+            if (!meansDamage(error))
+                throw;
             return -1;
         }
     }
@@ -154,7 +156,9 @@ private:
             scratch.rest(f);
             isRead = source.buffer.atEnd();
         }
-        catch (const std::exception&) { // not here, then
+        catch (const std::exception& error) { // not here, then
+            if (!meansDamage(error))
+                throw;
             isRead = false;
         }
         bytesTried += trialBytes + std::max<qint64>(0, source.buffer.pos() - place);

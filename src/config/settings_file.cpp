@@ -2,9 +2,9 @@
 
 #include "config/file_replacer.h"
 #include "core/background_read_write.h"
+#include "core/cause.h"
 #include "core/log.h"
 #include "core/messages.h"
-#include "core/not_carried.h"
 #include "core/plain_file.h"
 #include "core/progress.h"
 #include "core/stop_flag.h"
@@ -82,7 +82,7 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
     currentFile = fileName.toStdString();
     QFile file(fileName);
     if (const std::string cause = openPlainFile(file); !cause.empty()) {
-        if (file.exists())
+        if (hasEntry(fileName))
             report(eLost, NLogTitle::settings, currentFile + " is left out, it can't be opened: " + cause);
         return true;
     }
@@ -148,6 +148,7 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
             if (!stream.atEnd())
                 resynchronise(device);
         }
+        throwIfUnreadable(device); // which is never at its end
     }
     if (progress && progress->cancelState() == eCancel) {
         clearSettings(true);
@@ -162,9 +163,11 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
 }
 
 /// Reports a damaged block, whose entry, if it is known, ends empty. Always false.
-bool CSettingsFile::blockFailed(const SSettingsEntry* entry, qint64 position, EMessage message,
+/// \throws device_error  the device can't be read, and its blocks need not be damaged
+bool CSettingsFile::blockFailed(const QIODevice& device, const SSettingsEntry* entry, qint64 position, EMessage message,
                                 const std::string& detail)
 {
+    throwIfUnreadable(device);
     if (entry)
         entry->entry->clear(true);
     if (++damagedBlocks <= mostToldBlocks)
@@ -195,7 +198,7 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     QIODevice& device = *stream.device();
     const qint64 blockAt = device.pos();
     if (!takeMarker(stream, startMarker))
-        return blockFailed(nullptr, blockAt, eMessageSettingsNoBlockStart);
+        return blockFailed(device, nullptr, blockAt, eMessageSettingsNoBlockStart);
 
     const qint64 lengthAt = device.pos();
     qint32 length = 0;
@@ -209,7 +212,7 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     const bool hasEnd = announcedEnd >= payloadAt && announcedEnd <= device.size();
     const auto failed = [&](EMessage message, const std::string& cause = std::string()) {
         const std::string size = hasEnd ? std::to_string(announcedEnd - payloadAt) + " bytes" : "length unknown";
-        return blockFailed(entry, blockAt, message,
+        return blockFailed(device, entry, blockAt, message,
                            "what it held is left out, " + size + (cause.empty() ? "" : ": " + cause));
     };
     if (!entry)
@@ -227,13 +230,9 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
         if (!entry->entry->read(stream, progress) || stream.status() != QDataStream::Ok)
             return entryFailed(eMessageSettingsEntryRefused, std::string());
     }
-    catch (const not_carried_error&) {
-        throw;
-    }
-    catch (const std::bad_alloc&) {
-        throw; // too little memory says nothing of the file
-    }
     catch (const std::exception& error) {
+        if (!meansDamage(error))
+            throw; // such as too little memory, which says nothing of the file
         return entryFailed(eMessageSettingsEntryThrew, error.what());
     }
 

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+class QIODevice;
+
 namespace NBrenmark {
 
 /// What a block of the file holds.
@@ -57,7 +59,7 @@ private:
     bool readBlock(QDataStream& stream, IProgressController* progress);
     bool writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry);
     const SSettingsEntry* entryOf(qint32 identifier) const;
-    bool blockFailed(const SSettingsEntry* entry, qint64 position, EMessage message,
+    bool blockFailed(const QIODevice& device, const SSettingsEntry* entry, qint64 position, EMessage message,
                      const std::string& detail = std::string());
 
     std::vector<SSettingsEntry> entries;

@@ -1,5 +1,7 @@
 #include "core/log.h"
 
+#include "core/failures_as_losses.h"
+
 #include <algorithm>
 #include <array>
 #include <mutex>
@@ -101,6 +103,11 @@ static thread_local int silences = 0;
 CLogSilence::CLogSilence() { ++silences; }
 CLogSilence::~CLogSilence() { --silences; }
 
+static thread_local CFailuresAsLosses* lossesAtWork = nullptr;
+
+CFailuresAsLosses::CFailuresAsLosses() : before(lossesAtWork) { lossesAtWork = this; }
+CFailuresAsLosses::~CFailuresAsLosses() { lossesAtWork = before; }
+
 /// True for the first caller with this title and text since the memory was cleared.
 static bool rememberOnce(const std::string& title, const std::string& text)
 {
@@ -155,6 +162,14 @@ void reportFailure(const SLogTitle& title, const std::string& text, ECause cause
     message.text = text;
     message.cause = cause == eCauseNone ? title.blame : cause;
     message.place = placeAtWork();
+    if (lossesAtWork) {
+        lossesAtWork->lastWasLoss = message.cause == eCauseSource || message.cause == eCauseUnsupported;
+        if (lossesAtWork->lastWasLoss) {
+            message.level = eWarning;
+            message.effect = eLost;
+            message.cause = eCauseNone;
+        }
+    }
     reportRecord(message);
 }
 

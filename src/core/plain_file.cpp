@@ -1,5 +1,7 @@
 #include "core/plain_file.h"
 
+#include "core/cause.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -13,6 +15,20 @@ std::string openPlainFile(QFile& file, QIODevice::OpenMode also)
     if (!file.open(QIODevice::ReadOnly | also))
         return file.errorString().toStdString();
     return std::string();
+}
+
+void throwIfUnreadable(const QIODevice& device)
+{
+    const auto* const file = qobject_cast<const QFileDevice*>(&device);
+    if (file && file->error() == QFileDevice::ReadError)
+        throw device_error("byte " + std::to_string(file->pos()) +
+                           " can't be read: " + file->errorString().toStdString());
+}
+
+bool hasEntry(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
 }
 
 } // namespace NBrenmark

@@ -6,6 +6,7 @@
 #include <string>
 
 class QFile;
+class QString;
 
 namespace NBrenmark {
 
@@ -13,5 +14,11 @@ namespace NBrenmark {
 /// who writes, and a device has no end.
 /// \return empty if the file is open, else the cause
 std::string openPlainFile(QFile& file, QIODevice::OpenMode also = QIODevice::NotOpen);
+
+/// Whether a folder has an entry of that name, even one that can't be opened or a link that leads nowhere.
+bool hasEntry(const QString& path);
+
+/// \throws device_error  if a read of the device failed, whatever is stored on it
+void throwIfUnreadable(const QIODevice& device);
 
 } // namespace NBrenmark

@@ -275,7 +275,7 @@ TEST(DamagedSource, isNotWaitedForWhereNobodyWrites)
         {"deck.idx", "/proc/self/mem", false, "deck.idx"}, // can be opened, and no byte of it read
         {"deck.dem.scn.1", "pipe", false, "deck.dem.scn.1: It is no plain file"},
         {"deck.dem.scn.1", "folder", false, "deck.dem.scn.1: It is a folder"},
-        {"deck.ess", "pipe", true, "deck.ess is left out, it can't be opened: It is no plain file"},
+        {"deck.ess", "pipe", false, "deck.ess is there and can't be opened: It is no plain file"},
         {"deck.ess", "/proc/self/mem", false, "deck.ess"},
         {"deck.dfg", "device", false, "deck.dfg: Could not open file for input. It is no plain file"},
         {"deck.ppf", "pipe", false, "deck.ppf: It is no plain file"},

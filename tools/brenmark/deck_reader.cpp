@@ -84,7 +84,7 @@ EDeckFormat requireDeck(const QString& path)
 COpenLibrary::COpenLibrary(ILogModule& log)
 {
     if (!initialiseApplication(applicationState()))
-        throw CFailure(eExitDifferent, "the library can't be set up", "There may be too little memory.");
+        throw CFailure(eExitTarget, "the library can't be set up", "There may be too little memory.");
     roles.emplace(*simulation().configuration);
     addLogModule(&log);
 }

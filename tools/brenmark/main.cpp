@@ -175,6 +175,7 @@ int main(int argumentCount, char** arguments)
 {
     using namespace NBrenmark;
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
+    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other
     try {
         chooseEncoding();
         return run(argumentCount, arguments);
@@ -187,6 +188,10 @@ int main(int argumentCount, char** arguments)
         if (failure.readerGone())
             return eExitDone;
         printFailure(CFailure(eExitTarget, failure.text(), "Make room where the output goes and repeat this command."));
+        return eExitTarget;
+    }
+    catch (const std::bad_alloc&) {
+        printFailure(CFailure(eExitTarget, "too little memory", "Repeat this command where more memory is free."));
         return eExitTarget;
     }
     catch (const std::exception& error) {

@@ -122,6 +122,26 @@ QString failureOf(const QString& error, const std::vector<SLogRecord>& ledger)
     return error.isEmpty() ? cause : error + '\n' + cause;
 }
 
+/// Whether the companions that a load does without can be opened if they are there, or may be left out: what they hold
+/// would be missing beside the new deck.
+bool companionsOpen(const QString& base, bool mayBeLeftOut)
+{
+    bool all = true;
+    for (const QLatin1String suffix : {NDeckFile::settingsSuffix, NDeckFile::companionSuffix}) {
+        QFile file(base + suffix);
+        const std::string cause = hasEntry(file.fileName()) ? openPlainFile(file) : std::string();
+        if (cause.empty())
+            continue;
+        const std::string text = file.fileName().toStdString() + " is there and can't be opened: " + cause + ".";
+        if (!mayBeLeftOut)
+            reportFailure(NLogTitle::conversion, text, eCauseSource);
+        else if (suffix == NDeckFile::companionSuffix) // the load reports the settings
+            report(eLost, NLogTitle::conversion, text);
+        all = false;
+    }
+    return all || mayBeLeftOut;
+}
+
 /// Makes room for a new deck, at the cost of the one that has its name and of no other.
 bool clearTarget(const QString& target)
 {
@@ -273,6 +293,11 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
 
     const auto manager = makeTargetManager(target, simulation);
     manager->reset();
+    if (!companionsOpen(stripLegacySuffix(inputPath), ignoreUnreadableCompanions)) {
+        running.error = messageText(eMessageConversionFailed).arg(inputPath);
+        return eConvertDataFailed;
+    }
+    simulation.ignoreUnreadableCompanions = ignoreUnreadableCompanions;
     // A deck that couldn't be loaded has no timestep to go to: its first one fails below.
     simulation.load(inputPath);
     const TimestepIndex sourceIndex = simulation.index;
@@ -353,7 +378,10 @@ EConvertError CConversion::writeCompanions(CSimulation& simulation, const QStrin
     const QString companion = sourceBase + NDeckFile::companionSuffix;
     const QString companionTarget = targetBase + NDeckFile::companionSuffix;
     std::string cause;
-    if (QFile::exists(companion) && !copyOrTruncateFile(companion, companionTarget, wholeFile, &cause)) {
+    QFile source(companion);
+    const bool isLeftOut = ignoreUnreadableCompanions && !openPlainFile(source).empty();
+    source.close();
+    if (QFile::exists(companion) && !isLeftOut && !copyOrTruncateFile(companion, companionTarget, wholeFile, &cause)) {
         reportFailure(NLogTitle::conversion, cause, eCauseTarget);
         running.error = messageText(eMessageCopyFailed).arg(companion, companionTarget);
         code = eConvertFailed;

@@ -56,6 +56,10 @@ public:
     /// \param observer  not owned
     explicit CConversion(IConversionObserver& observer) : observer(observer) {}
 
+    /// A companion that is there and can't be read is left out and reported as lost. Without this it fails the run
+    /// before the target is touched.
+    bool ignoreUnreadableCompanions = false;
+
     /// Runs on the caller's thread. The source is only read; a target of that name is deleted first.
     /// One run at a time in a process: a second one, from whatever thread or object, fails at once and touches
     /// nothing of the first.

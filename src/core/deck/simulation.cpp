@@ -4,10 +4,10 @@
 #include "config/config_manager.h"
 #include "core/deck/deck_files.h"
 #include "core/deck/simulation_settings.h"
+#include "core/failures_as_losses.h"
 #include "core/log.h"
+#include "core/plain_file.h"
 #include "core/progress.h"
-
-#include <QFile>
 
 #include <new>
 
@@ -96,22 +96,42 @@ int CSimulation::load(const QString& path, IProgressController* progress)
     return code;
 }
 
+/// Runs the read of a companion.
+/// \return whether the load goes on
+template <class TRead>
+bool CSimulation::companionRead(TRead&& read) const
+{
+    if (!ignoreUnreadableCompanions)
+        return read();
+    const CFailuresAsLosses losses;
+    return read() || losses.lastWasLoss;
+}
+
 int CSimulation::loadCompanions(IProgressController* progress)
 {
-    if (!settings->loadSettings(baseName + NDeckFile::settingsSuffix, progress))
+    const auto readSettings = [&] { return settings->loadSettings(baseName + NDeckFile::settingsSuffix, progress); };
+    if (!companionRead(readSettings))
         return eLoadSettingsFailed;
 
     auto& legacyProperties = settings->particleProperties();
     legacyProperties.setPropertyFilePath(QString(baseName + NDeckFile::legacyPropertySuffix).toStdString());
-    if ((legacyProperties.readPropertyFile() & ~noPropertyFile) != 0)
+    const auto readProperties = [&] {
+        if ((legacyProperties.readPropertyFile() & ~noPropertyFile) == 0)
+            return true;
+        // What was read of it before the damage took the place of what the settings define.
+        if (ignoreUnreadableCompanions)
+            readSettings();
+        return false;
+    };
+    if (!companionRead(readProperties))
         return eLoadSettingsFailed;
 
     const QString configurationFile = baseName + NDeckFile::configurationSuffix;
-    if (QFile::exists(configurationFile)) {
-        const auto root = configuration->rootHandle();
-        if (NConfig::readConfigurationFile(configurationFile.toStdString(), *root, {}) != NConfig::eConfigDone)
-            return eLoadConfigurationFailed;
-    }
+    if (hasEntry(configurationFile) && !companionRead([&] {
+            const auto root = configuration->rootHandle();
+            return NConfig::readConfigurationFile(configurationFile.toStdString(), *root, {}) == NConfig::eConfigDone;
+        }))
+        return eLoadConfigurationFailed;
     configuration->loadAll();
     return eLoaded;
 }

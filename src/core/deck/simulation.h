@@ -63,6 +63,9 @@ public:
     SSimulationFrame* currentFrame = nullptr; ///< what the host reads
     SSimulationFrame* backFrame = nullptr;    ///< the other one, for reading ahead
     std::array<std::unique_ptr<SSimulationFrame>, 2> frames;
+    /// What is there of .ess, .ppf and .dfg and can't be read is left out and reported as lost. Without this it fails
+    /// the load, all but an .ess that can't be opened, which counts as lost either way.
+    bool ignoreUnreadableCompanions = false;
     SSaveOptions writeOptions; ///< what a writer is to store
     SSaveOptions readOptions;  ///< what a reader found or is to fetch
     CBackgroundSimulationReader backgroundReader{*this};
@@ -72,6 +75,8 @@ private:
     /// Brings an open or half-open deck back to closed: an index of one empty entry, default settings.
     void resetSimulation();
     int loadCompanions(IProgressController* progress);
+    template <class TRead>
+    bool companionRead(TRead&& read) const;
 };
 
 } // namespace NBrenmark

@@ -2,6 +2,7 @@
 
 #include "core/deck/file_families.h"
 #include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "core/progress.h"
 #include "core/stop_flag.h"
 #include "core/timer.h"
@@ -44,6 +45,8 @@ void CSimDataSerialiser::run()
     timer.start();
     try {
         move();
+        timer.stop();
+        logMessage(ePerf, NLogTitle::serialiser.text, std::to_string(timer.elapsedSeconds()) + " s");
     }
     catch (const CReadStopped&) {
         errorFlag = true;
@@ -59,8 +62,6 @@ void CSimDataSerialiser::run()
         errorFlag = true;
         errorText = "An unknown error occurred.";
     }
-    timer.stop();
-    logMessage(ePerf, NLogTitle::serialiser.text, std::to_string(timer.elapsedSeconds()) + " s");
 }
 
 void CSimDataSerialiser::startOrRun()
@@ -109,6 +110,7 @@ bool CSimDataWriter::runAndWait()
 
 void CSimDataReader::move()
 {
+    beginMemoryCount();
     switch (format) {
     case eLegacyStream: NLegacyFamily::readObject(*stream, *object); return;
     case eHdf5File: NHdf5Family::readObject(*hdf5File, options, *object); return;

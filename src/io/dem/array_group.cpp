@@ -1,6 +1,7 @@
 #include "io/dem/array_group.h"
 
 #include "config/user_preferences.h"
+#include "core/memory_ceiling.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_data_stream.h"
 
@@ -61,7 +62,8 @@ void WriteAttributeCompressed::transfer(const void* data, quint32 bytes)
 
 void WriteAttributeCompressed::finish() { zip->finish(); }
 
-CArrayGroupReader::CArrayGroupReader(CDemDataStream& stream, bool deflated, quint32 rows) : stream(&stream)
+CArrayGroupReader::CArrayGroupReader(CDemDataStream& stream, bool deflated, quint32 rows, quint64 rowBytes)
+    : stream(&stream), rowBytes(rowBytes)
 {
     if (deflated)
         attribute = std::make_unique<ReadAttributeCompressed>(stream, rows);
@@ -80,6 +82,27 @@ quint64 CArrayGroupReader::admit(const char* what, quint64 count, quint64 elemen
     // Raw, this is all of them. Deflated, most arrays are not much longer than what follows.
     const quint64 credible = std::max<quint64>(firstBytes, static_cast<quint64>(stream->bytesLeft()));
     return std::max<quint64>(1, credible / elementBytes);
+}
+
+void CArrayGroupReader::admitElements(const char* what, quint64 count, quint64 bytes)
+{
+    if (rowBytes == 0) {
+        admitMemory(bytes, what);
+    }
+    else if (count > admittedRows) { // the first array to prove them pays for all
+        admitMemory((count - admittedRows) * rowBytes, what);
+        admittedRows = count;
+    }
+}
+
+void CArrayGroupReader::skip(const char* what, quint64 count, quint64 elementBytes)
+{
+    admit(what, count, elementBytes);
+    if (rowBytes > 0) // those that are kept have as many
+        admitElements(what, count, 0);
+    char piece[0x4000];
+    for (quint64 left = count * elementBytes; left > 0; left -= std::min<quint64>(left, sizeof piece))
+        move(piece, std::min<quint64>(left, sizeof piece));
 }
 
 void CArrayGroupReader::noteRows() { stream->rowsAtWork = attribute->count; }

@@ -82,7 +82,8 @@ class CArrayGroupReader
 public:
     static constexpr bool isReading = true;
 
-    CArrayGroupReader(CDemDataStream& stream, bool deflated, quint32 rows);
+    /// \param rowBytes  that a row takes in memory with the arrays that become zeros; 0: no more than what is read
+    CArrayGroupReader(CDemDataStream& stream, bool deflated, quint32 rows, quint64 rowBytes = 0);
 
     /// Gives an array as many rows as the group has. It grows as its bytes arrive: no more memory
     /// is taken than the stream can fill.
@@ -102,14 +103,21 @@ public:
         noteRows();
         for (quint64 done = 0; done < count;) {
             const quint64 next = done == 0 ? std::min(count, most) : std::min(count, 2 * done);
+            admitElements(what, next, (next - done) * sizeof(TValue));
             array.resize(static_cast<std::size_t>(next));
             move(array.data() + done, (next - done) * sizeof(TValue));
             done = next;
         }
     }
+    quint32 rowCount() const { return attribute->count; }
+    /// Consumes an array that isn't kept.
+    void skip(const char* what, quint64 count, quint64 elementBytes);
     void finish() { attribute->finish(); }
 
 private:
+    /// Counts the memory for elements that are about to be read.
+    /// \param count  of them, with those that were read before
+    void admitElements(const char* what, quint64 count, quint64 bytes);
     /// Believes a count or throws. \return how many elements to take memory for at first
     quint64 admit(const char* what, quint64 count, quint64 elementBytes) const;
     /// From here on damage costs that many rows.
@@ -118,6 +126,8 @@ private:
 
     CDemDataStream* stream; // not owned
     std::unique_ptr<ReadAttribute> attribute;
+    quint64 rowBytes;
+    quint64 admittedRows = 0;
 };
 
 /// Writes the arrays of a group.

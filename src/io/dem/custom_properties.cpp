@@ -5,6 +5,7 @@
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "results/custom_property_data.h"
+#include "results/stored_property_values.h"
 
 #include <algorithm>
 
@@ -18,49 +19,36 @@ struct SStoredValues
     quint32 rows = 0;
     quint32 width = 0;
     std::vector<double> values;
+
+    quint64 count() const { return quint64(rows) * width; }
 };
 
-static SStoredValues readValues(CInForm f)
+/// \param mostRows  that are kept
+static SStoredValues readValues(CInForm f, quint32 mostRows)
 {
     SStoredValues stored;
     bool deflated = false;
     f.i32(stored.rows);
     f.i32(stored.width);
     f.flag8(deflated);
+    const quint64 kept = quint64(std::min(stored.rows, mostRows)) * stored.width;
     f.group(deflated, stored.rows, [&](CArrayGroupReader& arrays) {
-        arrays.elements("custom property values", stored.values, quint64(stored.rows) * stored.width);
+        constexpr const char* what = "custom property values";
+        arrays.elements(what, stored.values, kept);
+        arrays.skip(what, stored.count() - kept, sizeof(double));
     });
     return stored;
 }
 
-/// Takes the front of each item where the definition wants another number of elements than the
-/// file has: a value never moves to another item.
-static void changeWidth(SStoredValues& stored, quint32 width, const CCustomPropertyMetaData& definition)
-{
-    std::vector<double> changed(std::size_t(stored.rows) * width);
-    for (std::size_t row = 0; row < stored.rows; ++row)
-        for (quint32 element = 0; element < width; ++element)
-            changed[row * width + element] =
-                element < stored.width ? stored.values[row * stored.width + element] : definition.initialValue(element);
-    stored.values.swap(changed);
-    stored.width = width;
-}
-
 void CDemReader::readCustomPropertyData(CCustomPropertyValueList& list)
 {
-    SStoredValues stored = readValues(in());
-    if (stored.width != list.elementsPerItem()) {
-        const quint32 width = list.elementsPerItem();
-        const quint64 difference = std::max(width, stored.width) - std::min(width, stored.width);
-        report(stored.width > width ? eLost : eDefaulted, NLogTitle::legacyRead,
-               std::to_string(stored.width) + " values an item in file for property: " + list.metaData().name + ", " +
-                   std::to_string(width) + " expected.",
-               difference * stored.rows, list.metaData().name);
-        changeWidth(stored, list.elementsPerItem(), list.metaData());
-    }
-    const unsigned int expected = list.itemCount();
-    list.values.swap(stored.values);
-    list.fitTo(expected);
+    SStoredValues stored = readValues(in(), list.itemCount());
+    if (const quint64 surplus = stored.count() - stored.values.size(); surplus > 0)
+        report(eLost, NLogTitle::customProperties,
+               "Too much data in file for property: " + list.metaData().name + "\nDiscarding excess.\n" +
+                   std::to_string(stored.rows) + " items found, " + std::to_string(list.itemCount()) + " expected.",
+               surplus, list.metaData().name);
+    takeStoredValues(list, stored.values, stored.width, NLogTitle::legacyRead);
 }
 
 void CDemWriter::writeCustomPropertyData(const CCustomPropertyValueList& list)
@@ -92,10 +80,13 @@ void CDemReader::readCustomPropertyManager(CCustomPropertyData& data)
         if (i < data.lists.size())
             data.lists[i]->read(*this);
         else
-            excess += readValues(f).values.size();
+            excess += readValues(f, 0).count();
     }
-    const std::string text = counted(count, "list") + " of custom property values in file for " +
-                             std::to_string(data.lists.size()) + " finalized properties of the settings: ";
+    const std::string text =
+        counted(count, "list") + " of custom property values in file for " +
+        (data.lists.empty() ? std::string("no property: the settings (.ess) are missing or define "
+                                          "none, ")
+                            : std::to_string(data.lists.size()) + " finalized properties of the settings: ");
     if (count > data.lists.size())
         report(eLost, NLogTitle::legacyRead, text + "discarding excess.", excess);
     // What was saved before a property was defined has no values of it.

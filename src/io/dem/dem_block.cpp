@@ -1,5 +1,6 @@
 #include "io/dem/dem_block.h"
 
+#include "core/plain_file.h"
 #include "io/dem/dem_data_stream.h"
 
 #include <QFileDevice>
@@ -21,6 +22,7 @@ void checkMarker(CDemDataStream& stream, quint32 expected)
 {
     quint32 found = 0;
     stream >> found;
+    throwIfUnreadable(*stream.device());
     if (found != expected || stream.status() != QDataStream::Ok)
         throw block_error(wrongMarker, stream, expected, false);
 }
@@ -70,9 +72,11 @@ void CDemBlock::close()
         return;
     }
     stream->setLimit(outerLimit);
+    const bool isAtEnd = static_cast<quint64>(stream->position()) == start + size; // elsewhere, too, a trailer may seem
     quint32 found = 0;
     *stream >> found;
-    if (found != size || stream->status() != QDataStream::Ok)
+    throwIfUnreadable(*stream->device());
+    if (!isAtEnd || found != size || stream->status() != QDataStream::Ok)
         throw block_error(wrongSize, *stream, tag, false);
     checkMarker(*stream, tag);
 }

@@ -7,19 +7,15 @@
 #include "io/dem/dem_io_manager.h"
 #include "io/dem/form.h"
 
-#include <QFileInfo>
+#include <cstring>
 #include <stdexcept>
 
 namespace NBrenmark {
 
-static SDataPlace placeIn(const QFile& file)
-{
-    SDataPlace place;
-    place.file = QFileInfo(file.fileName()).fileName().toStdString();
-    return place;
-}
-
 static SDataPlace creatorPlace(const QFile& file) { return placeIn(file).inBlock("creator data"); }
+
+/// Times that are no numbers are the same, too.
+static bool isSameTime(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0 || a == b; }
 
 static std::string secondsText(double time) { return QString::number(time, 'g', 17).toStdString() + " s"; }
 
@@ -86,8 +82,10 @@ bool CDemIoManager::readCreatorBlock(SSimulationFrame& frame, IProgressControlle
     creator.clear();
     creator.setStorageIndex(place.segment);
     creator.setStorageOffset(place.offset);
-    if (runReader(stream, creator, readOptions, progress))
+    if (runReader(stream, creator, readOptions, progress)) {
+        checkBlockEnd(place);
         return true;
+    }
     // Half a model must not pass for the one that the next timestep asks for.
     creator.clear();
     return false;
@@ -151,7 +149,8 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
     frame.timestep.clear();
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;
-    if (index[number].time != frame.timestep.time)
+    checkBlockEnd(place);
+    if (!isSameTime(index[number].time, frame.timestep.time))
         report(eRepaired, NLogTitle::legacyRead,
                "the index has another time (" + secondsText(index[number].time) + ") than the timestep itself (" +
                    secondsText(frame.timestep.time) + "), which is kept");

@@ -1,8 +1,7 @@
 #include "io/dem/dem_data_stream.h"
 
-#include "core/cause.h"
+#include "core/plain_file.h"
 
-#include <QFileDevice>
 #include <stdexcept>
 
 namespace NBrenmark {
@@ -33,10 +32,7 @@ void CDemDataStream::checkStatus(const char* what) const
                                  " not written: " + device()->errorString().toStdString());
     default: break;
     }
-    const auto* const file = qobject_cast<const QFileDevice*>(device());
-    if (file != nullptr && file->error() == QFileDevice::ReadError)
-        throw device_error("byte " + std::to_string(position()) + ": " + what +
-                           " not read: " + file->errorString().toStdString());
+    throwIfUnreadable(*device());
     throw std::runtime_error("byte " + std::to_string(position()) + ": " + what + " ended early");
 }
 

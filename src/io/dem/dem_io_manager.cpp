@@ -10,6 +10,8 @@
 #include "io/dem/dem_index.h"
 #include "io/dem/dem_writer.h"
 
+#include <QFileInfo>
+
 namespace NBrenmark {
 
 // ---------------------------------------------------------------- the doors of the family
@@ -59,6 +61,13 @@ bool flushed(QFile& file)
     return fileFailed(NLogTitle::legacyWrite, "write", file);
 }
 
+SDataPlace placeIn(const QFile& file)
+{
+    SDataPlace place;
+    place.file = QFileInfo(file.fileName()).fileName().toStdString();
+    return place;
+}
+
 /// Whether a file that is only to be read could be opened; else the log tells file and cause.
 static bool opened(QFile& file)
 {
@@ -98,6 +107,10 @@ bool CDemIoManager::ensureSegment(quint32 n, EMissing missing)
     if (!openDataFile(fileName, n, dataFile, missing))
         return false;
     openSegment = n;
+    if (!writing && n > 0) {
+        const CPlaceScope scope(placeIn(dataFile));
+        checkFirstBlock(0);
+    }
     return true;
 }
 
@@ -184,6 +197,10 @@ int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIn
     }
     if (!readHeader())
         return eOpenHeaderRefused;
+    blockStarts.clear();
+    const CPlaceScope scope(placeIn(dataFile));
+    if (timestepCount > 0)
+        checkFirstBlock(dataFile.pos());
     const QString indexName = stripLegacySuffix(dataFile.fileName()) + NDeckFile::indexSuffix;
     if (regenerateIndex)
         return regenerateIndexFile(indexName, frame, index) ? eOpened : eOpenIndexNotRebuilt;
@@ -237,6 +254,11 @@ bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
     // A tail of other bytes would come to stand before the next entry.
     const qint64 bytes = 4 + qint64(timestepCount) * NDemIndex::entryBytes(lastVersion);
     indexRewriteNeeded = !NDemIndex::isCurrentForm(lastVersion) || indexFile.size() != bytes;
+    if (indexFile.size() > bytes)
+        report(eLost, NLogTitle::legacyRead,
+               name.toStdString() + ": " + std::to_string(indexFile.size() - bytes) +
+                   " bytes follow the last entry that the index announces");
+    noteBlockStarts(index);
     lastSegment = index.empty() ? 0 : index.back().segment;
     return timestepCount == index.size();
 }

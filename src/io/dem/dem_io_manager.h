@@ -3,16 +3,20 @@
 // timesteps), further segments name.dem.scn.N with blocks alone, and the index name.idx.
 //
 // The sources say where to look: dem_io_manager.cpp (files and opening), dem_blocks.cpp (one block in or
-// out), dem_index_rebuild.cpp, dem_append.cpp (appending, cutting, creating), dem_copy.cpp (whole decks).
+// out), dem_tiling.cpp (what lies between blocks), dem_index_rebuild.cpp, dem_append.cpp (appending, cutting, creating), dem_copy.cpp (whole decks).
 
 #include "core/deck/file_format_manager.h"
 
 #include <QFile>
 
+#include <tuple>
+#include <vector>
+
 namespace NBrenmark {
 
 class CDemDataStream;
 class CTimestepData;
+struct SDataPlace;
 struct SLogTitle;
 
 class CDemIoManager : public IFileFormatManager
@@ -49,6 +53,9 @@ private:
     {
         quint32 segment;
         quint64 offset;
+
+        bool operator<(const SPlace& o) const { return std::tie(segment, offset) < std::tie(o.segment, o.offset); }
+        bool operator==(const SPlace& o) const { return segment == o.segment && offset == o.offset; }
     };
     enum EMissing
     {
@@ -84,7 +91,15 @@ private:
     bool writeCreatorBlock(QFile& file, SSimulationFrame& frame);
     bool writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator);
 
+    // The gaps that mustn't be between blocks; what is found is reported as lost (dem_tiling.cpp).
+    void noteBlockStarts(const TimestepIndex& index);
+    /// \param place  in the open segment
+    void checkFirstBlock(qint64 place);
+    /// \param start  of the block that was read up to the present position
+    void checkBlockEnd(const SPlace& start);
+
     qint64 segmentLimit;
+    std::vector<SPlace> blockStarts; // of the timesteps in the index that was read, in their order in the files
     QFile dataFile;
     QFile indexFile;
     bool indexRewriteNeeded = false;
@@ -99,6 +114,8 @@ constexpr const char* timestep = "class CTimestepData64";  ///< u64 offset of th
 constexpr const char* oldTimestep = "class CTimestepData"; ///< u32 offset
 } // namespace NDemBlockName
 
+/// The place of the work on a file.
+SDataPlace placeIn(const QFile& file);
 /// Whether all that was written to a file has gone out; else the log tells file and cause.
 bool flushed(QFile& file);
 /// Tells in the log that a file couldn't be opened, read, written or removed, and why.

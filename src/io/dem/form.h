@@ -168,10 +168,11 @@ public:
     }
 
     /// A group of arrays of so many rows: body(arrays) moves each by arrays.rows.
+    /// \param rowBytes  of memory that each of them takes, if the arrays that aren't stored count as well
     template <class TBody>
-    void group(bool deflated, quint32 rows, TBody&& body)
+    void group(bool deflated, quint32 rows, TBody&& body, quint64 rowBytes = 0)
     {
-        CArrayGroupReader arrays(stream, deflated, rows);
+        CArrayGroupReader arrays(stream, deflated, rows, rowBytes);
         body(arrays);
         arrays.finish();
     }

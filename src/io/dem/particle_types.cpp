@@ -5,6 +5,7 @@
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "model/slot_bytes.h"
 
 namespace NBrenmark {
 
@@ -92,7 +93,8 @@ void CDemReader::readParticleType(CParticleType& type)
     if (rows != 0 && fields != 0) {
         bool deflated = false;
         f.flag8(deflated, from(20, 0, 1), false);
-        f.group(deflated, rows, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, type); });
+        f.group(
+            deflated, rows, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, type); }, slotBytes(type));
     }
     if ((fields & eMatrixOrientation) != 0)
         fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // as which it is held now

@@ -1,10 +1,12 @@
 #include "io/dem/zlib_stream.h"
 
+#include "core/plain_file.h"
 #include "io/dem/dem_data_stream.h"
 
 #include <QIODevice>
 #include <zlib.h>
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,6 +41,15 @@ protected:
                                  (state.msg != nullptr ? std::string(" (") + state.msg + ")" : std::string()));
     }
 
+    /// \throws std::bad_alloc  where zlib ran out of memory: that says nothing of the file
+    void check(int result, const char* what) const
+    {
+        if (result == Z_MEM_ERROR)
+            throw std::bad_alloc();
+        if (result != Z_OK)
+            fail(what);
+    }
+
     z_stream state{};
     CDemDataStream* stream; // not owned
 };
@@ -48,8 +59,7 @@ class zlib_reader : public zlib_wrapper
 public:
     explicit zlib_reader(CDemDataStream& stream) : zlib_wrapper(stream)
     {
-        if (inflateInit(&state) != Z_OK)
-            fail("zlib can't be started");
+        check(inflateInit(&state), "zlib can't be started");
     }
 
     ~zlib_reader() override { inflateEnd(&state); }
@@ -93,9 +103,9 @@ private:
         const int result = inflate(&state, Z_NO_FLUSH);
         if (result == Z_STREAM_END)
             ended = true;
-        else if (result != Z_OK && result != Z_BUF_ERROR)
-            fail("deflated arrays are damaged");
-        else if (result == Z_BUF_ERROR && state.avail_in > 0)
+        else if (result != Z_BUF_ERROR)
+            check(result, "deflated arrays are damaged");
+        else if (state.avail_in > 0)
             fail("deflated arrays don't inflate");
     }
 
@@ -108,6 +118,7 @@ private:
         const qint64 piece =
             std::min<qint64>({static_cast<qint64>(buffer.size()), wanted + slack, stream->bytesLeft()});
         const qint64 taken = piece > 0 ? stream->device()->read(reinterpret_cast<char*>(buffer.data()), piece) : 0;
+        throwIfUnreadable(*stream->device());
         if (taken <= 0)
             fail("deflated arrays ended early");
         state.next_in = buffer.data();
@@ -122,8 +133,7 @@ class zlib_writer : public zlib_wrapper
 public:
     explicit zlib_writer(CDemDataStream& stream) : zlib_wrapper(stream)
     {
-        if (deflateInit(&state, compressionLevel()) != Z_OK)
-            fail("zlib can't be started");
+        check(deflateInit(&state, compressionLevel()), "zlib can't be started");
     }
 
     ~zlib_writer() override { deflateEnd(&state); }
@@ -150,8 +160,8 @@ private:
         state.next_out = buffer.data();
         state.avail_out = static_cast<uInt>(buffer.size());
         const int result = deflate(&state, flush);
-        if (result != Z_OK && result != Z_STREAM_END)
-            fail("arrays can't be deflated");
+        if (result != Z_STREAM_END)
+            check(result, "arrays can't be deflated");
         const int made = static_cast<int>(buffer.size() - state.avail_out);
         if (stream->writeRawData(reinterpret_cast<const char*>(buffer.data()), made) != made)
             stream->setStatus(QDataStream::WriteFailed);

@@ -4,6 +4,7 @@
 #include "core/log.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "results/row_bytes.h"
 
 namespace NBrenmark {
 
@@ -19,7 +20,9 @@ void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase& family)
     if (count == 0)
         return;
     family.clear();
-    f.group(deflated, count, [&](CArrayGroupReader& arrays) { collisionArraysForm(arrays, mask, family); });
+    f.group(
+        deflated, count, [&](CArrayGroupReader& arrays) { collisionArraysForm(arrays, mask, family); },
+        collisionRowBytes);
     if (family.dropForeignArrays())
         report(eLost, NLogTitle::legacyRead,
                counted(count, "collision") + " with more of the second end than a triangle has: dropped", count);

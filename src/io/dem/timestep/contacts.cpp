@@ -1,11 +1,11 @@
 // Contacts, with the collisions that go on in them and the extra values of old decks.
-#include "results/contacts.h"
 
 #include "core/log.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/timestep/collision_arrays.h"
+#include "results/row_bytes.h"
 
 namespace NBrenmark {
 
@@ -84,8 +84,7 @@ void CDemTimestepDataWriter::writeContactRecords(const CContactRecordList& recor
 template <class TRow>
 static void dropRows(CArrayGroupReader& arrays, const char* what)
 {
-    std::vector<TRow> dropped;
-    arrays.rows(what, dropped);
+    arrays.skip(what, arrays.rowCount(), sizeof(TRow));
 }
 
 /// The arrays that the word of stored fields names, in the order of the file.
@@ -161,8 +160,10 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
     const quint32 fields = readFields(f);
     if (f.stores(gateContactBlocks))
         f.flag8(family.collisionsActive);
+    const quint64 rowBytes = contactRowBytes + (family.collisionsActive ? collisionRowBytes : 0);
     if ((count > 0 || family.collisionsActive) && fields != 0)
-        f.group(deflated, count, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, family); });
+        f.group(
+            deflated, count, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, family); }, rowBytes);
     if (count > 0 && (fields & fieldsWithRows) == 0) {
         report(eLost, NLogTitle::legacyRead, counted(count, "contact") + " without data dropped", count);
         count = 0;

@@ -82,6 +82,20 @@ void CArrayWriter::write(const std::string& name, const H5::PredType& type, cons
 
 // ---------------------------------------------------------------- reading
 
+hsize_t CArrayReader::storedRows(const std::string& name) const
+{
+    try {
+        requireOwn(location, "dataset", name);
+        const H5::DataSpace space = location.openDataSet(name).getSpace();
+        hsize_t dimensions[H5S_MAX_RANK] = {0};
+        space.getSimpleExtentDims(dimensions);
+        return dimensions[0];
+    }
+    catch (const H5::Exception& error) {
+        throwAt(location, "dataset", name, error);
+    }
+}
+
 void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize_t columns,
                         const Allocate& allocate) const
 {
@@ -104,7 +118,7 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
         checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
         if (space.getSimpleExtentNpoints() > 0)
-            dataset.read(target, type);
+            dataset.read(target, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);

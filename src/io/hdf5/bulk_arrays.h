@@ -69,6 +69,9 @@ public:
     /// \param allocate is asked once, for no more than what the file's bytes can hold
     void read(const std::string& name, const H5::PredType& type, hsize_t columns, const Allocate& allocate) const;
 
+    /// Rows of an array, which isn't read.
+    hsize_t storedRows(const std::string& name) const;
+
 private:
     const H5::H5Location& location;
 };

@@ -6,6 +6,7 @@
 
 #include "core/log.h"
 #include "results/custom_property_data.h"
+#include "results/stored_property_values.h"
 
 #include <algorithm>
 
@@ -17,16 +18,17 @@ static const char* const valuesName = "data";
 
 void CHdf5Reader::readCustomPropertyData(CCustomPropertyValueList& list)
 {
-    const unsigned int expected = list.itemCount();
-    list.values.clear();
+    std::vector<double> values;
+    hsize_t columns = list.elementsPerItem();
     // A property without a value has no dataset.
     if (in().has(valuesName))
         in().arrays().read(valuesName, H5::PredType::NATIVE_DOUBLE, CArrayReader::anyColumns,
                            [&](const SArrayShape& shape) {
-                               list.values.resize(shape.elements());
-                               return static_cast<void*>(list.values.data());
+                               values.resize(shape.elements());
+                               columns = shape.columns;
+                               return static_cast<void*>(values.data());
                            });
-    list.fitTo(expected);
+    takeStoredValues(list, values, columns, NLogTitle::hdf5Read);
 }
 
 void CHdf5Writer::writeCustomPropertyData(const CCustomPropertyValueList& list)

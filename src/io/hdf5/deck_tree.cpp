@@ -1,5 +1,7 @@
 #include "io/hdf5/deck_tree.h"
 
+#include "core/log.h"
+#include "core/shortened.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/shapes.h"
 #include "io/hdf5/soundness.h"
@@ -23,6 +25,18 @@ quint32 creatorIndexOf(const H5::H5File& file)
     quint32 index = 0;
     readAttribute(creatorIndexName, index, openOnlyTimestep(file));
     return index;
+}
+
+void checkOwnNumber(const H5::H5File& file, quint32 number)
+{
+    requireOwn(file, "group", creatorGroup);
+    const H5::Group models = file.openGroup(creatorGroup);
+    if (models.getNumObjs() == 0)
+        return;
+    const std::string stored = models.getObjnameByIdx(0);
+    if (stored != std::to_string(number))
+        reportOnce(eLost, NLogTitle::hdf5Read,
+                   "the model in this file is number " + shortened(stored) + ": it is the file of another timestep");
 }
 
 } // namespace NBrenmark

@@ -18,4 +18,8 @@ H5::Group openOnlyTimestep(const H5::H5File& file);
 /// Number of the creator model that a numbered file's timestep uses.
 quint32 creatorIndexOf(const H5::H5File& file);
 
+/// Reports a file whose model has the number of another one: its name isn't its own, and what the file of that name held
+/// is lost.
+void checkOwnNumber(const H5::H5File& file, quint32 number);
+
 } // namespace NBrenmark

@@ -296,6 +296,12 @@ public:
     }
 
     CArrayReader arrays() const { return CArrayReader(*visitor.location); }
+    /// Whether one of these arrays is there and has rows, whatever is stored as their number.
+    bool hasRows(std::initializer_list<const char*> names) const
+    {
+        return std::any_of(names.begin(), names.end(),
+                           [&](const char* name) { return has(name) && arrays().storedRows(name) > 0; });
+    }
 
     /// Number of the groups and datasets in a group.
     hsize_t childCount() const { return visitor.location->getNumObjs(); }

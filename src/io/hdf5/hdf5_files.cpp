@@ -8,6 +8,7 @@
 #include "io/hdf5/closed.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/deck_tree.h"
+#include "io/hdf5/file_structure.h"
 #include "io/hdf5/guarded.h"
 #include "io/hdf5/shapes.h"
 
@@ -64,6 +65,7 @@ CHdf5IoManager::File CHdf5IoManager::createInDataFolder(const QString& path) con
 CHdf5IoManager::File CHdf5IoManager::openFile(const QString& path, EAccess access) const
 {
     checkLibrary();
+    checkStructure(nativePath(path));
     return std::make_unique<H5::H5File>(nativePath(path), access == eReadOnly ? H5F_ACC_RDONLY : H5F_ACC_RDWR,
                                         H5::FileCreatPropList::DEFAULT, fileAccess);
 }

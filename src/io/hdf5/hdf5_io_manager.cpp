@@ -14,6 +14,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 #include "io/hdf5/shapes.h"
+#include "io/hdf5/soundness.h"
 
 #include <QFileInfo>
 
@@ -70,6 +71,7 @@ std::unique_ptr<IFileFormatManager> NHdf5Family::makeManager(CSimulation& simula
 
 void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object)
 {
+    beginStorageCount();
     inHdf5([&] {
         if (dynamic_cast<CCreatorData*>(&object)) {
             CHdf5CreatorDataReader reader(file, options);
@@ -211,10 +213,13 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
     STimestepIndexEntry& entry = index[number];
     if (!switchToFile(entry.segment))
         return false;
-    if (!guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(*timestepFile)),
-                 [&] { entry.creatorIndex = static_cast<qint32>(creatorIndexOf(*timestepFile)); }))
+    if (!guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(*timestepFile)), [&] {
+            entry.creatorIndex = static_cast<qint32>(creatorIndexOf(*timestepFile));
+            checkOwnNumber(*timestepFile, entry.segment);
+        }))
         return false;
 
+    const CPlaceScope scope(placeIn(*timestepFile).inTimestep(number));
     const quint32 creatorNumber = static_cast<quint32>(entry.creatorIndex);
     if (creatorNumber != frame.creator.storageIndex()) {
         frame.creator.setStorageIndex(creatorNumber);
@@ -225,7 +230,6 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
         }
     }
     frame.timestep.clear();
-    const CPlaceScope scope(placeIn(*timestepFile).inTimestep(number));
     const bool read = runReader(*timestepFile, frame.timestep, progress);
     return (!restorePosition || before < 0 || switchToFile(before)) && read;
 }

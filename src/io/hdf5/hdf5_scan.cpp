@@ -72,6 +72,10 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
         expected = number + 1;
         if (switchToFile(number) && !readIndexEntry(number, index[number]))
             return false;
+        if (number > 0 && index[number - 1].offset != 0 && index[number].time == index[number - 1].time)
+            report(eRemark, NLogTitle::hdf5Read,
+                   "Timesteps " + std::to_string(number - 1) + " and " + std::to_string(number) +
+                       " have the same time.");
     }
     return timestepCount > 0;
 }

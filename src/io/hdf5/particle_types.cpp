@@ -7,7 +7,9 @@
 #include "core/left_behind.h"
 #include "core/log.h"
 #include "core/shortened.h"
+#include "io/hdf5/stored_length.h"
 #include "model/particle_types.h"
+#include "model/slot_bytes.h"
 
 #include <algorithm>
 #include <limits>
@@ -140,13 +142,17 @@ void CHdf5Reader::readParticleType(CParticleType& t)
 
     quint32 size = 0;
     in().attribute("size", size);
-    if ((options.timestepMask & eParticleRows) == 0)
+    const bool isWanted = (options.timestepMask & eParticleRows) != 0;
+    if (!isWanted)
         size = 0;
     in().attribute("mask", t.dataMask);
-    const quint32 fields = size > 0 ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
-    particlesForm(in(), t, t.creationTime, fields);
+    const bool hasRows = isWanted && (size > 0 || in().hasRows({"ids", "position"}));
+    const quint32 fields = hasRows ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
     // The arrays that are there say how many slots there are: memory follows stored bytes only.
-    const quint32 held = commonLength(t, fields);
+    CStoredLength lengths(in(), "Particle type \"" + shortened(t.name) + "\" has");
+    particlesForm(lengths, t, t.creationTime, fields);
+    const quint32 held = lengths.admitted(slotBytes(t));
+    particlesForm(in(), t, t.creationTime, fields);
     if (held != size)
         report(held < size ? eLost : eRepaired, NLogTitle::hdf5Read,
                "Particle type \"" + shortened(t.name) + "\" announces " + std::to_string(size) +

@@ -57,6 +57,8 @@ void readValues(const std::string& name, const H5::DataType& type, const H5::H5O
     try {
         const H5::Attribute attribute = location.openAttribute(name);
         checkSound(attribute, location, name);
+        if (type.getClass() == H5T_INTEGER && attribute.getTypeClass() != H5T_INTEGER)
+            throwAt(location, "attribute", name, "is no whole number");
         void* const target = allocate(attribute.getSpace().getSimpleExtentNpoints());
         attribute.read(type, target);
     }
@@ -136,7 +138,7 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
             throwAt(location, "dataset", name, "is no single record");
         checkSound(dataset, location, name);
         checkMembers(name, type, dataset, location);
-        dataset.read(record, type);
+        dataset.read(record, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);
@@ -477,7 +479,7 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
         const hssize_t count = space.getSimpleExtentNpoints();
         void* const records = allocate(static_cast<hsize_t>(count));
         if (count > 0)
-            dataset.read(records, type);
+            dataset.read(records, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);

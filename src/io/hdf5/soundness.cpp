@@ -1,5 +1,6 @@
 #include "io/hdf5/soundness.h"
 
+#include "core/memory_ceiling.h"
 #include "io/hdf5/error_text.h"
 
 #include <QtGlobal>
@@ -7,6 +8,7 @@
 #include <H5Cpp.h>
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <vector>
 
@@ -155,14 +157,30 @@ void checkStorage(const H5::DSetCreatPropList& properties, const H5::H5Location&
         char filterName[64] = {};
         const H5Z_filter_t filter = H5Pget_filter2(properties.getId(), static_cast<unsigned>(i), &flags, &parameters,
                                                    nullptr, sizeof filterName, filterName, &configuration);
-        if (filter != H5Z_FILTER_DEFLATE && filter != H5Z_FILTER_SHUFFLE && filter != H5Z_FILTER_FLETCHER32 &&
-            filter != H5Z_FILTER_NBIT && filter != H5Z_FILTER_SCALEOFFSET)
+        if (filter != H5Z_FILTER_DEFLATE && filter != H5Z_FILTER_SHUFFLE && filter != H5Z_FILTER_FLETCHER32)
             throwAt(location, "dataset", name,
                     "it needs the filter " + std::to_string(filter) + ", which isn't loaded for a deck");
     }
 }
 
 } // namespace
+
+static H5T_conv_ret_t refuseOthers(H5T_conv_except_t exception, hid_t, hid_t target, void*, void*, void*)
+{
+    const bool isChanged = exception != H5T_CONV_EXCEPT_PRECISION && H5Tget_class(target) == H5T_INTEGER;
+    return isChanged ? H5T_CONV_ABORT : H5T_CONV_UNHANDLED;
+}
+
+const H5::DSetMemXferPropList& wholeNumbersOnly()
+{
+    // Never freed: HDF5 may be gone before statics are.
+    static const auto* const properties = [] {
+        auto* const made = new H5::DSetMemXferPropList;
+        made->setTypeConvCB(refuseOthers, nullptr);
+        return made;
+    }();
+    return *properties;
+}
 
 void requireOwn(const H5::H5Location& location, const char* kind, const std::string& path)
 {
@@ -192,6 +210,28 @@ void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, 
         throwAt(location, "attribute", name, unsoundType);
 }
 
+static std::atomic<hsize_t> storageCounted{0};
+static std::atomic<unsigned long> fileCounted{0};
+/// What a few datasets may have in common is nothing to speak of.
+constexpr hsize_t storageSlack = 0x10000;
+
+void beginStorageCount() { storageCounted = 0; }
+
+/// Datasets that share their bytes would be inflated once for each of them.
+static void countStorage(hsize_t bytes, const H5::H5Location& location, const std::string& name)
+{
+    hsize_t fileBytes = 0;
+    const hid_t file = H5Iget_file_id(location.getId());
+    H5O_info_t info = {};
+    const bool isKnown = H5Fget_filesize(file, &fileBytes) >= 0 && H5Oget_info2(file, &info, H5O_INFO_BASIC) >= 0;
+    H5Fclose(file);
+    if (fileCounted.exchange(info.fileno) != info.fileno)
+        beginStorageCount();
+    storageCounted += bytes;
+    if (isKnown && storageCounted > fileBytes + storageSlack)
+        throwAt(location, "dataset", name, "it and those before it claim more bytes than the file has");
+}
+
 void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, const std::string& name)
 {
     const H5::DSetCreatPropList properties = dataset.getCreatePlist();
@@ -203,6 +243,7 @@ void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, cons
     const hssize_t points = space.getSimpleExtentNpoints();
     const hsize_t announced = saturatedProduct(points > 0 ? static_cast<hsize_t>(points) : 0, type.getSize());
     const hsize_t stored = dataset.getStorageSize();
+    countStorage(stored, location, name);
 
     hsize_t most = stored;
     if (properties.getLayout() == H5D_CHUNKED) {
@@ -216,6 +257,7 @@ void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, cons
     if (announced > most)
         throwAt(location, "dataset", name,
                 std::to_string(announced) + " bytes announced, " + std::to_string(stored) + " bytes are stored");
+    admitMemory(announced, "the values of a dataset");
 }
 
 } // namespace NBrenmark

@@ -7,6 +7,7 @@
 namespace H5 {
 class Attribute;
 class DataSet;
+class DSetMemXferPropList;
 class H5Location;
 } // namespace H5
 
@@ -16,6 +17,10 @@ namespace NBrenmark {
 /// no part of the deck and perhaps nothing that its reader should see.
 /// \throws hdf5_error  if a part of the path is a link of another kind than every deck has
 void requireOwn(const H5::H5Location& location, const char* kind, const std::string& path);
+
+/// For a transfer that fails where a stored number isn't one of the integers that it is to become: 1.5, or one that is
+/// too great. HDF5 takes the nearest one otherwise.
+const H5::DSetMemXferPropList& wholeNumbersOnly();
 
 /// Keeps HDF5 from loading filter plug-ins, which it does for any file that names one, while this lives: a deck is
 /// data and brings no code.
@@ -31,11 +36,14 @@ private:
     unsigned before = 0; // a host may want its plug-ins again
 };
 
+/// Begins the count of what the datasets of one read claim to have stored: more than the file has is damage.
+void beginStorageCount();
+
 /// \throws hdf5_error  if the type isn't one that a writer can have made
 /// \param location, name  of the attribute, for the text
 void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, const std::string& name);
 
-/// \throws hdf5_error  the same, or if its bytes are in another file, or need a filter that isn't part of HDF5 itself, or
+/// \throws hdf5_error  the same, or if its bytes are in another file, or need a filter that no deck has, or
 ///         if the dataset announces more than its bytes in the file can hold, so
 ///         that four damaged bytes never cost sixteen gigabytes
 void checkSound(const H5::DataSet& dataset, const H5::H5Location& location, const std::string& name);

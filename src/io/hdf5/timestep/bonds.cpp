@@ -5,6 +5,7 @@
 
 #include "core/emptied.h"
 #include "io/hdf5/common_length.h"
+#include "io/hdf5/stored_length.h"
 #include "io/hdf5/timestep/family_rows.h"
 #include "results/bonds.h"
 
@@ -38,10 +39,12 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
     CEmptiedUnlessWhole<CBondsBase> reading(bonds);
     quint32 size = 0;
     in().attribute("size", size);
-    if (size == 0)
+    if (size == 0 && !in().hasRows({"bonds"}))
         return;
+    CStoredLength lengths(in(), "The bonds have");
+    rowsForm(lengths, bonds);
+    const quint32 held = lengths.admitted(0);
     rowsForm(in(), bonds);
-    const quint32 held = commonLength(bonds);
     tellIfOther("bonds", size, held);
     bonds.resizeRows(held); // what isn't stored: the parameters
     reading.whole = true;

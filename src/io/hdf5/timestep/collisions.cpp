@@ -5,8 +5,9 @@
 
 #include "core/emptied.h"
 #include "io/hdf5/common_length.h"
+#include "io/hdf5/stored_length.h"
 #include "io/hdf5/timestep/family_rows.h"
-#include "results/collisions.h"
+#include "results/row_bytes.h"
 
 namespace NBrenmark {
 
@@ -59,12 +60,15 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     CEmptiedUnlessWhole<CCollisionsBase> reading(collisions);
     quint32 size = 0;
     in().attribute("size", size);
-    if (size == 0 || (options.timestepMask & collisions.familyMask()) == 0)
+    const bool isWanted = (options.timestepMask & collisions.familyMask()) != 0;
+    if (!isWanted || (size == 0 && !in().hasRows({"ids", "position"})))
         return;
     quint32 fields = 0;
     in().attribute("mask", fields);
+    CStoredLength lengths(in(), "The collisions have");
+    recordsForm(lengths, collisions, fields);
+    const quint32 held = lengths.admitted(collisionRowBytes);
     recordsForm(in(), collisions, fields);
-    const quint32 held = commonLength(collisions, fields);
     tellIfOther("collisions", size, held);
     if (collisions.dropForeignArrays())
         report(eLost, NLogTitle::hdf5Read, "Collisions hold more of the second end than a triangle has: dropped.",

@@ -8,8 +8,9 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "io/hdf5/common_length.h"
+#include "io/hdf5/stored_length.h"
 #include "io/hdf5/timestep/family_rows.h"
-#include "results/contacts.h"
+#include "results/row_bytes.h"
 
 #include <algorithm>
 
@@ -68,15 +69,16 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     CEmptiedUnlessWhole<CContactsBase> reading(contacts);
     quint32 size = 0;
     in().attribute("size", size);
-    if ((options.timestepMask & contacts.familyMask()) == 0)
-        size = 0;
+    const bool isWanted = (options.timestepMask & contacts.familyMask()) != 0;
     in().attribute("collision on", contacts.collisionsActive);
-    if (size > 0) {
+    if (isWanted && (size > 0 || in().hasRows({"contacts", "position"}))) {
         quint32 fields = contactFields;
         in().attribute("mask", fields);
         fields &= contactFields;
+        CStoredLength lengths(in(), "The contacts have");
+        rowsForm(lengths, contacts, fields);
+        const quint32 held = lengths.admitted(contactRowBytes);
         rowsForm(in(), contacts, fields);
-        const quint32 held = commonLength(contacts, fields);
         tellIfOther("contacts", size, held);
         contacts.resizeRows(held); // the arrays that the file lacks become zeros
     }

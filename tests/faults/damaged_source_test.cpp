@@ -187,7 +187,20 @@ const SFault faults[] = {
      [](SStored& s, const CLegacyDeck&) { s.data = s.data.with(4, CBytes().u32(makeVersion(30, 0, 21))); }, 0,
      "deck.dem: header of version"},
     {"bytes behind the last timestep", [](SStored& s, const CLegacyDeck&) { s.segment += CBytes::garbage(100); }, 3,
-     ""},
+     "100 bytes before the end of the file, and no block begins there"},
+    {"bytes between two timesteps",
+     [](SStored& s, const CLegacyDeck& d) {
+         s.data = s.data.first(placeOf(d, 1)) + CBytes::garbage(9) + s.data.from(placeOf(d, 1));
+         s.index = s.index.with(4 + 24 + 12, CBytes().u64(static_cast<quint64>(placeOf(d, 1)) + 9));
+     },
+     3, "9 bytes before the next timestep, and no block begins there"},
+    {"two timesteps in one place",
+     [](SStored& s, const CLegacyDeck& d) {
+         s.index = s.index.with(4 + 24 + 12, CBytes().u64(static_cast<quint64>(placeOf(d, 0))));
+     },
+     3, "the index has more than one timestep at byte"},
+    {"bytes behind the index", [](SStored& s, const CLegacyDeck&) { s.index += CBytes::garbage(5); }, 3,
+     "5 bytes follow the last entry"},
     {"no settings", [](SStored& s, const CLegacyDeck&) { s.settings = s.settings.first(3); }, 0, "deck.ess"},
     {"no configuration", [](SStored& s, const CLegacyDeck&) { s.configuration = CBytes().ascii("Greetings"); }, 0,
      "deck.dfg"},

@@ -5,15 +5,20 @@
 #include <H5Cpp.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -29,6 +34,7 @@ public:
     {
         const std::lock_guard<std::mutex> guard(lock);
         texts.erase(name);
+        untold = false;
     }
 
     void remember(const std::string& name, const std::string& text)
@@ -37,8 +43,13 @@ public:
         texts.emplace(name, text);
     }
 
+    /// There was no memory for a text.
+    void rememberUntold() { untold = true; }
+
     void throwIfAny(const std::string& name)
     {
+        if (untold)
+            throw std::bad_alloc();
         const std::lock_guard<std::mutex> guard(lock);
         const auto found = texts.find(name);
         if (found != texts.end())
@@ -48,6 +59,7 @@ public:
 private:
     std::mutex lock;
     std::map<std::string, std::string> texts;
+    std::atomic<bool> untold{false};
 };
 
 CFailures& failures()
@@ -80,15 +92,38 @@ struct SCheckedFile
 SCheckedFile& self(H5FD_t* file) { return *reinterpret_cast<SCheckedFile*>(file); }
 const SCheckedFile& self(const H5FD_t* file) { return *reinterpret_cast<const SCheckedFile*>(file); }
 
-void pushError(hid_t major, hid_t minor, const std::string& text)
+// HDF5 calls what follows, and no exception may pass through it: the only ones here are of too little memory.
+
+template <class TBody>
+auto withoutExceptions(decltype(std::declval<TBody>()()) failed, TBody&& body) noexcept -> decltype(body())
 {
-    H5Epush2(H5E_DEFAULT, __FILE__, "checked file", __LINE__, H5E_ERR_CLS, major, minor, "%s", text.c_str());
+    try {
+        return body();
+    }
+    catch (const std::exception&) {
+        H5Epush2(H5E_DEFAULT, __FILE__, "checked file", __LINE__, H5E_ERR_CLS, H5E_RESOURCE, H5E_NOSPACE,
+                 "too little memory");
+        return failed;
+    }
 }
 
-void fail(SCheckedFile& file, const std::string& action, int error)
+void pushError(hid_t major, hid_t minor, const char* what, const char* name, int error)
+{
+    char cause[128] = {};
+    H5Epush2(H5E_DEFAULT, __FILE__, "checked file", __LINE__, H5E_ERR_CLS, major, minor, "%s %s: %s", what, name,
+             strerror_r(error, cause, sizeof cause));
+}
+
+void fail(SCheckedFile& file, const char* action, int error) noexcept
 {
     file.failed = true;
-    failures().remember(*file.name, "Could not " + action + " " + *file.name + ": " + causeText(error));
+    try {
+        failures().remember(*file.name,
+                            "Could not " + std::string(action) + " " + *file.name + ": " + causeText(error));
+    }
+    catch (const std::exception&) {
+        failures().rememberUntold();
+    }
 }
 
 H5FD_t* openFile(const char* name, unsigned flags, hid_t, haddr_t)
@@ -99,23 +134,28 @@ H5FD_t* openFile(const char* name, unsigned flags, hid_t, haddr_t)
     mode |= (flags & H5F_ACC_EXCL) != 0 ? O_EXCL : 0;
     const int descriptor = ::open(name, mode | O_CLOEXEC, 0666);
     if (descriptor < 0) {
-        pushError(H5E_FILE, H5E_CANTOPENFILE, std::string("can't open ") + name + ": " + causeText(errno));
+        pushError(H5E_FILE, H5E_CANTOPENFILE, "can't open", name, errno);
         return nullptr;
     }
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0) {
-        pushError(H5E_FILE, H5E_BADFILE, std::string("can't look at ") + name + ": " + causeText(errno));
+        pushError(H5E_FILE, H5E_BADFILE, "can't look at", name, errno);
         ::close(descriptor);
         return nullptr;
     }
-    failures().forget(name);
-    auto* const file = new SCheckedFile();
-    file->descriptor = descriptor;
-    file->size = static_cast<haddr_t>(status.st_size);
-    file->device = status.st_dev;
-    file->inode = status.st_ino;
-    file->name = new std::string(name);
-    return &file->base;
+    H5FD_t* const opened = withoutExceptions(static_cast<H5FD_t*>(nullptr), [&] {
+        failures().forget(name);
+        auto file = std::make_unique<SCheckedFile>();
+        file->descriptor = descriptor;
+        file->size = static_cast<haddr_t>(status.st_size);
+        file->device = status.st_dev;
+        file->inode = status.st_ino;
+        file->name = new std::string(name);
+        return &file.release()->base;
+    });
+    if (opened == nullptr)
+        ::close(descriptor);
+    return opened;
 }
 
 herr_t closeFile(H5FD_t* base)
@@ -167,7 +207,7 @@ herr_t readBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size, 
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0) {
-            pushError(H5E_IO, H5E_READERROR, "can't read " + *file.name + ": " + causeText(errno));
+            pushError(H5E_IO, H5E_READERROR, "can't read", file.name->c_str(), errno);
             return -1;
         }
         if (got == 0) { // behind the end: allocated, never written
@@ -191,8 +231,10 @@ herr_t writeBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size,
         if (put < 0 && errno == EINTR)
             continue;
         if (put <= 0) {
-            fail(file, "write " + std::to_string(size) + " bytes at byte " + std::to_string(address) + " of",
-                 put < 0 ? errno : EIO);
+            char action[96] = {};
+            std::snprintf(action, sizeof action, "write %zu bytes at byte %llu of", size,
+                          static_cast<unsigned long long>(address));
+            fail(file, action, put < 0 ? errno : EIO);
             break;
         }
         source += put;
@@ -228,9 +270,11 @@ herr_t lockFile(H5FD_t* base, hbool_t forWriting)
     const SCheckedFile& file = self(base);
     if (::flock(file.descriptor, (forWriting ? LOCK_EX : LOCK_SH) | LOCK_NB) == 0 || isLockingUnknown(errno))
         return 0;
-    pushError(H5E_FILE, H5E_CANTOPENFILE,
-              errno == EWOULDBLOCK ? *file.name + " is in use by another process"
-                                   : "can't lock " + *file.name + ": " + causeText(errno));
+    if (errno == EWOULDBLOCK)
+        H5Epush2(H5E_DEFAULT, __FILE__, "checked file", __LINE__, H5E_ERR_CLS, H5E_FILE, H5E_CANTOPENFILE,
+                 "%s is in use by another process", file.name->c_str());
+    else
+        pushError(H5E_FILE, H5E_CANTOPENFILE, "can't lock", file.name->c_str(), errno);
     return -1;
 }
 

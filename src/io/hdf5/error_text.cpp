@@ -4,6 +4,8 @@
 
 #include <H5Cpp.h>
 
+#include <atomic>
+
 namespace NBrenmark {
 
 namespace {
@@ -16,8 +18,12 @@ QString& text()
     return *last;
 }
 
+std::atomic<bool> outOfMemory{false};
+
 herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target)
 {
+    if (error->maj_num == H5E_RESOURCE && error->min_num == H5E_NOSPACE)
+        outOfMemory = true;
     if (record == 0)
         *static_cast<QString*>(target) += QStringLiteral(" - %1").arg(
             QString::fromLocal8Bit(error->desc && *error->desc ? error->desc : error->func_name));
@@ -27,6 +33,7 @@ herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target)
 herr_t keepErrorText(hid_t stack, void* target)
 {
     const QMutexLocker locker(&textLock);
+    outOfMemory = false;
     static_cast<QString*>(target)->clear();
     return H5Ewalk2(stack, H5E_WALK_UPWARD, takeInnermost, target);
 }
@@ -45,8 +52,11 @@ QString lastHdf5Error()
     return text();
 }
 
+bool lastHdf5ErrorWasMemory() { return outOfMemory; }
+
 void clearLastHdf5Error()
 {
+    outOfMemory = false;
     const QMutexLocker locker(&textLock);
     text().clear();
 }

@@ -35,6 +35,8 @@ void catchHdf5Errors();
 
 /// " - " and what the innermost HDF5 call said when it last failed, in any thread; empty if none did.
 QString lastHdf5Error();
+/// Whether the last call failed for too little memory.
+bool lastHdf5ErrorWasMemory();
 void clearLastHdf5Error();
 
 /// Throws an hdf5_error that says where: "/CreatorData/0, attribute "title": H5Aopen failed".

@@ -165,7 +165,7 @@ bool CHdf5IoManager::runReader(H5::H5File& file, CSimulationData& object, IProgr
     if (reader.errorFlag)
         tellFailure(NLogTitle::hdf5Read,
                     QString("Could not read file %1.\n%2.").arg(nameOf(file), reader.errorText + lastHdf5Error()),
-                    reader.errorCause);
+                    reader.errorCause == eCauseNone && lastHdf5ErrorWasMemory() ? eCauseMemory : reader.errorCause);
     else
         tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(file)));
     return false;

@@ -157,8 +157,18 @@ static std::string copyWithPatience(QTemporaryFile& source, const QString& targe
     return cause + ". The finished file is kept as " + source.fileName().toStdString() + ".";
 }
 
+static QString& folderOfReplacements()
+{
+    static QString path;
+    return path;
+}
+
+void setFolderOfReplacements(const QString& path) { folderOfReplacements() = path; }
+
 CFileReplacement::CFileReplacement() : file(std::make_shared<QTemporaryFile>())
 {
+    if (!folderOfReplacements().isEmpty())
+        file->setFileTemplate(folderOfReplacements() + QStringLiteral("/companion-XXXXXX"));
     content.open(QIODevice::ReadWrite);
     if (!file->open())
         failure = file->errorString().toStdString();

@@ -12,7 +12,10 @@
 
 namespace NBrenmark {
 
-/// A file in the making, in the system's temporary folder. It vanishes unless it replaces its target.
+/// Where files are in the making from now on: a null path for the system's temporary folder, as at the beginning.
+void setFolderOfReplacements(const QString& path);
+
+/// A file in the making. It vanishes unless it replaces its target.
 class CFileReplacement
 {
 public:

@@ -42,14 +42,9 @@ void CBackgroundReadWriteController::run()
 
 bool CBackgroundReadWriteController::execute(qint64 timeLimit)
 {
-    // A stop that was meant for somebody else isn't ours.
-    clearStop();
     QElapsedTimer clock;
     clock.start();
-    start(QThread::InheritPriority);
-    // Where no thread is to be had, the caller does the work: waiting for one that never was ends at once.
-    if (!isRunning() && !isFinished())
-        run();
+    startOrRun();
     while (true) {
         flushLogModules();
         const qint64 timeLeft = std::max<qint64>(timeLimit - clock.elapsed(), 0);
@@ -59,9 +54,7 @@ bool CBackgroundReadWriteController::execute(qint64 timeLimit)
             continue;
         if (progress)
             progress->cancel();
-        requestStop();
-        wait();
-        clearStop();
+        stopAndWait();
         if (error.empty())
             error = "The time of " + std::to_string(timeLimit / 1000) + " s that this may take has passed.";
         result = false;

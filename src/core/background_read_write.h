@@ -3,8 +3,8 @@
 
 #include "core/cause.h"
 #include "core/data_place.h"
+#include "core/worker.h"
 
-#include <QThread>
 #include <string>
 
 class QDataStream;
@@ -14,7 +14,7 @@ namespace NBrenmark {
 class IProgressController;
 class IReadWrite;
 
-class CBackgroundReadWriteController : public QThread
+class CBackgroundReadWriteController : public CWorker
 {
 public:
     /// \param target, stream  not owned; nobody else touches them until execute is done

@@ -14,6 +14,9 @@ struct SConvertOptions
     QString source;
     QString target;
     bool force = false;
+    bool resume = false;           ///< goes on where an unfinished conversion was broken off
+    bool strict = false;           ///< makes no deck if anything was lost through damage
+    bool ignoreCompanions = false; ///< goes on without companions that can't be read
     bool verify = false;
     bool quiet = false;
     bool json = false;

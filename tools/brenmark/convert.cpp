@@ -1,203 +1,371 @@
 // brenmark convert.
 
 #include "brenmark/commands.h"
+#include "brenmark/conversion_run.h"
 #include "brenmark/deck_family.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/json_text.h"
 #include "brenmark/progress_display.h"
+#include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 #include "brenmark/verify.h"
 
-#include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
 
-#include <chrono>
+#include <QFileInfo>
 
 namespace NBrenmark {
 
 namespace {
 
-struct SConversion
+/// What a conversion comes to, whichever way it ends.
+struct SResult
 {
-    bool succeeded = false;
-    bool interrupted = false;
-    bool begun = false;        ///< what stood at the target is gone
-    bool targetOpened = false; ///< a timestep was begun
-    int timesteps = 0;         ///< of the source
-    int written = 0;           ///< whole timesteps at the target
-    double seconds = 0.0;
-    std::string error;
-    Ledger messages;
+    const char* result = "failed";
+    EExitCode code = eExitDone;
+    SConversionRun run;
+    quint32 timesteps = 0; ///< finished, in the new deck or in its folder
+    qint64 bytesRead = 0;
+    qint64 bytesWritten = 0;
+    std::optional<SVerification> verification;
 };
 
-/// Hears how far the conversion is.
-class CListener : public IConversionObserver
+void printResultObject(const SConvertOptions& options, const QString& target, const SResult& result,
+                       const CFailure* failure = nullptr)
 {
-public:
-    CListener(SConversion& result, qint64 bytes, CProgressDisplay& progress)
-        : result(result), bytes(bytes), progress(progress)
-    {}
-
-    void starting(int steps, const QString&) override
-    {
-        result.begun = true;
-        result.timesteps = steps / 2;
-        progress.start(result.timesteps, "converting", static_cast<double>(bytes));
-        if (interrupt)
-            interrupt->repeat();
-    }
-    void stepReached(int step) override
-    {
-        result.targetOpened = true;
-        // 2i before timestep i, 2i + 1 after it; whatever ends the conversion jumps to the total.
-        if (step % 2 == 0)
-            return;
-        result.written = (step + 1) / 2;
-        progress.update(result.written);
-    }
-    void completed() override {}
-
-    CInterruptHandler* interrupt = nullptr;
-
-private:
-    SConversion& result;
-    const qint64 bytes;
-    CProgressDisplay& progress;
-};
-
-SConversion convert(const QString& source, const QString& target, qint64 bytes, CProgressDisplay& progress)
-{
-    SConversion result;
-    CListener listener(result, bytes, progress);
-    CConversion conversion(listener);
-    CInterruptHandler interrupt(conversion);
-    listener.interrupt = &interrupt;
-
-    const auto begin = std::chrono::steady_clock::now();
-    result.succeeded = conversion.run(source, target, eFormatHdf5) == eConvertOk;
-    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    result.interrupted = !result.succeeded && CInterruptHandler::interrupted();
-    result.error = utf8(conversion.errorText());
-    result.messages = conversion.records();
-    progress.clear();
-    return result;
+    Json object{{"result", result.result},
+                {"code", failure ? failure->code : result.code},
+                {"source", utf8(options.source)},
+                {"target", utf8(target)},
+                {"seconds", result.run.seconds},
+                {"bytesRead", result.bytesRead},
+                {"bytesWritten", result.bytesWritten},
+                {"timesteps", result.timesteps},
+                {"messages", jsonMessages(result.run.messages)}};
+    if (failure)
+        object["error"] = failure->what();
+    if (result.verification)
+        object["verification"] = jsonVerification(*result.verification);
+    unlessReaderIsGone([&] { printJson(object); });
 }
 
-CFailure failureOf(const SConversion& conversion, const QString& source, const QString& target)
-{
-    if (conversion.interrupted)
-        return CFailure(
-            eExitInterrupted,
-            "interrupted behind timestep " + std::to_string(conversion.written) + " of " +
-                std::to_string(conversion.timesteps),
-            conversion.written == 0
-                ? "Nothing is left at the target. Repeat this command to convert all; the source is untouched."
-                : utf8(target) + " holds whole timesteps up to there, without settings and configuration. "
-                                 "Repeat this command with --force to convert all; the source is untouched.");
-    // Behind the last timestep, and before the first one, only the target is touched.
-    const bool reachedTarget = conversion.written == conversion.timesteps || !conversion.targetOpened;
-    const CFailure fallback(
-        reachedTarget ? eExitTarget : eExitDifferent,
-        conversion.error.empty() ? utf8(target) + ": can't be created" : conversion.error,
-        reachedTarget
-            ? "Check that the target's folder can be written and has room, and repeat this command with --force."
-            : "The new deck isn't complete. The source is untouched.");
-    return failureFromLog(conversion.messages, utf8(source), fallback);
-}
-
-Json resultObject(const char* result, EExitCode code, const QString& source, const QString& target)
-{
-    return {{"result", result}, {"code", code}, {"source", utf8(source)}, {"target", utf8(target)}};
-}
-
-void addConversion(Json& object, const SConversion& conversion, qint64 bytesRead, qint64 bytesWritten)
-{
-    object["seconds"] = conversion.seconds;
-    object["bytesRead"] = bytesRead;
-    object["bytesWritten"] = bytesWritten;
-    object["timesteps"] = conversion.written;
-    object["messages"] = jsonMessages(conversion.messages);
-}
-
-void tell(const SConvertOptions& options, const QString& target, const SConversion& conversion,
-          const SVerification& verification, qint64 bytesRead, qint64 bytesWritten)
+void tellConverted(const SConvertOptions& options, const QString& target, const SResult& result)
 {
     if (!options.quiet)
         printResult(utf8(options.source) + ": converted to " + utf8(target) + ": " +
-                    countText(static_cast<quint64>(conversion.written), "timestep") + ", " +
-                    sizeText(static_cast<double>(bytesRead)) + " read, " + sizeText(static_cast<double>(bytesWritten)) +
-                    " written in " + durationText(conversion.seconds) +
-                    (holdsDamage(conversion.messages) ? "; lost: " + damageText(conversion.messages) : "") + '\n');
-    if (options.verify && (!options.quiet || verification.exitCode() != eExitDone))
-        printVerification(verification, options.source, target);
+                    countText(result.timesteps, "timestep") + ", " + sizeText(static_cast<double>(result.bytesRead)) +
+                    " read, " + sizeText(static_cast<double>(result.bytesWritten)) + " written in " +
+                    durationText(result.run.seconds) +
+                    (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") + '\n');
+    if (result.verification && (!options.quiet || result.code != eExitDone))
+        printVerification(*result.verification, options.source, target);
     flushResult();
 }
 
-EExitCode converted(const SConvertOptions& options, const QString& target)
+/// What is there for the next run, and how it goes on.
+std::string leftoverAdvice(const CPartialFolder& folder, const SJournal& journal)
 {
-    const qint64 bytesRead = bytesOf(familyFiles(options.source));
-    SConversion conversion;
-    {
-        CProgressDisplay progress(options.quiet);
-        conversion = convert(options.source, target, bytesRead, progress);
-    }
-    printLedger(conversion.messages);
-    // Files without a timestep in them are no deck, and in the way of the next try.
-    if (!conversion.succeeded && conversion.begun && conversion.written == 0)
-        deleteFamily(target);
-    const qint64 bytesWritten = bytesOf(familyFiles(target));
-
-    if (!conversion.succeeded) {
-        const CFailure failure = failureOf(conversion, options.source, target);
-        if (options.json) {
-            Json object =
-                resultObject(conversion.interrupted ? "interrupted" : "failed", failure.code, options.source, target);
-            addConversion(object, conversion, bytesRead, bytesWritten);
-            object["error"] = failure.what();
-            unlessReaderIsGone([&] { printJson(object); });
-        }
-        printFailure(failure);
-        return failure.code;
-    }
-
-    SVerification verification;
-    if (options.verify) {
-        CProgressDisplay progress(options.quiet || !errorIsTerminal());
-        verification = verify(options.source, target, defaultDifferenceLimit, progress);
-    }
-    EExitCode code = verification.exitCode();
-    if (code == eExitDone && holdsDamage(conversion.messages))
-        code = eExitSource;
-    if (options.json) {
-        Json object = resultObject("converted", code, options.source, target);
-        addConversion(object, conversion, bytesRead, bytesWritten);
-        if (options.verify)
-            object["verification"] = jsonVerification(verification);
-        unlessReaderIsGone([&] { printJson(object); });
-        return code;
-    }
-    unlessReaderIsGone([&] { tell(options, target, conversion, verification, bytesRead, bytesWritten); });
-    return code;
+    if (journal.finished == 0)
+        return "Nothing is left at the target.";
+    return utf8(folder.path()) + " holds " + std::to_string(journal.finished) + " of " +
+           countText(journal.timesteps, "timestep") +
+           ". Repeat this command with --resume to go on there, or with --force to begin anew.";
 }
 
+CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, const SJournal& journal)
+{
+    const std::string leftover = leftoverAdvice(folder, journal);
+    const std::string again = journal.finished == 0 ? " Then repeat this command." : "";
+    if (run.interrupted)
+        return CFailure(eExitInterrupted,
+                        "interrupted after timestep " + std::to_string(journal.finished) + " of " +
+                            std::to_string(journal.timesteps),
+                        leftover + " The source is untouched.");
+    // After the last timestep, and before the first one, only the target is touched.
+    const bool reachedTarget = journal.finished == journal.timesteps || !run.targetOpened;
+    const CFailure fallback(reachedTarget ? eExitTarget : eExitDifferent,
+                            run.error.empty() ? utf8(folder.deck()) + ": can't be created" : run.error,
+                            "The new deck isn't complete. " + leftover);
+    CFailure failure = failureFromLog(run.messages, utf8(journal.source), fallback);
+    if (failure.code == eExitTarget)
+        failure.advice =
+            "Make room at the target, or check that it can be written, with enough memory for the largest timestep." +
+            again + ' ' + leftover;
+    else if (failure.code == eExitSource)
+        failure.advice =
+            "The source is damaged, incomplete or still being written; it is untouched here. Copy it again "
+            "from the archive and repeat this command" +
+            std::string(journal.finished == 0 ? ". " : " with --force. ") + leftover;
+    else
+        failure.advice += ' ' + leftover;
+    return failure;
+}
+
+// ---------------------------------------------------------------- before
+
+/// Opens a deck, looks for its segments and lets it go again. \return its timesteps
+/// \throws CFailure  something is missing
+quint32 requireReadable(const QString& path)
+{
+    const CDeckReader reader(path);
+    quint32 lastSegment = 0;
+    for (const STimestepIndexEntry& entry : reader.index())
+        lastSegment = std::max(lastSegment, entry.segment);
+    for (quint32 number = 1; number <= lastSegment; ++number) {
+        const QString segment =
+            stripDeckSuffix(path) + NDeckFile::demSuffix + NDeckFile::segmentInfix + QString::number(number);
+        if (!QFileInfo(segment).isFile())
+            throw CFailure(eExitSource,
+                           utf8(segment) + ": is missing: the deck has timesteps in " +
+                               countText(lastSegment + 1, "file"),
+                           "Copy the deck again from the archive, with all its files, and repeat this command.");
+    }
+    return reader.timestepCount();
+}
+
+SJournal journalOf(const SConvertOptions& options, quint32 timesteps)
+{
+    SJournal journal;
+    journal.program = BRENMARK_VERSION;
+    journal.source = QFileInfo(options.source).absoluteFilePath();
+    journal.sourceFiles = fileStates(sourceFiles(journal.source));
+    journal.ignoresCompanions = options.ignoreCompanions;
+    journal.replaces = options.force;
+    journal.timesteps = timesteps;
+    return journal;
+}
+
+/// \throws CFailure  what is there comes from another source, program or set of options
+void requireSameRun(const SJournal& earlier, const SJournal& now, const CPartialFolder& folder)
+{
+    const auto refuse = [&](EExitCode code, const std::string& why) {
+        throw CFailure(code, utf8(folder.path()) + ": can't be resumed: " + why,
+                       "Begin anew with --force, which discards it.");
+    };
+    if (earlier.source != now.source)
+        refuse(eExitUnsupported, "it was made from " + utf8(earlier.source));
+    if (const std::string change = changeBetween(earlier.sourceFiles, now.sourceFiles); !change.empty())
+        refuse(eExitSource, change + " since");
+    if (earlier.program != now.program)
+        refuse(eExitUnsupported, "it was made by version " + earlier.program + ", and this is " + now.program);
+    if (earlier.ignoresCompanions != now.ignoresCompanions)
+        refuse(eExitUnsupported,
+               std::string("it was made with") + (earlier.ignoresCompanions ? "" : "out") + " --ignore-companions");
+}
+
+[[noreturn]] void refuseUnfinished(const CPartialFolder& folder, const SJournal& earlier)
+{
+    throw CFailure(eExitTarget,
+                   utf8(folder.path()) + ": holds an unfinished conversion, " + std::to_string(earlier.finished) +
+                       " of " + countText(earlier.timesteps, "timestep"),
+                   "Repeat this command with --resume to go on there, or with --force to begin anew.");
+}
+
+// ---------------------------------------------------------------- one conversion
+
+class CConvertCommand
+{
+public:
+    explicit CConvertCommand(const SConvertOptions& options)
+        : options(options), target(targetPath(options.source, options.target))
+    {}
+
+    EExitCode run();
+
+private:
+    void prepare();
+    bool goOnWith(SJournal earlier);
+    void makeDeck();
+    void requireWhole();
+    void finish();
+    EExitCode fail(const CFailure& failure);
+
+    const SConvertOptions& options;
+    const QString target;
+    std::optional<CPartialFolder> folder;
+    SJournal journal;
+    SResult result;
+};
+
+/// What was begun here before: taken up, discarded, or in the way. \return whether the new deck is in its place
+bool CConvertCommand::goOnWith(SJournal earlier)
+{
+    if (earlier.state >= eReplacing) { // that is finished, whoever asks
+        folder->place(earlier);
+        printError("brenmark: " + utf8(target) +
+                   ": an earlier conversion had been stopped while its deck took its "
+                   "place, which is finished now\n");
+        result.timesteps = earlier.timesteps;
+        result.run.messages = earlier.ledger;
+        return !options.force && earlier.source == journal.source &&
+               changeBetween(earlier.sourceFiles, journal.sourceFiles).empty();
+    }
+    if (options.resume) {
+        requireSameRun(earlier, journal, *folder);
+        earlier.replaces = earlier.replaces || options.force;
+        journal = std::move(earlier);
+    }
+    else if (options.force) {
+        earlier.state = eConverting; // from here on it isn't complete, whatever ends this process
+        earlier.finished = 0;
+        folder->write(earlier);
+        folder->clear();
+    }
+    else {
+        refuseUnfinished(*folder, earlier);
+    }
+    return false;
+}
+
+void CConvertCommand::makeDeck()
+{
+    if (journal.state == eComplete) {
+        result.run.messages = journal.ledger;
+        result.run.succeeded = true;
+        return;
+    }
+    // The last timestep is made again if all are there: the deck's header is written with it.
+    const quint32 there = folder->timestepsThere(journal.finished);
+    const quint32 first = std::min(there, journal.timesteps - std::min<quint32>(journal.timesteps, 1));
+    if (first < journal.finished || first == 0) {
+        journal.finished = first;
+        if (first == 0)
+            journal.ledger.clear();
+    }
+    folder->keepTimesteps(first);
+    folder->write(journal);
+    CProgressDisplay progress(options.quiet);
+    result.run = runConversion(*folder, journal, result.bytesRead, progress);
+}
+
+/// Whether what was made may take its place. \throws CFailure
+void CConvertCommand::requireWhole()
+{
+    const std::string advice = utf8(folder->path()) + " holds the whole deck all the same. ";
+    if (interrupted())
+        throw CFailure(eExitInterrupted,
+                       "interrupted after timestep " + std::to_string(journal.timesteps) + " of " +
+                           std::to_string(journal.timesteps),
+                       leftoverAdvice(*folder, journal) + " The source is untouched.");
+    if (options.strict && holdsDamage(result.run.messages))
+        throw CFailure(eExitSource, utf8(options.source) + ": lost: " + damageText(result.run.messages),
+                       "With --strict that makes no new deck. " + advice +
+                           "Repeat this command with --resume and without --strict to take it as it is.");
+    if (!options.verify)
+        return;
+    setInterruptPhase(eInComparison);
+    CProgressDisplay progress(options.quiet || !errorIsTerminal());
+    result.verification = verify(options.source, folder->deck(), defaultDifferenceLimit, progress);
+    result.code = result.verification->exitCode();
+    if (!result.verification->equal())
+        throw CFailure(eExitDifferent, utf8(target) + ": isn't made: the new deck differs from its source",
+                       advice + "Repeat this command with --resume and without --verify to take it as it is.");
+    if (interrupted())
+        throw CFailure(eExitInterrupted, "interrupted after the comparison",
+                       leftoverAdvice(*folder, journal) + " The source is untouched.");
+}
+
+void CConvertCommand::finish()
+{
+    requireFreeTarget(options.source, target, options.force || journal.replaces); // it took a while
+    setInterruptPhase(eInPlacing);
+    folder->place(journal);
+    result.timesteps = journal.timesteps;
+    if (result.code == eExitDone && holdsDamage(result.run.messages))
+        result.code = eExitSource;
+}
+
+EExitCode CConvertCommand::fail(const CFailure& failure)
+{
+    result.timesteps = journal.finished;
+    if (folder)
+        result.bytesWritten = bytesOf(familyFiles(folder->deck()));
+    if (failure.code == eExitInterrupted)
+        result.result = "interrupted";
+    if (options.json)
+        printResultObject(options, target, result, &failure);
+    else if (result.verification)
+        unlessReaderIsGone([&] {
+            printVerification(*result.verification, options.source, folder->deck());
+            flushResult();
+        });
+    printFailure(failure);
+    return failure.code;
+}
+
+void CConvertCommand::prepare()
+{
+    requirePossibleTarget(options.target, target);
+    const bool isBegun = QFileInfo(target + QLatin1String(".partial")).exists();
+    if (!isBegun)
+        requireFreeTarget(options.source, target, options.force);
+    journal = journalOf(options, requireReadable(options.source));
+    result.bytesRead = bytesOf(sourceFiles(options.source));
+    if (!isBegun)
+        requireRoom(target, result.bytesRead, 0, journal.timesteps);
+    if (interrupted())
+        throw CFailure(eExitInterrupted, "interrupted before the first timestep",
+                       "Nothing was written. Repeat this command to convert all; the source is untouched.");
+    makeTargetFolder(target);
+    folder.emplace(target);
+}
+
+EExitCode CConvertCommand::run()
+{
+    try {
+        prepare();
+        const bool isPlaced = folder->isBegun() && goOnWith(folder->read());
+        if (!isPlaced) {
+            requireFreeTarget(options.source, target, options.force || journal.replaces);
+            makeDeck();
+            printLedger(result.run.messages);
+            if (!result.run.succeeded) {
+                const CFailure failure = failureOf(result.run, *folder, journal);
+                if (journal.finished == 0) // files without a timestep in them are no deck, and in the next run's way
+                    folder->clear();
+                return fail(failure);
+            }
+            requireWhole();
+            finish();
+        }
+    }
+    catch (const CFailure& failure) {
+        return fail(failure);
+    }
+    folder.reset();
+    result.result = "converted";
+    result.bytesWritten = bytesOf(familyFiles(target));
+    if (options.json)
+        printResultObject(options, target, result);
+    else
+        unlessReaderIsGone([&] { tellConverted(options, target, result); });
+    return result.code;
+}
+
+/// An HDF5 deck needs no conversion; what isn't at the target already is nowhere.
 EExitCode nothingToDo(const SConvertOptions& options)
 {
-    if (options.json) {
-        Json object = resultObject("nothing to do", eExitDone, options.source, options.source);
-        addConversion(object, SConversion(), 0, 0);
-        printJson(object);
+    {
+        const CDeckReader reader(options.source);
     }
-    else if (!options.quiet) {
+    const QString target = targetPath(options.source, options.target);
+    SResult result;
+    result.result = "nothing to do";
+    const bool isThere = QFileInfo(target).isFile() && detectFormat(target) == eFormatHdf5;
+    result.code = isThere ? eExitDone : eExitNothingMade;
+    if (options.json)
+        printResultObject(options, isThere ? target : options.source, result);
+    else if (isThere && !options.quiet)
         printResult(utf8(options.source) + ": is an HDF5 deck already: nothing to convert\n");
-    }
     flushResult();
-    return eExitDone;
+    if (!isThere)
+        printFailure(CFailure(eExitNothingMade,
+                              utf8(options.source) + ": is an HDF5 deck already, and " + utf8(target) + " was not made",
+                              "There is nothing to convert; copy the deck if it is to be there as well."));
+    return result.code;
 }
-
-/// Opens a deck and lets it go again. \throws CFailure  it can't be opened
-void requireReadable(const QString& path) { const CDeckReader reader(path); }
 
 } // namespace
 
@@ -206,21 +374,13 @@ EExitCode runConvert(const SConvertOptions& options)
     try {
         if (requireDeck(options.source) == eFormatHdf5)
             return nothingToDo(options);
-        const QString target = targetPath(options.source, options.target);
-        requireFreeTarget(options.source, target, options.force);
-        requireReadable(options.source); // a deck that can't be opened must not cost the one at the target
-        makeTargetFolder(target);
-        return converted(options, target);
     }
     catch (const CFailure& failure) {
-        if (options.json) {
-            Json object = resultObject("failed", failure.code, options.source, options.target);
-            addConversion(object, SConversion(), 0, 0);
-            object["error"] = failure.what();
-            unlessReaderIsGone([&] { printJson(object); });
-        }
+        if (options.json)
+            printResultObject(options, options.target, SResult(), &failure);
         throw;
     }
+    return CConvertCommand(options).run();
 }
 
 } // namespace NBrenmark

@@ -1,5 +1,7 @@
 #include "brenmark/deck_reader.h"
 
+#include "brenmark/partial_folder.h"
+
 #include "core/deck/application_state.h"
 #include "core/plain_file.h"
 
@@ -36,8 +38,15 @@ CFailure openFailure(int code, const QString& path, const Ledger& messages)
     case eOpenIndexUnreadable:
         return failureFromLog(messages, name, is(eExitSource, "the index can't be read, or doesn't fit the deck"));
     case eOpenIndexNotRebuilt: return failureFromLog(messages, name, is(eExitSource, "the index can't be rebuilt"));
-    case eOpenHeaderRefused:
-        return failureFromLog(messages, name, is(eExitUnsupported, "the header isn't one that can be read"));
+    case eOpenHeaderRefused: {
+        CFailure failure =
+            failureFromLog(messages, name, is(eExitUnsupported, "the header isn't one that can be read"));
+        if (detectFormat(path) == eFormatHdf5) { // any program may have made it
+            failure.code = eExitUnsupported;
+            failure.advice = "It is an HDF5 file without the header of a deck. If it was a deck, copy it again.";
+        }
+        return failure;
+    }
     case eLoadConfigurationFailed:
         return failureFromLog(messages, name, is(eExitSource, "the configuration beside it can't be read"));
     default: return failureFromLog(messages, name, is(eExitSource, "the deck or its settings can't be opened"));
@@ -50,6 +59,10 @@ EDeckFormat requireDeck(const QString& path)
 {
     const std::string name = utf8(path);
     const QFileInfo info(path);
+    if (const std::optional<SPartialDeck> partial = partialDeckAt(path))
+        throw CFailure(eExitSource,
+                       name + ": is a partial deck in " + utf8(partial->path) + ", " + partial->countText(),
+                       "Go on with it: " + partial->command());
     if (!info.exists()) {
         const std::string other = advice(path);
         throw CFailure(eExitSource, name + ": no such file", other.empty() ? "Check the path." : other);
@@ -65,7 +78,10 @@ EDeckFormat requireDeck(const QString& path)
         throw CFailure(eExitSource, name + ": can't be opened: " + cause, "Check the file's permissions.");
     file.close();
 
-    const EDeckFormat format = detectFormat(path);
+    std::string cause;
+    const EDeckFormat format = detectFormat(path, &cause);
+    if (!cause.empty())
+        throw CFailure(eExitSource, name + ": can't be read: " + cause, "Check the disk, and repeat this command.");
     if (format == eFormatUnknown) {
         const std::string other = advice(path);
         throw CFailure(eExitUnsupported, name + ": is no deck that is known here",

@@ -9,8 +9,7 @@ namespace {
 
 const char* const sourceAdvice = "The source is damaged or incomplete. Copy it again from the archive and repeat this "
                                  "command; the source is untouched.";
-const char* const targetAdvice =
-    "Make room at the target, or check that it can be written, and repeat this command with --force.";
+const char* const targetAdvice = "Make room at the target, or check that it can be written, and repeat this command.";
 const char* const namesAdvice =
     "The source is untouched. Change or shorten that in the program that made the deck, and convert it again.";
 const char* const memoryAdvice =

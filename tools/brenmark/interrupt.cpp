@@ -1,56 +1,165 @@
 #include "brenmark/interrupt.h"
 
+#include "brenmark/exit_codes.h"
+#include "brenmark/terminal.h"
+
 #include "core/deck/conversion.h"
 
+#include <algorithm>
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <unistd.h>
 
 namespace NBrenmark {
 
 namespace {
 
-// A handler may touch lock-free atomics and nothing much else.
+constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+
+// A handler may touch lock-free atomics and what doesn't change any more, and nothing much else.
 std::atomic<CConversion*> running{nullptr};
-std::atomic<bool> came{false};
-static_assert(std::atomic<CConversion*>::is_always_lock_free && std::atomic<bool>::is_always_lock_free,
+std::atomic<int> came{0}; ///< the signal
+std::atomic<int> phase{eBeforeTimesteps};
+std::atomic<quint32> current{0};
+std::atomic<quint32> count{0};
+std::atomic<quint32> finished{0};
+std::atomic<bool> leavesFolder{false};
+std::atomic<bool> onTerminal{false};
+std::array<char, 4200> folderName{}; // written before leavesFolder is set
+static_assert(std::atomic<CConversion*>::is_always_lock_free && std::atomic<quint32>::is_always_lock_free,
               "what a signal handler touches must not lock");
 
-struct sigaction previousInterrupt;
-struct sigaction previousTerminate;
-
-void handle(int)
+/// A line put together without memory, for a handler must take none.
+class CLine
 {
-    came = true;
+public:
+    CLine& text(const char* part)
+    {
+        while (*part != '\0' && size < buffer.size())
+            buffer[size++] = *part++;
+        return *this;
+    }
+    CLine& number(quint32 value)
+    {
+        std::array<char, 11> digits{};
+        size_t at = digits.size() - 1;
+        do {
+            digits[--at] = static_cast<char>('0' + value % 10);
+            value /= 10;
+        } while (value != 0);
+        return text(&digits[at]);
+    }
+    void write() const
+    {
+        if (::write(STDERR_FILENO, buffer.data(), size) < 0) {
+            // Where it can't be said the stop counts all the same.
+        }
+    }
+
+private:
+    std::array<char, 4600> buffer{};
+    size_t size = 0;
+};
+
+void acknowledge()
+{
+    CLine line;
+    line.text(onTerminal ? "\r\x1b[K" : "").text("brenmark: ");
+    switch (phase.load()) {
+    case eBeforeTimesteps: line.text("stopping"); break;
+    case eInTimesteps: line.text("finishing timestep ").number(current).text(" of ").number(count); break;
+    case eInComparison: line.text("finishing the comparison"); break;
+    default: line.text("the new deck is taking its place, which is finished first"); break;
+    }
+    line.text("; press Ctrl-C again to stop now\n").write();
+}
+
+void stopNow()
+{
+    CLine line;
+    line.text(onTerminal ? "\r\x1b[K" : "").text("brenmark: stopped at once");
+    if (leavesFolder)
+        line.text("; ")
+            .text(folderName.data())
+            .text(" holds ")
+            .number(finished)
+            .text(" of ")
+            .number(count)
+            .text(" timesteps; --resume goes on there");
+    line.text("\n").write();
+    _exit(eExitInterrupted);
+}
+
+void handle(int number)
+{
+    const int error = errno;
+    int none = 0;
+    if (!came.compare_exchange_strong(none, number))
+        stopNow();
     if (CConversion* const conversion = running.load())
         conversion->cancel();
+    acknowledge();
+    errno = error;
 }
 
 } // namespace
 
-CInterruptHandler::CInterruptHandler(CConversion& conversion) : conversion(conversion)
+void catchInterrupts()
 {
-    came = false;
-    running = &conversion;
-    struct sigaction action = {};
-    action.sa_handler = handle;
-    action.sa_flags = SA_RESTART; // no read or write in hand may fail for it
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, &previousInterrupt);
-    sigaction(SIGTERM, &action, &previousTerminate);
+    onTerminal = errorIsTerminal();
+    for (const int number : signals) {
+        struct sigaction before = {};
+        if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN)
+            continue; // nohup, or a job in the background: whoever started the program wants it so
+        struct sigaction action = {};
+        action.sa_handler = handle;
+        action.sa_flags = SA_RESTART; // no read or write under way may fail for it
+        sigemptyset(&action.sa_mask);
+        sigaction(number, &action, nullptr);
+    }
 }
 
-CInterruptHandler::~CInterruptHandler()
+void letInterruptsEndTheProgram()
 {
-    sigaction(SIGINT, &previousInterrupt, nullptr);
-    sigaction(SIGTERM, &previousTerminate, nullptr);
-    running = nullptr;
+    for (const int number : signals) {
+        struct sigaction before = {};
+        if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == handle)
+            std::signal(number, SIG_DFL);
+    }
+    if (interrupted())
+        std::raise(came);
 }
 
-bool CInterruptHandler::interrupted() { return came; }
+bool interrupted() { return came != 0; }
 
-void CInterruptHandler::repeat()
+void setInterruptPhase(EInterruptPhase now) { phase = now; }
+
+void setInterruptTimestep(quint32 now, quint32 all)
 {
-    if (came)
+    current = now;
+    count = all;
+    phase = eInTimesteps;
+}
+
+void setInterruptLeftover(quint32 number, const std::string& folder)
+{
+    if (!leavesFolder) {
+        std::memcpy(folderName.data(), folder.data(), std::min(folder.size(), folderName.size() - 1));
+        leavesFolder = true;
+    }
+    finished = number;
+}
+
+CInterruptible::CInterruptible(CConversion& conversion) : conversion(conversion) { running = &conversion; }
+
+CInterruptible::~CInterruptible() { running = nullptr; }
+
+void CInterruptible::repeat()
+{
+    if (interrupted())
         conversion.cancel();
 }
 

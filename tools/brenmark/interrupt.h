@@ -1,23 +1,48 @@
 #pragma once
-// Ctrl-C and kill while a conversion runs: it is cancelled, so that it leaves whole timesteps.
+// Ctrl-C, kill and hang-up. The first one ends a conversion after the current timestep and is acknowledged at once; the
+// second one ends the program there and then, which the journal allows at any moment.
+
+#include <QtGlobal>
+
+#include <string>
 
 namespace NBrenmark {
 
 class CConversion;
 
-/// While this lives, SIGINT and SIGTERM cancel the conversion instead of ending the program.
-/// Afterwards both do again what they did before. One at a time.
-class CInterruptHandler
+/// From here on SIGINT, SIGTERM and SIGHUP are noted instead of ending the program; one that is ignored stays ignored.
+/// The first thing that the program does, so that none that comes early ends it by the signal.
+void catchInterrupts();
+/// They end the program again, at once if one of them came already.
+void letInterruptsEndTheProgram();
+
+/// Whether one of them came.
+bool interrupted();
+
+/// What an interrupt waits for, as it is acknowledged.
+enum EInterruptPhase : int
+{
+    eBeforeTimesteps,
+    eInTimesteps,
+    eInComparison,
+    eInPlacing
+};
+void setInterruptPhase(EInterruptPhase phase);
+/// The timestep at work, from 1 on, and the number of all.
+void setInterruptTimestep(quint32 current, quint32 count);
+/// How many of them stay if the program ends there and then, and the folder that holds them.
+void setInterruptLeftover(quint32 finished, const std::string& folder);
+
+/// While this lives the first interrupt cancels the conversion. One at a time.
+class CInterruptible
 {
 public:
-    explicit CInterruptHandler(CConversion& conversion);
-    ~CInterruptHandler();
-    CInterruptHandler(const CInterruptHandler&) = delete;
-    CInterruptHandler& operator=(const CInterruptHandler&) = delete;
+    explicit CInterruptible(CConversion& conversion);
+    ~CInterruptible();
+    CInterruptible(const CInterruptible&) = delete;
+    CInterruptible& operator=(const CInterruptible&) = delete;
 
-    /// Whether one of the two came.
-    static bool interrupted();
-    /// Cancels again if one of the two came: a conversion that begins forgets what came before it.
+    /// Cancels if an interrupt came before the conversion began: what begins forgets a cancel before it.
     void repeat();
 
 private:

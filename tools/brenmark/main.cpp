@@ -2,6 +2,7 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/failure.h"
+#include "brenmark/interrupt.h"
 #include "brenmark/terminal.h"
 
 #include <QFile>
@@ -56,7 +57,8 @@ int run(int argumentCount, char** arguments)
     app.set_help_flag("-h,--help", "Show this help and leave");
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 different or not converted, 2 usage, 3 source missing or damaged,\n"
-               "4 target or other input and output, 5 no supported deck, 130 interrupted.");
+               "4 target or other input and output, 5 no supported deck, 6 nothing to convert and\n"
+               "nothing made, 130 interrupted.");
     std::function<EExitCode()> command;
 
     std::string source, target;
@@ -66,7 +68,9 @@ int run(int argumentCount, char** arguments)
     CLI::App* const convertApp = app.add_subcommand("convert", "Convert a legacy deck into a new deck");
     convertApp->add_option("IN", source, "The legacy deck: its first file, NAME.dem")->required();
     convertApp->add_option("OUT", target, "The new deck, or a folder for a deck of the same name")->required();
-    convertApp->add_flag("--force", convert.force, "Replace an existing OUT");
+    convertApp->add_flag("--force", convert.force, "Replace an existing OUT, and discard an unfinished one");
+    convertApp->add_flag("--resume", convert.resume, "Go on where an unfinished conversion was broken off");
+    convertApp->add_flag("--strict", convert.strict, "Make no new deck if anything was lost through damage");
     convertApp->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
     convertApp->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     convertApp->add_flag("--json", convert.json, "Show the result as one JSON object");
@@ -164,6 +168,8 @@ int run(int argumentCount, char** arguments)
         throw CFailure(eExitUsage, error.what(),
                        "See brenmark " + (chosen.empty() ? "" : chosen.front()->get_name() + ' ') + "--help.");
     }
+    if (!convertApp->parsed())
+        letInterruptsEndTheProgram();
     return command();
 }
 
@@ -174,6 +180,7 @@ int run(int argumentCount, char** arguments)
 int main(int argumentCount, char** arguments)
 {
     using namespace NBrenmark;
+    catchInterrupts();
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other
     try {

@@ -1,10 +1,7 @@
 #include "core/deck/conversion.h"
 
-#include "analysis/data_miner.h"
-#include "config/application_roles.h"
 #include "config/file_replacer.h"
-#include "config/user_preferences.h"
-#include "core/deck/application_state.h"
+#include "core/deck/conversion_objects.h"
 #include "core/deck/deck_files.h"
 #include "core/deck/file_families.h"
 #include "core/deck/file_format_manager.h"
@@ -19,7 +16,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace NBrenmark {
@@ -47,48 +43,6 @@ std::unique_ptr<IFileFormatManager> makeTargetManager(EDeckFormat format, CSimul
 {
     return format == eFormatLegacy ? NLegacyFamily::makeManager(simulation) : NHdf5Family::makeManager(simulation);
 }
-
-/// The process-wide objects of one conversion. Whatever ends it, they go again, and nothing is
-/// stored beside the source.
-class CConversionObjects
-{
-public:
-    CConversionObjects()
-    {
-        addLogModule(&logger);
-        userPreferences(); // made on this thread: the writers' workers ask it, and its making has no lock
-        ready = initialiseApplication(applicationState());
-        if (!ready)
-            return;
-        roles.emplace(*simulation().configuration);
-        miners.emplace(*simulation().configuration);
-    }
-
-    ~CConversionObjects()
-    {
-        if (ready)
-            simulation().close(false);
-        waitForCopies();
-        flushLogModules();
-        shutdownApplication(applicationState());
-        clearLogModules();
-        miners.reset();
-        roles.reset();
-        releaseUserPreferences();
-    }
-
-    CConversionObjects(const CConversionObjects&) = delete;
-    CConversionObjects& operator=(const CConversionObjects&) = delete;
-
-    CSimulation& simulation() { return *applicationState().simulation; }
-
-    CPersistentLogger logger{eWarning};
-    bool ready = false;
-
-private:
-    std::optional<SApplicationRoles> roles;
-    std::optional<CDataMiners> miners;
-};
 
 // The run of this process, if there is one: all that it works on is process-wide.
 std::atomic<const CConversion*> atWork{nullptr};
@@ -191,6 +145,12 @@ void CConversion::publish(SResult result)
     last = std::move(result);
 }
 
+EConvertError CConversion::cancelledResult()
+{
+    setEnd(eOutcomeCancelled, QStringLiteral("The conversion was cancelled."));
+    return eConvertFailed;
+}
+
 /// A failure until it is known better, so that whatever ends the run, it has a text.
 void CConversion::begin(const QString& source)
 {
@@ -231,7 +191,14 @@ std::vector<SLogRecord> CConversion::records() const
     return last.ledger;
 }
 
-EConvertError CConversion::run(const QString& inputPath, const QString& outputPath, EDeckFormat target)
+const std::vector<SLogRecord>& CConversion::recordsSoFar() const
+{
+    static const std::vector<SLogRecord> none;
+    return logger != nullptr ? logger->records() : none;
+}
+
+EConvertError CConversion::run(const QString& inputPath, const QString& outputPath, EDeckFormat target,
+                               const SConversionOptions& wanted)
 {
     const CClaim claim(*this);
     if (!claim.granted) {
@@ -246,11 +213,13 @@ EConvertError CConversion::run(const QString& inputPath, const QString& outputPa
         return eConvertFailed;
     }
     cancelled = false;
+    options = wanted;
     refreshMessages();
     begin(inputPath);
 
     EConvertError code = eConvertFailed;
     CConversionObjects objects;
+    logger = &objects.logger;
     try {
         if (objects.ready)
             code = convert(inputPath, outputPath, target, objects.simulation());
@@ -262,6 +231,7 @@ EConvertError CConversion::run(const QString& inputPath, const QString& outputPa
         running.error = messageText(eMessageConversionFailed).arg(inputPath);
         code = eConvertDataFailed;
     }
+    logger = nullptr;
     running.ledger = objects.logger.records();
     if (running.outcome != eOutcomeFailed)
         return code;
@@ -282,7 +252,12 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
                           inputPath.toStdString() + ".");
         return checked;
     }
-    const EDeckFormat source = detectFormat(inputPath);
+    std::string cause;
+    const EDeckFormat source = detectFormat(inputPath, &cause);
+    if (!cause.empty()) { // which says nothing of what the file holds
+        reportFailure(NLogTitle::legacyRead, inputPath.toStdString() + ": " + cause, eCauseSource);
+        return eConvertFailed;
+    }
     if (source != eFormatLegacy || source == target) {
         if (source == eFormatUnknown)
             setEnd(eOutcomeNotADeck, whatItIs(inputPath));
@@ -291,6 +266,8 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
         return eConvertOk;
     }
 
+    sourcePath = inputPath;
+    sourceStates = fileStates(sourceFiles(inputPath));
     const auto manager = makeTargetManager(target, simulation);
     manager->reset();
     if (!companionsOpen(stripLegacySuffix(inputPath), ignoreUnreadableCompanions)) {
@@ -305,21 +282,44 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
     const int lastStep = 2 * static_cast<int>(sourceIndex.size());
     observer.starting(lastStep, messageText(eMessageConverting).arg(inputPath, outputPath));
     EConvertError code = eConvertFailed;
-    if (clearTarget(outputPath))
+    if (prepareTarget(inputPath, outputPath))
         code = static_cast<EConvertError>(manager->setOutputName(outputPath));
     if (code == eConvertOk) {
+        manager->timestepCount = options.firstTimestep;
         code = convertTimesteps(simulation, *manager, sourceIndex, targetIndex);
         observer.stepReached(lastStep);
         manager->reset();
         if (code == eConvertOk) {
             code = writeCompanions(simulation, stripLegacySuffix(inputPath), stripLegacySuffix(outputPath));
             observer.completed();
+            if (code == eConvertOk && !sourceIsAsItWas())
+                code = eConvertDataFailed;
         }
     }
     simulation.close(false);
     if (code == eConvertDataFailed)
         running.error = messageText(eMessageConversionFailed).arg(inputPath);
     return code;
+}
+
+/// Makes room for the new deck, unless part of it is there already.
+bool CConversion::prepareTarget(const QString& inputPath, const QString& outputPath)
+{
+    if (const std::string shared = sharedWithSource(inputPath, outputPath); !shared.empty()) {
+        running.error = QString::fromStdString(shared + '.');
+        reportFailure(NLogTitle::conversion, shared + '.', eCauseTarget);
+        return false;
+    }
+    return options.firstTimestep > 0 || clearTarget(outputPath);
+}
+
+/// A deck that is written to meanwhile would come out as neither the one nor the other.
+bool CConversion::sourceIsAsItWas() const
+{
+    const std::string change = changeBetween(sourceStates, fileStates(sourceFiles(sourcePath)));
+    if (!change.empty())
+        reportFailure(NLogTitle::legacyRead, change + " while the deck was converted.", eCauseSource);
+    return change.empty();
 }
 
 EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
@@ -331,28 +331,39 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
     for (size_t i = 0; i < sourceIndex.size(); ++i) {
         // A read loads the creator block only if the timestep names another one than the frame does:
         // with each side's own place in the frame, a change of place tells that a new block began.
+        if (i == options.firstTimestep && i > 0)
+            observer.caughtUp();
         setPlace(frame.creator, sourcePlace);
         if (!simulation.goToTimestep(static_cast<quint32>(i), eIntoCurrentFrame))
             return eConvertDataFailed;
         const bool creatorChanged = placeOf(frame.creator) != sourcePlace;
         sourcePlace = placeOf(frame.creator);
+        if (i < options.firstTimestep) {
+            // Its file is there, with the model if that began here.
+            if (creatorChanged || frame.creator.modified)
+                targetPlace.index = static_cast<quint32>(i);
+            frame.creator.modified = false;
+            if (cancelled)
+                return cancelledResult();
+            continue;
+        }
         observer.stepReached(2 * static_cast<int>(i));
 
         setPlace(frame.creator, targetPlace);
-        SSaveOptions& options = simulation.writeOptions;
-        options.fullSave = frame.timestep.isFull;
-        options.timestepMask = frame.timestep.timestepMask;
-        options.particleMask = frame.timestep.particleMask;
-        options.geometryMask = frame.timestep.geometryMask;
+        SSaveOptions& saved = simulation.writeOptions;
+        saved.fullSave = frame.timestep.isFull;
+        saved.timestepMask = frame.timestep.timestepMask;
+        saved.particleMask = frame.timestep.particleMask;
+        saved.geometryMask = frame.timestep.geometryMask;
         if (!manager.appendTimestep(frame, targetIndex, creatorChanged, sourceIndex[i].isFull))
             return eConvertDataFailed;
         targetPlace = placeOf(frame.creator);
+        if (!sourceIsAsItWas())
+            return eConvertDataFailed;
         observer.stepReached(2 * static_cast<int>(i) + 1);
 
-        if (cancelled) {
-            setEnd(eOutcomeCancelled, QStringLiteral("The conversion was cancelled."));
-            return eConvertFailed;
-        }
+        if (cancelled)
+            return cancelledResult();
     }
     return eConvertOk;
 }
@@ -377,12 +388,13 @@ EConvertError CConversion::writeCompanions(CSimulation& simulation, const QStrin
 
     const QString companion = sourceBase + NDeckFile::companionSuffix;
     const QString companionTarget = targetBase + NDeckFile::companionSuffix;
-    std::string cause;
+    SCopyFailure failure;
     QFile source(companion);
     const bool isLeftOut = ignoreUnreadableCompanions && !openPlainFile(source).empty();
     source.close();
-    if (QFile::exists(companion) && !isLeftOut && !copyOrTruncateFile(companion, companionTarget, wholeFile, &cause)) {
-        reportFailure(NLogTitle::conversion, cause, eCauseTarget);
+    if (QFile::exists(companion) && !isLeftOut &&
+        !copyOrTruncateFile(companion, companionTarget, wholeFile, &failure)) {
+        reportFailure(NLogTitle::conversion, failure.text, failure.side);
         running.error = messageText(eMessageCopyFailed).arg(companion, companionTarget);
         code = eConvertFailed;
     }

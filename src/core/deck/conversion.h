@@ -2,6 +2,7 @@
 // One conversion of a stored deck into another file family: what CDataConverter shows to hosts, with what the command
 // line needs beyond it.
 
+#include "core/deck/family_files.h"
 #include "core/log.h"
 
 #include <QString>
@@ -46,8 +47,18 @@ public:
     /// \param steps  two for each timestep: 2i is reported before timestep i is written, 2i + 1 after it
     virtual void starting(int steps, const QString& title) = 0;
     virtual void stepReached(int step) = 0;
+    /// The timesteps that are at the target already have been read once more. Not called where there are none.
+    virtual void caughtUp() {}
     /// All timesteps were written and the companion files have been seen to.
     virtual void completed() = 0;
+};
+
+/// What a run does otherwise than the plain one.
+struct SConversionOptions
+{
+    /// Timesteps before this one are at the target already, from a run that was broken off. They are read once more,
+    /// for what follows builds on them, and not written. Less than the number of timesteps.
+    quint32 firstTimestep = 0;
 };
 
 class CConversion
@@ -64,7 +75,8 @@ public:
     /// One run at a time in a process: a second one, from whatever thread or object, fails at once and touches
     /// nothing of the first.
     /// \param source, target  first files of the decks
-    EConvertError run(const QString& source, const QString& target, EDeckFormat format);
+    EConvertError run(const QString& source, const QString& target, EDeckFormat format,
+                      const SConversionOptions& options = {});
     /// Ends the run after the current timestep. From any thread, and from a signal handler.
     void cancel() { cancelled = true; }
 
@@ -77,6 +89,8 @@ public:
     QString failureText() const;
     /// The ledger.
     std::vector<SLogRecord> records() const;
+    /// The ledger so far, for the observer, while it is called.
+    const std::vector<SLogRecord>& recordsSoFar() const;
 
 private:
     class CClaim;
@@ -91,6 +105,9 @@ private:
     void begin(const QString& source);
     void publish(SResult result);
     EConvertError convert(const QString& source, const QString& target, EDeckFormat format, CSimulation& simulation);
+    bool prepareTarget(const QString& source, const QString& target);
+    bool sourceIsAsItWas() const;
+    EConvertError cancelledResult();
     void setEnd(EConversionOutcome outcome, const QString& failure = QString());
     EConvertError convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
                                    const std::vector<STimestepIndexEntry>& sourceIndex,
@@ -98,6 +115,10 @@ private:
     EConvertError writeCompanions(CSimulation& simulation, const QString& sourceBase, const QString& targetBase);
 
     IConversionObserver& observer;
+    SConversionOptions options;
+    QString sourcePath;
+    FileStates sourceStates; ///< when the run began
+    const CPersistentLogger* logger = nullptr;
     std::atomic<bool> cancelled{false};
     static_assert(std::atomic<bool>::is_always_lock_free, "cancel is called by signal handlers");
     SResult running; ///< of the run that goes on, and of its thread alone

@@ -60,17 +60,25 @@ static EDeckFormat legacyFormat(QDataStream& stream)
     return format;
 }
 
-EDeckFormat detectFormat(const QString& path)
+EDeckFormat detectFormat(const QString& path, std::string* cause)
 {
+    const auto unreadable = [&](const std::string& why) {
+        if (cause != nullptr && QFileInfo(path).isFile())
+            *cause = why;
+        return eFormatUnknown;
+    };
     QFile file(path);
-    if (!openPlainFile(file).empty())
-        return eFormatUnknown;
-    if (file.read(8) == QByteArray("\x89HDF\r\n\x1a\n", 8))
+    if (const std::string why = openPlainFile(file); !why.empty())
+        return unreadable(why);
+    const bool isHdf5 = file.read(8) == QByteArray("\x89HDF\r\n\x1a\n", 8);
+    if (isHdf5)
         return eFormatHdf5;
-    if (!file.seek(0))
-        return eFormatUnknown;
-    QDataStream stream(&file);
-    return legacyFormat(stream);
+    EDeckFormat format = eFormatUnknown;
+    if (file.seek(0)) {
+        QDataStream stream(&file);
+        format = legacyFormat(stream);
+    }
+    return file.error() == QFileDevice::NoError ? format : unreadable(file.errorString().toStdString());
 }
 
 int checkSourceFiles(const QString& path, bool skipIndexCheck)
@@ -233,47 +241,53 @@ static std::string causeIn(const QFile& file)
     return file.fileName().toStdString() + ": " + file.errorString().toStdString();
 }
 
-/// Copies so many bytes and closes the target. \return what stopped it, empty if nothing did
-static std::string copyAndClose(QFile& source, QFile& target, qint64 bytes)
+/// Copies so many bytes and closes the target.
+static SCopyFailure copyAndClose(QFile& source, QFile& target, qint64 bytes)
 {
-    std::string cause;
-    if (!copyBytes(source, target, bytes)) // told before closing, which forgets
-        cause = causeIn(source.error() != QFileDevice::NoError ? source : target);
-    if (!closeWritten(target) && cause.empty())
-        cause = causeIn(target);
-    return cause;
+    SCopyFailure failure;
+    if (!copyBytes(source, target, bytes)) { // told before closing, which forgets
+        if (target.error() != QFileDevice::NoError)
+            failure = {causeIn(target), eCauseTarget};
+        else if (source.error() != QFileDevice::NoError)
+            failure = {causeIn(source), eCauseSource};
+        else
+            failure = {source.fileName().toStdString() + ": It became shorter meanwhile", eCauseSource};
+    }
+    if (!closeWritten(target) && failure.text.empty())
+        failure = {causeIn(target), eCauseTarget};
+    return failure;
 }
 
-static std::string copyCause(const QString& from, const QString& to, qint64 limit)
+static SCopyFailure copyFailure(const QString& from, const QString& to, qint64 limit)
 {
     QFile source(from);
     if (const std::string cause = openPlainFile(source, QIODevice::Unbuffered); !cause.empty())
-        return from.toStdString() + ": " + cause;
+        return {from.toStdString() + ": " + cause, eCauseSource};
     QFile target(to);
     if (limit == wholeFile) {
         if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-            return causeIn(target);
-        std::string cause = copyAndClose(source, target, source.size());
-        if (!cause.empty())
+            return {causeIn(target), eCauseTarget};
+        SCopyFailure failure = copyAndClose(source, target, source.size());
+        if (!failure.text.empty())
             target.remove(); // it wasn't there before
         else if (!target.setPermissions(source.permissions()))
-            return causeIn(target);
-        return cause;
+            return {causeIn(target), eCauseTarget};
+        return failure;
     }
     // Opening the target empties it, which must not be the source by another name.
     if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath())
-        return to.toStdString() + ": It is the source itself";
+        return {to.toStdString() + ": It is the source itself", eCauseTarget};
     if (!target.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
-        return causeIn(target);
+        return {causeIn(target), eCauseTarget};
     return copyAndClose(source, target, qMin(limit, source.size()));
 }
 
-bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, std::string* cause)
+bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, SCopyFailure* failure)
 {
-    const std::string found = copyCause(from, to, limit);
-    if (cause != nullptr)
-        *cause = found;
-    return found.empty();
+    const SCopyFailure found = copyFailure(from, to, limit);
+    if (failure != nullptr)
+        *failure = found;
+    return found.text.empty();
 }
 
 bool truncateFile(QFile& file, qint64 length)

@@ -3,6 +3,8 @@
 // files is deleted, renamed, copied and cut. Names are compared as they stand, never as patterns:
 // "run[1].dem" is a deck like any other.
 
+#include "core/cause.h"
+
 #include <QLatin1String>
 #include <QString>
 #include <QStringList>
@@ -45,7 +47,9 @@ inline const QLatin1String materialsDatabaseName("materialsDB");
 
 /// Which family the first file of a deck belongs to, by its first bytes. Headers that no legacy
 /// writer ever left, among them those without a timestep, are unknown.
-EDeckFormat detectFormat(const QString& path);
+/// \param cause  if given, gets why a plain file couldn't be looked into, which says nothing of its format; else
+///               it is left empty
+EDeckFormat detectFormat(const QString& path, std::string* cause = nullptr);
 
 /// 0 if a deck can be read from path, 1 if the file doesn't exist, 2 if it is a legacy deck whose
 /// index is missing (not asked with skipIndexCheck).
@@ -82,14 +86,21 @@ bool deleteFamily(const QString& path);
 /// exist. Nothing is undone after a failure.
 bool renameFamily(const QString& from, const QString& to);
 
+/// What stopped a copy.
+struct SCopyFailure
+{
+    std::string text;         ///< file and cause
+    ECause side = eCauseNone; ///< eCauseSource or eCauseTarget
+};
+
 /// The limit of copyOrTruncateFile that means all of a file.
 constexpr qint64 wholeFile = -1;
 
 /// Copies a file: with wholeFile if to doesn't exist yet, and with the file's permissions; else its
 /// first limit bytes over whatever to held. False if a file can't be opened or a byte didn't
 /// arrive. The source is opened for reading only.
-/// \param cause  if given, gets file and cause of a failure
-bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, std::string* cause = nullptr);
+/// \param failure  if given, gets what stopped it
+bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, SCopyFailure* failure = nullptr);
 
 /// Cuts an open file to length bytes: a cut copy takes its place, so that at no time a half written
 /// file stands under its name. The file ends open for reading and writing; after a failure it holds

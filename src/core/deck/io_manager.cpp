@@ -2,6 +2,7 @@
 
 #include "core/deck/deck_files.h"
 #include "core/deck/file_families.h"
+#include "core/log.h"
 
 namespace NBrenmark {
 
@@ -16,7 +17,11 @@ void CIoManager::createManagers(CSimulation& simulation)
 
 bool CIoManager::selectManager(const QString& path)
 {
-    switch (detectFormat(path)) {
+    std::string cause;
+    const EDeckFormat format = detectFormat(path, &cause);
+    if (!cause.empty()) // else it would be called a file of no known format
+        reportFailure(NLogTitle::legacyRead, path.toStdString() + ": " + cause, eCauseSource);
+    switch (format) {
     case eFormatLegacy: activeManager = legacyManager.get(); return true;
     case eFormatHdf5: activeManager = hdf5Manager.get(); return true;
     case eFormatUnknown: break;

@@ -36,7 +36,6 @@ CSimDataSerialiser::~CSimDataSerialiser()
 
 void CSimDataSerialiser::run()
 {
-    clearStop();
     errorFlag = false;
     errorText.clear();
     errorCause = eCauseNone;
@@ -64,14 +63,6 @@ void CSimDataSerialiser::run()
     }
 }
 
-void CSimDataSerialiser::startOrRun()
-{
-    start(QThread::InheritPriority);
-    // A thread that couldn't be started counts as neither: waiting for it ends at once, as if all were done.
-    if (!isRunning() && !isFinished())
-        run();
-}
-
 bool CSimDataReader::runAndWait(IProgressController* progress)
 {
     QElapsedTimer clock;
@@ -86,10 +77,7 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
             return progress->cancelState() == eCancel;
         }();
         if (cancelled || clock.elapsed() > longestReadMs) {
-            // The read leaves by itself at its next test of the flag: killed, it would keep its files
-            // and the lock of the HDF5 library.
-            requestStop();
-            wait();
+            stopAndWait();
             givenUp = true;
             break;
         }

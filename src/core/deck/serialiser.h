@@ -4,9 +4,9 @@
 #include "core/cause.h"
 #include "core/data_place.h"
 #include "core/save_options.h"
+#include "core/worker.h"
 
 #include <QString>
-#include <QThread>
 
 namespace H5 {
 class H5File;
@@ -26,7 +26,7 @@ enum ESerialiserFormat : quint32
 };
 
 /// Moves one root. An error inside sets errorFlag and errorText; nothing else leaves the thread.
-class CSimDataSerialiser : public QThread
+class CSimDataSerialiser : public CWorker
 {
     Q_OBJECT
 public:
@@ -44,8 +44,6 @@ public:
 
 protected:
     void run() override;
-    /// Starts the thread. If none is to be had the move is done before this returns.
-    void startOrRun();
     /// The move itself, in the direction of the class.
     virtual void move() = 0;
 

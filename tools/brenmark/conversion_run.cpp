@@ -1,0 +1,159 @@
+#include "brenmark/conversion_run.h"
+
+#include "brenmark/failure.h"
+#include "brenmark/interrupt.h"
+#include "brenmark/progress_display.h"
+
+#include "config/file_replacer.h"
+#include "core/deck/conversion.h"
+#include "core/deck/deck_files.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace NBrenmark {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::seconds betweenNotes(1);
+
+/// Hears how far the conversion is, and notes it.
+class CListener : public IConversionObserver
+{
+public:
+    CListener(const CPartialFolder& folder, SJournal& journal, qint64 bytes, CProgressDisplay& progress)
+        : folder(folder),
+          journal(journal),
+          first(journal.finished),
+          written(first),
+          bytes(bytes),
+          progress(progress),
+          inherited(journal.ledger)
+    {}
+
+    void starting(int steps, const QString&) override
+    {
+        journal.timesteps = static_cast<quint32>(steps / 2);
+        progress.start(steps / 2, "converting", static_cast<double>(bytes));
+        interruptible->repeat();
+    }
+
+    void caughtUp() override
+    {
+        firstOwn = conversion->recordsSoFar().size();
+        progress.update(static_cast<int>(first));
+    }
+
+    void stepReached(int step) override
+    {
+        targetOpened = true;
+        const auto timestep = static_cast<quint32>(step / 2);
+        // 2i before timestep i, 2i + 1 after it; whatever ends the conversion jumps to the total.
+        if (step % 2 == 0) {
+            if (timestep < journal.timesteps)
+                setInterruptTimestep(timestep + 1, journal.timesteps);
+            return;
+        }
+        written = timestep + 1;
+        said = conversion->recordsSoFar().size();
+        progress.update(static_cast<int>(written));
+        if (Clock::now() - lastNote >= betweenNotes)
+            note(conversion->recordsSoFar());
+    }
+    void completed() override {}
+
+    /// Notes what is finished.
+    void note(const Ledger& own)
+    {
+        if (written == journal.finished)
+            return;
+        folder.syncTimesteps(journal.finished, written);
+        journal.finished = written;
+        journal.ledger = joined(own, said);
+        folder.write(journal);
+        setInterruptLeftover(written, QFile::encodeName(folder.path()).toStdString());
+        lastNote = Clock::now();
+    }
+
+    /// The ledger of the runs before and of this one, without what the timesteps said that were read once more.
+    Ledger joined(const Ledger& own, size_t end) const
+    {
+        Ledger all = inherited;
+        const auto at = [&own](size_t i) { return own.begin() + static_cast<std::ptrdiff_t>(std::min(i, own.size())); };
+        if (firstOwn < end)
+            all.insert(all.end(), at(firstOwn), at(end));
+        return all;
+    }
+
+    CConversion* conversion = nullptr;
+    CInterruptible* interruptible = nullptr;
+    bool targetOpened = false;
+
+private:
+    const CPartialFolder& folder;
+    SJournal& journal;
+    const quint32 first;
+    quint32 written;
+    const qint64 bytes;
+    CProgressDisplay& progress;
+    const Ledger inherited;
+    size_t firstOwn = 0;
+    size_t said = 0; ///< when the last timestep was whole
+    Clock::time_point lastNote = Clock::now();
+};
+
+/// A copy has the permissions of the user's new files, whatever its source has.
+void giveUsualPermissions(const QString& companion)
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    std::error_code failure;
+    std::filesystem::permissions(QFile::encodeName(companion).toStdString(),
+                                 static_cast<std::filesystem::perms>(0666 & ~mask), failure);
+}
+
+} // namespace
+
+SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qint64 bytes, CProgressDisplay& progress)
+{
+    SConversionRun run;
+    CListener listener(folder, journal, bytes, progress);
+    CConversion conversion(listener);
+    CInterruptible interruptible(conversion);
+    listener.conversion = &conversion;
+    listener.interruptible = &interruptible;
+    SConversionOptions options;
+    options.firstTimestep = journal.finished;
+
+    const auto begin = Clock::now();
+    setFolderOfReplacements(folder.path());
+    const bool ok = conversion.run(journal.source, folder.deck(), eFormatHdf5, options) == eConvertOk;
+    setFolderOfReplacements(QString());
+    run.seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+    progress.clear();
+
+    run.succeeded = ok && conversion.outcome() == eOutcomeConverted;
+    run.interrupted = conversion.outcome() == eOutcomeCancelled;
+    run.targetOpened = listener.targetOpened;
+    run.error = utf8(conversion.failureText());
+    run.messages = listener.joined(conversion.records(), conversion.records().size());
+    if (run.succeeded) {
+        giveUsualPermissions(stripDeckSuffix(folder.deck()) + NDeckFile::companionSuffix);
+        listener.note(conversion.records());
+        folder.syncDeck();
+        journal.ledger = run.messages;
+        journal.state = eComplete;
+        folder.write(journal);
+    }
+    else {
+        listener.note(conversion.records());
+    }
+    return run;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,28 @@
+#pragma once
+// One conversion into its own folder: what has been finished is synced and noted in the journal, about once a second,
+// so that whatever ends the process, a later one can go on from there.
+
+#include "brenmark/partial_folder.h"
+
+#include <string>
+
+namespace NBrenmark {
+
+class CProgressDisplay;
+
+struct SConversionRun
+{
+    bool succeeded = false;
+    bool interrupted = false;
+    bool targetOpened = false; ///< a timestep was begun
+    double seconds = 0.0;
+    std::string error;
+    Ledger messages; ///< of all runs that took part
+};
+
+/// Converts the journal's source into the folder's deck, from the first timestep that isn't finished on.
+/// \param journal   begun; says afterwards how far the deck is
+/// \param bytes     of the source, for the rate
+SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qint64 bytes, CProgressDisplay& progress);
+
+} // namespace NBrenmark

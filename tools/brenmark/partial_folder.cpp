@@ -1,0 +1,256 @@
+#include "brenmark/partial_folder.h"
+
+#include "brenmark/failure.h"
+#include "brenmark/units_text.h"
+
+#include "core/deck/deck_files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace NBrenmark {
+
+namespace {
+
+const QLatin1String partialSuffix(".partial");
+const char* const lockName = "lock";
+
+std::string native(const QString& path) { return QFile::encodeName(path).toStdString(); }
+QString fromNative(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
+
+/// What this process is making, by the path of its folder; empty for nothing.
+QString& ownFolder()
+{
+    static QString path;
+    return path;
+}
+
+/// Companions are finished under a name of their own before they get theirs.
+bool isUnfinishedCompanion(const std::string& name)
+{
+    return name.compare(0, 10, "companion-") == 0 || name.compare(0, 10, ".brenmark-") == 0;
+}
+
+/// Whether the file is still the one of that name: another process may have removed it in between.
+bool isNamed(int file, const std::string& path)
+{
+    struct stat opened = {}, named = {};
+    return fstat(file, &opened) == 0 && stat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
+bool isLockingUnknown(int error) { return error == ENOSYS || error == EOPNOTSUPP || error == ENOLCK; }
+
+} // namespace
+
+// ---------------------------------------------------------------- the folder and its lock
+
+CPartialFolder::CPartialFolder(const QString& target) : target(target)
+{
+    const QFileInfo info(target);
+    places.folder = native(info.absolutePath());
+    places.partial = native(info.absoluteFilePath() + partialSuffix);
+    places.base = native(info.completeBaseName());
+    takeLock();
+    realDisk().sync(places.folder);
+    ownFolder() = path();
+}
+
+CPartialFolder::~CPartialFolder()
+{
+    ownFolder().clear();
+    if (lock < 0)
+        return;
+    if (realDisk().names(places.partial) == std::vector<std::string>{lockName}) {
+        ::unlink((places.partial + '/' + lockName).c_str());
+        ::rmdir(places.partial.c_str());
+    }
+    ::close(lock);
+}
+
+void CPartialFolder::takeLock()
+{
+    const std::string file = places.partial + '/' + lockName;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        if (realDisk().exists(places.partial) && !QFileInfo(path()).isDir())
+            throw CFailure(eExitTarget, places.partial + " is in the way: a conversion needs a folder of that name",
+                           "Move it elsewhere, or choose another name for the new deck.");
+        realDisk().makeFolder(places.partial);
+        lock = ::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
+        if (lock < 0 && errno == ENOENT)
+            continue; // the one who was here has just removed the folder
+        if (lock < 0)
+            throw CFailure(eExitTarget, file + ": can't be opened: " + std::strerror(errno),
+                           "Check the permissions of the folder, or choose another name for the new deck.");
+        if (::flock(lock, LOCK_EX | LOCK_NB) != 0 && !isLockingUnknown(errno)) {
+            ::close(lock);
+            lock = -1;
+            throw CFailure(eExitTarget, utf8(target) + ": another conversion is making it, in " + places.partial,
+                           "Wait for its end, or choose another name for this one.");
+        }
+        if (isNamed(lock, file))
+            return;
+        ::close(lock);
+        lock = -1;
+    }
+    throw CFailure(eExitTarget, file + ": can't be locked", "Other conversions come and go there: wait for their end.");
+}
+
+QString CPartialFolder::path() const { return fromNative(places.partial); }
+
+QString CPartialFolder::deck() const { return path() + QLatin1Char('/') + QFileInfo(target).fileName(); }
+
+// ---------------------------------------------------------------- the deck in the making
+
+static std::string numberedFile(const SSwapPlaces& places, quint32 number)
+{
+    return places.partial + '/' + places.base + "_data/" + std::to_string(number) + ".h5";
+}
+
+void CPartialFolder::syncTimesteps(quint32 first, quint32 last) const
+{
+    for (quint32 number = first; number < last; ++number)
+        realDisk().sync(numberedFile(places, number));
+    if (first < last) {
+        realDisk().sync(places.partial + '/' + places.base + "_data");
+        realDisk().sync(places.partial);
+    }
+}
+
+void CPartialFolder::syncDeck() const
+{
+    for (const std::string& name : deckMembers(realDisk(), places.partial, places.base))
+        realDisk().sync(places.partial + '/' + name);
+    realDisk().sync(native(deck()));
+    realDisk().sync(places.partial);
+}
+
+quint32 CPartialFolder::timestepsThere(quint32 most) const
+{
+    quint32 count = 0;
+    while (count < most && QFileInfo(fromNative(numberedFile(places, count))).isFile())
+        ++count;
+    return count;
+}
+
+void CPartialFolder::keepTimesteps(quint32 count) const
+{
+    const std::string data = places.base + "_data";
+    const auto isKept = [&](const std::string& name) {
+        const size_t digits = name.find_first_not_of("0123456789");
+        return digits != 0 && digits < 10 && name.substr(digits) == ".h5" && std::stoul(name) < count;
+    };
+    for (const std::string& name : realDisk().names(places.partial)) {
+        const std::string file = places.partial + '/' + name;
+        if (isUnfinishedCompanion(name) || name == places.base + ".dem")
+            realDisk().remove(file);
+    }
+    for (const std::string& name : deckMembers(realDisk(), places.partial, places.base))
+        if (name != data)
+            realDisk().remove(places.partial + '/' + name);
+    for (const std::string& name : realDisk().names(places.partial + '/' + data))
+        if (!isKept(name))
+            realDisk().remove(places.partial + '/' + data + '/' + name);
+}
+
+// ---------------------------------------------------------------- its end
+
+void CPartialFolder::place(SJournal journal)
+{
+    IDisk& disk = realDisk();
+    const auto enter = [&](EJournalState state) {
+        journal.state = state;
+        write(journal);
+    };
+    if (journal.state == eComplete)
+        enter(eReplacing);
+    if (journal.state == eReplacing) {
+        moveOldDeckAside(disk, places);
+        enter(ePlacing);
+    }
+    moveNewDeckIn(disk, places);
+    clear();
+}
+
+void CPartialFolder::clear()
+{
+    IDisk& disk = realDisk();
+    const std::string aside = replacedFolder(places);
+    removeDeck(disk, places.partial, places.base);
+    removeDeck(disk, aside, places.base);
+    if (disk.exists(aside) && disk.names(aside).empty())
+        disk.remove(aside);
+    for (const std::string& name : disk.names(places.partial))
+        if (isUnfinishedCompanion(name) || name == newJournalName)
+            disk.remove(places.partial + '/' + name);
+    for (const std::string& name : disk.names(places.partial))
+        if (name != journalName && name != lockName)
+            throw CFailure(eExitTarget,
+                           places.partial + '/' + name + ": is in the way, and not of a conversion's making",
+                           "Move it elsewhere, and repeat this command.");
+    if (isBegun()) // the last, for what is here without one belongs to no conversion
+        disk.remove(places.partial + '/' + journalName);
+    disk.sync(places.partial);
+}
+
+// ---------------------------------------------------------------- seen from outside
+
+std::string SPartialDeck::countText() const
+{
+    return std::to_string(finished) + " of " + NBrenmark::countText(timesteps, "timestep");
+}
+
+/// An argument for the shell.
+static std::string quoted(const QString& path)
+{
+    const std::string text = utf8(path);
+    if (text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-") ==
+        std::string::npos)
+        return text;
+    std::string result = "'";
+    for (const char c : text)
+        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return result + '\'';
+}
+
+std::string SPartialDeck::command() const
+{
+    return "brenmark convert --resume " + (source.isEmpty() ? "SOURCE" : quoted(source)) + ' ' + quoted(target);
+}
+
+std::optional<SPartialDeck> partialDeckAt(const QString& path)
+{
+    const QFileInfo info(QDir::cleanPath(path));
+    QString folder;
+    if (info.isDir() && info.fileName().endsWith(partialSuffix))
+        folder = info.absoluteFilePath();
+    else if (info.absolutePath().endsWith(partialSuffix))
+        folder = info.absolutePath();
+    else if (!info.exists() && QFileInfo(info.filePath() + partialSuffix).isDir())
+        folder = info.absoluteFilePath() + partialSuffix;
+    if (folder.isEmpty() || folder == ownFolder() || !hasJournal(native(folder)))
+        return std::nullopt;
+    SPartialDeck deck;
+    deck.path = folder;
+    deck.target = folder.chopped(partialSuffix.size());
+    try {
+        const SJournal journal = readJournal(native(folder));
+        deck.source = journal.source;
+        deck.finished = journal.finished;
+        deck.timesteps = journal.timesteps;
+    }
+    catch (const CFailure&) { // another version's: partial all the same
+    }
+    return deck;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,154 @@
+#include "brenmark/target_checks.h"
+
+#include "brenmark/deck_swap.h"
+#include "brenmark/failure.h"
+#include "brenmark/units_text.h"
+
+#include "core/deck/deck_files.h"
+#include "core/deck/family_files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <filesystem>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace NBrenmark {
+
+namespace {
+
+std::string native(const QString& path) { return QFile::encodeName(path).toStdString(); }
+
+/// The nearest folder above a file that is there.
+QString existingFolder(const QString& file)
+{
+    QString folder = QFileInfo(file).absolutePath();
+    while (!QFileInfo::exists(folder) && QFileInfo(folder).absolutePath() != folder)
+        folder = QFileInfo(folder).absolutePath();
+    return folder;
+}
+
+void requirePlace(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        throw CFailure(
+            eExitTarget,
+            utf8(path) + ": is " +
+                (info.isDir() ? "a folder, where the new deck's file has to be" : "a device, pipe or socket"),
+            "Choose another name for the new deck.");
+}
+
+void requireShortName(const QString& target)
+{
+    const QString folder = existingFolder(target);
+    const long mostBytes = pathconf(native(folder).c_str(), _PC_NAME_MAX);
+    const auto bytes = static_cast<long>(native(QFileInfo(target).fileName() + QLatin1String(".partial")).size());
+    if (mostBytes > 0 && bytes > mostBytes)
+        throw CFailure(eExitTarget,
+                       utf8(target) + ": the name is too long by " +
+                           countText(static_cast<quint64>(bytes - mostBytes), "byte") +
+                           ": while the deck is made it has .partial at its end",
+                       "Choose a shorter name for the new deck.");
+    // The longest path is that of a numbered file in the making.
+    const QFileInfo info(QDir::cleanPath(QFileInfo(target).absoluteFilePath()));
+    const QString longest =
+        info.filePath() + QLatin1String(".partial/") + info.completeBaseName() + QLatin1String("_data/0000000.h5.part");
+    if (native(longest).size() >= PATH_MAX)
+        throw CFailure(eExitTarget, utf8(target) + ": the path is too long",
+                       "Choose a folder that is less deep, or a shorter name.");
+}
+
+void requireWritableFolder(const QString& target)
+{
+    const QString folder = existingFolder(target);
+    std::string cause;
+    struct statvfs disk = {};
+    if (!QFileInfo(folder).isDir())
+        cause = "it is no folder";
+    else if (statvfs(native(folder).c_str(), &disk) == 0 && (disk.f_flag & ST_RDONLY) != 0)
+        cause = std::strerror(EROFS);
+    else if (access(native(folder).c_str(), W_OK | X_OK) != 0)
+        cause = std::strerror(errno);
+    if (!cause.empty())
+        throw CFailure(eExitTarget, utf8(target) + ": can't be made in " + utf8(folder) + ": " + cause,
+                       "Check the path and its permissions, and repeat this command.");
+}
+
+} // namespace
+
+void requirePossibleTarget(const QString& out, const QString& target)
+{
+    if (!QFileInfo(out).isDir())
+        requirePlace(out);
+    for (const QLatin1String suffix :
+         {NDeckFile::demSuffix, NDeckFile::settingsSuffix, NDeckFile::configurationSuffix, NDeckFile::companionSuffix})
+        requirePlace(stripDeckSuffix(target) + suffix);
+    requireShortName(target);
+    requireWritableFolder(target);
+}
+
+void requireRoom(const QString& target, qint64 sourceBytes, qint64 there, quint32 timesteps)
+{
+    const QString folder = existingFolder(target);
+    struct statvfs disk = {};
+    if (statvfs(native(folder).c_str(), &disk) != 0)
+        return; // where that isn't known the writing itself will show it
+    const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
+    const auto needed = static_cast<double>(sourceBytes - there);
+    if (needed > free)
+        throw CFailure(eExitTarget,
+                       utf8(target) + ": no room: the new deck takes about as much as the source, " +
+                           sizeText(static_cast<double>(sourceBytes)) + ", and " + sizeText(free) + " are free",
+                       "Make room at the target, or choose another folder, and repeat this command.");
+    if (disk.f_files > 0 && disk.f_favail < timesteps)
+        throw CFailure(eExitTarget,
+                       utf8(target) + ": no room: each of " + countText(timesteps, "timestep") +
+                           " takes a file, and the disk has room for " + countText(disk.f_favail, "more file"),
+                       "Remove files there, or choose another folder, and repeat this command.");
+}
+
+void requireFreeTarget(const QString& source, const QString& target, bool force)
+{
+    if (const std::string shared = sharedWithSource(source, target); !shared.empty())
+        throw CFailure(eExitTarget, shared,
+                       "Choose another name or folder for the new deck: the source must stay as it is.");
+    if (const std::string conflict = folderConflict(target); !conflict.empty())
+        throw CFailure(eExitTarget, conflict, "The deck that is there must stay as it is.");
+    const QStringList existing = familyFiles(target);
+    const QFileInfo folder(stripDeckSuffix(target) + NDeckFile::dataFolderSuffix);
+    if (!force && (!existing.isEmpty() || folder.exists() || folder.isSymLink())) {
+        const QString first = existing.isEmpty() ? folder.filePath() : existing.first();
+        throw CFailure(eExitTarget, utf8(first) + " exists already",
+                       "Choose another name for the new deck, or replace all of " + utf8(stripDeckSuffix(target)) +
+                           " with --force.");
+    }
+    if (folder.exists() && !folder.isDir())
+        throw CFailure(eExitTarget, utf8(folder.filePath()) + ": is no folder, as a deck's would be",
+                       "It isn't replaced: move it elsewhere, or choose another name for the new deck.");
+    const std::string stranger = folder.isSymLink() ? std::string() : strangerIn(realDisk(), native(folder.filePath()));
+    if (!stranger.empty())
+        throw CFailure(eExitTarget, utf8(folder.filePath()) + '/' + stranger + ": is no file of a deck",
+                       "It isn't replaced, with or without --force: move it elsewhere, or choose another name for the "
+                       "new deck.");
+}
+
+void makeTargetFolder(const QString& target)
+{
+    const QString folder = QFileInfo(target).absolutePath();
+    std::error_code failure;
+    const bool isMade = std::filesystem::create_directories(native(folder), failure);
+    if (failure)
+        throw CFailure(eExitTarget,
+                       utf8(target) + ": its folder " + utf8(folder) + " can't be made: " + failure.message(),
+                       "Check the path and its permissions, and repeat this command.");
+    if (isMade)
+        realDisk().sync(native(QFileInfo(folder).absolutePath()));
+}
+
+} // namespace NBrenmark

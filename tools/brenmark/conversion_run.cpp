@@ -104,7 +104,7 @@ private:
     const Ledger inherited;
     size_t firstOwn = 0;
     size_t said = 0; ///< when the last timestep was whole
-    Clock::time_point lastNote = Clock::now();
+    Clock::time_point lastNote; ///< long ago: the first timestep is noted at once
 };
 
 /// A copy has the permissions of the user's new files, whatever its source has.

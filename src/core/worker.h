@@ -8,7 +8,6 @@ namespace NBrenmark {
 
 class CWorker : public QThread
 {
-    Q_OBJECT
 protected:
     /// Starts the thread. If none is to be had the work is done before this returns. A stop that was meant for
     /// another worker is forgotten before the thread begins, so that none that comes later can be lost.

@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace NBrenmark {
@@ -98,6 +99,33 @@ TEST_F(DataConverter, makesAWholeNewDeckAndLeavesTheSourceAlone)
     EXPECT_EQ(target.read("heap.ptf"), sampleFile(".ptf"));
     EXPECT_FALSE(CDataConverter::legacyDataConversionRequired(target.path("heap.dem")));
     EXPECT_EQ(before.changesUntil(source.snapshot()), "");
+}
+
+TEST_F(DataConverter, refusesATargetThatIsItsSource)
+{
+    QFile::copy(source.path("pile.dem"), source.path("pile.dem.scn.1"));
+    ASSERT_EQ(link(source.path("pile.dfg").toUtf8().constData(), target.path("half.dfg").toUtf8().constData()), 0);
+    ASSERT_TRUE(QFile::link(source.path(), target.path("link")));
+    const CSnapshot before = source.snapshot();
+    for (const QString& name : {source.path("pile.dem"), source.path("pile"), source.path("pile.dem.scn.1"),
+                                source.path("pile."), target.path("half.dem"), target.path("link/pile.dem")}) {
+        EXPECT_FALSE(host.convert(source.path("pile.dem"), name)) << name.toStdString();
+        EXPECT_TRUE(host.converter.getError().contains("shares files with the source")) << name.toStdString();
+    }
+    EXPECT_EQ(before.changesUntil(source.snapshot()), "");
+}
+
+TEST_F(DataConverter, failsWhereTheSourceChangesMeanwhile)
+{
+    for (const int atStep : {0, 3, 8}) {
+        host.atStep = [&](int step) {
+            if (step == atStep)
+                source.write("pile.ptf", QByteArray(atStep + 100, 'x'));
+        };
+        EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("heap.dem"))) << atStep;
+        EXPECT_TRUE(host.converter.failureText().contains("pile.ptf has changed")) << atStep;
+        EXPECT_EQ(host.converter.messages().back().cause, SConversionMessage::eCauseSource);
+    }
 }
 
 TEST_F(DataConverter, servesSeveralConversionsAndKeepsNothingOfThemInTheProcess)

@@ -80,8 +80,10 @@ TEST_P(FailingWrites, failTheConversionWithFileAndCause)
         EXPECT_EQ(result.exitCode, 4) << "write " << at << ", " << failed << result.error;
         EXPECT_NE(result.error.find(GetParam().cause), std::string::npos) << failed << result.error;
         // Settings and configuration are two files from one place, of which either may be told first.
-        const bool isDeck = failed.find(".h5") != std::string::npos || failed.find(".dem") != std::string::npos;
-        const std::string file = isDeck ? failed.substr(failed.find('/')) : argument(targetFolder() + "/target.");
+        const bool isDeck = failed.find(".h5") != std::string::npos ||
+                            failed.find("/target.dem", failed.size() - 11) != std::string::npos;
+        const std::string file =
+            isDeck ? failed.substr(failed.find('/')) : argument(targetFolder() + "/target.dem.partial/");
         EXPECT_NE(result.error.find(file), std::string::npos) << failed << result.error;
     }
     EXPECT_EQ(before.changesUntil(source.snapshot()), "");

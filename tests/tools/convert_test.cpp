@@ -197,8 +197,9 @@ TEST(Convert, doesNothingToADeckOfTheCurrentFamily)
     ASSERT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 0);
     const CSnapshot before = source.out.snapshot();
     const SToolResult result = runTool({"convert", source.target("out.dem"), source.target("again"), "--json"});
-    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.exitCode, 6) << "nothing was made";
     EXPECT_EQ(Json::parse(result.output)["result"], "nothing to do");
+    EXPECT_EQ(runTool({"convert", source.target("out.dem"), source.target()}).exitCode, 0);
     EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
 }
 
@@ -256,7 +257,7 @@ class Interrupted : public testing::TestWithParam<int>
 {
 };
 
-TEST_P(Interrupted, conversionLeavesWholeTimestepsAndSaysHowMany)
+TEST_P(Interrupted, conversionIsPartialUntilItIsResumed)
 {
     const int timesteps = 400;
     CSource source(longDeck(timesteps));
@@ -266,7 +267,8 @@ TEST_P(Interrupted, conversionLeavesWholeTimestepsAndSaysHowMany)
     run.signal(GetParam());
     const SToolResult result = run.finish();
     ASSERT_EQ(result.exitCode, 130) << result.error;
-    EXPECT_TRUE(contains(result.error, "interrupted behind timestep")) << result.error;
+    EXPECT_TRUE(contains(result.error, "brenmark: finishing timestep")) << result.error;
+    EXPECT_TRUE(contains(result.error, "interrupted after timestep")) << result.error;
     const Json object = Json::parse(result.output);
     EXPECT_EQ(object["result"], "interrupted");
     EXPECT_EQ(object["code"], 130);
@@ -274,25 +276,49 @@ TEST_P(Interrupted, conversionLeavesWholeTimestepsAndSaysHowMany)
     EXPECT_GE(written, 1);
     EXPECT_LT(written, timesteps);
 
-    // What is there is whole: it holds what the source holds up to there, and nothing else.
-    const Json comparison =
-        Json::parse(runTool({"verify", "--json", "--limit", "0", source.path, source.target("out.dem")}).output);
-    int missing = 0;
-    for (const Json& difference : comparison["differences"]) {
-        const auto path = difference["path"].get<std::string>();
-        if (path.rfind("timestep/", 0) == 0) {
-            EXPECT_GE(std::stoi(path.substr(9)), written) << path;
-            EXPECT_EQ(difference["converted"], nullptr) << path;
-            ++missing;
+    EXPECT_EQ(source.out.names(), QStringList("out.dem.partial"));
+    const std::string partial = ", " + std::to_string(written) + " of 400 timesteps";
+    for (const char* path : {"out.dem", "out.dem.partial", "out.dem.partial/out.dem"})
+        for (const char* command : {"check", "info"}) {
+            const SToolResult seen = runTool({command, source.target(path)});
+            EXPECT_EQ(seen.exitCode, 3) << command << path;
+            EXPECT_TRUE(contains(seen.error, "is a partial deck") && contains(seen.error, partial)) << seen.error;
         }
-        else {
-            EXPECT_EQ(path.rfind("deck/", 0), 0u) << path; // settings come at the end of a conversion
-        }
-    }
-    EXPECT_EQ(missing, timesteps - written);
+    const SToolResult refused = runTool({"convert", source.path, source.target()});
+    EXPECT_EQ(refused.exitCode, 4);
+    EXPECT_TRUE(contains(refused.error, "--resume") && contains(refused.error, "--force")) << refused.error;
+
+    const SToolResult resumed = runTool({"convert", "--resume", "--verify", "--quiet", source.path, source.target()});
+    EXPECT_EQ(resumed.exitCode, 0) << resumed.error;
+    EXPECT_EQ(source.out.names(), convertedNames);
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, Interrupted, testing::Values(SIGINT, SIGTERM));
+INSTANTIATE_TEST_SUITE_P(Signals, Interrupted, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST(ConvertResumed, goesOnFromNothingElseThanWhatItBegan)
+{
+    CTempFolder folder;
+    const std::string deck = argument(longDeck(400).write(folder.path(), "d"));
+    const std::string out = argument(folder.path("out"));
+    CToolRun run({"convert", deck, out});
+    run.start();
+    ASSERT_TRUE(run.waitForError("timestep 1 of 400 done"));
+    const SToolResult second = runTool({"convert", deck, out, "--force"});
+    EXPECT_EQ(second.exitCode, 4);
+    EXPECT_TRUE(contains(second.error, "another conversion is making it")) << second.error;
+    run.signal(SIGKILL);
+    run.finish();
+    const std::string other = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "other"));
+    const SToolResult foreign = runTool({"convert", other, out, "--resume"});
+    EXPECT_EQ(foreign.exitCode, 5);
+    EXPECT_TRUE(contains(foreign.error, "it was made from " + deck)) << foreign.error;
+    folder.write("d.ptf", "anything");
+    const SToolResult changed = runTool({"convert", deck, out, "--resume"});
+    EXPECT_EQ(changed.exitCode, 3);
+    EXPECT_TRUE(contains(changed.error, "d.ptf is new since")) << changed.error;
+    EXPECT_EQ(runTool({"convert", other, out, "--force", "--verify"}).exitCode, 0);
+    EXPECT_FALSE(folder.has("out.dem.partial"));
+}
 
 TEST(ConvertFailure, ofADamagedSourceIsToldByFileAndTimestep)
 {

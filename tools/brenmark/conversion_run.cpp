@@ -62,20 +62,28 @@ public:
         written = timestep + 1;
         said = conversion->recordsSoFar().size();
         progress.update(static_cast<int>(written));
-        if (Clock::now() - lastNote >= betweenNotes)
+        if (Clock::now() - lastNote < betweenNotes)
+            return;
+        try {
             note(conversion->recordsSoFar());
+        }
+        catch (const CFailure& failure) { // told as what the library's own writing would be
+            throw caused_error(eCauseTarget, failure.what());
+        }
     }
     void completed() override {}
 
-    /// Notes what is finished.
+    /// Notes what is finished. \throws CFailure
     void note(const Ledger& own)
     {
         if (written == journal.finished)
             return;
         folder.syncTimesteps(journal.finished, written);
-        journal.finished = written;
-        journal.ledger = joined(own, said);
-        folder.write(journal);
+        SJournal next = journal;
+        next.finished = written;
+        next.ledger = joined(own, said);
+        folder.write(next);
+        journal = std::move(next);
         setInterruptLeftover(written, QFile::encodeName(folder.path()).toStdString());
         lastNote = Clock::now();
     }
@@ -103,7 +111,7 @@ private:
     CProgressDisplay& progress;
     const Ledger inherited;
     size_t firstOwn = 0;
-    size_t said = 0; ///< when the last timestep was whole
+    size_t said = 0;            ///< when the last timestep was whole
     Clock::time_point lastNote; ///< long ago: the first timestep is noted at once
 };
 
@@ -151,7 +159,11 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qi
         folder.write(journal);
     }
     else {
-        listener.note(conversion.records());
+        try {
+            listener.note(conversion.records());
+        }
+        catch (const CFailure&) { // what ended the conversion is the one to tell; the earlier note holds
+        }
     }
     return run;
 }

@@ -135,6 +135,7 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qi
     CInterruptible interruptible(conversion);
     listener.conversion = &conversion;
     listener.interruptible = &interruptible;
+    conversion.ignoreUnreadableCompanions = journal.ignoresCompanions;
     SConversionOptions options;
     options.firstTimestep = journal.finished;
 

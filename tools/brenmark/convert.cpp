@@ -107,9 +107,9 @@ CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, cons
 
 /// Opens a deck, looks for its segments and lets it go again. \return its timesteps
 /// \throws CFailure  something is missing
-quint32 requireReadable(const QString& path)
+quint32 requireReadable(const QString& path, bool ignoreCompanions)
 {
-    const CDeckReader reader(path);
+    const CDeckReader reader(path, eUpgradedModel, ignoreCompanions);
     quint32 lastSegment = 0;
     for (const STimestepIndexEntry& entry : reader.index())
         lastSegment = std::max(lastSegment, entry.segment);
@@ -301,7 +301,7 @@ void CConvertCommand::prepare()
     const bool isBegun = QFileInfo(target + QLatin1String(".partial")).exists();
     if (!isBegun)
         requireFreeTarget(options.source, target, options.force);
-    journal = journalOf(options, requireReadable(options.source));
+    journal = journalOf(options, requireReadable(options.source, options.ignoreCompanions));
     result.bytesRead = bytesOf(sourceFiles(options.source));
     if (!isBegun)
         requireRoom(target, result.bytesRead, 0, journal.timesteps);

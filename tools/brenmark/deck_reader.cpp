@@ -115,10 +115,11 @@ COpenLibrary::~COpenLibrary()
 
 CSimulation& COpenLibrary::simulation() const { return *applicationState().simulation; }
 
-CDeckReader::CDeckReader(const QString& deckPath, EModelForm form)
+CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, bool ignoreCompanions)
     : path(utf8(deckPath)), deckFormat(requireDeck(deckPath)), logger(eWarning), library(logger)
 {
     deck().readOptions.upgradeOldModels = form == eUpgradedModel;
+    deck().ignoreUnreadableCompanions = ignoreCompanions;
     const int code = deck().load(deckPath);
     if (code != eOpened)
         throw openFailure(code, deckPath, logger.records());

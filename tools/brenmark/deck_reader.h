@@ -44,7 +44,7 @@ class CDeckReader
 {
 public:
     /// \throws CFailure  no such file, no deck, or one that can't be opened
-    explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel);
+    explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel, bool ignoreCompanions = false);
 
     EDeckFormat format() const { return deckFormat; }
     /// "legacy" or "HDF5".

@@ -71,7 +71,12 @@ int run(int argumentCount, char** arguments)
     convertApp->add_flag("--force", convert.force, "Replace an existing OUT, and discard an unfinished one");
     convertApp->add_flag("--resume", convert.resume, "Go on where an unfinished conversion was broken off");
     convertApp->add_flag("--strict", convert.strict, "Make no new deck if anything was lost through damage");
-    convertApp->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
+    CLI::Option* const verifyFlag =
+        convertApp->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
+    convertApp
+        ->add_flag("--ignore-companions", convert.ignoreCompanions,
+                   "Leave out companions of the source that can't be read")
+        ->excludes(verifyFlag);
     convertApp->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     convertApp->add_flag("--json", convert.json, "Show the result as one JSON object");
     convertApp->callback([&] {

@@ -135,10 +135,9 @@ std::string changeBetween(const FileStates& before, const FileStates& now)
 {
     for (const SFileState& was : before) {
         const auto is = std::find_if(now.begin(), now.end(), [&](const SFileState& s) { return s.path == was.path; });
-        if (is == now.end() || is->size < 0)
-            return was.path.toStdString() + " is gone";
-        if (!(*is == was))
-            return was.path.toStdString() + " has changed";
+        if (is != now.end() && *is == was) // which a link that leads nowhere can be as well
+            continue;
+        return was.path.toStdString() + (is == now.end() || is->size < 0 ? " is gone" : " has changed");
     }
     for (const SFileState& is : now)
         if (std::none_of(before.begin(), before.end(), [&](const SFileState& s) { return s.path == is.path; }))

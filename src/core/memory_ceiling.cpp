@@ -27,9 +27,9 @@ void admitMemory(quint64 bytes, const char* what)
     const quint64 before = taken;
     const quint64 most = memoryCeiling();
     if (bytes > most || before > most - bytes)
-        throw memory_ceiling_error(std::string(what) + " need " + std::to_string(bytes) +
-                                   " bytes of memory more than " + std::to_string(before) + ", and " +
-                                   std::to_string(most) + " may be taken for one timestep or model");
+        throw memory_ceiling_error(std::string(what) + " need " + std::to_string(bytes) + " bytes of memory beside " +
+                                   std::to_string(before) + ", and one timestep or model may take " +
+                                   std::to_string(most));
     taken += bytes;
 }
 

@@ -5,6 +5,8 @@
 #include "brenmark/interrupt.h"
 #include "brenmark/terminal.h"
 
+#include "core/memory_ceiling.h"
+
 #include <QFile>
 #include <QTextCodec>
 
@@ -158,6 +160,12 @@ int run(int argumentCount, char** arguments)
         };
     });
 
+    std::uint64_t mostMemory = 0;
+    for (CLI::App* const reading : {convertApp, infoApp, dumpApp, verifyApp})
+        reading->add_option("--max-memory", mostMemory, "The most that one timestep may take, for example 4GB")
+            ->transform(CLI::AsSizeValue(true))
+            ->type_name("SIZE");
+
     try {
         app.parse(argumentCount, arguments);
     }
@@ -175,6 +183,7 @@ int run(int argumentCount, char** arguments)
     }
     if (!convertApp->parsed())
         letInterruptsEndTheProgram();
+    setMemoryCeiling(mostMemory);
     return command();
 }
 

@@ -18,7 +18,8 @@ static QString peekBlockName(QFile& file)
         CInForm(stream).text(name);
     }
     catch (const std::exception& error) {
-        reportFailure(NLogTitle::legacyRead, file.fileName().toStdString() + ": " + error.what());
+        reportFailure(NLogTitle::legacyRead, file.fileName().toStdString() + ": " + textOf(error),
+                      causeOf(error, eCauseNone));
         name.clear();
     }
     return file.seek(position) ? name : QString();

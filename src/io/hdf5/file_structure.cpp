@@ -125,8 +125,7 @@ private:
                     visit(chunks.back());
                 }
                 else if (isShared)
-                    chunks[i].require(kind != eTypeMessage && kind != eExtentMessage,
-                                      "a type or extent is shared, as in no deck");
+                    checkShared(message);
                 else
                     checkMessage(kind, message, object);
             }
@@ -157,6 +156,14 @@ private:
         }
         default: return; // what HDF5 skips, or reads in a fixed size
         }
+    }
+
+    /// A type that other objects use as well has a header of its own, which is checked where its link leads to it.
+    void checkShared(CFileBytes& message) const
+    {
+        const quint8 version = message.u8();
+        message.skip(version == 1 ? 7 : 1);
+        message.require(message.u64() < size, "a shared type isn't in the file");
     }
 
     /// A link that stands in the header itself.

@@ -32,7 +32,8 @@ bool guarded(const SLogTitle& title, const QString& what, TBody&& body)
         return true;
     }
     catch (const H5::Exception& error) {
-        tellFailure(title, what + "\n" + QString::fromStdString(error.getDetailMsg()) + lastHdf5Error() + ".");
+        tellFailure(title, what + "\n" + QString::fromStdString(error.getDetailMsg()) + lastHdf5Error() + ".",
+                    lastHdf5ErrorWasMemory() ? eCauseMemory : eCauseNone);
     }
     catch (const std::exception& error) {
         const ECause cause = causeOf(error, eCauseNone);

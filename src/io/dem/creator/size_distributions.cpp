@@ -8,27 +8,33 @@
 namespace NBrenmark {
 
 template <class TForm, class TLaw>
-static void fixedForm(TForm&& f, TLaw& law)
+static void fixedSizeForm(TForm&& f, TLaw& law)
 {
     f.f64(law.value);
 }
-void CDemCreatorDataReader::readFixedFactorySize(CFixedFactorySize& size) { fixedForm(in(), size.sizeDistribution); }
+void CDemCreatorDataReader::readFixedFactorySize(CFixedFactorySize& size)
+{
+    fixedSizeForm(in(), size.sizeDistribution);
+}
 void CDemCreatorDataWriter::writeFixedFactorySize(const CFixedFactorySize& size)
 {
-    fixedForm(out(), size.sizeDistribution);
+    fixedSizeForm(out(), size.sizeDistribution);
 }
 
 template <class TForm, class TLaw>
-static void randomForm(TForm&& f, TLaw& law)
+static void randomSizeForm(TForm&& f, TLaw& law)
 {
     f.f64(law.min);
     f.f64(law.max);
     f.flag(law.radiusScaling, from(27, 0, 0), true);
 }
-void CDemCreatorDataReader::readRandomFactorySize(CRandomFactorySize& size) { randomForm(in(), size.sizeDistribution); }
+void CDemCreatorDataReader::readRandomFactorySize(CRandomFactorySize& size)
+{
+    randomSizeForm(in(), size.sizeDistribution);
+}
 void CDemCreatorDataWriter::writeRandomFactorySize(const CRandomFactorySize& size)
 {
-    randomForm(out(), size.sizeDistribution);
+    randomSizeForm(out(), size.sizeDistribution);
 }
 
 // The caps of a law that has none yet.
@@ -36,7 +42,7 @@ static constexpr double leastSize = 1e-5;
 static constexpr double greatestSize = 1.0;
 
 template <class TForm, class TLaw>
-static void normalForm(TForm&& f, TLaw& law)
+static void normalSizeForm(TForm&& f, TLaw& law)
 {
     const SGate gateCaps = from(2, 4, 28);
     f.f64(law.mean);
@@ -49,7 +55,7 @@ static void normalForm(TForm&& f, TLaw& law)
 void CDemCreatorDataReader::readNormalFactorySize(CNormalFactorySize& size)
 {
     CNormalSizeDistribution& law = size.sizeDistribution;
-    normalForm(in(), law);
+    normalSizeForm(in(), law);
     if (law.capped && std::abs(law.lowerCap) <= zeroLength && std::abs(law.upperCap) <= zeroLength) {
         law.lowerCap = leastSize; // no size would be left
         law.upperCap = greatestSize;
@@ -57,11 +63,11 @@ void CDemCreatorDataReader::readNormalFactorySize(CNormalFactorySize& size)
 }
 void CDemCreatorDataWriter::writeNormalFactorySize(const CNormalFactorySize& size)
 {
-    normalForm(out(), size.sizeDistribution);
+    normalSizeForm(out(), size.sizeDistribution);
 }
 
 template <class TForm, class TLaw>
-static void logNormalForm(TForm&& f, TLaw& law)
+static void logNormalSizeForm(TForm&& f, TLaw& law)
 {
     f.f64(law.mean);
     f.f64(law.deviation);
@@ -73,11 +79,11 @@ static void logNormalForm(TForm&& f, TLaw& law)
 }
 void CDemCreatorDataReader::readLogNormalFactorySize(CLogNormalFactorySize& size)
 {
-    logNormalForm(in(), size.sizeDistribution);
+    logNormalSizeForm(in(), size.sizeDistribution);
 }
 void CDemCreatorDataWriter::writeLogNormalFactorySize(const CLogNormalFactorySize& size)
 {
-    logNormalForm(out(), size.sizeDistribution);
+    logNormalSizeForm(out(), size.sizeDistribution);
 }
 
 static constexpr qint64 bandBytes = 2 * 8;

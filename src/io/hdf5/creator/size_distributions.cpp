@@ -158,7 +158,7 @@ void CHdf5CreatorDataWriter::writeUserDefinedSizeDistribution(const CUserDefined
 // ---------------------------------------------------------------- shares of a mix
 
 static const char* const shareName = "percentage";
-static const char* const kindName = "type";
+static const char* const lawKindName = "type";
 
 void CHdf5CreatorDataReader::readParticleSizeDistributionMap(CParticleSizeDistributionMap& map)
 {
@@ -168,7 +168,7 @@ void CHdf5CreatorDataReader::readParticleSizeDistributionMap(CParticleSizeDistri
             double percentage = 0.0;
             QString kind;
             in().attribute(shareName, percentage);
-            in().attribute(kindName, kind);
+            in().attribute(lawKindName, kind);
             std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
             if (law == nullptr) {
                 report(eLost, NLogTitle::hdf5Read,
@@ -199,7 +199,7 @@ void CHdf5CreatorDataWriter::writeParticleSizeDistributionMap(const CParticleSiz
             }
             out().group(names.next(QString::fromStdString(entry.first)), [&] {
                 out().attribute(shareName, share.percentage);
-                out().attribute(kindName, share.distribution ? share.distribution->kindWord() : QString());
+                out().attribute(lawKindName, share.distribution ? share.distribution->kindWord() : QString());
                 if (share.distribution)
                     share.distribution->write(*this);
             });

@@ -2,6 +2,8 @@
 
 #include "brenmark/failure.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -115,5 +117,7 @@ IDisk& realDisk()
     static CRealDisk disk;
     return disk;
 }
+
+std::string nativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
 } // namespace NBrenmark

@@ -2,6 +2,8 @@
 // The few file operations by which a new deck takes its place, each with its failure told. A test stands in for the
 // disk, drops what wasn't synced, and looks at what a loss of power would have left.
 
+#include <QString>
+
 #include <string>
 #include <vector>
 
@@ -27,5 +29,8 @@ public:
 };
 
 IDisk& realDisk();
+
+/// A path in the encoding of the file system.
+std::string nativePath(const QString& path);
 
 } // namespace NBrenmark

@@ -17,7 +17,7 @@ namespace NBrenmark {
 
 namespace {
 
-constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP};
 
 // A handler may touch lock-free atomics and what doesn't change any more, and nothing much else.
 std::atomic<CConversion*> running{nullptr};
@@ -110,7 +110,7 @@ void handle(int number)
 void catchInterrupts()
 {
     onTerminal = errorIsTerminal();
-    for (const int number : signals) {
+    for (const int number : endingSignals) {
         struct sigaction before = {};
         if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN)
             continue; // nohup, or a job in the background: whoever started the program wants it so
@@ -124,7 +124,7 @@ void catchInterrupts()
 
 void letInterruptsEndTheProgram()
 {
-    for (const int number : signals) {
+    for (const int number : endingSignals) {
         struct sigaction before = {};
         if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == handle)
             std::signal(number, SIG_DFL);

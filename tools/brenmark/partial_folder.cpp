@@ -24,7 +24,6 @@ namespace {
 const QLatin1String partialSuffix(".partial");
 const char* const lockName = "lock";
 
-std::string native(const QString& path) { return QFile::encodeName(path).toStdString(); }
 QString fromNative(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
 
 /// What this process is making, by the path of its folder; empty for nothing.
@@ -57,9 +56,9 @@ bool isLockingUnknown(int error) { return error == ENOSYS || error == EOPNOTSUPP
 CPartialFolder::CPartialFolder(const QString& target) : target(target)
 {
     const QFileInfo info(target);
-    places.folder = native(info.absolutePath());
-    places.partial = native(info.absoluteFilePath() + partialSuffix);
-    places.base = native(info.completeBaseName());
+    places.folder = nativePath(info.absolutePath());
+    places.partial = nativePath(info.absoluteFilePath() + partialSuffix);
+    places.base = nativePath(info.completeBaseName());
     takeLock();
     realDisk().sync(places.folder);
     ownFolder() = path();
@@ -130,7 +129,7 @@ void CPartialFolder::syncDeck() const
 {
     for (const std::string& name : deckMembers(realDisk(), places.partial, places.base))
         realDisk().sync(places.partial + '/' + name);
-    realDisk().sync(native(deck()));
+    realDisk().sync(nativePath(deck()));
     realDisk().sync(places.partial);
 }
 
@@ -237,13 +236,13 @@ std::optional<SPartialDeck> partialDeckAt(const QString& path)
         folder = info.absolutePath();
     else if (!info.exists() && QFileInfo(info.filePath() + partialSuffix).isDir())
         folder = info.absoluteFilePath() + partialSuffix;
-    if (folder.isEmpty() || folder == ownFolder() || !hasJournal(native(folder)))
+    if (folder.isEmpty() || folder == ownFolder() || !hasJournal(nativePath(folder)))
         return std::nullopt;
     SPartialDeck deck;
     deck.path = folder;
     deck.target = folder.chopped(partialSuffix.size());
     try {
-        const SJournal journal = readJournal(native(folder));
+        const SJournal journal = readJournal(nativePath(folder));
         deck.source = journal.source;
         deck.finished = journal.finished;
         deck.timesteps = journal.timesteps;

@@ -1,6 +1,7 @@
 #include "brenmark/target_checks.h"
 
 #include "brenmark/deck_swap.h"
+#include "brenmark/disk.h"
 #include "brenmark/failure.h"
 #include "brenmark/units_text.h"
 
@@ -21,8 +22,6 @@
 namespace NBrenmark {
 
 namespace {
-
-std::string native(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
 /// The nearest folder above a file that is there.
 QString existingFolder(const QString& file)
@@ -47,8 +46,8 @@ void requirePlace(const QString& path)
 void requireShortName(const QString& target)
 {
     const QString folder = existingFolder(target);
-    const long mostBytes = pathconf(native(folder).c_str(), _PC_NAME_MAX);
-    const auto bytes = static_cast<long>(native(QFileInfo(target).fileName() + QLatin1String(".partial")).size());
+    const long mostBytes = pathconf(nativePath(folder).c_str(), _PC_NAME_MAX);
+    const auto bytes = static_cast<long>(nativePath(QFileInfo(target).fileName() + QLatin1String(".partial")).size());
     if (mostBytes > 0 && bytes > mostBytes)
         throw CFailure(eExitTarget,
                        utf8(target) + ": the name is too long by " +
@@ -59,7 +58,7 @@ void requireShortName(const QString& target)
     const QFileInfo info(QDir::cleanPath(QFileInfo(target).absoluteFilePath()));
     const QString longest =
         info.filePath() + QLatin1String(".partial/") + info.completeBaseName() + QLatin1String("_data/0000000.h5.part");
-    if (native(longest).size() >= PATH_MAX)
+    if (nativePath(longest).size() >= PATH_MAX)
         throw CFailure(eExitTarget, utf8(target) + ": the path is too long",
                        "Choose a folder that is less deep, or a shorter name.");
 }
@@ -71,9 +70,9 @@ void requireWritableFolder(const QString& target)
     struct statvfs disk = {};
     if (!QFileInfo(folder).isDir())
         cause = "it is no folder";
-    else if (statvfs(native(folder).c_str(), &disk) == 0 && (disk.f_flag & ST_RDONLY) != 0)
+    else if (statvfs(nativePath(folder).c_str(), &disk) == 0 && (disk.f_flag & ST_RDONLY) != 0)
         cause = std::strerror(EROFS);
-    else if (access(native(folder).c_str(), W_OK | X_OK) != 0)
+    else if (access(nativePath(folder).c_str(), W_OK | X_OK) != 0)
         cause = std::strerror(errno);
     if (!cause.empty())
         throw CFailure(eExitTarget, utf8(target) + ": can't be made in " + utf8(folder) + ": " + cause,
@@ -97,7 +96,7 @@ void requireRoom(const QString& target, qint64 sourceBytes, qint64 there, quint3
 {
     const QString folder = existingFolder(target);
     struct statvfs disk = {};
-    if (statvfs(native(folder).c_str(), &disk) != 0)
+    if (statvfs(nativePath(folder).c_str(), &disk) != 0)
         return; // where that isn't known the writing itself will show it
     const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
     const auto needed = static_cast<double>(sourceBytes - there);
@@ -131,7 +130,8 @@ void requireFreeTarget(const QString& source, const QString& target, bool force)
     if (folder.exists() && !folder.isDir())
         throw CFailure(eExitTarget, utf8(folder.filePath()) + ": is no folder, as a deck's would be",
                        "It isn't replaced: move it elsewhere, or choose another name for the new deck.");
-    const std::string stranger = folder.isSymLink() ? std::string() : strangerIn(realDisk(), native(folder.filePath()));
+    const std::string stranger =
+        folder.isSymLink() ? std::string() : strangerIn(realDisk(), nativePath(folder.filePath()));
     if (!stranger.empty())
         throw CFailure(eExitTarget, utf8(folder.filePath()) + '/' + stranger + ": is no file of a deck",
                        "It isn't replaced, with or without --force: move it elsewhere, or choose another name for the "
@@ -142,13 +142,13 @@ void makeTargetFolder(const QString& target)
 {
     const QString folder = QFileInfo(target).absolutePath();
     std::error_code failure;
-    const bool isMade = std::filesystem::create_directories(native(folder), failure);
+    const bool isMade = std::filesystem::create_directories(nativePath(folder), failure);
     if (failure)
         throw CFailure(eExitTarget,
                        utf8(target) + ": its folder " + utf8(folder) + " can't be made: " + failure.message(),
                        "Check the path and its permissions, and repeat this command.");
     if (isMade)
-        realDisk().sync(native(QFileInfo(folder).absolutePath()));
+        realDisk().sync(nativePath(QFileInfo(folder).absolutePath()));
 }
 
 } // namespace NBrenmark

@@ -10,6 +10,7 @@
 
 #include <map>
 #include <sstream>
+#include <tuple>
 
 namespace NBrenmark {
 
@@ -58,6 +59,45 @@ TEST(Check, goesThroughAFolderAndTellsTheWorstInItsExitCode)
     EXPECT_EQ(list[1]["code"], 5);
     EXPECT_EQ(list[1]["needsConversion"], false);
     EXPECT_EQ(list[2]["code"], 0);
+}
+
+TEST(Check, findsWhatADeckLacks)
+{
+    CTempFolder folder;
+    const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "source"));
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"out.ess", "removed", "out.ess is missing"},
+        {"out.dfg", "removed", "out.dfg is missing"},
+        {"out_data/1.h5", "removed", "Timestep 1 has no file"},
+        {"out_data/2.h5", "removed", "2 data files exist"},
+        {"out_data/1.h5", "cut", "1.h5"},
+        {"out_data/2.h5", "cut", "2.h5"},
+    };
+    const std::string out = argument(folder.path("out.dem"));
+    for (const auto& [name, done, told] : cases) {
+        ASSERT_EQ(runTool({"convert", "--force", deck, out}).exitCode, 0);
+        EXPECT_EQ(Json::parse(runTool({"check", "--json", out}).output)[0]["problems"], Json::array());
+        QFile file(folder.path(name));
+        ASSERT_TRUE(done == std::string("cut") ? file.resize(file.size() / 2) : file.remove());
+        const SToolResult result = runTool({"check", "--json", out});
+        EXPECT_EQ(result.exitCode, 3) << name << done;
+        EXPECT_NE(Json::parse(result.output)[0]["problems"].dump().find(told), std::string::npos) << result.output;
+        EXPECT_EQ(runTool({"check", out}).output.find("needs no conversion\n"), std::string::npos) << name << done;
+    }
+}
+
+TEST(Check, goesThroughAWholeTreeAndNoCircles)
+{
+    CTempFolder folder;
+    const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
+    ASSERT_TRUE(QDir(folder.path()).mkpath("x/.y/z"));
+    deck.write(folder.path("x/.y/z"), "a");
+    ASSERT_TRUE(QFile::link(folder.path(), folder.path("x/circle")));
+    ASSERT_TRUE(QFile::link(folder.path("x/.y/z/a.dem"), folder.path("x/linked.dem")));
+    const Json list = Json::parse(runTool({"check", "--json", argument(folder.path())}).output);
+    ASSERT_EQ(list.size(), 2u) << list;
+    EXPECT_EQ(list[0]["path"], argument(folder.path("x/.y/z/a.dem")));
+    EXPECT_EQ(list[1]["path"], argument(folder.path("x/linked.dem")));
 }
 
 TEST(Info, describesADeckInTextAndJson)

@@ -1,8 +1,9 @@
 // brenmark check: which decks need converting.
 
 #include "brenmark/commands.h"
-#include "brenmark/deck_reader.h"
+#include "brenmark/deck_problems.h"
 #include "brenmark/json_text.h"
+#include "brenmark/partial_folder.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
@@ -27,7 +28,8 @@ struct SCheckedDeck
     quint32 timesteps = 0;
     quint32 particles = 0; ///< at the last timestep
     quint32 types = 0;
-    std::unique_ptr<CFailure> failure; ///< what keeps it from being a whole deck
+    std::vector<std::string> problems;
+    std::unique_ptr<CFailure> failure; ///< why it can't be read to its end
 };
 
 SCheckedDeck checked(const QString& path)
@@ -40,6 +42,7 @@ SCheckedDeck checked(const QString& path)
         deck.family = reader.familyName();
         deck.version = utf8(versionText(reader.manager().lastVersion));
         deck.timesteps = reader.timestepCount();
+        deck.problems = problemsOf(reader, path);
         if (deck.timesteps > 0) {
             const CParticleTypes& types = reader.timestep(deck.timesteps - 1).timestep.particleTypes;
             deck.particles = types.particleCount();
@@ -48,6 +51,7 @@ SCheckedDeck checked(const QString& path)
     }
     catch (const CFailure& failure) {
         deck.failure = std::make_unique<CFailure>(failure);
+        deck.problems.push_back(failure.what());
     }
     return deck;
 }
@@ -61,6 +65,8 @@ std::string lineOf(const SCheckedDeck& deck)
     line += deck.needsConversion ? ": needs conversion" : ": needs no conversion";
     if (deck.failure)
         line += deck.failure->code == eExitUnsupported ? ", which isn't possible yet" : ", but can't be read whole";
+    else if (!deck.problems.empty())
+        line += ", but isn't whole";
     return line + '\n';
 }
 
@@ -75,23 +81,38 @@ Json objectOf(const SCheckedDeck& deck)
         object["particles"] = deck.particles;
         object["types"] = deck.types;
     }
-    object["code"] = deck.failure ? deck.failure->code : eExitDone;
+    object["problems"] = deck.problems;
+    object["code"] = deck.failure ? deck.failure->code : deck.problems.empty() ? eExitDone : eExitSource;
     object["error"] = deck.failure ? Json(deck.failure->what()) : Json();
     return object;
 }
 
-/// A folder stands for the decks that lie in it.
+/// Adds the decks below a folder, and the unfinished ones. A link to a deck is one; a link to a folder isn't
+/// followed, for it may lead back.
+void addDecks(QStringList& decks, const QString& path)
+{
+    if (!QFileInfo(path).isReadable())
+        throw CFailure(eExitSource, utf8(path) + ": the folder can't be looked into", "Check its permissions.");
+    const QDir::Filters all = QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot;
+    for (const QFileInfo& entry : QDir(path).entryInfoList(all, QDir::Name)) {
+        const bool isFolder = entry.isDir();
+        if (isFolder ? partialDeckAt(entry.filePath()).has_value() : entry.fileName().endsWith(NDeckFile::demSuffix))
+            decks.append(entry.filePath());
+        else if (isFolder && !entry.isSymLink())
+            addDecks(decks, entry.filePath());
+    }
+}
+
+/// A folder stands for the decks that lie below it.
 QStringList decksOf(const QString& path)
 {
-    if (!QFileInfo(path).isDir())
+    if (!QFileInfo(path).isDir() || partialDeckAt(path))
         return {path};
-    const QDir folder(path);
     QStringList decks;
-    for (const QString& name : folder.entryList({QStringLiteral("*.dem")}, QDir::Files, QDir::Name))
-        decks.append(folder.filePath(name));
+    addDecks(decks, path);
     if (decks.isEmpty())
         throw CFailure(eExitSource, utf8(path) + ": the folder holds no deck",
-                       "Name a folder with files NAME.dem in it.");
+                       "Name a folder with files NAME.dem in it or below it.");
     return decks;
 }
 
@@ -124,6 +145,9 @@ EExitCode runCheck(const SCheckOptions& options)
                 });
             if (deck.failure)
                 failed(*deck.failure);
+            for (size_t i = 0; i + (deck.failure ? 1 : 0) < deck.problems.size(); ++i)
+                failed(CFailure(eExitSource, deck.path + ": " + deck.problems[i],
+                                "Copy the deck again from where it was whole, or convert its source again."));
         }
     }
     if (options.json)

@@ -3,7 +3,7 @@
 #include "brenmark/commands.h"
 #include "brenmark/conversion_run.h"
 #include "brenmark/deck_family.h"
-#include "brenmark/deck_reader.h"
+#include "brenmark/deck_problems.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/json_text.h"
 #include "brenmark/progress_display.h"
@@ -110,18 +110,9 @@ CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, cons
 quint32 requireReadable(const QString& path, bool ignoreCompanions)
 {
     const CDeckReader reader(path, eUpgradedModel, ignoreCompanions);
-    quint32 lastSegment = 0;
-    for (const STimestepIndexEntry& entry : reader.index())
-        lastSegment = std::max(lastSegment, entry.segment);
-    for (quint32 number = 1; number <= lastSegment; ++number) {
-        const QString segment =
-            stripDeckSuffix(path) + NDeckFile::demSuffix + NDeckFile::segmentInfix + QString::number(number);
-        if (!QFileInfo(segment).isFile())
-            throw CFailure(eExitSource,
-                           utf8(segment) + ": is missing: the deck has timesteps in " +
-                               countText(lastSegment + 1, "file"),
-                           "Copy the deck again from the archive, with all its files, and repeat this command.");
-    }
+    if (const QString segment = missingSegment(reader, path); !segment.isEmpty())
+        throw CFailure(eExitSource, utf8(segment) + " is missing, and the deck's index names it",
+                       "Copy the deck again from the archive, with all its files, and repeat this command.");
     return reader.timestepCount();
 }
 

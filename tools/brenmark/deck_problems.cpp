@@ -1,0 +1,40 @@
+#include "brenmark/deck_problems.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace NBrenmark {
+
+QString missingSegment(const CDeckReader& reader, const QString& path)
+{
+    quint32 last = 0;
+    for (const STimestepIndexEntry& entry : reader.index())
+        last = std::max(last, entry.segment);
+    const QString start = stripDeckSuffix(path) + NDeckFile::demSuffix + NDeckFile::segmentInfix;
+    for (quint32 number = 1; number <= last; ++number)
+        if (const QString segment = start + QString::number(number); !QFileInfo(segment).isFile())
+            return segment;
+    return QString();
+}
+
+std::vector<std::string> problemsOf(const CDeckReader& reader, const QString& path)
+{
+    std::vector<std::string> problems;
+    if (reader.format() == eFormatLegacy) {
+        if (const QString segment = missingSegment(reader, path); !segment.isEmpty())
+            problems.push_back(utf8(segment) + " is missing");
+        return problems;
+    }
+    // What the look through the folder of numbered files said: the manager opens each of them.
+    for (const SLogRecord& message : reader.messages())
+        if (message.level == eError || message.title == NLogTitle::dataLoss.text ||
+            message.title == NLogTitle::hdf5Read.text)
+            problems.push_back(withoutEnd(message.placedText()));
+    for (const QLatin1String suffix : {NDeckFile::settingsSuffix, NDeckFile::configurationSuffix})
+        if (const QString file = stripDeckSuffix(path) + suffix; !QFileInfo(file).isFile())
+            problems.push_back(utf8(file) + " is missing");
+    return problems;
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,20 @@
+#pragma once
+// What keeps a deck that can be opened from being whole.
+
+#include "brenmark/deck_reader.h"
+
+#include <QString>
+
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+/// The first segment of a legacy deck that its index names and that isn't there; empty for none.
+QString missingSegment(const CDeckReader& reader, const QString& path);
+
+/// A sentence each, without its full stop: files that are missing, that can't be opened or that the header counts
+/// otherwise, companions that a deck of the current family has to have, segments of a legacy one.
+std::vector<std::string> problemsOf(const CDeckReader& reader, const QString& path);
+
+} // namespace NBrenmark

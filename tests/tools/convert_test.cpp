@@ -108,6 +108,47 @@ TEST(Convert, callsADeckWholeOnlyIfNothingOfItWasLost)
     EXPECT_EQ(Json::parse(runTool({"verify", deck, out, "--json"}).output)["result"], "partial");
 }
 
+TEST(Convert, makesNoDeckOfADamagedSourceIfItIsStrict)
+{
+    CTempFolder folder;
+    const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "d"));
+    emptySettings(makeVersion(27, 0, 3)).toFile(folder.path("d.ess"));
+    folder.write("d.ess", folder.read("d.ess") + "ESS_BLOCK_ no block");
+    const std::string out = argument(folder.path("out.dem"));
+    for (const char* again : {"--strict", "--resume"}) { // the loss is remembered
+        const SToolResult strict = runTool({"convert", deck, out, "--strict", again});
+        EXPECT_EQ(strict.exitCode, 3) << strict.error;
+        EXPECT_TRUE(contains(strict.error, "without --strict")) << strict.error;
+        EXPECT_FALSE(folder.has("out.dem"));
+    }
+    const SToolResult resumed = runTool({"convert", deck, out, "--resume"});
+    EXPECT_EQ(resumed.exitCode, 3);
+    EXPECT_TRUE(contains(resumed.output, "; lost: ")) << resumed.output;
+    EXPECT_TRUE(folder.has("out.dem"));
+}
+
+TEST(Convert, looksForWhatWouldStopItBeforeItWrites)
+{
+    CSource source;
+    source.out.write("strange_data/notes", "anything");
+    source.out.write("sub.dem/file", "anything");
+    const CSnapshot before = source.out.snapshot();
+    const std::pair<std::string, const char*> cases[] = {
+        {"/dev/null", "is a device"},
+        {source.target("sub"), "is a folder"},
+        {source.target("strange"), "notes: is no file of a deck"},
+        {source.target(std::string(244, 'x').c_str()), "too long by 1 byte"}, // with .dem.partial 256 bytes
+        {"/proc/none", "/proc/none.dem"},
+    };
+    for (const auto& [out, told] : cases) {
+        const SToolResult result = runTool({"convert", "--force", source.path, out});
+        EXPECT_EQ(result.exitCode, 4) << out << result.error;
+        EXPECT_TRUE(contains(result.error, told)) << result.error;
+    }
+    EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+    EXPECT_EQ(runTool({"convert", "-q", source.path, source.target(std::string(243, 'x').c_str())}).exitCode, 0);
+}
+
 TEST(Convert, carriesEverySampleDeckOverWithoutADifference)
 {
     const QDir samples = QFileInfo(QString::fromStdString(sampleDeck("pile-27.dem"))).dir();
@@ -259,11 +300,11 @@ class Interrupted : public testing::TestWithParam<int>
 
 TEST_P(Interrupted, conversionIsPartialUntilItIsResumed)
 {
-    const int timesteps = 400;
+    const int timesteps = 120;
     CSource source(longDeck(timesteps));
     CToolRun run({"convert", source.path, source.target(), "--json"});
     run.start();
-    ASSERT_TRUE(run.waitForError("timestep 1 of 400 done"));
+    ASSERT_TRUE(run.waitForError("timestep 1 of 120 done"));
     run.signal(GetParam());
     const SToolResult result = run.finish();
     ASSERT_EQ(result.exitCode, 130) << result.error;
@@ -277,7 +318,7 @@ TEST_P(Interrupted, conversionIsPartialUntilItIsResumed)
     EXPECT_LT(written, timesteps);
 
     EXPECT_EQ(source.out.names(), QStringList("out.dem.partial"));
-    const std::string partial = ", " + std::to_string(written) + " of 400 timesteps";
+    const std::string partial = ", " + std::to_string(written) + " of 120 timesteps";
     for (const char* path : {"out.dem", "out.dem.partial", "out.dem.partial/out.dem"})
         for (const char* command : {"check", "info"}) {
             const SToolResult seen = runTool({command, source.target(path)});
@@ -295,14 +336,30 @@ TEST_P(Interrupted, conversionIsPartialUntilItIsResumed)
 
 INSTANTIATE_TEST_SUITE_P(Signals, Interrupted, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
+TEST(ConvertResumed, goesOnAfterASecondInterruptThatStopsAtOnce)
+{
+    CSource source(longDeck(120));
+    CToolRun run({"convert", source.path, source.target()});
+    run.start();
+    ASSERT_TRUE(run.waitForError("timestep 1 of 120 done"));
+    run.signal(SIGINT);
+    ASSERT_TRUE(run.waitForError("press Ctrl-C again to stop now"));
+    run.signal(SIGINT); // the conversion may have ended by the first one in between
+    const SToolResult result = run.finish();
+    EXPECT_EQ(result.exitCode, 130) << result.error;
+    EXPECT_TRUE(contains(result.error, "--resume")) << result.error;
+    EXPECT_EQ(runTool({"convert", "--resume", "--verify", "--quiet", source.path, source.target()}).exitCode, 0);
+    EXPECT_EQ(source.out.names(), convertedNames);
+}
+
 TEST(ConvertResumed, goesOnFromNothingElseThanWhatItBegan)
 {
     CTempFolder folder;
-    const std::string deck = argument(longDeck(400).write(folder.path(), "d"));
+    const std::string deck = argument(longDeck(120).write(folder.path(), "d"));
     const std::string out = argument(folder.path("out"));
     CToolRun run({"convert", deck, out});
     run.start();
-    ASSERT_TRUE(run.waitForError("timestep 1 of 400 done"));
+    ASSERT_TRUE(run.waitForError("timestep 1 of 120 done"));
     const SToolResult second = runTool({"convert", deck, out, "--force"});
     EXPECT_EQ(second.exitCode, 4);
     EXPECT_TRUE(contains(second.error, "another conversion is making it")) << second.error;

@@ -39,6 +39,7 @@ public:
     void starting(int steps, const QString&) override
     {
         journal.timesteps = static_cast<quint32>(steps / 2);
+        setInterruptLeftover(journal.finished, journal.timesteps, QFile::encodeName(folder.path()).toStdString());
         progress.start(steps / 2, "converting", static_cast<double>(bytes));
         interruptible->repeat();
     }
@@ -84,7 +85,7 @@ public:
         next.ledger = joined(own, said);
         folder.write(next);
         journal = std::move(next);
-        setInterruptLeftover(written, QFile::encodeName(folder.path()).toStdString());
+        setInterruptLeftover(written, journal.timesteps, QFile::encodeName(folder.path()).toStdString());
         lastNote = Clock::now();
     }
 

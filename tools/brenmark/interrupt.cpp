@@ -144,8 +144,9 @@ void setInterruptTimestep(quint32 now, quint32 all)
     phase = eInTimesteps;
 }
 
-void setInterruptLeftover(quint32 number, const std::string& folder)
+void setInterruptLeftover(quint32 number, quint32 all, const std::string& folder)
 {
+    count = all;
     if (!leavesFolder) {
         std::memcpy(folderName.data(), folder.data(), std::min(folder.size(), folderName.size() - 1));
         leavesFolder = true;

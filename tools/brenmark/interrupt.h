@@ -31,7 +31,7 @@ void setInterruptPhase(EInterruptPhase phase);
 /// The timestep at work, from 1 on, and the number of all.
 void setInterruptTimestep(quint32 current, quint32 count);
 /// How many of them stay if the program ends there and then, and the folder that holds them.
-void setInterruptLeftover(quint32 finished, const std::string& folder);
+void setInterruptLeftover(quint32 finished, quint32 count, const std::string& folder);
 
 /// While this lives the first interrupt cancels the conversion. One at a time.
 class CInterruptible

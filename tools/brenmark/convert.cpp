@@ -16,6 +16,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace NBrenmark {
 
 namespace {
@@ -71,13 +73,12 @@ std::string leftoverAdvice(const CPartialFolder& folder, const SJournal& journal
         return "Nothing is left at the target.";
     return utf8(folder.path()) + " holds " + std::to_string(journal.finished) + " of " +
            countText(journal.timesteps, "timestep") +
-           ". Repeat this command with --resume to go on there, or with --force to begin anew.";
+           ". With --resume this command goes on there, with --force it begins anew.";
 }
 
 CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, const SJournal& journal)
 {
     const std::string leftover = leftoverAdvice(folder, journal);
-    const std::string again = journal.finished == 0 ? " Then repeat this command." : "";
     if (run.interrupted)
         return CFailure(eExitInterrupted,
                         "interrupted after timestep " + std::to_string(journal.finished) + " of " +
@@ -89,11 +90,7 @@ CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, cons
                             run.error.empty() ? utf8(folder.deck()) + ": can't be created" : run.error,
                             "The new deck isn't complete. " + leftover);
     CFailure failure = failureFromLog(run.messages, utf8(journal.source), fallback);
-    if (failure.code == eExitTarget)
-        failure.advice =
-            "Make room at the target, or check that it can be written, with enough memory for the largest timestep." +
-            again + ' ' + leftover;
-    else if (failure.code == eExitSource)
+    if (failure.code == eExitSource)
         failure.advice =
             "The source is damaged, incomplete or still being written; it is untouched here. Copy it again "
             "from the archive and repeat this command" +
@@ -139,6 +136,9 @@ void requireSameRun(const SJournal& earlier, const SJournal& now, const CPartial
         refuse(eExitUnsupported, "it was made from " + utf8(earlier.source));
     if (const std::string change = changeBetween(earlier.sourceFiles, now.sourceFiles); !change.empty())
         refuse(eExitSource, change + " since");
+    if (earlier.timesteps != now.timesteps)
+        refuse(eExitUnsupported, "its journal counts " + countText(earlier.timesteps, "timestep") +
+                                     ", the source has " + std::to_string(now.timesteps));
     if (earlier.program != now.program)
         refuse(eExitUnsupported, "it was made by version " + earlier.program + ", and this is " + now.program);
     if (earlier.ignoresCompanions != now.ignoresCompanions)
@@ -190,6 +190,7 @@ bool CConvertCommand::goOnWith(SJournal earlier)
                    "place, which is finished now\n");
         result.timesteps = earlier.timesteps;
         result.run.messages = earlier.ledger;
+        printLedger(earlier.ledger);
         return !options.force && earlier.source == journal.source &&
                changeBetween(earlier.sourceFiles, journal.sourceFiles).empty();
     }
@@ -212,7 +213,7 @@ bool CConvertCommand::goOnWith(SJournal earlier)
 
 void CConvertCommand::makeDeck()
 {
-    if (journal.state == eComplete) {
+    if (journal.state == eComplete && folder->isWhole(journal.timesteps)) {
         result.run.messages = journal.ledger;
         result.run.succeeded = true;
         return;
@@ -220,13 +221,17 @@ void CConvertCommand::makeDeck()
     // The last timestep is made again if all are there: the deck's header is written with it.
     const quint32 there = folder->timestepsThere(journal.finished);
     const quint32 first = std::min(there, journal.timesteps - std::min<quint32>(journal.timesteps, 1));
-    if (first < journal.finished || first == 0) {
-        journal.finished = first;
-        if (first == 0)
-            journal.ledger.clear();
-    }
-    folder->keepTimesteps(first);
+    journal.finished = first;
+    // What is made again says again what there is to say of it.
+    Ledger& ledger = journal.ledger;
+    ledger.erase(std::remove_if(ledger.begin(), ledger.end(),
+                                [first](const SLogRecord& record) {
+                                    return first == 0 || (record.place.timestep && *record.place.timestep >= first);
+                                }),
+                 ledger.end());
+    journal.state = eConverting;
     folder->write(journal);
+    folder->keepTimesteps(first);
     CProgressDisplay progress(options.quiet);
     result.run = runConversion(*folder, journal, result.bytesRead, progress);
 }
@@ -294,8 +299,8 @@ void CConvertCommand::prepare()
         requireFreeTarget(options.source, target, options.force);
     journal = journalOf(options, requireReadable(options.source, options.ignoreCompanions));
     result.bytesRead = bytesOf(sourceFiles(options.source));
-    if (!isBegun)
-        requireRoom(target, result.bytesRead, 0, journal.timesteps);
+    const qint64 there = bytesOf(familyFiles(target + QLatin1String(".partial/") + QFileInfo(target).fileName()));
+    requireRoom(target, result.bytesRead, there, journal.timesteps);
     if (interrupted())
         throw CFailure(eExitInterrupted, "interrupted before the first timestep",
                        "Nothing was written. Repeat this command to convert all; the source is untouched.");

@@ -80,7 +80,7 @@ void CPartialFolder::takeLock()
 {
     const std::string file = places.partial + '/' + lockName;
     for (int attempt = 0; attempt < 100; ++attempt) {
-        if (realDisk().exists(places.partial) && !QFileInfo(path()).isDir())
+        if (realDisk().exists(places.partial) && (!QFileInfo(path()).isDir() || realDisk().isLink(places.partial)))
             throw CFailure(eExitTarget, places.partial + " is in the way: a conversion needs a folder of that name",
                            "Move it elsewhere, or choose another name for the new deck.");
         realDisk().makeFolder(places.partial);
@@ -131,6 +131,14 @@ void CPartialFolder::syncDeck() const
         realDisk().sync(places.partial + '/' + name);
     realDisk().sync(nativePath(deck()));
     realDisk().sync(places.partial);
+}
+
+bool CPartialFolder::isWhole(quint32 timesteps) const
+{
+    const QString base = stripDeckSuffix(deck());
+    return timestepsThere(timesteps) == timesteps && QFileInfo(deck()).isFile() &&
+           QFileInfo(base + NDeckFile::settingsSuffix).isFile() &&
+           QFileInfo(base + NDeckFile::configurationSuffix).isFile();
 }
 
 quint32 CPartialFolder::timestepsThere(quint32 most) const
@@ -205,6 +213,8 @@ void CPartialFolder::clear()
 
 std::string SPartialDeck::countText() const
 {
+    if (timesteps == 0)
+        return "of an unknown number of timesteps";
     return std::to_string(finished) + " of " + NBrenmark::countText(timesteps, "timestep");
 }
 

@@ -38,6 +38,8 @@ public:
     void syncDeck() const;
     /// How many timesteps are there without a gap, at most so many.
     quint32 timestepsThere(quint32 most) const;
+    /// Whether all files are there that a deck of so many timesteps has to have.
+    bool isWhole(quint32 timesteps) const;
     /// Removes all of the deck but its first timesteps.
     void keepTimesteps(quint32 count) const;
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <sys/resource.h>
 
 namespace NBrenmark {
 
@@ -90,6 +91,22 @@ TEST(DetectFormat, isUnknownWhereNothingCanBeRead)
     EXPECT_EQ(detectFormat(folder.path("missing.dem")), eFormatUnknown);
     EXPECT_EQ(detectFormat(folder.path()), eFormatUnknown);
     EXPECT_EQ(detectFormat("/dev/zero"), eFormatUnknown);
+}
+
+TEST(DetectFormat, saysWhyAFileCouldNotBeLookedInto)
+{
+    const CTempFolder folder;
+    const QString deck = folder.write("a.dem", words({makeVersion(2, 0, 0), 4}));
+    std::string cause;
+    EXPECT_EQ(detectFormat(folder.write("b.dem", "no deck"), &cause), eFormatUnknown);
+    EXPECT_EQ(cause, "");
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    EXPECT_EQ(detectFormat(deck, &cause), eFormatUnknown);
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(cause, "Too many open files");
 }
 
 TEST(CheckSourceFiles, wantsAnIndexBesideALegacyDeckOnly)
@@ -286,16 +303,19 @@ TEST(CopyFile, leavesAllAsItIsWhereItFails)
         const char* from;
         const char* to;
         int limit;
+        ECause side;
     } cases[] = {
-        {"from", "to", wholeFile}, // exists
-        {"from", "from", 3},       // the source would be emptied
-        {"from", "link", 3},         {"missing", "new", wholeFile},
-        {"missing", "new", 4},       {"from", "no/folder/to", wholeFile},
-        {"from", "no/folder/to", 4},
+        {"from", "to", wholeFile, eCauseTarget}, // exists
+        {"from", "from", 3, eCauseTarget},       // the source would be emptied
+        {"from", "link", 3, eCauseTarget},         {"missing", "new", wholeFile, eCauseSource},
+        {"missing", "new", 4, eCauseSource},       {"from", "no/folder/to", wholeFile, eCauseTarget},
+        {"from", "no/folder/to", 4, eCauseTarget},
     };
+    SCopyFailure failure;
     const CSnapshot before = folder.snapshot();
     for (const auto& c : cases) {
-        EXPECT_FALSE(copyOrTruncateFile(folder.path(c.from), folder.path(c.to), c.limit)) << c.from << ' ' << c.to;
+        EXPECT_FALSE(copyOrTruncateFile(folder.path(c.from), folder.path(c.to), c.limit, &failure)) << c.to;
+        EXPECT_EQ(failure.side, c.side) << failure.text;
         EXPECT_EQ(before.changesUntil(folder.snapshot()), "") << c.from << ' ' << c.to << ' ' << c.limit;
     }
 }

@@ -313,6 +313,7 @@ TEST_P(Interrupted, conversionIsPartialUntilItIsResumed)
     const Json object = Json::parse(result.output);
     EXPECT_EQ(object["result"], "interrupted");
     EXPECT_EQ(object["code"], 130);
+    EXPECT_EQ(object["partial"], source.target("out.dem.partial"));
     const int written = object["timesteps"].get<int>();
     EXPECT_GE(written, 1);
     EXPECT_LT(written, timesteps);
@@ -440,6 +441,9 @@ TEST(Convert, carriesATypeThatNoGroupCanBeNamedAfter)
     const SToolResult result = runTool({"convert", source.path, source.target()});
     EXPECT_EQ(result.exitCode, 0) << result.error;
     EXPECT_TRUE(contains(result.error, "Particle type \"Sand 2/4 mm\" has no size law in the deck")) << result.error;
+    const SToolResult differs = runTool({"convert", "--verify", source.path, source.target("other")});
+    EXPECT_EQ(differs.exitCode, 1);
+    EXPECT_FALSE(source.out.has("other.dem")) << "what differs doesn't get its name";
     // Nothing else is missing: its law is three lines and its share of the mix.
     const SToolResult verified = runTool({"verify", "--json", source.path, source.target("out.dem")});
     const Json differences = Json::parse(verified.output)["differences"];

@@ -31,6 +31,7 @@ struct SResult
     quint32 timesteps = 0; ///< finished, in the new deck or in its folder
     qint64 bytesRead = 0;
     qint64 bytesWritten = 0;
+    QString partial; ///< the folder that holds them, if they aren't at the target
     std::optional<SVerification> verification;
 };
 
@@ -46,6 +47,8 @@ void printResultObject(const SConvertOptions& options, const QString& target, co
                 {"bytesWritten", result.bytesWritten},
                 {"timesteps", result.timesteps},
                 {"messages", jsonMessages(result.run.messages)}};
+    if (!result.partial.isEmpty())
+        object["partial"] = utf8(result.partial);
     if (failure)
         object["error"] = failure->what();
     if (result.verification)
@@ -276,8 +279,10 @@ void CConvertCommand::finish()
 EExitCode CConvertCommand::fail(const CFailure& failure)
 {
     result.timesteps = journal.finished;
-    if (folder)
+    if (folder && folder->isBegun()) {
+        result.partial = folder->path();
         result.bytesWritten = bytesOf(familyFiles(folder->deck()));
+    }
     if (failure.code == eExitInterrupted)
         result.result = "interrupted";
     if (options.json)

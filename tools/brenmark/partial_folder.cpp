@@ -178,14 +178,22 @@ void CPartialFolder::place(SJournal journal)
         journal.state = state;
         write(journal);
     };
-    if (journal.state == eComplete)
-        enter(eReplacing);
-    if (journal.state == eReplacing) {
-        moveOldDeckAside(disk, places);
-        enter(ePlacing);
+    try {
+        if (journal.state == eComplete)
+            enter(eReplacing);
+        if (journal.state == eReplacing) {
+            moveOldDeckAside(disk, places);
+            enter(ePlacing);
+        }
+        moveNewDeckIn(disk, places);
+        clear();
     }
-    moveNewDeckIn(disk, places);
-    clear();
+    catch (CFailure& failure) {
+        failure.advice +=
+            " What isn't at the target is in " + places.partial +
+            ", the old deck's files below replaced; this command finishes the change when it is repeated.";
+        throw;
+    }
 }
 
 void CPartialFolder::clear()

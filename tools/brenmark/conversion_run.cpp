@@ -44,10 +44,10 @@ public:
         interruptible->repeat();
     }
 
-    void caughtUp() override
+    void rereadDone(quint32 timestep) override
     {
         firstOwn = conversion->recordsSoFar().size();
-        progress.update(static_cast<int>(first));
+        progress.update(static_cast<int>(timestep) + 1);
     }
 
     void stepReached(int step) override

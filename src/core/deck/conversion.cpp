@@ -266,7 +266,6 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
         return eConvertOk;
     }
 
-    sourcePath = inputPath;
     sourceStates = fileStates(sourceFiles(inputPath));
     const auto manager = makeTargetManager(target, simulation);
     manager->reset();
@@ -292,7 +291,7 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
         if (code == eConvertOk) {
             code = writeCompanions(simulation, stripLegacySuffix(inputPath), stripLegacySuffix(outputPath));
             observer.completed();
-            if (code == eConvertOk && !sourceIsAsItWas())
+            if (code == eConvertOk && !isUnchanged(sourceFiles(inputPath)))
                 code = eConvertDataFailed;
         }
     }
@@ -314,9 +313,10 @@ bool CConversion::prepareTarget(const QString& inputPath, const QString& outputP
 }
 
 /// A deck that is written to meanwhile would come out as neither the one nor the other.
-bool CConversion::sourceIsAsItWas() const
+/// \param files  those that it began with, or all that it has by now
+bool CConversion::isUnchanged(const QStringList& files) const
 {
-    const std::string change = changeBetween(sourceStates, fileStates(sourceFiles(sourcePath)));
+    const std::string change = changeBetween(sourceStates, fileStates(files));
     if (!change.empty())
         reportFailure(NLogTitle::legacyRead, change + " while the deck was converted.", eCauseSource);
     return change.empty();
@@ -328,11 +328,12 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
     SSimulationFrame& frame = *simulation.currentFrame;
     SCreatorPlace sourcePlace;
     SCreatorPlace targetPlace;
+    QStringList beganWith; // no folder is listed between timesteps: it may be a large one
+    for (const SFileState& file : sourceStates)
+        beganWith.append(file.path);
     for (size_t i = 0; i < sourceIndex.size(); ++i) {
         // A read loads the creator block only if the timestep names another one than the frame does:
         // with each side's own place in the frame, a change of place tells that a new block began.
-        if (i == options.firstTimestep && i > 0)
-            observer.caughtUp();
         setPlace(frame.creator, sourcePlace);
         if (!simulation.goToTimestep(static_cast<quint32>(i), eIntoCurrentFrame))
             return eConvertDataFailed;
@@ -343,6 +344,7 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
             if (creatorChanged || frame.creator.modified)
                 targetPlace.index = static_cast<quint32>(i);
             frame.creator.modified = false;
+            observer.rereadDone(static_cast<quint32>(i));
             if (cancelled)
                 return cancelledResult();
             continue;
@@ -358,7 +360,7 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
         if (!manager.appendTimestep(frame, targetIndex, creatorChanged, sourceIndex[i].isFull))
             return eConvertDataFailed;
         targetPlace = placeOf(frame.creator);
-        if (!sourceIsAsItWas())
+        if (!isUnchanged(beganWith))
             return eConvertDataFailed;
         observer.stepReached(2 * static_cast<int>(i) + 1);
 

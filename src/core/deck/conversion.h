@@ -47,8 +47,8 @@ public:
     /// \param steps  two for each timestep: 2i is reported before timestep i is written, 2i + 1 after it
     virtual void starting(int steps, const QString& title) = 0;
     virtual void stepReached(int step) = 0;
-    /// The timesteps that are at the target already have been read once more. Not called where there are none.
-    virtual void caughtUp() {}
+    /// A timestep that is at the target already was read once more, from 0 on.
+    virtual void rereadDone(quint32) {}
     /// All timesteps were written and the companion files have been seen to.
     virtual void completed() = 0;
 };
@@ -106,7 +106,7 @@ private:
     void publish(SResult result);
     EConvertError convert(const QString& source, const QString& target, EDeckFormat format, CSimulation& simulation);
     bool prepareTarget(const QString& source, const QString& target);
-    bool sourceIsAsItWas() const;
+    bool isUnchanged(const QStringList& files) const;
     EConvertError cancelledResult();
     void setEnd(EConversionOutcome outcome, const QString& failure = QString());
     EConvertError convertTimesteps(CSimulation& simulation, IFileFormatManager& manager,
@@ -116,7 +116,6 @@ private:
 
     IConversionObserver& observer;
     SConversionOptions options;
-    QString sourcePath;
     FileStates sourceStates; ///< when the run began
     const CPersistentLogger* logger = nullptr;
     std::atomic<bool> cancelled{false};

@@ -132,10 +132,14 @@ TEST(Convert, looksForWhatWouldStopItBeforeItWrites)
     CSource source;
     source.out.write("strange_data/notes", "anything");
     source.out.write("sub.dem/file", "anything");
+    source.out.write("file_data", "anything");
+    source.out.write("folder.ess/file", "anything");
     const CSnapshot before = source.out.snapshot();
     const std::pair<std::string, const char*> cases[] = {
         {"/dev/null", "is a device"},
         {source.target("sub"), "is a folder"},
+        {source.target("file"), "file_data: is no folder"},
+        {source.target("folder"), "folder.ess: is a folder"},
         {source.target("strange"), "notes: is no file of a deck"},
         {source.target(std::string(244, 'x').c_str()), "too long by 1 byte"}, // with .dem.partial 256 bytes
         {"/proc/none", "/proc/none.dem"},
@@ -242,6 +246,7 @@ TEST(Convert, doesNothingToADeckOfTheCurrentFamily)
     EXPECT_EQ(Json::parse(result.output)["result"], "nothing to do");
     EXPECT_EQ(runTool({"convert", source.target("out.dem"), source.target()}).exitCode, 0);
     EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+    EXPECT_EQ(runTool({"convert", source.target("out_data/0.h5"), source.target("again")}).exitCode, 5) << "no deck";
 }
 
 TEST(ConvertProgress, isPlainLinesWhereNoTerminalIs)
@@ -326,6 +331,7 @@ TEST_P(Interrupted, conversionIsPartialUntilItIsResumed)
             EXPECT_EQ(seen.exitCode, 3) << command << path;
             EXPECT_TRUE(contains(seen.error, "is a partial deck") && contains(seen.error, partial)) << seen.error;
         }
+    EXPECT_EQ(runTool({"verify", source.path, source.target("out.dem")}).exitCode, 3);
     const SToolResult refused = runTool({"convert", source.path, source.target()});
     EXPECT_EQ(refused.exitCode, 4);
     EXPECT_TRUE(contains(refused.error, "--resume") && contains(refused.error, "--force")) << refused.error;
@@ -413,23 +419,6 @@ TEST(ConvertFailure, costsNoDeckAtTheTargetIfTheSourceCannotBeOpened)
     EXPECT_EQ(result.exitCode, 3) << result.error;
     EXPECT_TRUE(contains(result.error, "b.ess")) << result.error;
     EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
-}
-
-TEST(ConvertFailure, ofATargetThatCannotBeWrittenIsItsOwnExitCode)
-{
-    // Whoever runs this may be root, whom no permission stops: folders and files of the wrong kind do.
-    const std::pair<const char*, const char*> cases[] = {
-        {"out_data", "file"}, {"out.ess", "folder"}, {"out.dfg", "folder"}};
-    for (const auto& [name, kind] : cases) {
-        CSource source;
-        if (kind == std::string("file"))
-            source.out.write(name, "in the way");
-        else
-            source.out.write(QString(name) + "/inside", "in the way");
-        const SToolResult result = runTool({"convert", source.path, source.target(), "--force"});
-        EXPECT_EQ(result.exitCode, 4) << name << ": " << result.error;
-        EXPECT_TRUE(contains(result.error, "\n  ")) << result.error;
-    }
 }
 
 TEST(Convert, carriesATypeThatNoGroupCanBeNamedAfter)

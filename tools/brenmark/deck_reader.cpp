@@ -55,14 +55,19 @@ CFailure openFailure(int code, const QString& path, const Ledger& messages)
 
 } // namespace
 
+void requireNoPartialDeck(const QString& path)
+{
+    if (const std::optional<SPartialDeck> partial = partialDeckAt(path))
+        throw CFailure(eExitSource,
+                       utf8(path) + ": is a partial deck in " + utf8(partial->path) + ", " + partial->countText(),
+                       "Go on with it: " + partial->command());
+}
+
 EDeckFormat requireDeck(const QString& path)
 {
     const std::string name = utf8(path);
     const QFileInfo info(path);
-    if (const std::optional<SPartialDeck> partial = partialDeckAt(path))
-        throw CFailure(eExitSource,
-                       name + ": is a partial deck in " + utf8(partial->path) + ", " + partial->countText(),
-                       "Go on with it: " + partial->command());
+    requireNoPartialDeck(path);
     if (!info.exists()) {
         const std::string other = advice(path);
         throw CFailure(eExitSource, name + ": no such file", other.empty() ? "Check the path." : other);

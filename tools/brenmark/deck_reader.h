@@ -73,5 +73,7 @@ private:
 /// The family of a path that can be opened as a deck.
 /// \throws CFailure  with what is wrong with the path, and which one was meant
 EDeckFormat requireDeck(const QString& path);
+/// \throws CFailure  the path leads to a deck that isn't finished, or it isn't there and such a one is beside it
+void requireNoPartialDeck(const QString& path);
 
 } // namespace NBrenmark

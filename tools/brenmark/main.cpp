@@ -1,6 +1,7 @@
 // brenmark, the command line: parses the options and hands over to a command.
 
 #include "brenmark/commands.h"
+#include "brenmark/deck_reader.h"
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/terminal.h"
@@ -156,6 +157,7 @@ int run(int argumentCount, char** arguments)
         command = [&] {
             verify.source = pathFrom(source);
             verify.converted = pathFrom(target);
+            requireNoPartialDeck(verify.converted);
             return runVerify(verify);
         };
     });

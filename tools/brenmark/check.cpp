@@ -24,6 +24,7 @@ struct SCheckedDeck
     std::string path;
     std::string family = "unknown";
     std::string version;
+    std::string finished; ///< of a partial deck, "3 of 8 timesteps"
     bool needsConversion = false;
     quint32 timesteps = 0;
     quint32 particles = 0; ///< at the last timestep
@@ -36,6 +37,10 @@ SCheckedDeck checked(const QString& path)
 {
     SCheckedDeck deck;
     deck.path = utf8(path);
+    if (const std::optional<SPartialDeck> partial = partialDeckAt(path)) {
+        deck.family = "partial";
+        deck.finished = partial->countText();
+    }
     deck.needsConversion = CDataConverter::legacyDataConversionRequired(path);
     try {
         CDeckReader reader(path);
@@ -51,13 +56,15 @@ SCheckedDeck checked(const QString& path)
     }
     catch (const CFailure& failure) {
         deck.failure = std::make_unique<CFailure>(failure);
-        deck.problems.push_back(failure.what());
+        deck.problems.emplace_back(failure.what());
     }
     return deck;
 }
 
 std::string lineOf(const SCheckedDeck& deck)
 {
+    if (!deck.finished.empty())
+        return deck.path + ": partial, " + deck.finished + ": needs to be resumed\n";
     std::string line =
         deck.path + ": " + deck.family + ' ' + deck.version + ", " + countText(deck.timesteps, "timestep");
     if (!deck.failure)
@@ -138,7 +145,7 @@ EExitCode runCheck(const SCheckOptions& options)
         for (const QString& deckPath : decks) {
             const SCheckedDeck deck = checked(deckPath);
             list.push_back(objectOf(deck));
-            if (!options.json && !deck.version.empty())
+            if (!options.json && (!deck.version.empty() || !deck.finished.empty()))
                 unlessReaderIsGone([&] {
                     printResult(lineOf(deck));
                     flushResult(); // so that results and failures stand in order

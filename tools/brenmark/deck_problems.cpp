@@ -13,7 +13,7 @@ QString missingSegment(const CDeckReader& reader, const QString& path)
         last = std::max(last, entry.segment);
     const QString start = stripDeckSuffix(path) + NDeckFile::demSuffix + NDeckFile::segmentInfix;
     for (quint32 number = 1; number <= last; ++number)
-        if (const QString segment = start + QString::number(number); !QFileInfo(segment).isFile())
+        if (QString segment = start + QString::number(number); !QFileInfo(segment).isFile())
             return segment;
     return QString();
 }

@@ -32,10 +32,12 @@ std::string mainFile(const SSwapPlaces& places) { return '/' + places.base + ".d
 void moveMembers(IDisk& disk, const std::string& from, const std::string& to, const std::string& base)
 {
     for (const std::string& name : deckMembers(disk, from, base))
-        disk.rename(from + '/' + name, to + '/' + name);
+        disk.rename(inFolder(from, name), inFolder(to, name));
 }
 
 } // namespace
+
+std::string inFolder(const std::string& folder, const std::string& name) { return (folder + '/').append(name); }
 
 std::string replacedFolder(const SSwapPlaces& places) { return places.partial + "/replaced"; }
 
@@ -88,11 +90,11 @@ std::string strangerIn(const IDisk& disk, const std::string& dataFolder)
 void removeDeck(IDisk& disk, const std::string& folder, const std::string& base)
 {
     for (const std::string& name : deckMembers(disk, folder, base)) {
-        const std::string path = folder + '/' + name;
+        const std::string path = inFolder(folder, name);
         if (name == base + "_data" && !disk.isLink(path)) {
             for (const std::string& file : disk.names(path))
                 if (isNumberedFile(file))
-                    disk.remove(path + '/' + file);
+                    disk.remove(inFolder(path, file));
             if (!disk.names(path).empty())
                 continue;
         }

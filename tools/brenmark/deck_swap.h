@@ -19,6 +19,9 @@ struct SSwapPlaces
     std::string base;    ///< of both decks: "pile" for pile.dem
 };
 
+/// Path of what lies in a folder.
+std::string inFolder(const std::string& folder, const std::string& name);
+
 /// Names of a deck's files and of its data folder in a folder, the main file not among them.
 std::vector<std::string> deckMembers(const IDisk& disk, const std::string& folder, const std::string& base);
 

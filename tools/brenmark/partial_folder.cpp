@@ -164,9 +164,10 @@ void CPartialFolder::keepTimesteps(quint32 count) const
     for (const std::string& name : deckMembers(realDisk(), places.partial, places.base))
         if (name != data)
             realDisk().remove(places.partial + '/' + name);
-    for (const std::string& name : realDisk().names(places.partial + '/' + data))
+    const std::string folder = inFolder(places.partial, data);
+    for (const std::string& name : realDisk().names(folder))
         if (!isKept(name))
-            realDisk().remove(places.partial + '/' + data + '/' + name);
+            realDisk().remove(inFolder(folder, name));
 }
 
 // ---------------------------------------------------------------- its end
@@ -229,7 +230,7 @@ std::string SPartialDeck::countText() const
 /// An argument for the shell.
 static std::string quoted(const QString& path)
 {
-    const std::string text = utf8(path);
+    std::string text = utf8(path);
     if (text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-") ==
         std::string::npos)
         return text;

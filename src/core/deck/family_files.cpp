@@ -93,7 +93,7 @@ QStringList familyFiles(const QString& path)
 
 std::string sharedWithSource(const QString& source, const QString& target)
 {
-    const std::string shared = target.toStdString() + ": shares files with the source " + source.toStdString();
+    std::string shared = target.toStdString() + ": shares files with the source " + source.toStdString();
     // Companions that aren't there yet would be written beside the source's, as its own.
     const QString own = canonicalBase(stripDeckSuffix(source));
     if (own == canonicalBase(stripDeckSuffix(target)) || own == canonicalBase(stripLegacySuffix(target)))

@@ -15,10 +15,14 @@
 
 #include <clocale>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <functional>
 #include <langinfo.h>
+#include <new>
 #include <sstream>
+#include <unistd.h>
 
 namespace NBrenmark {
 
@@ -189,6 +193,27 @@ int run(int argumentCount, char** arguments)
     return command();
 }
 
+/// Some functions of the libraries below let nothing through, too little memory included: the program ends there, but
+/// with the status and text that say so. Nothing here takes memory.
+void endWithStatus()
+{
+    bool isMemory = false;
+    try {
+        if (const std::exception_ptr failure = std::current_exception())
+            std::rethrow_exception(failure);
+    }
+    catch (const std::bad_alloc&) {
+        isMemory = true;
+    }
+    catch (...) { // no other is expected
+    }
+    const char* const text = isMemory
+                                 ? "brenmark: too little memory\n  Repeat this command where more memory is free.\n"
+                                 : "brenmark: ended where no failure is expected\n  Please report this.\n";
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text, std::strlen(text));
+    std::_Exit(isMemory ? eExitTarget : eExitDifferent);
+}
+
 } // namespace
 
 } // namespace NBrenmark
@@ -196,6 +221,7 @@ int run(int argumentCount, char** arguments)
 int main(int argumentCount, char** arguments)
 {
     using namespace NBrenmark;
+    std::set_terminate(endWithStatus);
     catchInterrupts();
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other

@@ -4,8 +4,9 @@ namespace NBrenmark {
 
 SApplicationState& applicationState()
 {
-    static SApplicationState state;
-    return state;
+    // Never destroyed: a library that ends the process must not have an open deck store itself beside the source.
+    static auto* const state = new SApplicationState;
+    return *state;
 }
 
 bool initialiseApplication(SApplicationState& state)

@@ -65,6 +65,7 @@ void CArrayWriter::writePlain(const std::string& name, const H5::PredType& type,
 void CArrayWriter::write(const std::string& name, const H5::PredType& type, const SArrayShape& shape, const void* data,
                          const H5::DSetCreatPropList& properties) const
 {
+    requireRoomForHdf5();
     try {
         hsize_t dimensions[2];
         const int rank = fillDimensions(shape, dimensions);
@@ -117,6 +118,7 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
                         " are needed");
         checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
+        requireRoomForHdf5();
         if (space.getSimpleExtentNpoints() > 0)
             dataset.read(target, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
     }

@@ -5,6 +5,7 @@
 #include <H5Cpp.h>
 
 #include <atomic>
+#include <exception>
 
 namespace NBrenmark {
 
@@ -20,22 +21,34 @@ QString& text()
 
 std::atomic<bool> outOfMemory{false};
 
-herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target)
+herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) noexcept
 {
     if (error->maj_num == H5E_RESOURCE && error->min_num == H5E_NOSPACE)
         outOfMemory = true;
-    if (record == 0)
-        *static_cast<QString*>(target) += QStringLiteral(" - %1").arg(
-            QString::fromLocal8Bit(error->desc && *error->desc ? error->desc : error->func_name));
+    try {
+        if (record == 0)
+            *static_cast<QString*>(target) += QStringLiteral(" - %1").arg(
+                QString::fromLocal8Bit(error->desc && *error->desc ? error->desc : error->func_name));
+    }
+    catch (const std::exception&) {
+        outOfMemory = true;
+    }
     return 0;
 }
 
-herr_t keepErrorText(hid_t stack, void* target)
+/// HDF5 calls this and holds its lock meanwhile: an exception that passed through would leave it locked for ever.
+herr_t keepErrorText(hid_t stack, void* target) noexcept
 {
-    const QMutexLocker locker(&textLock);
-    outOfMemory = false;
-    static_cast<QString*>(target)->clear();
-    return H5Ewalk2(stack, H5E_WALK_UPWARD, takeInnermost, target);
+    try {
+        const QMutexLocker locker(&textLock);
+        outOfMemory = false;
+        static_cast<QString*>(target)->clear();
+        return H5Ewalk2(stack, H5E_WALK_UPWARD, takeInnermost, target);
+    }
+    catch (const std::exception&) {
+        outOfMemory = true; // there is no memory for a text
+        return -1;
+    }
 }
 
 } // namespace

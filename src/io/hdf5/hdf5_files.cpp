@@ -42,6 +42,7 @@ void checkLibrary() { H5check_version(H5_VERS_MAJOR, H5_VERS_MINOR, H5_VERS_RELE
 CHdf5IoManager::File CHdf5IoManager::createFile(const QString& path) const
 {
     checkLibrary();
+    requireRoomForHdf5();
     // Removed and made anew, not emptied: by a link that somebody laid there, another file would be emptied.
     std::error_code failure;
     std::filesystem::remove(nativePath(path), failure);
@@ -66,6 +67,7 @@ CHdf5IoManager::File CHdf5IoManager::openFile(const QString& path, EAccess acces
 {
     checkLibrary();
     checkStructure(nativePath(path));
+    requireRoomForHdf5();
     return std::make_unique<H5::H5File>(nativePath(path), access == eReadOnly ? H5F_ACC_RDONLY : H5F_ACC_RDWR,
                                         H5::FileCreatPropList::DEFAULT, fileAccess);
 }

@@ -43,6 +43,7 @@ template <class TBody>
 void inHdf5(TBody&& body)
 {
     catchHdf5Errors();
+    requireRoomForHdf5();
     try {
         body();
     }

@@ -210,6 +210,12 @@ void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, 
         throwAt(location, "attribute", name, unsoundType);
 }
 
+void requireRoomForHdf5()
+{
+    constexpr std::size_t room = std::size_t(32) << 20; // chunks on their way, metadata, what is deflated
+    ::operator delete(::operator new(room));
+}
+
 static std::atomic<hsize_t> storageCounted{0};
 static std::atomic<unsigned long> fileCounted{0};
 /// What a few datasets may have in common is nothing to speak of.

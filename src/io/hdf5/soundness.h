@@ -36,6 +36,10 @@ private:
     unsigned before = 0; // a host may want its plug-ins again
 };
 
+/// Whether HDF5 has the memory for its own work: it doesn't survive where it has too little.
+/// \throws std::bad_alloc  otherwise
+void requireRoomForHdf5();
+
 /// Begins the count of what the datasets of one read claim to have stored: more than the file has is damage.
 void beginStorageCount();
 

@@ -2,7 +2,6 @@
 // and every field finds the nearest of its points.
 
 #include "analysis/field_interpolation.h"
-#include "analysis/own_geometry.h"
 #include "core/deck/simulation_settings.h"
 #include "core/versioned_stream.h"
 #include "fuzz/memory_file.h"
@@ -10,13 +9,8 @@
 #include <QBuffer>
 
 #include <cstdlib>
-#include <stdexcept>
 
 using namespace NBrenmark;
-
-// The geometry of selections is the legacy family's, which is left out here: damaged decks have tests of their own.
-std::shared_ptr<GeometryGroups> NBrenmark::readOwnGeometry(QDataStream&) { throw std::runtime_error("no geometry"); }
-void NBrenmark::writeOwnGeometry(QDataStream&, const GeometryGroups&) { std::abort(); }
 
 /// Marker, version and edition.
 static constexpr qint64 headerBytes = 4 + 16 + 4 + 4;

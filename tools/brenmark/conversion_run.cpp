@@ -77,8 +77,9 @@ public:
     /// Notes what is finished. \throws CFailure
     void note(const Ledger& own)
     {
-        if (written == journal.finished)
+        if (written == journal.finished || isBroken)
             return;
+        isBroken = true; // what a disk couldn't sync it may call synced at the second try
         folder.syncTimesteps(journal.finished, written);
         SJournal next = journal;
         next.finished = written;
@@ -87,6 +88,7 @@ public:
         journal = std::move(next);
         setInterruptLeftover(written, journal.timesteps, QFile::encodeName(folder.path()).toStdString());
         lastNote = Clock::now();
+        isBroken = false;
     }
 
     /// The ledger of the runs before and of this one, without what the timesteps said that were read once more.
@@ -111,6 +113,7 @@ private:
     const qint64 bytes;
     CProgressDisplay& progress;
     const Ledger inherited;
+    bool isBroken = false; ///< a note has failed
     size_t firstOwn = 0;
     size_t said = 0;            ///< when the last timestep was whole
     Clock::time_point lastNote; ///< long ago: the first timestep is noted at once

@@ -218,7 +218,7 @@ void CConvertCommand::makeDeck()
 {
     if (journal.state == eComplete && folder->isWhole(journal.timesteps)) {
         result.run.messages = journal.ledger;
-        result.run.succeeded = true;
+        printLedger(journal.ledger);
         return;
     }
     // The last timestep is made again if all are there: the deck's header is written with it.
@@ -235,8 +235,22 @@ void CConvertCommand::makeDeck()
     journal.state = eConverting;
     folder->write(journal);
     folder->keepTimesteps(first);
-    CProgressDisplay progress(options.quiet);
-    result.run = runConversion(*folder, journal, result.bytesRead, progress);
+    std::optional<CFailure> failure;
+    try {
+        CProgressDisplay progress(options.quiet);
+        result.run = runConversion(*folder, journal, result.bytesRead, progress);
+        if (!result.run.succeeded)
+            failure = failureOf(result.run, *folder, journal);
+    }
+    catch (const CFailure& thrown) {
+        failure = CFailure(thrown.code, thrown.what(), thrown.advice + ' ' + leftoverAdvice(*folder, journal));
+    }
+    printLedger(result.run.messages);
+    if (!failure)
+        return;
+    if (journal.finished == 0) // files without a timestep in them are no deck, and in the next run's way
+        folder->clear();
+    throw CFailure(*failure);
 }
 
 /// Whether what was made may take its place. \throws CFailure
@@ -321,13 +335,6 @@ EExitCode CConvertCommand::run()
         if (!isPlaced) {
             requireFreeTarget(options.source, target, options.force || journal.replaces);
             makeDeck();
-            printLedger(result.run.messages);
-            if (!result.run.succeeded) {
-                const CFailure failure = failureOf(result.run, *folder, journal);
-                if (journal.finished == 0) // files without a timestep in them are no deck, and in the next run's way
-                    folder->clear();
-                return fail(failure);
-            }
             requireWhole();
             finish();
         }

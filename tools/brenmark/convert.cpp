@@ -233,10 +233,10 @@ void CConvertCommand::makeDeck()
                                 }),
                  ledger.end());
     journal.state = eConverting;
-    folder->write(journal);
-    folder->keepTimesteps(first);
     std::optional<CFailure> failure;
     try {
+        folder->write(journal);
+        folder->keepTimesteps(first);
         CProgressDisplay progress(options.quiet);
         result.run = runConversion(*folder, journal, result.bytesRead, progress);
         if (!result.run.succeeded)

@@ -60,13 +60,24 @@ CPartialFolder::CPartialFolder(const QString& target) : target(target)
     places.partial = nativePath(info.absoluteFilePath() + partialSuffix);
     places.base = nativePath(info.completeBaseName());
     takeLock();
-    realDisk().sync(places.folder);
+    try {
+        realDisk().sync(places.folder);
+    }
+    catch (const CFailure&) {
+        release();
+        throw;
+    }
     ownFolder() = path();
 }
 
 CPartialFolder::~CPartialFolder()
 {
     ownFolder().clear();
+    release();
+}
+
+void CPartialFolder::release() const
+{
     if (lock < 0)
         return;
     if (realDisk().names(places.partial) == std::vector<std::string>{lockName}) {

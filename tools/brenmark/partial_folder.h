@@ -50,6 +50,7 @@ public:
 
 private:
     void takeLock();
+    void release() const;
 
     SSwapPlaces places;
     QString target;

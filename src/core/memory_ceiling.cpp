@@ -2,6 +2,7 @@
 
 #include "platform/free_memory.h"
 
+#include <algorithm>
 #include <atomic>
 #include <limits>
 
@@ -9,6 +10,12 @@ namespace NBrenmark {
 
 static std::atomic<quint64> chosenCeiling{0};
 static std::atomic<quint64> taken{0};
+static std::atomic<quint64> bytesOfFile{0};
+
+// Positions are in every timestep, and hardly to be deflated: a row takes 15 times what is stored of it in the worst
+// of lawful decks. What takes four times as much again is zeros that somebody made.
+static constexpr quint64 mostGrowth = 64;
+static constexpr quint64 alwaysAllowed = quint64(192) << 20;
 
 void setMemoryCeiling(quint64 bytes) { chosenCeiling = bytes; }
 
@@ -17,10 +24,15 @@ quint64 memoryCeiling()
     static const quint64 free = freeMemory();
     if (chosenCeiling > 0)
         return chosenCeiling;
-    return free > 0 ? free / 2 : std::numeric_limits<quint64>::max();
+    const quint64 half = free > 0 ? free / 2 : std::numeric_limits<quint64>::max();
+    return bytesOfFile > 0 ? std::min(half, alwaysAllowed + mostGrowth * bytesOfFile) : half;
 }
 
-void beginMemoryCount() { taken = 0; }
+void beginMemoryCount(quint64 fileBytes)
+{
+    taken = 0;
+    bytesOfFile = fileBytes;
+}
 
 void admitMemory(quint64 bytes, const char* what)
 {

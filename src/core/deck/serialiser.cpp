@@ -2,7 +2,6 @@
 
 #include "core/deck/file_families.h"
 #include "core/log.h"
-#include "core/memory_ceiling.h"
 #include "core/progress.h"
 #include "core/stop_flag.h"
 #include "core/timer.h"
@@ -98,7 +97,6 @@ bool CSimDataWriter::runAndWait()
 
 void CSimDataReader::move()
 {
-    beginMemoryCount();
     switch (format) {
     case eLegacyStream: NLegacyFamily::readObject(*stream, *object); return;
     case eHdf5File: NHdf5Family::readObject(*hdf5File, options, *object); return;

@@ -5,6 +5,7 @@
 #include "core/deck/simulation.h"
 #include "core/log.h"
 #include "core/log_titles.h"
+#include "core/memory_ceiling.h"
 #include "core/plain_file.h"
 #include "io/dem/dem_header.h"
 #include "io/dem/dem_index.h"
@@ -23,6 +24,7 @@ std::unique_ptr<IFileFormatManager> NLegacyFamily::makeManager(CSimulation& simu
 
 void NLegacyFamily::readObject(CDemDataStream& stream, CSimulationData& object)
 {
+    beginMemoryCount(static_cast<quint64>(stream.device()->size()));
     if (auto* creator = dynamic_cast<CCreatorData*>(&object)) {
         CDemCreatorDataReader reader(stream);
         creator->read(reader);

@@ -4,6 +4,7 @@
 #include "core/deck/serialiser.h"
 #include "core/deck/simulation.h"
 #include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "core/progress.h"
 #include "io/hdf5/bulk_arrays.h"
 #include "io/hdf5/checked_file_driver.h"
@@ -74,6 +75,7 @@ void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulatio
 {
     beginStorageCount();
     inHdf5([&] {
+        beginMemoryCount(file.getFileSize());
         if (dynamic_cast<CCreatorData*>(&object)) {
             CHdf5CreatorDataReader reader(file, options);
             object.read(reader);

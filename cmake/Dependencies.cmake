@@ -5,8 +5,10 @@ find_package(ZLIB 1.2.11 REQUIRED)
 find_package(OpenMP REQUIRED COMPONENTS CXX)
 set(THREADS_PREFER_PTHREAD_FLAG ON)
 find_package(Threads REQUIRED)
-find_package(CLI11 REQUIRED)
-find_package(nlohmann_json REQUIRED)
+if(BRENMARK_TOOL)
+    find_package(CLI11 REQUIRED)
+    find_package(nlohmann_json REQUIRED)
+endif()
 
 # The serial HDF5, shared, with its C++ interface: the parallel one has none.
 set(HDF5_PREFER_PARALLEL OFF)

@@ -10,12 +10,12 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)   # what Qt generates from a header needs no library built before it
 
-if(NOT CMAKE_BUILD_TYPE)
+if(NOT CMAKE_BUILD_TYPE AND PROJECT_IS_TOP_LEVEL)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Debug, Release or RelWithDebInfo" FORCE)
 endif()
 
 # Binaries name no folder of the machine they were built on.
-add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
+add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
 # A program needs the libraries that it uses, not all that are on offer: Qt's Gui alone pulls in twenty.
 add_link_options(LINKER:--as-needed)
@@ -32,7 +32,7 @@ endif()
 option(BRENMARK_CCACHE "Use ccache if it is installed" ON)
 find_program(BRENMARK_CCACHE_PROGRAM ccache)
 if(BRENMARK_CCACHE AND BRENMARK_CCACHE_PROGRAM)
-    set(launcher "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}"
+    set(launcher "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}"
         "CCACHE_SLOPPINESS=pch_defines,time_macros" "${BRENMARK_CCACHE_PROGRAM}")
     set(CMAKE_C_COMPILER_LAUNCHER "${launcher}")
     set(CMAKE_CXX_COMPILER_LAUNCHER "${launcher}")

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs into a scratch folder, moves it, builds a small host against it in both ways that are offered (find_package
-# and pkg-config), and lets each convert the sample deck while it listens to the signals.
+# Installs into a scratch folder, moves it, builds the README's host against it in the ways that are offered
+# (find_package with either library, pkg-config), and lets each convert the sample deck while it listens to the signals.
+# With add_subdirectory the host is configured and compiled, but not linked: that would build the library again.
 # Usage: install.sh ROOT BUILD
 set -euo pipefail
 root=$1
@@ -24,20 +25,40 @@ if grep -rIl -e "$root" -e "$scratch/staged" "$prefix" >&2; then
 fi
 library=$(dirname "$(find "$prefix" -name libBrenmark.so)")
 
-cp -r "$root/tests/build/host" "$scratch/host"
-cmake -S "$scratch/host" -B "$scratch/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
-cmake --build "$scratch/cmake" >"$scratch/build.log" || fail "$(cat "$scratch/build.log")"
+# The block of the README in a language.
+block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`\$/{/^\`\`\`/d;p}" "$root/README.md"; }
+# configure WAY PLACE_OF_FIND_PACKAGE
+configure()
+{
+    mkdir "$scratch/$1"
+    block cpp >"$scratch/$1/main.cpp"
+    block cmake | sed "s|^find_package.*|$2|" >"$scratch/$1/CMakeLists.txt"
+    cmake -S "$scratch/$1" -B "$scratch/$1" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1 ||
+        fail "$1: $(cat "$scratch/log")"
+}
+compile() { cmake --build "$scratch/$1" --target "$2" >"$scratch/log" || fail "$1: $(cat "$scratch/log")"; }
+
+configure default '&'
+compile default host
+for way in shared static; do
+    configure $way "find_package(Brenmark 1.0 REQUIRED COMPONENTS $way)"
+    compile $way host
+done
+configure subdirectory "add_subdirectory($root brenmark)"
+compile subdirectory CMakeFiles/host.dir/main.cpp.o
+ldd "$scratch/shared/host" | grep -q libBrenmark || fail "the shared library isn't what the host uses"
+! ldd "$scratch/static/host" | grep -q libBrenmark || fail "the static library isn't what the host uses"
 
 export PKG_CONFIG_PATH=$library/pkgconfig
 mkdir "$scratch/pkgconfig"
 # shellcheck disable=SC2046  # one word a flag
-c++ -std=c++17 -Wall -Wextra -Werror $(pkg-config --cflags Brenmark) "$scratch/host/main.cpp" \
+c++ -std=c++17 -Wall -Wextra -Werror -DQT_NO_KEYWORDS $(pkg-config --cflags Brenmark) "$scratch/shared/main.cpp" \
     -o "$scratch/pkgconfig/host" $(pkg-config --libs Brenmark)
 
 mkdir "$scratch/decks"
 cp "$root"/samples/pile-27.* "$scratch/decks"
 before=$(cd "$scratch/decks" && sha256sum pile-27.* && stat -c '%n %y' pile-27.*)
-for way in cmake pkgconfig; do
+for way in default shared static pkgconfig; do
     source=$scratch/decks/pile-27.dem
     target=$scratch/decks/$way-out
     said=$(LD_LIBRARY_PATH=$library "$scratch/$way/host" "$source" "$target") || fail "host ($way) failed: $said"
@@ -50,4 +71,4 @@ for way in cmake pkgconfig; do
     done
 done
 [ "$before" = "$(cd "$scratch/decks" && sha256sum pile-27.* && stat -c '%n %y' pile-27.*)" ] || fail "the source has changed"
-echo "converted by a host of either kind"
+echo "converted by a host of each kind"

@@ -1,6 +1,7 @@
 #include "core/log.h"
 
 #include "core/failures_as_losses.h"
+#include "core/shortened.h"
 
 #include <algorithm>
 #include <array>
@@ -42,7 +43,7 @@ void CPersistentLogger::log(ELogLevel level, const std::string& title, const std
     SLogRecord message;
     message.level = level;
     message.title = title;
-    message.text = text;
+    message.text = shortened(text, longestText);
     record(message);
 }
 
@@ -120,6 +121,9 @@ static bool rememberOnce(const std::string& title, const std::string& text)
     return isNew;
 }
 
+/// Bytes of a message. Names out of a file are shortened by those who put them in; this is for the one that forgets.
+static constexpr std::size_t longestText = 4000;
+
 void logMessage(ELogLevel level, const std::string& title, const std::string& text, unsigned char flag, quint32 once)
 {
     if (once == 1 && !rememberOnce(title, text))
@@ -127,7 +131,7 @@ void logMessage(ELogLevel level, const std::string& title, const std::string& te
     SLogRecord message;
     message.level = level;
     message.title = title;
-    message.text = text;
+    message.text = shortened(text, longestText);
     message.flag = flag;
     reportRecord(message);
 }
@@ -138,12 +142,12 @@ void report(EEffect effect, const SLogTitle& title, const std::string& text, qui
         return;
     SLogRecord message;
     message.title = title.text;
-    message.text = text;
+    message.text = shortened(text, longestText);
     message.effect = effect;
     message.place = placeAtWork();
     message.count = count;
     if (!object.empty())
-        message.place.object = object;
+        message.place.object = shortened(object);
     reportRecord(message);
 }
 
@@ -159,7 +163,7 @@ void reportFailure(const SLogTitle& title, const std::string& text, ECause cause
     SLogRecord message;
     message.level = eError;
     message.title = title.text;
-    message.text = text;
+    message.text = shortened(text, longestText);
     message.cause = cause == eCauseNone ? title.blame : cause;
     message.place = placeAtWork();
     if (lossesAtWork) {

@@ -2,9 +2,7 @@
 
 namespace NBrenmark {
 
-constexpr std::size_t longest = 200; // as much as one can look through
-
-std::string shortened(const std::string& text)
+std::string shortened(const std::string& text, std::size_t longest)
 {
     if (text.size() <= longest)
         return text;
@@ -18,7 +16,7 @@ std::string shortened(const std::string& text)
 std::string shortened(const QString& text)
 {
     // Cut before it is encoded: a character of the text takes a byte at least.
-    return shortened(text.left(static_cast<int>(longest) + 1).toStdString());
+    return shortened(text.left(201).toStdString());
 }
 
 } // namespace NBrenmark

@@ -1,6 +1,7 @@
 #include "results/custom_property_data.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -40,7 +41,7 @@ void CCustomPropertyValueList::fitTo(unsigned int itemCount)
         text = "Not enough data in file for property: %1\nUsing default values for remainder.";
     if (text != nullptr)
         report(found > wanted ? eLost : eDefaulted, NLogTitle::customProperties,
-               QString(text).arg(QString::fromStdString(definition->name)).toStdString() + "\n" +
+               QString(text).arg(QString::fromStdString(shortened(definition->name))).toStdString() + "\n" +
                    std::to_string(found) + " values found, " + std::to_string(wanted) + " expected.",
                std::max(found, wanted) - std::min(found, wanted), definition->name);
     items = itemCount;

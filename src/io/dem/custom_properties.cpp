@@ -2,6 +2,7 @@
 #include "io/dem/custom_properties.h"
 
 #include "core/log.h"
+#include "core/shortened.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "results/custom_property_data.h"
@@ -45,7 +46,7 @@ void CDemReader::readCustomPropertyData(CCustomPropertyValueList& list)
     SStoredValues stored = readValues(in(), list.itemCount());
     if (const quint64 surplus = stored.count() - stored.values.size(); surplus > 0)
         report(eLost, NLogTitle::customProperties,
-               "Too much data in file for property: " + list.metaData().name + "\nDiscarding excess.\n" +
+               "Too much data in file for property: " + shortened(list.metaData().name) + "\nDiscarding excess.\n" +
                    std::to_string(stored.rows) + " items found, " + std::to_string(list.itemCount()) + " expected.",
                surplus, list.metaData().name);
     takeStoredValues(list, stored.values, stored.width, NLogTitle::legacyRead);

@@ -43,7 +43,7 @@ void CPersistentLogger::log(ELogLevel level, const std::string& title, const std
     SLogRecord message;
     message.level = level;
     message.title = title;
-    message.text = shortened(text, longestText);
+    message.text = text;
     record(message);
 }
 

@@ -2,7 +2,7 @@
 """Kills conversions (SIGKILL) at moments spread over their whole run, the swap of old and new deck included. Each time
 the final name must be absent or stand for a whole deck, and --resume must make a deck that equals an unbroken one.
 
-Moments are the calls that change something on disk (tests/support/failing_writes.c counts them). Two kinds of run take
+Moments are the calls that change something on disk (tests/support/failing_calls.c counts them). Two kinds of run take
 turns: one makes a deck, one replaces an older one. Half of the moments are among the last calls, by which files get
 their names.
 """
@@ -32,8 +32,9 @@ def run(*arguments, **variables):
 def convert(folder, *more, kill_at=None):
     note = folder.parent / "note"
     killing = {} if kill_at is None else dict(
-        LD_PRELOAD=options.module, FAILING_WRITES_BELOW=str(folder), FAILING_WRITES_KILL="1",
-        FAILING_WRITES_AT=str(kill_at), FAILING_WRITES_NOTE=str(note))
+        LD_PRELOAD=options.module, FAILING_CALLS_BELOW=str(folder), FAILING_CALLS_KILL="1",
+        FAILING_CALLS_KINDS="write,sync,name",
+        FAILING_CALLS_AT=str(kill_at), FAILING_CALLS_NOTE=str(note))
     return run("convert", "--quiet", *more, options.source, str(folder / "out.dem"), **killing)
 
 

@@ -1,5 +1,5 @@
 #pragma once
-// A disk that fails under the command line, by a module that is preloaded into it (failing_writes.c).
+// A disk that fails under the command line, by a module that is preloaded into it (failing_calls.c).
 
 #include "support/paths.h"
 #include "support/tool_run.h"
@@ -32,16 +32,17 @@ public:
     {
         QFile::remove(notes);
         QFile::remove(notes + ".count");
-        run.environment("LD_PRELOAD", failingWritesModule());
+        run.environment("LD_PRELOAD", failingCallsModule());
         // The module stands before a sanitizer's library, which otherwise insists on being the first.
         const char* const options = std::getenv("ASAN_OPTIONS");
         run.environment("ASAN_OPTIONS", std::string(options ? options : "") + ":verify_asan_link_order=0");
-        run.environment("FAILING_WRITES_BELOW", argument(folder));
-        run.environment("FAILING_WRITES_NOTE", argument(notes));
-        run.environment("FAILING_WRITES_AT", std::to_string(failingWrite));
-        run.environment("FAILING_WRITES_ERRNO", std::to_string(error));
+        run.environment("FAILING_CALLS_BELOW", argument(folder));
+        run.environment("FAILING_CALLS_KINDS", "write");
+        run.environment("FAILING_CALLS_NOTE", argument(notes));
+        run.environment("FAILING_CALLS_AT", std::to_string(failingWrite));
+        run.environment("FAILING_CALLS_ERRNO", std::to_string(error));
         if (stays)
-            run.environment("FAILING_WRITES_STAY", "1");
+            run.environment("FAILING_CALLS_STAY", "1");
     }
 
     /// Call and file of the first write that failed, "pwrite /out/0.h5"; empty if none did.

@@ -8,6 +8,6 @@ std::string sampleDeck(const std::string& name) { return projectFolder() + "/sam
 
 std::string commandLineProgram() { return std::string(BRENMARK_BINARY_DIR) + "/bin/brenmark"; }
 
-std::string failingWritesModule() { return std::string(BRENMARK_BINARY_DIR) + "/tests/libfailing_writes.so"; }
+std::string failingCallsModule() { return std::string(BRENMARK_BINARY_DIR) + "/tests/libfailing_calls.so"; }
 
 } // namespace NBrenmark

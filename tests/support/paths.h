@@ -14,7 +14,7 @@ std::string sampleDeck(const std::string& name);
 /// Path of the command line of this build, for tests that run it as a user does.
 std::string commandLineProgram();
 
-/// Path of the module that makes writes fail, built from support/failing_writes.c.
-std::string failingWritesModule();
+/// Path of the module that makes calls fail, built from support/failing_calls.c.
+std::string failingCallsModule();
 
 } // namespace NBrenmark

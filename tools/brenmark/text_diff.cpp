@@ -155,18 +155,14 @@ public:
             if (const auto other = renamed.find(name); other != renamed.end())
                 node(joined(path, name), child, b.children.at(other->second), true, true);
             else if (std::count(missing.begin(), missing.end(), name) > 0)
-                tell(eMissing, joined(path, name), "missing in the converted deck",
-                     child.value != nullptr ? *child.value : std::string());
+                tellOneSided(eMissing, joined(path, name), child);
             else if (const SNode* const same = b.find(name); same != nullptr && !isLater(name, child) &&
                                                              !isCount(name) && !(isOrderOther && name == "index") &&
                                                              !(isRenamed && name == "name"))
                 node(joined(path, name), child, *same, false, isOther);
         }
-        for (const std::string& name : extra) {
-            const SNode& child = b.children.at(name);
-            tell(eExtra, joined(path, name), "only in the converted deck", std::string(),
-                 child.value != nullptr ? *child.value : std::string());
-        }
+        for (const std::string& name : extra)
+            tellOneSided(eExtra, joined(path, name), b.children.at(name));
         tellDerived(path, a, b, before);
         lengths = outerLengths;
     }
@@ -178,6 +174,21 @@ private:
               const std::string& source = std::string(), const std::string& converted = std::string())
     {
         found.push_back({kind, joined(root, path), detail, source, converted});
+    }
+
+    /// By the path of the first node with a value or several children.
+    void tellOneSided(EDifferenceKind kind, std::string path, const SNode& node)
+    {
+        const SNode* last = &node;
+        while (last->value == nullptr && last->names.size() == 1) {
+            path = joined(path, last->names[0]);
+            last = &last->children.at(last->names[0]);
+        }
+        const std::string value = last->value != nullptr ? *last->value : std::string();
+        if (kind == eMissing)
+            tell(kind, path, "missing in the converted deck", value);
+        else
+            tell(kind, path, "only in the converted deck", std::string(), value);
     }
 
     void values(const std::string& path, const std::string& a, const std::string& b)

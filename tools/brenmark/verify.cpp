@@ -128,16 +128,19 @@ void compareBeside(const QString& source, const SDeckDigest& first, const QStrin
                    std::vector<SDifference>& differences, SConsequences& known)
 {
     differences = textDifferences(first.beside, second.beside, "deck", known);
+    const auto remove = [&](const std::string& place) {
+        const auto isBelow = [&](const SDifference& difference) {
+            return difference.place.compare(0, place.size(), place) == 0;
+        };
+        differences.erase(std::remove_if(differences.begin(), differences.end(), isBelow), differences.end());
+    };
+    remove("deck/timesteps"); // told one by one
     const bool isConversion = first.format != second.format;
     for (const QLatin1String suffix : companionSuffixes) {
         if (!isMissing(source, converted, suffix, isConversion))
             continue;
         const std::string place = placeOfCompanion(suffix);
-        differences.erase(std::remove_if(differences.begin(), differences.end(),
-                                         [&](const SDifference& difference) {
-                                             return difference.place.compare(0, place.size(), place) == 0;
-                                         }),
-                          differences.end());
+        remove(place);
         differences.push_back(
             {eMissing, place, utf8(stripDeckSuffix(converted) + suffix) + " is missing", std::string(), std::string()});
         known.noProperties = known.noProperties || suffix == NDeckFile::settingsSuffix;

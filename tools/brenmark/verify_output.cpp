@@ -43,7 +43,7 @@ static void printNotCarried(const std::vector<std::string>& notCarried)
         printResult("    " + what + '\n');
 }
 
-static std::string joined(const std::vector<std::string>& parts)
+static std::string kindsText(const std::vector<std::string>& parts)
 {
     constexpr size_t most = 5;
     std::string text;
@@ -65,7 +65,7 @@ void printVerification(const SVerification& verification, const QString& source,
 {
     const std::string compared =
         countText(verification.timesteps, "timestep") + " compared in " + durationText(verification.seconds) + ", ";
-    const std::string lost = verification.lost.empty() ? "" : "; lost: " + joined(verification.lost);
+    const std::string lost = verification.lost.empty() ? "" : "; lost: " + kindsText(verification.lost);
     std::for_each(verification.differences.begin(), verification.differences.end(), printDifference);
     switch (verification.verdict()) {
     case eHoldsAll:

@@ -2,6 +2,8 @@
 // What a file holds beside that which its reader asked for: names that nobody reads, and numbers that become others on
 // their way into memory. A deck is examined so when it has to be shown that nothing in it was passed over.
 
+#include <QtGlobal>
+
 #include <H5Cpp.h>
 
 #include <set>

@@ -86,7 +86,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     settle(contacts);
     if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
-    else // without rows the values that a mask left in the file belong to nothing
+    else if (in().has("CustomProperties")) // without rows the values that a mask left belong to nothing
         in().group("CustomProperties/", [&] { in().children([](const QString&) {}); });
     reading.whole = true;
 }

@@ -134,6 +134,16 @@ private:
     const bool isWholePart;
 };
 
+/// A part of the geometry that the model lacks has state in every timestep, and contacts.
+bool followsFrom(const SConsequences& known, const std::string& place, const SLogRecord& message)
+{
+    const bool isState = endsWith(place, "/geometryGroups") && !known.gone.empty() &&
+                         (isUnread(message) || message.text.find("the model has") != std::string::npos);
+    const bool isContact = endsWith(place, "/contacts") && known.isGeometryGone() &&
+                           message.text.find("triangle is missing") != std::string::npos;
+    return message.place.timestep && (isState || isContact);
+}
+
 bool isSaidOfSource(const SLogRecord& message, const Ledger& ofSource)
 {
     return std::any_of(ofSource.begin(), ofSource.end(), [&](const SLogRecord& other) {
@@ -147,7 +157,7 @@ bool isSaidOfSource(const SLogRecord& message, const Ledger& ofSource)
 bool isReadingFault(const SLogRecord& message) { return isDamage(message.effect) || message.effect == eRepaired; }
 
 void joinReadingFaults(std::vector<SDifference>& differences, const Ledger& messages, const Ledger& ofSource,
-                       const std::set<quint32>& toldTimesteps)
+                       const SConsequences& known, const std::set<quint32>& toldTimesteps)
 {
     std::set<std::string> told;
     for (const SLogRecord& message : messages) {
@@ -156,6 +166,8 @@ void joinReadingFaults(std::vector<SDifference>& differences, const Ledger& mess
         if (!isReadingFault(message) || isTold || isSaidOfSource(message, ofSource) || !told.insert(detail).second)
             continue;
         const CFault fault(message);
+        if (followsFrom(known, fault.place, message))
+            continue;
         const auto shows = [&](const SDifference& difference) { return fault.isShownBy(difference); };
         const auto first = std::find_if(differences.begin(), differences.end(), shows);
         if (first == differences.end()) {

@@ -323,6 +323,14 @@ private:
 
 } // namespace
 
+bool SConsequences::isGeometryGone() const
+{
+    return std::any_of(gone.begin(), gone.end(), [](const std::string& path) {
+        const std::string groups = "geometryGroups/";
+        return path.compare(0, groups.size(), groups) == 0 && path.find('/', groups.size()) == std::string::npos;
+    });
+}
+
 void SConsequences::note(const SDifference& difference, const std::string& root)
 {
     const std::string& place = difference.place;

@@ -40,6 +40,8 @@ struct SConsequences
     std::set<std::string> goneProperties; ///< or of another width
     bool noProperties = false;            ///< the file with their definitions is missing
 
+    /// Whether a whole group of the geometry is on one side only.
+    bool isGeometryGone() const;
     /// Takes in what follows from a difference of the settings or of a model.
     /// \param root  with which the paths of that model begin
     void note(const SDifference& difference, const std::string& root);

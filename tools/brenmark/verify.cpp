@@ -254,7 +254,10 @@ bool compareParts(const QString& source, const QString& converted, const std::ve
             for (const SDifference& difference : ofPart)
                 if (some[i].isModel)
                     known.note(difference, some[i].root);
-            found.insert(found.end(), ofPart.begin(), ofPart.end());
+            std::copy_if(ofPart.begin(), ofPart.end(), std::back_inserter(found), [&](const SDifference& difference) {
+                return !known.isGeometryGone() ||
+                       difference.place.find("/contacts/surfaceGeometry") == std::string::npos;
+            });
         }
         describeArrays(found, some, source, converted);
         differences.insert(differences.end(), found.begin(), found.end());
@@ -324,7 +327,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
                       compareParts(source, converted, timesteps.timesteps, limit, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5)
             setUncarriedApart(result);
-        joinReadingFaults(differences, second.messages, first.messages, timesteps.toldTimesteps);
+        joinReadingFaults(differences, second.messages, first.messages, known, timesteps.toldTimesteps);
     });
     if (limit > 0 && result.differences.size() > limit) {
         result.differences.resize(limit);

@@ -5,6 +5,7 @@
 #include "io/hdf5/deck_tree.h"
 #include "io/hdf5/form.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace NBrenmark {
@@ -125,14 +126,24 @@ void CReadAudit::tellUnreadIn(const H5::Group& group, const std::string& path)
 {
     if (givenUp.count(path) > 0)
         return;
-    for (const std::string& name : attributesOf(group))
-        if (asked.count(path + '@' + name) == 0)
+    const std::vector<std::string> attributes = attributesOf(group);
+    const std::vector<std::string> children = childrenOf(group);
+    const auto isAttributeRead = [&](const std::string& name) { return asked.count(path + '@' + name) > 0; };
+    const auto isChildRead = [&](const std::string& name) { return asked.count(joined(path, name)) > 0; };
+    if (attributes.size() + children.size() > 0 &&
+        std::none_of(attributes.begin(), attributes.end(), isAttributeRead) &&
+        std::none_of(children.begin(), children.end(), isChildRead)) {
+        tell("What is in the group " + shortened(path));
+        return;
+    }
+    for (const std::string& name : attributes)
+        if (!isAttributeRead(name))
             tell("The attribute " + inQuotes(name) + " of " + shortened(path));
-    for (const std::string& name : childrenOf(group)) {
+    for (const std::string& name : children) {
         const std::string child = joined(path, name);
         const CPlaceScope scope(placeInGroup(name + '/'));
         const bool isGroup = group.childObjType(name) == H5O_TYPE_GROUP;
-        if (asked.count(child) == 0)
+        if (!isChildRead(name))
             tell((isGroup ? "The group " : "The dataset ") + shortened(child));
         else if (isGroup)
             tellUnreadIn(group.openGroup(name), child);

@@ -109,7 +109,7 @@ CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, cons
 /// \throws CFailure  something is missing
 quint32 requireReadable(const QString& path, bool ignoreCompanions)
 {
-    const CDeckReader reader(path, eUpgradedModel, ignoreCompanions);
+    const CDeckReader reader(path, eUpgradedModel, eNotExamined, ignoreCompanions);
     if (const QString segment = missingSegment(reader, path); !segment.isEmpty())
         throw CFailure(eExitSource, utf8(segment) + " is missing, and the deck's index names it",
                        "Copy the deck again from the archive, with all its files, and repeat this command.");

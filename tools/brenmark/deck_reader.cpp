@@ -120,9 +120,15 @@ COpenLibrary::~COpenLibrary()
 
 CSimulation& COpenLibrary::simulation() const { return *applicationState().simulation; }
 
-CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, bool ignoreCompanions)
-    : path(utf8(deckPath)), deckFormat(requireDeck(deckPath)), logger(eWarning), library(logger)
+CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination examination, bool ignoreCompanions)
+    : path(utf8(deckPath)),
+      deckFormat(requireDeck(deckPath)),
+      logger(eWarning),
+      library(logger),
+      modelIndex(CCreatorData::noStorageIndex),
+      modelOffset(CCreatorData::noStorageOffset)
 {
+    deck().readOptions.examine = examination == eExamined;
     deck().readOptions.upgradeOldModels = form == eUpgradedModel;
     deck().ignoreUnreadableCompanions = ignoreCompanions;
     const int code = deck().load(deckPath);
@@ -136,8 +142,6 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
 {
     CSimulation& simulation = deck();
     const CCreatorData& creator = simulation.currentFrame->creator;
-    const quint32 segment = creator.storageIndex();
-    const quint64 offset = creator.storageOffset();
     const size_t saidBefore = logger.records().size();
     if (!simulation.goToTimestep(number, eIntoCurrentFrame)) {
         const Ledger& all = logger.records();
@@ -146,7 +150,9 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
                              CFailure(eExitSource, where + ": can't be read",
                                       "Copy the deck again from the archive and repeat this command."));
     }
-    changed = creator.storageIndex() != segment || creator.storageOffset() != offset;
+    changed = creator.storageIndex() != modelIndex || creator.storageOffset() != modelOffset;
+    modelIndex = creator.storageIndex();
+    modelOffset = creator.storageOffset();
     return *simulation.currentFrame;
 }
 

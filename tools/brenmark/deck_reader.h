@@ -40,11 +40,20 @@ enum EModelForm
     eStoredModel
 };
 
+/// Whether all that a file of the current family holds beside what is read is told, and damage in it costs no more
+/// than the part that it is in.
+enum EExamination
+{
+    eNotExamined,
+    eExamined
+};
+
 class CDeckReader
 {
 public:
     /// \throws CFailure  no such file, no deck, or one that can't be opened
-    explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel, bool ignoreCompanions = false);
+    explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel, EExamination examination = eNotExamined,
+                         bool ignoreCompanions = false);
 
     EDeckFormat format() const { return deckFormat; }
     /// "legacy" or "HDF5".
@@ -67,6 +76,8 @@ private:
     EDeckFormat deckFormat;
     CPersistentLogger logger;
     COpenLibrary library;
+    quint32 modelIndex; ///< where the model is stored that was read last
+    quint64 modelOffset;
     bool changed = false;
 };
 

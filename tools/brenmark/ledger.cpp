@@ -57,6 +57,14 @@ bool holdsDamage(const Ledger& messages)
                        [](const SLogRecord& message) { return isDamage(message.effect); });
 }
 
+std::vector<std::string> linesOf(const Ledger& messages, const std::function<bool(const SLogRecord&)>& wanted)
+{
+    std::vector<std::string> lines;
+    for (const SSameWords& group : grouped(messages, wanted))
+        lines.push_back(indented(withoutEnd(group.first->placedText()) + timesText(group.times)));
+    return lines;
+}
+
 std::string damageText(const Ledger& messages)
 {
     constexpr size_t mostKinds = 5;

@@ -3,6 +3,7 @@
 
 #include "core/log.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,9 @@ const char* causeName(ECause cause);
 bool holdsDamage(const Ledger& messages);
 /// What was lost or defaulted through damage, in one line: "contacts skipped (3 times), ...". Empty for nothing.
 std::string damageText(const Ledger& messages);
+
+/// The messages of some kind, one line for the same words, with their number.
+std::vector<std::string> linesOf(const Ledger& messages, const std::function<bool(const SLogRecord&)>& wanted);
 
 /// Which messages a command shows: one that only looks changes nothing, whatever a conversion would.
 enum EShownMessages

@@ -1,176 +1,27 @@
-// brenmark verify: compares two decks by their texts. One deck is open in a process at a time, so
-// each is read by itself; of a timestep's text only the digest is kept, and where two digests
-// differ both timesteps are read once more, for their lines.
+// brenmark verify: compares two decks by their texts. One deck is open in a process at a time, so each is read by
+// itself, and again for what differs.
 
 #include "brenmark/verify.h"
-#include "brenmark/commands.h"
+
+#include "brenmark/deck_digest.h"
 #include "brenmark/deck_text.h"
 #include "brenmark/progress_display.h"
-#include "brenmark/terminal.h"
+#include "brenmark/reading_faults.h"
+#include "brenmark/uncarried.h"
 #include "brenmark/units_text.h"
 
-#include <QCryptographicHash>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
-#include <set>
-#include <unordered_map>
+#include <optional>
 
 namespace NBrenmark {
 
 namespace {
 
-/// What belongs to the storing is what a conversion means to change.
-bool belongsToStoring(const std::string& path) { return path.compare(0, 7, "stored/") == 0; }
-
-class CDigestSink : public ITextSink
-{
-public:
-    void line(const std::string& path, const std::string& value) override
-    {
-        if (belongsToStoring(path))
-            return;
-        for (const std::string& part : {path, value})
-            hash.addData(part.data(), static_cast<int>(part.size()) + 1); // with the zero that ends it
-    }
-    QByteArray digest() const { return hash.result(); }
-
-private:
-    QCryptographicHash hash{QCryptographicHash::Sha256};
-};
-
-class CLineSink : public ITextSink
-{
-public:
-    void line(const std::string& path, const std::string& value) override
-    {
-        if (!belongsToStoring(path))
-            lines.emplace_back(path, value);
-    }
-    TextLines lines;
-};
-
-/// What is kept of a deck.
-struct SDeckDigest
-{
-    struct STimestep
-    {
-        double time;
-        QByteArray text;
-        size_t model; ///< in models
-    };
-    struct SModel
-    {
-        QByteArray text;
-        quint32 firstTimestep;
-        TextLines lines; ///< of a legacy deck alone, whose models aren't as they are stored
-    };
-    TextLines beside; ///< the timesteps
-    std::vector<STimestep> timesteps;
-    std::vector<SModel> models;
-};
-
-TextLines modelLines(CDeckReader& reader, const std::string& root)
-{
-    CLineSink sink;
-    modelText(reader, sink, root, false);
-    return std::move(sink.lines);
-}
-
-SDeckDigest digestOf(const QString& path, const std::string& work, CProgressDisplay& progress, Ledger& messages)
-{
-    CDeckReader reader(path);
-    SDeckDigest digest;
-    const quint32 count = reader.timestepCount();
-    progress.start(static_cast<int>(count), work, 0.0);
-    for (quint32 number = 0; number < count; ++number) {
-        const SSimulationFrame& frame = reader.timestep(number);
-        if (reader.modelChanged()) {
-            CDigestSink model;
-            modelText(reader, model, std::string(), false);
-            digest.models.push_back({model.digest(), number, TextLines()});
-            if (reader.format() == eFormatLegacy)
-                digest.models.back().lines = modelLines(reader, modelRoot(number));
-        }
-        CDigestSink timestep;
-        timestepText(reader, timestep, std::string(), false);
-        digest.timesteps.push_back({frame.timestep.time, timestep.digest(), digest.models.size() - 1});
-        progress.update(static_cast<int>(number) + 1);
-    }
-    // Behind the models: one that asks for a custom property defines it in the settings.
-    CLineSink beside;
-    deckText(reader, beside, false);
-    digest.beside = std::move(beside.lines);
-    const Ledger& said = reader.messages();
-    messages.insert(messages.end(), said.begin(), said.end());
-    return digest;
-}
-
-/// A part of both texts that is to be compared line by line.
-struct SPart
-{
-    bool isModel;
-    quint32 source; ///< the timestep to load
-    quint32 converted;
-    std::string root;
-};
-
-std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number)
-{
-    std::vector<TextLines> lines;
-    if (parts.empty())
-        return lines;
-    CDeckReader reader(path);
-    for (const SPart& part : parts) {
-        CLineSink sink;
-        reader.timestep(part.*number);
-        (part.isModel ? modelText : timestepText)(reader, sink, part.root, false);
-        lines.push_back(std::move(sink.lines));
-    }
-    return lines;
-}
-
-/// Takes differences up to a limit.
-class CDifferences
-{
-public:
-    CDifferences(SVerification& result, unsigned int limit) : result(result), limit(limit) {}
-
-    bool full() const { return limit > 0 && result.differences.size() >= limit; }
-
-    void add(const std::string& path, const std::string& source, const std::string& converted)
-    {
-        if (full())
-            result.more = true;
-        else
-            result.differences.push_back({path, source, converted});
-    }
-
-    void compare(const TextLines& source, const TextLines& converted)
-    {
-        std::unordered_map<std::string, const std::string*> rest;
-        for (const auto& [path, value] : converted)
-            rest.emplace(path, &value);
-        for (const auto& [path, value] : source) {
-            const auto found = rest.find(path);
-            if (found == rest.end()) {
-                add(path, value, std::string());
-                continue;
-            }
-            if (*found->second != value)
-                add(path, value, *found->second);
-            rest.erase(found);
-        }
-        for (const auto& [path, value] : converted)
-            if (rest.count(path))
-                add(path, std::string(), value);
-    }
-
-private:
-    SVerification& result;
-    unsigned int limit;
-};
+constexpr quint32 noTimestep = CTimestepData::noTimestep;
 
 /// The bits on purpose: 0.0 and -0.0 differ here, and a NaN is itself.
 bool sameBits(double a, double b)
@@ -185,7 +36,6 @@ bool sameBits(double a, double b)
 /// Decks of one length go by number. Otherwise one lost a timestep, and the times tell which.
 std::vector<std::pair<quint32, quint32>> pairs(const SDeckDigest& source, const SDeckDigest& converted)
 {
-    constexpr quint32 none = CTimestepData::noTimestep;
     std::vector<std::pair<quint32, quint32>> result;
     const auto sourceCount = static_cast<quint32>(source.timesteps.size());
     const auto convertedCount = static_cast<quint32>(converted.timesteps.size());
@@ -199,22 +49,22 @@ std::vector<std::pair<quint32, quint32>> pairs(const SDeckDigest& source, const 
         while (j < convertedCount && !sameBits(source.timesteps[i].time, converted.timesteps[j].time))
             ++j;
         if (j == convertedCount) {
-            result.emplace_back(i, none);
+            result.emplace_back(i, noTimestep);
             continue;
         }
         for (; next < j; ++next)
-            result.emplace_back(none, next);
+            result.emplace_back(noTimestep, next);
         result.emplace_back(i, j);
         next = j + 1;
     }
     for (; sourceCount != convertedCount && next < convertedCount; ++next)
-        result.emplace_back(none, next);
+        result.emplace_back(noTimestep, next);
     return result;
 }
 
 /// Holds the models of a legacy deck against what is stored of them, so that an upgrade can't lose what it isn't meant
 /// to touch and both decks agree on the loss.
-void compareWithStored(const QString& path, const SDeckDigest& digest, SVerification& result, CDifferences& differences)
+void compareWithStored(const QString& path, const SDeckDigest& digest, SVerification& result)
 {
     const bool isLegacy = !digest.models.empty() && !digest.models.front().lines.empty();
     if (!isLegacy)
@@ -225,171 +75,266 @@ void compareWithStored(const QString& path, const SDeckDigest& digest, SVerifica
         reader.timestep(model.firstTimestep);
         for (SModelChange& change : modelChanges(modelLines(reader, root), model.lines, root)) {
             if (change.upgrade.empty())
-                differences.add(change.path, change.stored, change.upgraded);
+                result.differences.push_back({eOtherValue, change.path,
+                                              "otherwise than stored, and no upgrade means it", change.stored,
+                                              change.upgraded});
             else
                 result.meant.push_back(std::move(change));
         }
     }
 }
 
-std::string timeLine(const SDeckDigest::STimestep& timestep) { return "time " + NText::text(timestep.time); }
+std::string timeText(const SDeckDigest::STimestep& timestep) { return "time " + NText::text(timestep.time); }
 
 /// The converted deck is no source: that it can't be read says something about what was written.
 template <class TBody>
-auto readingConverted(TBody&& body)
+auto readingConverted(const QString& source, const QString& converted, TBody&& body)
 {
     try {
         return body();
     }
     catch (CFailure& failure) {
-        if (failure.code == eExitSource)
-            failure.code = eExitTarget;
+        if (failure.code != eExitSource)
+            throw;
+        failure.code = eExitTarget;
+        failure.advice = "Convert the source again: brenmark convert --force " + utf8(source) + ' ' + utf8(converted);
         throw;
     }
 }
 
+// ---------------------------------------------------------------- companions
+
+const QLatin1String companionSuffixes[] = {NDeckFile::settingsSuffix, NDeckFile::configurationSuffix,
+                                           NDeckFile::companionSuffix};
+
+/// Where the content of a companion stands in the text of a deck.
+std::string placeOfCompanion(QLatin1String suffix)
+{
+    return suffix == NDeckFile::settingsSuffix        ? "deck/settings"
+           : suffix == NDeckFile::configurationSuffix ? "deck/configuration"
+                                                      : "deck/companion";
+}
+
+/// A conversion writes settings and configuration whether the source has them or not.
+bool isMissing(const QString& source, const QString& converted, QLatin1String suffix, bool isConversion)
+{
+    const bool isExpected =
+        QFileInfo::exists(stripDeckSuffix(source) + suffix) || (isConversion && suffix != NDeckFile::companionSuffix);
+    return isExpected && !QFileInfo::exists(stripDeckSuffix(converted) + suffix);
+}
+
+/// Compares what is beside the timesteps.
+void compareBeside(const QString& source, const SDeckDigest& first, const QString& converted, const SDeckDigest& second,
+                   std::vector<SDifference>& differences, SConsequences& known)
+{
+    differences = textDifferences(first.beside, second.beside, "deck", known);
+    const auto remove = [&](const std::string& place) {
+        const auto isBelow = [&](const SDifference& difference) {
+            return difference.place.compare(0, place.size(), place) == 0;
+        };
+        differences.erase(std::remove_if(differences.begin(), differences.end(), isBelow), differences.end());
+    };
+    remove("deck/timesteps"); // told one by one
+    const bool isConversion = first.format != second.format;
+    for (const QLatin1String suffix : companionSuffixes) {
+        if (!isMissing(source, converted, suffix, isConversion))
+            continue;
+        const std::string place = placeOfCompanion(suffix);
+        remove(place);
+        differences.push_back(
+            {eMissing, place, utf8(stripDeckSuffix(converted) + suffix) + " is missing", std::string(), std::string()});
+        known.noProperties = known.noProperties || suffix == NDeckFile::settingsSuffix;
+    }
+    for (const SDifference& difference : differences)
+        known.note(difference, std::string());
+}
+
+// ---------------------------------------------------------------- timesteps
+
+/// The timestep of the source that stands in the place of another, if it is one.
+std::optional<size_t> copiedFrom(const SDeckDigest& source, size_t own, const SDeckDigest::STimestep& converted)
+{
+    for (size_t i = 0; i < source.timesteps.size(); ++i)
+        if (i != own && source.timesteps[i].text == converted.text)
+            return i;
+    return std::nullopt;
+}
+
+/// Failures of one cause are one difference: a file that many timesteps need is damaged once.
+void tellUnreadable(const SDeckDigest& converted, std::vector<SDifference>& differences)
+{
+    std::map<std::string, size_t> told; // cause, difference
+    for (size_t number = 0; number < converted.timesteps.size(); ++number) {
+        const std::string& failure = converted.timesteps[number].failure;
+        if (failure.empty())
+            continue;
+        const size_t cause = failure.find(": ", failure.find(", timestep "));
+        const auto [known, isNew] = told.emplace(failure.substr(std::min(cause, failure.size())), differences.size());
+        if (isNew)
+            differences.push_back({eUnreadable, timestepRoot(static_cast<quint32>(number)), withoutEnd(failure),
+                                   std::string(), std::string()});
+        else
+            differences[known->second].detail += "; nor can timestep " + std::to_string(number);
+    }
+}
+
+/// What is to be compared line by line, with what is told of timesteps as a whole.
+class CTimestepPairs
+{
+public:
+    CTimestepPairs(const SDeckDigest& first, const SDeckDigest& second) : first(first), second(second)
+    {
+        for (const auto& [i, j] : pairs(first, second))
+            compare(i, j);
+        tellUnreadable(second, differences);
+    }
+
+    std::vector<SDifference> differences;
+    std::set<quint32> toldTimesteps; ///< of the converted deck
+    std::vector<SPart> models;
+    std::vector<SPart> timesteps;
+
+private:
+    void compare(quint32 i, quint32 j)
+    {
+        if (j == noTimestep) {
+            differences.push_back({eMissing, timestepRoot(i), "missing in the converted deck",
+                                   timeText(first.timesteps[i]), std::string()});
+            return;
+        }
+        const SDeckDigest::STimestep& b = second.timesteps[j];
+        if (i == noTimestep) {
+            differences.push_back({eExtra, timestepRoot(j), "only in the converted deck", std::string(), timeText(b)});
+            toldTimesteps.insert(j);
+            return;
+        }
+        const SDeckDigest::STimestep& a = first.timesteps[i];
+        if (!b.failure.empty()) {
+            toldTimesteps.insert(j);
+            return;
+        }
+        const SDeckDigest::SModel& model = first.models[a.model];
+        if (model.text != second.models[b.model].text && seen.emplace(a.model, b.model).second)
+            models.push_back({true, i, j, modelRoot(model.firstTimestep)});
+        if (a.text == b.text)
+            return;
+        if (const std::optional<size_t> copied = copiedFrom(first, i, b)) {
+            differences.push_back({eOtherValue, timestepRoot(i),
+                                   "timestep " + std::to_string(*copied) + " in the place of this one", timeText(a),
+                                   timeText(b)});
+            toldTimesteps.insert(j);
+            return;
+        }
+        timesteps.push_back({false, i, j, timestepRoot(i)});
+    }
+
+    const SDeckDigest& first;
+    const SDeckDigest& second;
+    std::set<std::pair<size_t, size_t>> seen;
+};
+
+/// Parts are compared so many at a time: their lines are held of both decks.
+constexpr size_t partsAtATime = 16;
+
+/// Appends the differences of parts, as many as are wanted. \return whether there may be others
+bool compareParts(const QString& source, const QString& converted, const std::vector<SPart>& parts, size_t limit,
+                  SConsequences& known, std::vector<SDifference>& differences)
+{
+    for (size_t begin = 0; begin < parts.size(); begin += partsAtATime) {
+        if (limit > 0 && differences.size() > limit)
+            return true;
+        const auto from = parts.begin() + static_cast<std::ptrdiff_t>(begin);
+        const std::vector<SPart> some(from,
+                                      from + static_cast<std::ptrdiff_t>(std::min(partsAtATime, parts.size() - begin)));
+        const std::vector<TextLines> a = linesOf(source, some, &SPart::source);
+        const std::vector<TextLines> b = linesOf(converted, some, &SPart::converted);
+        std::vector<SDifference> found;
+        for (size_t i = 0; i < some.size(); ++i) {
+            const std::vector<SDifference> ofPart = textDifferences(a[i], b[i], some[i].root, known);
+            for (const SDifference& difference : ofPart)
+                if (some[i].isModel)
+                    known.note(difference, some[i].root);
+            std::copy_if(ofPart.begin(), ofPart.end(), std::back_inserter(found), [&](const SDifference& difference) {
+                return !known.isGeometryGone() ||
+                       difference.place.find("/contacts/surfaceGeometry") == std::string::npos;
+            });
+        }
+        describeArrays(found, some, source, converted);
+        differences.insert(differences.end(), found.begin(), found.end());
+    }
+    return false;
+}
+
+/// What has no place in the current family isn't a difference.
+void setUncarriedApart(SVerification& result)
+{
+    std::map<std::string, size_t> uncarried; // place without its timestep, how often
+    const auto isUncarried = [&](const SDifference& difference) {
+        if (!hasNoPlace(difference))
+            return false;
+        const bool isOfTimestep = difference.place.compare(0, 9, "timestep/") == 0;
+        ++uncarried[isOfTimestep ? "timestep/*" + difference.place.substr(difference.place.find('/', 9))
+                                 : difference.place];
+        return true;
+    };
+    result.differences.erase(std::remove_if(result.differences.begin(), result.differences.end(), isUncarried),
+                             result.differences.end());
+    for (const auto& [place, times] : uncarried)
+        result.notCarried.push_back(place + (times > 1 ? ", " + std::to_string(times) + " times" : std::string()));
+}
+
 } // namespace
+
+EExitCode SVerification::exitCode() const
+{
+    switch (verdict()) {
+    case eHoldsAll: return eExitDone;
+    case eHoldsWhatCouldBeRead: return eExitSource;
+    case eDiffers: break;
+    }
+    return eExitDifferent;
+}
+
+const char* verdictName(EVerdict verdict)
+{
+    return verdict == eHoldsAll ? "equal" : verdict == eHoldsWhatCouldBeRead ? "partial" : "different";
+}
 
 SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress)
 {
     const auto begin = std::chrono::steady_clock::now();
     SVerification result;
-    const SDeckDigest first = digestOf(source, "reading source,", progress, result.messages);
-    result.lost = damageText(result.messages);
-    const SDeckDigest second =
-        readingConverted([&] { return digestOf(converted, "reading converted,", progress, result.messages); });
-    progress.clear();
+    const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
     result.timesteps = static_cast<quint32>(first.timesteps.size());
+    result.lost = linesOf(first.messages, [](const SLogRecord& message) { return isDamage(message.effect); });
+    result.notCarried =
+        linesOf(first.messages, [](const SLogRecord& message) { return message.effect == eNotCarried; });
+    result.messages = first.messages;
 
-    CDifferences differences(result, limit);
-    differences.compare(first.beside, second.beside);
-    compareWithStored(source, first, result, differences);
+    readingConverted(source, converted, [&] {
+        const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress);
+        progress.clear();
+        std::copy_if(second.messages.begin(), second.messages.end(), std::back_inserter(result.messages),
+                     [](const SLogRecord& message) { return !isReadingFault(message) && message.level < eError; });
 
-    std::vector<SPart> parts;
-    std::set<std::pair<size_t, size_t>> modelsSeen;
-    for (const auto& [i, j] : pairs(first, second)) {
-        if (j == CTimestepData::noTimestep) {
-            differences.add(timestepRoot(i), timeLine(first.timesteps[i]), std::string());
-            continue;
-        }
-        if (i == CTimestepData::noTimestep) {
-            differences.add(timestepRoot(j), std::string(), timeLine(second.timesteps[j]));
-            continue;
-        }
-        const SDeckDigest::STimestep& a = first.timesteps[i];
-        const SDeckDigest::STimestep& b = second.timesteps[j];
-        const bool modelDiffers = first.models[a.model].text != second.models[b.model].text;
-        if (modelDiffers && modelsSeen.emplace(a.model, b.model).second)
-            parts.push_back({true, i, j, modelRoot(first.models[a.model].firstTimestep)});
-        if (a.text != b.text)
-            parts.push_back({false, i, j, timestepRoot(i)});
-    }
-    // Each part has a difference at least, so that more parts than the limit needn't be read.
-    if (limit > 0 && parts.size() > limit) {
-        parts.resize(limit);
+        std::vector<SDifference>& differences = result.differences;
+        SConsequences known;
+        compareBeside(source, first, converted, second, differences, known);
+        compareWithStored(source, first, result);
+        CTimestepPairs timesteps(first, second);
+        differences.insert(differences.end(), timesteps.differences.begin(), timesteps.differences.end());
+        result.more = compareParts(source, converted, timesteps.models, limit, known, differences) ||
+                      compareParts(source, converted, timesteps.timesteps, limit, known, differences);
+        if (first.format == eFormatLegacy && second.format == eFormatHdf5)
+            setUncarriedApart(result);
+        joinReadingFaults(differences, second.messages, first.messages, known, timesteps.toldTimesteps);
+    });
+    if (limit > 0 && result.differences.size() > limit) {
+        result.differences.resize(limit);
         result.more = true;
     }
-    const std::vector<TextLines> a = linesOf(source, parts, &SPart::source);
-    const std::vector<TextLines> b = readingConverted([&] { return linesOf(converted, parts, &SPart::converted); });
-    for (size_t k = 0; k < parts.size(); ++k)
-        differences.compare(a[k], b[k]);
-
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return result;
-}
-
-/// How many lines each upgrade changed, in the order of the text.
-static std::vector<std::pair<std::string, quint64>> countsByUpgrade(const std::vector<SModelChange>& meant)
-{
-    std::vector<std::pair<std::string, quint64>> counts;
-    for (const SModelChange& change : meant) {
-        auto count = std::find_if(counts.begin(), counts.end(),
-                                  [&](const auto& entry) { return entry.first == change.upgrade; });
-        if (count == counts.end())
-            count = counts.insert(counts.end(), {change.upgrade, 0});
-        ++count->second;
-    }
-    return counts;
-}
-
-static void printMeant(const std::vector<SModelChange>& meant)
-{
-    if (meant.empty())
-        return;
-    printResult("  brought to today's form: " + countText(meant.size(), "line") + " of the model\n");
-    for (const auto& [upgrade, count] : countsByUpgrade(meant))
-        printResult("    " + upgrade + ": " + std::to_string(count) + '\n');
-}
-
-void printVerification(const SVerification& verification, const QString& source, const QString& converted)
-{
-    const std::string timesteps = countText(verification.timesteps, "timestep");
-    if (verification.equal()) {
-        const std::string held = verification.lost.empty() ? ": holds all of " : ": holds all that could be read of ";
-        printResult(utf8(converted) + held + utf8(source) + ": " + timesteps + " compared in " +
-                    durationText(verification.seconds) + ", no difference" +
-                    (verification.lost.empty() ? "" : "; lost: " + verification.lost) + '\n');
-        printMeant(verification.meant);
-        return;
-    }
-    const auto side = [](const std::string& value) { return value.empty() ? std::string("absent") : value; };
-    for (const SDifference& difference : verification.differences)
-        printResult(difference.path + "\n  source     " + side(difference.source) + "\n  converted  " +
-                    side(difference.converted) + '\n');
-    printResult(utf8(converted) + ": differs from " + utf8(source) + ": " + timesteps + " compared in " +
-                durationText(verification.seconds) + ", " + countText(verification.differences.size(), "difference") +
-                (verification.more ? " shown, more not shown\n" : "\n"));
-}
-
-Json jsonVerification(const SVerification& verification)
-{
-    const auto side = [](const std::string& value) { return value.empty() ? Json() : Json(value); };
-    Json differences = Json::array();
-    for (const SDifference& difference : verification.differences)
-        differences.push_back({{"path", difference.path},
-                               {"source", side(difference.source)},
-                               {"converted", side(difference.converted)}});
-    Json meant = Json::array();
-    for (const SModelChange& change : verification.meant)
-        meant.push_back({{"upgrade", change.upgrade},
-                         {"path", change.path},
-                         {"stored", side(change.stored)},
-                         {"upgraded", side(change.upgraded)}});
-    return {{"equal", verification.equal()},
-            {"lost", side(verification.lost)},
-            {"timesteps", verification.timesteps},
-            {"seconds", verification.seconds},
-            {"differences", differences},
-            {"more", verification.more},
-            {"meant", meant},
-            {"messages", jsonMessages(verification.messages)}};
-}
-
-EExitCode runVerify(const SVerifyOptions& options)
-{
-    SVerification verification;
-    {
-        CProgressDisplay progress(!errorIsTerminal());
-        verification = verify(options.source, options.converted, options.limit, progress);
-    }
-    printLedger(verification.messages, eWithoutUpgrades);
-    const EExitCode code = verification.exitCode();
-    if (options.json) {
-        Json object{{"result", !verification.equal()       ? "different"
-                               : verification.lost.empty() ? "equal"
-                                                           : "partial"},
-                    {"code", code},
-                    {"source", utf8(options.source)},
-                    {"converted", utf8(options.converted)}};
-        object.update(jsonVerification(verification));
-        unlessReaderIsGone([&] { printJson(object); });
-        return code;
-    }
-    unlessReaderIsGone([&] {
-        printVerification(verification, options.source, options.converted);
-        flushResult();
-    });
-    return code;
 }
 
 } // namespace NBrenmark

@@ -3,11 +3,11 @@
 
 #include "brenmark/exit_codes.h"
 #include "brenmark/json_text.h"
-#include "brenmark/meant_changes.h"
-
-#include "core/log.h"
+#include "brenmark/ledger.h"
+#include "brenmark/text_diff.h"
 
 #include <QString>
+
 #include <string>
 #include <vector>
 
@@ -15,34 +15,40 @@ namespace NBrenmark {
 
 class CProgressDisplay;
 
-/// One line that the two texts don't share. An empty side stands for a line that isn't there.
-struct SDifference
+enum EVerdict
 {
-    std::string path;
-    std::string source;
-    std::string converted;
+    eHoldsAll,
+    eHoldsWhatCouldBeRead, ///< the source was damaged: what was lost of it is missing on both sides
+    eDiffers
 };
 
 struct SVerification
 {
-    std::vector<SDifference> differences; ///< in the order of the text, up to the limit
-    bool more = false;                    ///< there are others behind them
-    std::vector<SModelChange> meant;      ///< what the upgrades of a legacy source changed in its models
-    quint32 timesteps = 0;                ///< of the source
+    std::vector<SDifference> differences;
+    bool more = false;                   ///< there are others, beyond the limit
+    std::vector<SModelChange> meant;     ///< what the upgrades of a legacy source changed in its models
+    std::vector<std::string> lost;       ///< of the source, through damage
+    std::vector<std::string> notCarried; ///< of the source: the converted deck's family has no place for it
+    quint32 timesteps = 0;               ///< of the source
     double seconds = 0.0;
-    std::string lost; ///< of the source through damage, as it was read; empty for nothing
-    Ledger messages;  ///< of reading both
+    Ledger messages; ///< of reading both, without those that are differences
 
     bool equal() const { return differences.empty(); }
-    /// A loss of the source is missing on both sides, and no difference: it counts all the same.
-    EExitCode exitCode() const { return !equal() ? eExitDifferent : lost.empty() ? eExitDone : eExitSource; }
+    EVerdict verdict() const
+    {
+        return !differences.empty() ? eDiffers : lost.empty() ? eHoldsAll : eHoldsWhatCouldBeRead;
+    }
+    EExitCode exitCode() const;
 };
+
+/// "equal", "partial", "different".
+const char* verdictName(EVerdict verdict);
 
 constexpr unsigned int defaultDifferenceLimit = 100;
 
 /// Reads both decks, each through its own family.
 /// \param limit  differences that are named; 0 for all
-/// \throws CFailure  one of them can't be read
+/// \throws CFailure  one of them can't be opened, or the source can't be read
 SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress);
 
 /// Tells the result on standard output.

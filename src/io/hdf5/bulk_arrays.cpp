@@ -4,6 +4,7 @@
 #include "core/stop_flag.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
+#include "io/hdf5/read_audit.h"
 #include "io/hdf5/soundness.h"
 
 #include <algorithm>
@@ -102,8 +103,10 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
 {
     leaveIfStopped(); // nearly all of a long read's time goes by between two arrays
     try {
+        CReadAudit::askedForObject(location, name);
         requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
+        CReadAudit::compareTypes(dataset.getDataType(), type, "dataset", name);
         const H5::DataSpace space = dataset.getSpace();
         const int wantedRank = columns == 0 ? 1 : 2;
         if (space.getSimpleExtentNdims() != wantedRank)

@@ -20,6 +20,12 @@ H5::Group openOnlyTimestep(const H5::H5File& file)
     return timesteps.openGroup(name);
 }
 
+std::string openOnlyTimestepName(const H5::H5File& file)
+{
+    openOnlyTimestep(file);
+    return file.openGroup(timestepGroup).getObjnameByIdx(0);
+}
+
 quint32 creatorIndexOf(const H5::H5File& file)
 {
     quint32 index = 0;

@@ -15,6 +15,9 @@ constexpr const char* creatorIndexName = "creatordata index";
 /// \throws hdf5_error  if the file holds none or several
 H5::Group openOnlyTimestep(const H5::H5File& file);
 
+/// Its name. \throws hdf5_error  as above
+std::string openOnlyTimestepName(const H5::H5File& file);
+
 /// Number of the creator model that a numbered file's timestep uses.
 quint32 creatorIndexOf(const H5::H5File& file);
 

@@ -3,11 +3,13 @@
 // for the reader and the writer alike. Both forms have the same words.
 
 #include "core/data_place.h"
+#include "core/log.h"
 #include "core/stop_flag.h"
 #include "core/version.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/hdf5_visitor.h"
+#include "io/hdf5/read_audit.h"
 #include "io/hdf5/shapes.h"
 #include "io/hdf5/soundness.h"
 
@@ -242,10 +244,32 @@ public:
     template <class TBody>
     void group(const std::string& name, TBody&& body)
     {
-        H5::Group group = opened(name);
-        const CHdf5Place place(visitor, group);
         const CPlaceScope scope(placeInGroup(name));
-        body();
+        examined(name, [&] {
+            H5::Group group = opened(name);
+            const CHdf5Place place(visitor, group);
+            body();
+        });
+    }
+
+    /// Runs body. In a deck that is examined damage in it is told, and the reading goes on behind it.
+    /// \param name  of the group that it reads; empty for a part of the present one
+    template <class TBody>
+    void examined(const std::string& name, TBody&& body)
+    {
+        if (!visitor.options.examine) {
+            body();
+            return;
+        }
+        try {
+            body();
+        }
+        catch (const std::exception& error) {
+            if (!meansDamage(error))
+                throw;
+            report(eLost, NLogTitle::hdf5Read, textOf(error));
+            CReadAudit::gaveUp(*visitor.location, name);
+        }
     }
 
     template <class TBody>
@@ -326,6 +350,7 @@ private:
     H5::Group opened(const std::string& name) const
     {
         try {
+            CReadAudit::askedForObject(*visitor.location, name);
             requireOwn(*visitor.location, "group", name);
             return visitor.location->openGroup(name);
         }

@@ -10,6 +10,7 @@
 #include "io/hdf5/deck_tree.h"
 #include "io/hdf5/file_structure.h"
 #include "io/hdf5/guarded.h"
+#include "io/hdf5/read_audit.h"
 #include "io/hdf5/shapes.h"
 
 #include <QFile>
@@ -149,6 +150,8 @@ bool CHdf5IoManager::readHeader()
         readAttribute(formatName, format, root);
         readAttribute(editionName, edition, root);
         timestepCount = static_cast<quint32>(std::max(count, 0));
+        if (readOptions.examine)
+            tellStrayParts(*mainFile, {firstVersionName, lastVersionName, countName, formatName, editionName});
         if (format != onlyFormat)
             throw caused_error(eCauseUnsupported, "The file format is " + std::to_string(format) + ", only " +
                                                       std::to_string(onlyFormat) + " is known.");

@@ -76,13 +76,17 @@ void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulatio
     beginStorageCount();
     inHdf5([&] {
         beginMemoryCount(file.getFileSize());
-        if (dynamic_cast<CCreatorData*>(&object)) {
+        CReadAudit audit(options.examine);
+        if (const auto* const creator = dynamic_cast<CCreatorData*>(&object)) {
+            const std::string number = std::to_string(creator->storageIndex());
             CHdf5CreatorDataReader reader(file, options);
             object.read(reader);
+            audit.tellUnread(file, creatorGroup + number);
         }
         else if (dynamic_cast<CTimestepData*>(&object)) {
             CHdf5TimestepDataReader reader(file, options);
             object.read(reader);
+            audit.tellUnread(file, timestepGroup + openOnlyTimestepName(file));
         }
     });
 }
@@ -234,6 +238,9 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
     }
     frame.timestep.clear();
     const bool read = runReader(*timestepFile, frame.timestep, progress);
+    if (readOptions.examine)
+        guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(*timestepFile)),
+                [&] { tellStrayParts(*timestepFile, number, creatorNumber); });
     return (!restorePosition || before < 0 || switchToFile(before)) && read;
 }
 

@@ -70,7 +70,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
         if (number > expected)
             tellOfGap(expected, number - 1, folder);
         expected = number + 1;
-        if (switchToFile(number) && !readIndexEntry(number, index[number]))
+        if (switchToFile(number) && !readIndexEntry(number, index[number]) && !readOptions.examine)
             return false;
         if (number > 0 && index[number - 1].offset != 0 && index[number].time == index[number - 1].time)
             report(eRemark, NLogTitle::hdf5Read,

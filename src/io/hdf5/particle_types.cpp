@@ -132,8 +132,36 @@ void noteLostCharges(const CParticleType& t)
 
 // ---------------------------------------------------------------- one type
 
+namespace {
+
+/// Half a type has arrays of different lengths.
+class CEmptiedTypeUnlessWhole
+{
+public:
+    explicit CEmptiedTypeUnlessWhole(CParticleType& type) : type(type) {}
+    ~CEmptiedTypeUnlessWhole()
+    {
+        if (whole)
+            return;
+        type.ids.clear();
+        type.resizeSlots(0);
+        type.customProperties.resize(0);
+        type.rebuildFreeList();
+    }
+    CEmptiedTypeUnlessWhole(const CEmptiedTypeUnlessWhole&) = delete;
+    CEmptiedTypeUnlessWhole& operator=(const CEmptiedTypeUnlessWhole&) = delete;
+
+    bool whole = false;
+
+private:
+    CParticleType& type;
+};
+
+} // namespace
+
 void CHdf5Reader::readParticleType(CParticleType& t)
 {
+    CEmptiedTypeUnlessWhole reading(t);
     QString name;
     in().attribute("name", name);
     t.setName(name);
@@ -163,6 +191,7 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     if ((options.particleMask & eParticleProperties) != 0)
         t.customProperties.read(*this);
     t.rebuildFreeList();
+    reading.whole = true;
 }
 
 void CHdf5Writer::writeParticleType(const CParticleType& t)

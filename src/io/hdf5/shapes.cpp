@@ -4,6 +4,7 @@
 #include "core/shortened.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
+#include "io/hdf5/read_audit.h"
 #include "io/hdf5/soundness.h"
 
 #include <QTextCodec>
@@ -55,7 +56,9 @@ template <class TAllocate>
 void readValues(const std::string& name, const H5::DataType& type, const H5::H5Object& location, TAllocate&& allocate)
 {
     try {
+        CReadAudit::askedForAttribute(location, name);
         const H5::Attribute attribute = location.openAttribute(name);
+        CReadAudit::compareTypes(attribute.getDataType(), type, "attribute", name);
         checkSound(attribute, location, name);
         if (type.getClass() == H5T_INTEGER && attribute.getTypeClass() != H5T_INTEGER)
             throwAt(location, "attribute", name, "is no whole number");
@@ -132,6 +135,7 @@ void checkMembers(const std::string& name, const H5::CompType& wanted, const H5:
 void readRecord(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location)
 {
     try {
+        CReadAudit::askedForObject(location, name);
         requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getSpace().getSimpleExtentNpoints() != 1)
@@ -164,6 +168,7 @@ std::vector<std::string> readTexts(const std::string& name, const H5::H5Location
 {
     std::vector<std::string> texts;
     try {
+        CReadAudit::askedForObject(location, name);
         requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getTypeClass() != H5T_STRING || !dataset.getStrType().isVariableStr())
@@ -318,6 +323,7 @@ void readAttribute(const std::string& name, std::vector<bool>& flags, const H5::
 void readAttribute(const std::string& name, std::string& text, const H5::H5Object& location)
 {
     try {
+        CReadAudit::askedForAttribute(location, name);
         const H5::Attribute attribute = location.openAttribute(name);
         checkSound(attribute, location, name);
         if (attribute.getTypeClass() != H5T_STRING || attribute.getStrType().isVariableStr() ||
@@ -469,6 +475,7 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
                const H5::H5Location& location)
 {
     try {
+        CReadAudit::askedForObject(location, name);
         requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         const H5::DataSpace space = dataset.getSpace();

@@ -29,10 +29,44 @@ void definitions(CTextOutput& out, const char* owner, const CCustomPropertyManag
     });
 }
 
+// Real numbers with all their digits, of which the file's own form keeps six.
+
+template <class T>
+const T* heldIn(const NConfig::SConfigNode& node)
+{
+    return std::any_cast<T>(&node.value);
+}
+
+template <class TNumbers>
+std::string inTurn(const TNumbers& numbers)
+{
+    std::string text;
+    for (const double number : numbers)
+        text += (text.empty() ? "" : ",") + NText::text(number);
+    return text;
+}
+
+std::string configurationValue(const NConfig::SConfigNode& node, const NConfig::SValueKind& kind)
+{
+    if (const auto* const real = heldIn<double>(node))
+        return NText::text(*real);
+    if (const auto* const real = heldIn<float>(node))
+        return NText::text(double(*real));
+    if (const auto* const point = heldIn<C3DPoint>(node))
+        return NText::text(*point);
+    if (const auto* const vector = heldIn<C3DVector>(node))
+        return NText::text(*vector);
+    if (const auto* const numbers = heldIn<std::set<double>>(node))
+        return inTurn(*numbers);
+    if (const auto* const numbers = heldIn<std::vector<double>>(node))
+        return inTurn(*numbers);
+    return kind.encode(node.value);
+}
+
 void configurationNode(CTextOutput& out, const NConfig::SConfigNode& node)
 {
     if (const NConfig::SValueKind* const kind = NConfig::valueKindOf(node.value))
-        out.here(std::string(kind->name) + ':' + kind->encode(node.value));
+        out.here(std::string(kind->name) + ':' + configurationValue(node, *kind));
     for (const auto& [name, child] : node.children)
         out.group(NText::segment(name), [&out, &child = child] { configurationNode(out, child); });
 }

@@ -25,8 +25,8 @@ void writeSelections(CTextOutput& out, const NSelection::CSelectionMap& selectio
 /// Every field that is stored, with its points and values.
 void writeFields(CTextOutput& out, const NField::CFieldManager& fields);
 
-/// Every value of the configuration under its key, in the form that a configuration file gives it:
-/// "KIND:VALUE". What that form doesn't keep no deck keeps.
+/// Every value of the configuration under its key: "KIND:VALUE", as in a configuration file but for real numbers, which
+/// have 17 digits.
 void writeConfigurationText(CTextOutput& out, NConfig::CConfigManager& configuration);
 
 } // namespace NBrenmark

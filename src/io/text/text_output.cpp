@@ -53,38 +53,37 @@ std::string element(const char* kind, const void* data, size_t index)
     return kind[0] == 'i' ? NText::text(value) : NText::text(static_cast<quint32>(value));
 }
 
-std::string row(const char* kind, const void* data, size_t index, size_t columns)
+} // namespace
+
+std::string SArrayView::row(size_t number) const
 {
     if (columns == 1)
-        return element(kind, data, index);
+        return element(kind, data, number);
     std::string out = "(";
     for (size_t i = 0; i < columns; ++i)
-        out += (i > 0 ? ", " : "") + element(kind, data, index * columns + i);
+        out += (i > 0 ? ", " : "") + element(kind, data, number * columns + i);
     return out + ')';
 }
 
-} // namespace
-
-void CTextOutput::rows(const std::string& where, const char* kind, size_t bytes, const void* data, size_t rowCount,
-                       size_t columns)
+void CTextOutput::rows(const std::string& where, const SArrayView& array)
 {
-    std::string shape = std::string(kind) + '[' + std::to_string(rowCount);
-    if (columns != 1)
-        shape += ',' + std::to_string(columns);
-    shape += ']';
+    std::string text = std::string(array.kind) + '[' + std::to_string(array.rows);
+    if (array.columns != 1)
+        text += ',' + std::to_string(array.columns);
+    text += ']';
 
-    const size_t count = rowCount * columns;
+    const size_t count = array.rows * array.columns;
     if (count <= mostInlineValues) {
-        for (size_t i = 0; i < rowCount; ++i)
-            shape += ' ' + row(kind, data, i, columns);
-        sink.line(where, shape);
+        for (size_t i = 0; i < array.rows; ++i)
+            text += ' ' + array.row(i);
+        sink.array(where, text, array);
         return;
     }
-    sink.line(where, shape + " sha256:" + digestOf(data, count, bytes));
+    sink.array(where, text + " sha256:" + digestOf(array.data, count, array.elementBytes()), array);
     if (!fullArrays)
         return;
-    for (size_t i = 0; i < rowCount; ++i)
-        sink.line(joined(where, std::to_string(i)), row(kind, data, i, columns));
+    for (size_t i = 0; i < array.rows; ++i)
+        sink.line(joined(where, std::to_string(i)), array.row(i));
 }
 
 void CTextOutput::bytes(const char* name, QIODevice& device)

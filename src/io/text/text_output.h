@@ -24,12 +24,32 @@ class QIODevice;
 
 namespace NBrenmark {
 
+/// The values of an array as they lie in memory, row by row.
+struct SArrayView
+{
+    const char* kind; ///< "f64", "i32", "u32"
+    const void* data;
+    size_t rows;
+    size_t columns;
+
+    size_t elementBytes() const { return kind[0] == 'f' ? 8 : 4; }
+    size_t bytes() const { return rows * columns * elementBytes(); }
+    /// A row as a line tells it: its value, or a tuple.
+    std::string row(size_t number) const;
+};
+
 /// Takes a deck's text line by line, so that nobody has to hold all of it.
 class ITextSink
 {
 public:
     virtual ~ITextSink() = default;
     virtual void line(const std::string& path, const std::string& value) = 0;
+    /// The line of an array. \param values  gone when this returns
+    virtual void array(const std::string& path, const std::string& value, const SArrayView& values)
+    {
+        static_cast<void>(values);
+        line(path, value);
+    }
 };
 
 /// What an element of an array is made of: the kind's name, its bytes, how many of them.
@@ -114,12 +134,12 @@ public:
     {
         using Element = SArrayElement<T>;
         static_assert(sizeof(T) == Element::bytes * Element::columns, "rows without gaps");
-        rows(joined(path, name), Element::kind, Element::bytes, elements.data(), elements.size(), Element::columns);
+        rows(joined(path, name), {Element::kind, elements.data(), elements.size(), Element::columns});
     }
     /// An array of real numbers whose width the model knows, under the path itself.
     void arrayHere(const std::vector<double>& values, size_t rowCount, size_t columns)
     {
-        rows(path, "f64", 8, values.data(), rowCount, columns);
+        rows(path, {"f64", values.data(), rowCount, columns});
     }
 
     /// The bytes of a file as an array of the kind u8, from where the device stands.
@@ -135,8 +155,7 @@ private:
     {
         return path.empty() ? segment : path + '/' + segment;
     }
-    void rows(const std::string& where, const char* kind, size_t bytes, const void* data, size_t rowCount,
-              size_t columns);
+    void rows(const std::string& where, const SArrayView& array);
 
     ITextSink& sink;
     std::string path;

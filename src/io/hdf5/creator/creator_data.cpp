@@ -50,7 +50,7 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
             qint32 dimensions = 0;
             scalarsForm(in(), data, dimensions);
             data.particleTypes.domain = &data.domain;
-            forEachPart(data, [this](auto& part) { part.read(*this); });
+            forEachPart(data, [this](auto& part) { in().examined("", [&] { part.read(*this); }); });
         });
     });
     data.linkFactories([](const CParticleFactory& factory, const QString& typeName) {

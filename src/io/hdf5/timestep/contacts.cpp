@@ -84,9 +84,10 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });
     settle(contacts);
-    // Without rows the values that a mask left in the file belong to nothing.
     if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
+    else if (in().has("CustomProperties")) // without rows the values that a mask left belong to nothing
+        in().group("CustomProperties/", [&] { in().children([](const QString&) {}); });
     reading.whole = true;
 }
 

@@ -96,7 +96,7 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             momentForm(in(), data, data.time);
             matchBonds(data); // now that the time is there, at which a bond breaks
             data.systemEnergy.read(*this);
-            readRemovedParticles(in(), data);
+            in().examined("", [&] { readRemovedParticles(in(), data); });
             data.simulationProperties.read(*this);
         });
     });

@@ -1,0 +1,291 @@
+// Faults put into the files of converted sample decks by plain HDF5 calls or by their bytes: verify finds each, and
+// names it once. That the converted decks have none before is a test of the conversion.
+#include "support/paths.h"
+#include "support/stored_deck.h"
+#include "support/temp_folder.h"
+#include "support/tool_run.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <functional>
+
+namespace NBrenmark {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// The files of a converted deck "c.dem".
+class CDeckFiles
+{
+public:
+    explicit CDeckFiles(const CTempFolder& folder) : folder(folder) {}
+
+    CStoredPart timestep(int number) const { return {numbered(number), "TimestepData"}; }
+    CStoredPart model() const { return {numbered(0), "CreatorData"}; }
+    void header(const char* name, unsigned value) const
+    {
+        const H5::H5File file(folder.path("c.dem").toStdString(), H5F_ACC_RDWR);
+        file.openGroup("/").openAttribute(name).write(H5::PredType::NATIVE_UINT, &value);
+    }
+    void addToRoot(const QString& name, const char* object) const
+    {
+        H5::H5File(folder.path(name).toStdString(), H5F_ACC_RDWR).createGroup(object);
+    }
+    void copy(const QString& from, const QString& to) const { folder.write(to, folder.read(from)); }
+    void remove(const QString& name) const { QFile::remove(folder.path(name)); }
+    void cut(const QString& name, int bytes) const { folder.write(name, folder.read(name).chopped(bytes)); }
+    void replace(const QString& name, const char* before, const char* after) const
+    {
+        folder.write(name, folder.read(name).replace(before, after));
+    }
+
+private:
+    QString numbered(int number) const { return folder.path("c_data/" + QString::number(number) + ".h5"); }
+
+    const CTempFolder& folder;
+};
+
+using Files = const CDeckFiles&;
+
+struct SFault
+{
+    const char* deck;
+    const char* place;
+    const char* named; ///< in the place or the words of the difference
+    std::function<void(Files)> make;
+};
+
+#define FAULT [](Files f)
+
+const SFault faults[] = {
+    // values and rows
+    {"pile-27", "timestep/2/particles", "velocity", FAULT{f.timestep(2).flip("ParticleTypes/0/velocity", 80);
+} // namespace
+} // namespace NBrenmark
+, {"pile-27", "timestep/2/particles", "scale", FAULT{f.timestep(2).flip("ParticleTypes/1/scale", 9);
+}
+}
+, {"pile-27", "timestep/1/particles", "Wear", FAULT{f.timestep(1).flip("ParticleTypes/0/CustomProperties/1/data", 9);
+}
+}
+, {"pile-27", "timestep/1/properties", "Wind", FAULT{f.timestep(1).flip("CustomProperties/1/data", 3);
+}
+}
+, {"pile-27", "timestep/3/removedParticles", "2", FAULT{f.timestep(3).flip("removed particles", 256);
+}
+}
+, {"pile-27", "timestep/1/contacts/surfaceSurface/collisionsActive", "true",
+   FAULT{f.timestep(1).attribute("Contacts/SurfaceSurface", "collision on", char(1));
+}
+}
+, {"collisions-24", "timestep/1/collisions/surfaceSurface/startTime", "differs",
+   FAULT{f.timestep(1).flip("Collisions/SurfaceSurface/start time", 6);
+}
+}
+, {"bonds-24", "timestep/1/bonds", "broken bond", FAULT{f.timestep(1).flip("Bonds/SurfaceSurface/break time", 5);
+}
+}
+, {"moving-walls-26", "timestep/1/geometryGroups/Drum", "velocity",
+   FAULT{f.timestep(1).attribute("GeometryGroups/1", "velocity", std::array<double, 3>{9, 9, 9});
+}
+}
+, {"moving-walls-26", "timestep/2/geometryGroups/Drum", "time",
+   FAULT{f.timestep(2).attribute("GeometryGroups/1", "time", 9.0);
+}
+}
+, {"moving-walls-26", "timestep/0/geometryGroups/Plate/triangleForces", "value",
+   FAULT{f.timestep(0).flip("GeometryGroups/2/force torque", 8);
+}
+}
+, {"factories-25", "timestep/1/geometryGroups/Hopper/factories/A", "creationCount",
+   FAULT{f.timestep(1).attribute("GeometryGroups/0/Factories/A", "creation count", 77);
+}
+}
+, {"pile-27", "timestep/2/energy", "kinetic", FAULT{f.timestep(2).attribute("SystemEnergy", "kinetic energy", 0.5);
+}
+}
+, {"pile-27", "timestep/2/isFull", "isFull", FAULT{f.timestep(2).attribute("", "full timestep", char(0));
+}
+}
+, {"pile-27", "timestep/2/particleMask", "15", FAULT{f.timestep(2).attribute("", "particle mask", 15);
+}
+}
+,
+    // the model
+    {"pile-27", "creator/materials/glass/density", "2500", FAULT{f.model().flip("Materials", 272);
+}
+}
+, {"pile-27", "creator/interactions", "restitution", FAULT{f.model().flip("Interactions", 515);
+}
+}
+, {"pile-27", "creator/gravity", "gravity", FAULT{f.model().attribute("", "gravity", std::array<double, 3>{0, 0, 1});
+}
+}
+, {"moving-walls-26", "creator/geometryGroups/Hopper/velocity", "(1, 2, 3)",
+   FAULT{f.model().attribute("GeometryGroups/0", "velocity", std::array<double, 3>{1, 2, 4});
+}
+}
+, {"moving-walls-26", "creator/geometryGroups/Gate/vertices", "value",
+   FAULT{f.model().flip("GeometryGroups/4/coords", 3);
+}
+}
+, {"moving-walls-26", "creator/geometryGroups/Drum/motions", "initialVelocity",
+   FAULT{f.model().attribute("GeometryGroups/1/Kinematics/0", "initial velocity", 9.0);
+}
+}
+, {"factories-25", "creator/geometryGroups/Hopper/factories/A", "maxAttempts",
+   FAULT{f.model().attribute("GeometryGroups/0/Factories/A", "max search attempts", 9);
+}
+}
+, {"pile-27", "creator/sizeDistributions", "percentage",
+   FAULT{f.model().attribute("SizeDistributions/Glass bead", "percentage", 9.0);
+}
+}
+,
+    // other names
+    {"pile-27", "creator/materials/glass", "renamed", FAULT{f.model().flip("Materials", 0);
+}
+}
+, {"pile-27", "creator/particles/Glass%20bead", "renamed",
+   FAULT{f.model().text("ParticleTypes/0", "name", "Glass beat");
+}
+}
+, {"pile-27", "timestep/1/particles/Glass%20bead", "renamed",
+   FAULT{f.timestep(1).text("ParticleTypes/0", "name", "Glass beat");
+}
+}
+, {"moving-walls-26", "creator/geometryGroups/Drum", "renamed",
+   FAULT{f.model().text("GeometryGroups/1", "name", "Dram");
+}
+}
+, {"moving-walls-26", "creator/geometryGroups/Drum/motions/slide", "renamed",
+   FAULT{f.model().text("GeometryGroups/1/Kinematics/0", "name", "glide");
+}
+}
+,
+    // what is missing
+    {"pile-27", "timestep/1/particles", "velocity", FAULT{f.timestep(1).remove("ParticleTypes/0/velocity");
+}
+}
+, {"pile-27", "timestep/1/particles", "raw mass", FAULT{f.timestep(1).removeAttribute("ParticleTypes/0", "raw mass");
+}
+}
+, {"pile-27", "creator/interactions", "missing", FAULT{f.model().remove("Interactions");
+}
+}
+, {"moving-walls-26", "creator/geometryGroups/Plate", "Plate", FAULT{f.model().remove("GeometryGroups/2");
+}
+}
+, {"collisions-24", "timestep/1/collisions", "start time",
+   FAULT{f.timestep(1).remove("Collisions/SurfaceSurface/start time");
+}
+}
+, {"pile-27", "timestep/1/energy", "SystemEnergy", FAULT{f.timestep(1).remove("SystemEnergy");
+}
+}
+, {"pile-27", "timestep/1", "time", FAULT{f.timestep(1).removeAttribute("", "elapsed real time");
+}
+}
+,
+    // what nobody reads, and what is read as something else
+    {"pile-27", "timestep/1/particles", "notes", FAULT{f.timestep(1).addDataset("ParticleTypes/0/notes");
+}
+}
+, {"pile-27", "timestep/1", "Extras", FAULT{f.timestep(1).addGroup("Extras");
+}
+}
+, {"pile-27", "creator", "author", FAULT{f.model().addAttribute("", "author");
+}
+}
+, {"pile-27", "deck", "Backup", FAULT{f.addToRoot("c.dem", "Backup");
+}
+}
+, {"pile-27", "timestep/2", "CreatorData/7", FAULT{f.addToRoot("c_data/2.h5", "CreatorData/7");
+}
+}
+, {"pile-27", "timestep/1/particles", "ids",
+   FAULT{f.timestep(1).replaceList("ParticleTypes/0/ids", H5::PredType::NATIVE_DOUBLE, 0, 0.5);
+}
+}
+, {"pile-27", "timestep/1/particles/Glass%20bead", "slots", FAULT{f.timestep(1).attribute("ParticleTypes/0", "size", 0);
+}
+}
+, {"pile-27", "timestep/1/particles", "ids",
+   FAULT{f.timestep(1).replaceList("ParticleTypes/0/ids", H5::PredType::NATIVE_INT, 1, 0);
+}
+}
+, {"pile-27", "timestep/1/particles", "greatest particle id",
+   FAULT{f.timestep(1).attribute("ParticleTypes", "max id", 1);
+}
+}
+, {"bonds-24", "timestep/1/bonds", "bond", FAULT{f.timestep(1).flip("Bonds/SurfaceSurface/state", 4 * 80);
+}
+}
+,
+    // whole files
+    {"pile-27", "timestep/1", "timestep 0 in the place", FAULT{f.copy("c_data/0.h5", "c_data/1.h5");
+}
+}
+, {"pile-27", "timestep/4", "only in the converted", FAULT{f.copy("c_data/3.h5", "c_data/4.h5");
+}
+}
+, {"pile-27", "timestep/3", "missing", FAULT{f.remove("c_data/3.h5");
+}
+}
+, {"pile-27", "timestep/1", "1", FAULT{f.remove("c_data/1.h5");
+}
+}
+, {"pile-27", "timestep/2", "2.h5", FAULT{f.cut("c_data/2.h5", 5000);
+}
+}
+, {"pile-27", "deck", "expected there to be 9", FAULT{f.header("num timesteps", 9);
+}
+}
+, {"pile-27", "deck/settings", "c.ess is missing", FAULT{f.remove("c.ess");
+}
+}
+, {"pile-27", "deck/configuration", "c.dfg is missing", FAULT{f.remove("c.dfg");
+}
+}
+, {"pile-27", "deck/companion", "c.ptf is missing", FAULT{f.remove("c.ptf");
+}
+}
+, {"pile-27", "deck/companion", "sha256", FAULT{f.cut("c.ptf", 1);
+}
+}
+, {"pile-27", "deck/settings", "renamed", FAULT{f.replace("c.ess", "T\0e\0m\0p", "T\0a\0m\0p");
+}
+}
+,
+}
+;
+
+} // namespace
+
+class SeededFault : public testing::TestWithParam<SFault>
+{
+};
+
+TEST_P(SeededFault, isNamedOnce)
+{
+    const SFault& fault = GetParam();
+    CTempFolder folder;
+    const std::string source = sampleDeck(fault.deck) + ".dem";
+    const std::string target = argument(folder.path("c.dem"));
+    ASSERT_EQ(runTool({"convert", "--quiet", source, target}).exitCode, 0);
+    fault.make(CDeckFiles(folder));
+    const SToolResult result = runTool({"verify", "--json", source, target});
+    EXPECT_EQ(result.exitCode, 1) << result.error;
+    const Json found = Json::parse(result.output, nullptr, false);
+    ASSERT_TRUE(found.is_object()) << result.error;
+    ASSERT_EQ(found["differences"].size(), 1u) << found["differences"].dump(1);
+    const Json& difference = found["differences"][0];
+    EXPECT_EQ(difference["place"].get<std::string>().rfind(fault.place, 0), 0u) << difference.dump(1);
+    EXPECT_NE(difference.dump().find(fault.named), std::string::npos) << difference.dump(1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, SeededFault, testing::ValuesIn(faults));
+
+} // namespace NBrenmark

@@ -1,0 +1,68 @@
+#pragma once
+// What verify keeps of a deck: of a timestep's text the digest alone. Where two digests differ both timesteps are read
+// once more, for their lines and then for the values of their arrays.
+
+#include "brenmark/array_diff.h"
+#include "brenmark/deck_reader.h"
+#include "brenmark/text_diff.h"
+
+#include <QByteArray>
+
+#include <string>
+#include <vector>
+
+namespace NBrenmark {
+
+class CProgressDisplay;
+
+struct SDeckDigest
+{
+    struct STimestep
+    {
+        double time;
+        QByteArray text;
+        size_t model;        ///< in models
+        std::string failure; ///< why it can't be read; empty if it can
+    };
+    struct SModel
+    {
+        QByteArray text;
+        quint32 firstTimestep;
+        TextLines lines; ///< of a legacy deck alone, whose models aren't as they are stored
+    };
+    TextLines beside; ///< the timesteps
+    std::vector<STimestep> timesteps;
+    std::vector<SModel> models;
+    Ledger messages; ///< of the reading
+    EDeckFormat format = eFormatUnknown;
+};
+
+/// Whether a timestep that can't be read ends the reading of a deck.
+enum EUnreadable
+{
+    eEndsTheReading,
+    eIsNoted
+};
+
+/// \throws CFailure  the deck can't be opened, or a timestep can't be read and that isn't just noted
+SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress);
+
+/// A model or timestep that is to be compared line by line.
+struct SPart
+{
+    bool isModel;
+    quint32 source; ///< the timestep to load
+    quint32 converted;
+    std::string root;
+};
+
+/// The lines of some parts of a deck.
+/// \param number  which of a part's timesteps is the deck's
+std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number);
+TextLines modelLines(CDeckReader& reader, const std::string& root);
+
+/// Puts into the differences of arrays what their values tell.
+void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
+                    const QString& converted);
+
+} // namespace NBrenmark

@@ -86,7 +86,8 @@ std::string namedIn(const std::string& text)
         if (at == std::string::npos)
             continue;
         const size_t begin = text.find('"', at) + 1;
-        return text.substr(begin, text.find('"', begin) - begin);
+        const std::string name = text.substr(begin, text.find('"', begin) - begin);
+        return name == "elapsed real time" ? "elapsedTime" : name; // the only one whose word in the text is another
     }
     return std::string();
 }
@@ -102,7 +103,7 @@ bool hasSegment(const std::string& path, const std::string& letters)
     return false;
 }
 
-/// Names that nobody reads change nothing of what is read.
+/// Names that no reader knows change nothing of what is read.
 bool isUnread(const SLogRecord& message) { return endsWith(message.text, "no reader knows it."); }
 
 /// A message, and the differences that come from the same fault.
@@ -122,7 +123,7 @@ public:
             return false;
         if (isUnreadName)
             return difference.kind == eOtherCount;
-        // Damage outside of blocks is told with the name of what is damaged.
+        // Damage outside of blocks is reported with the name of what is damaged.
         return place != "deck" && (!isWholePart || (!name.empty() && hasSegment(difference.place, name)));
     }
 
@@ -142,6 +143,27 @@ bool followsFrom(const SConsequences& known, const std::string& place, const SLo
     const bool isContact = endsWith(place, "/contacts") && known.isGeometryGone() &&
                            message.text.find("triangle is missing") != std::string::npos;
     return message.place.timestep && (isState || isContact);
+}
+
+/// What is said of the deck as a whole where the files of single timesteps are missing, or are those of others.
+bool isOfTimesteps(const SDifference& difference)
+{
+    return difference.place == "deck" && (difference.detail.find("timestep data files") != std::string::npos ||
+                                          endsWith(difference.detail, "the file of another timestep"));
+}
+
+/// "timestep/3".
+bool isTimestep(const std::string& place)
+{
+    return place.rfind("timestep/", 0) == 0 && std::count(place.begin(), place.end(), '/') == 1;
+}
+
+/// Without its settings a deck has no custom properties.
+bool isOfProperties(const SDifference& difference)
+{
+    return hasSegment(difference.place, "properties") ||
+           difference.detail.find("/CustomProperties") != std::string::npos ||
+           difference.detail.find("where the settings define") != std::string::npos;
 }
 
 bool isSaidOfSource(const SLogRecord& message, const Ledger& ofSource)
@@ -191,6 +213,17 @@ void joinReadingFaults(std::vector<SDifference>& differences, const Ledger& mess
                            [&](const SDifference& other) { return other.kind != eUnreadable && shows(other); }),
             differences.end());
     }
+
+    const auto dropIf = [&](const auto& follows) {
+        differences.erase(std::remove_if(differences.begin(), differences.end(), follows), differences.end());
+    };
+    const auto has = [&](const auto& is) { return std::any_of(differences.begin(), differences.end(), is); };
+    if (has([](const SDifference& difference) { return isTimestep(difference.place); }))
+        dropIf(isOfTimesteps);
+    if (has([](const SDifference& difference) {
+            return difference.place == "deck/settings" && endsWith(difference.detail, " is missing");
+        }))
+        dropIf(isOfProperties);
 }
 
 } // namespace NBrenmark

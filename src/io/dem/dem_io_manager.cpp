@@ -214,7 +214,7 @@ bool CDemIoManager::readHeader()
     SDemHeader header;
     const bool isWhole = header.read(dataFile);
     if (!isWhole || !header.isAcceptable()) {
-        // A version of another program is sound, but none of ours; version 0 is one of nobody's.
+        // A version of another program is sound, but none of ours; there is no version 0.
         const bool isDamaged = !isWhole || header.firstVersion == 0;
         reportFailure(NLogTitle::legacyRead,
                       dataFile.fileName().toStdString() + ": header of version " +

@@ -216,7 +216,7 @@ public:
     template <class T>
     void attribute(const std::string& name, T& value)
     {
-        readAttribute(name, value, *visitor.location);
+        examined(std::string(), [&] { readAttribute(name, value, *visitor.location); });
     }
     void signedAttribute(const std::string& name, quint32& value)
     {

@@ -1,5 +1,5 @@
 #pragma once
-// What a file holds beside that which its reader asked for: names that nobody reads, and numbers that become others on
+// What a file holds beside that which its reader asked for: names that no reader knows, and numbers that become others on
 // their way into memory. A deck is examined so when it has to be shown that nothing in it was passed over.
 
 #include <QtGlobal>
@@ -20,7 +20,7 @@ public:
     CReadAudit(const CReadAudit&) = delete;
     CReadAudit& operator=(const CReadAudit&) = delete;
 
-    /// Reports what is in a group and below it, and was asked for by nobody. Of a group that isn't read at all nothing
+    /// Reports what is in a group and below it, and no reader asked for. Of a group that isn't read at all nothing
     /// else is told.
     void tellUnread(const H5::H5File& file, const std::string& group);
 

@@ -46,8 +46,9 @@ for way in shared static; do
 done
 configure subdirectory "add_subdirectory($root brenmark)"
 compile subdirectory CMakeFiles/host.dir/main.cpp.o
-ldd "$scratch/shared/host" | grep -q libBrenmark || fail "the shared library isn't what the host uses"
-! ldd "$scratch/static/host" | grep -q libBrenmark || fail "the static library isn't what the host uses"
+# Not through a pipe: grep ends at the first match, and ldd, which writes on, would fail.
+grep -q libBrenmark <<<"$(ldd "$scratch/shared/host")" || fail "the shared library isn't what the host uses"
+! grep -q libBrenmark <<<"$(ldd "$scratch/static/host")" || fail "the static library isn't what the host uses"
 
 export PKG_CONFIG_PATH=$library/pkgconfig
 mkdir "$scratch/pkgconfig"

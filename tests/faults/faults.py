@@ -116,7 +116,7 @@ class Conversion:
 def cases(counts, arguments):
     """(row, number): every number, or a few spread evenly; of allocations no more than the first so many."""
     for kind, errors, ways in TABLE:
-        if arguments.kinds and kind not in arguments.kinds:
+        if kind not in counts:
             continue
         last = min(counts[kind], arguments.allocations) if kind == "memory" else counts[kind]
         step = max(1, last // arguments.numbers) if arguments.numbers else 1
@@ -138,7 +138,8 @@ def main():
 
     workers = os.cpu_count() or 1
     rooms = [Conversion(arguments.program, arguments.module, arguments.deck) for _ in range(workers)]
-    counts = {kind: rooms[0].calls(kind) for kind in sorted({row[0] for row in TABLE})}
+    kinds = arguments.kinds or sorted({row[0] for row in TABLE})
+    counts = {kind: rooms[0].calls(kind) for kind in kinds}
     rows = {}
     broken = []
     free = list(rooms)

@@ -43,13 +43,13 @@ bool CSimulation::setUp()
             frame = std::make_unique<SSimulationFrame>(settings->propertyManagers());
             settings->follow(frame->creator.physicsModels, frame->creator.pluginFactories);
         }
+        ioManager.createManagers(*this);
+        resetSimulation();
     }
     catch (const std::bad_alloc&) {
         letGo();
         return false;
     }
-    ioManager.createManagers(*this);
-    resetSimulation();
     return true;
 }
 

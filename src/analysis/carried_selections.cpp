@@ -19,6 +19,13 @@ void CCarriedSelections::clear(bool notify)
     setModified(notify);
 }
 
+void CCarriedSelections::clearHome()
+{
+    list.erase(
+        std::remove_if(list.begin(), list.end(), [](const SCarriedSelection& selection) { return selection.isAtHome; }),
+        list.end());
+}
+
 static bool isAway(const SCarriedSelection& selection) { return !selection.isAtHome; }
 
 bool CCarriedSelections::hasContent() const { return std::any_of(list.begin(), list.end(), isAway); }

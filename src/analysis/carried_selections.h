@@ -39,6 +39,8 @@ public:
     bool hasContent() const override;
 
     const std::vector<SCarriedSelection>& selections() const { return list; }
+    /// Drops those of the block of the selections, which go with it.
+    void clearHome();
     void add(SCarriedSelection selection) { list.push_back(std::move(selection)); }
 
 private:

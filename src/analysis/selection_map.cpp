@@ -127,6 +127,7 @@ void CSelectionMap::clear(bool notify)
 {
     byName.clear();
     displays.clear();
+    carriedOnes.clearHome();
     setModified(notify);
     if (notify)
         Q_EMIT cleared();

@@ -199,7 +199,7 @@ const SFault faults[] = {
          s.index = s.index.with(4 + 24 + 12, CBytes().u64(static_cast<quint64>(placeOf(d, 0))));
      },
      3, "the index has more than one timestep at byte"},
-    {"bytes behind the index", [](SStored& s, const CLegacyDeck&) { s.index += CBytes::garbage(5); }, 3,
+    {"bytes after the index", [](SStored& s, const CLegacyDeck&) { s.index += CBytes::garbage(5); }, 3,
      "5 bytes follow the last entry"},
     {"no settings", [](SStored& s, const CLegacyDeck&) { s.settings = s.settings.first(3); }, 0, "deck.ess"},
     {"no configuration", [](SStored& s, const CLegacyDeck&) { s.configuration = CBytes().ascii("Greetings"); }, 0,

@@ -4,6 +4,7 @@
 #include "core/deck/simulation_frame.h"
 #include "core/memory_ceiling.h"
 #include "io/dem/dem_data_stream.h"
+#include "io/dem/dem_writer.h"
 
 #include <QBuffer>
 
@@ -52,5 +53,17 @@ public:
     CCustomPropertyManager simulation{"Simulation Properties", eSimulationOwner};
     SSimulationFrame frame;
 };
+
+/// What a legacy model's writer makes of an object.
+template <class TObject>
+QByteArray written(TObject& object)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadWrite);
+    CDemDataStream stream(&buffer);
+    CDemCreatorDataWriter writer(stream);
+    object.write(writer);
+    return buffer.data();
+}
 
 } // namespace NBrenmark

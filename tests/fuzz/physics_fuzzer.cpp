@@ -10,16 +10,6 @@
 
 using namespace NBrenmark;
 
-static QByteArray written(CPhysicsModels& physics)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::ReadWrite);
-    CDemDataStream stream(&buffer);
-    CDemCreatorDataWriter writer(stream);
-    physics.write(writer);
-    return buffer.data();
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     if (size < 4)

@@ -10,16 +10,6 @@
 
 using namespace NBrenmark;
 
-static QByteArray written(CCreatorData& creator)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::ReadWrite);
-    CDemDataStream stream(&buffer);
-    CDemCreatorDataWriter writer(stream);
-    creator.write(writer);
-    return buffer.data();
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     CFuzzedStream source(bytes, size);

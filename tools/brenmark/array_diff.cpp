@@ -76,7 +76,7 @@ void CKeptArrays::describe(SDifference& difference, const SArrayView& converted)
 {
     const auto found = arrays.find(difference.place);
     if (found == arrays.end() || !found->second.isKept) {
-        difference.detail += "; too many to keep beside those of other arrays, so that only their digests are told";
+        difference.detail += "; too many to keep beside those of other arrays, so that only their digests are compared";
         return;
     }
     const SArrayView& source = found->second.view;

@@ -68,7 +68,7 @@ public:
         try {
             note(conversion->recordsSoFar());
         }
-        catch (const CFailure& failure) { // told as what the library's own writing would be
+        catch (const CFailure& failure) { // reported as a failure of the library's own writing would be
             throw caused_error(eCauseTarget, failure.what());
         }
     }
@@ -167,7 +167,7 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qi
         try {
             listener.note(conversion.records());
         }
-        catch (const CFailure&) { // what ended the conversion is the one to tell; the earlier note holds
+        catch (const CFailure&) { // what ended the conversion is the one to report; the earlier note holds
         }
     }
     return run;

@@ -313,12 +313,13 @@ EExitCode CConvertCommand::fail(const CFailure& failure)
 void CConvertCommand::prepare()
 {
     requirePossibleTarget(options.target, target);
-    const bool isBegun = QFileInfo(target + QLatin1String(".partial")).exists();
+    const QString partial = CPartialFolder::pathFor(target);
+    const bool isBegun = QFileInfo::exists(partial);
     if (!isBegun)
         requireFreeTarget(options.source, target, options.force);
     journal = journalOf(options, requireReadable(options.source, options.ignoreCompanions));
     result.bytesRead = bytesOf(sourceFiles(options.source));
-    const qint64 there = bytesOf(familyFiles(target + QLatin1String(".partial/") + QFileInfo(target).fileName()));
+    const qint64 there = bytesOf(familyFiles(partial + QLatin1Char('/') + QFileInfo(target).fileName()));
     requireRoom(target, result.bytesRead, there, journal.timesteps);
     if (interrupted())
         throw CFailure(eExitInterrupted, "interrupted before the first timestep",

@@ -57,7 +57,7 @@ CPartialFolder::CPartialFolder(const QString& target) : target(target)
 {
     const QFileInfo info(target);
     places.folder = nativePath(info.absolutePath());
-    places.partial = nativePath(info.absoluteFilePath() + partialSuffix);
+    places.partial = nativePath(pathFor(target));
     places.base = nativePath(info.completeBaseName());
     takeLock();
     try {
@@ -114,6 +114,8 @@ void CPartialFolder::takeLock()
     }
     throw CFailure(eExitTarget, file + ": can't be locked", "Other conversions come and go there: wait for their end.");
 }
+
+QString CPartialFolder::pathFor(const QString& target) { return QFileInfo(target).absoluteFilePath() + partialSuffix; }
 
 QString CPartialFolder::path() const { return fromNative(places.partial); }
 

@@ -23,6 +23,8 @@ public:
     CPartialFolder(const CPartialFolder&) = delete;
     CPartialFolder& operator=(const CPartialFolder&) = delete;
 
+    /// Where the folder of a target is, or would be.
+    static QString pathFor(const QString& target);
     QString path() const;
     /// Main file of the deck in the making.
     QString deck() const;

@@ -86,8 +86,7 @@ std::string namedIn(const std::string& text)
         if (at == std::string::npos)
             continue;
         const size_t begin = text.find('"', at) + 1;
-        const std::string name = text.substr(begin, text.find('"', begin) - begin);
-        return name == "elapsed real time" ? "elapsedTime" : name; // the only one whose word in the text is another
+        return text.substr(begin, text.find('"', begin) - begin);
     }
     return std::string();
 }
@@ -127,6 +126,14 @@ public:
         return place != "deck" && (!isWholePart || (!name.empty() && hasSegment(difference.place, name)));
     }
 
+    /// The same where the names of file and text are too different to be compared: what is missing there, or the only
+    /// difference, comes from what can't be read there.
+    bool mayBeShownBy(const SDifference& difference) const
+    {
+        return !isUnreadName && place != "deck" && difference.kind != eUnreadable &&
+               isAtOrBelow(difference.place, place);
+    }
+
     const std::string place;
 
 private:
@@ -142,7 +149,9 @@ bool followsFrom(const SConsequences& known, const std::string& place, const SLo
                          (isUnread(message) || message.text.find("the model has") != std::string::npos);
     const bool isContact = endsWith(place, "/contacts") && known.isGeometryGone() &&
                            message.text.find("triangle is missing") != std::string::npos;
-    return message.place.timestep && (isState || isContact);
+    const bool isOfProperty = known.noProperties && (message.text.find("/CustomProperties") != std::string::npos ||
+                                                     message.text.find("the settings define") != std::string::npos);
+    return isOfProperty || (message.place.timestep && (isState || isContact));
 }
 
 /// What is said of the deck as a whole where the files of single timesteps are missing, or are those of others.
@@ -153,17 +162,10 @@ bool isOfTimesteps(const SDifference& difference)
 }
 
 /// "timestep/3".
-bool isTimestep(const std::string& place)
+bool isOfWholeTimestep(const SDifference& difference)
 {
+    const std::string& place = difference.place;
     return place.rfind("timestep/", 0) == 0 && std::count(place.begin(), place.end(), '/') == 1;
-}
-
-/// Without its settings a deck has no custom properties.
-bool isOfProperties(const SDifference& difference)
-{
-    return hasSegment(difference.place, "properties") ||
-           difference.detail.find("/CustomProperties") != std::string::npos ||
-           difference.detail.find("where the settings define") != std::string::npos;
 }
 
 bool isSaidOfSource(const SLogRecord& message, const Ledger& ofSource)
@@ -179,18 +181,27 @@ bool isSaidOfSource(const SLogRecord& message, const Ledger& ofSource)
 bool isReadingFault(const SLogRecord& message) { return isDamage(message.effect) || message.effect == eRepaired; }
 
 void joinReadingFaults(std::vector<SDifference>& differences, const Ledger& messages, const Ledger& ofSource,
-                       const SConsequences& known, const std::set<quint32>& toldTimesteps)
+                       const SConsequences& known, const std::set<quint32>& reportedTimesteps)
 {
-    std::set<std::string> told;
+    std::set<std::string> reported;
     for (const SLogRecord& message : messages) {
         const std::string detail = indented(withoutEnd(message.placedText()));
-        const bool isTold = message.place.timestep && toldTimesteps.count(*message.place.timestep) > 0;
-        if (!isReadingFault(message) || isTold || isSaidOfSource(message, ofSource) || !told.insert(detail).second)
+        const bool isReported = message.place.timestep && reportedTimesteps.count(*message.place.timestep) > 0;
+        if (!isReadingFault(message) || isReported || isSaidOfSource(message, ofSource) ||
+            !reported.insert(detail).second)
             continue;
         const CFault fault(message);
         if (followsFrom(known, fault.place, message))
             continue;
-        const auto shows = [&](const SDifference& difference) { return fault.isShownBy(difference); };
+        const auto isBelow = [&](const SDifference& difference) { return fault.mayBeShownBy(difference); };
+        const auto isMissing = [&](const SDifference& difference) {
+            return isBelow(difference) && difference.kind == eMissing;
+        };
+        const auto below = std::count_if(differences.begin(), differences.end(), isBelow);
+        const bool isOfAll = below == 1 || below == std::count_if(differences.begin(), differences.end(), isMissing);
+        const auto shows = [&](const SDifference& difference) {
+            return fault.isShownBy(difference) || (isOfAll && isBelow(difference));
+        };
         const auto first = std::find_if(differences.begin(), differences.end(), shows);
         if (first == differences.end()) {
             differences.push_back({eUnreadable, fault.place, detail, std::string(), std::string()});
@@ -214,16 +225,8 @@ void joinReadingFaults(std::vector<SDifference>& differences, const Ledger& mess
             differences.end());
     }
 
-    const auto dropIf = [&](const auto& follows) {
-        differences.erase(std::remove_if(differences.begin(), differences.end(), follows), differences.end());
-    };
-    const auto has = [&](const auto& is) { return std::any_of(differences.begin(), differences.end(), is); };
-    if (has([](const SDifference& difference) { return isTimestep(difference.place); }))
-        dropIf(isOfTimesteps);
-    if (has([](const SDifference& difference) {
-            return difference.place == "deck/settings" && endsWith(difference.detail, " is missing");
-        }))
-        dropIf(isOfProperties);
+    if (std::any_of(differences.begin(), differences.end(), isOfWholeTimestep))
+        differences.erase(std::remove_if(differences.begin(), differences.end(), isOfTimesteps), differences.end());
 }
 
 } // namespace NBrenmark

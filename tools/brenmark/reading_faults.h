@@ -10,12 +10,12 @@
 namespace NBrenmark {
 
 /// Joins the messages of damage and repair to the differences: a fault that shows in the model too stays one.
-/// \param differences  of the model, behind which come those that only messages tell
+/// \param differences  of the model, after which come those that only messages show
 /// \param messages     of the converted deck
-/// \param known          what isn't told again
-/// \param toldTimesteps  of which nothing more is told
+/// \param known          what isn't reported again
+/// \param reportedTimesteps  of which nothing more is reported
 void joinReadingFaults(std::vector<SDifference>& differences, const Ledger& messages, const Ledger& ofSource,
-                       const SConsequences& known, const std::set<quint32>& toldTimesteps);
+                       const SConsequences& known, const std::set<quint32>& reportedTimesteps);
 
 /// Whether a message is such a difference.
 bool isReadingFault(const SLogRecord& message);

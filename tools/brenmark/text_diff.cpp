@@ -123,7 +123,7 @@ class CComparison
 public:
     CComparison(const std::string& root, const SConsequences& known) : root(root), known(known) {}
 
-    /// \param isRenamed      the name is told already
+    /// \param isRenamed      the name is reported already
     /// \param isOrderOther   and so is what moved its place in the list
     void node(const std::string& path, const SNode& a, const SNode& b, bool isRenamed = false,
               bool isOrderOther = false)
@@ -239,7 +239,7 @@ private:
         }
     }
 
-    /// Takes out of both lists what is known, and what has only another name; that is told.
+    /// Takes out of both lists what is known, and what has only another name; that is reported.
     /// \return old and new names
     std::map<std::string, std::string> renamedAmong(const std::string& path, const SNode& a, const SNode& b,
                                                     std::vector<std::string>& missing, std::vector<std::string>& extra)
@@ -252,8 +252,9 @@ private:
             return entry == names.end() ? std::string() : entry->second;
         };
         const auto isGone = [&](const std::string& name) {
-            return isProperties ? known.noProperties || known.goneProperties.count(name) > 0
-                                : known.gone.count(joined(path, name)) > 0;
+            if (known.noProperties && (isProperties || name == "properties"))
+                return true;
+            return isProperties ? known.goneProperties.count(name) > 0 : known.gone.count(joined(path, name)) > 0;
         };
         const auto drop = [](std::vector<std::string>& names, const std::string& name) {
             names.erase(std::remove(names.begin(), names.end(), name), names.end());
@@ -296,7 +297,7 @@ private:
         return isDerived(name) || (name == "index" && !child.names.empty());
     }
 
-    /// What follows from other lines is told where none of these differs.
+    /// What follows from other lines is reported where none of these differs.
     void tellDerived(const std::string& path, const SNode& a, const SNode& b, size_t before)
     {
         for (const std::string& name : a.names) {
@@ -318,7 +319,7 @@ private:
 
     const std::string root;
     const SConsequences& known;
-    std::pair<std::string, std::string> lengths; ///< other numbers of rows that were told
+    std::pair<std::string, std::string> lengths; ///< other numbers of rows that were reported
 };
 
 } // namespace

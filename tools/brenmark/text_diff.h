@@ -49,7 +49,7 @@ struct SConsequences
 
 /// The differences of two texts, in their order.
 /// \param root   with which all paths begin
-/// \param known  what isn't told again
+/// \param known  what isn't reported again
 std::vector<SDifference> textDifferences(const TextLines& source, const TextLines& converted, const std::string& root,
                                          const SConsequences& known);
 

@@ -134,7 +134,7 @@ void compareBeside(const QString& source, const SDeckDigest& first, const QStrin
         };
         differences.erase(std::remove_if(differences.begin(), differences.end(), isBelow), differences.end());
     };
-    remove("deck/timesteps"); // told one by one
+    remove("deck/timesteps"); // reported one by one
     const bool isConversion = first.format != second.format;
     for (const QLatin1String suffix : companionSuffixes) {
         if (!isMissing(source, converted, suffix, isConversion))
@@ -178,7 +178,7 @@ void tellUnreadable(const SDeckDigest& converted, std::vector<SDifference>& diff
     }
 }
 
-/// What is to be compared line by line, with what is told of timesteps as a whole.
+/// What is to be compared line by line, with what is said of timesteps as a whole.
 class CTimestepPairs
 {
 public:
@@ -190,7 +190,7 @@ public:
     }
 
     std::vector<SDifference> differences;
-    std::set<quint32> toldTimesteps; ///< of the converted deck
+    std::set<quint32> reportedTimesteps; ///< of the converted deck
     std::vector<SPart> models;
     std::vector<SPart> timesteps;
 
@@ -205,12 +205,12 @@ private:
         const SDeckDigest::STimestep& b = second.timesteps[j];
         if (i == noTimestep) {
             differences.push_back({eExtra, timestepRoot(j), "only in the converted deck", std::string(), timeText(b)});
-            toldTimesteps.insert(j);
+            reportedTimesteps.insert(j);
             return;
         }
         const SDeckDigest::STimestep& a = first.timesteps[i];
         if (!b.failure.empty()) {
-            toldTimesteps.insert(j);
+            reportedTimesteps.insert(j);
             return;
         }
         const SDeckDigest::SModel& model = first.models[a.model];
@@ -222,7 +222,7 @@ private:
             differences.push_back({eOtherValue, timestepRoot(i),
                                    "timestep " + std::to_string(*copied) + " in the place of this one", timeText(a),
                                    timeText(b)});
-            toldTimesteps.insert(j);
+            reportedTimesteps.insert(j);
             return;
         }
         timesteps.push_back({false, i, j, timestepRoot(i)});
@@ -327,7 +327,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
                       compareParts(source, converted, timesteps.timesteps, limit, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5)
             setUncarriedApart(result);
-        joinReadingFaults(differences, second.messages, first.messages, known, timesteps.toldTimesteps);
+        joinReadingFaults(differences, second.messages, first.messages, known, timesteps.reportedTimesteps);
     });
     if (limit > 0 && result.differences.size() > limit) {
         result.differences.resize(limit);

@@ -1,4 +1,4 @@
-// How the result of a comparison is told.
+// How the result of a comparison is printed.
 
 #include "brenmark/commands.h"
 #include "brenmark/failure.h"

@@ -245,7 +245,7 @@ static std::string causeIn(const QFile& file)
 static SCopyFailure copyAndClose(QFile& source, QFile& target, qint64 bytes)
 {
     SCopyFailure failure;
-    if (!copyBytes(source, target, bytes)) { // told before closing, which forgets
+    if (!copyBytes(source, target, bytes)) { // asked before closing, which forgets
         if (target.error() != QFileDevice::NoError)
             failure = {causeIn(target), eCauseTarget};
         else if (source.error() != QFileDevice::NoError)

@@ -21,7 +21,7 @@ struct SDemHeader
     /// \return false if the header ends early
     bool read(QIODevice& device);
     /// Whether a deck with this header may be read: not one of a later version, nor of a build between two that
-    /// nobody else may read.
+    /// no other program may read.
     bool isAcceptable() const;
     /// Writes all eight words of a current header at the start of the device.
     bool write(QIODevice& device) const;

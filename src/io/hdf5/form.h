@@ -213,22 +213,24 @@ public:
         return fileVersion >= makeVersion(major, minor, build);
     }
 
+    /// \return false, in a deck that is examined, if it can't be read; the value stays what it was
     template <class T>
-    void attribute(const std::string& name, T& value)
+    bool attribute(const std::string& name, T& value)
     {
-        examined(std::string(), [&] { readAttribute(name, value, *visitor.location); });
+        return isSound([&] { readAttribute(name, value, *visitor.location); });
     }
     void signedAttribute(const std::string& name, quint32& value)
     {
         qint32 stored = 0;
-        attribute(name, stored);
-        value = static_cast<quint32>(stored);
+        if (attribute(name, stored))
+            value = static_cast<quint32>(stored);
     }
     template <std::size_t count>
     void flags(const std::string& name, std::array<bool, count>& values)
     {
         std::vector<bool> found;
-        attribute(name, found);
+        if (!attribute(name, found))
+            return;
         if (found.size() != count)
             throwAt(*visitor.location, "attribute", name,
                     std::to_string(found.size()) + " flags where " + std::to_string(count) + " are needed");
@@ -252,24 +254,13 @@ public:
         });
     }
 
-    /// Runs body. In a deck that is examined damage in it is told, and the reading goes on behind it.
+    /// Runs body. In a deck that is examined damage in it is reported, and the reading goes on after it.
     /// \param name  of the group that it reads; empty for a part of the present one
     template <class TBody>
     void examined(const std::string& name, TBody&& body)
     {
-        if (!visitor.options.examine) {
-            body();
-            return;
-        }
-        try {
-            body();
-        }
-        catch (const std::exception& error) {
-            if (!meansDamage(error))
-                throw;
-            report(eLost, NLogTitle::hdf5Read, textOf(error));
+        if (!isSound(body))
             CReadAudit::gaveUp(*visitor.location, name);
-        }
     }
 
     template <class TBody>
@@ -347,6 +338,26 @@ public:
     }
 
 private:
+    /// Runs body. \return false if it met damage, in a deck that is examined; in others that ends the reading
+    template <class TBody>
+    bool isSound(TBody&& body)
+    {
+        if (!visitor.options.examine) {
+            body();
+            return true;
+        }
+        try {
+            body();
+            return true;
+        }
+        catch (const std::exception& error) {
+            if (!meansDamage(error))
+                throw;
+            report(eLost, NLogTitle::hdf5Read, textOf(error));
+            return false;
+        }
+    }
+
     H5::Group opened(const std::string& name) const
     {
         try {

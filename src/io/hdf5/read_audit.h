@@ -21,15 +21,15 @@ public:
     CReadAudit& operator=(const CReadAudit&) = delete;
 
     /// Reports what is in a group and below it, and no reader asked for. Of a group that isn't read at all nothing
-    /// else is told.
+    /// else is reported.
     void tellUnread(const H5::H5File& file, const std::string& group);
 
     // The readers' side; without an audit these do nothing.
     static void askedForObject(const H5::H5Location& location, const std::string& name);
     static void askedForAttribute(const H5::H5Location& location, const std::string& name);
-    /// Damage has ended the reading of a group; what is below it has been told with that.
+    /// Damage has ended the reading of a group; what is below it has been reported with that.
     static void gaveUp(const H5::H5Location& location, const std::string& name);
-    /// A stored number of another kind or of more bytes than the one that it is read into is told.
+    /// A stored number of another kind or of more bytes than the one that it is read into is reported.
     static void compareTypes(const H5::DataType& stored, const H5::DataType& wanted, const char* kind,
                              const std::string& name);
 

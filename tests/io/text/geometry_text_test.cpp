@@ -46,7 +46,7 @@ struct SSample
             import->setName("Import");
             frame.creator.geometryGroups.add(import.release(), true);
         }
-        frame.creator.geometryGroups.keepState(); // as behind a read
+        frame.creator.geometryGroups.keepState(); // as after a read
         this->drum().moveTo(C3DTransform());
         this->drum().motionHistory.resize(1);
     }

@@ -3,6 +3,7 @@
 #include "config/config_manager.h"
 #include "config/config_number.h"
 #include "config/file_replacer.h"
+#include "core/data_place.h"
 #include "core/log.h"
 #include "core/plain_file.h"
 #include "core/shortened.h"
@@ -176,8 +177,7 @@ class CConfigFileReader
 public:
     CConfigFileReader(const std::string& fileName, const CConfigHandle& handle,
                       const std::set<std::string>& excludedElements, const ConfigLineObserver& observer)
-        : name(fileName),
-          file(QString::fromStdString(fileName)),
+        : file(QString::fromStdString(fileName)),
           lines(file),
           handle(handle),
           manager(handle.manager()),
@@ -187,7 +187,8 @@ public:
 
     int read()
     {
-        if (name.empty())
+        const CPlaceScope scope(placeIn(file.fileName()));
+        if (file.fileName().isEmpty())
             return failed(eConfigNotOpened, "Unable to open file (no file name).");
         if (const std::string cause = openPlainFile(file); !cause.empty())
             return failed(eConfigNotOpened, "Could not open file for input. " + cause);
@@ -198,8 +199,7 @@ public:
 private:
     int failed(int result, const std::string& text)
     {
-        reportFailure(NLogTitle::configuration, name.empty() ? text : name + ": " + text,
-                      result == eConfigLaterFormat ? eCauseUnsupported : eCauseSource);
+        reportFailure(NLogTitle::configuration, text, result == eConfigLaterFormat ? eCauseUnsupported : eCauseSource);
         return result;
     }
 
@@ -274,8 +274,7 @@ private:
         }
         if (entry->valueIsCut)
             report(eLost, NLogTitle::configuration,
-                   name + ": what follows a carriage return was dropped (line: " + std::to_string(lines.number()) +
-                       ")");
+                   "What follows a carriage return was dropped (line: " + std::to_string(lines.number()) + ")");
         ++countedLines;
         if (observer && countedLines % 100 == 0)
             observer(countedLines);
@@ -293,7 +292,6 @@ private:
             throw CConfigException(eValueInInvalidFormat, key);
     }
 
-    const std::string& name;
     QFile file;
     CLineReader lines;
     const CConfigHandle& handle;
@@ -326,9 +324,7 @@ static std::string withEscapes(const std::string& key)
 class CConfigFileWriter
 {
 public:
-    CConfigFileWriter(QIODevice& device, CConfigManager& manager, const std::string& name)
-        : device(device), manager(manager), name(name)
-    {}
+    CConfigFileWriter(QIODevice& device, CConfigManager& manager) : device(device), manager(manager) {}
 
     int write(const CKeyPath& base)
     {
@@ -342,7 +338,7 @@ private:
 
     void warn(const CKeyPath& path, const std::string& text) const
     {
-        report(eNotCarried, NLogTitle::configuration, name + ": the value of key " + shortened(path.toString()) + text);
+        report(eNotCarried, NLogTitle::configuration, "The value of key " + shortened(path.toString()) + text);
     }
 
     /// Writes an entry for the node of the path, if it has a value, and then all below it.
@@ -355,9 +351,8 @@ private:
             const SValueKind* const kind = valueKindOf(node->value);
             if (!kind) {
                 reportFailure(NLogTitle::configuration,
-                              name +
-                                  ": An unexpected error occured while writing the configuration data "
-                                  "(unsupported data type in tree for key: " +
+                              "An unexpected error occured while writing the configuration data "
+                              "(unsupported data type in tree for key: " +
                                   shortened(path.toString()) + ").",
                               eCauseInternal);
                 return eConfigInvalidValue;
@@ -398,12 +393,11 @@ private:
 
     QIODevice& device;
     CConfigManager& manager;
-    const std::string& name;
 };
 
-int writeConfiguration(QIODevice& device, const CConfigHandle& handle, const std::string& name)
+int writeConfiguration(QIODevice& device, const CConfigHandle& handle)
 {
-    return CConfigFileWriter(device, handle.manager(), name).write(handle.basePath());
+    return CConfigFileWriter(device, handle.manager()).write(handle.basePath());
 }
 
 int writeConfigurationFile(const std::string& fileName, const CConfigHandle& handle)
@@ -412,17 +406,16 @@ int writeConfigurationFile(const std::string& fileName, const CConfigHandle& han
         reportFailure(NLogTitle::configuration, "Unable to open file (no file name).", eCauseTarget);
         return eConfigNotOpened;
     }
+    const CPlaceScope scope(placeIn(QString::fromStdString(fileName)));
     CFileReplacement replacement;
     if (!replacement.isOpen()) {
-        reportFailure(NLogTitle::configuration, fileName + ": Could not open file for output. " + replacement.cause(),
-                      eCauseTarget);
+        reportFailure(NLogTitle::configuration, "Could not open file for output. " + replacement.cause(), eCauseTarget);
         return eConfigNotOpened;
     }
-    const int result = writeConfiguration(replacement.device(), handle, fileName);
+    const int result = writeConfiguration(replacement.device(), handle);
     if (!replacement.replace(QString::fromStdString(fileName))) {
         reportFailure(NLogTitle::configuration,
-                      fileName + ": An unexpected error occured while writing the configuration data. " +
-                          replacement.cause(),
+                      "An unexpected error occured while writing the configuration data. " + replacement.cause(),
                       eCauseTarget);
         return eConfigInvalidLine;
     }

@@ -33,8 +33,7 @@ int readConfigurationFile(const std::string& fileName, const CConfigHandle& hand
 
 /// Writes the tree from the handle on, in the form of the file. A value that the form can't hold as it is is told in
 /// the log, with what becomes of it: the text is such that reading and writing it again gives the same bytes.
-/// \param name  as messages name the file
-int writeConfiguration(QIODevice& device, const CConfigHandle& handle, const std::string& name);
+int writeConfiguration(QIODevice& device, const CConfigHandle& handle);
 
 /// Does so to a file. When this returns the file may still be on its way to its place:
 /// waitForCopies (config/file_replacer.h) tells when it is there.

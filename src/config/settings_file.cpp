@@ -3,6 +3,7 @@
 #include "config/file_replacer.h"
 #include "core/background_read_write.h"
 #include "core/cause.h"
+#include "core/data_place.h"
 #include "core/log.h"
 #include "core/messages.h"
 #include "core/plain_file.h"
@@ -79,11 +80,11 @@ static bool readHeader(CVersionedStream& stream, std::string& text)
 bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* progress)
 {
     clearSettings(false);
-    currentFile = fileName.toStdString();
+    const CPlaceScope scope(placeIn(fileName));
     QFile file(fileName);
     if (const std::string cause = openPlainFile(file); !cause.empty()) {
         if (hasEntry(fileName))
-            report(eLost, NLogTitle::settings, currentFile + " is left out, it can't be opened: " + cause);
+            report(eLost, NLogTitle::settings, "The file is left out, it can't be opened: " + cause);
         return true;
     }
     CVersionedStream stream(&file);
@@ -99,7 +100,7 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
         cause = reader.errorCause();
     }
     if (!loaded && !text.empty())
-        reportFailure(NLogTitle::settings, currentFile + ": " + text, cause == eCauseNone ? eCauseSource : cause);
+        reportFailure(NLogTitle::settings, text, cause == eCauseNone ? eCauseSource : cause);
     return loaded;
 }
 
@@ -155,8 +156,7 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
         return false;
     }
     if (damagedBlocks > mostToldBlocks)
-        report(eLost, NLogTitle::settings,
-               currentFile + ": " + std::to_string(damagedBlocks - mostToldBlocks) + " more damaged blocks.",
+        report(eLost, NLogTitle::settings, std::to_string(damagedBlocks - mostToldBlocks) + " more damaged blocks.",
                static_cast<quint64>(damagedBlocks - mostToldBlocks));
     settingsDirty = damagedBlocks > 0;
     return true;
@@ -172,8 +172,7 @@ bool CSettingsFile::blockFailed(const QIODevice& device, const SSettingsEntry* e
         entry->entry->clear(true);
     if (++damagedBlocks <= mostToldBlocks)
         report(eLost, NLogTitle::settings,
-               currentFile + ", " + (entry ? "block of the " + entry->name : std::string("block")) + " at byte " +
-                   std::to_string(position) + (detail.empty() ? "" : " (" + detail + ")") + ": " +
+               "Block at byte " + std::to_string(position) + (detail.empty() ? "" : " (" + detail + ")") + ": " +
                    messageText(message).toStdString());
     return false;
 }
@@ -206,6 +205,7 @@ bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress
     stream >> length >> identifier;
     const bool hasHead = stream.status() == QDataStream::Ok;
     const SSettingsEntry* const entry = hasHead ? entryOf(identifier) : nullptr;
+    const CPlaceScope scope(entry ? placeAtWork().inBlock(entry->name) : placeAtWork());
     const qint64 payloadAt = device.pos();
     // A length that leads out of the file, or back before the payload, is damaged itself and taken for nothing.
     const qint64 announcedEnd = lengthAt + length;
@@ -255,12 +255,12 @@ bool CSettingsFile::saveSettings(const QString& fileName, IProgressController* p
                                          [](const SSettingsEntry& entry) { return entry.entry->isModified(); });
     if (!anyModified && !settingsDirty && !force)
         return true;
-    currentFile = fileName.toStdString();
+    const CPlaceScope scope(placeIn(fileName));
     writesCustomProperties = writeCustomProperties;
     const auto failed = [this](const std::string& text) {
         settingsDirty = true; // what isn't saved yet is still to be saved
         if (!text.empty())
-            reportFailure(NLogTitle::settings, currentFile + ": " + text, eCauseTarget);
+            reportFailure(NLogTitle::settings, text, eCauseTarget);
         return false;
     };
 
@@ -306,10 +306,9 @@ bool CSettingsFile::write(QDataStream& stream, IProgressController* progress)
 bool CSettingsFile::writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry)
 {
     QIODevice& device = *stream.device();
+    const CPlaceScope scope(placeAtWork().inBlock(entry.name));
     const auto failed = [&](const std::string& cause) {
-        reportFailure(NLogTitle::settings,
-                      currentFile + ", block of the " + entry.name + ": " +
-                          messageText(eMessageSettingsEntryNotWritten).toStdString() + cause,
+        reportFailure(NLogTitle::settings, messageText(eMessageSettingsEntryNotWritten).toStdString() + cause,
                       eCauseTarget);
         return false;
     };

@@ -65,7 +65,6 @@ private:
     std::vector<SSettingsEntry> entries;
     bool settingsDirty = true;
     bool writesCustomProperties = true;
-    std::string currentFile; ///< as messages name it
     int damagedBlocks = 0;
     quint32 lastVersion = 0;
     qint32 lastEdition = 0;

@@ -1,5 +1,7 @@
 #include "core/data_place.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace NBrenmark {
@@ -11,6 +13,13 @@ static SDataPlace& placeOfThread()
 }
 
 const SDataPlace& placeAtWork() { return placeOfThread(); }
+
+SDataPlace placeIn(const QString& path)
+{
+    SDataPlace place;
+    place.file = QFileInfo(path).fileName().toStdString();
+    return place;
+}
 
 SDataPlace SDataPlace::inTimestep(quint32 number) const
 {

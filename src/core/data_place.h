@@ -1,6 +1,7 @@
 #pragma once
 // Where in a deck the work is: a message of the log takes its place from here, so that no text repeats it.
 
+#include <QString>
 #include <QtGlobal>
 #include <optional>
 #include <string>
@@ -19,6 +20,9 @@ struct SDataPlace
     /// "pile.dem, timestep 3", or "pile.dem, creator data" outside of timesteps; empty without a file.
     std::string text() const;
 };
+
+/// The file at a path.
+SDataPlace placeIn(const QString& path);
 
 /// The place of the work on this thread; a worker begins with that of the thread that made it.
 const SDataPlace& placeAtWork();

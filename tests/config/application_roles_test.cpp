@@ -36,7 +36,7 @@ struct SRoleTree
     {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
-        EXPECT_EQ(NConfig::writeConfiguration(buffer, *manager.rootHandle(), "a.dfg"), NConfig::eConfigDone);
+        EXPECT_EQ(NConfig::writeConfiguration(buffer, *manager.rootHandle()), NConfig::eConfigDone);
         QList<QByteArray> lines = buffer.data().split('\n');
         lines.erase(lines.begin(), lines.begin() + 3);
         lines.removeLast();

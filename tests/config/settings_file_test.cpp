@@ -201,9 +201,8 @@ TEST(SettingsFile, losesNoBlockButTheDamagedOne)
         EXPECT_NE(entries.logText().find(c.told), std::string::npos) << c.name << ": " << entries.logText();
         EXPECT_NE(entries.logText().find(retry), std::string::npos) << c.name;
         // 28 bytes of header, 40 of the first block.
-        EXPECT_NE(
-            entries.logText().find(c.told == wrongAmount ? "a.ess, block of the twos at byte 68 (" : "a.ess, block"),
-            std::string::npos)
+        EXPECT_NE(entries.logText().find(c.told == wrongAmount ? "a.ess, twos: Block at byte 68 (" : "Block at byte "),
+                  std::string::npos)
             << c.name << entries.logText();
     }
 }
@@ -396,7 +395,7 @@ TEST(SettingsFile, thatFailsLeavesTheOldFileAndSaysSo)
     entries.two.failsToWrite = true;
     EXPECT_FALSE(entries.save());
     EXPECT_EQ(entries.folder.read("b.ess"), "old");
-    EXPECT_NE(entries.logText().find("block of the twos: Could not write settings entry"), std::string::npos);
+    EXPECT_NE(entries.logText().find("b.ess, twos: Could not write settings entry"), std::string::npos);
     EXPECT_TRUE(entries.file.isDirty());
 }
 

@@ -40,7 +40,7 @@ const SUnreadable unreadables[] = {
 
 bool namesTheFile(const SLogRecord& message, const char* suffix)
 {
-    return message.text.find(std::string("deck") + suffix) != std::string::npos;
+    return message.placedText().find(std::string("deck") + suffix) != std::string::npos;
 }
 
 TEST(Companions, thatCantBeReadEndTheConversionOrAreLeftOut)

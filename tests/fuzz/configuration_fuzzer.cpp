@@ -15,7 +15,7 @@ static QByteArray written(CConfigManager& manager)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    if (writeConfiguration(buffer, *manager.rootHandle(), "fuzz") != eConfigDone)
+    if (writeConfiguration(buffer, *manager.rootHandle()) != eConfigDone)
         std::abort();
     return buffer.data();
 }

@@ -123,6 +123,14 @@ const SFault faults[] = {
     {"moving-walls-26", "creator/geometryGroups/Plate", "Plate", [](Files f) { f.model().remove("GeometryGroups/2"); }},
     {"collisions-24", "timestep/1/collisions", "start time",
      [](Files f) { f.timestep(1).remove("Collisions/SurfaceSurface/start time"); }},
+    {"factories-25", "timestep/1/geometryGroups", "lacks size distributions (1)",
+     [](Files f) { f.timestep(1).remove("GeometryGroups/0/Factories/A/FactSize/Ball"); }},
+    {"pile-27", "timestep/1/particles", "custom properties are stored where",
+     [](Files f) { f.timestep(1).remove("ParticleTypes/1/CustomProperties/1"); }},
+    {"moving-walls-26", "creator/geometryGroups/Gate", "translation",
+     [](Files f) {
+         f.model().attribute("GeometryGroups/4", "translation", std::array<double, 3>{0, 0, 1});
+     }},
     {"pile-27", "timestep/1/energy", "SystemEnergy", [](Files f) { f.timestep(1).remove("SystemEnergy"); }},
     {"pile-27", "timestep/1", "time", [](Files f) { f.timestep(1).removeAttribute("", "elapsed real time"); }},
     // what no reader asks for, and what is read as something else

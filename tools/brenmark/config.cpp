@@ -80,7 +80,7 @@ static QList<QByteArray> entryLines(CConfigManager& manager, const CKeyPath& key
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    NConfig::writeConfiguration(buffer, *manager.handle(key, false), "the configuration");
+    NConfig::writeConfiguration(buffer, *manager.handle(key, false));
     QList<QByteArray> lines = buffer.data().split('\n');
     constexpr int headLines = 3;
     lines.erase(lines.begin(), lines.begin() + headLines);

@@ -63,12 +63,7 @@ bool flushed(QFile& file)
     return fileFailed(NLogTitle::legacyWrite, "write", file);
 }
 
-SDataPlace placeIn(const QFile& file)
-{
-    SDataPlace place;
-    place.file = QFileInfo(file.fileName()).fileName().toStdString();
-    return place;
-}
+SDataPlace placeIn(const QFile& file) { return placeIn(file.fileName()); }
 
 /// Whether a file that is only to be read could be opened; else the log tells file and cause.
 static bool opened(QFile& file)

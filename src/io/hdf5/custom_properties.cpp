@@ -58,6 +58,11 @@ void CHdf5Reader::readCustomPropertyManager(CCustomPropertyData& data)
                    std::to_string(stored) + " custom properties are stored where the settings define " +
                        std::to_string(known) + ": the others are skipped.",
                    stored - known);
+        else if (options.examine && stored < data.lists.size())
+            report(eRepaired, NLogTitle::hdf5Read,
+                   std::to_string(stored) + " custom properties are stored where the settings define " +
+                       std::to_string(data.lists.size()) + ": the others have their default values.",
+                   data.lists.size() - stored);
     });
 }
 

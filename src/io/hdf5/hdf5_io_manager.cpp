@@ -53,12 +53,7 @@ void inHdf5(TBody&& body)
     }
 }
 
-SDataPlace placeIn(const H5::H5File& file)
-{
-    SDataPlace place;
-    place.file = QFileInfo(QString::fromStdString(file.getFileName())).fileName().toStdString();
-    return place;
-}
+SDataPlace placeIn(const H5::H5File& file) { return NBrenmark::placeIn(QString::fromStdString(file.getFileName())); }
 
 QString nameOf(const H5::H5File& file) { return QString::fromStdString(file.getFileName()); }
 

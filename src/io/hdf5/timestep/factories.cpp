@@ -101,12 +101,19 @@ void CHdf5TimestepDataReader::readParticleFactory(CParticleFactory& factory)
 {
     const SReadPart part{*this};
     factoryForm(in(), factory, part, [&] {
+        size_t found = 0;
         in().children([&](const QString& typeName) {
             const auto size = factory.sizes.find(typeName);
             if (size == factory.sizes.end())
                 throw std::out_of_range("invalid map<K, T> key");
             part(size->second.get());
+            ++found;
         });
+        if (options.examine && found < factory.sizes.size())
+            report(eRepaired, NLogTitle::hdf5Read,
+                   "The particle factory \"" + shortened(factory.name) + "\" lacks size distributions (" +
+                       std::to_string(factory.sizes.size() - found) + "): they remain as the model has them.",
+                   factory.sizes.size() - found, shortened(factory.name));
     });
 }
 

@@ -112,6 +112,7 @@ public:
     explicit CFault(const SLogRecord& message)
         : place(placeOf(message)),
           name(lettersOf(namedIn(message.text))),
+          absent(message.effect == eDefaulted ? lettersOf(NText::segment(message.place.object)) : std::string()),
           isUnreadName(isUnread(message)),
           isWholePart(place.find('/') == std::string::npos || place.find('/', place.find('/') + 1) == std::string::npos)
     {}
@@ -122,6 +123,8 @@ public:
             return false;
         if (isUnreadName)
             return difference.kind == eOtherCount;
+        if (!absent.empty() && hasSegment(difference.place, absent))
+            return true;
         // Damage outside of blocks is reported with the name of what is damaged.
         return place != "deck" && (!isWholePart || (!name.empty() && hasSegment(difference.place, name)));
     }
@@ -138,6 +141,7 @@ public:
 
 private:
     const std::string name;
+    const std::string absent; ///< an object that isn't stored; all of it may differ
     const bool isUnreadName;
     const bool isWholePart;
 };

@@ -130,7 +130,7 @@ public:
     {
         if (a.value != nullptr && b.value != nullptr)
             values(path, *a.value, *b.value);
-        if (tellsOtherNumber(path, a, b))
+        if (tellsOtherNumber(path, a, b) || tellsOtherKind(path, a, b))
             return;
         const std::pair<std::string, std::string> outerLengths = lengths;
         const size_t before = found.size();
@@ -224,6 +224,16 @@ private:
         tell(eOtherCount, path,
              otherNumber("entries", {std::to_string(a.names.size()), std::to_string(b.names.size())}) +
                  "; they differ from entry " + std::to_string(same) + " on");
+        return true;
+    }
+
+    /// Things of two kinds have nothing in common that could be compared.
+    bool tellsOtherKind(const std::string& path, const SNode& a, const SNode& b)
+    {
+        const std::string first = a.valueOf("kind"), second = b.valueOf("kind");
+        if (first == second)
+            return false;
+        tell(eOtherValue, joined(path, "kind"), "another kind", first, second);
         return true;
     }
 

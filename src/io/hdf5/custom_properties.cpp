@@ -59,7 +59,7 @@ void CHdf5Reader::readCustomPropertyManager(CCustomPropertyData& data)
                        std::to_string(known) + ": the others are skipped.",
                    stored - known);
         else if (options.examine && stored < data.lists.size())
-            report(eRepaired, NLogTitle::hdf5Read,
+            report(eDefaulted, NLogTitle::hdf5Read,
                    std::to_string(stored) + " custom properties are stored where the settings define " +
                        std::to_string(data.lists.size()) + ": the others have their default values.",
                    data.lists.size() - stored);

@@ -213,11 +213,14 @@ public:
         return fileVersion >= makeVersion(major, minor, build);
     }
 
-    /// \return false, in a deck that is examined, if it can't be read; the value stays what it was
+    /// \return false, in a deck that is examined, if it can't be read; the value remains what it was
     template <class T>
     bool attribute(const std::string& name, T& value)
     {
-        return isSound([&] { readAttribute(name, value, *visitor.location); });
+        if (isSound([&] { readAttribute(name, value, *visitor.location); }))
+            return true;
+        CReadAudit::gaveUp(*visitor.location, std::string()); // other names of the group may hang on it
+        return false;
     }
     void signedAttribute(const std::string& name, quint32& value)
     {
@@ -259,8 +262,10 @@ public:
     template <class TBody>
     void examined(const std::string& name, TBody&& body)
     {
-        if (!isSound(body))
-            CReadAudit::gaveUp(*visitor.location, name);
+        if (isSound(body))
+            return;
+        const bool isGone = !name.empty() && !has(name); // and the numbers of its neighbours may be wrong
+        CReadAudit::gaveUp(*visitor.location, isGone ? std::string() : name);
     }
 
     template <class TBody>

@@ -15,7 +15,8 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
         in.children([&](const QString& name) {
             const std::string factory = "plug-in factory \"" + shortened(name) + "\" of the ";
             QString type;
-            in.attribute("type", type);
+            if (!in.attribute("type", type))
+                return;
             if (type != QLatin1String("library")) {
                 reportOnce(eLost, NLogTitle::hdf5Read,
                            factory + "kind \"" + shortened(type) + "\" is no plug-in: left out.", 1, shortened(name));

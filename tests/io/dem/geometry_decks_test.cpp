@@ -118,7 +118,7 @@ static void expectFactories(CSampleDeck& deck, bool hasGoals)
     ASSERT_EQ(first.size(), 3u);
     ASSERT_EQ(second.size(), 2u);
     expectText(*groups.at(0)->factories,
-               "A/kind \"dynamic\"; A/maxAttempts 30; A/counter0 4; A/counter1 3; A/counter2 2; A/counter3 0; "
+               "A/kind \"dynamic\"; A/maxAttempts 30; A/counters u32[4] 4 3 2 0; "
                "A/numToCreate 500; A/massToCreate 12.5; A/velocity/value (0, 0, -1.5); A/sizes/Ball/value 1.25; "
                "A/orientation/kind \"random\"; A/position/style 1; A/position/maxAngle 1.5; "
                "A/position/seedPosition (0.5, 0.25, 0.125); B/unlimited true; "
@@ -137,8 +137,8 @@ static void expectFactories(CSampleDeck& deck, bool hasGoals)
 
     deck.readTimestep(hasGoals ? 10318 : 9870);
     expectText(*groups.at(0)->factories,
-               "A/creationCount 8; A/createdSinceRateChange 5; A/counter0 1; A/counter1 2; A/counter2 3; "
-               "A/counter3 4; A/position/seedPosition (0.1, 0.2, 0.3); A/position/seedVector (0, 1, 0); C/type/next 1");
+               "A/creationCount 8; A/createdSinceRateChange 5; A/counters u32[4] 1 2 3 4; "
+               "A/position/seedPosition (0.1, 0.2, 0.3); A/position/seedVector (0, 1, 0); C/type/next 1");
     expectText(*groups.at(0)->factories, hasGoals ? "A/accounting/massCreated 1.5; A/accounting/massSinceRateChange 0.5"
                                                   : "A/accounting/massCreated 0; A/accounting/massSinceRateChange 0");
     EXPECT_EQ(second[1]->creationCount, 9u);

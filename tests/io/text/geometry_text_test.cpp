@@ -109,7 +109,7 @@ const SChange changes[] = {
     {DRUM_STATE "motions/Turn/angularVelocity", [](SSample& s) { s.turn().angularVelocity.x = 9; }},
     {DRUM_STATE "motions/Turn/pointOfAction", [](SSample& s) { s.turn().pointOfAction.x = 9; }},
     {DRUM_STATE "factories/Feeder/creationCount", [](SSample& s) { s.feeder().creationCount = 9; }},
-    {DRUM_STATE "factories/Feeder/counter2", [](SSample& s) { s.feeder().counters[2] = 9; }},
+    {DRUM_STATE "factories/Feeder/counters", [](SSample& s) { s.feeder().counters[2] = 9; }},
     {DRUM_STATE "factories/Feeder/accounting/massCreated", [](SSample& s) { s.feeder().accounting.massCreated = 9; }},
     {DRUM_STATE "factories/Feeder/type/next",
      [](SSample& s) { dynamic_cast<CBinaryFactoryType&>(*s.feeder().type).next = 1; }},

@@ -65,8 +65,8 @@ static void readCustomParams(CHdf5CreatorDataReader& reader, CHdf5FormReader& in
         in.group(std::to_string(i), [&] {
             QString kind;
             std::string propertyName;
-            in.attribute(kindName, kind);
-            in.attribute("name", propertyName);
+            if (!in.attribute(kindName, kind) || !in.attribute("name", propertyName))
+                return;
             const CCustomPropertyManager* const properties = factory.customProperties;
             const CCustomPropertyMetaData* const property =
                 properties != nullptr ? properties->property(propertyName) : nullptr;
@@ -197,7 +197,8 @@ void CHdf5CreatorDataReader::readParticleFactoryList(CParticleFactoryList& list)
     in().group("Factories/", [&] {
         in().children([&](const QString& name) {
             QString type;
-            in().attribute(kindName, type);
+            if (!in().attribute(kindName, type))
+                return;
             std::unique_ptr<CParticleFactory> factory = createFactory(type, name);
             if (factory == nullptr) {
                 report(eLost, NLogTitle::hdf5Read,

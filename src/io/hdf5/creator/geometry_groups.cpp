@@ -164,7 +164,8 @@ void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
     in().group("GeometryGroups/", [&] {
         in().children([&](const QString& number) {
             QString type;
-            in().attribute("type", type);
+            if (!in().attribute("type", type))
+                return;
             std::unique_ptr<CGeometryGroup> group = createGeometry(type, properties);
             bool isNumber = false;
             const quint32 index = number.toUInt(&isNumber);

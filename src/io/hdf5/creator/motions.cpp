@@ -185,7 +185,8 @@ void CHdf5CreatorDataReader::readKinematics(CKinematics& kinematics)
         for (hsize_t i = 0; i < count; ++i)
             in().group(std::to_string(i), [&] {
                 QString type;
-                in().attribute("type", type);
+                if (!in().attribute("type", type))
+                    return;
                 std::unique_ptr<CTimeDepAction> motion = createMotion(type);
                 if (motion == nullptr) {
                     report(eLost, NLogTitle::hdf5Read,

@@ -168,7 +168,8 @@ void CHdf5CreatorDataReader::readParticleSizeDistributionMap(CParticleSizeDistri
             double percentage = 0.0;
             QString kind;
             in().attribute(shareName, percentage);
-            in().attribute(lawKindName, kind);
+            if (!in().attribute(lawKindName, kind))
+                return;
             std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
             if (law == nullptr) {
                 report(eLost, NLogTitle::hdf5Read,

@@ -16,6 +16,7 @@
 #include "model/factories/particle_factory_list.h"
 #include "model/factories/static_particle_factory.h"
 
+#include <set>
 #include <stdexcept>
 
 namespace NBrenmark {
@@ -110,7 +111,7 @@ void CHdf5TimestepDataReader::readParticleFactory(CParticleFactory& factory)
             ++found;
         });
         if (options.examine && found < factory.sizes.size())
-            report(eRepaired, NLogTitle::hdf5Read,
+            report(eDefaulted, NLogTitle::hdf5Read,
                    "The particle factory \"" + shortened(factory.name) + "\" lacks size distributions (" +
                        std::to_string(factory.sizes.size() - found) + "): they remain as the model has them.",
                    factory.sizes.size() - found, shortened(factory.name));
@@ -165,9 +166,12 @@ void CHdf5TimestepDataWriter::writeStaticParticleFactory(const CStaticParticleFa
 
 void CHdf5TimestepDataReader::readParticleFactoryList(CParticleFactoryList& list)
 {
+    std::set<const CParticleFactory*> found;
     in().group("Factories/", [&] {
         in().children([&](const QString& name) {
-            if (CParticleFactory* const factory = list.find(name))
+            CParticleFactory* const factory = list.find(name);
+            found.insert(factory);
+            if (factory != nullptr)
                 factory->read(*this);
             else
                 report(eLost, NLogTitle::hdf5Read,
@@ -175,6 +179,11 @@ void CHdf5TimestepDataReader::readParticleFactoryList(CParticleFactoryList& list
                            "\" is skipped: the model has no such factory.",
                        1, shortened(name));
         });
+        for (const std::unique_ptr<CParticleFactory>& factory : list.factories)
+            if (options.examine && found.count(factory.get()) == 0)
+                report(eDefaulted, NLogTitle::hdf5Read,
+                       "The particle factory \"" + shortened(factory->name) + "\" has no state: it is as in the model.",
+                       1, shortened(factory->name));
     });
 }
 

@@ -11,6 +11,7 @@
 #include "model/geometry_groups.h"
 
 #include <algorithm>
+#include <set>
 
 namespace NBrenmark {
 
@@ -108,6 +109,7 @@ void CHdf5TimestepDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 void CHdf5TimestepDataReader::readGeometryGroups(GeometryGroups& groups)
 {
     bool hasNewIds = false;
+    std::set<const CGeometryGroup*> found;
     in().group("GeometryGroups/", [&] {
         in().children([&](const QString& number) {
             bool isNumber = false;
@@ -118,9 +120,15 @@ void CHdf5TimestepDataReader::readGeometryGroups(GeometryGroups& groups)
                            " is skipped: the model has no such group.");
                 return;
             }
+            found.insert(group);
             readGeometryGroup(*group);
             hasNewIds |= (group->dataMask & (eTriangleIds | eTriangleNodes)) != 0;
         });
+        for (const CGeometryGroup* const group : groups.groups())
+            if (options.examine && group != nullptr && found.count(group) == 0)
+                report(eDefaulted, NLogTitle::hdf5Read,
+                       "The geometry group \"" + shortened(group->name) + "\" has no state: it is as in the model.", 1,
+                       shortened(group->name));
     });
     if (hasNewIds)
         groups.rebuildElementIds();

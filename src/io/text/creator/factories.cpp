@@ -41,8 +41,7 @@ void CTextWriter::writeParticleFactory(const CParticleFactory& f)
         out.value("maxAttempts", f.maxAttempts);
     if (tells(ETextPart::eState)) {
         out.value("creationCount", f.creationCount);
-        for (size_t i = 0; i < f.counters.size(); ++i)
-            out.value(("counter" + std::to_string(i)).c_str(), f.counters[i]);
+        out.array("counters", std::vector<quint32>(f.counters.begin(), f.counters.end()));
         out.group("accounting", [&] { f.accounting.write(*this); });
     }
     const auto parameter = [this](const std::string& segment, const IFactoryParameter* held) {

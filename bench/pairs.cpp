@@ -5,9 +5,9 @@
 #include "bench/measuring.h"
 
 #include "model/particle_types.h"
+#include "properties/custom_property_manager.h"
 #include "results/bonds.h"
 #include "results/contacts.h"
-#include "results/custom_property_manager.h"
 
 using namespace NBrenmark;
 using namespace NBench;

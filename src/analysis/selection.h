@@ -6,7 +6,7 @@
 #include "analysis/filters.h"
 #include "analysis/id_list.h"
 #include "analysis/query_map.h"
-#include "model/parameter_support.h"
+#include "core/parameter_support.h"
 
 #include <QColor>
 #include <QString>

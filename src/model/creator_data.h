@@ -3,6 +3,7 @@
 // and the settings beside it.
 
 #include "model/domain.h"
+#include "model/factories/plugin_factory_list.h"
 #include "model/geometry_groups.h"
 #include "model/interactions.h"
 #include "model/material_block.h"
@@ -11,7 +12,7 @@
 #include "model/simulation_data.h"
 #include "model/size_distributions.h"
 #include "physics/physics_models.h"
-#include "physics/plugins/plugin_factory_list.h"
+#include "physics/physics_owner.h"
 
 #include <functional>
 
@@ -19,7 +20,7 @@ namespace NBrenmark {
 
 class CParticleFactory;
 
-class CCreatorData : public CSimulationData
+class CCreatorData : public CSimulationData, public IPhysicsOwner
 {
     Q_OBJECT
 public:
@@ -35,6 +36,12 @@ public:
     /// Empties the lists and the stored place, and marks the model as modified. Title, damping,
     /// gravity, the domain and the cylindrical conditions stay.
     void clear() override;
+
+    void physicsChanged() override { modified = true; }
+    bool radiusRange(double& min, double& max, bool physical) const override
+    {
+        return particleTypes.radiusRange(min, max, physical);
+    }
 
     /// Null if no group has the name.
     CGeometryGroup* geometryGroupByName(const QString& name) const;

@@ -5,7 +5,7 @@
 #include "model/bounding_box.h"
 #include "model/geometry/element_ids.h"
 #include "model/geometry_state.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <QMap>
 #include <QString>

@@ -9,7 +9,7 @@
 
 #include "maths/quaternion.h"
 #include "maths/vector.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include <QString>
 #include <array>

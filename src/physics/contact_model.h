@@ -3,10 +3,10 @@
 // properties that it works on. The names in its tables are names of the deck, so a rename goes
 // through every model.
 
-#include "model/parameter_support.h"
+#include "core/parameter_support.h"
 #include "physics/model_kinds.h"
 #include "physics/required_property.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <QString>
 

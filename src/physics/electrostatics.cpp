@@ -1,19 +1,16 @@
 #include "physics/electrostatics.h"
 
-#include "model/creator_data.h"
+#include "physics/physics_owner.h"
 
 namespace NBrenmark {
 
-CElectrostaticsExternalForce::CElectrostaticsExternalForce(const CCreatorData* creatorData)
-{
-    parameters.particleTypes = creatorData == nullptr ? nullptr : &creatorData->particleTypes;
-}
+CElectrostaticsExternalForce::CElectrostaticsExternalForce(const IPhysicsOwner* deck) { parameters.deck = deck; }
 
 double CElectrostaticsExternalForce::cutoff() const
 {
     double smallest = 0.0;
     double greatest = 0.0;
-    if (parameters.particleTypes == nullptr || !parameters.particleTypes->radiusRange(smallest, greatest, true))
+    if (parameters.deck == nullptr || !parameters.deck->radiusRange(smallest, greatest, true))
         return 0.0;
     return smallest * parameters.screeningDistance;
 }

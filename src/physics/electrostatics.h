@@ -5,8 +5,7 @@
 
 namespace NBrenmark {
 
-class CCreatorData;
-class CParticleTypes;
+class IPhysicsOwner;
 
 class CElectrostaticsExtForceParamData : public CParamData<CElectrostaticsExtForceParamData>
 {
@@ -14,15 +13,15 @@ public:
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 
-    double screeningDistance = 5.0;                ///< in radii of the smallest particle; neither 0 nor 1
-    const CParticleTypes* particleTypes = nullptr; ///< of the deck; not owned, never stored
+    double screeningDistance = 5.0;      ///< in radii of the smallest particle; neither 0 nor 1
+    const IPhysicsOwner* deck = nullptr; ///< whose radii they are; not owned, never stored
 };
 
 class CElectrostaticsExternalForce : public CExternalForceWith<CElectrostaticsExtForceParamData>
 {
 public:
-    /// \param creatorData  of the deck; not owned, may be null
-    explicit CElectrostaticsExternalForce(const CCreatorData* creatorData);
+    /// \param deck  not owned, may be null
+    explicit CElectrostaticsExternalForce(const IPhysicsOwner* deck);
 
     /// The distance beyond which charges don't act, m: the screening distance for the smallest physical
     /// radius that there is. 0 without a particle type.

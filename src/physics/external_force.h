@@ -2,10 +2,10 @@
 // What every external force is to a deck: a name, a parameter record, and custom properties that it
 // works on.
 
-#include "model/parameter_support.h"
+#include "core/parameter_support.h"
 #include "physics/model_kinds.h"
 #include "physics/required_property.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <QString>
 

@@ -50,11 +50,11 @@ const std::vector<SExternalForceKind>& externalForceKinds()
 {
     static const std::vector<SExternalForceKind> kinds = {
         {"Electrostatics", false, &typeid(CElectrostaticsExternalForce),
-         [](const CCreatorData* creatorData) -> std::unique_ptr<IExternalForce> {
-             return std::make_unique<CElectrostaticsExternalForce>(creatorData);
+         [](const IPhysicsOwner* deck) -> std::unique_ptr<IExternalForce> {
+             return std::make_unique<CElectrostaticsExternalForce>(deck);
          }},
         {"Temperature Update", true, &typeid(CHeatConductionExternalForce),
-         [](const CCreatorData*) -> std::unique_ptr<IExternalForce> {
+         [](const IPhysicsOwner*) -> std::unique_ptr<IExternalForce> {
              return std::make_unique<CHeatConductionExternalForce>();
          }},
     };
@@ -73,14 +73,13 @@ std::unique_ptr<IContactModel> createContactModel(const QString& name, quint32 m
     return nullptr;
 }
 
-std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source,
-                                                    const CCreatorData* creatorData)
+std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source, const IPhysicsOwner* deck)
 {
     if (source == ePluginModel)
         return nullptr;
     for (const SExternalForceKind& kind : externalForceKinds())
         if (name == QLatin1String(kind.name))
-            return kind.make(creatorData);
+            return kind.make(deck);
     return nullptr;
 }
 

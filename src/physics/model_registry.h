@@ -11,7 +11,7 @@
 
 namespace NBrenmark {
 
-class CCreatorData;
+class IPhysicsOwner;
 
 /// What a model answers to chainRole and chainPosition, as plain numbers.
 struct SContactModelKind
@@ -30,7 +30,7 @@ struct SExternalForceKind
     const char* name;
     bool capabilityFlag;
     const std::type_info* type;
-    std::unique_ptr<IExternalForce> (*make)(const CCreatorData* creatorData);
+    std::unique_ptr<IExternalForce> (*make)(const IPhysicsOwner* deck);
 };
 
 /// What answers for a model that isn't built in.
@@ -47,9 +47,8 @@ const std::vector<SExternalForceKind>& externalForceKinds();
 /// \param source  EModelSource; a plug-in of that name is never known
 std::unique_ptr<IContactModel> createContactModel(const QString& name, quint32 modelType, quint32 source);
 /// The same for an external force. The name "none" stands for no force.
-/// \param creatorData  of the deck; not owned, may be null
-std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source,
-                                                    const CCreatorData* creatorData);
+/// \param deck  that it acts in; not owned, may be null
+std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source, const IPhysicsOwner* deck);
 
 /// The name of a model as early decks spell it, mended.
 QString mendedModelName(const QString& storedName);

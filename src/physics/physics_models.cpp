@@ -1,9 +1,9 @@
 #include "physics/physics_models.h"
 
-#include "model/creator_data.h"
 #include "physics/electrostatics.h"
 #include "physics/hertz_mindlin_no_slip.h"
 #include "physics/phantoms.h"
+#include "physics/physics_owner.h"
 #include "physics/tribocharging.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
@@ -12,7 +12,7 @@
 
 namespace NBrenmark {
 
-CPhysicsModels::CPhysicsModels(CCreatorData* creatorData) : creatorData(creatorData)
+CPhysicsModels::CPhysicsModels(IPhysicsOwner* owner) : owner(owner)
 {
     // The owner is still being made: it has nothing yet that could be modified.
     const CLoading quietly(*this);
@@ -41,7 +41,7 @@ std::unique_ptr<IExternalForce> CPhysicsModels::makeExternalForce(const QString&
 {
     if (name == QLatin1String("none"))
         return nullptr;
-    std::unique_ptr<IExternalForce> force = createExternalForce(name, source, creatorData);
+    std::unique_ptr<IExternalForce> force = createExternalForce(name, source, owner);
     if (force == nullptr && allowPhantom)
         force = std::make_unique<CExternalForcePhantom>(name, source);
     return force;
@@ -136,8 +136,8 @@ void CPhysicsModels::resetToDefaults()
 
 void CPhysicsModels::setModified()
 {
-    if (creatorData != nullptr && !loading)
-        creatorData->modified = true;
+    if (owner != nullptr && !loading)
+        owner->physicsChanged();
 }
 
 void CPhysicsModels::addListener(IPhysicsModelChangeListener* listener) { listeners.insert(listener); }

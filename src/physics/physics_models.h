@@ -24,8 +24,8 @@ public:
     static constexpr int atEnd = -1;
 
     /// Holds the default model in each chain and no force.
-    /// \param creatorData  the owner; may be null
-    explicit CPhysicsModels(CCreatorData* creatorData = nullptr);
+    /// \param owner  may be null; not owned
+    explicit CPhysicsModels(IPhysicsOwner* owner = nullptr);
     /// Tells the listeners as clear does, so they must outlive the models or be removed before.
     ~CPhysicsModels();
     CPhysicsModels(const CPhysicsModels&) = delete;
@@ -101,7 +101,7 @@ private:
     void forEachModel(const TOperation& operation);
     void setModified();
 
-    CCreatorData* creatorData;
+    IPhysicsOwner* owner;
     std::set<IPhysicsModelChangeListener*> listeners;
 };
 

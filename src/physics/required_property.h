@@ -2,7 +2,7 @@
 // The custom properties that a contact model or an external force works on. A deck holds them for
 // as long as it holds the model.
 
-#include "results/custom_property_meta_data.h"
+#include "properties/custom_property_meta_data.h"
 
 #include <memory>
 #include <vector>

@@ -4,9 +4,9 @@
 // that no other row moves while a simulation runs; saving takes the released rows out.
 
 #include "core/save_options.h"
+#include "properties/custom_property_data.h"
 #include "results/collisions.h"
 #include "results/contact_records.h"
-#include "results/custom_property_data.h"
 #include "results/pair_rows.h"
 
 #include <utility>

@@ -2,9 +2,9 @@
 
 #include "core/log.h"
 #include "core/shortened.h"
+#include "model/factories/plugin_factory.h"
 #include "physics/contact_model.h"
 #include "physics/external_force.h"
-#include "physics/plugins/plugin_factory.h"
 
 namespace NBrenmark {
 

@@ -4,7 +4,7 @@
 
 #include "physics/physics_listener.h"
 #include "physics/required_property.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 namespace NBrenmark {
 

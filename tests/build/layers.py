@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Checks that every #include of src stays within what cmake/layers.txt allows.
+"""Checks that every #include of src stays within what cmake/layers.txt allows, and that this is no more than is needed.
 
 Usage: layers.py ROOT
-Prints a line for each include that doesn't, and ends with 1 if there are any.
+Prints a line for each include that isn't allowed, each arrow that no include uses and each ring, and ends with 1 if
+there are any.
 """
 import fnmatch
 import os
@@ -77,8 +78,38 @@ def violations(root):
                 yield from violations_of_file(source, path, rooms, libraries)
 
 
+def unused_arrows(root):
+    """Yields the complaint for each arrow that no include needs."""
+    rooms, _ = read_layers(os.path.join(root, "cmake", "layers.txt"))
+    source = os.path.join(root, "src")
+    used = set()
+    for folder, _, files in os.walk(source):
+        for name in files:
+            path = os.path.relpath(os.path.join(folder, name), source).replace(os.sep, "/")
+            with open(os.path.join(folder, name), encoding="utf-8") as lines:
+                included = [match.group(2) for match in map(INCLUDE.match, lines) if match]
+            used.update((room_of(path, rooms), room_of(target, rooms)) for target in included)
+    for room, allowed in rooms.items():
+        yield from (f"cmake/layers.txt: {room} never includes {name}" for name in allowed if (room, name) not in used)
+
+
+def rings(root):
+    """Yields the complaint for each room that may include itself by way of others."""
+    rooms, _ = read_layers(os.path.join(root, "cmake", "layers.txt"))
+    for room in rooms:
+        reached, waiting = set(), list(rooms[room])
+        while waiting:
+            name = waiting.pop()
+            if name not in reached:
+                reached.add(name)
+                waiting += rooms.get(name, [])
+        if room in reached:
+            yield f"cmake/layers.txt: {room} comes round to itself"
+
+
 def main():
-    complaints = list(violations(sys.argv[1]))
+    root = sys.argv[1]
+    complaints = [*violations(root), *unused_arrows(root), *rings(root)]
     for complaint in complaints:
         print(complaint)
     return 1 if complaints else 0

@@ -45,6 +45,15 @@ class PlantedViolations(unittest.TestCase):
                 write(folder, "src/" + path, text)
                 self.assertEqual(list(layers.violations(folder)), expected)
 
+    def test_unused_arrows_and_rings_are_found(self):
+        with tempfile.TemporaryDirectory() as folder:
+            write(folder, "cmake/layers.txt", "maths: model\nmodel: maths\nio: model\n")
+            write(folder, "src/model/a.h", "#include \"maths/b.h\"\n")
+            write(folder, "src/io/c.h", "#include \"model/a.h\"\n")
+            self.assertEqual(list(layers.unused_arrows(folder)), ["cmake/layers.txt: maths never includes model"])
+            self.assertEqual(list(layers.rings(folder)), ["cmake/layers.txt: maths comes round to itself",
+                                                          "cmake/layers.txt: model comes round to itself"])
+
 
 class Rules(unittest.TestCase):
     def test_the_domain_knows_no_file_and_the_driver_no_family(self):

@@ -4,7 +4,7 @@
 #include "core/shortened.h"
 #include "io/hdf5/link_names.h"
 #include "io/hdf5/shapes.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <cstdlib>
 

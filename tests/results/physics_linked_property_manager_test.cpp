@@ -2,7 +2,7 @@
 #include "results/physics_linked_property_manager.h"
 
 #include "model/creator_data.h"
-#include "physics/plugins/plugin_factory.h"
+#include "model/factories/plugin_factory.h"
 #include "support/log_capture.h"
 
 #include <gtest/gtest.h>

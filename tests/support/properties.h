@@ -1,7 +1,7 @@
 #pragma once
 // Custom properties for tests: definitions as a deck's settings would bring them.
 
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <memory>
 #include <stdexcept>

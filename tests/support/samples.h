@@ -17,12 +17,12 @@
 #include "model/geometry/cad_geometry.h"
 #include "model/geometry/cylinder.h"
 #include "model/geometry/polygon.h"
+#include "model/kinematics/ang_vel_and_pos.h"
 #include "model/kinematics/conveyor_rotation.h"
 #include "model/kinematics/conveyor_translation.h"
 #include "model/kinematics/sinusoidal_rotation.h"
 #include "model/kinematics/sinusoidal_translation.h"
 #include "physics/parameter_records.h"
-#include "results/ang_vel_and_pos.h"
 #include "results/timestep_data.h"
 #include "visitors/stored_types.h"
 

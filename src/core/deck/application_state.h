@@ -2,7 +2,7 @@
 // The process-wide objects of a conversion, built before it and torn down behind it.
 
 #include "core/deck/simulation.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <memory>
 

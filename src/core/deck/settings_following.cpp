@@ -1,8 +1,8 @@
 // Apart from the rest of the settings: who only reads a settings file needs no models.
 
 #include "core/deck/simulation_settings.h"
+#include "model/factories/plugin_factory_list.h"
 #include "physics/physics_models.h"
-#include "physics/plugins/plugin_factory_list.h"
 
 namespace NBrenmark {
 

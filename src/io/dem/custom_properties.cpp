@@ -5,8 +5,8 @@
 #include "core/shortened.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
-#include "results/custom_property_data.h"
-#include "results/stored_property_values.h"
+#include "properties/custom_property_data.h"
+#include "properties/stored_property_values.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include "maths/quaternion.h"
 #include "maths/transform.h"
 #include "model/bounding_box.h"
-#include "results/ang_vel_and_pos.h"
+#include "model/kinematics/ang_vel_and_pos.h"
 
 namespace NBrenmark {
 

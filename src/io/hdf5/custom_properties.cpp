@@ -5,8 +5,8 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
-#include "results/custom_property_data.h"
-#include "results/stored_property_values.h"
+#include "properties/custom_property_data.h"
+#include "properties/stored_property_values.h"
 
 #include <algorithm>
 

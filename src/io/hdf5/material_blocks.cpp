@@ -7,7 +7,7 @@
 #include "core/shortened.h"
 #include "io/hdf5/timestep/family_rows.h"
 #include "model/material_block.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 namespace NBrenmark {
 

@@ -4,7 +4,7 @@
 #include "core/shortened.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
-#include "physics/plugins/plugin_factory_list.h"
+#include "model/factories/plugin_factory_list.h"
 
 namespace NBrenmark {
 

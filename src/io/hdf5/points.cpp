@@ -3,7 +3,7 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "results/ang_vel_and_pos.h"
+#include "model/kinematics/ang_vel_and_pos.h"
 
 namespace NBrenmark {
 

@@ -1,5 +1,5 @@
 #include "io/text/text_writer.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 namespace NBrenmark {
 

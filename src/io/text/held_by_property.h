@@ -1,7 +1,7 @@
 #pragma once
 // Whether numbers that old decks store beside an object live on as one of its custom properties.
 
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include <cstring>
 #include <string>

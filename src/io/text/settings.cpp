@@ -1,7 +1,7 @@
 #include "io/text/settings.h"
 #include "config/config_manager.h"
 #include "io/text/text_output.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 namespace NBrenmark {
 

@@ -1,6 +1,6 @@
 #include "model/factories/factory_custom_property.h"
 
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 

@@ -1,7 +1,7 @@
 #include "model/factories/factory_electrostatic.h"
 
 #include "model/factories/factory_custom_property.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 #include "visitors/file_visitor_reader.h"
 
 namespace NBrenmark {

@@ -2,9 +2,9 @@
 // The records as which the parameters of factories are edited. All values are SI; unitsType is the
 // number of the quantity by whose unit a person is shown them.
 
+#include "core/parameter_support.h"
 #include "maths/fuzzy_less.h"
 #include "maths/matrix3.h"
-#include "model/parameter_support.h"
 
 #include <QString>
 #include <QStringList>

@@ -4,7 +4,7 @@
 
 #include "model/factories/factory_accounting.h"
 #include "model/factories/factory_electrostatic.h"
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <array>
 

@@ -12,9 +12,9 @@
 #include "model/geometry/bounding_shape.h"
 #include "model/geometry/geometry_electrostatic.h"
 #include "model/geometry/moment_of_inertia.h"
+#include "model/kinematics/ang_vel_and_pos.h"
 #include "model/kinematics/kinematics.h"
-#include "results/ang_vel_and_pos.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include <QString>
 #include <array>

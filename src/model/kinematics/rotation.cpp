@@ -1,6 +1,6 @@
 #include "model/kinematics/rotation.h"
 
-#include "results/ang_vel_and_pos.h"
+#include "model/kinematics/ang_vel_and_pos.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 

@@ -2,7 +2,7 @@
 #include "model/factories/factory_custom_property.h"
 #include "model/factories/factory_electrostatic.h"
 #include "platform/random.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // What motions do in a span of time, against the formulas of mechanics; spans cut into pieces must add up.
+#include "model/kinematics/ang_vel_and_pos.h"
 #include "model/kinematics/conveyor_rotation.h"
 #include "model/kinematics/conveyor_translation.h"
 #include "model/kinematics/kinematics.h"
 #include "model/kinematics/sinusoidal_rotation.h"
 #include "model/kinematics/sinusoidal_translation.h"
-#include "results/ang_vel_and_pos.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 #include "core/deck/simulation_settings.h"
-#include "results/custom_property_meta_data.h"
+#include "properties/custom_property_meta_data.h"
 
 #include <QFileInfo>
 

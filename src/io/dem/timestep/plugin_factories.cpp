@@ -1,5 +1,5 @@
 // Particle factories of plug-in libraries. One whose library can't be bound is told and left out.
-#include "physics/plugins/plugin_factory_list.h"
+#include "model/factories/plugin_factory_list.h"
 
 #include "core/log.h"
 #include "core/shortened.h"

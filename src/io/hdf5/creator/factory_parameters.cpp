@@ -13,7 +13,7 @@
 #include "model/factories/factory_size.h"
 #include "model/factories/factory_type.h"
 #include "model/factories/factory_velocity.h"
-#include "results/custom_property_meta_data.h"
+#include "properties/custom_property_meta_data.h"
 
 namespace NBrenmark {
 

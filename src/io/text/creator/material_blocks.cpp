@@ -1,6 +1,6 @@
 #include "io/text/text_writer.h"
 #include "model/material_block.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 namespace NBrenmark {
 

@@ -1,6 +1,6 @@
 #include "physics/physics_models.h"
 #include "io/text/text_writer.h"
-#include "physics/plugins/plugin_factory_list.h"
+#include "model/factories/plugin_factory_list.h"
 
 namespace NBrenmark {
 

@@ -1,4 +1,4 @@
-#include "results/custom_property_meta_data.h"
+#include "properties/custom_property_meta_data.h"
 
 #include <algorithm>
 #include <atomic>

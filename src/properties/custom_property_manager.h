@@ -3,7 +3,7 @@
 // simulation. Finalized properties, those that have stored values, form the front of the sequence.
 
 #include "core/read_write.h"
-#include "results/custom_property_meta_data.h"
+#include "properties/custom_property_meta_data.h"
 
 #include <memory>
 #include <set>

@@ -1,7 +1,7 @@
-#include "physics/plugins/plugin_factory_list.h"
+#include "model/factories/plugin_factory_list.h"
 
+#include "model/factories/plugin_factory.h"
 #include "physics/physics_listener.h"
-#include "physics/plugins/plugin_factory.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 

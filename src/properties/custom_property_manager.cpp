@@ -1,4 +1,4 @@
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include "core/log.h"
 #include "core/shortened.h"

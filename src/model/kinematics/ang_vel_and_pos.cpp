@@ -1,4 +1,4 @@
-#include "results/ang_vel_and_pos.h"
+#include "model/kinematics/ang_vel_and_pos.h"
 
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"

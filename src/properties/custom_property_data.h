@@ -2,7 +2,7 @@
 // The values of custom properties: one list per finalized property, one item per particle slot,
 // contact row, triangle, or the simulation.
 
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include <map>
 #include <memory>

@@ -1,8 +1,8 @@
 // The definitions of custom properties: names, listeners, and the block that they take in a deck's settings.
-#include "results/custom_property_manager.h"
+#include "properties/custom_property_manager.h"
 
 #include "core/versioned_stream.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include "support/log_capture.h"
 #include <QBuffer>

@@ -1,7 +1,7 @@
-#include "results/stored_property_values.h"
+#include "properties/stored_property_values.h"
 
 #include "core/log.h"
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // The values of custom properties: they follow the definitions, and fit themselves to what is expected.
-#include "results/custom_property_data.h"
+#include "properties/custom_property_data.h"
 
 #include "support/log_capture.h"
 #include <gtest/gtest.h>

@@ -29,11 +29,16 @@ def manual_sections(page):
 def main():
     root, program = sys.argv[1:3]
     with open(os.path.join(root, "docs", "brenmark.1"), encoding="utf-8") as page:
-        sections = manual_sections(page.read())
+        text = page.read()
+    sections = manual_sections(text)
+    synopsis = re.findall(r"^\.B brenmark (\w+)$", re.split(r"^\.SH ", text, flags=re.MULTILINE)[2], re.MULTILINE)
     with open(os.path.join(root, "README.md"), encoding="utf-8") as readme:
         rows = dict(re.findall(r"^\| `brenmark (\w+)[^`]*` \|(.*)$", readme.read(), flags=re.MULTILINE))
 
-    complaints = []
+    listed = subprocess.run([program, "--help"], check=True, capture_output=True, text=True).stdout
+    known_commands = re.findall(r"^  (\w+) ", listed.partition("Commands:")[2], re.MULTILINE)
+    complaints = [f"{name} isn't a command of this test" for name in known_commands if name not in COMMANDS]
+    complaints += [f"docs/brenmark.1: the synopsis lacks {name}" for name in COMMANDS if name not in synopsis]
     for command in COMMANDS:
         helped = subprocess.run([program, command, "--help"], check=True, capture_output=True, text=True)
         known = options(helped.stdout)

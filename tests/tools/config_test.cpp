@@ -43,7 +43,7 @@ TEST_F(Config, showsTheEntriesInTheOrderOfTheirKeys)
     EXPECT_EQ(all.exitCode, 0);
     EXPECT_EQ(all.error, "");
     EXPECT_EQ(all.output, "A:AT=3D POINT:(1, -2.5, 3e-06)\n"
-                          "A:CUT=CHAR:?\n" // what would steer a terminal
+                          "A:CUT=CHAR:\\u001b\n" // what would steer a terminal
                           "A:GREY=FLOAT:0.1\n"
                           "A:LIMIT=DOUBLE:inf\n"
                           "A:RED=QT COLOUR:R:255 G:0 B:1\n"

@@ -244,7 +244,7 @@ TEST(MeantChanges, ofADeckAreCountedAndItsConversionIsWhole)
 
     // Without --json the same is told to a reader.
     const std::string text = runTool({"verify", source, converted}).output;
-    EXPECT_NE(text.find("no difference\n  brought to today's form: "), std::string::npos) << text;
+    EXPECT_NE(text.find("no difference\n  upgraded to the current model: "), std::string::npos) << text;
 }
 
 } // namespace NBrenmark

@@ -111,17 +111,17 @@ TEST(Info, describesADeckInTextAndJson)
     EXPECT_EQ(info["family"], "legacy");
     EXPECT_EQ(info["lastWrittenBy"], "27.0.3");
     EXPECT_EQ(info["title"], "Kiste");
-    EXPECT_EQ(info["timesteps"][2]["time"], 0.3);
+    EXPECT_EQ(info["timesteps"][2]["timeSeconds"], 0.3);
     EXPECT_EQ(info["particleTypes"][0]["particles"], 60);
     EXPECT_EQ(info["particleTypes"][1]["particles"], 12);
     EXPECT_EQ(info["materials"][0]["name"], "glass");
-    EXPECT_EQ(info["materials"][0]["density"], 2500.0);
+    EXPECT_EQ(info["materials"][0]["densityKgPerM3"], 2500.0);
     EXPECT_EQ(info["customProperties"][0]["name"], "Heat");
     EXPECT_EQ(info["customProperties"][0]["elements"], 2);
     EXPECT_EQ(info["customProperties"][0]["stored"], false);
     EXPECT_EQ(info["files"].size(), 3u);
     const qint64 bytes = deck.segment(0).size() + deck.index().size() + folder.read("pile.ess").size();
-    EXPECT_EQ(info["bytes"], bytes);
+    EXPECT_EQ(info["sizeBytes"], bytes);
 
     const std::string text = runTool({"info", path}).output;
     for (const char* const part : {"legacy deck, version 27.0.3", "Kiste", "t = 0.3 s", "60 particles of 1 sphere",

@@ -20,13 +20,22 @@ struct SRefusal
 };
 
 const SRefusal refusals[] = {
-    {{}, 2, "subcommand", "brenmark --help"},
-    {{"transmute"}, 2, "subcommand", "brenmark --help"},
-    {{"convert"}, 2, "IN is required", "brenmark convert --help"},
-    {{"convert", "DIR/pile.dem"}, 2, "OUT is required", "brenmark convert --help"},
+    {{"transmute"}, 2, "transmute: there is no such command", "convert, check, info, config, dump, verify"},
+    {{"convrt", "DIR/pile.dem"}, 2, "no such command", "Did you mean brenmark convert?"},
+    {{"help", "veri"}, 2, "no such command", "Did you mean brenmark verify?"},
+    {{"--json", "info"}, 2, "--json: brenmark has no such option", "The command comes first"},
+    {{"convert"}, 2, "IN and OUT are missing", "brenmark help convert"},
+    {{"convert", "DIR/pile.dem"}, 2, "OUT is missing", "brenmark help convert"},
+    {{"convert", "DIR/pile.dem", "DIR/damaged.dem", "DIR"}, 2, "one deck at a time", "for deck in *.dem; do brenmark"},
+    {{"convert", "DIR/empty folder", "DIR/out"}, 5, "is a folder", "empty folder'/*.dem; do brenmark convert"},
     {{"convert", "", "DIR/out"}, 2, "empty path", "first file"},
-    {{"convert", "--fast", "DIR/pile.dem", "DIR/out"}, 2, "--fast", "brenmark convert --help"},
-    {{"info", "--quick", "--settings", "DIR/pile.dem"}, 2, "--settings", "brenmark info --help"},
+    {{"convert", "--fast", "DIR/pile.dem", "DIR/out"}, 2, "--fast: convert has no such", "brenmark help convert"},
+    {{"convert", "--forse", "DIR/pile.dem", "DIR/out"}, 2, "--forse", "Did you mean --force?"},
+    {{"convert", "--max-memory", "4XB", "DIR/pile.dem", "DIR/out"}, 2, "\"4XB\" isn't a size", "4GB"},
+    {{"info", "--quick", "--settings", "DIR/pile.dem"}, 2, "--quick and --settings", "no timestep is read"},
+    {{"info", "--json=yes", "DIR/pile.dem"}, 2, "--json takes no value", "alone"},
+    {{"info", "DIR/pile.dem", "--progress", "dots"}, 2, "\"dots\" isn't auto, bar, plain, json or none", "--progress"},
+    {{"verify", "DIR/pile.dem", "DIR/pile.dem", "--limit"}, 2, "--limit needs a value", "brenmark help verify"},
     {{"config", "DIR/pile.dem", ""}, 2, "empty key", "Leave it out"},
     {{"config", "DIR/pile.dem", "A:X"}, 2, "pile.dem: has no key A:X in its configuration", "A has B, C=D."},
     {{"config", "DIR/pile.dem", "NOTHING", "--json"}, 2, "no key NOTHING", "The configuration has A."},
@@ -35,9 +44,9 @@ const SRefusal refusals[] = {
      2,
      "no key PROCESSOR:GENERAL:PSI",
      "default: PROCESSOR:GENERAL:PSI=INT:3"},
-    {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "first", "brenmark dump --help"},
+    {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "\"first\" isn't a whole number", "--timestep"},
     {{"dump", "--timestep", "3", "DIR/pile.dem"}, 2, "no timestep 3", "It has 3"},
-    {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is required", "brenmark verify --help"},
+    {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is missing", "brenmark help verify"},
 
     {{"config", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
     {{"config", "DIR/lost index.dem"}, 3, "lost index.idx is missing", "Copy the index"},
@@ -58,11 +67,11 @@ const SRefusal refusals[] = {
     {{"convert", "DIR/pile.dem", "DIR/taken"}, 4, "taken.dfg exists already", "--force"},
     {{"convert", "DIR/pile.dem", "DIR/folder taken"}, 4, "folder taken_data exists already", "--force"},
 
-    {{"config", "DIR/notes.dem"}, 5, "no deck that is known", "legacy deck"},
-    {{"info", "DIR/notes.dem"}, 5, "no deck that is known", "legacy deck"},
-    {{"info", "DIR/empty.dem"}, 5, "no deck that is known", "legacy deck"},
-    {{"info", "DIR/pile.idx"}, 5, "no deck that is known", "try DIR/pile.dem"},
-    {{"convert", "DIR/notes.dem", "DIR/out"}, 5, "no deck that is known", "legacy deck"},
+    {{"config", "DIR/notes.dem"}, 5, "isn't a deck that brenmark can read", "legacy deck"},
+    {{"info", "DIR/notes.dem"}, 5, "isn't a deck that brenmark can read", "legacy deck"},
+    {{"info", "DIR/empty.dem"}, 5, "isn't a deck that brenmark can read", "legacy deck"},
+    {{"info", "DIR/pile.idx"}, 5, "isn't a deck that brenmark can read", "try DIR/pile.dem"},
+    {{"convert", "DIR/notes.dem", "DIR/out"}, 5, "isn't a deck that brenmark can read", "legacy deck"},
     {{"info", "DIR/empty folder"}, 5, "is a folder", "check"},
     {{"check", "DIR/prototypes.dem"}, 5, "version 13.0.9", "later version"},
     {{"dump", "DIR/prototypes.dem"}, 5, "version 13.0.9", "later version"},
@@ -127,12 +136,12 @@ INSTANTIATE_TEST_SUITE_P(Table, Refusal, testing::ValuesIn(refusals));
 TEST(Help, goesToStandardOutputAndIsNoFailure)
 {
     for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-             {"--help"}, {"--version"}, {"convert", "--help"}, {"check", "-h"}, {"verify", "--help"}}) {
+             {}, {"help"}, {"--help"}, {"-V"}, {"--version"}, {"help", "convert"}, {"check", "-h"}}) {
         const SToolResult result = runTool(arguments);
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_EQ(result.error, "");
-        EXPECT_NE(result.output.find(arguments[0] == "--version" ? "brenmark 1." : "Usage: brenmark"),
-                  std::string::npos)
+        const bool isVersion = !arguments.empty() && (arguments[0] == "-V" || arguments[0] == "--version");
+        EXPECT_NE(result.output.find(isVersion ? "brenmark 1." : "Usage: brenmark"), std::string::npos)
             << result.output;
     }
 }

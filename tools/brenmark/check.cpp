@@ -23,7 +23,8 @@ struct SCheckedDeck
 {
     std::string path;
     std::string family = "unknown";
-    std::string version;
+    std::string version; ///< empty if it isn't known
+    bool isOpen = false;
     std::string finished; ///< of a partial deck, "3 of 8 timesteps"
     bool needsConversion = false;
     quint32 timesteps = 0;
@@ -42,10 +43,17 @@ SCheckedDeck checked(const QString& path)
         deck.finished = partial->countText();
     }
     deck.needsConversion = CDataConverter::legacyDataConversionRequired(path);
+    SDeckHead head;
+    const auto takeHead = [&] {
+        if (head.format != eFormatUnknown)
+            deck.family = head.familyName();
+        if (head.lastVersion != 0)
+            deck.version = utf8(versionText(head.lastVersion));
+    };
     try {
-        CDeckReader reader(path);
-        deck.family = reader.familyName();
-        deck.version = utf8(versionText(reader.manager().lastVersion));
+        CDeckReader reader(path, eUpgradedModel, eNotExamined, false, &head);
+        takeHead();
+        deck.isOpen = true;
         deck.timesteps = reader.timestepCount();
         deck.problems = problemsOf(reader, path);
         if (deck.timesteps > 0) {
@@ -55,6 +63,7 @@ SCheckedDeck checked(const QString& path)
         }
     }
     catch (const CFailure& failure) {
+        takeHead();
         deck.failure = std::make_unique<CFailure>(failure);
         deck.problems.emplace_back(failure.what());
     }
@@ -63,10 +72,12 @@ SCheckedDeck checked(const QString& path)
 
 std::string lineOf(const SCheckedDeck& deck)
 {
+    const std::string path = oneLine(deck.path);
     if (!deck.finished.empty())
-        return deck.path + ": partial, " + deck.finished + ": needs to be resumed\n";
-    std::string line =
-        deck.path + ": " + deck.family + ' ' + deck.version + ", " + countText(deck.timesteps, "timestep");
+        return path + ": partial, " + deck.finished + ": needs to be resumed\n";
+    std::string line = path + ": " + deck.family + (deck.version.empty() ? "" : ' ' + deck.version);
+    if (deck.isOpen)
+        line += ", " + countText(deck.timesteps, "timestep");
     if (!deck.failure)
         line += ", " + countText(deck.particles, "particle") + " of " + countText(deck.types, "type");
     line += deck.needsConversion ? ": needs conversion" : ": needs no conversion";
@@ -80,17 +91,19 @@ std::string lineOf(const SCheckedDeck& deck)
 Json objectOf(const SCheckedDeck& deck)
 {
     Json object{{"path", deck.path}, {"family", deck.family}, {"needsConversion", deck.needsConversion}};
-    if (!deck.version.empty()) {
+    if (!deck.version.empty())
         object["version"] = deck.version;
+    if (!deck.finished.empty())
+        object["finished"] = deck.finished;
+    if (deck.isOpen)
         object["timesteps"] = deck.timesteps;
-    }
     if (!deck.failure) {
         object["particles"] = deck.particles;
         object["types"] = deck.types;
     }
     object["problems"] = deck.problems;
     object["code"] = deck.failure ? deck.failure->code : deck.problems.empty() ? eExitDone : eExitSource;
-    object["error"] = deck.failure ? Json(deck.failure->what()) : Json();
+    object["error"] = deck.failure ? jsonFailure(*deck.failure) : Json();
     return object;
 }
 
@@ -110,7 +123,7 @@ void addDecks(QStringList& decks, const QString& path)
     }
 }
 
-/// A folder stands for the decks that lie below it.
+/// A folder means the decks below it.
 QStringList decksOf(const QString& path)
 {
     if (!QFileInfo(path).isDir() || partialDeckAt(path))
@@ -139,22 +152,22 @@ EExitCode runCheck(const SCheckOptions& options)
             decks = decksOf(path);
         }
         catch (const CFailure& failure) {
-            list.push_back({{"path", utf8(path)}, {"code", failure.code}, {"error", failure.what()}});
+            list.push_back({{"path", utf8(path)}, {"code", failure.code}, {"error", jsonFailure(failure)}});
             failed(failure);
         }
         for (const QString& deckPath : decks) {
             const SCheckedDeck deck = checked(deckPath);
             list.push_back(objectOf(deck));
-            if (!options.json && (!deck.version.empty() || !deck.finished.empty()))
+            if (!options.json && (deck.family != "unknown"))
                 unlessReaderIsGone([&] {
                     printResult(lineOf(deck));
-                    flushResult(); // so that results and failures stand in order
+                    flushResult(); // so that results and failures come in order
                 });
             if (deck.failure)
                 failed(*deck.failure);
             for (size_t i = 0; i + (deck.failure ? 1 : 0) < deck.problems.size(); ++i)
                 failed(CFailure(eExitSource, deck.path + ": " + deck.problems[i],
-                                "Copy the deck again from where it was whole, or convert its source again."));
+                                "Copy the deck again from where it is whole, or convert its source again."));
         }
     }
     if (options.json)

@@ -19,6 +19,7 @@ struct SConvertOptions
     bool ignoreCompanions = false; ///< goes on without companions that can't be read
     bool verify = false;
     bool quiet = false;
+    bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
 };
 
@@ -32,7 +33,7 @@ struct SInfoOptions
 {
     QString deck;
     bool quick = false;    ///< reads the last timestep only
-    bool settings = false; ///< tells of the settings file, and reads no timestep
+    bool settings = false; ///< describes the settings file, and reads no timestep
     bool json = false;
 };
 

@@ -84,11 +84,7 @@ static QList<QByteArray> entryLines(CConfigManager& manager, const CKeyPath& key
     QList<QByteArray> lines = buffer.data().split('\n');
     constexpr int headLines = 3;
     lines.erase(lines.begin(), lines.begin() + headLines);
-    lines.removeLast();            // behind the last line feed
-    for (QByteArray& line : lines) // a value must not steer the terminal
-        std::replace_if(
-            line.begin(), line.end(),
-            [](char c) { return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7F; }, '?');
+    lines.removeLast(); // after the last line feed
     return lines;
 }
 
@@ -159,9 +155,9 @@ EExitCode runConfig(const SConfigOptions& options)
     const SListening listening;
     CConfigManager manager;
     if (isThere && NConfig::readConfigurationFile(utf8(file), *manager.rootHandle(), {}) != NConfig::eConfigDone)
-        throw failureFromLog(listening.logger.records(), utf8(options.deck),
-                             CFailure(eExitSource, utf8(file) + ": can't be read",
-                                      "Copy the file again from the archive and repeat this command."));
+        throw failureFromLog(
+            listening.logger.records(), utf8(options.deck),
+            CFailure(eExitSource, utf8(file) + ": can't be read", "Copy the file again from the archive."));
 
     const CKeyPath key = pathOf(manager, options.key);
     const SConfigNode* const node = manager.findNode(key, false);
@@ -176,7 +172,8 @@ EExitCode runConfig(const SConfigOptions& options)
                    {"formatVersion", isThere ? Json(manager.formatVersion()) : Json()},
                    {"fileVersion", isThere ? Json(manager.fileVersion()) : Json()},
                    {"entries", entries},
-                   {"messages", jsonMessages(listening.logger.records())}});
+                   {"messages", jsonMessages(listening.logger.records())},
+                   {"error", nullptr}});
     }
     else {
         for (const QByteArray& line : entryLines(manager, key))

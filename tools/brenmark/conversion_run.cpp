@@ -3,12 +3,11 @@
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/progress_display.h"
+#include "brenmark/units_text.h"
 
 #include "config/file_replacer.h"
 #include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <chrono>
@@ -26,28 +25,34 @@ constexpr std::chrono::seconds betweenNotes(1);
 class CListener : public IConversionObserver
 {
 public:
-    CListener(const CPartialFolder& folder, SJournal& journal, qint64 bytes, CProgressDisplay& progress)
+    CListener(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
+              CProgressDisplay& progress, bool verbose)
         : folder(folder),
           journal(journal),
           first(journal.finished),
           written(first),
-          bytes(bytes),
+          sizes(sizes),
           progress(progress),
+          verbose(verbose),
           inherited(journal.ledger)
     {}
 
     void starting(int steps, const QString&) override
     {
         journal.timesteps = static_cast<quint32>(steps / 2);
-        setInterruptLeftover(journal.finished, journal.timesteps, QFile::encodeName(folder.path()).toStdString());
-        progress.start(steps / 2, "converting", static_cast<double>(bytes));
+        setInterruptLeftover(journal.finished, journal.timesteps, utf8(folder.path()));
+        sizes.resize(journal.timesteps, 1.0);
+        constexpr double readAndWritten = 2.0; // bytes for one of the source, until the first timestep says so
+        progress.start(sizes, "converting", readAndWritten);
+        lastStep = Clock::now();
         interruptible->repeat();
     }
 
     void rereadDone(quint32 timestep) override
     {
         firstOwn = conversion->recordsSoFar().size();
-        progress.update(static_cast<int>(timestep) + 1);
+        progress.pass(timestep + 1);
+        tell(timestep, "read again");
     }
 
     void stepReached(int step) override
@@ -62,7 +67,8 @@ public:
         }
         written = timestep + 1;
         said = conversion->recordsSoFar().size();
-        progress.update(static_cast<int>(written));
+        progress.update(written);
+        tell(timestep, "converted");
         if (Clock::now() - lastNote < betweenNotes)
             return;
         try {
@@ -86,7 +92,7 @@ public:
         next.ledger = joined(own, said);
         folder.write(next);
         journal = std::move(next);
-        setInterruptLeftover(written, journal.timesteps, QFile::encodeName(folder.path()).toStdString());
+        setInterruptLeftover(written, journal.timesteps, utf8(folder.path()));
         lastNote = Clock::now();
         isBroken = false;
     }
@@ -106,12 +112,24 @@ public:
     bool targetOpened = false;
 
 private:
+    void tell(quint32 timestep, const char* what)
+    {
+        const double seconds = std::chrono::duration<double>(Clock::now() - lastStep).count();
+        lastStep = Clock::now();
+        if (verbose)
+            progress.printLine("brenmark: timestep " + std::to_string(timestep + 1) + " of " +
+                               std::to_string(journal.timesteps) + ' ' + what + ": " + sizeText(sizes.at(timestep)) +
+                               " of the source in " + durationText(seconds));
+    }
+
     const CPartialFolder& folder;
     SJournal& journal;
     const quint32 first;
     quint32 written;
-    const qint64 bytes;
+    std::vector<double> sizes;
     CProgressDisplay& progress;
+    const bool verbose;
+    Clock::time_point lastStep;
     const Ledger inherited;
     bool isBroken = false; ///< a note has failed
     size_t firstOwn = 0;
@@ -131,10 +149,11 @@ void giveUsualPermissions(const QString& companion)
 
 } // namespace
 
-SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qint64 bytes, CProgressDisplay& progress)
+SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
+                             CProgressDisplay& progress, bool verbose)
 {
     SConversionRun run;
-    CListener listener(folder, journal, bytes, progress);
+    CListener listener(folder, journal, sizes, progress, verbose);
     CConversion conversion(listener);
     CInterruptible interruptible(conversion);
     listener.conversion = &conversion;

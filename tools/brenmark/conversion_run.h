@@ -5,6 +5,7 @@
 #include "brenmark/partial_folder.h"
 
 #include <string>
+#include <vector>
 
 namespace NBrenmark {
 
@@ -22,7 +23,9 @@ struct SConversionRun
 
 /// Converts the journal's source into the folder's deck, from the first timestep that isn't finished on.
 /// \param journal   begun; says afterwards how far the deck is
-/// \param bytes     of the source, for the rate
-SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, qint64 bytes, CProgressDisplay& progress);
+/// \param sizes     bytes of each timestep of the source
+/// \param verbose   a line for each timestep
+SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
+                             CProgressDisplay& progress, bool verbose);
 
 } // namespace NBrenmark

@@ -1,7 +1,8 @@
 // brenmark convert.
 
+#include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
-#include "brenmark/conversion_run.h"
+#include "brenmark/conversion_report.h"
 #include "brenmark/deck_family.h"
 #include "brenmark/deck_problems.h"
 #include "brenmark/interrupt.h"
@@ -9,11 +10,13 @@
 #include "brenmark/progress_display.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
+#include "brenmark/timestep_sizes.h"
 #include "brenmark/units_text.h"
 #include "brenmark/verify.h"
 
 #include "core/deck/deck_files.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -21,53 +24,6 @@
 namespace NBrenmark {
 
 namespace {
-
-/// What a conversion comes to, whichever way it ends.
-struct SResult
-{
-    const char* result = "failed";
-    EExitCode code = eExitDone;
-    SConversionRun run;
-    quint32 timesteps = 0; ///< finished, in the new deck or in its folder
-    qint64 bytesRead = 0;
-    qint64 bytesWritten = 0;
-    QString partial; ///< the folder that holds them, if they aren't at the target
-    std::optional<SVerification> verification;
-};
-
-void printResultObject(const SConvertOptions& options, const QString& target, const SResult& result,
-                       const CFailure* failure = nullptr)
-{
-    Json object{{"result", result.result},
-                {"code", failure ? failure->code : result.code},
-                {"source", utf8(options.source)},
-                {"target", utf8(target)},
-                {"seconds", result.run.seconds},
-                {"bytesRead", result.bytesRead},
-                {"bytesWritten", result.bytesWritten},
-                {"timesteps", result.timesteps},
-                {"messages", jsonMessages(result.run.messages)}};
-    if (!result.partial.isEmpty())
-        object["partial"] = utf8(result.partial);
-    if (failure)
-        object["error"] = failure->what();
-    if (result.verification)
-        object["verification"] = jsonVerification(*result.verification);
-    unlessReaderIsGone([&] { printJson(object); });
-}
-
-void tellConverted(const SConvertOptions& options, const QString& target, const SResult& result)
-{
-    if (!options.quiet)
-        printResult(utf8(options.source) + ": converted to " + utf8(target) + ": " +
-                    countText(result.timesteps, "timestep") + ", " + sizeText(static_cast<double>(result.bytesRead)) +
-                    " read, " + sizeText(static_cast<double>(result.bytesWritten)) + " written in " +
-                    durationText(result.run.seconds) +
-                    (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") + '\n');
-    if (result.verification && (!options.quiet || result.code != eExitDone))
-        printVerification(*result.verification, options.source, target);
-    flushResult();
-}
 
 /// What is there for the next run, and how it goes on.
 std::string leftoverAdvice(const CPartialFolder& folder, const SJournal& journal)
@@ -96,7 +52,7 @@ CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, cons
     if (failure.code == eExitSource)
         failure.advice =
             "The source is damaged, incomplete or still being written; it is untouched here. Copy it again "
-            "from the archive and repeat this command" +
+            "from the archive and convert that" +
             std::string(journal.finished == 0 ? ". " : " with --force. ") + leftover;
     else
         failure.advice += ' ' + leftover;
@@ -105,15 +61,15 @@ CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, cons
 
 // ---------------------------------------------------------------- before
 
-/// Opens a deck, looks for its segments and lets it go again. \return its timesteps
+/// Opens a deck, looks for its segments and lets it go again. \return bytes of each timestep
 /// \throws CFailure  something is missing
-quint32 requireReadable(const QString& path, bool ignoreCompanions)
+std::vector<double> requireReadable(const QString& path, bool ignoreCompanions)
 {
     const CDeckReader reader(path, eUpgradedModel, eNotExamined, ignoreCompanions);
     if (const QString segment = missingSegment(reader, path); !segment.isEmpty())
         throw CFailure(eExitSource, utf8(segment) + " is missing, and the deck's index names it",
-                       "Copy the deck again from the archive, with all its files, and repeat this command.");
-    return reader.timestepCount();
+                       "Copy the deck again from the archive, with all its files.");
+    return timestepSizes(reader, path);
 }
 
 SJournal journalOf(const SConvertOptions& options, quint32 timesteps)
@@ -169,18 +125,21 @@ public:
     EExitCode run();
 
 private:
-    void prepare();
+    bool prepare();
+    EExitCode sayComplete();
     bool goOnWith(SJournal earlier);
     void makeDeck();
     void requireWhole();
     void finish();
     EExitCode fail(const CFailure& failure);
+    EShownMessages messagesShown() const { return options.verbose ? eEveryMessage : eAllMessages; }
 
     const SConvertOptions& options;
     const QString target;
     std::optional<CPartialFolder> folder;
     SJournal journal;
-    SResult result;
+    std::vector<double> sizes; ///< of the source's timesteps, bytes
+    SConversionResult result;
 };
 
 /// What was begun here before: taken up, discarded, or in the way. \return whether the new deck is in its place
@@ -193,7 +152,7 @@ bool CConvertCommand::goOnWith(SJournal earlier)
                    "place, which is finished now\n");
         result.timesteps = earlier.timesteps;
         result.run.messages = earlier.ledger;
-        printLedger(earlier.ledger);
+        printLedger(earlier.ledger, messagesShown());
         return !options.force && earlier.source == journal.source &&
                changeBetween(earlier.sourceFiles, journal.sourceFiles).empty();
     }
@@ -218,7 +177,7 @@ void CConvertCommand::makeDeck()
 {
     if (journal.state == eComplete && folder->isWhole(journal.timesteps)) {
         result.run.messages = journal.ledger;
-        printLedger(journal.ledger);
+        printLedger(journal.ledger, messagesShown());
         return;
     }
     // The last timestep is made again if all are there: the deck's header is written with it.
@@ -237,15 +196,15 @@ void CConvertCommand::makeDeck()
     try {
         folder->write(journal);
         folder->keepTimesteps(first);
-        CProgressDisplay progress(options.quiet);
-        result.run = runConversion(*folder, journal, result.bytesRead, progress);
+        CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
+        result.run = runConversion(*folder, journal, sizes, progress, options.verbose);
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);
     }
     catch (const CFailure& thrown) {
         failure = CFailure(thrown.code, thrown.what(), thrown.advice + ' ' + leftoverAdvice(*folder, journal));
     }
-    printLedger(result.run.messages);
+    printLedger(result.run.messages, messagesShown());
     if (!failure)
         return;
     if (journal.finished == 0) // files without a timestep in them are no deck, and in the next run's way
@@ -269,7 +228,7 @@ void CConvertCommand::requireWhole()
     if (!options.verify)
         return;
     setInterruptPhase(eInComparison);
-    CProgressDisplay progress(options.quiet || !errorIsTerminal());
+    CProgressDisplay progress(options.quiet, eNothingElsewhere);
     result.verification = verify(options.source, folder->deck(), defaultDifferenceLimit, progress);
     result.code = result.verification->exitCode();
     if (!result.verification->equal())
@@ -299,39 +258,74 @@ EExitCode CConvertCommand::fail(const CFailure& failure)
     }
     if (failure.code == eExitInterrupted)
         result.result = "interrupted";
-    if (options.json)
-        printResultObject(options, target, result, &failure);
-    else if (result.verification)
-        unlessReaderIsGone([&] {
+    reportWhereThatWorks([&] {
+        if (options.json) {
+            printResultObject(options, target, result, &failure);
+        }
+        else if (result.verification) {
             printVerification(*result.verification, options.source, folder->deck());
             flushResult();
-        });
+        }
+    });
     printFailure(failure);
     return failure.code;
 }
 
-void CConvertCommand::prepare()
+/// \return whether there is anything to do
+bool CConvertCommand::prepare()
 {
     requirePossibleTarget(options.target, target);
+    sizes = requireReadable(options.source, options.ignoreCompanions);
     const QString partial = CPartialFolder::pathFor(target);
     const bool isBegun = QFileInfo::exists(partial);
+    if (!isBegun && options.resume && !options.force && isWholeConversion(target, options.source, sizes.size()))
+        return false;
     if (!isBegun)
         requireFreeTarget(options.source, target, options.force);
-    journal = journalOf(options, requireReadable(options.source, options.ignoreCompanions));
+    journal = journalOf(options, static_cast<quint32>(sizes.size()));
     result.bytesRead = bytesOf(sourceFiles(options.source));
     const qint64 there = bytesOf(familyFiles(partial + QLatin1Char('/') + QFileInfo(target).fileName()));
     requireRoom(target, result.bytesRead, there, journal.timesteps);
     if (interrupted())
         throw CFailure(eExitInterrupted, "interrupted before the first timestep",
-                       "Nothing was written. Repeat this command to convert all; the source is untouched.");
+                       "Nothing was written; the source is untouched.");
     makeTargetFolder(target);
     folder.emplace(target);
+    return true;
+}
+
+/// What --resume says where nothing is left to resume.
+EExitCode CConvertCommand::sayComplete()
+{
+    result.result = "complete already";
+    result.timesteps = static_cast<quint32>(sizes.size());
+    result.bytesRead = bytesOf(sourceFiles(options.source));
+    result.bytesWritten = bytesOf(familyFiles(target));
+    if (options.verify) {
+        CProgressDisplay progress(options.quiet, eNothingElsewhere);
+        result.verification = verify(options.source, target, defaultDifferenceLimit, progress);
+        result.code = result.verification->exitCode();
+    }
+    reportWhereThatWorks([&] {
+        if (options.json) {
+            printResultObject(options, target, result);
+            return;
+        }
+        if (!options.quiet)
+            printResult(utf8(target) + ": is whole and has the timesteps of " + utf8(options.source) +
+                        ": nothing to resume\n");
+        if (result.verification && (!options.quiet || result.code != eExitDone))
+            printVerification(*result.verification, options.source, target);
+        flushResult();
+    });
+    return result.code;
 }
 
 EExitCode CConvertCommand::run()
 {
     try {
-        prepare();
+        if (!prepare())
+            return sayComplete();
         const bool isPlaced = folder->isBegun() && goOnWith(folder->read());
         if (!isPlaced) {
             requireFreeTarget(options.source, target, options.force || journal.replaces);
@@ -346,10 +340,12 @@ EExitCode CConvertCommand::run()
     folder.reset();
     result.result = "converted";
     result.bytesWritten = bytesOf(familyFiles(target));
-    if (options.json)
-        printResultObject(options, target, result);
-    else
-        unlessReaderIsGone([&] { tellConverted(options, target, result); });
+    reportWhereThatWorks([&] {
+        if (options.json)
+            printResultObject(options, target, result);
+        else
+            printConverted(options, target, result);
+    });
     return result.code;
 }
 
@@ -360,19 +356,22 @@ EExitCode nothingToDo(const SConvertOptions& options)
         const CDeckReader reader(options.source);
     }
     const QString target = targetPath(options.source, options.target);
-    SResult result;
+    SConversionResult result;
     result.result = "nothing to do";
     const bool isThere = QFileInfo(target).isFile() && detectFormat(target) == eFormatHdf5;
     result.code = isThere ? eExitDone : eExitNothingMade;
-    if (options.json)
-        printResultObject(options, isThere ? target : options.source, result);
-    else if (isThere && !options.quiet)
-        printResult(utf8(options.source) + ": is an HDF5 deck already: nothing to convert\n");
-    flushResult();
+    const CFailure failure(eExitNothingMade,
+                           utf8(options.source) + ": is an HDF5 deck already, and " + utf8(target) + " was not made",
+                           "There is nothing to convert; copy the deck if it is to be there as well.");
+    reportWhereThatWorks([&] {
+        if (options.json)
+            printResultObject(options, isThere ? target : options.source, result, isThere ? nullptr : &failure);
+        else if (isThere && !options.quiet)
+            printResult(utf8(options.source) + ": is an HDF5 deck already: nothing to convert\n");
+        flushResult();
+    });
     if (!isThere)
-        printFailure(CFailure(eExitNothingMade,
-                              utf8(options.source) + ": is an HDF5 deck already, and " + utf8(target) + " was not made",
-                              "There is nothing to convert; copy the deck if it is to be there as well."));
+        printFailure(failure);
     return result.code;
 }
 
@@ -381,13 +380,17 @@ EExitCode nothingToDo(const SConvertOptions& options)
 EExitCode runConvert(const SConvertOptions& options)
 {
     try {
+        if (QFileInfo(options.source).isDir() && !partialDeckAt(options.source))
+            throw CFailure(eExitUnsupported, utf8(options.source) + ": is a folder; convert takes one deck at a time",
+                           adviceForManyDecks(shellQuoted(utf8(QDir(options.source).path())) + "/*.dem"));
         if (requireDeck(options.source) == eFormatHdf5)
             return nothingToDo(options);
     }
     catch (const CFailure& failure) {
         if (options.json)
-            printResultObject(options, options.target, SResult(), &failure);
-        throw;
+            reportWhereThatWorks([&] { printResultObject(options, options.target, SConversionResult(), &failure); });
+        printFailure(failure);
+        return failure.code;
     }
     return CConvertCommand(options).run();
 }

@@ -2,6 +2,7 @@
 
 #include "brenmark/deck_text.h"
 #include "brenmark/progress_display.h"
+#include "brenmark/timestep_sizes.h"
 
 #include <QCryptographicHash>
 
@@ -89,7 +90,7 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
     SDeckDigest digest;
     digest.format = reader.format();
     const quint32 count = reader.timestepCount();
-    progress.start(static_cast<int>(count), work, 0.0);
+    progress.start(timestepSizes(reader, path), work, 1.0);
     for (quint32 number = 0; number < count; ++number) {
         try {
             const SSimulationFrame& frame = reader.timestep(number);
@@ -110,7 +111,7 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
                 throw;
             digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, failure.what()});
         }
-        progress.update(static_cast<int>(number) + 1);
+        progress.update(number + 1);
     }
     // Behind the models: one that asks for a custom property defines it in the settings.
     CLineSink beside;

@@ -37,4 +37,29 @@ std::vector<std::string> problemsOf(const CDeckReader& reader, const QString& pa
     return problems;
 }
 
+bool isWholeConversion(const QString& target, const QString& source, size_t timesteps)
+{
+    if (!QFileInfo(target).isFile() || detectFormat(target) != eFormatHdf5)
+        return false;
+    const auto timesOf = [](const CDeckReader& reader) {
+        std::vector<double> times;
+        for (const STimestepIndexEntry& entry : reader.index())
+            times.push_back(entry.time);
+        return times;
+    };
+    try {
+        std::vector<double> made;
+        {
+            const CDeckReader reader(target);
+            if (reader.timestepCount() != timesteps || !problemsOf(reader, target).empty())
+                return false;
+            made = timesOf(reader);
+        }
+        return made == timesOf(CDeckReader(source, eUpgradedModel, eNotExamined, true));
+    }
+    catch (const CFailure&) { // what is there can't be opened: it is in the way
+        return false;
+    }
+}
+
 } // namespace NBrenmark

@@ -17,4 +17,8 @@ QString missingSegment(const CDeckReader& reader, const QString& path);
 /// otherwise, companions that a deck of the current family has to have, segments of a legacy one.
 std::vector<std::string> problemsOf(const CDeckReader& reader, const QString& path);
 
+/// Whether a whole deck is at the target that has the timesteps of the source: a run that was killed when it had given
+/// its deck the final name leaves no other sign.
+bool isWholeConversion(const QString& target, const QString& source, size_t timesteps);
+
 } // namespace NBrenmark

@@ -30,7 +30,7 @@ std::string advice(const QString& path)
 CFailure openFailure(int code, const QString& path, const Ledger& messages)
 {
     const std::string name = utf8(path);
-    const char* const copyAgain = "Copy the deck again from the archive, with all its files, and repeat this command.";
+    const char* const copyAgain = "Copy the deck again from the archive, with all its files.";
     const auto is = [&](EExitCode exitCode, const char* what) {
         return CFailure(exitCode, name + ": " + what, copyAgain);
     };
@@ -86,10 +86,10 @@ EDeckFormat requireDeck(const QString& path)
     std::string cause;
     const EDeckFormat format = detectFormat(path, &cause);
     if (!cause.empty())
-        throw CFailure(eExitSource, name + ": can't be read: " + cause, "Check the disk, and repeat this command.");
+        throw CFailure(eExitSource, name + ": can't be read: " + cause, "Check the disk.");
     if (format == eFormatUnknown) {
         const std::string other = advice(path);
-        throw CFailure(eExitUnsupported, name + ": is no deck that is known here",
+        throw CFailure(eExitUnsupported, name + ": isn't a deck that brenmark can read",
                        other.empty() ? "Its first bytes are neither those of an HDF5 file nor those of a legacy deck "
                                        "with timesteps, of a version from 2.0.0 to below 30.0.0."
                                      : other);
@@ -105,7 +105,7 @@ EDeckFormat requireDeck(const QString& path)
 COpenLibrary::COpenLibrary(ILogModule& log)
 {
     if (!initialiseApplication(applicationState()))
-        throw CFailure(eExitTarget, "the library can't be set up", "There may be too little memory.");
+        throw CFailure(eExitTarget, "the library can't be set up", "There may be too little memory.", eCauseMemory);
     roles.emplace(*simulation().configuration);
     addLogModule(&log);
 }
@@ -120,7 +120,8 @@ COpenLibrary::~COpenLibrary()
 
 CSimulation& COpenLibrary::simulation() const { return *applicationState().simulation; }
 
-CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination examination, bool ignoreCompanions)
+CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination examination, bool ignoreCompanions,
+                         SDeckHead* known)
     : path(utf8(deckPath)),
       deckFormat(requireDeck(deckPath)),
       logger(eWarning),
@@ -132,11 +133,18 @@ CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination 
     deck().readOptions.upgradeOldModels = form == eUpgradedModel;
     deck().ignoreUnreadableCompanions = ignoreCompanions;
     const int code = deck().load(deckPath);
+    if (known != nullptr)
+        *known = head();
     if (code != eOpened)
         throw openFailure(code, deckPath, logger.records());
 }
 
-std::string CDeckReader::familyName() const { return deckFormat == eFormatLegacy ? "legacy" : "HDF5"; }
+const char* SDeckHead::familyName() const
+{
+    return format == eFormatLegacy ? "legacy" : format == eFormatHdf5 ? "HDF5" : "unknown";
+}
+
+SDeckHead CDeckReader::head() const { return {deckFormat, manager().firstVersion, manager().lastVersion}; }
 
 SSimulationFrame& CDeckReader::timestep(quint32 number)
 {
@@ -147,8 +155,7 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
         const Ledger& all = logger.records();
         const std::string where = path + ", timestep " + std::to_string(number);
         throw failureFromLog({all.begin() + static_cast<std::ptrdiff_t>(saidBefore), all.end()}, where,
-                             CFailure(eExitSource, where + ": can't be read",
-                                      "Copy the deck again from the archive and repeat this command."));
+                             CFailure(eExitSource, where + ": can't be read", "Copy the deck again from the archive."));
     }
     changed = creator.storageIndex() != modelIndex || creator.storageOffset() != modelOffset;
     modelIndex = creator.storageIndex();

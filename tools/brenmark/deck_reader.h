@@ -40,7 +40,7 @@ enum EModelForm
     eStoredModel
 };
 
-/// Whether all that a file of the current family holds beside what is read is told, and damage in it costs no more
+/// Whether all that a file of the current family holds beside what is read is reported, and damage in it costs no more
 /// than the part that it is in.
 enum EExamination
 {
@@ -48,16 +48,27 @@ enum EExamination
     eExamined
 };
 
+/// What is known of a deck, even of one that can't be opened.
+struct SDeckHead
+{
+    EDeckFormat format = eFormatUnknown;
+    quint32 firstVersion = 0; ///< created it; 0: not known
+    quint32 lastVersion = 0;  ///< wrote it last; 0: not known
+
+    /// "legacy", "HDF5" or "unknown".
+    const char* familyName() const;
+};
+
 class CDeckReader
 {
 public:
+    /// \param head  is filled in, whatever is thrown; may be null
     /// \throws CFailure  no such file, no deck, or one that can't be opened
     explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel, EExamination examination = eNotExamined,
-                         bool ignoreCompanions = false);
+                         bool ignoreCompanions = false, SDeckHead* head = nullptr);
 
     EDeckFormat format() const { return deckFormat; }
-    /// "legacy" or "HDF5".
-    std::string familyName() const;
+    SDeckHead head() const;
     quint32 timestepCount() const { return deck().ioManager.timestepCount(); }
     const TimestepIndex& index() const { return deck().index; }
     CSimulation& deck() const { return library.simulation(); }

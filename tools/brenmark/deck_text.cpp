@@ -25,7 +25,7 @@ void companionText(CTextOutput& out, const QString& path)
     out.bytes("ptf", file);
     if (file.error() != QFile::NoError)
         throw CFailure(eExitSource, utf8(path) + ": can't be read: " + utf8(file.errorString()),
-                       "Copy the file again from the archive and repeat this command.");
+                       "Copy the file again from the archive.");
 }
 
 } // namespace
@@ -40,7 +40,7 @@ std::string timestepRoot(quint32 number) { return "timestep/" + std::to_string(n
 void deckText(CDeckReader& reader, ITextSink& sink, bool fullArrays)
 {
     CTextOutput out(sink, "deck", fullArrays);
-    out.stored("format", reader.familyName());
+    out.stored("format", reader.head().familyName());
     out.stored("firstVersion", versionText(reader.manager().firstVersion));
     out.stored("lastVersion", versionText(reader.manager().lastVersion));
     out.stored("edition", reader.manager().edition);

@@ -21,8 +21,7 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void fail(const std::string& path, const std::string& action, const std::string& cause)
 {
-    throw CFailure(eExitTarget, path + ": can't be " + action + ": " + cause,
-                   "Check the permissions and the room of its folder.");
+    throw CFailure(eExitTarget, path + ": can't be " + action + ": " + cause, adviceForWriting(cause));
 }
 
 [[noreturn]] void failByErrno(const std::string& path, const std::string& action)

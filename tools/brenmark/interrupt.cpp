@@ -148,7 +148,8 @@ void setInterruptLeftover(quint32 number, quint32 all, const std::string& folder
 {
     count = all;
     if (!leavesFolder) {
-        std::memcpy(folderName.data(), folder.data(), std::min(folder.size(), folderName.size() - 1));
+        const std::string shown = oneLine(folder);
+        std::memcpy(folderName.data(), shown.data(), std::min(shown.size(), folderName.size() - 1));
         leavesFolder = true;
     }
     finished = number;

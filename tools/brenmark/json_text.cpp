@@ -1,4 +1,6 @@
 #include "brenmark/json_text.h"
+
+#include "brenmark/failure.h"
 #include "brenmark/terminal.h"
 
 namespace NBrenmark {
@@ -7,6 +9,12 @@ void printJson(const Json& value)
 {
     printResult(value.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
     flushResult();
+}
+
+Json jsonFailure(const CFailure& failure)
+{
+    return {
+        {"code", failure.code}, {"cause", failure.causeWord()}, {"text", failure.what()}, {"advice", failure.advice}};
 }
 
 Json jsonMessages(const Ledger& messages)

@@ -26,7 +26,7 @@ struct SSameWords
 
 /// In the order of their first coming.
 template <class TWanted>
-std::vector<SSameWords> grouped(const Ledger& messages, TWanted&& wanted)
+std::vector<SSameWords> grouped(const Ledger& messages, TWanted&& wanted, bool isEachByItself = false)
 {
     std::vector<SSameWords> groups;
     for (const SLogRecord& message : messages) {
@@ -34,7 +34,7 @@ std::vector<SSameWords> grouped(const Ledger& messages, TWanted&& wanted)
             continue;
         auto group = std::find_if(groups.begin(), groups.end(),
                                   [&](const SSameWords& known) { return known.hasWordsOf(message); });
-        if (group == groups.end())
+        if (group == groups.end() || isEachByItself)
             group = groups.insert(groups.end(), {&message, 0});
         ++group->times;
     }
@@ -80,20 +80,21 @@ std::string damageText(const Ledger& messages)
 
 void printLedger(const Ledger& messages, EShownMessages shown)
 {
-    const std::vector<SSameWords> groups = grouped(messages, [shown](const SLogRecord& message) {
-        return message.level >= eWarning && (shown == eAllMessages || message.effect != eUpgraded);
-    });
-    const bool colour = errorHasColour();
-    for (size_t i = 0; i < std::min(groups.size(), mostLines); ++i) {
+    const auto isShown = [shown](const SLogRecord& message) {
+        return message.level >= eWarning && (shown != eWithoutUpgrades || message.effect != eUpgraded);
+    };
+    const std::vector<SSameWords> groups = grouped(messages, isShown, shown == eEveryMessage);
+    const size_t lines = shown == eEveryMessage ? groups.size() : std::min(groups.size(), mostLines);
+    for (size_t i = 0; i < lines; ++i) {
         const SLogRecord& message = *groups[i].first;
         const bool isError = message.level == eError;
         const std::string word = isError ? "error:" : "warning:";
-        printError("brenmark: " + (colour ? (isError ? "\x1b[31m" : "\x1b[33m") + word + "\x1b[0m" : word) + ' ' +
-                   message.title + ": " + indented(withoutEnd(message.placedText())) + timesText(groups[i].times) +
-                   ".\n");
+        printSequences("brenmark: " + coloured(word, isError ? "31" : "33") +
+                       safeText(' ' + message.title + ": " + indented(withoutEnd(message.placedText())) +
+                                timesText(groups[i].times) + ".\n"));
     }
-    if (groups.size() > mostLines)
-        printError("brenmark: " + std::to_string(groups.size() - mostLines) +
+    if (groups.size() > lines)
+        printError("brenmark: " + std::to_string(groups.size() - lines) +
                    " more messages of other kinds; --json lists all.\n");
 }
 

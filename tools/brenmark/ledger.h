@@ -26,7 +26,8 @@ std::vector<std::string> linesOf(const Ledger& messages, const std::function<boo
 enum EShownMessages
 {
     eAllMessages,
-    eWithoutUpgrades
+    eWithoutUpgrades,
+    eEveryMessage ///< each by itself, however many there are
 };
 
 /// Reports warnings, and errors that ended nothing, on standard error: one line for the same words, with their number.

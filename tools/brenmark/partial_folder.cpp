@@ -1,6 +1,7 @@
 #include "brenmark/partial_folder.h"
 
 #include "brenmark/failure.h"
+#include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
 #include "core/deck/deck_files.h"
@@ -240,22 +241,10 @@ std::string SPartialDeck::countText() const
     return std::to_string(finished) + " of " + NBrenmark::countText(timesteps, "timestep");
 }
 
-/// An argument for the shell.
-static std::string quoted(const QString& path)
-{
-    std::string text = utf8(path);
-    if (text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-") ==
-        std::string::npos)
-        return text;
-    std::string result = "'";
-    for (const char c : text)
-        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return result + '\'';
-}
-
 std::string SPartialDeck::command() const
 {
-    return "brenmark convert --resume " + (source.isEmpty() ? "SOURCE" : quoted(source)) + ' ' + quoted(target);
+    return "brenmark convert --resume " + (source.isEmpty() ? "SOURCE" : shellQuoted(utf8(source))) + ' ' +
+           shellQuoted(utf8(target));
 }
 
 std::optional<SPartialDeck> partialDeckAt(const QString& path)

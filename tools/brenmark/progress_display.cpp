@@ -1,94 +1,165 @@
 #include "brenmark/progress_display.h"
-#include "brenmark/terminal.h"
-#include "brenmark/units_text.h"
 
-#include <algorithm>
+#include "brenmark/terminal.h"
+
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <system_error>
+#include <unistd.h>
 
 namespace NBrenmark {
 
 namespace {
 
-constexpr int widestBar = 40; // cells; a wider one tells no more
-constexpr std::chrono::seconds lineInterval(1);
+constexpr std::chrono::milliseconds betweenBars(200);
+constexpr std::chrono::milliseconds betweenLines(1000);
 
-double secondsSince(std::chrono::steady_clock::time_point begin)
+EProgressForm formWanted = eProgressAuto;
+
+/// Bytes that this process has read and written, as Linux counts them; 0 where nothing does.
+double processTraffic()
 {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    const int file = ::open("/proc/self/io", O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return 0.0;
+    char text[512] = {};
+    const ssize_t size = ::read(file, text, sizeof text - 1);
+    ::close(file);
+    unsigned long long read = 0, written = 0;
+    const bool isKnown = size > 0 && std::sscanf(text, "rchar: %llu wchar: %llu", &read, &written) == 2;
+    return isKnown ? static_cast<double>(read) + static_cast<double>(written) : 0.0;
+}
+
+EProgressForm formFor(bool quiet, EProgressElsewhere elsewhere)
+{
+    if (quiet)
+        return eProgressNone;
+    if (formWanted != eProgressAuto)
+        return formWanted;
+    return errorIsTerminal() ? eProgressBar : elsewhere == eLinesElsewhere ? eProgressPlain : eProgressNone;
 }
 
 } // namespace
 
-CProgressDisplay::CProgressDisplay(bool quiet)
-    : quiet(quiet), bar(!quiet && errorIsTerminal()), begin(Clock::now()), lastLine(begin)
-{}
+void chooseProgress(EProgressForm wanted) { formWanted = wanted; }
+
+CProgressDisplay::CProgressDisplay(bool quiet, EProgressElsewhere elsewhere) : form(formFor(quiet, elsewhere)) {}
 
 CProgressDisplay::~CProgressDisplay() { clear(); }
 
-void CProgressDisplay::start(int timesteps, const std::string& text, double size)
+SProgressMoment CProgressDisplay::now() const
 {
-    bytes = size;
-    total = std::max(timesteps, 1);
-    work = text;
-    begin = lastLine = Clock::now();
-    if (bar)
-        drawBar(0);
+    return {std::chrono::duration<double>(Clock::now() - begin).count(), processTraffic()};
 }
 
-void CProgressDisplay::update(int done)
+void CProgressDisplay::start(const std::vector<double>& sizes, const std::string& text, double traffic)
 {
-    if (quiet || total == 0)
+    stopTicking();
+    if (form == eProgressNone || sizes.empty())
         return;
-    if (bar)
-        drawBar(done);
-    else if (done == total || done == 1 || Clock::now() - lastLine >= lineInterval)
-        printLine(done);
+    begin = lastShown = Clock::now();
+    work = text;
+    estimate.emplace(sizes, traffic, now());
+    if (form == eProgressBar)
+        show(false);
+    ending = false;
+    try {
+        ticker = std::thread([this] { tick(); });
+    }
+    catch (const std::system_error&) { // without one the display moves with the timesteps
+    }
+}
+
+void CProgressDisplay::stopTicking()
+{
+    if (!ticker.joinable())
+        return;
+    {
+        const std::lock_guard<std::mutex> guard(lock);
+        ending = true;
+    }
+    wake.notify_all();
+    ticker.join();
+}
+
+void CProgressDisplay::tick()
+{
+    std::unique_lock<std::mutex> guard(lock);
+    const auto interval = form == eProgressBar ? betweenBars : betweenLines;
+    try {
+        while (!wake.wait_for(guard, interval, [this] { return ending; }))
+            if (Clock::now() - lastShown >= interval)
+                show(false);
+    }
+    catch (const std::exception&) { // where memory is short the display is the first to go
+    }
+}
+
+void CProgressDisplay::update(quint32 done)
+{
+    const std::lock_guard<std::mutex> guard(lock);
+    if (!estimate)
+        return;
+    estimate->finish(done, now());
+    if (form == eProgressBar || done == 1 || done == estimate->timesteps() || Clock::now() - lastShown >= betweenLines)
+        show(true);
+}
+
+void CProgressDisplay::pass(quint32 done)
+{
+    const std::lock_guard<std::mutex> guard(lock);
+    if (!estimate)
+        return;
+    estimate->pass(done, now());
+    if (form == eProgressBar || Clock::now() - lastShown >= betweenLines)
+        show(true);
+}
+
+void CProgressDisplay::printLine(const std::string& line)
+{
+    const std::lock_guard<std::mutex> guard(lock);
+    wipe();
+    printError(line + '\n');
 }
 
 void CProgressDisplay::clear()
 {
+    stopTicking();
+    wipe();
+    estimate.reset();
+}
+
+void CProgressDisplay::wipe()
+{
     if (drawn)
-        printError("\r\x1b[K");
+        printSequences("\r\x1b[K");
     drawn = false;
 }
 
-std::string CProgressDisplay::rateText(int done) const
+SProgressState CProgressDisplay::state(const SProgressMoment& at)
 {
-    const double seconds = secondsSince(begin);
-    if (done == 0 || seconds <= 0.0)
-        return std::string();
-    std::string text;
-    if (bytes > 0.0)
-        text += ", " + sizeText(bytes * done / total / seconds) + "/s";
-    if (done < total)
-        text += ", " + durationText(seconds * (total - done) / done) + " left";
-    return text;
+    return {work,
+            static_cast<quint32>(estimate->finished()),
+            static_cast<quint32>(estimate->timesteps()),
+            estimate->bytesDone(at),
+            estimate->bytesTotal(),
+            estimate->bytesPerSecond(at),
+            estimate->secondsLeft(at)};
 }
 
-void CProgressDisplay::drawBar(int done)
+void CProgressDisplay::show(bool isDone)
 {
-    const std::string text = ' ' + work + " timestep " + std::to_string(std::min(done + 1, total)) + " of " +
-                             std::to_string(total) + rateText(done);
-    const int columns = errorColumns() - 1; // the last one would wrap on some terminals
-    const int cells = std::min(widestBar, columns - 2 - static_cast<int>(text.size()));
-    std::string line;
-    if (cells >= 4) {
-        const int filled = static_cast<int>(static_cast<long long>(cells) * done / total);
-        const bool colour = errorHasColour();
-        line = '[' + std::string(colour ? "\x1b[32m" : "") + std::string(static_cast<size_t>(filled), '#') +
-               (colour ? "\x1b[0m" : "") + std::string(static_cast<size_t>(cells - filled), '.') + ']' + text;
+    lastShown = Clock::now();
+    const SProgressState current = state(now());
+    if (form == eProgressBar) {
+        // The last column would wrap on some terminals.
+        printSequences('\r' + progressBar(current, errorColumns() - 1, errorHasColour()) + "\x1b[K");
+        drawn = true;
     }
     else {
-        line = text.substr(1, static_cast<size_t>(std::max(columns, 1)));
+        printError((form == eProgressJson ? progressObject(current) : progressLine(current, isDone)) + '\n');
     }
-    printError('\r' + line + "\x1b[K");
-    drawn = true;
-}
-
-void CProgressDisplay::printLine(int done)
-{
-    lastLine = Clock::now();
-    printError(work + " timestep " + std::to_string(done) + " of " + std::to_string(total) + " done" + rateText(done) +
-               '\n');
 }
 
 } // namespace NBrenmark

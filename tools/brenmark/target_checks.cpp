@@ -3,6 +3,7 @@
 #include "brenmark/deck_swap.h"
 #include "brenmark/disk.h"
 #include "brenmark/failure.h"
+#include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
 #include "core/deck/deck_files.h"
@@ -66,17 +67,17 @@ void requireShortName(const QString& target)
 void requireWritableFolder(const QString& target)
 {
     const QString folder = existingFolder(target);
-    std::string cause;
+    int error = 0;
     struct statvfs disk = {};
     if (!QFileInfo(folder).isDir())
-        cause = "it is no folder";
+        error = ENOTDIR;
     else if (statvfs(nativePath(folder).c_str(), &disk) == 0 && (disk.f_flag & ST_RDONLY) != 0)
-        cause = std::strerror(EROFS);
+        error = EROFS;
     else if (access(nativePath(folder).c_str(), W_OK | X_OK) != 0)
-        cause = std::strerror(errno);
-    if (!cause.empty())
-        throw CFailure(eExitTarget, utf8(target) + ": can't be made in " + utf8(folder) + ": " + cause,
-                       "Check the path and its permissions, and repeat this command.");
+        error = errno;
+    if (error != 0)
+        throw CFailure(eExitTarget, utf8(target) + ": can't be made in " + utf8(folder) + ": " + std::strerror(error),
+                       error == ENOTDIR ? "Check the path." : adviceForWriting(error));
 }
 
 } // namespace
@@ -99,17 +100,26 @@ void requireRoom(const QString& target, qint64 sourceBytes, qint64 there, quint3
     if (statvfs(nativePath(folder).c_str(), &disk) != 0)
         return; // where that isn't known the writing itself will show it
     const double free = static_cast<double>(disk.f_bavail) * static_cast<double>(disk.f_frsize);
-    const auto needed = static_cast<double>(sourceBytes - there);
-    if (needed > free)
+    const double expected = static_cast<double>(sourceBytes - there);
+    // No file takes less than a block. What more it takes depends on how well the source was compressed.
+    const double surelyNeeded =
+        static_cast<double>(timesteps) * static_cast<double>(disk.f_frsize) - static_cast<double>(there);
+    const std::string isFree = sizeText(free) + (free == 1.0 ? " is" : " are") + " free";
+    if (surelyNeeded > free)
         throw CFailure(eExitTarget,
-                       utf8(target) + ": no room: the new deck takes about as much as the source, " +
-                           sizeText(static_cast<double>(sourceBytes)) + ", and " + sizeText(free) + " are free",
-                       "Make room at the target, or choose another folder, and repeat this command.");
+                       utf8(target) + ": too little space: the new deck takes more than " + sizeText(surelyNeeded) +
+                           ", and " + isFree,
+                       adviceForWriting(ENOSPC));
+    if (expected > free)
+        printError("brenmark: warning: " + utf8(target) +
+                   ": there may be too little space: the new deck takes about "
+                   "as much as the source, " +
+                   sizeText(static_cast<double>(sourceBytes)) + ", and " + isFree + ".\n");
     if (disk.f_files > 0 && disk.f_favail < timesteps)
         throw CFailure(eExitTarget,
-                       utf8(target) + ": no room: each of " + countText(timesteps, "timestep") +
-                           " takes a file, and the disk has room for " + countText(disk.f_favail, "more file"),
-                       "Remove files there, or choose another folder, and repeat this command.");
+                       utf8(target) + ": too few files are free: each of " + countText(timesteps, "timestep") +
+                           " takes one, and the disk has room for " + countText(disk.f_favail, "more file"),
+                       "Remove files there, or choose another folder.");
 }
 
 void requireFreeTarget(const QString& source, const QString& target, bool force)
@@ -146,7 +156,7 @@ void makeTargetFolder(const QString& target)
     if (failure)
         throw CFailure(eExitTarget,
                        utf8(target) + ": its folder " + utf8(folder) + " can't be made: " + failure.message(),
-                       "Check the path and its permissions, and repeat this command.");
+                       adviceForWriting(failure.message()));
     if (isMade)
         realDisk().sync(nativePath(QFileInfo(folder).absolutePath()));
 }

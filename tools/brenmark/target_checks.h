@@ -10,7 +10,8 @@ namespace NBrenmark {
 /// \throws CFailure
 void requirePossibleTarget(const QString& out, const QString& target);
 
-/// Whether there is room for a deck that takes about as much as the source.
+/// Whether there is room for the new deck: refuses where there is surely too little, and warns where there is less than
+/// the source takes, which is what most decks need.
 /// \param there       bytes of it that are there already
 /// \param timesteps   each takes a file
 /// \throws CFailure

@@ -29,7 +29,7 @@ static void printMeant(const std::vector<SModelChange>& meant)
 {
     if (meant.empty())
         return;
-    printResult("  brought to today's form: " + countText(meant.size(), "line") + " of the model\n");
+    printResult("  upgraded to the current model: " + countText(meant.size(), "line") + "\n");
     for (const auto& [upgrade, count] : countsByUpgrade(meant))
         printResult("    " + upgrade + ": " + std::to_string(count) + '\n');
 }
@@ -38,7 +38,7 @@ static void printNotCarried(const std::vector<std::string>& notCarried)
 {
     if (notCarried.empty())
         return;
-    printResult("  without a place in the converted deck:\n");
+    printResult("  not carried, for the new format has no place for it:\n");
     for (const std::string& what : notCarried)
         printResult("    " + what + '\n');
 }
@@ -116,7 +116,7 @@ EExitCode runVerify(const SVerifyOptions& options)
 {
     SVerification verification;
     {
-        CProgressDisplay progress(!errorIsTerminal());
+        CProgressDisplay progress(false, eNothingElsewhere);
         verification = verify(options.source, options.converted, options.limit, progress);
     }
     printLedger(verification.messages, eWithoutUpgrades);
@@ -125,7 +125,8 @@ EExitCode runVerify(const SVerifyOptions& options)
         Json object{{"result", verdictName(verification.verdict())},
                     {"code", code},
                     {"source", utf8(options.source)},
-                    {"converted", utf8(options.converted)}};
+                    {"converted", utf8(options.converted)},
+                    {"error", nullptr}};
         object.update(jsonVerification(verification));
         unlessReaderIsGone([&] { printJson(object); });
         return code;

@@ -1,5 +1,7 @@
 #include "io/text/text_values.h"
 
+#include "core/control_characters.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -68,7 +70,7 @@ size_t printableLength(const std::string& bytes, size_t at)
     const char32_t least[] = {0xA0, 0x800, 0x10000}; // 0x80 to 0x9F are control characters
     const bool surrogate = c >= 0xD800 && c <= 0xDFFF;
     const bool separator = c == 0x2028 || c == 0x2029; // some programs end a line there
-    return c < least[length - 2] || c > 0x10FFFF || surrogate || separator ? 0 : length;
+    return c < least[length - 2] || c > 0x10FFFF || surrogate || separator || isDirectionControl(c) ? 0 : length;
 }
 
 /// The bytes with what may not stand in a line escaped; ascii appends each character below 0x7F.

@@ -5,11 +5,14 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_family.h"
+#include "brenmark/deck_problems.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace NBrenmark {
 
@@ -17,52 +20,52 @@ static Json fileList(const QStringList& files)
 {
     Json list = Json::array();
     for (const QString& file : files)
-        list.push_back({{"path", utf8(file)}, {"bytes", QFileInfo(file).size()}});
+        list.push_back({{"path", utf8(file)}, {"sizeBytes", QFileInfo(file).size()}});
     return list;
 }
 
-/// The model of the last timestep tells most: what was created until then is in it. A deck without timesteps has an
-/// empty model. \param timesteps  told before, which has loaded the last one
-static Json describe(CDeckReader& reader, const SInfoOptions& options, const Json& timesteps)
+static Json versionOf(quint32 version) { return version == 0 ? Json() : Json(utf8(versionText(version))); }
+
+/// What is known before anything is read.
+static Json describeHead(const SDeckHead& head, const SInfoOptions& options)
 {
-    const SSimulationFrame& frame = *reader.deck().currentFrame;
-    const QStringList files = familyFiles(options.deck);
     return {{"path", utf8(options.deck)},
-            {"family", reader.familyName()},
-            {"createdBy", utf8(versionText(reader.manager().firstVersion))},
-            {"lastWrittenBy", utf8(versionText(reader.manager().lastVersion))},
-            {"title", utf8(frame.creator.title)},
-            {"description", utf8(frame.creator.description)},
-            {"timesteps", timesteps},
-            {"particleTypes", typeList(frame)},
-            {"materials", materialList(frame)},
-            {"geometryGroups", geometryList(frame.creator.geometryGroups)},
-            {"factories", factoryList(frame.creator.geometryGroups)},
-            {"physics", physicsObject(frame.creator.physicsModels)},
-            {"customProperties", propertyList(reader)},
-            {"files", fileList(files)},
-            {"bytes", bytesOf(files)}};
+            {"family", head.familyName()},
+            {"createdBy", versionOf(head.firstVersion)},
+            {"lastWrittenBy", versionOf(head.lastVersion)}};
 }
 
-/// No timestep is read: its models would define what they need beside what the file holds.
-static Json describeSettings(CDeckReader& reader, const SInfoOptions& options)
+static void addFiles(Json& deck, const SInfoOptions& options)
 {
-    return {{"path", utf8(options.deck)},
-            {"family", reader.familyName()},
-            {"createdBy", utf8(versionText(reader.manager().firstVersion))},
-            {"lastWrittenBy", utf8(versionText(reader.manager().lastVersion))},
-            {"settings", settingsOf(reader)}};
+    const QStringList files = familyFiles(options.deck);
+    deck["files"] = fileList(files);
+    deck["sizeBytes"] = bytesOf(files);
+}
+
+/// The model of the last timestep says most: what was created until then is in it. A deck without timesteps has an
+/// empty model.
+static void addModel(Json& deck, CDeckReader& reader)
+{
+    const SSimulationFrame& frame = *reader.deck().currentFrame;
+    deck["title"] = utf8(frame.creator.title);
+    deck["description"] = utf8(frame.creator.description);
+    deck["particleTypes"] = typeList(frame);
+    deck["materials"] = materialList(frame);
+    deck["geometryGroups"] = geometryList(frame.creator.geometryGroups);
+    deck["factories"] = factoryList(frame.creator.geometryGroups);
+    deck["physics"] = physicsObject(frame.creator.physicsModels);
+    deck["customProperties"] = propertyList(reader);
 }
 
 static void printHead(const Json& deck)
 {
-    const std::string created = text(deck["createdBy"]), last = text(deck["lastWrittenBy"]);
-    printResult(text(deck["path"]) + '\n');
-    printResult("  " + text(deck["family"]) + " deck, version " + last +
+    const std::string created = textOrNone(deck["createdBy"]), last = textOrNone(deck["lastWrittenBy"]);
+    printResult(shown(deck["path"]) + '\n');
+    printResult("  " + text(deck["family"]) + " deck" + (last.empty() ? "" : ", version " + last) +
                 (created == last ? "" : ", created by version " + created) + ", " +
-                sizeText(deck["bytes"].get<double>()) + " in all\n");
+                sizeText(deck["sizeBytes"].get<double>()) + " in all\n");
     for (const char* const line : {"title", "description"})
-        if (!text(deck[line]).empty())
+        if (deck.contains(line) && !text(deck[line]).empty())
             printResult("  " + shown(deck[line]) + '\n');
     printResult("\n");
 }
@@ -71,37 +74,92 @@ static void printFiles(const Json& deck)
 {
     CTable files;
     for (const Json& file : deck["files"])
-        files.row(shown(file["path"]), sizeText(file["bytes"].get<double>()));
+        files.row(shown(file["path"]), sizeText(file["sizeBytes"].get<double>()));
     files.print(countText(files.size(), "file"));
 }
 
+/// A deck that can't be read whole lacks sections.
 static void print(const Json& deck)
 {
     printHead(deck);
-    printTimesteps(deck);
-    printParticlesAndMaterials(deck);
-    printGeometry(deck);
-    printPhysics(deck);
-    printProperties(deck);
+    if (deck.contains("timesteps"))
+        printTimesteps(deck);
+    if (deck.contains("physics")) {
+        printParticlesAndMaterials(deck);
+        printGeometry(deck);
+        printPhysics(deck);
+        printProperties(deck);
+    }
     printFiles(deck);
+}
+
+/// Reads what is to be described. \param failures  of timesteps, and of the deck as a whole
+static Json describe(CDeckReader& reader, const SInfoOptions& options, std::vector<CFailure>& failures)
+{
+    Json deck = describeHead(reader.head(), options);
+    if (options.settings) { // no timestep is read: its models would define what they need beside what the file holds
+        deck["settings"] = settingsOf(reader);
+        return deck;
+    }
+    const std::vector<std::string> problems = problemsOf(reader, options.deck);
+    bool isAnyRead = false;
+    deck["timesteps"] = timestepList(reader, options.deck, !options.quick, failures, isAnyRead);
+    if (isAnyRead)
+        addModel(deck, reader);
+    addFiles(deck, options);
+    deck["problems"] = problems;
+    for (const std::string& problem : problems)
+        failures.emplace_back(eExitSource, utf8(options.deck) + ": " + problem,
+                              "Copy the deck again from where it is whole, or convert its source again.");
+    return deck;
+}
+
+/// What a command of its own reports as a failure isn't a warning as well.
+static Ledger withoutProblems(const Ledger& messages, const Json& deck)
+{
+    Ledger others;
+    for (const SLogRecord& message : messages) {
+        const std::string words = withoutEnd(message.placedText());
+        const bool isProblem =
+            deck.contains("problems") && std::any_of(deck["problems"].begin(), deck["problems"].end(),
+                                                     [&](const Json& problem) { return text(problem) == words; });
+        if (!isProblem)
+            others.push_back(message);
+    }
+    return others;
 }
 
 EExitCode runInfo(const SInfoOptions& options)
 {
-    CDeckReader reader(options.deck);
     std::vector<CFailure> failures;
-    Json deck = options.settings ? describeSettings(reader, options)
-                                 : describe(reader, options, timestepList(reader, !options.quick, failures));
-    const Ledger messages = reader.messages();
-    if (options.json) {
-        deck["messages"] = jsonMessages(messages);
-        printJson(deck);
+    SDeckHead head;
+    Json deck;
+    Ledger messages;
+    try {
+        CDeckReader reader(options.deck, eUpgradedModel, eNotExamined, false, &head);
+        deck = describe(reader, options, failures);
+        messages = reader.messages();
     }
-    else {
-        options.settings ? printSettings(deck) : print(deck);
-        flushResult();
+    catch (const CFailure& failure) {
+        if (head.format == eFormatUnknown)
+            head.format = detectFormat(options.deck);
+        deck = describeHead(head, options);
+        addFiles(deck, options);
+        failures.push_back(failure);
     }
-    printLedger(messages, eWithoutUpgrades);
+    const bool isDescribed = head.format != eFormatUnknown;
+    unlessReaderIsGone([&] {
+        if (options.json) {
+            deck["messages"] = jsonMessages(messages);
+            deck["error"] = failures.empty() ? Json() : jsonFailure(failures.front());
+            printJson(deck);
+        }
+        else if (isDescribed) {
+            deck.contains("settings") ? printSettings(deck) : print(deck);
+            flushResult();
+        }
+    });
+    printLedger(withoutProblems(messages, deck), eWithoutUpgrades);
     for (const CFailure& failure : failures)
         printFailure(failure);
     return failures.empty() ? eExitDone : failures.front().code;

@@ -25,7 +25,7 @@ Json materialList(const SSimulationFrame& frame)
     for (auto entry = materials.begin(); entry != materials.end(); ++entry)
         list.push_back({{"name", utf8(entry.key())},
                         {"use", entry.value()->isBulk() ? "bulk" : "equipment"},
-                        {"density", entry.value()->density}});
+                        {"densityKgPerM3", entry.value()->density}});
     return list;
 }
 
@@ -41,7 +41,7 @@ void printParticlesAndMaterials(const Json& deck)
     CTable materials;
     for (const Json& material : deck["materials"])
         materials.row(shown(material["name"]),
-                      text(material["use"]) + ", " + shortNumber(material["density"].get<double>()) + " kg/m3");
+                      text(material["use"]) + ", " + shortNumber(material["densityKgPerM3"].get<double>()) + " kg/m3");
     materials.print(countText(materials.size(), "material"));
 }
 

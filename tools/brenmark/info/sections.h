@@ -1,6 +1,6 @@
 #pragma once
-// The sections of brenmark info: each is told as part of one object, and printed from that object, so that text and
-// JSON tell the same. A file each beside this one.
+// The sections of brenmark info: each is described in a part of one object, and printed from that object, so that text
+// and JSON say the same. A file each beside this one.
 
 #include "brenmark/json_text.h"
 
@@ -18,9 +18,10 @@ struct SSimulationFrame;
 
 /// Times and, if counted, what each timestep holds, for which all are read; else only the last one is. The last
 /// one that can be read is loaded at the end.
-/// \param failures  gets those of the timesteps that can't be read, which have "damaged"
-/// \throws CFailure  none of those that were tried can be read
-Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& failures);
+/// \param failures   gets those of the timesteps that can't be read, which have "damaged" and no time
+/// \param isAnyRead  whether a model is loaded now, if only that of a deck without timesteps
+Json timestepList(CDeckReader& reader, const QString& path, bool counted, std::vector<CFailure>& failures,
+                  bool& isAnyRead);
 void printTimesteps(const Json& deck);
 
 Json typeList(const SSimulationFrame& frame);
@@ -31,7 +32,7 @@ Json geometryList(const GeometryGroups& groups);
 Json factoryList(const GeometryGroups& groups);
 void printGeometry(const Json& deck);
 
-/// Both chains of contact models and the external forces, in order, with what can be told of their parameters in a line.
+/// Both chains of contact models and the external forces, in order, with what can be said of their parameters in a line.
 Json physicsObject(const CPhysicsModels& physics);
 void printPhysics(const Json& deck);
 

@@ -54,7 +54,7 @@ static Json selectionList(const NSelection::CSelectionMap& selections)
         list.push_back({{"name", utf8(carried.name)},
                         {"class", utf8(carried.typeId)},
                         {"version", utf8(versionText(carried.version))},
-                        {"bytes", carried.bytes.size()},
+                        {"sizeBytes", carried.bytes.size()},
                         {"carriedAsBytes", true}});
     return list;
 }
@@ -104,36 +104,36 @@ static std::string valuesText(const Json& values)
     return text + (values.size() > mostValues ? ", ..." : "");
 }
 
-/// What of a selection is behind its name.
+/// What follows the name of a selection.
 static std::string selectionText(const Json& selection)
 {
     const std::string kind = text(selection["class"]).empty() ? "selections in one block" : shown(selection["class"]);
     if (selection["carriedAsBytes"].get<bool>())
-        return kind + ", " + countText(selection["bytes"].get<quint64>(), "byte") + " of version " +
+        return kind + ", " + countText(selection["sizeBytes"].get<quint64>(), "byte") + " of version " +
                text(selection["version"]) + " carried as they are";
-    std::string told = kind + (selection["active"].get<bool>() ? ", active" : "");
+    std::string line = kind + (selection["active"].get<bool>() ? ", active" : "");
     if (const auto filters = selection["filters"].get<quint64>(); filters > 0)
-        told += ", " + countText(filters, "filter");
+        line += ", " + countText(filters, "filter");
     if (const auto queries = selection["queries"].get<quint64>(); queries > 0)
-        told += ", " + countText(queries, "query", "queries");
-    return told;
+        line += ", " + countText(queries, "query", "queries");
+    return line;
 }
 
 void printSettings(const Json& deck)
 {
     const Json& settings = deck["settings"];
-    printResult(text(deck["path"]) + '\n');
+    printResult(shown(deck["path"]) + '\n');
     if (settings["file"].is_null())
         printResult("  no settings beside it\n");
     else if (settings["version"].is_null())
-        printResult("  settings in " + text(settings["file"]) + " can't be opened\n");
+        printResult("  settings in " + shown(settings["file"]) + " can't be opened\n");
     else
-        printResult("  settings in " + text(settings["file"]) + ", version " + text(settings["version"]) +
+        printResult("  settings in " + shown(settings["file"]) + ", version " + text(settings["version"]) +
                     ", edition " + std::to_string(settings["edition"].get<int>()) + '\n');
     if (const int damaged = settings["damagedBlocks"].get<int>(); damaged > 0)
         printResult("  " + countText(quint64(damaged), "damaged block") + " left out\n");
     if (!settings["propertyFile"].is_null())
-        printResult("  particle properties from " + text(settings["propertyFile"]) + '\n');
+        printResult("  particle properties from " + shown(settings["propertyFile"]) + '\n');
     printResult("\n");
 
     CTable selections;

@@ -34,13 +34,9 @@ void CTable::printUnlessEmpty(const std::string& heading) const
 
 std::string text(const Json& value) { return value.get<std::string>(); }
 
-std::string shown(const Json& name)
-{
-    std::string out = text(name);
-    std::replace_if(
-        out.begin(), out.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
-    return out;
-}
+std::string textOrNone(const Json& value) { return value.is_null() ? std::string() : text(value); }
+
+std::string shown(const Json& name) { return oneLine(text(name)); }
 
 std::string listText(const Json& list)
 {

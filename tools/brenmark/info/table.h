@@ -1,5 +1,5 @@
 #pragma once
-// How brenmark info lays out what it tells.
+// How brenmark info lays out what it shows.
 
 #include "brenmark/json_text.h"
 
@@ -25,7 +25,9 @@ private:
 
 /// The text of a value that is one.
 std::string text(const Json& value);
-/// A name with its control characters made harmless.
+/// The same, and nothing of null.
+std::string textOrNone(const Json& value);
+/// A name in one line, with its control characters made harmless.
 std::string shown(const Json& name);
 /// "Lift, Turn", of a list of names, or of objects by their names.
 std::string listText(const Json& list);

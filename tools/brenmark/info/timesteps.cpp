@@ -3,7 +3,7 @@
 
 #include "brenmark/deck_reader.h"
 #include "brenmark/progress_display.h"
-#include "brenmark/terminal.h"
+#include "brenmark/timestep_sizes.h"
 #include "brenmark/units_text.h"
 
 namespace NBrenmark {
@@ -40,16 +40,17 @@ static Json contents(const CTimestepData& timestep)
               {"goingOn", goingOn(contacts.surfaceSurface) + goingOn(contacts.surfaceGeometry)}}}};
 }
 
-Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& failures)
+Json timestepList(CDeckReader& reader, const QString& path, bool counted, std::vector<CFailure>& failures,
+                  bool& isAnyRead)
 {
     constexpr quint32 none = CTimestepData::noTimestep;
     const quint32 count = reader.timestepCount();
     quint32 lastReadable = none;
     Json list = Json::array();
-    CProgressDisplay progress(!counted || !errorIsTerminal());
-    progress.start(static_cast<int>(count), "reading", 0.0);
+    CProgressDisplay progress(!counted, eNothingElsewhere);
+    progress.start(timestepSizes(reader, path), "reading", 1.0);
     for (quint32 i = 0; i < count; ++i) {
-        Json entry = {{"time", reader.index()[i].time}, {"full", reader.index()[i].isFull}};
+        Json entry = {{"timeSeconds", reader.index()[i].time}, {"full", reader.index()[i].isFull}};
         if (counted || i + 1 == count) {
             try {
                 const CTimestepData& timestep = reader.timestep(i).timestep;
@@ -58,16 +59,16 @@ Json timestepList(CDeckReader& reader, bool counted, std::vector<CFailure>& fail
                     entry.update(contents(timestep));
             }
             catch (const CFailure& failure) {
+                entry["timeSeconds"] = nullptr; // that of the index may be as wrong
                 entry["damaged"] = true;
                 failures.push_back(failure);
             }
         }
         list.push_back(std::move(entry));
-        progress.update(static_cast<int>(i) + 1);
+        progress.update(i + 1);
     }
-    if (lastReadable == none && !failures.empty())
-        throw CFailure(failures.front());
-    if (lastReadable != none && lastReadable + 1 < count) // behind it others were tried
+    isAnyRead = lastReadable != none || failures.empty();
+    if (lastReadable != none && lastReadable + 1 < count) // after it others were tried
         reader.timestep(lastReadable);
     return list;
 }
@@ -94,7 +95,7 @@ static std::string contentsText(const Json& timestep)
     return out;
 }
 
-constexpr size_t mostTimesteps = 40; // more are told by the first and the last ones
+constexpr size_t mostTimesteps = 40; // of more the first and the last ones are shown
 
 void printTimesteps(const Json& deck)
 {
@@ -106,11 +107,11 @@ void printTimesteps(const Json& deck)
         if (left && i == mostTimesteps / 2)
             table.row("...", std::to_string(timesteps.size() - mostTimesteps) + " more");
         if (!left)
-            table.row(std::to_string(i), "t = " + shortNumber(timesteps[i]["time"].get<double>()) + " s" +
-                                             (timesteps[i].contains("damaged")   ? ", can't be read"
-                                              : timesteps[i]["full"].get<bool>() ? ""
-                                                                                 : ", partial") +
-                                             contentsText(timesteps[i]));
+            table.row(std::to_string(i), timesteps[i].contains("damaged")
+                                             ? "-, can't be read"
+                                             : "t = " + shortNumber(timesteps[i]["timeSeconds"].get<double>()) + " s" +
+                                                   (timesteps[i]["full"].get<bool>() ? "" : ", partial") +
+                                                   contentsText(timesteps[i]));
     }
     table.print(countText(timesteps.size(), "timestep"));
 }

@@ -1,0 +1,116 @@
+#include "brenmark/argument_values.h"
+
+#include "brenmark/failure.h"
+
+#include <QFile>
+
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <utility>
+
+namespace NBrenmark {
+
+namespace {
+
+CFailure valueFailure(const char* option, const std::string& argument, const std::string& wanted)
+{
+    return CFailure(eExitUsage, std::string(option) + ": \"" + oneLine(argument) + "\" isn't " + wanted,
+                    std::string("Give ") + option + ' ' + wanted + ", or leave it out.");
+}
+
+template <class TValue, size_t number>
+TValue wordFrom(const char* option, const std::string& argument,
+                const std::array<std::pair<const char*, TValue>, number>& words)
+{
+    std::string all;
+    for (size_t i = 0; i < number; ++i) {
+        if (argument == words[i].first)
+            return words[i].second;
+        all += (i == 0 ? "" : i + 1 < number ? ", " : " or ") + std::string(words[i].first);
+    }
+    throw valueFailure(option, argument, all);
+}
+
+} // namespace
+
+QString pathFrom(const std::string& argument)
+{
+    const QByteArray bytes = QByteArray::fromStdString(argument);
+    const QString path = QFile::decodeName(bytes);
+    if (path.isEmpty())
+        throw CFailure(eExitUsage, "an empty path", "Name the deck's first file.");
+    if (QFile::encodeName(path) != bytes)
+        throw CFailure(eExitUsage, argument + ": the path isn't text in the encoding of the locale",
+                       "Set LC_ALL to the encoding of your file names, or rename the files.");
+    return path;
+}
+
+QString keyFrom(const std::string& argument)
+{
+    if (argument.find_first_not_of(':') == std::string::npos)
+        throw CFailure(eExitUsage, "an empty key", "Leave it out for all keys.");
+    return QFile::decodeName(QByteArray::fromStdString(argument));
+}
+
+quint32 numberFrom(const char* option, const std::string& argument)
+{
+    quint32 number = 0;
+    const char* const end = argument.data() + argument.size();
+    const auto [last, error] = std::from_chars(argument.data(), end, number);
+    if (error != std::errc() || last != end)
+        throw valueFailure(option, argument, "a whole number from 0 to 4294967295");
+    return number;
+}
+
+std::uint64_t sizeFrom(const char* option, const std::string& argument)
+{
+    const CFailure failure = valueFailure(option, argument, "a size such as 500MB, 4GB or 2GiB");
+    std::uint64_t size = 0;
+    const char* const end = argument.data() + argument.size();
+    const auto [last, error] = std::from_chars(argument.data(), end, size);
+    if (error != std::errc())
+        throw failure;
+    std::string unit;
+    for (const char* c = last; c != end; ++c)
+        if (*c != ' ')
+            unit += static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
+    constexpr std::array<char, 5> prefixes{'k', 'm', 'g', 't', 'p'};
+    std::uint64_t factor = 1;
+    for (size_t i = 0; i < prefixes.size() && !unit.empty() && unit != "b"; ++i) {
+        const bool isBinary = unit == std::string(1, prefixes[i]) + "ib";
+        const bool isDecimal = unit == std::string(1, prefixes[i]) || unit == std::string(1, prefixes[i]) + "b";
+        if (!isBinary && !isDecimal)
+            continue;
+        for (size_t power = 0; power <= i; ++power)
+            factor *= isBinary ? 1024 : 1000;
+        unit.clear();
+    }
+    if ((!unit.empty() && unit != "b") || size > UINT64_MAX / factor)
+        throw failure;
+    return size * factor;
+}
+
+EColour colourFrom(const std::string& argument)
+{
+    return wordFrom<EColour, 3>("--color", argument,
+                                {{{"auto", eColourAuto}, {"always", eColourAlways}, {"never", eColourNever}}});
+}
+
+EProgressForm progressFrom(const std::string& argument)
+{
+    return wordFrom<EProgressForm, 5>("--progress", argument,
+                                      {{{"auto", eProgressAuto},
+                                        {"bar", eProgressBar},
+                                        {"plain", eProgressPlain},
+                                        {"json", eProgressJson},
+                                        {"none", eProgressNone}}});
+}
+
+std::string adviceForManyDecks(const std::string& decks)
+{
+    return "To convert several decks into a folder OUT: for deck in " + decks +
+           "; do brenmark convert \"$deck\" OUT/; done";
+}
+
+} // namespace NBrenmark

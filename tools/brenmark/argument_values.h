@@ -1,0 +1,29 @@
+#pragma once
+// The values of arguments: each from the text that the user gave, or a failure that says what was wrong with it.
+
+#include "brenmark/progress_display.h"
+#include "brenmark/terminal.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <string>
+
+namespace NBrenmark {
+
+// All of them \throw CFailure, for wrong usage.
+
+QString pathFrom(const std::string& argument);
+/// A key with nothing in it would be all keys.
+QString keyFrom(const std::string& argument);
+quint32 numberFrom(const char* option, const std::string& argument);
+/// Bytes: "4GB" has 4,000,000,000, "4GiB" 4,294,967,296.
+std::uint64_t sizeFrom(const char* option, const std::string& argument);
+EColour colourFrom(const std::string& argument);
+EProgressForm progressFrom(const std::string& argument);
+
+/// How several decks are converted: a line to paste into a shell.
+/// \param decks  the first files as the shell finds them, for example "*.dem"
+std::string adviceForManyDecks(const std::string& decks);
+
+} // namespace NBrenmark

@@ -1,0 +1,423 @@
+#include "brenmark/command_line.h"
+
+#include "brenmark/argument_values.h"
+#include "brenmark/commands.h"
+#include "brenmark/deck_reader.h"
+#include "brenmark/failure.h"
+#include "brenmark/interrupt.h"
+#include "brenmark/progress_display.h"
+#include "brenmark/terminal.h"
+
+#include "core/memory_ceiling.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <functional>
+
+namespace NBrenmark {
+
+namespace {
+
+/// The commands, their options, and where those are stored.
+class CCommandLine
+{
+public:
+    CCommandLine();
+
+    EExitCode run(int argumentCount, char** arguments);
+
+private:
+    /// A command with what every command takes.
+    CLI::App* add(const char* name, const char* what);
+    void addConvert();
+    void addCheck();
+    void addInfo();
+    void addConfig();
+    void addDump();
+    void addVerify();
+    /// What the commands take that read timesteps.
+    void addReading(CLI::App* command);
+    void addProgress(CLI::App* command);
+
+    EExitCode showHelp(const std::vector<std::string>& about);
+    std::vector<std::string> commandNames() const;
+    /// Null for none.
+    const CLI::App* commandOf(const std::string& word) const;
+    [[noreturn]] void refuseCommand(const std::string& word) const;
+    [[noreturn]] void refuse(const CLI::ParseError& error, const CLI::App& command) const;
+
+    CLI::App app{"Moves stored particle simulations, decks, into the current file family.", "brenmark"};
+    CLI::App* convertCommand = nullptr;
+    std::function<EExitCode()> chosen;
+
+    std::string source, target, key, timestep, limit, mostMemory;
+    std::string colour = "auto", progress = "auto";
+    std::vector<std::string> paths;
+    SConvertOptions convert;
+    SCheckOptions check;
+    SInfoOptions info;
+    SConfigOptions config;
+    SDumpOptions dump;
+    SVerifyOptions verify;
+};
+
+// ---------------------------------------------------------------- the commands
+
+CCommandLine::CCommandLine()
+{
+    app.set_version_flag("-V,--version", "brenmark " BRENMARK_VERSION, "Show the version and leave");
+    app.set_help_flag("-h,--help", "Show this help and leave");
+    app.require_subcommand(1);
+    for (const auto& [word, shown] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("Positionals", "Arguments"),
+                                      std::pair("REQUIRED", ""), std::pair("TEXT", "")})
+        app.get_formatter()->label(word, shown);
+    app.footer("brenmark help COMMAND shows the options of a command.\n"
+               "Exit status: 0 done, 1 different or not converted, 2 usage, 3 source missing or damaged,\n"
+               "4 target or other input and output, 5 not a deck that is supported, 6 nothing to convert\n"
+               "and nothing made, 130 interrupted.");
+    addConvert();
+    addCheck();
+    addInfo();
+    addConfig();
+    addDump();
+    addVerify();
+}
+
+CLI::App* CCommandLine::add(const char* name, const char* what)
+{
+    CLI::App* const command = app.add_subcommand(name, what)->group("Commands");
+    command->option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    command->add_option("--color", colour, "Colour on standard error: auto, always or never")->type_name("WHEN");
+    return command;
+}
+
+void CCommandLine::addReading(CLI::App* command)
+{
+    command->add_option("--max-memory", mostMemory, "The most that one timestep may take, for example 4GB")
+        ->type_name("SIZE");
+}
+
+void CCommandLine::addProgress(CLI::App* command)
+{
+    command->add_option("--progress", progress, "Progress on standard error: auto, bar, plain, json or none")
+        ->type_name("FORM");
+}
+
+void CCommandLine::addConvert()
+{
+    CLI::App* const command = convertCommand = add("convert", "Convert a legacy deck into a new deck");
+    command->add_option("IN", source, "The legacy deck: its first file, NAME.dem")->required();
+    command->add_option("OUT", target, "The new deck, or a folder for a deck of the same name")->required();
+    command->add_flag("--force", convert.force, "Replace an existing OUT, and discard an unfinished one");
+    command->add_flag("--resume", convert.resume, "Go on with an unfinished conversion");
+    command->add_flag("--strict", convert.strict, "Make no new deck if anything was lost through damage");
+    command->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
+    command->add_flag("--ignore-companions", convert.ignoreCompanions,
+                      "Leave out companions of the source that can't be read; not with --verify");
+    command->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
+    command->add_flag("-v,--verbose", convert.verbose, "Show a line for each timestep, and remarks");
+    command->add_flag("--json", convert.json, "Show the result as one JSON object");
+    addProgress(command);
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            if (convert.ignoreCompanions && convert.verify)
+                throw CFailure(eExitUsage, "--ignore-companions and --verify can't be used together",
+                               "What is left out would be missing on both sides of the comparison.");
+            if (convert.quiet && convert.verbose)
+                throw CFailure(eExitUsage, "--quiet and --verbose can't be used together", "Leave one of them out.");
+            convert.source = pathFrom(source);
+            convert.target = pathFrom(target);
+            return runConvert(convert);
+        };
+    });
+}
+
+void CCommandLine::addCheck()
+{
+    CLI::App* const command = add("check", "Show which decks need converting, a line each");
+    command->add_option("PATH", paths, "Decks, or folders of decks")
+        ->required()
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    command->add_flag("--json", check.json, "Show an array of JSON objects");
+    command->callback([this] {
+        chosen = [this] {
+            for (const std::string& path : paths)
+                check.paths.append(pathFrom(path));
+            return runCheck(check);
+        };
+    });
+}
+
+void CCommandLine::addInfo()
+{
+    CLI::App* const command = add("info", "Describe a deck of either family");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_flag("--quick", info.quick, "Read the last timestep only");
+    command->add_flag("--settings", info.settings, "Describe what its settings hold instead; not with --quick");
+    command->add_flag("--json", info.json, "Show one JSON object");
+    addProgress(command);
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            if (info.quick && info.settings)
+                throw CFailure(eExitUsage, "--quick and --settings can't be used together",
+                               "With --settings no timestep is read at all.");
+            info.deck = pathFrom(source);
+            return runInfo(info);
+        };
+    });
+}
+
+void CCommandLine::addConfig()
+{
+    CLI::App* const command = add("config", "Show the configuration of a deck, one key a line");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    CLI::Option* const wanted =
+        command->add_option("KEY", key, "This key and those below it, for example PROCESSOR:WRITE");
+    command->add_flag("--json", config.json, "Show one JSON object");
+    command->callback([this, wanted] {
+        chosen = [this, wanted] {
+            config.deck = pathFrom(source);
+            if (wanted->count() > 0)
+                config.key = keyFrom(key);
+            return runConfig(config);
+        };
+    });
+}
+
+void CCommandLine::addDump()
+{
+    CLI::App* const command = add("dump", "Show the whole model as text, one value a line");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    CLI::Option* const number =
+        command->add_option("--timestep", timestep, "This timestep alone, counted from 0")->type_name("N");
+    command->add_flag("--full", dump.full, "Show arrays with all their values");
+    addReading(command);
+    command->callback([this, number] {
+        chosen = [this, number] {
+            dump.deck = pathFrom(source);
+            dump.oneTimestep = number->count() > 0;
+            if (dump.oneTimestep)
+                dump.timestep = numberFrom("--timestep", timestep);
+            return runDump(dump);
+        };
+    });
+}
+
+void CCommandLine::addVerify()
+{
+    CLI::App* const command = add("verify", "Compare a deck with what it was converted into");
+    command->add_option("SOURCE", source, "A deck: its first file, NAME.dem")->required();
+    command->add_option("CONVERTED", target, "The deck to compare it with")->required();
+    command->add_option("--limit", limit, "Name at most N differences, 0 for all; 100 without this")->type_name("N");
+    command->add_flag("--json", verify.json, "Show one JSON object");
+    addProgress(command);
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            verify.source = pathFrom(source);
+            verify.converted = pathFrom(target);
+            if (!limit.empty())
+                verify.limit = numberFrom("--limit", limit);
+            requireNoPartialDeck(verify.converted);
+            return runVerify(verify);
+        };
+    });
+}
+
+// ---------------------------------------------------------------- what can't be understood
+
+std::vector<std::string> CCommandLine::commandNames() const
+{
+    std::vector<std::string> names;
+    for (const CLI::App* const command : app.get_subcommands([](const CLI::App*) { return true; }))
+        names.push_back(command->get_name());
+    return names;
+}
+
+const CLI::App* CCommandLine::commandOf(const std::string& word) const
+{
+    const std::vector<std::string> names = commandNames();
+    const bool isOne = std::find(names.begin(), names.end(), word) != names.end();
+    return isOne ? app.get_subcommand(word) : nullptr;
+}
+
+void CCommandLine::refuseCommand(const std::string& word) const
+{
+    const std::string nearest = nearestOf(word, commandNames());
+    std::string all;
+    for (const std::string& name : commandNames())
+        all += (all.empty() ? "" : ", ") + name;
+    throw CFailure(eExitUsage, oneLine(word) + ": there is no such command",
+                   nearest.empty() ? "The commands are " + all + "; see brenmark --help."
+                                   : "Did you mean brenmark " + nearest + "?");
+}
+
+std::vector<std::string> optionNames(const CLI::App& command)
+{
+    std::vector<std::string> names;
+    for (const CLI::Option* const option : command.get_options())
+        for (const std::string& name : option->get_lnames())
+            names.push_back("--" + name);
+    return names;
+}
+
+/// A flag with a value, as in --json=yes.
+void refuseValuesOfFlags(const CLI::App& command, int argumentCount, char** arguments)
+{
+    for (int i = 2; i < argumentCount && std::string(arguments[i]) != "--"; ++i) {
+        const std::string argument = arguments[i];
+        const std::string name = argument.substr(0, argument.find('='));
+        if (name.size() == argument.size() || name.compare(0, 2, "--") != 0)
+            continue;
+        const CLI::Option* const option = command.get_option_no_throw(name);
+        if (option != nullptr && option->get_expected_max() == 0)
+            throw CFailure(eExitUsage, name + " takes no value", "Give it alone, or leave it out.");
+    }
+}
+
+void CCommandLine::refuse(const CLI::ParseError& error, const CLI::App& command) const
+{
+    const std::string help = "See brenmark help " + command.get_name() + ".";
+    const std::vector<std::string> extras = command.remaining();
+    const auto option = std::find_if(extras.begin(), extras.end(),
+                                     [](const std::string& extra) { return extra.size() > 1 && extra[0] == '-'; });
+    if (option != extras.end()) {
+        const std::string name = option->substr(0, option->find('='));
+        const std::string nearest = nearestOf(name, optionNames(command));
+        throw CFailure(eExitUsage, oneLine(name) + ": " + command.get_name() + " has no such option",
+                       nearest.empty() ? help : "Did you mean " + nearest + "? " + help);
+    }
+    if (!extras.empty() && &command == convertCommand)
+        throw CFailure(eExitUsage,
+                       "convert takes one deck at a time, IN and OUT; " + oneLine(extras.front()) + " is one too many",
+                       adviceForManyDecks("*.dem"));
+    if (!extras.empty())
+        throw CFailure(eExitUsage, oneLine(extras.front()) + ": " + command.get_name() + " takes no further argument",
+                       help);
+    const std::string text = error.what();
+    const std::string name = text.substr(0, text.find(':'));
+    if (error.get_name() == "ArgumentMismatch" && name.compare(0, 1, "-") == 0)
+        throw CFailure(eExitUsage, name + " needs a value", help);
+    std::string missing;
+    for (const CLI::Option* const one : command.get_options())
+        if (one->get_positional() && one->get_required() && one->count() == 0)
+            missing += (missing.empty() ? "" : " and ") + one->get_name(true, false);
+    if (!missing.empty())
+        throw CFailure(eExitUsage,
+                       command.get_name() + ": " + missing +
+                           (missing.find(' ') == std::string::npos ? " is missing" : " are missing"),
+                       help);
+    throw CFailure(eExitUsage, command.get_name() + ": the arguments can't be understood", help);
+}
+
+// ---------------------------------------------------------------- the way through
+
+EExitCode CCommandLine::showHelp(const std::vector<std::string>& about)
+{
+    std::string text;
+    if (about.empty()) {
+        text = app.help();
+    }
+    else {
+        const CLI::App* const command = commandOf(about.front());
+        if (command == nullptr)
+            refuseCommand(about.front());
+        text = command->help("brenmark");
+    }
+    unlessReaderIsGone([&] {
+        printResult(text);
+        flushResult();
+    });
+    return eExitDone;
+}
+
+EExitCode CCommandLine::run(int argumentCount, char** arguments)
+{
+    const std::vector<std::string> words(arguments + 1, arguments + argumentCount);
+    if (words.empty())
+        return showHelp({});
+    if (words.front() == "help")
+        return showHelp({words.begin() + 1, words.end()});
+    const CLI::App* const command = commandOf(words.front());
+    if (command == nullptr && words.front().compare(0, 1, "-") != 0)
+        refuseCommand(words.front());
+    if (command != nullptr)
+        refuseValuesOfFlags(*command, argumentCount, arguments);
+    try {
+        app.parse(argumentCount, arguments);
+    }
+    catch (const CLI::CallForHelp&) {
+        return showHelp(command == nullptr ? std::vector<std::string>()
+                                           : std::vector<std::string>{command->get_name()});
+    }
+    catch (const CLI::CallForVersion& version) {
+        printResult(version.what() + std::string("\n"));
+        flushResult();
+        return eExitDone;
+    }
+    catch (const CLI::ParseError& error) {
+        if (command == nullptr)
+            throw CFailure(eExitUsage, oneLine(words.front()) + ": brenmark has no such option",
+                           "The command comes first, then its options; see brenmark --help.");
+        refuse(error, *command);
+    }
+    chooseColour(colourFrom(colour));
+    chooseProgress(progressFrom(progress));
+    if (command != convertCommand)
+        letInterruptsEndTheProgram();
+    setMemoryCeiling(mostMemory.empty() ? 0 : sizeFrom("--max-memory", mostMemory));
+    return chosen();
+}
+
+/// How many letters have to change, come or go.
+size_t editDistance(const std::string& a, const std::string& b)
+{
+    std::vector<size_t> row(b.size() + 1);
+    for (size_t j = 0; j <= b.size(); ++j)
+        row[j] = j;
+    for (size_t i = 1; i <= a.size(); ++i) {
+        size_t diagonal = row[0];
+        row[0] = i;
+        for (size_t j = 1; j <= b.size(); ++j) {
+            const size_t above = row[j];
+            row[j] = std::min({above + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+            diagonal = above;
+        }
+    }
+    return row[b.size()];
+}
+
+} // namespace
+
+std::string nearestOf(const std::string& word, const std::vector<std::string>& words)
+{
+    constexpr size_t longestWord = 40;
+    std::string nearest;
+    size_t least = std::max<size_t>(word.size() / 3, 1) + 1;
+    if (word.size() > longestWord)
+        return nearest;
+    for (const std::string& candidate : words) {
+        const bool isBeginning = word.size() > 1 && candidate.compare(0, word.size(), word) == 0;
+        const size_t away = isBeginning ? 0 : editDistance(word, candidate);
+        if (away < least) {
+            least = away;
+            nearest = candidate;
+        }
+    }
+    return nearest;
+}
+
+bool isJsonAsked(int argumentCount, char** arguments)
+{
+    for (int i = 2; i < argumentCount && std::string(arguments[i]) != "--"; ++i)
+        if (std::string(arguments[i]) == "--json")
+            return true;
+    return false;
+}
+
+EExitCode runCommandLine(int argumentCount, char** arguments) { return CCommandLine().run(argumentCount, arguments); }
+
+} // namespace NBrenmark

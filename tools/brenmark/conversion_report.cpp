@@ -1,0 +1,41 @@
+#include "brenmark/conversion_report.h"
+
+#include "brenmark/json_text.h"
+#include "brenmark/units_text.h"
+
+namespace NBrenmark {
+
+void printResultObject(const SConvertOptions& options, const QString& target, const SConversionResult& result,
+                       const CFailure* failure)
+{
+    Json object{{"result", result.result},
+                {"code", failure ? failure->code : result.code},
+                {"source", utf8(options.source)},
+                {"target", utf8(target)},
+                {"seconds", result.run.seconds},
+                {"bytesRead", result.bytesRead},
+                {"bytesWritten", result.bytesWritten},
+                {"timesteps", result.timesteps},
+                {"messages", jsonMessages(result.run.messages)}};
+    if (!result.partial.isEmpty())
+        object["partial"] = utf8(result.partial);
+    object["error"] = failure ? jsonFailure(*failure) : Json();
+    if (result.verification)
+        object["verification"] = jsonVerification(*result.verification);
+    printJson(object);
+}
+
+void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result)
+{
+    if (!options.quiet)
+        printResult(utf8(options.source) + ": converted to " + utf8(target) + ": " +
+                    countText(result.timesteps, "timestep") + ", " + sizeText(static_cast<double>(result.bytesRead)) +
+                    " read, " + sizeText(static_cast<double>(result.bytesWritten)) + " written in " +
+                    durationText(result.run.seconds) +
+                    (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") + '\n');
+    if (result.verification && (!options.quiet || result.code != eExitDone))
+        printVerification(*result.verification, options.source, target);
+    flushResult();
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,46 @@
+#pragma once
+// What a conversion came to, and how it is reported: a line, or an object.
+
+#include "brenmark/commands.h"
+#include "brenmark/conversion_run.h"
+#include "brenmark/failure.h"
+#include "brenmark/terminal.h"
+#include "brenmark/verify.h"
+
+#include <optional>
+
+namespace NBrenmark {
+
+/// What a conversion comes to, whichever way it ends.
+struct SConversionResult
+{
+    const char* result = "failed";
+    EExitCode code = eExitDone;
+    SConversionRun run;
+    quint32 timesteps = 0; ///< finished, in the new deck or in its folder
+    qint64 bytesRead = 0;
+    qint64 bytesWritten = 0;
+    QString partial; ///< the folder that holds them, if they aren't at the target
+    std::optional<SVerification> verification;
+};
+
+/// \param failure  what ended it; null for none
+void printResultObject(const SConvertOptions& options, const QString& target, const SConversionResult& result,
+                       const CFailure* failure = nullptr);
+/// A line, and below it the comparison if there was one.
+void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result);
+
+/// Prints what a conversion comes to. What became of the deck is what counts: that nobody can read it here is a warning.
+template <class TBody>
+void reportWhereThatWorks(TBody&& print)
+{
+    try {
+        print();
+    }
+    catch (const COutputFailure& failure) {
+        if (!failure.readerGone())
+            printError("brenmark: the result can't be reported: " + failure.text() + '\n');
+    }
+}
+
+} // namespace NBrenmark

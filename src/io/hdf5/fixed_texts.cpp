@@ -6,20 +6,20 @@
 
 namespace NBrenmark {
 
+using namespace HDF5DATATYPES;
+
 static void checkSphereNames(const CParticleTypes& types)
 {
-    HDF5DATATYPES::SSphereType::SRecord record;
     for (const std::unique_ptr<CParticleType>& type : types.types)
-        for (const CSphere& sphere : type->spheres)
-            setText(record.name, sphere.name);
+        recordsOf<SSphereType>(type->spheres);
 }
 
 void checkFixedTexts(const CCreatorData& creator)
 {
     checkAttributeText("title", creator.title.toStdString());
     checkAttributeText("description", creator.description.toStdString());
-    materialRecords(creator.materials);
-    interactionRecords(creator.interactions);
+    recordsOf<SMaterialType>(materialRows(creator.materials));
+    recordsOf<SInteractionType>(interactionRows(creator.interactions));
     checkSphereNames(creator.particleTypes);
     checkFixedTexts(creator.physicsModels);
 }
@@ -27,9 +27,8 @@ void checkFixedTexts(const CCreatorData& creator)
 void checkFixedTexts(const CTimestepData& timestep)
 {
     checkSphereNames(timestep.particleTypes);
-    HDF5DATATYPES::SNameCountType::SRecord record;
     for (const QString& name : timestep.removedParticles.keys())
-        setText(record.name, name);
+        recordsOf<SNameCountType>({{name, 0}});
 }
 
 } // namespace NBrenmark

@@ -19,7 +19,7 @@ void checkFixedTexts(const CCreatorData& creator);
 void checkFixedTexts(const CPhysicsModels& physics);
 void checkFixedTexts(const CTimestepData& timestep);
 
-std::vector<HDF5DATATYPES::SMaterialType::SRecord> materialRecords(const MaterialMap& materials);
-std::vector<HDF5DATATYPES::SInteractionType::SRecord> interactionRecords(const InteractionMap& interactions);
+std::vector<CMaterial> materialRows(const MaterialMap& materials);
+std::vector<HDF5DATATYPES::SInteractionType::Row> interactionRows(const InteractionMap& interactions);
 
 } // namespace NBrenmark

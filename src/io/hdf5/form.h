@@ -173,10 +173,11 @@ public:
         arrays().writePlain(name, SRowOf<T>::type(), {count, SRowOf<T>::columns}, values.data());
     }
 
-    template <class TType>
-    void table(const std::string& name, const std::vector<typename TType::SRecord>& records)
+    /// A table of TRecord, one of HDF5DATATYPES.
+    template <class TRecord>
+    void table(const std::string& name, const std::vector<typename TRecord::Row>& rows)
     {
-        writeTable<TType>(name, records, *visitor.location);
+        writeTable<TRecord>(name, rows, *visitor.location);
     }
 
     CArrayWriter arrays() { return CArrayWriter(*visitor.location, compress); }
@@ -309,10 +310,18 @@ public:
         std::copy(found.begin(), found.end(), values.begin());
     }
 
-    template <class TType>
-    void table(const std::string& name, std::vector<typename TType::SRecord>& records)
+    template <class TRecord>
+    std::vector<typename TRecord::Row> table(const std::string& name) const
     {
-        records = readTable<TType>(name, *visitor.location);
+        return readTable<TRecord>(name, fileVersion, *visitor.location);
+    }
+    /// One record.
+    template <class TRecord>
+    typename TRecord::Row record(const std::string& name) const
+    {
+        std::vector<char> bytes(sizeOf(TRecord::fields, fileVersion));
+        readDataset(name, compoundOf<TRecord>(fileVersion), bytes.data(), *visitor.location);
+        return rowOf<TRecord>(bytes.data(), fileVersion);
     }
 
     CArrayReader arrays() const { return CArrayReader(*visitor.location); }

@@ -16,7 +16,7 @@
 
 namespace NBrenmark {
 
-using Sphere = HDF5DATATYPES::SSphereType;
+using HDF5DATATYPES::SSphereType;
 
 namespace {
 
@@ -90,32 +90,6 @@ quint32 commonLength(const CParticleType& t, quint32 fields)
     return static_cast<quint32>(length);
 }
 
-std::vector<Sphere::SRecord> sphereRecords(const CParticleType& t)
-{
-    std::vector<Sphere::SRecord> records(t.spheres.size());
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        const CSphere& sphere = t.spheres[i];
-        setText(records[i].name, sphere.name);
-        records[i].contactRadius = sphere.contactRadius;
-        records[i].physicalRadius = sphere.physicalRadius;
-        records[i].pos[0] = sphere.position.x;
-        records[i].pos[1] = sphere.position.y;
-        records[i].pos[2] = sphere.position.z;
-    }
-    return records;
-}
-
-std::vector<CSphere> spheresOf(const std::vector<Sphere::SRecord>& records)
-{
-    std::vector<CSphere> spheres(records.size());
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        spheres[i].name = textOf(records[i].name);
-        spheres[i].position = C3DPoint(records[i].pos[0], records[i].pos[1], records[i].pos[2]);
-        spheres[i].setRadii(records[i].contactRadius, records[i].physicalRadius);
-    }
-    return spheres;
-}
-
 /// Charges have a place in this family only as custom properties of these names.
 void noteLostCharges(const CParticleType& t)
 {
@@ -159,6 +133,8 @@ private:
 
 } // namespace
 
+static const char* const spheresName = "spheres";
+
 void CHdf5Reader::readParticleType(CParticleType& t)
 {
     CEmptiedTypeUnlessWhole reading(t);
@@ -166,7 +142,9 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     in().attribute("name", name);
     t.setName(name);
     definitionForm(in(), t);
-    t.spheres = spheresOf(readTable<Sphere>("spheres", *location));
+    t.spheres = in().table<SSphereType>(spheresName);
+    for (CSphere& sphere : t.spheres)
+        sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
 
     quint32 size = 0;
     in().attribute("size", size);
@@ -199,7 +177,7 @@ void CHdf5Writer::writeParticleType(const CParticleType& t)
     noteLostCharges(t);
     out().attribute("name", t.displayName);
     definitionForm(out(), t);
-    out().table<Sphere>("spheres", sphereRecords(t));
+    out().table<SSphereType>(spheresName, t.spheres);
 
     const quint32 size = (options.timestepMask & eParticleRows) != 0 ? t.slotCount() : 0;
     const quint32 mask = reduceParticleFields(allParticleFields, options.particleMask);

@@ -21,30 +21,18 @@ void CHdf5Writer::writeMatrix4(const C3DTransform& transform) { out().attribute(
 
 // ---------------------------------------------------------------- rotations
 
-using Rotation = HDF5DATATYPES::SAngVelAndPosType;
+using HDF5DATATYPES::SAngVelAndPosType;
 
 void CHdf5Reader::readAngVelAndPosList(AngVelAndPosList& list)
 {
-    std::vector<Rotation::SRecord> records;
-    in().table<Rotation>("angvelandposlist", records);
     list.clear();
-    for (const Rotation::SRecord& record : records) {
-        CAngVelAndPos rotation;
-        rotation.angularVelocity = C3DVector(record.angvel[0], record.angvel[1], record.angvel[2]);
-        rotation.pointOfAction = C3DPoint(record.poa[0], record.poa[1], record.poa[2]);
+    for (const CAngVelAndPos& rotation : in().table<SAngVelAndPosType>("angvelandposlist"))
         list.push_back(rotation);
-    }
 }
 
 void CHdf5Writer::writeAngVelAndPosList(const AngVelAndPosList& list)
 {
-    std::vector<Rotation::SRecord> records;
-    for (const CAngVelAndPos& rotation : list) {
-        const C3DVector& w = rotation.angularVelocity;
-        const C3DPoint& p = rotation.pointOfAction;
-        records.push_back({{w.x, w.y, w.z}, {p.x, p.y, p.z}});
-    }
-    out().table<Rotation>("angvelandposlist", records);
+    out().table<SAngVelAndPosType>("angvelandposlist", list);
 }
 
 } // namespace NBrenmark

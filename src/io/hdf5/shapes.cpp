@@ -375,17 +375,17 @@ void readAttribute(const std::string& name, C3DTransform& value, const H5::H5Obj
 
 void writeDataset(const std::string& name, const C3DPoint& value, H5::H5Location& location)
 {
-    writeScalarData(name, HDF5DATATYPES::SPointType(), &value.x, location);
+    writeScalarData(name, compoundOf<HDF5DATATYPES::SPointType>(), &value.x, location);
 }
 
 void writeDataset(const std::string& name, const C3DVector& value, H5::H5Location& location)
 {
-    writeScalarData(name, HDF5DATATYPES::SPointType(), &value.x, location);
+    writeScalarData(name, compoundOf<HDF5DATATYPES::SPointType>(), &value.x, location);
 }
 
 void writeDataset(const std::string& name, const CQuaternion& value, H5::H5Location& location)
 {
-    writeScalarData(name, HDF5DATATYPES::SQuaternionType(), &value.w, location);
+    writeScalarData(name, compoundOf<HDF5DATATYPES::SQuaternionType>(), &value.w, location);
 }
 
 void writeDataset(const std::string& name, const C3DTransform& value, H5::H5Location& location)
@@ -418,17 +418,17 @@ void writeDataset(const std::string& name, const QStringList& texts, H5::H5Locat
 
 void readDataset(const std::string& name, C3DPoint& value, const H5::H5Location& location)
 {
-    readRecord(name, HDF5DATATYPES::SPointType(), &value.x, location);
+    readRecord(name, compoundOf<HDF5DATATYPES::SPointType>(), &value.x, location);
 }
 
 void readDataset(const std::string& name, C3DVector& value, const H5::H5Location& location)
 {
-    readRecord(name, HDF5DATATYPES::SPointType(), &value.x, location);
+    readRecord(name, compoundOf<HDF5DATATYPES::SPointType>(), &value.x, location);
 }
 
 void readDataset(const std::string& name, CQuaternion& value, const H5::H5Location& location)
 {
-    readRecord(name, HDF5DATATYPES::SQuaternionType(), &value.w, location);
+    readRecord(name, compoundOf<HDF5DATATYPES::SQuaternionType>(), &value.w, location);
 }
 
 void readDataset(const std::string& name, C3DTransform& value, const H5::H5Location& location)
@@ -455,9 +455,9 @@ void readDataset(const std::string& name, QStringList& texts, const H5::H5Locati
         texts.append(storedText(text));
 }
 
-void readDataset(const std::string& name, HDF5DATATYPES::SDomainType::SRecord& record, const H5::H5Location& location)
+void readDataset(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location)
 {
-    readRecord(name, HDF5DATATYPES::SDomainType(), &record, location);
+    readRecord(name, type, record, location);
 }
 
 // ---------------------------------------------------------------- compound tables
@@ -495,20 +495,20 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
 
 // ---------------------------------------------------------------- texts
 
-void setFixedText(char* field, std::size_t size, const QString& text)
+void putText(char* bytes, std::size_t size, const QString& text)
 {
-    const std::string bytes = text.toStdString();
-    if (bytes.size() >= size)
-        throw unstorable_error("The name \"" + bytes + "\" takes " + std::to_string(bytes.size()) + " bytes, " +
+    const std::string stored = text.toStdString();
+    if (stored.size() >= size)
+        throw unstorable_error("The name \"" + stored + "\" takes " + std::to_string(stored.size()) + " bytes, " +
                                std::to_string(size - 1) + " can be stored.");
-    if (const std::size_t end = bytes.find('\0'); end != std::string::npos)
-        throw unstorable_error("The name \"" + bytes.substr(0, end) +
-                               "\" goes on behind a zero byte, where texts end.");
-    std::memset(field, 0, size);
-    std::copy(bytes.begin(), bytes.end(), field);
+    if (const std::size_t end = stored.find('\0'); end != std::string::npos)
+        throw unstorable_error("The name \"" + stored.substr(0, end) +
+                               "\" goes on after a zero byte, where texts end.");
+    std::memset(bytes, 0, size);
+    std::copy(stored.begin(), stored.end(), bytes);
 }
 
-QString fixedText(const char* field, std::size_t size) { return storedText(std::string(field, strnlen(field, size))); }
+QString takenText(const char* bytes, std::size_t size) { return storedText(std::string(bytes, strnlen(bytes, size))); }
 
 QString storedText(const std::string& bytes)
 {

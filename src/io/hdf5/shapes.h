@@ -75,7 +75,8 @@ void readDataset(const std::string& name, CQuaternion& value, const H5::H5Locati
 void readDataset(const std::string& name, C3DTransform& value, const H5::H5Location& location);
 void readDataset(const std::string& name, QString& text, const H5::H5Location& location);
 void readDataset(const std::string& name, QStringList& texts, const H5::H5Location& location);
-void readDataset(const std::string& name, HDF5DATATYPES::SDomainType::SRecord& record, const H5::H5Location& location);
+/// One record. \param record  memory for it
+void readDataset(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location);
 
 // ---------------------------------------------------------------- compound tables
 
@@ -86,46 +87,34 @@ void writeTable(const std::string& name, const H5::CompType& type, const void* r
 void readTable(const std::string& name, const H5::CompType& type, const std::function<void*(hsize_t)>& allocate,
                const H5::H5Location& location);
 
-/// A table of TType, one of HDF5DATATYPES.
-template <class TType>
-void writeTable(const std::string& name, const std::vector<typename TType::SRecord>& records, H5::H5Location& location)
+/// A table of TRecord, one of HDF5DATATYPES.
+template <class TRecord>
+void writeTable(const std::string& name, const std::vector<typename TRecord::Row>& rows, H5::H5Location& location)
 {
-    writeTable(name, TType(), records.data(), records.size(), location);
+    writeTable(name, compoundOf<TRecord>(), recordsOf<TRecord>(rows).data(), rows.size(), location);
 }
 
-template <class TType>
-std::vector<typename TType::SRecord> readTable(const std::string& name, const H5::H5Location& location)
+/// \param version  of the file
+template <class TRecord>
+std::vector<typename TRecord::Row> readTable(const std::string& name, quint32 version, const H5::H5Location& location)
 {
-    std::vector<typename TType::SRecord> records;
+    const std::size_t size = sizeOf(TRecord::fields, version);
+    std::vector<char> records;
     readTable(
-        name, TType(),
+        name, compoundOf<TRecord>(version),
         [&](hsize_t count) {
-            records.resize(count);
+            records.resize(count * size);
             return static_cast<void*>(records.data());
         },
         location);
-    return records;
+    std::vector<typename TRecord::Row> rows;
+    rows.reserve(records.size() / size);
+    for (std::size_t at = 0; at < records.size(); at += size)
+        rows.push_back(rowOf<TRecord>(records.data() + at, version));
+    return rows;
 }
 
-// ---------------------------------------------------------------- texts in fixed fields
-
-/// Puts a text and its terminator into a field of a record.
-/// \throws hdf5_error  if it doesn't fit: a name that is cut may be another one's name
-void setFixedText(char* field, std::size_t size, const QString& text);
-QString fixedText(const char* field, std::size_t size);
-
-template <std::size_t size>
-void setText(char (&field)[size], const QString& text)
-{
-    setFixedText(field, size, text);
-}
-
-/// The text up to the terminator, or the whole field if a damaged file holds none.
-template <std::size_t size>
-QString textOf(const char (&field)[size])
-{
-    return fixedText(field, size);
-}
+// ---------------------------------------------------------------- texts
 
 /// The text of 8-bit characters in a file: UTF-8, or Latin-1 where it can't be that.
 QString storedText(const std::string& bytes);

@@ -1,288 +1,258 @@
 #pragma once
-// The compound types of the family, each with the record that goes with it. One type is used in
-// memory and in the file, so sizes and offsets are part of the format, gaps included.
+// The compounds of the family, a line a field. Sizes are part of the format, gaps included.
 
-#include <QtGlobal>
+#include "io/hdf5/compound.h"
 
-#include <H5Cpp.h>
+#include "model/domain.h"
+#include "model/interactions.h"
+#include "model/kinematics/ang_vel_and_pos.h"
+#include "model/materials.h"
+#include "model/particle_type.h"
+#include "physics/parameter_records.h"
 
 namespace NBrenmark {
 namespace HDF5DATATYPES {
 
+// ---------------------------------------------------------------- the model
+
+struct SMaterialType
+{
+    using Row = CMaterial;
+    static constexpr std::tuple fields{
+        text<256>("name", &Row::name),
+        field("poisson", &Row::poissonsRatio),
+        field("shearMod", &Row::shearModulus), // Pa
+        field("density", &Row::density),       // kg/m^3
+        field("workFunction", &Row::workFunction),
+        field("type", &Row::type).since(30, 0, 4, eBulkMaterial), // materials had no type before
+    };
+    static_assert(sizeOf(fields) == 296 && sizeOf(fields, makeVersion(30, 0, 3)) == 288);
+};
+
+struct SInteractionType
+{
+    struct Row : CInteraction
+    {
+        QString key; ///< of both materials
+    };
+    static constexpr std::tuple fields{
+        text<512>("key", &Row::key),
+        field("restitution", &Row::restitution),
+        field("staticFriction", &Row::staticFriction),
+        field("rollingFriction", &Row::rollingFriction),
+    };
+    static_assert(sizeOf(fields) == 536);
+};
+
+/// A sphere of a particle type.
+struct SSphereType
+{
+    using Row = CSphere;
+    static constexpr std::tuple fields{
+        text<256>("name", &Row::name),
+        SGap<256>(),                                   // files have always left it unused
+        field("contactRadius", &Row::contactRadius),   // m
+        field("physicalRadius", &Row::physicalRadius), // m
+        field("pos", &Row::position),                  // m
+    };
+    static_assert(sizeOf(fields) == 552);
+};
+
 /// A rotation that acts on a geometry group.
-class SAngVelAndPosType : public H5::CompType
+struct SAngVelAndPosType
 {
-public:
-    struct SRecord
-    {
-        double angvel[3];
-        double poa[3];
+    using Row = CAngVelAndPos;
+    static constexpr std::tuple fields{
+        field("angvel", &Row::angularVelocity), // rad/s
+        field("poa", &Row::pointOfAction),      // m
     };
-    static_assert(sizeof(SRecord) == 48, "part of the format");
-
-    SAngVelAndPosType();
+    static_assert(sizeOf(fields) == 48);
 };
 
-/// A number by name.
-class SBasicCmpdType : public H5::CompType
+/// The domain of decks before 30.0.17, of which today's is a group.
+struct SDomainType
 {
-public:
-    struct SRecord
-    {
-        char name[256];
-        double value;
+    using Row = CDomain;
+    static constexpr std::tuple fields{
+        field("min", &Row::min), // m
+        field("max", &Row::max),           field("periodx", &Row::periodicX),
+        field("periody", &Row::periodicY), field("periodz", &Row::periodicZ),
     };
-    static_assert(sizeof(SRecord) == 264, "part of the format");
-
-    SBasicCmpdType();
-};
-
-/// Bond parameters of a pair of particle types.
-class SBondParamCmpdType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char key[512];
-        double normalStiffness;
-        double shearStiffness;
-        double normalStrength;
-        double shearStrength;
-        double bondRadius;
-    };
-    static_assert(sizeof(SRecord) == 552, "part of the format");
-
-    SBondParamCmpdType();
-};
-
-/// A number for a pair of materials.
-class SCohesionCmpdType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name1[256];
-        char name2[256];
-        double value;
-    };
-    static_assert(sizeof(SRecord) == 520, "part of the format");
-
-    SCohesionCmpdType();
-};
-
-/// The domain of decks before 30.0.17; five bytes at its end are unused.
-class SDomainType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        double min[3];
-        double max[3];
-        unsigned char periodx;
-        unsigned char periody;
-        unsigned char periodz;
-    };
-    static_assert(sizeof(SRecord) == 56, "part of the format");
-
-    SDomainType();
-};
-
-/// Edinburgh cohesion parameters of a pair of materials.
-class SEcmCmpdType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name1[512];
-        char name2[512];
-        double constPullOffForce;
-        double surfaceEnergy;
-        double contactPlasticityRatio;
-        double slopeExponential;
-        double tensileExponential;
-        double tangentStiffMultiplier;
-    };
-    static_assert(sizeof(SRecord) == 1072, "part of the format");
-
-    SEcmCmpdType();
-};
-
-/// Hysteretic spring parameters of a pair of materials.
-class SHystereticCmpdInterType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name1[256];
-        char name2[256];
-        double damping;
-        double stiffness;
-    };
-    static_assert(sizeof(SRecord) == 528, "part of the format");
-
-    SHystereticCmpdInterType();
-};
-
-/// An interaction by its key.
-class SInteractionType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char key[512];
-        double restitution;
-        double staticFriction;
-        double rollingFriction;
-    };
-    static_assert(sizeof(SRecord) == 536, "part of the format");
-
-    SInteractionType();
-};
-
-/// Leeds adhesion parameters of a pair of materials.
-class SLeedsAdhesionCmpdType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name1[512];
-        char name2[512];
-        double plasticStiffness;
-        double elasticStiffness;
-        double plasticAdhesiveStiffness;
-        double tangentialStiffness;
-        double initialAdhesiveForce;
-        double initialAdhesivePlasticForce;
-    };
-    static_assert(sizeof(SRecord) == 1072, "part of the format");
-
-    SLeedsAdhesionCmpdType();
-};
-
-/// A material.
-class SMaterialType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name[256];
-        double poisson;
-        double shearMod;
-        double density;
-        double workFunction;
-        quint32 type;
-    };
-    static_assert(sizeof(SRecord) == 296, "part of the format");
-
-    SMaterialType();
-};
-
-namespace v300004 {
-
-/// A material before 30.0.4, when materials had no type.
-class SMaterialType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name[256];
-        double poisson;
-        double shearMod;
-        double density;
-        double workFunction;
-    };
-    static_assert(sizeof(SRecord) == 288, "part of the format");
-
-    SMaterialType();
-};
-
-} // namespace v300004
-
-/// A motion of a moving plane.
-class SMovingPlaneMotionCmpdType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        double velocity;
-        double accel;
-        double startTime;
-        double endTime;
-    };
-    static_assert(sizeof(SRecord) == 32, "part of the format");
-
-    SMovingPlaneMotionCmpdType();
-};
-
-/// A count by name.
-class SNameCountType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name[256];
-        quint32 count;
-    };
-    static_assert(sizeof(SRecord) == 260, "part of the format");
-
-    SNameCountType();
-};
-
-/// A point.
-class SPointType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        double xyz[3];
-    };
-    static_assert(sizeof(SRecord) == 24, "part of the format");
-
-    SPointType();
-};
-
-/// A quaternion.
-class SQuaternionType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        double wxyz[4];
-    };
-    static_assert(sizeof(SRecord) == 32, "part of the format");
-
-    SQuaternionType();
-};
-
-/// A sphere of a particle type. Files have always left the bytes from 256 to 512 unused.
-class SSphereType : public H5::CompType
-{
-public:
-    struct SRecord
-    {
-        char name[256];
-        char unused[256];
-        double contactRadius;
-        double physicalRadius;
-        double pos[3];
-    };
-    static_assert(sizeof(SRecord) == 552, "part of the format");
-
-    SSphereType();
+    static_assert(sizeOf(fields) == 56);
 };
 
 /// A bin of a user-defined size distribution.
-class STwoDoublesType : public H5::CompType
+struct STwoDoublesType
 {
-public:
-    struct SRecord
+    struct Row
     {
-        double first;
-        double second;
+        double size;
+        double share;
     };
-    static_assert(sizeof(SRecord) == 16, "part of the format");
+    static constexpr std::tuple fields{
+        field("first", &Row::size),
+        field("second", &Row::share),
+    };
+    static_assert(sizeOf(fields) == 16);
+};
 
-    STwoDoublesType();
+/// A count by name.
+struct SNameCountType
+{
+    struct Row
+    {
+        QString name;
+        quint32 count;
+    };
+    static constexpr std::tuple fields{
+        text<256>("name", &Row::name),
+        field("count", &Row::count),
+    };
+    static_assert(sizeOf(fields) == 260);
+};
+
+struct SPointType
+{
+    struct Row
+    {
+        C3DPoint xyz;
+    };
+    static constexpr std::tuple fields{
+        field("xyz", &Row::xyz),
+    };
+    static_assert(sizeOf(fields) == 24);
+};
+
+struct SQuaternionType
+{
+    struct Row
+    {
+        CQuaternion wxyz;
+    };
+    static constexpr std::tuple fields{
+        field("wxyz", &Row::wxyz),
+    };
+    static_assert(sizeOf(fields) == 32);
+};
+
+// ---------------------------------------------------------------- parameters of contact models and forces
+
+/// A number by name.
+struct SBasicCmpdType
+{
+    struct Row
+    {
+        std::string name;
+        double value;
+    };
+    static constexpr std::tuple fields{
+        text<256>("name", &Row::name),
+        field("value", &Row::value),
+    };
+    static_assert(sizeOf(fields) == 264);
+};
+
+/// The value of a pair table with the pair. A plain number is the member `value`.
+struct SNumberOfPair
+{
+    SNumberOfPair() = default;
+    SNumberOfPair(double number) : value(number) {}
+    operator double() const { return value; }
+
+    double value = 0.0;
+};
+template <class TValue>
+struct SPairRow : TValue
+{
+    std::string name1;
+    std::string name2;
+};
+
+/// A number for a pair of materials.
+struct SCohesionCmpdType
+{
+    using Row = SPairRow<SNumberOfPair>;
+    static constexpr std::tuple fields{
+        text<256>("name1", &Row::name1),
+        text<256>("name2", &Row::name2),
+        field("value", &SNumberOfPair::value),
+    };
+    static_assert(sizeOf(fields) == 520);
+};
+
+struct SHystereticCmpdInterType
+{
+    using Row = SPairRow<SHystereticInteraction>;
+    static constexpr std::tuple fields{
+        text<256>("name1", &Row::name1),
+        text<256>("name2", &Row::name2),
+        field("damping", &SHystereticInteraction::damping),
+        field("stiffness", &SHystereticInteraction::stiffness),
+    };
+    static_assert(sizeOf(fields) == 528);
+};
+
+struct SEcmCmpdType
+{
+    using Row = SPairRow<SEdinburghPair>;
+    static constexpr std::tuple fields{
+        text<512>("name1", &Row::name1),
+        text<512>("name2", &Row::name2),
+        field("constPullOffForce", &SEdinburghPair::constPullOffForce), // N
+        field("surfaceEnergy", &SEdinburghPair::surfaceEnergy),         // J/m^2
+        field("contactPlasticityRatio", &SEdinburghPair::contactPlasticityRatio),
+        field("slopeExponential", &SEdinburghPair::slopeExponential),
+        field("tensileExponential", &SEdinburghPair::tensileExponential),
+        field("tangentStiffMultiplier", &SEdinburghPair::tangentStiffMultiplier),
+    };
+    static_assert(sizeOf(fields) == 1072);
+};
+
+struct SLeedsAdhesionCmpdType
+{
+    using Row = SPairRow<SLeedsPair>;
+    static constexpr std::tuple fields{
+        text<512>("name1", &Row::name1),
+        text<512>("name2", &Row::name2),
+        field("plasticStiffness", &SLeedsPair::plasticStiffness),                       // N/m
+        field("elasticStiffness", &SLeedsPair::elasticStiffness),                       // N/m
+        field("plasticAdhesiveStiffness", &SLeedsPair::plasticAdhesiveStiffness),       // N/m
+        field("tangentialStiffness", &SLeedsPair::tangentialStiffness),                 // N/m
+        field("initialAdhesiveForce", &SLeedsPair::initialAdhesiveForce),               // N
+        field("initialAdhesivePlasticForce", &SLeedsPair::initialAdhesivePlasticForce), // N
+    };
+    static_assert(sizeOf(fields) == 1072);
+};
+
+/// Bond parameters of a pair of particle types.
+struct SBondParamCmpdType
+{
+    struct Row : CBondParameters
+    {
+        QString key; ///< both names and what joins them
+    };
+    static constexpr std::tuple fields{
+        text<512>("key", &Row::key),
+        field("normalStiffness", &Row::normalStiffness), // N/m^3
+        field("shearStiffness", &Row::shearStiffness),   // N/m^3
+        field("normalStrength", &Row::normalStrength),   // Pa
+        field("shearStrength", &Row::shearStrength),     // Pa
+        field("bondRadius", &Row::bondRadius),           // m
+    };
+    static_assert(sizeOf(fields) == 552);
+};
+
+/// A motion of a moving plane.
+struct SMovingPlaneMotionCmpdType
+{
+    using Row = SMovingPlaneMotion;
+    static constexpr std::tuple fields{
+        field("velocity", &Row::velocity),   // m/s
+        field("accel", &Row::acceleration),  // m/s^2
+        field("startTime", &Row::startTime), // s
+        field("endTime", &Row::endTime),     // s
+    };
+    static_assert(sizeOf(fields) == 32);
 };
 
 } // namespace HDF5DATATYPES

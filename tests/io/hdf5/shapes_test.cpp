@@ -205,7 +205,7 @@ TEST_F(Shapes, ofTablesNeedEveryMember)
     const H5::H5File file(path().toStdString(), H5F_ACC_RDONLY);
     const auto failureOf = [&](const char* name) {
         try {
-            readTable<HDF5DATATYPES::SNameCountType>(name, file);
+            readTable<HDF5DATATYPES::SNameCountType>(name, currentFileVersion(), file);
         }
         catch (const hdf5_error& error) {
             return std::string(error.what());
@@ -219,13 +219,14 @@ TEST_F(Shapes, ofTablesNeedEveryMember)
 TEST(FixedTexts, takeWhatFitsAndNoByteMore)
 {
     char field[8];
-    setText(field, "1234567");
-    EXPECT_EQ(textOf(field), "1234567");
+    putText(field, sizeof field, "1234567");
+    EXPECT_EQ(takenText(field, sizeof field), "1234567");
     EXPECT_EQ(field[7], '\0');
-    EXPECT_THROW(setText(field, "12345678"), unstorable_error);
-    EXPECT_THROW(setText(field, QString("\u00e4\u00e4\u00e4\u00e4")), unstorable_error); // four letters, eight bytes
+    EXPECT_THROW(putText(field, sizeof field, "12345678"), unstorable_error);
+    const QString fourLettersEightBytes("\u00e4\u00e4\u00e4\u00e4");
+    EXPECT_THROW(putText(field, sizeof field, fourLettersEightBytes), unstorable_error);
     const char full[3] = {'a', 'b', 'c'}; // as only a damaged file has it
-    EXPECT_EQ(textOf(full), "abc");
+    EXPECT_EQ(takenText(full, sizeof full), "abc");
 }
 
 } // namespace NBrenmark

@@ -10,9 +10,9 @@ namespace NBrenmark {
 using namespace HDF5DATATYPES;
 
 template <class TType>
-static std::string layoutOf()
+static std::string layoutOf(quint32 version = currentFileVersion())
 {
-    return typeText(TType().getId());
+    return typeText(compoundOf<TType>(version).getId());
 }
 
 TEST(CompoundTypes, haveTheirMembersWhereDecksHaveThem)
@@ -38,7 +38,7 @@ TEST(CompoundTypes, haveTheirMembersWhereDecksHaveThem)
               "initialAdhesivePlasticForce@1064 f64} 1072");
     EXPECT_EQ(layoutOf<SMaterialType>(), "{name@0 string[256], poisson@256 f64, shearMod@264 f64, density@272 f64, "
                                          "workFunction@280 f64, type@288 u32} 296");
-    EXPECT_EQ(layoutOf<v300004::SMaterialType>(),
+    EXPECT_EQ(layoutOf<SMaterialType>(makeVersion(30, 0, 3)),
               "{name@0 string[256], poisson@256 f64, shearMod@264 f64, density@272 f64, "
               "workFunction@280 f64} 288");
     EXPECT_EQ(layoutOf<SMovingPlaneMotionCmpdType>(),

@@ -19,24 +19,12 @@ static void domainForm(TForm& f, TDomain& domain)
     });
 }
 
-/// Before 30.0.17 the domain was one record.
-static void readDomainRecord(CDomain& domain, const H5::Group& location)
-{
-    HDF5DATATYPES::SDomainType::SRecord record = {};
-    readDataset("domain", record, location);
-    domain.min = C3DPoint(record.min[0], record.min[1], record.min[2]);
-    domain.max = C3DPoint(record.max[0], record.max[1], record.max[2]);
-    domain.periodicX = record.periodx != 0;
-    domain.periodicY = record.periody != 0;
-    domain.periodicZ = record.periodz != 0;
-}
-
 void CHdf5CreatorDataReader::readDomain(CDomain& domain)
 {
     if (in().since(30, 0, 17))
         domainForm(in(), domain);
-    else
-        readDomainRecord(domain, *location);
+    else // it was one record
+        domain = in().record<HDF5DATATYPES::SDomainType>("domain");
 }
 
 void CHdf5CreatorDataWriter::writeDomain(const CDomain& domain) { domainForm(out(), domain); }

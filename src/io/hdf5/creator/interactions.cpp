@@ -15,41 +15,31 @@ namespace NBrenmark {
 
 using HDF5DATATYPES::SInteractionType;
 
+static const char* const interactionsName = "Interactions";
+
 void CHdf5CreatorDataReader::readInteractionMap(InteractionMap& interactions)
 {
-    std::vector<SInteractionType::SRecord> records;
-    in().table<SInteractionType>("Interactions", records);
-    for (const SInteractionType::SRecord& record : records) {
+    for (const SInteractionType::Row& row : in().table<SInteractionType>(interactionsName)) {
         leaveIfStopped();
-        const QString key = textOf(record.key);
-        if (interactions.entries.contains(key))
+        if (interactions.entries.contains(row.key))
             report(eLost, NLogTitle::hdf5Read,
-                   "Two interactions are keyed \"" + shortened(key) + "\": the later one stays.", 1, shortened(key));
-        auto interaction = std::make_unique<CInteraction>();
-        interaction->restitution = record.restitution;
-        interaction->staticFriction = record.staticFriction;
-        interaction->rollingFriction = record.rollingFriction;
-        interactions.setByKey(key, interaction.release());
+                   "Two interactions are keyed \"" + shortened(row.key) + "\": the later one stays.", 1,
+                   shortened(row.key));
+        interactions.setByKey(row.key, std::make_unique<CInteraction>(row).release());
     }
 }
 
-std::vector<SInteractionType::SRecord> interactionRecords(const InteractionMap& interactions)
+std::vector<SInteractionType::Row> interactionRows(const InteractionMap& interactions)
 {
-    std::vector<SInteractionType::SRecord> records;
-    for (auto entry = interactions.entries.begin(); entry != interactions.entries.end(); ++entry) {
-        SInteractionType::SRecord record = {};
-        setText(record.key, entry.key());
-        record.restitution = entry.value()->restitution;
-        record.staticFriction = entry.value()->staticFriction;
-        record.rollingFriction = entry.value()->rollingFriction;
-        records.push_back(record);
-    }
-    return records;
+    std::vector<SInteractionType::Row> rows;
+    for (auto entry = interactions.entries.begin(); entry != interactions.entries.end(); ++entry)
+        rows.push_back({*entry.value(), entry.key()});
+    return rows;
 }
 
 void CHdf5CreatorDataWriter::writeInteractionMap(const InteractionMap& interactions)
 {
-    out().table<SInteractionType>("Interactions", interactionRecords(interactions));
+    out().table<SInteractionType>(interactionsName, interactionRows(interactions));
 }
 
 } // namespace NBrenmark

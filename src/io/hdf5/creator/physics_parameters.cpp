@@ -15,93 +15,6 @@ namespace NBrenmark {
 
 using namespace HDF5DATATYPES;
 
-// ---------------------------------------------------------------- rows of tables, one line a field
-
-/// The numbers of a row of TType; move(field, value) goes from one to the other.
-template <class TType>
-struct SRow;
-
-template <>
-struct SRow<SCohesionCmpdType>
-{
-    template <class TMove, class TRecord, class TValue>
-    static void fields(const TMove& move, TRecord& r, TValue& value)
-    {
-        move(r.value, value);
-    }
-};
-
-template <>
-struct SRow<SHystereticCmpdInterType>
-{
-    template <class TMove, class TRecord, class TValue>
-    static void fields(const TMove& move, TRecord& r, TValue& interaction)
-    {
-        move(r.damping, interaction.damping);
-        move(r.stiffness, interaction.stiffness);
-    }
-};
-
-template <>
-struct SRow<SEcmCmpdType>
-{
-    template <class TMove, class TRecord, class TValue>
-    static void fields(const TMove& move, TRecord& r, TValue& pair)
-    {
-        move(r.constPullOffForce, pair.constPullOffForce);
-        move(r.surfaceEnergy, pair.surfaceEnergy);
-        move(r.contactPlasticityRatio, pair.contactPlasticityRatio);
-        move(r.slopeExponential, pair.slopeExponential);
-        move(r.tensileExponential, pair.tensileExponential);
-        move(r.tangentStiffMultiplier, pair.tangentStiffMultiplier);
-    }
-};
-
-template <>
-struct SRow<SLeedsAdhesionCmpdType>
-{
-    template <class TMove, class TRecord, class TValue>
-    static void fields(const TMove& move, TRecord& r, TValue& pair)
-    {
-        move(r.plasticStiffness, pair.plasticStiffness);
-        move(r.elasticStiffness, pair.elasticStiffness);
-        move(r.plasticAdhesiveStiffness, pair.plasticAdhesiveStiffness);
-        move(r.tangentialStiffness, pair.tangentialStiffness);
-        move(r.initialAdhesiveForce, pair.initialAdhesiveForce);
-        move(r.initialAdhesivePlasticForce, pair.initialAdhesivePlasticForce);
-    }
-};
-
-template <>
-struct SRow<SBondParamCmpdType>
-{
-    template <class TMove, class TRecord, class TValue>
-    static void fields(const TMove& move, TRecord& r, TValue& bond)
-    {
-        move(r.normalStiffness, bond.normalStiffness);
-        move(r.shearStiffness, bond.shearStiffness);
-        move(r.normalStrength, bond.normalStrength);
-        move(r.shearStrength, bond.shearStrength);
-        move(r.bondRadius, bond.bondRadius);
-    }
-};
-
-template <>
-struct SRow<SMovingPlaneMotionCmpdType>
-{
-    template <class TMove, class TRecord, class TValue>
-    static void fields(const TMove& move, TRecord& r, TValue& motion)
-    {
-        move(r.velocity, motion.velocity);
-        move(r.accel, motion.acceleration);
-        move(r.startTime, motion.startTime);
-        move(r.endTime, motion.endTime);
-    }
-};
-
-static const auto toRecord = [](double& field, const double& value) { field = value; };
-static const auto fromRecord = [](const double& field, double& value) { value = field; };
-
 /// How many names or keys stood twice: of those the later row stays.
 static void tellRepeats(const std::string& name, std::size_t rows, std::size_t entries)
 {
@@ -124,62 +37,51 @@ public:
     template <class T>
     void attribute(const std::string&, const T&)
     {}
-    template <class TType>
-    void table(const std::string&, const std::vector<typename TType::SRecord>&)
-    {}
+    template <class TRecord>
+    void table(const std::string&, const std::vector<typename TRecord::Row>& rows)
+    {
+        recordsOf<TRecord>(rows);
+    }
 };
 
 /// \param TForm  the writer or the trial
-template <class TType, class TForm, class TValue>
+template <class TRecord, class TForm, class TValue>
 static void pairsForm(TForm& f, const std::string& name, const CPairTable<TValue>& table)
 {
-    std::vector<typename TType::SRecord> records;
-    for (const auto& [pair, value] : table.entries) {
-        typename TType::SRecord record = {};
-        setText(record.name1, QString::fromStdString(pair.first));
-        setText(record.name2, QString::fromStdString(pair.second));
-        SRow<TType>::fields(toRecord, record, value);
-        records.push_back(record);
-    }
-    f.template table<TType>(name, records);
+    std::vector<typename TRecord::Row> rows;
+    for (const auto& [pair, value] : table.entries)
+        rows.push_back({value, pair.first, pair.second});
+    f.template table<TRecord>(name, rows);
 }
 
-template <class TType, class TValue>
+template <class TRecord, class TValue>
 static void pairsForm(CHdf5FormReader& f, const std::string& name, CPairTable<TValue>& table)
 {
-    std::vector<typename TType::SRecord> records;
-    f.table<TType>(name, records);
+    const auto rows = f.table<TRecord>(name);
     table.clear();
-    for (const typename TType::SRecord& record : records) {
+    for (const typename TRecord::Row& row : rows) {
         leaveIfStopped();
-        TValue value{};
-        SRow<TType>::fields(fromRecord, record, value);
-        table.set(textOf(record.name1).toStdString(), textOf(record.name2).toStdString(), value);
+        table.set(row.name1, row.name2, row);
     }
-    tellRepeats(name, records.size(), table.entries.size());
+    tellRepeats(name, rows.size(), table.entries.size());
 }
 
 template <class TForm>
 static void namesForm(TForm& f, const std::string& name, const CNameTable& table)
 {
-    std::vector<SBasicCmpdType::SRecord> records;
-    for (const auto& [key, value] : table.entries) {
-        SBasicCmpdType::SRecord record = {};
-        setText(record.name, QString::fromStdString(key));
-        record.value = value;
-        records.push_back(record);
-    }
-    f.template table<SBasicCmpdType>(name, records);
+    std::vector<SBasicCmpdType::Row> rows;
+    for (const auto& [key, value] : table.entries)
+        rows.push_back({key, value});
+    f.template table<SBasicCmpdType>(name, rows);
 }
 
 static void namesForm(CHdf5FormReader& f, const std::string& name, CNameTable& table)
 {
-    std::vector<SBasicCmpdType::SRecord> records;
-    f.table<SBasicCmpdType>(name, records);
+    const auto rows = f.table<SBasicCmpdType>(name);
     table.clear();
-    for (const SBasicCmpdType::SRecord& record : records)
-        table.set(textOf(record.name).toStdString(), record.value);
-    tellRepeats(name, records.size(), table.entries.size());
+    for (const SBasicCmpdType::Row& row : rows)
+        table.set(row.name, row.value);
+    tellRepeats(name, rows.size(), table.entries.size());
 }
 
 template <class TForm, class TData>
@@ -323,16 +225,13 @@ void CHdf5CreatorDataWriter::writeTribochargingParamData(const CTribochargingCon
 
 // ---------------------------------------------------------------- bonds
 
-static std::vector<SBondParamCmpdType::SRecord> bondRecords(const CBondParametersMap& bonds)
+template <class TForm>
+static void bondsForm(TForm& f, const CBondParametersMap& bonds)
 {
-    std::vector<SBondParamCmpdType::SRecord> records;
-    for (const auto& [key, bond] : bonds.entries) {
-        SBondParamCmpdType::SRecord record = {};
-        setText(record.key, QString::fromStdString(key));
-        SRow<SBondParamCmpdType>::fields(toRecord, record, bond);
-        records.push_back(record);
-    }
-    return records;
+    std::vector<SBondParamCmpdType::Row> rows;
+    for (const auto& [key, bond] : bonds.entries)
+        rows.push_back({bond, QString::fromStdString(key)});
+    f.template table<SBondParamCmpdType>("data", rows);
 }
 
 /// Before 30.0.18 a key joins its names by a sign of its own.
@@ -347,23 +246,16 @@ static std::string mendedBondKey(QString key)
 
 void CHdf5CreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
 {
-    std::vector<SBondParamCmpdType::SRecord> records;
-    in().table<SBondParamCmpdType>("data", records);
+    const auto rows = in().table<SBondParamCmpdType>("data");
     bonds.clear();
-    for (const SBondParamCmpdType::SRecord& record : records) {
+    for (const SBondParamCmpdType::Row& row : rows) {
         leaveIfStopped();
-        const QString key = textOf(record.key);
-        CBondParameters bond;
-        SRow<SBondParamCmpdType>::fields(fromRecord, record, bond);
-        bonds.set(in().since(30, 0, 18) ? key.toStdString() : mendedBondKey(key), bond);
+        bonds.set(in().since(30, 0, 18) ? row.key.toStdString() : mendedBondKey(row.key), row);
     }
-    tellRepeats("data", records.size(), bonds.entries.size());
+    tellRepeats("data", rows.size(), bonds.entries.size());
 }
 
-void CHdf5CreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bonds)
-{
-    out().table<SBondParamCmpdType>("data", bondRecords(bonds));
-}
+void CHdf5CreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bonds) { bondsForm(out(), bonds); }
 
 template <class TForm, class TData, class TState>
 static void parallelBondForm(TForm& f, TData& data, TState& state)
@@ -420,14 +312,9 @@ void CHdf5CreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelPa
         in().group(name, [&] {
             SMovingPlane& plane = data.planes[id];
             planeForm(in(), plane);
-            std::vector<SMovingPlaneMotionCmpdType::SRecord> records;
-            if (in().has(motionsName))
-                in().table<SMovingPlaneMotionCmpdType>(motionsName, records);
             plane.motions.clear();
-            for (const SMovingPlaneMotionCmpdType::SRecord& record : records) {
-                plane.motions.emplace_back();
-                SRow<SMovingPlaneMotionCmpdType>::fields(fromRecord, record, plane.motions.back());
-            }
+            if (in().has(motionsName))
+                plane.motions = in().table<SMovingPlaneMotionCmpdType>(motionsName);
         });
     }
 }
@@ -437,13 +324,8 @@ void CHdf5CreatorDataWriter::writeMovingPlaneParamData(const CMovingPlaneContact
     for (const auto& [id, plane] : data.planes) {
         out().group(std::to_string(id), [&, &written = plane] {
             planeForm(out(), written);
-            std::vector<SMovingPlaneMotionCmpdType::SRecord> records;
-            for (const SMovingPlaneMotion& motion : written.motions) {
-                records.emplace_back();
-                SRow<SMovingPlaneMotionCmpdType>::fields(toRecord, records.back(), motion);
-            }
-            if (!records.empty())
-                out().table<SMovingPlaneMotionCmpdType>(motionsName, records);
+            if (!written.motions.empty())
+                out().table<SMovingPlaneMotionCmpdType>(motionsName, written.motions);
         });
     }
 }
@@ -500,7 +382,7 @@ void checkFixedTexts(const CPhysicsModels& physics)
             ifIts<CLeedsAdhesionContactModel>(*model, [&](auto& data) { leedsForm(f, data); });
             ifIts<CHeatConductionModel>(*model, [&](auto& data) { heatConductionForm(f, data); });
             ifIts<CArchardContactModel>(*model, [&](auto& data) { archardForm(f, data); });
-            ifIts<CParallelBondContactModel>(*model, [&](auto& data) { bondRecords(data.bondParameters); });
+            ifIts<CParallelBondContactModel>(*model, [&](auto& data) { bondsForm(f, data.bondParameters); });
         }
     for (const auto& force : physics.externalForces)
         ifIts<CHeatConductionExternalForce>(*force, [&](auto& data) { temperatureUpdateForm(f, data); });

@@ -64,24 +64,23 @@ static const char* const bandsName = "data";
 
 void CHdf5CreatorDataReader::readUserDefinedDistribution(CUserDefinedDistribution& law)
 {
-    std::vector<STwoDoublesType::SRecord> records;
-    in().table<STwoDoublesType>(bandsName, records);
+    const auto rows = in().table<STwoDoublesType>(bandsName);
     law.bands.clear();
-    for (const STwoDoublesType::SRecord& record : records)
-        law.bands[record.first] = record.second;
-    if (law.bands.size() < records.size())
+    for (const STwoDoublesType::Row& row : rows)
+        law.bands[row.size] = row.share;
+    if (law.bands.size() < rows.size())
         report(eLost, NLogTitle::hdf5Read,
-               "A size law has " + std::to_string(records.size()) + " bands of " + std::to_string(law.bands.size()) +
+               "A size law has " + std::to_string(rows.size()) + " bands of " + std::to_string(law.bands.size()) +
                    " sizes: of equal sizes the later one stays.",
-               records.size() - law.bands.size());
+               rows.size() - law.bands.size());
 }
 
 void CHdf5CreatorDataWriter::writeUserDefinedDistribution(const CUserDefinedDistribution& law)
 {
-    std::vector<STwoDoublesType::SRecord> records;
+    std::vector<STwoDoublesType::Row> rows;
     for (const auto& [size, share] : law.bands)
-        records.push_back({size, share});
-    out().table<STwoDoublesType>(bandsName, records);
+        rows.push_back({size, share});
+    out().table<STwoDoublesType>(bandsName, rows);
 }
 
 // ---------------------------------------------------------------- laws of sizes

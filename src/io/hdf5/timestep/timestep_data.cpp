@@ -34,24 +34,20 @@ void momentForm(TForm& f, TData& data, TTime& time)
     f.attribute("date", data.date);
 }
 
+const char* const removedName = "removed particles";
+
 void readRemovedParticles(CHdf5FormReader& in, CTimestepData& data)
 {
-    std::vector<SNameCountType::SRecord> records;
-    in.table<SNameCountType>("removed particles", records);
-    for (const SNameCountType::SRecord& record : records)
-        data.removedParticles.insert(textOf(record.name), record.count);
+    for (const SNameCountType::Row& row : in.table<SNameCountType>(removedName))
+        data.removedParticles.insert(row.name, row.count);
 }
 
 void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
 {
-    std::vector<SNameCountType::SRecord> records;
-    for (auto entry = data.removedParticles.begin(); entry != data.removedParticles.end(); ++entry) {
-        SNameCountType::SRecord record = {};
-        setText(record.name, entry.key());
-        record.count = entry.value();
-        records.push_back(record);
-    }
-    out.table<SNameCountType>("removed particles", records);
+    std::vector<SNameCountType::Row> rows;
+    for (auto entry = data.removedParticles.begin(); entry != data.removedParticles.end(); ++entry)
+        rows.push_back({entry.key(), entry.value()});
+    out.table<SNameCountType>(removedName, rows);
 }
 
 /// Rows are positions: those that point at nothing are released.

@@ -1,0 +1,39 @@
+#!/usr/bin/env python3
+"""Checks docs/formats/ against the sources: every version at which a reader takes another way, and every class that the
+legacy family stores, is on the page. What HDF5 files hold is held by a test of its own, which looks into decks."""
+
+import pathlib
+import re
+import sys
+
+root = pathlib.Path(sys.argv[1])
+faults = []
+
+
+def page(name):
+    return (root / "docs/formats" / name).read_text(encoding="utf-8")
+
+
+GATE = re.compile(r"\b(?:from|andFrom|below|upTo|since|makeVersion)\((\d+), *(\d+), *(\d+)\)")
+
+for folder, name in (("src/io/dem", "legacy.md"), ("src/io/hdf5", "hdf5.md")):
+    text = page(name)
+    sources = sorted((root / folder).rglob("*.cpp")) + sorted((root / folder).rglob("*.h"))
+    gates = {(m.group(1, 2, 3), source) for source in sources for m in GATE.finditer(source.read_text(encoding="utf-8"))}
+    assert len(gates) > 5, folder
+    for gate, source in sorted(gates):
+        version = ".".join(gate)
+        if version != "0.0.0" and not re.search(r"(?<![\d.])" + re.escape(version) + r"(?![\d]|\.\d)", text):
+            faults.append(f"{source.relative_to(root)}: a gate at {version}, which is not in docs/formats/{name}")
+
+# STORED has columns for HDF5 and for legacy, reading and writing; LEGACY one, for reading.
+ROW = re.compile(r"^(?:STORED|STAMPED|PENDING|LEGACY) *\((.*)\)", re.M)
+rows = [[cell.strip() for cell in row.split(",")]
+        for row in ROW.findall((root / "src/visitors/stored_classes.def").read_text(encoding="utf-8"))]
+assert len(rows) > 100
+for row in rows:
+    if row[-2 if len(row) > 3 else -1] != "nothing" and not re.search(rf"\b{row[1]}\b", page("legacy.md")):
+        faults.append(f"stored_classes.def: {row[1]} is not in docs/formats/legacy.md")
+
+print("\n".join(faults))
+sys.exit(1 if faults else 0)

@@ -1,6 +1,9 @@
 // The page of the HDF5 family against decks: what is in a file is on the page, with its type, and what is on the page is
 // in a file, or marked as met in none.
 #include "io/hdf5/hdf5_writer.h"
+
+#include "core/left_behind.h"
+#include "core/log_titles.h"
 #include "support/h5_tree.h"
 #include "support/paths.h"
 #include "support/samples.h"
@@ -104,6 +107,7 @@ static void writeAll(const QString& path)
     file.createGroup("/TimestepData/");
     CHdf5CreatorDataWriter(file, options).writeCreatorData(model.creator);
     CHdf5TimestepDataWriter(file, options).writeTimestepData(model.timestep);
+    reportLeftBehind(NLogTitle::hdf5Write); // here, and not in the next test that closes a deck
 }
 
 TEST(FormatPage, namesWhatDecksHoldAndDecksHoldWhatItNames)

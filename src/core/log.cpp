@@ -154,7 +154,7 @@ void report(EEffect effect, const SLogTitle& title, const std::string& text, qui
 void reportOnce(EEffect effect, const SLogTitle& title, const std::string& text, quint64 count,
                 const std::string& object)
 {
-    if (count > 0 && rememberOnce(title.text, text))
+    if (count > 0 && silences == 0 && rememberOnce(title.text, text))
         report(effect, title, text, count, object);
 }
 

@@ -33,14 +33,8 @@ void CHdf5Reader::readCustomPropertyData(CCustomPropertyValueList& list)
 
 void CHdf5Writer::writeCustomPropertyData(const CCustomPropertyValueList& list)
 {
-    const std::vector<double>& values = list.values;
-    if (values.empty())
-        return;
-    // The rule for chunks goes by all values here, not by the items.
-    const hsize_t columns = list.elementsPerItem();
-    out().arrays().write(valuesName, H5::PredType::NATIVE_DOUBLE, {values.size() / columns, columns}, values.data(),
-                         values.size());
-    out().throwIfFailed();
+    if (!list.values.empty())
+        out().values(valuesName, list.values, list.elementsPerItem());
 }
 
 // ---------------------------------------------------------------- all properties of an owner

@@ -90,7 +90,12 @@ struct SRowOf<std::array<quint32, count>>
 class CHdf5FormWriter
 {
 public:
-    explicit CHdf5FormWriter(CHdf5Visitor& visitor) : visitor(visitor), compress(compressionWanted()) {}
+    /// \param measures  only looks whether texts and names have their place: there is no file
+    explicit CHdf5FormWriter(CHdf5Visitor& visitor, bool measures = false)
+        : visitor(visitor), compress(compressionWanted()), measures(measures)
+    {}
+
+    bool isMeasuring() const { return measures; }
 
     /// A writer is of the current version.
     static constexpr bool since(quint32, quint32, quint32) { return true; }
@@ -98,7 +103,12 @@ public:
     template <class T>
     void attribute(const std::string& name, const T& value)
     {
-        writeAttribute(name, value, *visitor.location);
+        if (!measures)
+            writeAttribute(name, value, *visitor.location);
+        else if constexpr (std::is_same_v<T, std::string>)
+            checkAttributeText(name, value);
+        else if constexpr (std::is_same_v<T, QString>)
+            checkAttributeText(name, value.toStdString());
     }
     /// A count that files hold as a signed number.
     void signedAttribute(const std::string& name, quint32 value) { attribute(name, static_cast<qint32>(value)); }
@@ -112,13 +122,28 @@ public:
     template <class T>
     void dataset(const std::string& name, const T& value)
     {
-        writeDataset(name, value, *visitor.location);
+        if (!measures)
+            writeDataset(name, value, *visitor.location);
+    }
+
+    /// Runs body in the root of the file.
+    template <class TBody>
+    void root(TBody&& body)
+    {
+        if (measures)
+            return body();
+        closed(visitor.file.openGroup("/"), [&](H5::Group& root) {
+            const CHdf5Place place(visitor, root);
+            body();
+        });
     }
 
     /// Makes a group, runs body in it and closes it.
     template <class TBody>
     void group(const std::string& name, TBody&& body)
     {
+        if (measures)
+            return body();
         closed(made(name), [&](H5::Group& group) {
             const CHdf5Place place(visitor, group);
             const CPlaceScope scope(placeInGroup(name));
@@ -130,6 +155,8 @@ public:
     template <class TBody>
     void sameGroup(const std::string& name, TBody&& body)
     {
+        if (measures)
+            return body();
         const bool isThere = visitor.location->nameExists(name);
         closed(isThere ? visitor.location->openGroup(name) : made(name), [&](H5::Group& group) {
             const CHdf5Place place(visitor, group);
@@ -152,8 +179,18 @@ public:
     template <class T>
     void rows(const std::string& name, const std::vector<T>& values, bool stored = true)
     {
-        if (stored)
+        if (stored && !measures)
             arrays().write(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data(), values.size());
+        throwIfFailed();
+    }
+
+    /// An array whose width isn't known before.
+    void values(const std::string& name, const std::vector<double>& values, hsize_t columns)
+    {
+        // The rule for chunks goes by all values here, not by the rows.
+        if (!measures)
+            arrays().write(name, H5::PredType::NATIVE_DOUBLE, {values.size() / columns, columns}, values.data(),
+                           values.size());
         throwIfFailed();
     }
 
@@ -161,7 +198,7 @@ public:
     template <class T>
     void plainRows(const std::string& name, const std::vector<T>& values, bool stored = true)
     {
-        if (stored)
+        if (stored && !measures)
             arrays().writePlain(name, SRowOf<T>::type(), {values.size(), SRowOf<T>::columns}, values.data());
         throwIfFailed();
     }
@@ -170,22 +207,25 @@ public:
     template <class T, std::size_t count>
     void fixedRows(const std::string& name, const std::array<T, count>& values)
     {
-        arrays().writePlain(name, SRowOf<T>::type(), {count, SRowOf<T>::columns}, values.data());
+        if (!measures)
+            arrays().writePlain(name, SRowOf<T>::type(), {count, SRowOf<T>::columns}, values.data());
     }
 
     /// A table of TRecord, one of HDF5DATATYPES.
     template <class TRecord>
     void table(const std::string& name, const std::vector<typename TRecord::Row>& rows)
     {
-        writeTable<TRecord>(name, rows, *visitor.location);
+        if (measures)
+            recordsOf<TRecord>(rows); // texts have fields of a fixed size
+        else
+            writeTable<TRecord>(name, rows, *visitor.location);
     }
-
-    CArrayWriter arrays() { return CArrayWriter(*visitor.location, compress); }
 
     /// An array of a file that is lost already isn't worth compressing.
     void throwIfFailed();
 
 private:
+    CArrayWriter arrays() { return CArrayWriter(*visitor.location, compress); }
     H5::Group made(const std::string& name)
     {
         try {
@@ -198,6 +238,7 @@ private:
 
     CHdf5Visitor& visitor;
     bool compress;
+    const bool measures;
 };
 
 // ---------------------------------------------------------------- reading

@@ -8,10 +8,9 @@
 #include "core/log_titles.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/deck_layout.h"
-#include "io/hdf5/fixed_texts.h"
 #include "io/hdf5/form.h"
 #include "io/hdf5/guarded.h"
-#include "io/hdf5/link_names.h"
+#include "io/hdf5/storable.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,13 +41,12 @@ static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
     return false;
 }
 
-/// Whether every name has its place in the format, before anything is written.
-static bool hasStorableNames(const SSimulationFrame& frame, const QString& path)
+/// Whether all texts and names have their place in the format, before anything is written.
+static bool isStorable(SSimulationFrame& frame, const SSaveOptions& options, const QString& path)
 {
     return guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
-        checkFixedTexts(frame.creator);
-        checkFixedTexts(frame.timestep);
-        checkLinkNames(frame.creator);
+        checkStorable(frame.creator, options);
+        checkStorable(frame.timestep, options);
     });
 }
 
@@ -97,7 +95,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
 {
     const quint32 number = frame.timestep.timestepIndex;
     const QString path = timestepFilePath(fileName, number);
-    if (!hasTimestep(frame, fileName) || !hasStorableNames(frame, path))
+    if (!hasTimestep(frame, fileName) || !isStorable(frame, writeOptions, path))
         return false;
 
     // Made anew, the folder would stand for a deck that holds all that was appended before.
@@ -166,18 +164,19 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
     const CPlaceScope scope(timestepPlace(timestepFilePath(path, 0), 0));
     bool isBegun = false;
     bool written = false;
-    const bool complete = hasStorableNames(frame, path) && guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
-                              File newMain = createFile(path);
-                              isBegun = true;
-                              writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
-                              File newTimestep = createInDataFolder(timestepFilePath(path, 0));
-                              frame.creator.setStorageIndex(0);
-                              written = writeCreator(*newTimestep, frame) && runWriter(*newTimestep, frame.timestep);
-                              if (written) {
-                                  closeChecked(newTimestep);
-                                  closeChecked(newMain);
-                              }
-                          });
+    const bool complete =
+        isStorable(frame, writeOptions, path) && guarded(NLogTitle::hdf5Write, couldNotWrite(path), [&] {
+            File newMain = createFile(path);
+            isBegun = true;
+            writeHeader(*newMain, {currentFileVersion(), currentFileVersion(), 1, edition});
+            File newTimestep = createInDataFolder(timestepFilePath(path, 0));
+            frame.creator.setStorageIndex(0);
+            written = writeCreator(*newTimestep, frame) && runWriter(*newTimestep, frame.timestep);
+            if (written) {
+                closeChecked(newTimestep);
+                closeChecked(newMain);
+            }
+        });
     if (!complete || !written) {
         if (isBegun)
             deleteFamily(path);

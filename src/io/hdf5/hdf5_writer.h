@@ -12,7 +12,10 @@ namespace NBrenmark {
 class CHdf5Writer : public CHdf5Visitor, public IFileVisitorWriter
 {
 public:
-    CHdf5Writer(H5::H5File& file, SSaveOptions& options) : CHdf5Visitor(file, options), form(*this) {}
+    /// \param measures  as of CHdf5FormWriter; the file is never touched then
+    CHdf5Writer(H5::H5File& file, SSaveOptions& options, bool measures = false)
+        : CHdf5Visitor(file, options), form(*this, measures)
+    {}
 
 #define STORED(operation, type, readBy, writtenBy, ...)                                                                \
     BRENMARK_PLAIN_##writtenBy(void write##operation(const type&) override)

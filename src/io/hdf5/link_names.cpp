@@ -1,11 +1,7 @@
 #include "io/hdf5/link_names.h"
 
 #include "io/hdf5/error_text.h"
-#include "model/creator_data.h"
 #include "model/factories/factory_size.h"
-#include "model/factories/particle_factory.h"
-#include "model/factories/particle_factory_list.h"
-#include "model/geometry/geometry_group.h"
 
 namespace NBrenmark {
 
@@ -35,31 +31,6 @@ std::string CLinkNames::next(const QString& name)
     if (!taken.insert(bytes).second)
         refuse("so is another one: HDF5 groups that lie together need names of their own.");
     return bytes;
-}
-
-static void checkFactoryNames(const CGeometryGroup& group)
-{
-    CLinkNames factories("particle factory", "geometry group " + quoted(group.name));
-    for (const std::unique_ptr<CParticleFactory>& factory : group.factories->factories) {
-        const std::string inFactory = "factory " + quoted(factories.next(factory->name));
-        CLinkNames sized("particle type with a size", inFactory);
-        for (const auto& [typeName, size] : factory->sizes)
-            sized.next(typeName);
-        CLinkNames accounted("particle type with an account", inFactory);
-        for (const auto& [typeName, account] : factory->typeAccounting)
-            accounted.next(typeName);
-    }
-}
-
-void checkLinkNames(const CCreatorData& creator)
-{
-    for (const CGeometryGroup* group : creator.geometryGroups.groups())
-        if (group != nullptr)
-            checkFactoryNames(*group);
-    CLinkNames laws("particle type with a size law", "");
-    for (const auto& [typeName, share] : creator.sizeDistributions.entries)
-        if (!isLawWithoutPlace(typeName, share.distribution.get()))
-            laws.next(QString::fromStdString(typeName));
 }
 
 } // namespace NBrenmark

@@ -1,6 +1,6 @@
 #pragma once
-// Names that become names of groups. They are tested before a deck is touched: a slash would make two
-// groups of one, and of two equal names the second can't be made.
+// Names that become names of groups: a slash would make two groups of one, and of two equal names the second can't be
+// made.
 
 #include <QString>
 
@@ -9,7 +9,6 @@
 
 namespace NBrenmark {
 
-class CCreatorData;
 class ISizeDistribution;
 
 /// The names of the groups in one group.
@@ -36,8 +35,5 @@ bool isLinkName(const std::string& name);
 /// Whether the law of a particle type may be left out for its name: the one that every type has for which nothing was
 /// said. The type itself is stored under its number, whatever its name is.
 bool isLawWithoutPlace(const std::string& typeName, const ISizeDistribution* law);
-
-/// \throws unstorable_error  that gives the first name that no group can have
-void checkLinkNames(const CCreatorData& creator);
 
 } // namespace NBrenmark

@@ -174,7 +174,8 @@ void CHdf5Reader::readParticleType(CParticleType& t)
 
 void CHdf5Writer::writeParticleType(const CParticleType& t)
 {
-    noteLostCharges(t);
+    if (!out().isMeasuring())
+        noteLostCharges(t);
     out().attribute("name", t.displayName);
     definitionForm(out(), t);
     out().table<SSphereType>(spheresName, t.spheres);

@@ -1,6 +1,6 @@
 // Particle factories, their parameters and size laws in files: what each looks like, and what becomes of names and
 // words that can't be taken.
-#include "io/hdf5/link_names.h"
+#include "io/hdf5/storable.h"
 #include "model/creator_data.h"
 #include "model/factories/dynamic_particle_factory.h"
 #include "model/factories/factory_angular_velocity.h"
@@ -371,7 +371,7 @@ TEST(NamesInHdf5, thatNoGroupCanHaveAreRefusedBeforeAnythingIsWritten)
         c.make(creator, *box->factories);
         std::string told;
         try {
-            checkLinkNames(creator);
+            checkStorable(creator, {});
         }
         catch (const unstorable_error& error) {
             told = error.what();

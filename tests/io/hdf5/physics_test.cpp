@@ -2,9 +2,9 @@
 // hand, older and damaged ones among them.
 #include "core/version.h"
 #include "io/hdf5/error_text.h"
-#include "io/hdf5/fixed_texts.h"
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
+#include "io/hdf5/storable.h"
 #include "model/creator_data.h"
 #include "physics/parameter_records.h"
 #include "physics/phantoms.h"
@@ -410,17 +410,20 @@ TEST(Hdf5PhysicsNames, thatDontFitAreRefusedBeforeADeckIsTouched)
          }},
     };
     for (const SCase& c : cases) {
-        CCreatorData creator{SPropertyManagers()};
-        creator.physicsModels.addContactModel(c.make(std::string(c.longest, 'b')), CPhysicsModels::atEnd);
-        EXPECT_NO_THROW(checkFixedTexts(creator)) << c.what;
-        creator.physicsModels.addContactModel(c.make(std::string(c.longest + 1, 'b')), CPhysicsModels::atEnd);
-        EXPECT_THROW(checkFixedTexts(creator), unstorable_error) << c.what;
+        for (const std::size_t more : {0, 1}) {
+            CCreatorData creator{SPropertyManagers()};
+            creator.physicsModels.addContactModel(c.make(std::string(c.longest + more, 'b')), CPhysicsModels::atEnd);
+            if (more == 0)
+                EXPECT_NO_THROW(checkStorable(creator, {})) << c.what;
+            else
+                EXPECT_THROW(checkStorable(creator, {}), unstorable_error) << c.what;
+        }
     }
     CCreatorData creator{SPropertyManagers()};
     auto force = std::make_unique<CHeatConductionExternalForce>();
     force->parameters.heatCapacities.set(std::string(256, 'b'), 1);
     creator.physicsModels.addExternalForce(std::move(force), CPhysicsModels::atEnd);
-    EXPECT_THROW(checkFixedTexts(creator), unstorable_error);
+    EXPECT_THROW(checkStorable(creator, {}), unstorable_error);
 }
 
 } // namespace NBrenmark

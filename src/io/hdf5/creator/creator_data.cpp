@@ -66,8 +66,7 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
 
 void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)
 {
-    closed(file.openGroup("/"), [&](H5::Group& root) {
-        const CHdf5Place place(*this, root);
+    out().root([&] {
         out().sameGroup("CreatorData/", [&] {
             out().group(std::to_string(data.storageIndex()), [&] {
                 writeFileVersionInfo(data);

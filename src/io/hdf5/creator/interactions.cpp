@@ -6,7 +6,6 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
-#include "io/hdf5/fixed_texts.h"
 #include "model/interactions.h"
 
 #include <memory>
@@ -29,17 +28,12 @@ void CHdf5CreatorDataReader::readInteractionMap(InteractionMap& interactions)
     }
 }
 
-std::vector<SInteractionType::Row> interactionRows(const InteractionMap& interactions)
+void CHdf5CreatorDataWriter::writeInteractionMap(const InteractionMap& interactions)
 {
     std::vector<SInteractionType::Row> rows;
     for (auto entry = interactions.entries.begin(); entry != interactions.entries.end(); ++entry)
         rows.push_back({*entry.value(), entry.key()});
-    return rows;
-}
-
-void CHdf5CreatorDataWriter::writeInteractionMap(const InteractionMap& interactions)
-{
-    out().table<SInteractionType>(interactionsName, interactionRows(interactions));
+    out().table<SInteractionType>(interactionsName, rows);
 }
 
 } // namespace NBrenmark

@@ -6,7 +6,6 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
-#include "io/hdf5/fixed_texts.h"
 #include "model/materials.h"
 
 #include <memory>
@@ -29,17 +28,12 @@ void CHdf5CreatorDataReader::readMaterialMap(MaterialMap& materials)
     }
 }
 
-std::vector<CMaterial> materialRows(const MaterialMap& materials)
+void CHdf5CreatorDataWriter::writeMaterialMap(const MaterialMap& materials)
 {
     std::vector<CMaterial> rows;
     for (const CMaterial* const material : materials)
         rows.push_back(*material);
-    return rows;
-}
-
-void CHdf5CreatorDataWriter::writeMaterialMap(const MaterialMap& materials)
-{
-    out().table<SMaterialType>(materialsName, materialRows(materials));
+    out().table<SMaterialType>(materialsName, rows);
 }
 
 } // namespace NBrenmark

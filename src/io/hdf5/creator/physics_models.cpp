@@ -106,7 +106,7 @@ static void writeList(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, cons
             model->write(writer);
         });
     }
-    writeDataset(orderName, order, *writer.location);
+    out.dataset(orderName, order);
 }
 
 void CHdf5CreatorDataWriter::writePhysicsModels(const CPhysicsModels& models)

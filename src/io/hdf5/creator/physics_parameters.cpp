@@ -7,7 +7,6 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
-#include "io/hdf5/fixed_texts.h"
 #include "physics/parameter_records.h"
 #include "physics/physics_models.h"
 
@@ -25,33 +24,15 @@ static void tellRepeats(const std::string& name, std::size_t rows, std::size_t e
                rows - entries);
 }
 
-// ---------------------------------------------------------------- the three directions
-//
-// A form is run by the reader, by the writer, and before a deck is touched by a trial that only looks
-// whether each name fits its field.
+// ---------------------------------------------------------------- tables by name or by pair
 
-class CNameTrial
-{
-public:
-    static constexpr bool since(quint32, quint32, quint32) { return true; }
-    template <class T>
-    void attribute(const std::string&, const T&)
-    {}
-    template <class TRecord>
-    void table(const std::string&, const std::vector<typename TRecord::Row>& rows)
-    {
-        recordsOf<TRecord>(rows);
-    }
-};
-
-/// \param TForm  the writer or the trial
-template <class TRecord, class TForm, class TValue>
-static void pairsForm(TForm& f, const std::string& name, const CPairTable<TValue>& table)
+template <class TRecord, class TValue>
+static void pairsForm(CHdf5FormWriter& f, const std::string& name, const CPairTable<TValue>& table)
 {
     std::vector<typename TRecord::Row> rows;
     for (const auto& [pair, value] : table.entries)
         rows.push_back({value, pair.first, pair.second});
-    f.template table<TRecord>(name, rows);
+    f.table<TRecord>(name, rows);
 }
 
 template <class TRecord, class TValue>
@@ -66,13 +47,12 @@ static void pairsForm(CHdf5FormReader& f, const std::string& name, CPairTable<TV
     tellRepeats(name, rows.size(), table.entries.size());
 }
 
-template <class TForm>
-static void namesForm(TForm& f, const std::string& name, const CNameTable& table)
+static void namesForm(CHdf5FormWriter& f, const std::string& name, const CNameTable& table)
 {
     std::vector<SBasicCmpdType::Row> rows;
     for (const auto& [key, value] : table.entries)
         rows.push_back({key, value});
-    f.template table<SBasicCmpdType>(name, rows);
+    f.table<SBasicCmpdType>(name, rows);
 }
 
 static void namesForm(CHdf5FormReader& f, const std::string& name, CNameTable& table)
@@ -225,15 +205,6 @@ void CHdf5CreatorDataWriter::writeTribochargingParamData(const CTribochargingCon
 
 // ---------------------------------------------------------------- bonds
 
-template <class TForm>
-static void bondsForm(TForm& f, const CBondParametersMap& bonds)
-{
-    std::vector<SBondParamCmpdType::Row> rows;
-    for (const auto& [key, bond] : bonds.entries)
-        rows.push_back({bond, QString::fromStdString(key)});
-    f.template table<SBondParamCmpdType>("data", rows);
-}
-
 /// Before 30.0.18 a key joins its names by a sign of its own.
 static std::string mendedBondKey(QString key)
 {
@@ -255,7 +226,13 @@ void CHdf5CreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
     tellRepeats("data", rows.size(), bonds.entries.size());
 }
 
-void CHdf5CreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bonds) { bondsForm(out(), bonds); }
+void CHdf5CreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bonds)
+{
+    std::vector<SBondParamCmpdType::Row> rows;
+    for (const auto& [key, bond] : bonds.entries)
+        rows.push_back({bond, QString::fromStdString(key)});
+    out().table<SBondParamCmpdType>("data", rows);
+}
 
 template <class TForm, class TData, class TState>
 static void parallelBondForm(TForm& f, TData& data, TState& state)
@@ -358,34 +335,6 @@ void CHdf5CreatorDataReader::readHeatConductionExtForceParamData(CHeatConduction
 void CHdf5CreatorDataWriter::writeHeatConductionExtForceParamData(const CHeatConductionExtForceParamData& data)
 {
     temperatureUpdateForm(out(), data);
-}
-
-// ---------------------------------------------------------------- do all names fit?
-
-/// Runs try on the parameters of a model of class TModel; nothing on another one.
-template <class TModel, class TItem, class TTry>
-static void ifIts(const TItem& item, const TTry& tryNames)
-{
-    if (const auto* const model = dynamic_cast<const TModel*>(&item))
-        tryNames(model->parameters);
-}
-
-void checkFixedTexts(const CPhysicsModels& physics)
-{
-    CNameTrial f;
-    for (const CPhysicsModels::Chain* chain : {&physics.sphereSphereModels, &physics.sphereGeometryModels})
-        for (const auto& model : *chain) {
-            ifIts<CJkrContactModel>(*model, [&](auto& data) { jkrForm(f, data); });
-            ifIts<CCohesionContactModel>(*model, [&](auto& data) { cohesionForm(f, data); });
-            ifIts<CHystereticContactModel>(*model, [&](auto& data) { hystereticForm(f, data); });
-            ifIts<CEdinburghCohesionContactModel>(*model, [&](auto& data) { edinburghForm(f, data); });
-            ifIts<CLeedsAdhesionContactModel>(*model, [&](auto& data) { leedsForm(f, data); });
-            ifIts<CHeatConductionModel>(*model, [&](auto& data) { heatConductionForm(f, data); });
-            ifIts<CArchardContactModel>(*model, [&](auto& data) { archardForm(f, data); });
-            ifIts<CParallelBondContactModel>(*model, [&](auto& data) { bondsForm(f, data.bondParameters); });
-        }
-    for (const auto& force : physics.externalForces)
-        ifIts<CHeatConductionExternalForce>(*force, [&](auto& data) { temperatureUpdateForm(f, data); });
 }
 
 } // namespace NBrenmark

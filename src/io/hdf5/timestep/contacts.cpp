@@ -112,7 +112,8 @@ void CHdf5TimestepDataWriter::writeContactsBase(CContactsBase& contacts)
     out().attribute("collision on", contacts.collisionsActive);
     if (size > 0) {
         commonLength(contacts, contactFields);
-        noteLegacyValues(contacts);
+        if (!out().isMeasuring())
+            noteLegacyValues(contacts);
         out().attribute("mask", contactFields);
         rowsForm(out(), contacts, contactFields);
     }

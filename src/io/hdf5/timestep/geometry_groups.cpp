@@ -81,7 +81,8 @@ static void noteLostCharges(const CGeometryGroup& g)
 
 void CHdf5TimestepDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 {
-    noteLostCharges(g);
+    if (!out().isMeasuring())
+        noteLostCharges(g);
     out().attribute("static", g.isStatic);
     if (!g.isStatic)
         movingForm(out(), g, [this](const auto& part) { part.write(*this); });

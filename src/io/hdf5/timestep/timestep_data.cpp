@@ -105,8 +105,7 @@ void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)
     data.timestepMask = options.timestepMask;
     data.particleMask = options.particleMask;
     data.geometryMask = options.geometryMask;
-    closed(file.openGroup("/"), [&](H5::Group& root) {
-        const CHdf5Place place(*this, root);
+    out().root([&] {
         out().sameGroup("TimestepData/", [&] {
             out().group(QString::number(time, 'g', 6).toStdString(), [&] {
                 writeFileVersionInfo(data);

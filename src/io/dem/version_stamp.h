@@ -1,0 +1,20 @@
+#pragma once
+// The record at the head of both roots: the version, and which build wrote it.
+
+#include <QString>
+
+namespace NBrenmark {
+
+class CInForm;
+
+struct SDemStamp
+{
+    quint32 storedVersion = 0; ///< as it is in the file; the stream has it with old numbering mended
+    quint32 buildRevision = 0;
+    QString buildBranch;
+};
+
+/// Reads it, and has the stream go by its version.
+void readStamp(CInForm& f, SDemStamp& stamp);
+
+} // namespace NBrenmark

@@ -1,5 +1,4 @@
 // The version record at the head of both roots.
-#include "core/not_carried.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/version_stamp.h"
@@ -7,14 +6,12 @@
 
 namespace NBrenmark {
 
-/// Older decks hold particle prototypes, or forms of them that aren't known here yet.
-static constexpr quint32 oldestCarriedVersion = makeVersion(20, 0, 0);
-
 void readStamp(CInForm& f, SDemStamp& stamp)
 {
+    quint32 version = 0;
     qint32 hasMore = 0;
-    f.i32(stamp.storedVersion);
-    f.stream.setFileVersion(stamp.storedVersion);
+    f.i32(version);
+    f.stream.setFileVersion(version);
     f.i32(hasMore, from(2, 4, 51), 0);
     if (hasMore != 0)
         f.dropI32(0, below(21, 0, 3));
@@ -28,8 +25,6 @@ void CDemReader::readFileVersionInfo(CSimulationData& data)
     SDemStamp stamp;
     readStamp(f, stamp);
     data.fileVersion = stream->fileVersion();
-    if (data.fileVersion < oldestCarriedVersion)
-        throw not_carried_error("data of file version " + versionText(stamp.storedVersion).toStdString());
     data.buildRevision = stamp.buildRevision;
     data.buildBranch = stamp.buildBranch;
 }

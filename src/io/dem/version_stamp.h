@@ -9,7 +9,6 @@ class CInForm;
 
 struct SDemStamp
 {
-    quint32 storedVersion = 0; ///< as it is in the file; the stream has it with old numbering mended
     quint32 buildRevision = 0;
     QString buildBranch;
 };

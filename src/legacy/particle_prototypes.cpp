@@ -88,7 +88,7 @@ static void tellCustomValues(const CParticlePrototypeRecords& records, const CPa
         missing += stored != 0 && stored < expected ? expected - stored : 0;
     }
     if (surplus > 0)
-        report(eLost, NLogTitle::customProperties,
+        report(eNotCarried, NLogTitle::customProperties,
                std::to_string(surplus) + " custom values of particles belong to no property and are dropped", surplus);
     if (missing > 0)
         report(eDefaulted, NLogTitle::customProperties,

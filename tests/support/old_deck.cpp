@@ -111,7 +111,8 @@ public:
         const int id = 10 * triangleId; // of the first corner
         CBytes b = CBytes().i32(1).text("triangle") + axisAngle(100);
         b.f64s({0, 0, 3}).i32(0);
-        b += when(from(2, 4, 2), CBytes().i32(3).i32(id).f64s({0, 0, 0}).i32(id + 1).f64s({1, 0, 0}).i32(id + 2).f64s({0, 1, 0}));
+        b += when(from(2, 4, 2),
+                  CBytes().i32(3).i32(id).f64s({0, 0, 0}).i32(id + 1).f64s({1, 0, 0}).i32(id + 2).f64s({0, 1, 0}));
         b.text("Glass").i32(triangleId).i32(1).i32(-9).i32(0);
         b += when(in13(1), CBytes().f64(0.25));
         b += when(version == makeVersion(13, 0, 1), CBytes().f64s({-9, -9, -9}));
@@ -298,6 +299,26 @@ CBytes oldTimestepBytes(quint32 version)
     }
     b += when(v.from(2, 4, 36) && v.before(2, 4, 38), CBytes().i32(-9));
     return v.from(2, 4, 38) ? b.i32(1).text("Ball").i32(2) : b;
+}
+
+QString writeOldDeck(quint32 version, const QString& folder, const QString& name)
+{
+    const CVersionBytes v(version);
+    CBytes deck = CBytes().u32(version);
+    deck += when(v.from(2, 4, 58), CBytes().u32(version));
+    deck += CBytes().i32(2) + when(v.from(2, 4, 16), CBytes().u32(0).u32(0).u32(0).u32(0));
+    deck += when(v.from(2, 4, 35), CBytes().u32(1));
+    const auto creatorAt = static_cast<quint32>(deck.size());
+    deck += CBytes().text("class CGenericData") + oldCreatorBytes(version);
+    CBytes index = CBytes().i32(2);
+    for (int timestep = 0; timestep < 2; ++timestep) {
+        index.f64(0.25).u32(0).u32(static_cast<quint32>(deck.size()));
+        deck += CBytes().text("class CTimestepData").u32(0).u32(creatorAt) + oldTimestepBytes(version);
+    }
+    const QString path = folder + '/' + name + ".dem";
+    deck.toFile(path);
+    index.toFile(folder + '/' + name + ".idx");
+    return path;
 }
 
 } // namespace NBrenmark

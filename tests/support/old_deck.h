@@ -14,5 +14,7 @@ extern const std::vector<quint32> oldVersions;
 CBytes oldCreatorBytes(quint32 version);
 /// Behind the creator pair of a timestep block.
 CBytes oldTimestepBytes(quint32 version);
+/// Writes NAME.dem and NAME.idx of a deck with that model and two such timesteps. \return the path of NAME.dem
+QString writeOldDeck(quint32 version, const QString& folder, const QString& name);
 
 } // namespace NBrenmark

@@ -51,14 +51,16 @@ TEST_P(OldVersion, hasTheValuesOfItsModel)
     EXPECT_EQ(type.calculateProperties, !from(20, 0, 4));
     EXPECT_EQ(type.spheres.at(0).physicalRadius, from(2, 4, 3) ? 0.375 : 0.5);
     ASSERT_EQ(creator.materials.contains("Glass"), from(2, 4, 39));
-    if (from(2, 4, 39))
+    if (from(2, 4, 39)) {
         EXPECT_EQ(creator.materials.find("Glass")->workFunction, in13(1) ? 4.5 : 0.0);
+    }
     const bool hasModels = in13(6) || from(20, 0, 14);
     const auto* const cohesion = dynamic_cast<const CCohesionContactModel*>(
         CPhysicsModels::findModel(creator.physicsModels.sphereSphereModels, "Linear Cohesion"));
     ASSERT_EQ(cohesion != nullptr, hasModels);
-    if (hasModels) // keyed by materials now
+    if (hasModels) { // keyed by materials now
         EXPECT_EQ(cohesion->parameters.energyDensity.valueOf("Glass", "Glass"), 0.875);
+    }
 }
 
 TEST_P(OldVersion, hasTheValuesOfItsWalls)
@@ -167,7 +169,8 @@ static std::vector<quint32> versionsAndThoseBelow()
     return versions;
 }
 
-INSTANTIATE_TEST_SUITE_P(Gates, OldVersion, testing::ValuesIn(versionsAndThoseBelow()),
-                         [](const auto& info) { return versionText(info.param).replace('.', '_').toStdString(); });
+INSTANTIATE_TEST_SUITE_P(Gates, OldVersion, testing::ValuesIn(versionsAndThoseBelow()), [](const auto& version) {
+    return versionText(version.param).replace('.', '_').toStdString();
+});
 
 } // namespace NBrenmark

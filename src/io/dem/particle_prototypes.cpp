@@ -2,6 +2,7 @@
 #include "legacy/particle_prototypes.h"
 
 #include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
@@ -60,6 +61,7 @@ void CDemReader::readPrototypeElementList(CPrototypeElementList& elements)
         throw std::runtime_error("byte " + std::to_string(stream->position()) + ": spheres within spheres, " +
                                  std::to_string(deepestList) + " deep");
     const quint32 count = f.count("sphere", leastElementBytes);
+    admitMemory(quint64(count) * sizeof(SPrototypeElement), "spheres of particles");
     leaveIfStopped();
     QString key;
     for (quint32 i = 0; i < count; ++i) {
@@ -149,6 +151,8 @@ void CDemTimestepDataReader::readLegacyParticlePrototypes(CParticlePrototypeReco
     f.dropI32(0, from(2, 4, 19));
     records.clear();
     const quint32 count = f.count("particle", leastPrototypeBytes);
+    admitMemory(quint64(count) * sizeof(CParticlePrototype), "particles");
+    records.reserve(count);
     stream->rowsAtWork = count;
     for (quint32 i = 0; i < count; ++i) {
         readParticlePrototype(records.emplace_back());

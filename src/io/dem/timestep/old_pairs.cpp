@@ -1,4 +1,6 @@
 // Contacts, bonds and collisions of timesteps below 20.0.0: a record a pair, read only.
+#include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "legacy/old_collisions.h"
@@ -46,16 +48,27 @@ void CDemTimestepDataReader::readLegacyContact(SLegacyContact& contact)
     f.point(contact.tangentialForce, from(2, 4, 52), contact.tangentialForce);
 }
 
+/// A list of records that are read one by one afterwards.
+template <class TList>
+static void makeRecords(CInForm& f, const char* noun, const char* plural, qint64 leastBytes, TList& list)
+{
+    const quint32 count = f.count(noun, leastBytes);
+    admitMemory(quint64(count) * sizeof(typename TList::value_type), plural);
+    f.stream.rowsAtWork = count;
+    list.clear();
+    list.resize(count);
+}
+
 void CDemTimestepDataReader::readLegacyContacts(SLegacyContactLists& contacts)
 {
     CInForm f = in();
-    f.length("contact", leastContactBytes, contacts.surfaceSurface);
+    makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceSurface);
     for (SLegacyContact& contact : contacts.surfaceSurface) {
         readLegacySurfSurfContactIds(contact);
         readLegacyContact(contact);
     }
     leaveIfStopped();
-    f.length("contact", leastContactBytes, contacts.surfaceGeometry);
+    makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceGeometry);
     for (SLegacyContact& contact : contacts.surfaceGeometry) {
         readLegacySurfGeomContactIds(contact);
         readLegacyContact(contact);
@@ -87,7 +100,8 @@ void CDemTimestepDataReader::readLegacyBond(CBond& bond)
 
 void CDemTimestepDataReader::readLegacyBonds(CBondList& bonds)
 {
-    in().length("bond", bondBytes, bonds);
+    CInForm f = in();
+    makeRecords(f, "bond", "bonds", bondBytes, bonds);
     for (CSurfSurfBond& bond : bonds)
         bond.read(*this);
     leaveIfStopped();
@@ -174,6 +188,7 @@ void CDemTimestepDataReader::readLegacyCollisionList(CCollisionList& collisions)
                        "collision of the unknown kind " + std::to_string(kind) + " skipped");
             continue;
         }
+        admitMemory(sizeof(CSurfSurfCollision), "collisions");
         collision->read(*this);
         collisions.push_back(std::move(collision));
     }

@@ -1,5 +1,6 @@
 #include "api/data_converter.h"
 
+#include "core/deck/application_state.h"
 #include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
 
@@ -43,7 +44,7 @@ struct CDataConverter::SState : IConversionObserver
     CConversion conversion{*this};
 };
 
-CDataConverter::CDataConverter() : state(std::make_unique<SState>(*this)) {}
+CDataConverter::CDataConverter() : state(std::make_unique<SState>(*this)) { openLibraries(); }
 
 CDataConverter::~CDataConverter() = default;
 

@@ -1,29 +1,132 @@
 #include "core/worker.h"
 
-#include "core/log.h"
 #include "core/stop_flag.h"
+
+#include <QThread>
+
+#include <exception>
+#include <new>
 
 namespace NBrenmark {
 
-/// How often a worker is asked again to stop, ms.
-static constexpr unsigned long stopPollMs = 100;
+namespace {
+
+/// Memory for what doesn't survive an allocation that fails. The first one that fails on this thread is given what is
+/// kept here; where a second one fails as well, which takes a machine that is made to, the process ends as for a failure
+/// that nothing catches.
+class CReserve
+{
+public:
+    CReserve()
+    {
+        reserve = ::operator new(size);
+        isAtWork = true;
+        before = std::set_new_handler(spend);
+    }
+    ~CReserve()
+    {
+        std::set_new_handler(before);
+        isAtWork = false;
+        ::operator delete(reserve);
+    }
+    CReserve(const CReserve&) = delete;
+    CReserve& operator=(const CReserve&) = delete;
+
+private:
+    static void spend()
+    {
+        if (!isAtWork) // another thread's
+            lackMemory();
+        if (!reserve)
+            endForMemory();
+        ::operator delete(reserve);
+        reserve = nullptr;
+    }
+    [[noreturn]] static void lackMemory() { throw std::bad_alloc(); }
+    [[noreturn]] static void endForMemory() noexcept { lackMemory(); }
+
+    static constexpr std::size_t size = 4096;
+    static thread_local void* reserve;
+    static thread_local bool isAtWork;
+
+    std::new_handler before = nullptr;
+};
+
+thread_local void* CReserve::reserve = nullptr;
+thread_local bool CReserve::isAtWork = false;
+
+} // namespace
+
+CWorker::~CWorker()
+{
+    if (thread.joinable())
+        thread.join();
+}
+
+bool CWorker::isRunning() const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    return !isDone;
+}
+
+bool CWorker::wait(std::chrono::milliseconds longest)
+{
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        if (!ended.wait_for(lock, longest, [this] { return isDone; }))
+            return false;
+    }
+    wait();
+    return true;
+}
+
+void CWorker::wait()
+{
+    if (thread.joinable())
+        thread.join();
+}
+
+void CWorker::enterThread()
+{
+    const CReserve reserve;
+    QThread::currentThread();
+}
 
 void CWorker::startOrRun()
 {
+    wait();
     clearStop();
-    start(QThread::InheritPriority);
-    // A thread that couldn't be started counts as neither: waiting for it ends at once, as if all were done.
-    if (!isRunning() && !isFinished())
+    isDone = false;
+    try {
+        thread = std::thread([this] {
+            run();
+            noteEnd();
+        });
+    }
+    catch (const std::exception&) { // no thread, or no memory for its beginning
         run();
+        noteEnd();
+    }
+}
+
+void CWorker::noteEnd()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    isDone = true;
+    ended.notify_all();
 }
 
 void CWorker::stopAndWait()
 {
-    do {
-        requestStop();
-        flushLogModules();
-    } while (!wait(stopPollMs));
+    requestStop();
+    wait();
     clearStop();
+}
+
+CWorker::CWaiting::~CWaiting()
+{
+    if (worker.isRunning())
+        worker.stopAndWait();
 }
 
 } // namespace NBrenmark

@@ -16,8 +16,7 @@ namespace NBrenmark {
 namespace {
 
 constexpr qint64 longestReadMs = 1200000; // 20 minutes
-constexpr unsigned long readPollMs = 1000;
-constexpr unsigned long writePollMs = 2000;
+constexpr std::chrono::milliseconds readPoll(1000);
 
 CSimDataSerialiser* serialiserAtWork = nullptr;
 
@@ -42,23 +41,32 @@ void CSimDataSerialiser::run()
     CTimer timer;
     timer.start();
     try {
+        enterThread();
         move();
         timer.stop();
         logMessage(ePerf, NLogTitle::serialiser.text, std::to_string(timer.elapsedSeconds()) + " s");
     }
     catch (const CReadStopped&) {
-        errorFlag = true;
-        errorText = "The read was stopped.";
+        fail(eCauseNone, "The read was stopped.");
     }
     catch (const std::exception& error) {
-        errorFlag = true;
-        errorText = QString::fromStdString(textOf(error));
-        errorCause = causeOf(error, eCauseNone);
+        fail(causeOf(error, eCauseNone), textOf(error));
     }
     // No other exception is meant to come here, but a worker must not take the host down with it.
     catch (...) {
-        errorFlag = true;
-        errorText = "An unknown error occurred.";
+        fail(eCauseNone, "An unknown error occurred.");
+    }
+}
+
+void CSimDataSerialiser::fail(ECause cause, const char* text) noexcept
+{
+    errorFlag = true;
+    errorCause = cause;
+    try {
+        errorText = QString::fromUtf8(text);
+    }
+    catch (const std::bad_alloc&) { // the text may lack, the failure doesn't
+        errorCause = eCauseMemory;
     }
 }
 
@@ -68,6 +76,7 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
     clock.start();
     bool givenUp = false;
     startOrRun();
+    const CWaiting waiting(*this);
     while (isRunning()) {
         const bool cancelled = [&] {
             if (!progress)
@@ -80,8 +89,9 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
             givenUp = true;
             break;
         }
-        wait(readPollMs); // ends as soon as the thread does
+        wait(readPoll);
     }
+    wait();
     flushLogModules();
     return !givenUp && !errorFlag;
 }
@@ -89,8 +99,7 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
 bool CSimDataWriter::runAndWait()
 {
     startOrRun();
-    while (!wait(writePollMs)) {
-    }
+    wait();
     flushLogModules();
     return !errorFlag;
 }

@@ -28,7 +28,6 @@ enum ESerialiserFormat : quint32
 /// Moves one root. An error inside sets errorFlag and errorText; nothing else leaves the thread.
 class CSimDataSerialiser : public CWorker
 {
-    Q_OBJECT
 public:
     explicit CSimDataSerialiser(SSaveOptions& options);
     ~CSimDataSerialiser() override;
@@ -48,12 +47,14 @@ protected:
     virtual void move() = 0;
 
 private:
+    /// Notes why the move failed, also where there is no memory for the text.
+    void fail(ECause cause, const char* text) noexcept;
+
     const SDataPlace place = placeAtWork(); // of the thread that made this
 };
 
 class CSimDataReader : public CSimDataSerialiser
 {
-    Q_OBJECT
 public:
     using CSimDataSerialiser::CSimDataSerialiser;
 
@@ -68,7 +69,6 @@ protected:
 
 class CSimDataWriter : public CSimDataSerialiser
 {
-    Q_OBJECT
 public:
     using CSimDataSerialiser::CSimDataSerialiser;
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <unistd.h>
@@ -419,6 +420,49 @@ TEST(ConvertFailure, costsNoDeckAtTheTargetIfTheSourceCannotBeOpened)
     EXPECT_EQ(result.exitCode, 3) << result.error;
     EXPECT_TRUE(contains(result.error, "b.ess")) << result.error;
     EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+}
+
+TEST(ConvertFailure, ofAWriteGivesTheAdviceThatFitsItsError)
+{
+    const std::pair<int, const char*> cases[] = {{EACCES, "Check the permissions"}, {ENOSPC, "Free some space"}};
+    for (const auto& [error, advice] : cases) {
+        CSource source;
+        const SToolResult result = CToolRun({"convert", source.path, source.target(), "--json"})
+                                       .environment("LD_PRELOAD", failingCallsModule())
+                                       .environment("FAILING_CALLS_BELOW", argument(source.out.path()))
+                                       .environment("FAILING_CALLS_KINDS", "write")
+                                       .environment("FAILING_CALLS_ERRNO", std::to_string(error))
+                                       .environment("FAILING_CALLS_AT", "5")
+                                       .run();
+        EXPECT_EQ(result.exitCode, 4) << result.error;
+        EXPECT_TRUE(contains(Json::parse(result.output)["error"]["advice"].get<std::string>(), advice))
+            << result.output;
+        EXPECT_FALSE(contains(result.error, "epeat")) << result.error; // which would meet what is left
+    }
+}
+
+TEST(ConvertResumed, saysThatADeckIsCompleteWhichWasKilledAfterItGotItsName)
+{
+    CSource source;
+    ASSERT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 0);
+    const CSnapshot before = source.out.snapshot();
+    const SToolResult result = runTool({"convert", source.path, source.target(), "--resume", "--json"});
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_EQ(Json::parse(result.output)["result"], "complete already");
+    EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+    ASSERT_TRUE(QFile::remove(source.out.path("out_data/2.h5")));
+    EXPECT_EQ(runTool({"convert", source.path, source.target(), "--resume"}).exitCode, 4) << "not whole: in the way";
+}
+
+TEST(Convert, endsAsItsDeckDoesWhereTheResultCannotBePrinted)
+{
+    CSource source;
+    for (const char* const json : {"--force", "--json"}) {
+        const SToolResult result =
+            CToolRun({"convert", "--force", json, source.path, source.target()}).outputTo("/dev/full").run();
+        EXPECT_EQ(result.exitCode, 0) << result.error;
+        EXPECT_TRUE(contains(result.error, "the result can't be reported: standard output: No space")) << result.error;
+    }
 }
 
 TEST(Convert, carriesATypeThatNoGroupCanBeNamedAfter)

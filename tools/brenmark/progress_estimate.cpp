@@ -115,7 +115,7 @@ std::optional<double> CProgressEstimate::secondsLeft(const SProgressMoment& now)
     else {
         const double passedSince = now.seconds - shownAt;
         const double expected = std::max(*shown - passedSince, 0.0);
-        const double settling = std::min(2.0, 0.1 + *raw / 20.0); // seconds
+        const double settling = std::min(2.0, 0.02 + 0.05 * (now.seconds - begin.seconds)); // the first ones are rough
         shown = expected + (*raw - expected) * (1.0 - std::exp(-passedSince / settling));
     }
     shownAt = now.seconds;

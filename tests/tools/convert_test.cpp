@@ -139,9 +139,9 @@ TEST(Convert, looksForWhatWouldStopItBeforeItWrites)
     const std::pair<std::string, const char*> cases[] = {
         {"/dev/null", "is a device"},
         {source.target("sub"), "is a folder"},
-        {source.target("file"), "file_data: is no folder"},
+        {source.target("file"), "file_data: isn't a folder"},
         {source.target("folder"), "folder.ess: is a folder"},
-        {source.target("strange"), "notes: is no file of a deck"},
+        {source.target("strange"), "notes: isn't a file of a deck"},
         {source.target(std::string(244, 'x').c_str()), "too long by 1 byte"}, // with .dem.partial 256 bytes
         {"/proc/none", "/proc/none.dem"},
     };

@@ -290,6 +290,31 @@ TEST(ConvertProgress, isABarOnATerminalAndWipedAtTheEnd)
     EXPECT_TRUE(contains(dumb.error, "timestep 3 of 3 done")) << dumb.error;
 }
 
+TEST(ConvertProgress, takesItsFormAndColourFromOptionsBeforeTheEnvironment)
+{
+    struct SCase
+    {
+        const char *option, *variable;
+        const char* shown; ///< null for nothing at all
+    };
+    const SCase cases[] = {
+        {"--progress=bar", "FORCE_COLOR", "\r[\x1b[32m"},
+        {"--progress=bar", "NO_COLOR", "\r["},
+        {"--progress=plain", "TERM", "timestep 3 of 3 done"},
+        {"--progress=json", "TERM", "{\"progress\":{\"work\":"},
+        {"--progress=none", "TERM", nullptr},
+    };
+    CSource source;
+    for (const auto& [option, variable, shown] : cases) {
+        const SToolResult result =
+            CToolRun({"convert", "--force", option, source.path, source.target()}).environment(variable, "1").run();
+        EXPECT_TRUE(shown == nullptr ? result.error.empty() : contains(result.error, shown)) << option << result.error;
+        EXPECT_EQ(contains(result.error, "\x1b[3"), std::string(variable) == "FORCE_COLOR") << option;
+    }
+    EXPECT_TRUE(contains(CToolRun({"info", "--color=always", source.target()}).environment("NO_COLOR", "1").run().error,
+                         "\x1b[31mbrenmark:"));
+}
+
 TEST(ConvertProgress, isNothingWithQuiet)
 {
     CSource source;

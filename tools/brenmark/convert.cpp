@@ -35,6 +35,16 @@ std::string leftoverAdvice(const CPartialFolder& folder, const SJournal& journal
            ". This command continues there with --resume, and starts over with --force.";
 }
 
+/// What is reported as the failure isn't reported as a message as well.
+Ledger withoutFirstError(Ledger messages)
+{
+    const auto error = std::find_if(messages.begin(), messages.end(),
+                                    [](const SLogRecord& message) { return message.level == eError; });
+    if (error != messages.end())
+        messages.erase(error);
+    return messages;
+}
+
 CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, const SJournal& journal)
 {
     const std::string leftover = leftoverAdvice(folder, journal);
@@ -204,7 +214,7 @@ void CConvertCommand::makeDeck()
     catch (const CFailure& thrown) {
         failure = CFailure(thrown.code, thrown.what(), thrown.advice + ' ' + leftoverAdvice(*folder, journal));
     }
-    printLedger(result.run.messages, messagesShown());
+    printLedger(failure ? withoutFirstError(result.run.messages) : result.run.messages, messagesShown());
     if (!failure)
         return;
     if (journal.finished == 0) // files without a timestep in them are no deck, and in the next run's way

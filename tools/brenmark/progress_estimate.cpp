@@ -84,7 +84,7 @@ std::optional<double> CProgressEstimate::estimate(const SProgressMoment& now)
     if (allBytes > 0.0) {
         constexpr double leastForSquares = 3.0;
         const double spread = number * squares - bytes * bytes; // of the sizes
-        perByte = allSeconds / allBytes;
+        perByte = number > 0.0 ? seconds / bytes : allSeconds / allBytes;
         if (number >= leastForSquares && spread > 1e-3 * number * squares) {
             perByte = (number * products - bytes * seconds) / spread;
             each = (seconds - perByte * bytes) / number;

@@ -1,6 +1,7 @@
 // What a host sees of a conversion: results, texts, signals, and that the source stays what it was.
 
 #include "api/data_converter.h"
+#include "config/file_replacer.h"
 
 #include "core/deck/application_state.h"
 #include "core/log.h"
@@ -303,8 +304,10 @@ TEST_F(DataConverter, tellsOfATargetThatVanishes)
 
 TEST_F(DataConverter, endsWithTheLastFailureOfTheCompanions)
 {
-    // Behind the last timestep the companions' names are taken by folders that hold something, so that
-    // neither file can take its place.
+    // After the last timestep the companions' names are taken by folders that hold something, so that
+    // neither file can take its place. What couldn't get there is kept where it was made.
+    const CTempFolder kept;
+    setFolderOfReplacements(kept.path());
     host.atStep = [this](int step) {
         if (step != 8)
             return;
@@ -314,6 +317,9 @@ TEST_F(DataConverter, endsWithTheLastFailureOfTheCompanions)
     EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("heap.dem")));
     EXPECT_EQ(host.converter.getError(), "Failed to write new data (Reason: Could not write configuration data)");
     EXPECT_EQ(host.signalsHeard(), wholeConversion);
+
+    EXPECT_EQ(kept.names().size(), 2);
+    setFolderOfReplacements(QString());
 
     // A companion that is in the way is never written over, and its failure is the last word.
     host.atStep = [this](int step) {

@@ -78,9 +78,11 @@ TEST_F(UserPreferences, surviveAStoreThatIsNoStore)
 
 TEST_F(UserPreferences, findAFolderForTheMaterialsDatabase)
 {
-    store("[General]\nMaterialsDataBase=" + folder.path("made/here/my.h5").toUtf8().toPercentEncoding("/.-") + "\n");
+    const QTemporaryDir plain; // a path of ASCII alone: the file has its own way to write others
+    store("[General]\nMaterialsDataBase=" + plain.filePath("made/here/my.h5").toUtf8() + "\n");
     CUserPreferences preferences;
     const QString stored = preferences.value("MaterialsDataBase", "").toString();
+    EXPECT_EQ(stored, plain.filePath("made/here/my.h5"));
     EXPECT_EQ(preferences.materialsDatabase(), stored);
     EXPECT_TRUE(QFileInfo(QFileInfo(stored).path()).isDir());
 }

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <unistd.h>
@@ -138,9 +139,9 @@ TEST(Convert, looksForWhatWouldStopItBeforeItWrites)
     const std::pair<std::string, const char*> cases[] = {
         {"/dev/null", "is a device"},
         {source.target("sub"), "is a folder"},
-        {source.target("file"), "file_data: is no folder"},
+        {source.target("file"), "file_data: isn't a folder"},
         {source.target("folder"), "folder.ess: is a folder"},
-        {source.target("strange"), "notes: is no file of a deck"},
+        {source.target("strange"), "notes: isn't a file of a deck"},
         {source.target(std::string(244, 'x').c_str()), "too long by 1 byte"}, // with .dem.partial 256 bytes
         {"/proc/none", "/proc/none.dem"},
     };
@@ -289,6 +290,31 @@ TEST(ConvertProgress, isABarOnATerminalAndWipedAtTheEnd)
     EXPECT_TRUE(contains(dumb.error, "timestep 3 of 3 done")) << dumb.error;
 }
 
+TEST(ConvertProgress, takesItsFormAndColourFromOptionsBeforeTheEnvironment)
+{
+    struct SCase
+    {
+        const char *option, *variable;
+        const char* shown; ///< null for nothing at all
+    };
+    const SCase cases[] = {
+        {"--progress=bar", "FORCE_COLOR", "\r[\x1b[32m"},
+        {"--progress=bar", "NO_COLOR", "\r["},
+        {"--progress=plain", "TERM", "timestep 3 of 3 done"},
+        {"--progress=json", "TERM", "{\"progress\":{\"work\":"},
+        {"--progress=none", "TERM", nullptr},
+    };
+    CSource source;
+    for (const auto& [option, variable, shown] : cases) {
+        const SToolResult result =
+            CToolRun({"convert", "--force", option, source.path, source.target()}).environment(variable, "1").run();
+        EXPECT_TRUE(shown == nullptr ? result.error.empty() : contains(result.error, shown)) << option << result.error;
+        EXPECT_EQ(contains(result.error, "\x1b[3"), std::string(variable) == "FORCE_COLOR") << option;
+    }
+    EXPECT_TRUE(contains(CToolRun({"info", "--color=always", source.target()}).environment("NO_COLOR", "1").run().error,
+                         "\x1b[31mbrenmark:"));
+}
+
 TEST(ConvertProgress, isNothingWithQuiet)
 {
     CSource source;
@@ -419,6 +445,49 @@ TEST(ConvertFailure, costsNoDeckAtTheTargetIfTheSourceCannotBeOpened)
     EXPECT_EQ(result.exitCode, 3) << result.error;
     EXPECT_TRUE(contains(result.error, "b.ess")) << result.error;
     EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+}
+
+TEST(ConvertFailure, ofAWriteGivesTheAdviceThatFitsItsError)
+{
+    const std::pair<int, const char*> cases[] = {{EACCES, "Check the permissions"}, {ENOSPC, "Free some space"}};
+    for (const auto& [error, advice] : cases) {
+        CSource source;
+        const SToolResult result = CToolRun({"convert", source.path, source.target(), "--json"})
+                                       .environment("LD_PRELOAD", failingCallsModule())
+                                       .environment("FAILING_CALLS_BELOW", argument(source.out.path()))
+                                       .environment("FAILING_CALLS_KINDS", "write")
+                                       .environment("FAILING_CALLS_ERRNO", std::to_string(error))
+                                       .environment("FAILING_CALLS_AT", "5")
+                                       .run();
+        EXPECT_EQ(result.exitCode, 4) << result.error;
+        EXPECT_TRUE(contains(Json::parse(result.output)["error"]["advice"].get<std::string>(), advice))
+            << result.output;
+        EXPECT_FALSE(contains(result.error, "epeat")) << result.error; // which would meet what is left
+    }
+}
+
+TEST(ConvertResumed, saysThatADeckIsCompleteWhichWasKilledAfterItGotItsName)
+{
+    CSource source;
+    ASSERT_EQ(runTool({"convert", source.path, source.target()}).exitCode, 0);
+    const CSnapshot before = source.out.snapshot();
+    const SToolResult result = runTool({"convert", source.path, source.target(), "--resume", "--json"});
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_EQ(Json::parse(result.output)["result"], "complete already");
+    EXPECT_EQ(before.changesUntil(source.out.snapshot()), "");
+    ASSERT_TRUE(QFile::remove(source.out.path("out_data/2.h5")));
+    EXPECT_EQ(runTool({"convert", source.path, source.target(), "--resume"}).exitCode, 4) << "not whole: in the way";
+}
+
+TEST(Convert, endsAsItsDeckDoesWhereTheResultCannotBePrinted)
+{
+    CSource source;
+    for (const char* const json : {"--force", "--json"}) {
+        const SToolResult result =
+            CToolRun({"convert", "--force", json, source.path, source.target()}).outputTo("/dev/full").run();
+        EXPECT_EQ(result.exitCode, 0) << result.error;
+        EXPECT_TRUE(contains(result.error, "the result can't be reported: standard output: No space")) << result.error;
+    }
 }
 
 TEST(Convert, carriesATypeThatNoGroupCanBeNamedAfter)

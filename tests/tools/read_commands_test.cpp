@@ -180,9 +180,34 @@ TEST(Info, tellsOfADamagedTimestepAndGoesOnWithTheOthers)
     EXPECT_EQ(result.exitCode, 3);
     const Json info = Json::parse(result.output);
     EXPECT_EQ(info["title"], "Kiste") << "of the last timestep that can be read";
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(info["timesteps"][i].contains("damaged"), i > 0) << i;
+        EXPECT_EQ(info["timesteps"][i]["timeSeconds"].is_null(), i > 0) << i;
+    }
     EXPECT_NE(result.error.find("timestep 1"), std::string::npos) << result.error;
+    EXPECT_NE(runTool({"info", path}).output.find("\n  1  -, can't be read\n"), std::string::npos);
+    EXPECT_EQ(CToolRun({"info", path}).outputToNobody().run().exitCode, 3) << "whoever reads it";
+}
+
+TEST(Info, describesWhatIsKnownOfADeckThatItCannotRead)
+{
+    CTempFolder folder;
+    const CLegacyDeck tooOld =
+        CLegacyDeck(makeVersion(13, 0, 9)).creator(sampleCreator()).timestep(sampleTimestep(0.1));
+    const std::string old = argument(tooOld.write(folder.path(), "old"));
+    const SToolResult result = runTool({"info", old});
+    EXPECT_EQ(result.exitCode, 5) << result.error;
+    for (const char* const part : {"legacy deck, version 13.0.9", "1 timestep\n  0  -, can't be read", "2 files"})
+        EXPECT_NE(result.output.find(part), std::string::npos) << part << "\n" << result.output;
+
+    const std::string source = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "source"));
+    for (const char* const lost : {"0.h5", "2.h5"}) {
+        const std::string out = argument(folder.path("out.dem"));
+        ASSERT_EQ(runTool({"convert", "--force", source, out}).exitCode, 0);
+        ASSERT_TRUE(QFile::remove(folder.path(QString("out_data/") + lost)));
+        EXPECT_EQ(runTool({"info", out}).exitCode, 3) << lost;
+        EXPECT_EQ(runTool({"info", "--quick", out}).exitCode, 3) << lost;
+    }
 }
 
 TEST(Dump, showsWhatTheBuilderPutIn)

@@ -112,7 +112,7 @@ Json objectOf(const SCheckedDeck& deck)
 void addDecks(QStringList& decks, const QString& path)
 {
     if (!QFileInfo(path).isReadable())
-        throw CFailure(eExitSource, utf8(path) + ": the folder can't be looked into", "Check its permissions.");
+        throw CFailure(eExitSource, utf8(path) + ": the folder can't be read", "Check its permissions.");
     const QDir::Filters all = QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot;
     for (const QFileInfo& entry : QDir(path).entryInfoList(all, QDir::Name)) {
         const bool isFolder = entry.isDir();

@@ -1,4 +1,4 @@
-// brenmark config: the configuration that stands beside a deck, whole or from a key on.
+// brenmark config: the configuration beside a deck, whole or from a key on.
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
@@ -25,7 +25,7 @@ using NConfig::SConfigNode;
 
 /// There is no JSON number for an infinite one, nor for none.
 static Json jsonOf(double value) { return std::isfinite(value) ? Json(value) : Json(NConfig::generalText(value)); }
-/// The file has six digits of it; a double would show the noise behind them.
+/// The file has six digits of it; a double would show the noise after them.
 static Json jsonOf(float value)
 {
     double shortened = double(value);
@@ -75,7 +75,7 @@ static void addEntries(Json& list, const SConfigNode& node, const CKeyPath& path
 
 // ---------------------------------------------------------------- entries as text
 
-/// What stands at and below a key, a line each in the form of the file.
+/// What is at and below a key, a line each in the form of the file.
 static QList<QByteArray> entryLines(CConfigManager& manager, const CKeyPath& key)
 {
     QBuffer buffer;

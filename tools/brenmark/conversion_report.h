@@ -30,7 +30,7 @@ void printResultObject(const SConvertOptions& options, const QString& target, co
 /// A line, and below it the comparison if there was one.
 void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result);
 
-/// Prints what a conversion comes to. What became of the deck is what counts: that nobody can read it here is a warning.
+/// Prints what a conversion comes to. What became of the deck is what counts: a result that can't be printed is a warning.
 template <class TBody>
 void reportWhereThatWorks(TBody&& print)
 {

@@ -52,7 +52,7 @@ public:
     {
         firstOwn = conversion->recordsSoFar().size();
         progress.pass(timestep + 1);
-        tell(timestep, "read again");
+        showTimestep(timestep, "read again");
     }
 
     void stepReached(int step) override
@@ -68,7 +68,7 @@ public:
         written = timestep + 1;
         said = conversion->recordsSoFar().size();
         progress.update(written);
-        tell(timestep, "converted");
+        showTimestep(timestep, "converted");
         if (Clock::now() - lastNote < betweenNotes)
             return;
         try {
@@ -112,7 +112,7 @@ public:
     bool targetOpened = false;
 
 private:
-    void tell(quint32 timestep, const char* what)
+    void showTimestep(quint32 timestep, const char* what)
     {
         const double seconds = std::chrono::duration<double>(Clock::now() - lastStep).count();
         lastStep = Clock::now();

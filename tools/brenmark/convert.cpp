@@ -32,7 +32,17 @@ std::string leftoverAdvice(const CPartialFolder& folder, const SJournal& journal
         return "Nothing is left at the target.";
     return utf8(folder.path()) + " holds " + std::to_string(journal.finished) + " of " +
            countText(journal.timesteps, "timestep") +
-           ". With --resume this command goes on there, with --force it begins anew.";
+           ". This command continues there with --resume, and starts over with --force.";
+}
+
+/// What is reported as the failure isn't reported as a message as well.
+Ledger withoutFirstError(Ledger messages)
+{
+    const auto error = std::find_if(messages.begin(), messages.end(),
+                                    [](const SLogRecord& message) { return message.level == eError; });
+    if (error != messages.end())
+        messages.erase(error);
+    return messages;
 }
 
 CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, const SJournal& journal)
@@ -89,7 +99,7 @@ void requireSameRun(const SJournal& earlier, const SJournal& now, const CPartial
 {
     const auto refuse = [&](EExitCode code, const std::string& why) {
         throw CFailure(code, utf8(folder.path()) + ": can't be resumed: " + why,
-                       "Begin anew with --force, which discards it.");
+                       "Start over with --force, which discards it.");
     };
     if (earlier.source != now.source)
         refuse(eExitUnsupported, "it was made from " + utf8(earlier.source));
@@ -110,7 +120,7 @@ void requireSameRun(const SJournal& earlier, const SJournal& now, const CPartial
     throw CFailure(eExitTarget,
                    utf8(folder.path()) + ": holds an unfinished conversion, " + std::to_string(earlier.finished) +
                        " of " + countText(earlier.timesteps, "timestep"),
-                   "Repeat this command with --resume to go on there, or with --force to begin anew.");
+                   "Repeat this command with --resume to continue there, or with --force to start over.");
 }
 
 // ---------------------------------------------------------------- one conversion
@@ -148,8 +158,8 @@ bool CConvertCommand::goOnWith(SJournal earlier)
     if (earlier.state >= eReplacing) { // that is finished, whoever asks
         folder->place(earlier);
         printError("brenmark: " + utf8(target) +
-                   ": an earlier conversion had been stopped while its deck took its "
-                   "place, which is finished now\n");
+                   ": an earlier conversion was stopped while its deck took its place; that is "
+                   "finished now\n");
         result.timesteps = earlier.timesteps;
         result.run.messages = earlier.ledger;
         printLedger(earlier.ledger, messagesShown());
@@ -204,7 +214,7 @@ void CConvertCommand::makeDeck()
     catch (const CFailure& thrown) {
         failure = CFailure(thrown.code, thrown.what(), thrown.advice + ' ' + leftoverAdvice(*folder, journal));
     }
-    printLedger(result.run.messages, messagesShown());
+    printLedger(failure ? withoutFirstError(result.run.messages) : result.run.messages, messagesShown());
     if (!failure)
         return;
     if (journal.finished == 0) // files without a timestep in them are no deck, and in the next run's way
@@ -215,7 +225,7 @@ void CConvertCommand::makeDeck()
 /// Whether what was made may take its place. \throws CFailure
 void CConvertCommand::requireWhole()
 {
-    const std::string advice = utf8(folder->path()) + " holds the whole deck all the same. ";
+    const std::string advice = utf8(folder->path()) + " holds the whole deck anyway. ";
     if (interrupted())
         throw CFailure(eExitInterrupted,
                        "interrupted after timestep " + std::to_string(journal.timesteps) + " of " +

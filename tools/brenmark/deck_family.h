@@ -11,7 +11,7 @@ namespace NBrenmark {
 /// Sum of the sizes, bytes.
 qint64 bytesOf(const QStringList& files);
 
-/// The path of the new deck that OUT means: a folder stands for the source's name inside it, and a
+/// The path of the new deck that OUT means: a folder means the source's name inside it, and a
 /// name without .dem gets it. The folder need not exist.
 QString targetPath(const QString& source, const QString& out);
 

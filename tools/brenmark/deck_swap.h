@@ -1,5 +1,5 @@
 #pragma once
-// How a finished deck takes the place of an older one, so that at every moment the final name is absent or stands for
+// How a finished deck takes the place of an older one, so that at every moment the final name is absent or that of
 // a whole deck, old or new, whenever the process is killed or the power goes.
 //
 // The older deck goes aside, its main file first: without that its other files are no deck. Then the new deck's files

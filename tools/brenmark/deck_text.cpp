@@ -14,7 +14,7 @@ namespace NBrenmark {
 
 namespace {
 
-/// The companion file as an array of bytes: its content is nobody's business, but it goes along.
+/// The companion file as an array of bytes: its content isn't interpreted, but it goes along.
 void companionText(CTextOutput& out, const QString& path)
 {
     QFile file(path);

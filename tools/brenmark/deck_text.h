@@ -9,7 +9,7 @@
 
 namespace NBrenmark {
 
-/// What stands beside the timesteps: format and count, settings, configuration, companion.
+/// What is beside the timesteps: format and count, settings, configuration, companion.
 void deckText(CDeckReader& reader, ITextSink& sink, bool fullArrays);
 /// The model in force at the timestep loaded last. \param root  what its paths begin with
 void modelText(CDeckReader& reader, ITextSink& sink, const std::string& root, bool fullArrays);

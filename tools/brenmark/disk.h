@@ -1,5 +1,5 @@
 #pragma once
-// The few file operations by which a new deck takes its place, each with a failure that says what failed. A test stands in for the
+// The few file operations by which a new deck takes its place, each with a failure that says what failed. A test takes the place of the
 // disk, drops what wasn't synced, and looks at what a loss of power would have left.
 
 #include <QString>

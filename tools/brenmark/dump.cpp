@@ -39,7 +39,7 @@ EExitCode runDump(const SDumpOptions& options)
         }
     }
     flushResult();
-    printLedger(reader.messages());
+    printLedger(reader.messages(), eWithoutUpgrades);
     return eExitDone;
 }
 

@@ -55,7 +55,7 @@ public:
     void write() const
     {
         if (::write(STDERR_FILENO, buffer.data(), size) < 0) {
-            // Where it can't be said the stop counts all the same.
+            // Where it can't be said the stop counts anyway.
         }
     }
 
@@ -88,7 +88,7 @@ void stopNow()
             .number(finished)
             .text(" of ")
             .number(count)
-            .text(" timesteps; --resume goes on there");
+            .text(" timesteps; --resume continues there");
     line.text("\n").write();
     _exit(eExitInterrupted);
 }

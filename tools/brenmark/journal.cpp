@@ -147,8 +147,8 @@ SJournal readJournal(const std::string& folder)
         catch (const std::exception& error) {
             cause = error.what();
         }
-    throw CFailure(eExitTarget, folder + '/' + journalName + ": is no journal that can be read: " + cause,
-                   "Remove the folder " + folder + " to begin anew; the source is untouched.");
+    throw CFailure(eExitTarget, folder + '/' + journalName + ": isn't a journal that can be read: " + cause,
+                   "Remove the folder " + folder + " to start over; the source is untouched.");
 }
 
 } // namespace NBrenmark

@@ -278,8 +278,8 @@ private:
     }
 };
 
-/// What stood under types and walls stands under their materials: no value is new, and one that goes goes with names
-/// behind which there is no pair of materials.
+/// What was stored by types and walls is stored by their materials: no value is new, and the ones that go are those whose
+/// names lead to no pair of materials.
 bool rekeyed(const CUpgradedModel& model, const Segments& path, const SModelChange& change)
 {
     const SEntry entry(model, path);
@@ -318,7 +318,7 @@ struct SMeant
 
 constexpr const char* newMaterials = "materials made from others";
 constexpr const char* newTypes = "particle types made from others";
-constexpr const char* materialUse = "materials for grains or for walls, not for both";
+constexpr const char* materialUse = "materials split by use, particles or geometry";
 constexpr const char* pairTables = "parameters by pairs of materials, not of types and walls";
 constexpr const char* sizeLaws = "size laws of particle types, from their factories";
 

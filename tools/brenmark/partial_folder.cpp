@@ -268,7 +268,7 @@ std::optional<SPartialDeck> partialDeckAt(const QString& path)
         deck.finished = journal.finished;
         deck.timesteps = journal.timesteps;
     }
-    catch (const CFailure&) { // another version's: partial all the same
+    catch (const CFailure&) { // another version's: partial anyway
     }
     return deck;
 }

@@ -31,15 +31,20 @@ void CProgressEstimate::finish(std::size_t count, const SProgressMoment& now)
     const double size = (bytesBefore[last] - bytesBefore[done]) / static_cast<double>(last - done);
     const double time = (now.seconds - current.seconds) / static_cast<double>(last - done);
     for (; done < last; ++done) {
+        const bool isFirst = allBytes == 0.0;
+        allBytes += size;
+        allSeconds += time;
+        if (isFirst)
+            continue;
         number += 1.0;
         bytes += size;
         squares += size * size;
         seconds += time;
         products += size * time;
     }
-    traffic += now.traffic - current.traffic;
-    if (traffic > 0.0)
-        trafficPerByte = traffic / bytes;
+    allTraffic += now.traffic - current.traffic;
+    if (allTraffic > 0.0)
+        trafficPerByte = allTraffic / allBytes;
     beginNext(count, now);
 }
 
@@ -76,10 +81,11 @@ std::optional<double> CProgressEstimate::estimate(const SProgressMoment& now)
     if (done == sizes.size())
         return 0.0;
     double each = 0.0, perByte = 0.0; // seconds
-    if (number > 0.0) {
+    if (allBytes > 0.0) {
+        constexpr double leastForSquares = 3.0;
         const double spread = number * squares - bytes * bytes; // of the sizes
-        perByte = seconds / bytes;
-        if (spread > 1e-3 * number * squares) {
+        perByte = number > 0.0 ? seconds / bytes : allSeconds / allBytes;
+        if (number >= leastForSquares && spread > 1e-3 * number * squares) {
             perByte = (number * products - bytes * seconds) / spread;
             each = (seconds - perByte * bytes) / number;
             if (each < 0.0) { // a timestep of no bytes takes no time
@@ -115,7 +121,7 @@ std::optional<double> CProgressEstimate::secondsLeft(const SProgressMoment& now)
     else {
         const double passedSince = now.seconds - shownAt;
         const double expected = std::max(*shown - passedSince, 0.0);
-        const double settling = std::min(2.0, 0.1 + *raw / 20.0); // seconds
+        const double settling = std::min(2.0, 0.02 + 0.05 * (now.seconds - begin.seconds)); // the first ones are rough
         shown = expected + (*raw - expected) * (1.0 - std::exp(-passedSince / settling));
     }
     shownAt = now.seconds;

@@ -4,7 +4,7 @@
 //
 // A timestep takes a fixed time and a time for each of its bytes. Both come from the finished timesteps by least squares,
 // for timesteps grow: with the mean rate alone, what the many small ones cost at the beginning would be charged to every
-// byte of the large ones that follow.
+// byte of the large ones that follow. The first timestep is left out of that, for it has to set everything up.
 
 #include <cstddef>
 #include <optional>
@@ -55,8 +55,10 @@ private:
     std::size_t passed = 0;
     double farthest = 0.0;
 
-    // Sums over what was finished, for the least squares.
-    double number = 0.0, bytes = 0.0, squares = 0.0, seconds = 0.0, products = 0.0, traffic = 0.0;
+    // Sums over all that was finished.
+    double allBytes = 0.0, allSeconds = 0.0, allTraffic = 0.0;
+    // For the least squares.
+    double number = 0.0, bytes = 0.0, squares = 0.0, seconds = 0.0, products = 0.0;
 
     std::optional<double> shown;
     double shownAt = 0.0;

@@ -138,12 +138,12 @@ void requireFreeTarget(const QString& source, const QString& target, bool force)
                            " with --force.");
     }
     if (folder.exists() && !folder.isDir())
-        throw CFailure(eExitTarget, utf8(folder.filePath()) + ": is no folder, as a deck's would be",
+        throw CFailure(eExitTarget, utf8(folder.filePath()) + ": isn't a folder, as a deck's would be",
                        "It isn't replaced: move it elsewhere, or choose another name for the new deck.");
     const std::string stranger =
         folder.isSymLink() ? std::string() : strangerIn(realDisk(), nativePath(folder.filePath()));
     if (!stranger.empty())
-        throw CFailure(eExitTarget, utf8(folder.filePath()) + '/' + stranger + ": is no file of a deck",
+        throw CFailure(eExitTarget, utf8(folder.filePath()) + '/' + stranger + ": isn't a file of a deck",
                        "It isn't replaced, with or without --force: move it elsewhere, or choose another name for the "
                        "new deck.");
 }

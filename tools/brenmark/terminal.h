@@ -27,7 +27,7 @@ void chooseColour(EColour wanted);
 bool errorIsTerminal();
 /// Whether to colour standard error: as --color says, else not with NO_COLOR, else with FORCE_COLOR or on a terminal.
 bool errorHasColour();
-/// Columns of the terminal behind standard error; 80 where it doesn't say.
+/// Columns of the terminal that standard error is; 80 where it doesn't say.
 int errorColumns();
 
 /// A word in a colour of the terminal, where there is colour; "31" is red.

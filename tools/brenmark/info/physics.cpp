@@ -12,15 +12,15 @@ namespace NBrenmark {
 
 namespace {
 
-/// Collects what a model says of its parameters when it is told to write them: single numbers with their unit, of
+/// Collects what a model says of its parameters when it is to write them: single numbers with their unit, of
 /// tables how many entries they have.
-class CParameterTeller final : public IFileVisitorWriter
+class CParameterCollector final : public IFileVisitorWriter
 {
 public:
     Json parameters = Json::array();
 
 #define STORED(operation, type, ...)                                                                                   \
-    void write##operation(const type& data) override { tell(data); }
+    void write##operation(const type& data) override { describe(data); }
 #define STAMPED(operation, type, ...)                                                                                  \
     void write##operation(type&) override {}
 #define LEGACY(operation, type, column)
@@ -45,49 +45,49 @@ private:
 
     /// What is no parameter record.
     template <class T>
-    void tell(const T&)
+    void describe(const T&)
     {}
-    void tell(const CHertzMindlinNoSlipContactModelParamData& data) { rollingFriction(data); }
-    void tell(const CLinearSpringContactModelParamData& data)
+    void describe(const CHertzMindlinNoSlipContactModelParamData& data) { rollingFriction(data); }
+    void describe(const CLinearSpringContactModelParamData& data)
     {
         number("characteristic velocity", data.characteristicVelocity, "m/s");
         rollingFriction(data);
     }
-    void tell(const CHeatConductionModelParamData& data)
+    void describe(const CHeatConductionModelParamData& data)
     {
         table("thermal conductivity", "particle type", data.conductivities.entries.size());
     }
-    void tell(const CArchardContactModelParamData& data)
+    void describe(const CArchardContactModelParamData& data)
     {
         table("wear constant", "geometry group", data.wearConstants.entries.size());
         rollingFriction(data);
     }
-    void tell(const CCohesionContactModelParamData& data)
+    void describe(const CCohesionContactModelParamData& data)
     {
         table("energy density", "pair", data.energyDensity.entries.size());
     }
-    void tell(const CJkrContactModelParamData& data)
+    void describe(const CJkrContactModelParamData& data)
     {
         table("surface energy", "pair", data.surfaceEnergy.entries.size());
         rollingFriction(data);
     }
-    void tell(const CHystereticContactModelParamData& data)
+    void describe(const CHystereticContactModelParamData& data)
     {
         table("damping and stiffness", "pair", data.interactions.entries.size());
         table("yield strength", "name", data.yields.entries.size());
         rollingFriction(data);
     }
-    void tell(const CEdinburghCohesionContactModelParamData& data)
+    void describe(const CEdinburghCohesionContactModelParamData& data)
     {
         table("adhesion", "pair", data.pairs.entries.size());
         rollingFriction(data);
     }
-    void tell(const CLeedsAdhesionContactModelParamData& data)
+    void describe(const CLeedsAdhesionContactModelParamData& data)
     {
         table("adhesion", "pair", data.pairs.entries.size());
         rollingFriction(data);
     }
-    void tell(const CParallelBondContactModelParamData& data)
+    void describe(const CParallelBondContactModelParamData& data)
     {
         const char* const states[] = {"not begun", "under way", "done"};
         table("bond", "pair", data.bondParameters.entries.size());
@@ -97,8 +97,8 @@ private:
         word("torque feedback", data.torqueFeedback ? "on" : "off");
         rollingFriction(data);
     }
-    void tell(const CTribochargingContactModelParamData& data) { number("alpha", data.alpha); }
-    void tell(const CMovingPlaneContactModelParamData& data)
+    void describe(const CTribochargingContactModelParamData& data) { number("alpha", data.alpha); }
+    void describe(const CMovingPlaneContactModelParamData& data)
     {
         std::size_t motions = 0;
         for (const auto& [index, plane] : data.planes)
@@ -106,11 +106,11 @@ private:
         table("start and end point", "plane", data.planes.size());
         table("velocity", "motion", motions);
     }
-    void tell(const CElectrostaticsExtForceParamData& data)
+    void describe(const CElectrostaticsExtForceParamData& data)
     {
         number("screening distance", data.screeningDistance, "smallest particle radii");
     }
-    void tell(const CHeatConductionExtForceParamData& data)
+    void describe(const CHeatConductionExtForceParamData& data)
     {
         table("heat capacity", "particle type", data.heatCapacities.entries.size());
     }
@@ -119,12 +119,12 @@ private:
 template <class TPhantom, class TModel>
 Json modelObject(const TModel& model)
 {
-    CParameterTeller teller;
-    model.write(teller);
+    CParameterCollector collector;
+    model.write(collector);
     return {{"name", utf8(model.modelName())},
             {"source", model.source},
             {"known", dynamic_cast<const TPhantom*>(&model) == nullptr},
-            {"parameters", teller.parameters}};
+            {"parameters", collector.parameters}};
 }
 
 std::string parameterText(const Json& parameter)

@@ -12,13 +12,21 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace NBrenmark {
 
 namespace {
 
-constexpr int thoroughLevel = 6;
-constexpr int quickLevel = 1;
+constexpr int bestLevel = 6;
+[[maybe_unused]] constexpr int thoroughLevel = 5;
+[[maybe_unused]] constexpr int quickLevel = 1;
+
+#if defined(BRENMARK_WITHOUT_ISAL) && defined(BRENMARK_WITHOUT_LIBDEFLATE)
+constexpr bool hasQuickEncoder = false;
+#else
+constexpr bool hasQuickEncoder = true;
+#endif
 
 // Each encoder gives the size of the stream, or 0 if it has no room for it.
 
@@ -41,7 +49,7 @@ std::size_t byLibdeflate(int level, const char* data, std::size_t size, char* ta
         void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
     };
     // A thread deflates many blocks, and a compressor takes some time to make.
-    static thread_local std::unique_ptr<libdeflate_compressor, SFree> compressors[thoroughLevel + 1];
+    static thread_local std::unique_ptr<libdeflate_compressor, SFree> compressors[bestLevel + 1];
     auto& compressor = compressors[level];
     if (!compressor)
         compressor.reset(libdeflate_alloc_compressor(level));
@@ -51,12 +59,12 @@ std::size_t byLibdeflate(int level, const char* data, std::size_t size, char* ta
 }
 #endif
 
-std::size_t thorough(const char* data, std::size_t size, char* target, std::size_t room)
+std::size_t thorough(int level, const char* data, std::size_t size, char* target, std::size_t room)
 {
 #ifndef BRENMARK_WITHOUT_LIBDEFLATE
-    return byLibdeflate(thoroughLevel, data, size, target, room);
+    return byLibdeflate(level, data, size, target, room);
 #else
-    return byZlib(thoroughLevel, data, size, target, room);
+    return byZlib(level, data, size, target, room);
 #endif
 }
 
@@ -82,12 +90,31 @@ std::size_t quick(const char* data, std::size_t size, char* target, std::size_t 
 #elif !defined(BRENMARK_WITHOUT_LIBDEFLATE)
     return byLibdeflate(quickLevel, data, size, target, room);
 #else
-    return byZlib(quickLevel, data, size, target, room);
+    // With numbers that hardly shrink, zlib's first level takes as long as its sixth: nothing is gained.
+    return byZlib(bestLevel, data, size, target, room);
 #endif
 }
 
-/// Whether a thorough encoder gains what it costs.
-bool isPromising(std::size_t quickSize, std::size_t size) { return quickSize < size - size / 10; }
+/// Stored blocks of zlib are 16 kB long at least, with 5 bytes before each; header and trailer take 6.
+constexpr std::size_t roomFor(std::size_t size) { return size + size / 1024 + 64; }
+
+/// The level that a thorough encoder is worth, for a block that the quick one made into so many bytes; 0 for none.
+int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
+{
+    constexpr std::size_t sampleSize = 0x10000;
+    if (quickSize == 0)
+        return bestLevel;
+    if (!hasQuickEncoder || quickSize >= size - size / 10) // rough numbers: nothing makes them shorter
+        return 0;
+    if (size < 2 * sampleSize || quickSize < size / 50) // takes no time
+        return bestLevel;
+    // A part of the block shows what all of it would gain: with a twentieth, the time is well spent.
+    const char* const sample = data + (size - sampleSize) / 2;
+    char target[roomFor(sampleSize)];
+    const std::size_t quickPart = quick(sample, sampleSize, target, sizeof target);
+    const std::size_t thoroughPart = thorough(thoroughLevel, sample, sampleSize, target, sizeof target);
+    return thoroughPart < quickPart - quickPart / 20 ? thoroughLevel : 0;
+}
 
 SBytes withRoom(std::size_t room) { return {std::unique_ptr<char[]>(new char[room]), 0}; }
 
@@ -95,14 +122,14 @@ SBytes withRoom(std::size_t room) { return {std::unique_ptr<char[]>(new char[roo
 
 SBytes deflated(const char* data, std::size_t size)
 {
-    // Stored blocks of zlib are 16 kB long at least, with 5 bytes before each; header and trailer take 6.
-    const std::size_t room = size + size / 1024 + 64;
-    SBytes made = withRoom(room);
-    made.size = quick(data, size, made.data.get(), room);
-    if (made.size > 0 && !isPromising(made.size, size))
+    SBytes made = withRoom(roomFor(size));
+    made.size = quick(data, size, made.data.get(), roomFor(size));
+    const int level = levelWorth(data, size, made.size);
+    if (level == 0)
         return made;
-    SBytes better = withRoom(made.size > 0 ? made.size : room);
-    better.size = thorough(data, size, better.data.get(), made.size > 0 ? made.size : room);
+    const std::size_t room = made.size > 0 ? made.size : roomFor(size);
+    SBytes better = withRoom(room);
+    better.size = thorough(level, data, size, better.data.get(), room);
     if (better.size == 0 && made.size == 0)
         throw std::runtime_error("a block of " + std::to_string(size) + " bytes can't be deflated");
     return better.size > 0 ? std::move(better) : std::move(made);

@@ -15,7 +15,7 @@ struct SBytes
 
 /// Makes a zlib stream out of a block of at most 4 GB. The same bytes always give the same stream. Numbers that are as
 /// rough as a solver leaves them hardly shrink, whatever is done: a quick encoder is tried first, and a thorough one
-/// where that shows promise. A block that only grows is stored, and a few bytes longer then.
+/// where a part of the block shows that it gains by it. A block that only grows is stored, and a few bytes longer then.
 /// \throws std::bad_alloc
 SBytes deflated(const char* data, std::size_t size);
 

@@ -40,6 +40,7 @@ struct CPooledTask::SState
 };
 
 static std::atomic<CThreadPool*> poolAtWork{nullptr};
+static std::atomic<int> poolsAlive{0}; // with those of one thread
 
 CPooledTask::CPooledTask(std::function<void()> work) : state(std::make_shared<SState>())
 {
@@ -86,6 +87,7 @@ CPooledTask::~CPooledTask()
 
 CThreadPool::CThreadPool(unsigned count)
 {
+    ++poolsAlive;
     CThreadPool* none = nullptr;
     isCurrent = count > 1 && poolAtWork.compare_exchange_strong(none, this);
     if (!isCurrent)
@@ -106,6 +108,7 @@ CThreadPool::CThreadPool(unsigned count)
 
 CThreadPool::~CThreadPool()
 {
+    --poolsAlive;
     if (!isCurrent)
         return;
     poolAtWork = nullptr;
@@ -119,6 +122,8 @@ CThreadPool::~CThreadPool()
 }
 
 CThreadPool* CThreadPool::current() { return poolAtWork; }
+
+bool CThreadPool::isSet() { return poolsAlive > 0; }
 
 void CThreadPool::add(std::shared_ptr<CPooledTask::SState> task)
 {

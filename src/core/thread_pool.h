@@ -53,8 +53,10 @@ public:
     CThreadPool(const CThreadPool&) = delete;
     CThreadPool& operator=(const CThreadPool&) = delete;
 
-    /// The one at work, or null.
+    /// The one at work, or null: where one thread does all there is none.
     static CThreadPool* current();
+    /// Whether anybody has set a number of threads for this work, be it one: no others must compute beside them.
+    static bool isSet();
 
 private:
     friend class CPooledTask;

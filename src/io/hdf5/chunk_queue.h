@@ -42,7 +42,7 @@ private:
         hsize_t row = 0; ///< the first one
         bool isLast = false;
         SBytes values;
-        SBytes stream; ///< when the task is done
+        SBytes stream;                   ///< when the task is done
         std::optional<CPooledTask> task; // the last member: it uses the others, and goes first
     };
     void writeOldest();

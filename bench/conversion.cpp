@@ -1,12 +1,12 @@
-// How fast a deck moves from the legacy family to the HDF5 family, beside the rate at which the plain HDF5
-// filter pipeline stores the same arrays in the same run, and how much memory that takes at the most.
+// How fast a deck moves from the legacy family to the HDF5 family, beside the ordinary way in the same run: arrays of
+// the same values, inflated by zlib and written through the filter of HDF5 by one thread, a file a timestep. Both write
+// to the same disk; the ordinary way has its input in memory, and no model to read.
 //
-//   conversion [--particles N] [--contacts N] [--timesteps N] [--rounds 3] [--folder FOLDER]
+//   conversion [--particles N] [--contacts N] [--timesteps N] [--rounds 5] [--from-floats] [--folder FOLDER]
 //
-// Without a size there are two decks: 1,000,000 particles at five times, and 250,000 with 1,000,000 contacts at three.
-//
-// Every step runs in a process of its own, in turn, so that neither warms the other's heap and the peak of
-// resident memory is the step's own.
+// Without a size: 100,000 particles and 400,000 contacts at five times, 480 MB. Every step runs in a process of its own,
+// in turn, so that neither warms the other's heap and the peak of resident memory is the step's own. A round in which
+// the ordinary way waited for a core for more than a twentieth of its time is repeated, up to ten times.
 
 #include "bench/measuring.h"
 
@@ -14,18 +14,21 @@
 #include "core/deck/application_state.h"
 #include "core/deck/file_families.h"
 #include "core/deck/file_format_manager.h"
+#include "core/deflate.h"
+#include "core/thread_pool.h"
 
 #include <QDir>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <H5Cpp.h>
+#include <zlib.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <sched.h>
 #include <vector>
 
 using namespace NBrenmark;
@@ -50,13 +53,17 @@ struct SSize
     }
 };
 
+bool fromFloats = false; // all values were numbers of single precision once
+
+double rounded(double value) { return fromFloats ? double(float(value)) : value; }
+
 /// Each grain touches the next ones: overlaps and forces as rough as a solver leaves them, and as many contacts
 /// without slip as there are grains at rest.
 void fillContacts(CContactsBase& contacts, const SSize& size, std::mt19937_64& random)
 {
     std::uniform_real_distribution<double> unit(-1.0, 1.0);
     const auto vector = [&](double scale) {
-        return C3DVector(scale * unit(random), scale * unit(random), scale * unit(random));
+        return C3DVector(rounded(scale * unit(random)), rounded(scale * unit(random)), rounded(scale * unit(random)));
     };
     if (size.contacts == 0 || size.particles == 0)
         return;
@@ -69,7 +76,7 @@ void fillContacts(CContactsBase& contacts, const SSize& size, std::mt19937_64& r
         contacts.position[row] = C3DPoint(vector(1.0));
         contacts.contactVector1[row] = vector(1e-3);
         contacts.contactVector2[row] = vector(1e-3);
-        contacts.normalOverlap[row] = 1e-6 * (1.0 + unit(random));
+        contacts.normalOverlap[row] = rounded(1e-6 * (1.0 + unit(random)));
         contacts.tangentialOverlap[row] = vector(row % 3 == 0 ? 0.0 : 1e-6);
         contacts.normalForce[row] = vector(1e-3);
         contacts.tangentialForce[row] = vector(row % 3 == 0 ? 0.0 : 1e-3);
@@ -92,9 +99,10 @@ void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
     timestep.particleTypes.maxId = size.particles;
 
     std::mt19937_64 random(number);
-    std::uniform_real_distribution<double> unit(-1.0, 1.0);
+    std::uniform_real_distribution<double> uniform(-1.0, 1.0);
+    const auto unit = [&](std::mt19937_64& from) { return rounded(uniform(from)); };
     for (quint32 i = 0; i < size.particles; ++i) {
-        const double speed = i % 3 == 0 ? 0.0 : 0.1;
+        const double speed = i % 3 == 0 ? 0.0 : 0.125;
         grains.ids[i] = static_cast<qint32>(i + 1);
         grains.scale[i] = 1.0;
         grains.position[i] = {unit(random), unit(random), unit(random)};
@@ -102,7 +110,7 @@ void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
         grains.orientation[i] = CQuaternion();
         grains.angularVelocity[i] = {speed * unit(random), speed * unit(random), speed * unit(random)};
         for (size_t component = 0; component < 3; ++component)
-            grains.forceTorque[i][component] = 1e-3 * unit(random);
+            grains.forceTorque[i][component] = rounded(1e-3 * unit(random));
         grains.unscaledForceTorque[i] = grains.forceTorque[i];
     }
     fillContacts(timestep.contacts.surfaceSurface, size, random);
@@ -144,97 +152,230 @@ bool convert(const QString& source, const QString& target)
     return false;
 }
 
-/// Stores one array as the plain pipeline does: deflate 6, chunks of 250,000 values.
-void storeArray(hid_t file, const char* name, hid_t type, const void* values, hsize_t rows, hsize_t columns)
+/// An array as a legacy deck holds it.
+struct SStored
 {
-    const hsize_t dims[2] = {rows, columns};
-    const hsize_t chunk[2] = {std::max<hsize_t>(1, std::min<hsize_t>(rows, 250000) / columns), columns};
-    const int rank = columns == 1 ? 1 : 2;
+    const char* name;
+    hid_t type;
+    hsize_t rows;
+    hsize_t columns;
+    SBytes stream;
+    std::size_t bytes;
+};
+
+SStored stored(const char* name, hid_t type, const void* values, hsize_t rows, hsize_t columns)
+{
+    const std::size_t bytes = rows * columns * H5Tget_size(type);
+    return {name, type, rows, columns, deflated(static_cast<const char*>(values), bytes), bytes};
+}
+
+std::vector<SStored> storedArrays(const CTimestepData& timestep)
+{
+    const CParticleType& grains = *timestep.particleTypes.types[0];
+    const CContactsBase& contacts = timestep.contacts.surfaceSurface;
+    const hsize_t n = grains.ids.size(), m = contacts.rowCount();
+    const std::vector<double> times(n, 0.0);
+    std::vector<SStored> arrays;
+    const auto add = [&](const char* name, hid_t type, const void* values, hsize_t rows, hsize_t columns) {
+        if (rows > 0)
+            arrays.push_back(stored(name, type, values, rows, columns));
+    };
+    add("ids", H5T_NATIVE_INT, grains.ids.data(), n, 1);
+    add("velocity", H5T_NATIVE_DOUBLE, grains.velocity.data(), n, 3);
+    add("position", H5T_NATIVE_DOUBLE, grains.position.data(), n, 3);
+    add("orientation", H5T_NATIVE_DOUBLE, grains.orientation.data(), n, 4);
+    add("angular velocity", H5T_NATIVE_DOUBLE, grains.angularVelocity.data(), n, 3);
+    add("scale", H5T_NATIVE_DOUBLE, grains.scale.data(), n, 1);
+    add("force torque", H5T_NATIVE_DOUBLE, grains.forceTorque.data(), n, 7);
+    add("us_force torque", H5T_NATIVE_DOUBLE, grains.unscaledForceTorque.data(), n, 7);
+    add("external force torque", H5T_NATIVE_DOUBLE, grains.externalForceTorque.data(), n, 7);
+    add("creation time", H5T_NATIVE_DOUBLE, times.data(), n, 1);
+    add("contacts", H5T_NATIVE_UINT, contacts.rows.data(), m, 4);
+    add("contact position", H5T_NATIVE_DOUBLE, contacts.position.data(), m, 3);
+    add("contact vector 1", H5T_NATIVE_DOUBLE, contacts.contactVector1.data(), m, 3);
+    add("contact vector 2", H5T_NATIVE_DOUBLE, contacts.contactVector2.data(), m, 3);
+    add("normal overlap", H5T_NATIVE_DOUBLE, contacts.normalOverlap.data(), m, 1);
+    add("tangential overlap", H5T_NATIVE_DOUBLE, contacts.tangentialOverlap.data(), m, 3);
+    add("normal force", H5T_NATIVE_DOUBLE, contacts.normalForce.data(), m, 3);
+    add("tangential force", H5T_NATIVE_DOUBLE, contacts.tangentialForce.data(), m, 3);
+    return arrays;
+}
+
+/// Deflate 6, chunks of 250,000 values.
+void writeArray(hid_t file, const SStored& array, const void* values)
+{
+    const hsize_t dims[2] = {array.rows, array.columns};
+    const hsize_t chunk[2] = {std::max<hsize_t>(1, std::min<hsize_t>(array.rows, 250000) / array.columns),
+                              array.columns};
+    const int rank = array.columns == 1 ? 1 : 2;
     const hid_t space = H5Screate_simple(rank, dims, nullptr);
     const hid_t list = H5Pcreate(H5P_DATASET_CREATE);
     H5Pset_deflate(list, 6);
     H5Pset_chunk(list, rank, chunk);
-    const hid_t set = H5Dcreate2(file, name, type, space, H5P_DEFAULT, list, H5P_DEFAULT);
-    if (H5Dwrite(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values) < 0)
+    const hid_t set = H5Dcreate2(file, array.name, array.type, space, H5P_DEFAULT, list, H5P_DEFAULT);
+    if (H5Dwrite(set, array.type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values) < 0)
         std::abort();
     H5Dclose(set);
     H5Pclose(list);
     H5Sclose(space);
 }
 
-void storeContacts(hid_t file, const CContactsBase& contacts)
+/// The ordinary way. \return the seconds that it took, without those to make its input
+SCounted ordinaryWay(const QString& folder, const SSize& size)
 {
-    const hsize_t n = contacts.rowCount();
-    storeArray(file, "contacts", H5T_NATIVE_UINT, contacts.rows.data(), n, 4);
-    storeArray(file, "contact position", H5T_NATIVE_DOUBLE, contacts.position.data(), n, 3);
-    storeArray(file, "contact vector 1", H5T_NATIVE_DOUBLE, contacts.contactVector1.data(), n, 3);
-    storeArray(file, "contact vector 2", H5T_NATIVE_DOUBLE, contacts.contactVector2.data(), n, 3);
-    storeArray(file, "normal overlap", H5T_NATIVE_DOUBLE, contacts.normalOverlap.data(), n, 1);
-    storeArray(file, "tangential overlap", H5T_NATIVE_DOUBLE, contacts.tangentialOverlap.data(), n, 3);
-    storeArray(file, "normal force", H5T_NATIVE_DOUBLE, contacts.normalForce.data(), n, 3);
-    storeArray(file, "tangential force", H5T_NATIVE_DOUBLE, contacts.tangentialForce.data(), n, 3);
-}
-
-/// The baseline: the arrays of each timestep through the plain pipeline, a file a timestep.
-/// \return the seconds that it took, without those to make the arrays up
-double storePlain(const QString& folder, const SSize& size)
-{
-    double seconds = 0.0;
+    SCounted sum(0.0);
     CCreatorData creator{SPropertyManagers()};
     CTimestepData timestep(SPropertyManagers(), creator);
     for (quint32 number = 0; number < size.timesteps; ++number) {
         fillTimestep(timestep, number, size);
-        const CParticleType& grains = *timestep.particleTypes.types[0];
-        const std::vector<double> times(size.particles, 0.0);
-        const hsize_t n = size.particles;
-        const auto start = std::chrono::steady_clock::now();
-        const QString path = folder + QString("/plain-%1.h5").arg(number);
+        const std::vector<SStored> arrays = storedArrays(timestep);
+        const SCounted begin = now();
+        const QString path = folder + QString("/ordinary-%1.h5").arg(number);
         const hid_t file = H5Fcreate(path.toUtf8().constData(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT);
-        storeArray(file, "ids", H5T_NATIVE_INT, grains.ids.data(), n, 1);
-        storeArray(file, "velocity", H5T_NATIVE_DOUBLE, grains.velocity.data(), n, 3);
-        storeArray(file, "position", H5T_NATIVE_DOUBLE, grains.position.data(), n, 3);
-        storeArray(file, "orientation", H5T_NATIVE_DOUBLE, grains.orientation.data(), n, 4);
-        storeArray(file, "angular velocity", H5T_NATIVE_DOUBLE, grains.angularVelocity.data(), n, 3);
-        storeArray(file, "scale", H5T_NATIVE_DOUBLE, grains.scale.data(), n, 1);
-        storeArray(file, "force torque", H5T_NATIVE_DOUBLE, grains.forceTorque.data(), n, 7);
-        storeArray(file, "us_force torque", H5T_NATIVE_DOUBLE, grains.unscaledForceTorque.data(), n, 7);
-        storeArray(file, "external force torque", H5T_NATIVE_DOUBLE, grains.externalForceTorque.data(), n, 7);
-        storeArray(file, "creation time", H5T_NATIVE_DOUBLE, times.data(), n, 1);
-        if (size.contacts > 0)
-            storeContacts(file, timestep.contacts.surfaceSurface);
+        for (const SStored& array : arrays) {
+            std::vector<char> values(array.bytes);
+            uLongf length = array.bytes;
+            if (uncompress(reinterpret_cast<Bytef*>(values.data()), &length,
+                           reinterpret_cast<const Bytef*>(array.stream.data.get()), array.stream.size) != Z_OK)
+                std::abort();
+            writeArray(file, array, values.data());
+        }
         H5Fclose(file);
-        seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        const SCounted end = now();
+        sum = {sum.wall + end.wall - begin.wall, sum.cpu + end.cpu - begin.cpu};
     }
-    return seconds;
+    return sum;
 }
 
-/// Makes a deck, converts it beside the plain pipeline, and prints what that took.
-void compare(const SSize& size, quint32 rounds, const QString& folder)
+// ---------------------------------------------------------------- sizes
+
+struct SSizes
 {
-    const double megabytes = size.megabytes() * size.timesteps;
-    std::printf("%u particles, %u contacts, %u timesteps: %.0f MB of array data, %.0f MB a timestep\n", size.particles,
-                size.contacts, size.timesteps, megabytes, size.megabytes());
+    double stored = 0.0;
+    double ordinary = 0.0; ///< of the same chunks by zlib's level 6
+    double worst = 0.0;    ///< ratio of a dataset
+    std::string worstName;
+};
+
+void addSizes(const H5::DataSet& dataset, const std::string& name, SSizes& sizes)
+{
+    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
+    if (properties.getLayout() != H5D_CHUNKED || properties.getNfilters() != 1)
+        return;
+    hsize_t dims[2] = {1, 1};
+    properties.getChunk(2, dims);
+    const H5::DataSpace space = dataset.getSpace();
+    hsize_t count = 0;
+    H5Dget_num_chunks(dataset.getId(), space.getId(), &count);
+    std::vector<Bytef> raw(dims[0] * dims[1] * dataset.getDataType().getSize()), stream(2 * raw.size() + 1000),
+        again(stream);
+    double stored = 0.0, ordinary = 0.0;
+    for (hsize_t i = 0; i < count; ++i) {
+        hsize_t place[2] = {}, bytes = 0;
+        uint32_t filters = 0;
+        H5Dget_chunk_info(dataset.getId(), space.getId(), i, place, nullptr, nullptr, &bytes);
+        uLongf length = raw.size(), size = again.size();
+        if (bytes > stream.size() || H5Dread_chunk(dataset.getId(), H5P_DEFAULT, place, &filters, stream.data()) < 0 ||
+            uncompress(raw.data(), &length, stream.data(), bytes) != Z_OK || length != raw.size())
+            std::abort();
+        compress2(again.data(), &size, raw.data(), raw.size(), 6);
+        stored += double(bytes);
+        ordinary += double(size);
+    }
+    sizes.stored += stored;
+    sizes.ordinary += ordinary;
+    // A dataset of a few kB is no more than its headers.
+    if (ordinary > 65536.0 && stored / ordinary > sizes.worst) {
+        sizes.worst = stored / ordinary;
+        sizes.worstName = name;
+    }
+}
+
+void addSizes(const H5::Group& group, const std::string& path, SSizes& sizes)
+{
+    for (hsize_t i = 0; i < group.getNumObjs(); ++i) {
+        const std::string name = group.getObjnameByIdx(i);
+        if (group.getObjTypeByIdx(i) == H5G_GROUP)
+            addSizes(group.openGroup(name), path + name + '/', sizes);
+        else if (group.getObjTypeByIdx(i) == H5G_DATASET)
+            addSizes(group.openDataSet(name), path + name, sizes);
+    }
+}
+
+// ---------------------------------------------------------------- rounds
+
+struct SRound
+{
+    SMeasure ordinary, all, one;
+};
+
+SRound measuredRound(const SSize& size, const QString& folder)
+{
     const QString source = folder + "/source.dem";
     const QString target = folder + "/target.dem";
-    measure("making the deck", [&] { return makeDeck(source, size) ? 0.0 : -1.0; });
-
-    std::vector<double> ratios;
-    double peak = 0.0;
-    for (quint32 round = 1; round <= rounds; ++round) {
-        const SMeasure plain = measure("the plain pipeline", [&] { return storePlain(folder, size); });
-        const SMeasure whole = measure("the conversion", [&] { return convert(source, target) ? 0.0 : -1.0; });
-        ratios.push_back(plain.wallSeconds / whole.wallSeconds);
-        peak = std::max(peak, whole.peakMegabytes);
-        std::printf("round %u: conversion %.1f MB/s (%.1f s wall, %.1f s cpu), plain pipeline %.1f MB/s (%.1f s wall), "
-                    "%.2fx\n",
-                    round, megabytes / whole.wallSeconds, whole.wallSeconds, whole.cpuSeconds,
-                    megabytes / plain.wallSeconds, plain.wallSeconds, ratios.back());
+    const auto conversion = [&](unsigned threads) {
+        return measure("a conversion", [&, threads] {
+            setThreadCount(threads);
+            if (threads == 1) { // one core for all that the process does
+                cpu_set_t first;
+                CPU_ZERO(&first);
+                CPU_SET(0, &first);
+                sched_setaffinity(0, sizeof first, &first);
+            }
+            return SCounted(convert(source, target) ? 0.0 : -1.0);
+        });
+    };
+    SRound round;
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        round.ordinary = measure("the ordinary way", [&] { return ordinaryWay(folder, size); });
+        round.all = conversion(0);
+        round.one = conversion(1);
+        if (round.ordinary.wallSeconds <= 1.05 * round.ordinary.cpuSeconds)
+            return round;
     }
-    std::printf("conversion, end to end: %.2fx the plain pipeline (%.2f to %.2f, %u pairs)\n", median(ratios),
-                *std::min_element(ratios.begin(), ratios.end()), *std::max_element(ratios.begin(), ratios.end()),
-                rounds);
-    std::printf("peak resident memory of a conversion: %.0f MB, %.2fx the largest timestep\n", peak,
-                peak / size.megabytes());
+    std::printf("the machine is busy: the ordinary way took %.1f s for %.1f s of work\n", round.ordinary.wallSeconds,
+                round.ordinary.cpuSeconds);
+    return round;
+}
+
+/// Makes a deck, converts it beside the ordinary way, and prints what that took.
+void compare(const SSize& size, quint32 rounds, const QString& folder)
+{
+    std::printf("%u particles, %u contacts, %u timesteps: %.0f MB of array data, %.0f MB a timestep; %u threads\n",
+                size.particles, size.contacts, size.timesteps, size.megabytes() * size.timesteps, size.megabytes(),
+                threadCount());
+    measure("making the deck", [&] { return SCounted(makeDeck(folder + "/source.dem", size) ? 0.0 : -1.0); });
+    std::vector<double> elapsed, elapsedOfOne, cpu, scaling, peaks;
+    for (quint32 number = 1; number <= rounds; ++number) {
+        const SRound round = measuredRound(size, folder);
+        elapsed.push_back(round.ordinary.wallSeconds / round.all.wallSeconds);
+        elapsedOfOne.push_back(round.ordinary.wallSeconds / round.one.wallSeconds);
+        cpu.push_back(round.all.cpuSeconds / round.ordinary.cpuSeconds);
+        scaling.push_back(round.one.wallSeconds / round.all.wallSeconds);
+        peaks.push_back(round.all.peakMegabytes);
+        std::printf("round %u: ordinary %.2f s (%.2f s cpu); all threads %.2f s (%.2f s cpu, %.0f MiB); one %.2f s "
+                    "(%.2f s cpu)\n",
+                    number, round.ordinary.wallSeconds, round.ordinary.cpuSeconds, round.all.wallSeconds,
+                    round.all.cpuSeconds, round.all.peakMegabytes, round.one.wallSeconds, round.one.cpuSeconds);
+        std::fflush(stdout);
+    }
+    SSizes sizes;
+    for (quint32 number = 0; number < size.timesteps; ++number)
+        addSizes(H5::H5File((folder + QString("/target_data/%1.h5").arg(number)).toStdString(), H5F_ACC_RDONLY)
+                     .openGroup("/"),
+                 "/", sizes);
+    const auto print = [](const char* what, const std::vector<double>& values) {
+        std::printf("%-44s %s\n", what, qPrintable(spread(values)));
+    };
+    print("elapsed, all threads: times as fast", elapsed);
+    print("elapsed, one thread, pinned: times as fast", elapsedOfOne);
+    print("CPU time: share of the ordinary way's", cpu);
+    print("scaling from one thread to all", scaling);
+    print("peak memory, MiB", peaks);
+    std::printf("%-44s %.3f\n", "the same, less 64 MiB, in largest timesteps",
+                (median(peaks) - 64.0) * 1.048576 / size.megabytes());
+    std::printf("%-44s %.4f; at most %.4f, %s\n", "size: share of zlib's level 6", sizes.stored / sizes.ordinary,
+                sizes.worst, sizes.worstName.c_str());
 }
 
 } // namespace
@@ -244,21 +385,18 @@ int main(int argc, char** argv)
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    std::vector<SSize> decks = {{1000000, 0, 5}, {250000, 1000000, 3}};
-    if (arguments.contains("--particles") || arguments.contains("--contacts"))
-        decks = {{wordAfter(arguments, "--particles", "250000").toUInt(),
-                  wordAfter(arguments, "--contacts", "0").toUInt(), 3}};
-    const quint32 rounds = wordAfter(arguments, "--rounds", "3").toUInt();
+    SSize size;
+    size.particles = wordAfter(arguments, "--particles", "100000").toUInt();
+    size.contacts = wordAfter(arguments, "--contacts", "400000").toUInt();
+    size.timesteps = wordAfter(arguments, "--timesteps", "5").toUInt();
+    fromFloats = arguments.contains("--from-floats");
+    const quint32 rounds = wordAfter(arguments, "--rounds", "5").toUInt();
     const QString parent = wordAfter(arguments, "--folder", QDir::tempPath());
-    for (SSize& size : decks) {
-        size.timesteps = wordAfter(arguments, "--timesteps", QString::number(size.timesteps)).toUInt();
-        QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
-        if (!folder.isValid() || size.particles < 2 || size.timesteps == 0 || rounds == 0) {
-            std::fprintf(stderr, "conversion: nothing to measure, or no folder can be made in %s\n",
-                         qPrintable(parent));
-            return 1;
-        }
-        compare(size, rounds, folder.path());
+    QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
+    if (!folder.isValid() || size.particles < 2 || size.timesteps == 0 || rounds == 0) {
+        std::fprintf(stderr, "conversion: nothing to measure, or no folder can be made in %s\n", qPrintable(parent));
+        return 1;
     }
+    compare(size, rounds, folder.path());
     return 0;
 }

@@ -43,9 +43,28 @@ struct SMeasure
     double peakMegabytes = 0.0;
 };
 
-/// Runs a step in a process of its own. The step gives the seconds that it counts itself, 0 where all of its
-/// time counts, and a negative number where it failed.
-inline SMeasure measure(const char* name, const std::function<double()>& step)
+/// The seconds that a step counts itself; 0 where all of its time counts, and negative where it failed.
+struct SCounted
+{
+    SCounted(double wall, double cpu = 0.0) : wall(wall), cpu(cpu) {} // NOLINT: most steps have one number to give
+
+    double wall;
+    double cpu;
+};
+
+inline double secondsOf(const timeval& time) { return double(time.tv_sec) + 1e-6 * double(time.tv_usec); }
+
+/// Seconds of this process.
+inline SCounted now()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return {std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count(),
+            secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime)};
+}
+
+/// Runs a step in a process of its own.
+inline SMeasure measure(const char* name, const std::function<SCounted()>& step)
 {
     int ends[2];
     if (pipe(ends) != 0)
@@ -54,26 +73,25 @@ inline SMeasure measure(const char* name, const std::function<double()>& step)
     const auto start = std::chrono::steady_clock::now();
     const pid_t child = fork();
     if (child == 0) {
-        const double seconds = step();
+        const SCounted seconds = step();
         _exit(write(ends[1], &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
     }
-    double counted = -1.0;
+    SCounted counted(-1.0);
     close(ends[1]);
     const bool answered = read(ends[0], &counted, sizeof counted) == sizeof counted;
     close(ends[0]);
     int status = 0;
     rusage usage{};
     wait4(child, &status, 0, &usage);
-    if (!answered || counted < 0.0 || status != 0) {
+    if (!answered || counted.wall < 0.0 || status != 0) {
         std::fprintf(stderr, "%s failed\n", name);
         std::exit(1);
     }
-    const auto seconds = [](const timeval& time) { return double(time.tv_sec) + 1e-6 * double(time.tv_usec); };
     SMeasure result;
     result.wallSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    if (counted > 0.0)
-        result.wallSeconds = counted;
-    result.cpuSeconds = seconds(usage.ru_utime) + seconds(usage.ru_stime);
+    if (counted.wall > 0.0)
+        result.wallSeconds = counted.wall;
+    result.cpuSeconds = counted.cpu > 0.0 ? counted.cpu : secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
     result.peakMegabytes = double(usage.ru_maxrss) / 1024.0;
     return result;
 }
@@ -83,6 +101,17 @@ inline double median(std::vector<double> values)
     std::sort(values.begin(), values.end());
     const size_t middle = values.size() / 2;
     return values.size() % 2 ? values[middle] : 0.5 * (values[middle - 1] + values[middle]);
+}
+
+/// "7.95 (7.80 to 8.11, 5 rounds)".
+inline QString spread(const std::vector<double>& values)
+{
+    const auto [least, most] = std::minmax_element(values.begin(), values.end());
+    return QString("%1 (%2 to %3, %4 rounds)")
+        .arg(median(values), 0, 'f', 3)
+        .arg(*least, 0, 'f', 3)
+        .arg(*most, 0, 'f', 3)
+        .arg(values.size());
 }
 
 inline QString wordAfter(const QStringList& arguments, const QString& option, const QString& otherwise)

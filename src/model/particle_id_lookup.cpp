@@ -42,13 +42,14 @@ void CParticleIdLookup::rebuild(const Types& types, quint32 maxId)
 
 void CParticleIdLookup::fillTables(const Types& types, quint32 greatest)
 {
+    constexpr quint32 worthThreads = 200000; // fewer are done before a team is awake
     typeOfId.assign(std::size_t(greatest) + 1, noEntry);
     slotOfId.assign(std::size_t(greatest) + 1, 0);
     for (std::size_t typeIndex = 0; typeIndex < types.size(); ++typeIndex) {
         const std::vector<qint32>& ids = types[typeIndex]->ids;
         const auto type = static_cast<quint32>(typeIndex);
         const auto count = static_cast<quint32>(ids.size());
-#pragma omp parallel for schedule(static) num_threads(loopThreads())
+#pragma omp parallel for schedule(static) num_threads(loopThreads(count > worthThreads))
         for (quint32 slot = 0; slot < count; ++slot) {
             const auto id = static_cast<quint32>(ids[slot]); // a negative one becomes greater than any that counts
             if (id < 1 || id > greatest)

@@ -172,7 +172,8 @@ void CParticleTypeElectrostatic::copyForces(std::vector<double>& values) const
 {
     const auto rows = static_cast<qint64>(std::min(electrostaticForce.size(), values.size() / 3));
     constexpr int rowsAtOnce = 4096;
-#pragma omp parallel for schedule(dynamic, rowsAtOnce) num_threads(loopThreads())
+    constexpr qint64 worthThreads = 100000; // fewer are copied before a team is awake
+#pragma omp parallel for schedule(dynamic, rowsAtOnce) num_threads(loopThreads(rows > worthThreads))
     for (qint64 row = 0; row < rows; ++row) {
         const C3DVector& force = electrostaticForce[static_cast<std::size_t>(row)];
         double* const to = values.data() + 3 * row;

@@ -44,8 +44,10 @@ int threadsToBeHad(int wanted)
 
 } // namespace
 
-int loopThreads()
+int loopThreads(bool isWorthThem)
 {
+    if (!isWorthThem)
+        return 1;
     static thread_local int threads = 0;
     if (threads == 0)
         threads = 1 + threadsToBeHad(omp_get_max_threads() - 1);

@@ -6,6 +6,7 @@ namespace NBrenmark {
 /// What the clause num_threads of a parallel loop asks for, at least 1. The runtime of OpenMP ends the process where a
 /// thread of a team isn't to be had, so they are tried here before, once for each thread that runs loops: its team
 /// stays with it.
-int loopThreads();
+/// \param isWorthThem  false for a loop so short that others would wake up too late: it gets 1, and nothing is tried
+int loopThreads(bool isWorthThem);
 
 } // namespace NBrenmark

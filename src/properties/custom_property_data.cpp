@@ -51,12 +51,15 @@ void CCustomPropertyValueList::fitTo(unsigned int itemCount)
     fillFrom(found);
 }
 
+/// Values of which fewer are filled in before a team of threads is awake.
+static constexpr std::size_t worthThreads = 200000;
+
 /// Initial values from a position of the array on.
 void CCustomPropertyValueList::fillFrom(std::size_t first)
 {
     const std::size_t end = values.size();
     if (usesZeroDefault) {
-#pragma omp parallel for schedule(static) num_threads(loopThreads())
+#pragma omp parallel for schedule(static) num_threads(loopThreads(end - first > worthThreads))
         for (std::size_t position = first; position < end; ++position)
             values[position] = 0.0;
         return;
@@ -70,7 +73,7 @@ void CCustomPropertyValueList::fill(double value)
     const unsigned int elements = elementsPerItem();
     if (items == 0)
         return;
-#pragma omp parallel for schedule(dynamic, 1) num_threads(loopThreads())
+#pragma omp parallel for schedule(dynamic, 1) num_threads(loopThreads(items > worthThreads))
     for (unsigned int index = 0; index < items; ++index)
         std::fill_n(values.begin() + std::ptrdiff_t(std::size_t(index) * elements), elements, value);
 }
@@ -80,7 +83,7 @@ void CCustomPropertyValueList::fillElement(unsigned int element, double value)
     const unsigned int elements = elementsPerItem();
     if (items == 0 || element >= elements)
         return;
-#pragma omp parallel for schedule(dynamic, 1) num_threads(loopThreads())
+#pragma omp parallel for schedule(dynamic, 1) num_threads(loopThreads(items > worthThreads))
     for (unsigned int index = 0; index < items; ++index)
         values[std::size_t(index) * elements + element] = value;
 }

@@ -5,6 +5,7 @@
 #include "config/application_roles.h"
 #include "core/deck/application_state.h"
 #include "core/log.h"
+#include "core/thread_pool.h"
 
 #include <optional>
 
@@ -22,6 +23,7 @@ public:
 
     CSimulation& simulation() { return *applicationState().simulation; }
 
+    CThreadPool pool{threadCount()};
     CPersistentLogger logger{eWarning};
     bool ready = false;
 

@@ -4,9 +4,12 @@
 #include "core/log.h"
 #include "core/progress.h"
 #include "core/stop_flag.h"
+#include "core/thread_pool.h"
 #include "core/timer.h"
 
 #include <QElapsedTimer>
+
+#include <omp.h>
 
 #include <exception>
 #include <stdexcept>
@@ -38,6 +41,9 @@ void CSimDataSerialiser::run()
     errorText.clear();
     errorCause = eCauseNone;
     const CPlaceScope scope(place);
+    // The teams of OpenMP, of which each thread makes its own, would spin between their loops beside those who compute.
+    if (CThreadPool::isSet())
+        omp_set_num_threads(1);
     CTimer timer;
     timer.start();
     try {

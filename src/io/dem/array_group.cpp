@@ -38,10 +38,7 @@ void ReadAttributeCompressed::transfer(void* data, quint32 bytes) { zip->transfe
 
 void ReadAttributeCompressed::finish() { zip->finish(); }
 
-qint64 ReadAttributeCompressed::mostBytes() const
-{
-    return mostInflation * (stream->bytesLeft() + static_cast<qint64>(zip->waiting()));
-}
+qint64 ReadAttributeCompressed::mostBytes() const { return zip->mostBytes(); }
 
 void WriteAttribute::transfer(const void* data, quint32 bytes)
 {

@@ -7,7 +7,11 @@
 #include "io/dem/dem_io_manager.h"
 #include "io/dem/form.h"
 #include "io/dem/geometry_forms.h"
+#include "io/dem/inflate_ahead.h"
 
+#include <QFileInfo>
+
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -125,6 +129,7 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
 
     const CPlaceScope scope(placeIn(dataFile).inTimestep(number));
     CDemDataStream stream(&dataFile, readOptions);
+    stream.ahead = ahead.get();
     SPlace creator{0, 0};
     const bool isTimestep = readHead(stream, [&](CInForm& f) {
         QString name;
@@ -173,9 +178,33 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         return false;
     const SPlace before = presentPlace();
     const SPlace place{index[number].segment, index[number].offset};
-    if (!goTo(place) || !readTimestepBlock(frame, index, progress))
+    if (ahead && !(aheadPlace == place))
+        ahead.reset();
+    const bool isRead = goTo(place) && readTimestepBlock(frame, index, progress);
+    ahead.reset();
+    if (!isRead)
         return false;
+    beginAhead(index, number + 1);
     return !restorePosition || goTo(before);
+}
+
+void CDemIoManager::beginAhead(const TimestepIndex& index, quint32 number)
+{
+    constexpr quint64 leastBytes = 0x10000; // of a timestep, for which another thread is worth its start
+    constexpr quint64 mostGrowth = 4;       // of numbers in a lawful deck; what grows more is left to its read
+    constexpr quint64 slack = 0x1000000;
+    if (CThreadPool::current() == nullptr || writing || number >= index.size())
+        return;
+    aheadPlace = {index[number].segment, index[number].offset};
+    const QString path = segmentPath(fileName, aheadPlace.segment);
+    quint64 end = static_cast<quint64>(QFileInfo(path).size());
+    const auto next = std::upper_bound(blockStarts.begin(), blockStarts.end(), aheadPlace);
+    if (next != blockStarts.end() && next->segment == aheadPlace.segment)
+        end = std::min(end, next->offset);
+    if (end < aheadPlace.offset + leastBytes)
+        return;
+    ahead = std::make_unique<CInflateAhead>(QFile::encodeName(path).toStdString(), aheadPlace.offset, end,
+                                            mostGrowth * (end - aheadPlace.offset) + slack);
 }
 
 bool CDemIoManager::writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator)

@@ -12,6 +12,8 @@ namespace NBrenmark {
 /// "1 contact", "12 contacts".
 std::string counted(qint64 count, const char* noun);
 
+class CInflateAhead;
+
 class CDemDataStream : public CVersionedStream
 {
 public:
@@ -20,6 +22,7 @@ public:
     explicit CDemDataStream(QIODevice* device, const SSaveOptions& options = SSaveOptions());
 
     SSaveOptions options;
+    CInflateAhead* ahead = nullptr; ///< what was inflated of the block before its read began; not owned
     quint64 rowsAtWork = 0; ///< of the arrays that are being read: what is lost if they are damaged
 
     qint64 position() const { return device()->pos(); }

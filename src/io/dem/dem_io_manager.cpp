@@ -10,6 +10,7 @@
 #include "io/dem/dem_header.h"
 #include "io/dem/dem_index.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/inflate_ahead.h"
 
 #include <QFileInfo>
 
@@ -141,6 +142,7 @@ bool CDemIoManager::startWriting()
 
 void CDemIoManager::closeFiles()
 {
+    ahead.reset();
     dataFile.close();
     indexFile.close();
 }

@@ -17,6 +17,7 @@ namespace NBrenmark {
 class CDemDataStream;
 class CTimestepData;
 struct SDataPlace;
+class CInflateAhead;
 struct SLogTitle;
 
 class CDemIoManager : public IFileFormatManager
@@ -87,6 +88,8 @@ private:
     // One block, at the present position of the file.
     bool readCreatorBlock(SSimulationFrame& frame, IProgressController* progress);
     bool readCreatorAt(SSimulationFrame& frame, const SPlace& place, bool restore, IProgressController* progress);
+    /// Inflates what a later read of the timestep will ask for, if there is a pool that does it.
+    void beginAhead(const TimestepIndex& index, quint32 number);
     bool readTimestepBlock(SSimulationFrame& frame, TimestepIndex& index, IProgressController* progress);
     bool writeCreatorBlock(QFile& file, SSimulationFrame& frame);
     bool writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator);
@@ -106,6 +109,8 @@ private:
     bool writing = false;    // the files are, or will be, open for changes
     quint32 lastSegment = 0; // that new data goes to
     quint32 openSegment = 0; // that dataFile has open
+    SPlace aheadPlace{0, 0}; // of the timestep that ahead is for
+    std::unique_ptr<CInflateAhead> ahead;
 };
 
 namespace NDemBlockName {

@@ -1,7 +1,9 @@
 #include "io/dem/zlib_stream.h"
 
+#include "core/inflate.h"
 #include "core/plain_file.h"
 #include "io/dem/dem_data_stream.h"
+#include "io/dem/inflate_ahead.h"
 
 #include <QIODevice>
 #include <zlib.h>
@@ -15,9 +17,9 @@ namespace NBrenmark {
 
 /// One for the process, taken by the first compressor and never given back: one compressor is at
 /// work at a time.
-static std::vector<Bytef>& sharedBuffer()
+static std::vector<char>& sharedBuffer()
 {
-    static std::vector<Bytef> buffer(0x1000000);
+    static std::vector<char> buffer(0x1000000);
     return buffer;
 }
 
@@ -27,86 +29,75 @@ int& compressionLevel()
     return level;
 }
 
-/// What the two directions share: zlib's state and where its bytes come from or go to.
+/// What the two directions share: where the bytes come from or go to.
 class zlib_wrapper : public zipio
 {
 public:
-    explicit zlib_wrapper(CDemDataStream& stream) : stream(&stream) { sharedBuffer(); }
-    quint32 waiting() const override { return state.avail_in; }
+    explicit zlib_wrapper(CDemDataStream& stream) : stream(&stream) {}
 
 protected:
     [[noreturn]] void fail(const std::string& what) const
     {
-        throw std::runtime_error("byte " + std::to_string(stream->position()) + ": " + what +
-                                 (state.msg != nullptr ? std::string(" (") + state.msg + ")" : std::string()));
+        throw std::runtime_error("byte " + std::to_string(stream->position()) + ": " + what);
     }
 
-    /// \throws std::bad_alloc  where zlib ran out of memory: that says nothing of the file
-    void check(int result, const char* what) const
-    {
-        if (result == Z_MEM_ERROR)
-            throw std::bad_alloc();
-        if (result != Z_OK)
-            fail(what);
-    }
-
-    z_stream state{};
     CDemDataStream* stream; // not owned
 };
 
+/// Arrays that are inflated as they are asked for.
 class zlib_reader : public zlib_wrapper
 {
 public:
-    explicit zlib_reader(CDemDataStream& stream) : zlib_wrapper(stream)
-    {
-        check(inflateInit(&state), "zlib can't be started");
-    }
+    explicit zlib_reader(CDemDataStream& stream) : zlib_wrapper(stream) { sharedBuffer(); }
 
-    ~zlib_reader() override { inflateEnd(&state); }
+    qint64 mostBytes() const override
+    {
+        return static_cast<qint64>(inflater.ready()) +
+               mostInflation * (stream->bytesLeft() + static_cast<qint64>(inflater.waiting()));
+    }
 
     void transfer(void* buffer, quint32 length) override
     {
-        state.next_out = static_cast<Bytef*>(buffer);
-        state.avail_out = length;
-        while (state.avail_out > 0) {
-            if (ended)
-                fail("deflated arrays end " + std::to_string(state.avail_out) + " bytes too early");
-            inflateSome(state.avail_out);
+        char* target = static_cast<char*>(buffer);
+        for (quint32 left = length; left > 0;) {
+            if (inflater.hasEnded())
+                fail("deflated arrays end " + std::to_string(left) + " bytes too early");
+            const quint32 made = inflateSome(target, left);
+            target += made;
+            left -= made;
         }
     }
 
     void finish() override
     {
-        // The last array is complete before zlib has met its own trailer: let it read on, into a
-        // byte that must stay unused.
-        Bytef surplus = 0;
-        state.next_out = &surplus;
-        state.avail_out = 1;
-        while (!ended) {
-            inflateSome(1);
-            if (state.avail_out == 0)
+        // The last array is complete before the trailer was met: let it be read, into a byte that must stay unused.
+        char surplus = 0;
+        while (!inflater.hasEnded())
+            if (inflateSome(&surplus, 1) > 0)
                 fail("deflated arrays hold more bytes than announced");
-        }
         // Whole pieces were read: give back what was not inflated, or the next scalar is read from the
         // middle of somewhere else.
-        if (!stream->device()->seek(stream->position() - static_cast<qint64>(state.avail_in)))
+        if (!stream->device()->seek(stream->position() - static_cast<qint64>(inflater.waiting())))
             fail("end of deflated arrays can't be found");
-        state.avail_in = 0;
     }
 
 private:
     /// Takes a step that uses up input or gives output, or throws.
-    void inflateSome(quint32 wanted)
+    quint32 inflateSome(char* target, quint32 room)
     {
-        if (state.avail_in == 0)
-            readPiece(wanted);
-        const int result = inflate(&state, Z_NO_FLUSH);
-        if (result == Z_STREAM_END)
-            ended = true;
-        else if (result != Z_BUF_ERROR)
-            check(result, "deflated arrays are damaged");
-        else if (state.avail_in > 0)
+        if (inflater.isHungry() && inflater.ready() == 0)
+            readPiece(room);
+        const std::size_t waiting = inflater.waiting();
+        std::size_t made = 0;
+        try {
+            made = inflater.inflate(target, room);
+        }
+        catch (const inflate_error& error) {
+            fail(std::string("deflated arrays are damaged (") + error.what() + ")");
+        }
+        if (made == 0 && inflater.waiting() == waiting && !inflater.isHungry() && !inflater.hasEnded())
             fail("deflated arrays don't inflate");
+        return static_cast<quint32>(made);
     }
 
     void readPiece(quint32 wanted)
@@ -114,18 +105,49 @@ private:
         // Deflated data is hardly ever longer than what it gives. Asking for little more keeps small
         // groups from reading 16 MiB and giving nearly all of it back.
         constexpr qint64 slack = 4096;
-        std::vector<Bytef>& buffer = sharedBuffer();
+        std::vector<char>& buffer = sharedBuffer();
         const qint64 piece =
             std::min<qint64>({static_cast<qint64>(buffer.size()), wanted + slack, stream->bytesLeft()});
-        const qint64 taken = piece > 0 ? stream->device()->read(reinterpret_cast<char*>(buffer.data()), piece) : 0;
+        const qint64 taken = piece > 0 ? stream->device()->read(buffer.data(), piece) : 0;
         throwIfUnreadable(*stream->device());
         if (taken <= 0)
             fail("deflated arrays ended early");
-        state.next_in = buffer.data();
-        state.avail_in = static_cast<uInt>(taken);
+        inflater.feed(buffer.data(), static_cast<std::size_t>(taken));
     }
 
-    bool ended = false;
+    CInflater inflater;
+};
+
+/// Arrays that were inflated while something else was done.
+class zlib_ahead_reader : public zlib_wrapper
+{
+public:
+    zlib_ahead_reader(CDemDataStream& stream, std::unique_ptr<CInflatedGroup> group)
+        : zlib_wrapper(stream), group(std::move(group)), start(stream.position())
+    {}
+
+    // As for a group that is still to be inflated: a count is believed as far.
+    qint64 mostBytes() const override { return mostInflation * stream->bytesLeft(); }
+
+    void transfer(void* buffer, quint32 length) override
+    {
+        const std::size_t taken = group->take(static_cast<char*>(buffer), length);
+        if (taken < length)
+            fail("deflated arrays end " + std::to_string(length - taken) + " bytes too early");
+    }
+
+    void finish() override
+    {
+        char surplus = 0;
+        if (group->take(&surplus, 1) > 0)
+            fail("deflated arrays hold more bytes than announced");
+        if (!stream->device()->seek(start + static_cast<qint64>(group->storedBytes)))
+            fail("end of deflated arrays can't be found");
+    }
+
+private:
+    std::unique_ptr<CInflatedGroup> group;
+    qint64 start;
 };
 
 class zlib_writer : public zlib_wrapper
@@ -133,10 +155,12 @@ class zlib_writer : public zlib_wrapper
 public:
     explicit zlib_writer(CDemDataStream& stream) : zlib_wrapper(stream)
     {
+        sharedBuffer();
         check(deflateInit(&state, compressionLevel()), "zlib can't be started");
     }
 
     ~zlib_writer() override { deflateEnd(&state); }
+    qint64 mostBytes() const override { return 0; }
 
     void transfer(void* buffer, quint32 length) override
     {
@@ -154,26 +178,39 @@ public:
     }
 
 private:
+    /// \throws std::bad_alloc  where zlib ran out of memory
+    void check(int result, const char* what) const
+    {
+        if (result == Z_MEM_ERROR)
+            throw std::bad_alloc();
+        if (result != Z_OK)
+            fail(what + (state.msg != nullptr ? std::string(" (") + state.msg + ")" : std::string()));
+    }
+
     int deflateSome(int flush)
     {
-        std::vector<Bytef>& buffer = sharedBuffer();
-        state.next_out = buffer.data();
+        std::vector<char>& buffer = sharedBuffer();
+        state.next_out = reinterpret_cast<Bytef*>(buffer.data());
         state.avail_out = static_cast<uInt>(buffer.size());
         const int result = deflate(&state, flush);
         if (result != Z_STREAM_END)
             check(result, "arrays can't be deflated");
         const int made = static_cast<int>(buffer.size() - state.avail_out);
-        if (stream->writeRawData(reinterpret_cast<const char*>(buffer.data()), made) != made)
+        if (stream->writeRawData(buffer.data(), made) != made)
             stream->setStatus(QDataStream::WriteFailed);
         stream->checkStatus("deflated arrays");
         return result;
     }
+
+    z_stream state{};
 };
 
 std::unique_ptr<zipio> makeZip(CDemDataStream& stream, bool writing)
 {
     if (writing)
         return std::make_unique<zlib_writer>(stream);
+    if (auto group = stream.ahead != nullptr ? stream.ahead->takeGroup(stream.position()) : nullptr)
+        return std::make_unique<zlib_ahead_reader>(stream, std::move(group));
     return std::make_unique<zlib_reader>(stream);
 }
 

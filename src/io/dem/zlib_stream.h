@@ -16,11 +16,11 @@ public:
     /// Ends the zlib stream. Not done by the destructor: a full disk shows here.
     virtual void finish() = 0;
     virtual ~zipio() = default;
-    /// Bytes taken from the stream and not used yet.
-    virtual quint32 waiting() const = 0;
+    /// The most bytes that a reader can still give, as far as the rest of the stream can carry them.
+    virtual qint64 mostBytes() const = 0;
 };
 
-/// \param writing  a zlib_writer, else a zlib_reader
+/// \param writing  a zlib_writer, else a zlib_reader, or what gives the bytes that were inflated ahead of it
 std::unique_ptr<zipio> makeZip(CDemDataStream& stream, bool writing);
 
 /// zlib's level for all writers of the process; -1, zlib's own choice, unless changed.

@@ -2,12 +2,14 @@
 
 #include "config/user_preferences.h"
 #include "core/stop_flag.h"
+#include "io/hdf5/chunk_queue.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/read_audit.h"
 #include "io/hdf5/soundness.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -22,6 +24,18 @@ int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
     dimensions[0] = shape.rows;
     dimensions[1] = shape.columns;
     return shape.columns == 0 ? 1 : 2;
+}
+
+/// Leaves the values to the queue that is at work, or writes them through one of their own.
+void deflate(H5::DataSet dataset, const void* data, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
+{
+    if (CChunkQueue* const queue = CChunkQueue::current()) {
+        queue->add(std::move(dataset), data, rows, rowBytes, chunkRows);
+        return;
+    }
+    CChunkQueue queue;
+    queue.add(std::move(dataset), data, rows, rowBytes, chunkRows);
+    queue.finish();
 }
 
 } // namespace
@@ -44,8 +58,8 @@ bool compressionWanted() { return userPreferences().compress(); }
 void CArrayWriter::write(const std::string& name, const H5::PredType& type, const SArrayShape& shape, const void* data,
                          hsize_t count) const
 {
+    const SArrayLayout layout = arrayLayout(count, shape.columns, compress);
     closed(H5::DSetCreatPropList(), [&](H5::DSetCreatPropList& properties) {
-        const SArrayLayout layout = arrayLayout(count, shape.columns, compress);
         if (layout.deflated)
             properties.setDeflate(deflateLevel);
         if (layout.chunkRows > 0) {
@@ -53,28 +67,34 @@ void CArrayWriter::write(const std::string& name, const H5::PredType& type, cons
             const int rank = fillDimensions({layout.chunkRows, shape.columns}, chunk);
             properties.setChunk(rank, chunk);
         }
-        write(name, type, shape, data, properties);
+        write(name, type, shape, data, properties, layout);
     });
 }
 
 void CArrayWriter::writePlain(const std::string& name, const H5::PredType& type, const SArrayShape& shape,
                               const void* data) const
 {
-    write(name, type, shape, data, H5::DSetCreatPropList::DEFAULT);
+    write(name, type, shape, data, H5::DSetCreatPropList::DEFAULT, SArrayLayout());
 }
 
+/// \param layout  that the properties announce
 void CArrayWriter::write(const std::string& name, const H5::PredType& type, const SArrayShape& shape, const void* data,
-                         const H5::DSetCreatPropList& properties) const
+                         const H5::DSetCreatPropList& properties, const SArrayLayout& layout) const
 {
     requireRoomForHdf5();
     try {
         hsize_t dimensions[2];
         const int rank = fillDimensions(shape, dimensions);
         closed(H5::DataSpace(rank, dimensions), [&](H5::DataSpace& space) {
-            closed(location.createDataSet(name, type, space, properties), [&](H5::DataSet& dataset) {
-                if (shape.elements() > 0)
-                    dataset.write(data, type);
-            });
+            H5::DataSet dataset = location.createDataSet(name, type, space, properties);
+            if (layout.deflated && layout.chunkRows > 0 && shape.elements() > 0) {
+                const hsize_t rowBytes = std::max<hsize_t>(shape.columns, 1) * type.getSize();
+                deflate(std::move(dataset), data, shape.rows, rowBytes, layout.chunkRows);
+                return;
+            }
+            if (shape.elements() > 0)
+                dataset.write(data, type);
+            dataset.close();
         });
     }
     catch (const H5::Exception& error) {

@@ -38,7 +38,8 @@ class CArrayWriter
 public:
     CArrayWriter(H5::H5Location& location, bool compress) : location(location), compress(compress) {}
 
-    /// Writes an array in one transfer, laid out by the rule for count.
+    /// Writes an array, laid out by the rule for count. Deflated, it is copied and may reach the file later: see
+    /// CChunkQueue.
     /// \param type  of a number, in memory and in the file
     void write(const std::string& name, const H5::PredType& type, const SArrayShape& shape, const void* data,
                hsize_t count) const;
@@ -48,7 +49,7 @@ public:
 
 private:
     void write(const std::string& name, const H5::PredType& type, const SArrayShape& shape, const void* data,
-               const H5::DSetCreatPropList& properties) const;
+               const H5::DSetCreatPropList& properties, const SArrayLayout& layout) const;
 
     H5::H5Location& location;
     bool compress;

@@ -8,6 +8,7 @@
 #include "core/progress.h"
 #include "io/hdf5/bulk_arrays.h"
 #include "io/hdf5/checked_file_driver.h"
+#include "io/hdf5/chunk_queue.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/deck_tree.h"
 #include "io/hdf5/error_text.h"
@@ -104,6 +105,7 @@ void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulatio
 void NHdf5Family::writeObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object)
 {
     inHdf5([&] {
+        CChunkQueue chunks;
         if (dynamic_cast<CCreatorData*>(&object)) {
             CHdf5CreatorDataWriter writer(file, options);
             object.write(writer);
@@ -112,6 +114,7 @@ void NHdf5Family::writeObject(H5::H5File& file, SSaveOptions& options, CSimulati
             CHdf5TimestepDataWriter writer(file, options);
             object.write(writer);
         }
+        chunks.finish();
     });
     throwIfFailed(file);
 }

@@ -131,7 +131,7 @@ void CGeometryGroup::applyTransform(const C3DTransform& matrix)
     const C3DPoint* const from = originalCoords.data();
     C3DPoint* const to = coords.data();
     const auto count = static_cast<qint64>(coords.size());
-#pragma omp parallel for schedule(static) if (count > worthThreads) num_threads(loopThreads())
+#pragma omp parallel for schedule(static) num_threads(loopThreads(count > worthThreads))
     for (qint64 vertex = 0; vertex < count; ++vertex)
         to[vertex] = matrix * from[vertex];
 }

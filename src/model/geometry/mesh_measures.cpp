@@ -35,7 +35,7 @@ void CGeometryGroup::updateBounds()
     }
     C3DPoint least(farthest, farthest, farthest);
     C3DPoint greatest(-farthest, -farthest, -farthest);
-#pragma omp parallel if (count > worthThreads) num_threads(loopThreads())
+#pragma omp parallel num_threads(loopThreads(count > worthThreads))
     {
         C3DPoint ownLeast(farthest, farthest, farthest);
         C3DPoint ownGreatest(-farthest, -farthest, -farthest);

@@ -1,5 +1,7 @@
 // How arrays are laid out in a file, and what a reader believes of an array's announced size.
+#include "core/thread_pool.h"
 #include "io/hdf5/bulk_arrays.h"
+#include "io/hdf5/chunk_queue.h"
 #include "io/hdf5/error_text.h"
 
 #include "support/h5_builder.h"
@@ -7,8 +9,10 @@
 #include "support/temp_folder.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <cmath>
 #include <numeric>
 #include <ostream>
+#include <set>
 
 namespace NBrenmark {
 
@@ -85,6 +89,58 @@ TEST(ArrayLayouts, areLeftAloneForShortArraysOfAFixedLength)
         CArrayWriter(file, true).writePlain("a", H5::PredType::NATIVE_DOUBLE, {300, 3}, values.data());
     }
     EXPECT_EQ(treeOf(folder.path("a.h5")), "/\n/a f64 {300,3}\n");
+}
+
+// ---------------------------------------------------------------- deflated outside of HDF5
+
+/// Where the chunks of dataset "a" lie in the file, and what they are.
+static std::string chunksOf(const QString& path)
+{
+    const H5::H5File file(path.toStdString(), H5F_ACC_RDONLY);
+    const H5::DataSet dataset = file.openDataSet("a");
+    const H5::DataSpace space = dataset.getSpace();
+    QFile bytes(path);
+    EXPECT_TRUE(bytes.open(QIODevice::ReadOnly));
+    hsize_t count = 0, size = 0;
+    haddr_t address = 0;
+    std::string chunks;
+    H5Dget_num_chunks(dataset.getId(), space.getId(), &count);
+    for (hsize_t i = 0; i < count; ++i) {
+        EXPECT_GE(H5Dget_chunk_info(dataset.getId(), space.getId(), i, nullptr, nullptr, &address, &size), 0);
+        bytes.seek(static_cast<qint64>(address));
+        chunks += std::to_string(address) + bytes.read(static_cast<qint64>(size)).toStdString();
+    }
+    return chunks;
+}
+
+TEST(ArrayDeflating, givesOneFileWithAnyNumberOfThreadsThatTheFilterOfHdf5Inflates)
+{
+    const CTempFolder folder;
+    for (const hsize_t columns : {hsize_t(0), hsize_t(3)}) {
+        std::vector<double> values(700000 * std::max<hsize_t>(columns, 1) + 7 * columns); // the last chunk isn't full
+        for (size_t i = 0; i < values.size(); ++i)
+            values[i] = i % 5 == 0 ? 1.0 : std::sqrt(double(i));
+        const SArrayShape shape{values.size() / std::max<hsize_t>(columns, 1), columns};
+        std::set<std::string> files;
+        for (const unsigned threads : {1u, 2u, 6u}) {
+            const CThreadPool pool(threads);
+            const QString path = folder.path("a.h5");
+            {
+                H5::H5File file(path.toStdString(), H5F_ACC_TRUNC);
+                CChunkQueue chunks;
+                CArrayWriter(file, true).write("a", H5::PredType::NATIVE_DOUBLE, shape, values.data(), shape.rows);
+                CArrayWriter(file, true).write("b", H5::PredType::NATIVE_DOUBLE, shape, values.data(), shape.rows);
+                chunks.finish();
+            }
+            files.insert(chunksOf(path));
+            std::vector<double> back(values.size());
+            H5::H5File(path.toStdString(), H5F_ACC_RDONLY)
+                .openDataSet("a")
+                .read(back.data(), H5::PredType::NATIVE_DOUBLE);
+            EXPECT_TRUE(back == values) << threads;
+        }
+        EXPECT_EQ(files.size(), 1u);
+    }
 }
 
 // ---------------------------------------------------------------- reading

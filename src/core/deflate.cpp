@@ -1,0 +1,138 @@
+#include "core/deflate.h"
+
+#include <zlib.h>
+
+#ifndef BRENMARK_WITHOUT_ISAL
+#include <isa-l/igzip_lib.h>
+#endif
+#ifndef BRENMARK_WITHOUT_LIBDEFLATE
+#include <libdeflate.h>
+#endif
+
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace NBrenmark {
+
+namespace {
+
+constexpr int bestLevel = 6;
+[[maybe_unused]] constexpr int thoroughLevel = 5;
+[[maybe_unused]] constexpr int quickLevel = 1;
+
+#if defined(BRENMARK_WITHOUT_ISAL) && defined(BRENMARK_WITHOUT_LIBDEFLATE)
+constexpr bool hasQuickEncoder = false;
+#else
+constexpr bool hasQuickEncoder = true;
+#endif
+
+// Each encoder gives the size of the stream, or 0 if it has no room for it.
+
+[[maybe_unused]] std::size_t byZlib(int level, const char* data, std::size_t size, char* target, std::size_t room)
+{
+    uLongf length = room;
+    switch (compress2(reinterpret_cast<Bytef*>(target), &length, reinterpret_cast<const Bytef*>(data), size, level)) {
+    case Z_OK: return length;
+    case Z_BUF_ERROR: return 0;
+    case Z_MEM_ERROR: throw std::bad_alloc();
+    default: throw std::runtime_error("zlib can't deflate");
+    }
+}
+
+#ifndef BRENMARK_WITHOUT_LIBDEFLATE
+std::size_t byLibdeflate(int level, const char* data, std::size_t size, char* target, std::size_t room)
+{
+    struct SFree
+    {
+        void operator()(libdeflate_compressor* compressor) const { libdeflate_free_compressor(compressor); }
+    };
+    // A thread deflates many blocks, and a compressor takes some time to make.
+    static thread_local std::unique_ptr<libdeflate_compressor, SFree> compressors[bestLevel + 1];
+    auto& compressor = compressors[level];
+    if (!compressor)
+        compressor.reset(libdeflate_alloc_compressor(level));
+    if (!compressor)
+        throw std::bad_alloc();
+    return libdeflate_zlib_compress(compressor.get(), data, size, target, room);
+}
+#endif
+
+std::size_t thorough(int level, const char* data, std::size_t size, char* target, std::size_t room)
+{
+#ifndef BRENMARK_WITHOUT_LIBDEFLATE
+    return byLibdeflate(level, data, size, target, room);
+#else
+    return byZlib(level, data, size, target, room);
+#endif
+}
+
+std::size_t quick(const char* data, std::size_t size, char* target, std::size_t room)
+{
+#if !defined(BRENMARK_WITHOUT_ISAL)
+    static thread_local std::unique_ptr<unsigned char[]> levelBuffer;
+    if (!levelBuffer)
+        levelBuffer.reset(new unsigned char[ISAL_DEF_LVL1_DEFAULT]);
+    isal_zstream stream;
+    isal_deflate_stateless_init(&stream);
+    stream.level = quickLevel;
+    stream.level_buf = levelBuffer.get();
+    stream.level_buf_size = ISAL_DEF_LVL1_DEFAULT;
+    stream.gzip_flag = IGZIP_ZLIB;
+    stream.end_of_stream = 1;
+    stream.flush = NO_FLUSH;
+    stream.next_in = reinterpret_cast<unsigned char*>(const_cast<char*>(data)); // only read
+    stream.avail_in = static_cast<uint32_t>(size);
+    stream.next_out = reinterpret_cast<unsigned char*>(target);
+    stream.avail_out = static_cast<uint32_t>(room);
+    return isal_deflate_stateless(&stream) == COMP_OK ? stream.total_out : 0;
+#elif !defined(BRENMARK_WITHOUT_LIBDEFLATE)
+    return byLibdeflate(quickLevel, data, size, target, room);
+#else
+    // With numbers that hardly shrink, zlib's first level takes as long as its sixth: nothing is gained.
+    return byZlib(bestLevel, data, size, target, room);
+#endif
+}
+
+/// Stored blocks of zlib are 16 kB long at least, with 5 bytes before each; header and trailer take 6.
+constexpr std::size_t roomFor(std::size_t size) { return size + size / 1024 + 64; }
+
+/// The level that a thorough encoder is worth, for a block that the quick one made into so many bytes; 0 for none.
+int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
+{
+    constexpr std::size_t sampleSize = 0x10000;
+    if (quickSize == 0)
+        return bestLevel;
+    if (!hasQuickEncoder || quickSize >= size - size / 10) // rough numbers: nothing makes them shorter
+        return 0;
+    if (size < 2 * sampleSize || quickSize < size / 50) // takes no time
+        return bestLevel;
+    // A part of the block shows what all of it would gain: with a twentieth, the time is well spent.
+    const char* const sample = data + (size - sampleSize) / 2;
+    char target[roomFor(sampleSize)];
+    const std::size_t quickPart = quick(sample, sampleSize, target, sizeof target);
+    const std::size_t thoroughPart = thorough(thoroughLevel, sample, sampleSize, target, sizeof target);
+    return thoroughPart < quickPart - quickPart / 20 ? thoroughLevel : 0;
+}
+
+SBytes withRoom(std::size_t room) { return {std::unique_ptr<char[]>(new char[room]), 0}; }
+
+} // namespace
+
+SBytes deflated(const char* data, std::size_t size)
+{
+    SBytes made = withRoom(roomFor(size));
+    made.size = quick(data, size, made.data.get(), roomFor(size));
+    const int level = levelWorth(data, size, made.size);
+    if (level == 0)
+        return made;
+    const std::size_t room = made.size > 0 ? made.size : roomFor(size);
+    SBytes better = withRoom(room);
+    better.size = thorough(level, data, size, better.data.get(), room);
+    if (better.size == 0 && made.size == 0)
+        throw std::runtime_error("a block of " + std::to_string(size) + " bytes can't be deflated");
+    return better.size > 0 ? std::move(better) : std::move(made);
+}
+
+} // namespace NBrenmark

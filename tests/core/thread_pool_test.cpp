@@ -1,0 +1,115 @@
+// Work in pieces: the pool, the blocks that it deflates, and how many threads it has.
+#include "core/deflate.h"
+#include "core/inflate.h"
+#include "core/thread_pool.h"
+#include "platform/core_count.h"
+
+#include "support/temp_folder.h"
+#include <zlib.h>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+
+namespace NBrenmark {
+
+TEST(ThreadPool, doesEveryTaskOnceAndHandsOverWhatItThrows)
+{
+    for (const unsigned threads : {1u, 2u, 5u}) {
+        const CThreadPool pool(threads);
+        EXPECT_EQ(CThreadPool::current() == &pool, threads > 1);
+        std::vector<std::atomic<int>> runs(200);
+        std::vector<std::unique_ptr<CPooledTask>> tasks;
+        for (size_t i = 0; i < runs.size(); ++i)
+            tasks.push_back(std::make_unique<CPooledTask>([&runs, i] {
+                ++runs[i];
+                if (i % 7 == 0)
+                    throw std::out_of_range(std::to_string(i));
+            }));
+        tasks.resize(150); // whoever isn't waited for is done or never begun
+        for (size_t i = 0; i < tasks.size(); ++i) {
+            if (i % 7 == 0)
+                EXPECT_THROW(tasks[i]->wait(), std::out_of_range);
+            else
+                tasks[i]->wait();
+        }
+        tasks.clear();
+        for (size_t i = 0; i < runs.size(); ++i)
+            EXPECT_LE(runs[i], 1) << i;
+        EXPECT_EQ(std::accumulate(runs.begin(), runs.begin() + 150, 0), 150);
+    }
+    EXPECT_EQ(CThreadPool::current(), nullptr);
+}
+
+/// Bytes of several kinds: constants, counted numbers, rough ones, a mixture.
+static std::string block(int kind, size_t bytes)
+{
+    std::mt19937_64 random(7);
+    std::string made;
+    for (quint64 i = 0; made.size() < bytes; ++i) {
+        const quint64 value = kind == 0 ? 3 : kind == 1 ? i / 2 : kind == 2 ? random() : (i % 3 ? random() : 0);
+        made.append(reinterpret_cast<const char*>(&value), sizeof value);
+    }
+    return made.substr(0, bytes);
+}
+
+TEST(Deflate, givesStreamsThatZlibInflatesAndThatAreHardlyLonger)
+{
+    for (int kind = 0; kind < 4; ++kind)
+        for (const size_t bytes : {size_t(1), size_t(100), size_t(5000), size_t(2000000)}) {
+            const std::string raw = block(kind, bytes);
+            const SBytes stream = deflated(raw.data(), raw.size());
+            std::string back(bytes + 1, ' ');
+            uLongf length = back.size();
+            ASSERT_EQ(uncompress(reinterpret_cast<Bytef*>(&back[0]), &length,
+                                 reinterpret_cast<const Bytef*>(stream.data.get()), stream.size),
+                      Z_OK);
+            EXPECT_EQ(back.substr(0, length), raw);
+            std::vector<Bytef> ordinary(compressBound(bytes));
+            uLongf size = ordinary.size();
+            compress2(ordinary.data(), &size, reinterpret_cast<const Bytef*>(raw.data()), bytes, 6);
+            EXPECT_LE(stream.size, size + size / 20 + 100) << kind << ' ' << bytes;
+        }
+}
+
+TEST(Inflate, takesPiecesOfAnySizeAndKnowsWhereTheStreamEnds)
+{
+    const std::string raw = block(3, 100000);
+    const SBytes stream = deflated(raw.data(), raw.size());
+    const std::string input = std::string(stream.data.get(), stream.size) + "what follows";
+    for (const size_t piece : {size_t(1), size_t(777), input.size()})
+        for (const size_t room : {size_t(1), size_t(1000), raw.size() + 1}) {
+            CInflater inflater;
+            std::string made;
+            std::vector<char> target(room);
+            size_t fed = 0;
+            while (!inflater.hasEnded()) {
+                if (inflater.isHungry() && fed < input.size()) {
+                    const size_t size = std::min(piece, input.size() - fed);
+                    inflater.feed(input.data() + fed, size);
+                    fed += size;
+                }
+                made.append(target.data(), inflater.inflate(target.data(), room));
+            }
+            EXPECT_EQ(made, raw);
+            EXPECT_EQ(fed - inflater.waiting(), stream.size) << piece << ' ' << room;
+        }
+}
+
+TEST(CoreCount, keepsToTheLimitOfAControlGroupAndOfThoseAboveIt)
+{
+    const CTempFolder root;
+    QDir(root.path()).mkpath("a/b");
+    QDir(root.path()).mkpath("cpu,cpuacct/docker");
+    root.write("a/cpu.max", "150000 100000\n"); // one core and a half
+    root.write("a/b/cpu.max", "max 100000\n");
+    root.write("cpu,cpuacct/docker/cpu.cfs_quota_us", "300000\n");
+    root.write("cpu,cpuacct/docker/cpu.cfs_period_us", "100000\n");
+    const auto cores = [&](const char* members) { return coresOfControlGroup(root.path().toStdString(), members); };
+    EXPECT_EQ(cores("0::/a/b\n"), 2u);
+    EXPECT_EQ(cores("4:memory:/x\n3:cpu,cpuacct:/docker\n"), 3u);
+    EXPECT_EQ(cores("0::/\n"), 0u);
+    EXPECT_EQ(cores("nonsense"), 0u);
+    EXPECT_GE(availableCores(), 1u);
+}
+
+} // namespace NBrenmark

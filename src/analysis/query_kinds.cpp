@@ -1,3 +1,4 @@
+// What each class of queries adds to the common record, and the words of the classes.
 #include "analysis/query_kinds.h"
 
 #include "analysis/entry_form.h"

@@ -1,3 +1,5 @@
+// The records of regions. Each holds parameters of no known layout: where they end follows from what comes after
+// them.
 #include "analysis/region_selections.h"
 
 #include "analysis/entry_form.h"

@@ -1,3 +1,4 @@
+// Reads and writes the configuration line by line, each in one pass: a damaged line may be as long as the file.
 #include "config/config_file.h"
 
 #include "config/config_manager.h"

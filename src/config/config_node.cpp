@@ -1,3 +1,4 @@
+// The text form of each kind of value, in both directions.
 #include "config/config_node.h"
 
 #include "config/config_number.h"

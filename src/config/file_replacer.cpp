@@ -1,3 +1,5 @@
+// Copies finished companions onto their targets in threads that are waited for at the end of the process, so that an
+// exit right after a save loses nothing.
 #include "config/file_replacer.h"
 
 #include "core/log.h"

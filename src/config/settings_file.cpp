@@ -1,3 +1,4 @@
+// Reads and writes the blocks of the settings file, and finds the next block after a damaged one.
 #include "config/settings_file.h"
 
 #include "config/file_replacer.h"

@@ -1,3 +1,5 @@
+// The order of a conversion: look at the source, make the target, move timestep by timestep, then the companions.
+// Each end has its code, its text and its outcome.
 #include "core/deck/conversion.h"
 
 #include "config/file_replacer.h"

@@ -1,3 +1,5 @@
+// Lists what is there of a deck with sizes and times, by which a change of the source during a conversion is
+// noticed.
 #include "core/deck/family_files.h"
 
 #include "core/deck/deck_files.h"

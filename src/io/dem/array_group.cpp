@@ -1,3 +1,5 @@
+// Moves arrays in pieces that an int can count, and believes a count only as far as the bytes that follow can bear
+// it out.
 #include "io/dem/array_group.h"
 
 #include "config/user_preferences.h"

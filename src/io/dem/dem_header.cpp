@@ -1,3 +1,4 @@
+// Which words a header has depends on the version that made the deck; a current one always has eight.
 #include "io/dem/dem_header.h"
 
 #include "io/dem/dem_data_stream.h"

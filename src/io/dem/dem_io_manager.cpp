@@ -1,3 +1,4 @@
+// Which segment is open, and opening a deck with its index. The other operations are in dem_*.cpp beside it.
 #include "io/dem/dem_io_manager.h"
 
 #include "core/deck/deck_files.h"

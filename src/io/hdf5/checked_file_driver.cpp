@@ -1,3 +1,5 @@
+// The calls that HDF5 makes of a file, as plain reads and writes. After the first write that failed the later ones
+// are swallowed, so that HDF5 can close what it has; whoever wrote asks for the failure.
 #include "io/hdf5/checked_file_driver.h"
 
 #include "io/hdf5/error_text.h"

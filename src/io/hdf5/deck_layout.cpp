@@ -1,3 +1,4 @@
+// Names of files and folders from the name of the main file, and numbers from the names of timesteps' files.
 #include "io/hdf5/deck_layout.h"
 
 #include <QDir>

@@ -1,3 +1,4 @@
+// Follows every address of a file once, within its bounds, before HDF5 does.
 #include "io/hdf5/file_structure.h"
 
 #include "core/plain_file.h"

@@ -1,3 +1,5 @@
+// Opening a deck, finding its timesteps and reading them. Writing is in hdf5_write.cpp, whole decks in
+// hdf5_copy.cpp.
 #include "io/hdf5/hdf5_io_manager.h"
 
 #include "core/deck/file_families.h"

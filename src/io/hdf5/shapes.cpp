@@ -1,3 +1,4 @@
+// Each shape in both directions. A type or extent other than expected is refused with the path of the object.
 #include "io/hdf5/shapes.h"
 
 #include "core/log.h"

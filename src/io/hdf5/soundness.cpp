@@ -1,3 +1,4 @@
+// Tests links, storage, filters and announced sizes of one object before it is opened or read.
 #include "io/hdf5/soundness.h"
 
 #include "core/memory_ceiling.h"

@@ -1,3 +1,4 @@
+// The text of values without a name of their own.
 #include "io/text/text_writer.h"
 #include "maths/axis_angle.h"
 

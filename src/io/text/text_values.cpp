@@ -1,3 +1,4 @@
+// Numbers with as many digits as tell any two apart; not-a-numbers with their bits.
 #include "io/text/text_values.h"
 
 #include "core/control_characters.h"

@@ -1,3 +1,4 @@
+// The text of factory parameters, each below the word of its kind.
 #include "io/text/text_writer.h"
 #include "model/factories/factory_angular_velocity.h"
 #include "model/factories/factory_custom_property.h"

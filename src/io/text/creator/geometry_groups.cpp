@@ -1,3 +1,4 @@
+// The text of geometry groups: meshes as stored, nothing that follows from them.
 #include "model/geometry_groups.h"
 #include "io/text/held_by_property.h"
 #include "io/text/text_writer.h"

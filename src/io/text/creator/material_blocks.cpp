@@ -1,3 +1,4 @@
+// The text of material blocks.
 #include "io/text/text_writer.h"
 #include "model/material_block.h"
 #include "properties/custom_property_data.h"

@@ -1,3 +1,4 @@
+// The text of particle types, and of all particles by slot.
 #include "model/particle_types.h"
 #include "io/text/held_by_property.h"
 #include "io/text/text_writer.h"

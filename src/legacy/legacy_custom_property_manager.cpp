@@ -1,3 +1,4 @@
+// Reads a property file as a whole or not at all: half of a list would give values to the wrong properties.
 #include "legacy/legacy_custom_property_manager.h"
 
 #include "core/log.h"

@@ -1,3 +1,4 @@
+// Wraps positions at periodic sides.
 #include "model/domain.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// The list of types, and finding a particle by its id.
 #include "model/particle_types.h"
 
 #include "model/domain.h"

@@ -1,3 +1,4 @@
+// Draws velocities.
 #include "model/factories/factory_velocity.h"
 
 #include "maths/quaternion.h"

@@ -1,3 +1,4 @@
+// Makes the mesh of a cylinder or cone, with or without its ends.
 #include "model/geometry/cylinder.h"
 
 #include "model/geometry/ring.h"

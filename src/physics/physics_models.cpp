@@ -1,3 +1,4 @@
+// Adds and removes models with all listeners asked first: one of them may refuse.
 #include "physics/physics_models.h"
 
 #include "physics/electrostatics.h"

@@ -1,3 +1,4 @@
+// Definitions in sequence: stored values are found by position. Here too is the payload of their settings block.
 #include "properties/custom_property_manager.h"
 
 #include "core/log.h"

@@ -1,3 +1,4 @@
+// Rows of bonds, and finding one by its two ends.
 #include "results/bonds.h"
 
 #include "model/particle_types.h"

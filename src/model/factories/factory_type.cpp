@@ -1,4 +1,4 @@
-// Picks the next particle type by shares or in turn.
+// Picks the next particle type: of several names each in turn.
 #include "model/factories/factory_type.h"
 
 #include "model/particle_types.h"

@@ -48,7 +48,7 @@ void CTimeDistributionQuery::keys(CQueryKeys& k)
     k.value("INTERVALS", intervals);
     k.value("START TIME", startTime);
     k.value("END TIME", endTime);
-    // QUERY TYPE itself names the class: the inner query's word stands below it.
+    // QUERY TYPE itself names the class: the inner query's word is below it.
     k.value("QUERY TYPE:QUERY TYPE", queryType);
 }
 

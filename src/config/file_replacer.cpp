@@ -88,7 +88,7 @@ private:
     std::condition_variable changed;
     std::list<QString> underWay;
     std::vector<SFailedCopy> failed;
-    std::vector<std::thread> threads; ///< that nobody has waited for yet
+    std::vector<std::thread> threads; ///< that haven't been waited for yet
 };
 
 static CCopyRegistry& copyRegistry()

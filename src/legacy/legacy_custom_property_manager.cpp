@@ -21,7 +21,7 @@ static constexpr qint64 leastRecordBytes = 4 + 3 * 4 + 8;
 
 CLegacyCustomPropertyManager::~CLegacyCustomPropertyManager() = default;
 
-/// The header's length stands first: compared as bytes, so that a damaged one has nothing read for it.
+/// The header's length comes first: compared as bytes, so that a damaged one has nothing read for it.
 static bool takeHeader(QDataStream& stream)
 {
     QByteArray expected;

@@ -132,7 +132,7 @@ void CCustomPropertyManager::notifyChanged(int value)
 void CCustomPropertyManager::clear(bool notify)
 {
     // Back to no finalized property first, so that the listeners drop their values while the
-    // definitions of those still stand.
+    // definitions of those are still there.
     lastFinalisedPropertyIndex = -1;
     notifyChanged(0);
     properties.clear();

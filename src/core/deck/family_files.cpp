@@ -25,7 +25,7 @@ void addIfThere(QStringList& files, const QString& file)
         files.append(file);
 }
 
-/// A file whatever its name is: hard links, symbolic links and file systems that don't tell case
+/// A file whatever its name is: hard links, symbolic links and file systems that don't distinguish case
 /// apart lead to the same one.
 using FileIdentity = std::pair<dev_t, ino_t>;
 

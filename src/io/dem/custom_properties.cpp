@@ -66,7 +66,7 @@ void CDemWriter::writeCustomPropertyData(const CCustomPropertyValueList& list)
     });
 }
 
-/// The items have their count and initial values already: those stand where nothing is stored.
+/// The items have their count and initial values already: those remain where nothing is stored.
 void CDemReader::readCustomPropertyManager(CCustomPropertyData& data)
 {
     CInForm f = in();

@@ -26,8 +26,8 @@ static bool blockFailed(const SLogTitle& title, const std::string& text, ECause 
     return false;
 }
 
-/// The head of a block: its name and what else stands before the data.
-/// \return false, told in the log, if readHead throws
+/// The head of a block: its name and what else comes before the data.
+/// \return false, with a report, if readHead throws
 template <class TReadHead>
 static bool readHead(CDemDataStream& stream, TReadHead&& readHead)
 {
@@ -177,7 +177,7 @@ bool CDemIoManager::writeTimestepBlock(QFile& file, CTimestepData& timestep, con
     stream << QString(NDemBlockName::timestep) << creator.segment << creator.offset;
     if (!runWriter(stream, timestep, writeOptions, file))
         return false;
-    // A time that stands in for the timestep's own does so once.
+    // A time given in place of the timestep's own is used once.
     writeOptions.overrideTime = stream.options.overrideTime;
     writeOptions.timeOverride = stream.options.timeOverride;
     return true;

@@ -56,7 +56,7 @@ void factoryCountersForm(TForm& f, TFactory& factory)
     }
 }
 
-/// Ties the factories of all groups to the particle types of their model, and tells which of them
+/// Ties the factories of all groups to the particle types of their model, and reports which of them
 /// name a type that isn't there.
 void linkFactories(CCreatorData& creator);
 

@@ -97,7 +97,7 @@ void CDemReader::readParticleType(CParticleType& type)
             deflated, rows, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, type); }, slotBytes(type));
     }
     if ((fields & eMatrixOrientation) != 0)
-        fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // as which it is held now
+        fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // held as quaternions from here on
     type.dataMask = fields;
     if (rows != 0 && (fields & arrayFields) == 0) {
         report(eLost, NLogTitle::legacyRead,

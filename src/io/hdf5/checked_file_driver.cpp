@@ -84,7 +84,7 @@ struct SCheckedFile
     H5FD_t base;
     int descriptor;
     haddr_t allocated; // what HDF5 counts as used
-    haddr_t size;      // of the file, as far as HDF5 is told
+    haddr_t size;      // of the file, as far as HDF5 knows
     dev_t device;
     ino_t inode;
     bool failed;
@@ -212,7 +212,7 @@ herr_t readBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size, 
             pushError(H5E_IO, H5E_READERROR, "can't read", file.name->c_str(), errno);
             return -1;
         }
-        if (got == 0) { // behind the end: allocated, never written
+        if (got == 0) { // after the end: allocated, never written
             std::memset(target, 0, size);
             return 0;
         }

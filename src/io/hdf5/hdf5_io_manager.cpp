@@ -209,7 +209,7 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
 {
     const quint32 number = frame.timestep.timestepIndex;
     const qint64 before = currentFileNumber;
-    // An entry without an offset stands for a file that isn't there; its number would be another's.
+    // An entry without an offset is that of a file that isn't there; its number would be another's.
     if (number >= index.size() || index[number].offset == 0) {
         tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(timestepFilePath(fileName, number)));
         return false;

@@ -4,7 +4,7 @@
 
 namespace NBrenmark {
 
-// Values that have no name of their own stand under the path that the caller is at.
+// Values that have no name of their own are under the path that the caller is at.
 
 void CTextWriter::writeMatrix3(const C3DMatrix& matrix) { out.here(matrix); }
 void CTextWriter::writeMatrix4(const C3DTransform& transform) { out.here(transform); }

@@ -8,7 +8,7 @@
 
 namespace NBrenmark {
 
-/// Title, damping and description, with what stood between them once.
+/// Title, damping and description, with what was between them once.
 template <class TForm, class TCreator>
 static void titleForm(TForm& f, TCreator& creator)
 {
@@ -44,7 +44,7 @@ static void limitsForm(TForm& f, TCreator& creator)
     f.f64(creator.angularVelocityLimit, gateLimits, 0.0);
 }
 
-/// Whether charges stand beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
+/// Whether charges are stored beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
 static void readStreamFlag(CInForm& f, CCreatorData& creator)
 {
     if (!f.stores(below(22, 0, 0)))

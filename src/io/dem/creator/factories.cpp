@@ -95,7 +95,7 @@ static void readSizes(CDemCreatorDataReader& reader, CInForm& f, CParticleFactor
     }
 }
 
-/// Before, one size stands for all types, whose names follow later.
+/// Before, one size is that of all types, whose names follow later.
 static std::unique_ptr<IFactorySize> readSharedSize(CDemCreatorDataReader& reader, CInForm& f,
                                                     const CParticleFactory& factory)
 {

@@ -57,7 +57,7 @@ static void reality(TForm& f, TGroup& group)
         f.flag(group.geometryType == eRealGeometry);
 }
 
-/// The numbers behind the mesh, up to the motion.
+/// The numbers after the mesh, up to the motion.
 template <class TForm, class TGroup>
 static void bodyForm(TForm& f, TGroup& group)
 {
@@ -79,7 +79,7 @@ static void bodyForm(TForm& f, TGroup& group)
 
 // ---------------------------------------------------------------- the mesh
 
-/// What stands in front of the arrays of a mesh.
+/// What comes before the arrays of a mesh.
 struct SMeshHead
 {
     quint32 vertices = 0;
@@ -250,7 +250,7 @@ void CDemCreatorDataWriter::writeGeometryGroup(const CGeometryGroup& group)
 
 // ---------------------------------------------------------------- the list
 
-/// A group by the word of its shape; null, told in the log, for one that names no shape.
+/// A group by the word of its shape; null, with a report, for one that names no shape.
 static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyManager* properties)
 {
     if (!f.since(2, 4, 5)) // no shapes yet

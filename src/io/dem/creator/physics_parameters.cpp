@@ -221,7 +221,7 @@ void CDemCreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
         bond.read(*this);
         if (!f.since(30, 0, 18)) {
             const SNamePair pair = namesOfJoined(key);
-            if (!pair.first.empty()) // else it is no pair, and stands as it is
+            if (!pair.first.empty()) // else it is no pair, and stays as it is
                 key = CBondParametersMap::pairKey(pair.first, pair.second);
         }
         bonds.set(key, bond);
@@ -263,7 +263,7 @@ static constexpr qint64 leastPlaneNameBytes = 4 + 2 * leastNameBytes;
 static constexpr qint64 planeBytes = 4 + 2 * 3 * 8;
 static constexpr SGate gatePlaneNames = from(27, 0, 1);
 
-/// Two tables that nothing here has a use for stand before the planes.
+/// Two tables that nothing here has a use for come before the planes.
 static quint32 dropPlaneTables(CInForm& f)
 {
     qint32 id = 0;

@@ -1,4 +1,4 @@
-// The shapes of geometry groups. Each stands before what all groups have in common.
+// The shapes of geometry groups. Each comes before what all groups have in common.
 #include "core/log.h"
 #include "core/shortened.h"
 #include "io/dem/dem_reader.h"
@@ -56,7 +56,7 @@ void CDemCreatorDataWriter::writeCylinder(const CCylinder& cylinder)
     writeGeometryGroup(cylinder);
 }
 
-/// Up to 2.4.25 two opposite points stood for the size of a rectangle; what is left of them is
+/// Up to 2.4.25 two opposite points gave the size of a rectangle; what is left of them is
 /// where it lies.
 static void oldPolygonForm(CInForm& f, CPolygon& polygon)
 {
@@ -116,8 +116,8 @@ static void cadForm(TForm&& f, TGeometry& geometry)
     f.point(geometry.rotationAxisEnd);
 }
 
-/// From 23.0.1 to 23.0.3 a file tells where an import was put, but holds it there and no longer where it came from.
-/// The mesh counts: put in its place a second time, it would stand elsewhere.
+/// From 23.0.1 to 23.0.3 a file says where an import was put, but holds it there and no longer where it came from.
+/// The mesh counts: put in its place a second time, it would be elsewhere.
 static void keepMeshWhereItStands(CInForm f, CCADGeometry& geometry)
 {
     geometry.updateCadTransform();

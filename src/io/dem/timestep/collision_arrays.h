@@ -1,5 +1,5 @@
 #pragma once
-// The arrays of collision records, which stand in a group of their own or among those of the contacts
+// The arrays of collision records, which are in a group of their own or among those of the contacts
 // that they belong to.
 
 #include "io/dem/array_group.h"

@@ -13,7 +13,7 @@ namespace NBrenmark {
 static constexpr quint32 contactFields = 255;
 /// The arrays of a family before it had blocks, whatever its word says.
 static constexpr quint32 fieldsBeforeBlocks = 0x40FF;
-// What only old decks store: the normal force a second time, with a vector further on that nobody
+// What only old decks store: the normal force a second time, with a vector further on that no one
 // needs, and a word of the same kind.
 static constexpr quint32 repeatedForceField = 0x2000;
 static constexpr quint32 droppedWordField = 0x4000;
@@ -128,7 +128,7 @@ static quint32 readFields(CInForm& f)
     return fields;
 }
 
-/// Brings a family in order that was read, and tells what didn't fit.
+/// Brings a family in order that was read, and reports what didn't fit.
 static void settle(CContactsBase& family)
 {
     const quint32 collisions = family.activeCollisions.recordCount();

@@ -1,4 +1,4 @@
-// What changes with time of the geometry. The list itself stands in the creator block; each of its
+// What changes with time of the geometry. The list itself is in the creator block; each of its
 // groups follows in place.
 #include "model/geometry_groups.h"
 

@@ -142,7 +142,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     stream->checkStatus("timestep data");
 }
 
-/// The time of the timestep, or once the one that stands in its place.
+/// The time of the timestep, or once the one given in its place.
 static void writeTime(COutForm& f, const CTimestepData& timestep)
 {
     SSaveOptions& options = f.stream.options;

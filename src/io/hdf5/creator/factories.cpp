@@ -122,7 +122,7 @@ void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
     read("FactOrientation/", factory.orientation, [&](const QString& word) { factory.setOrientationKind(word); });
     read("FactAngVel/", factory.angVel, [&](const QString& word) { factory.setAngVelKind(word); });
     read("FactType/", factory.type, [&](const QString& word) { factory.setTypeKind(word, nullptr); });
-    // Behind the type, which it is told.
+    // After the type, which it is given.
     read("FactPosition/", factory.position, [&](const QString& word) { factory.setPositionKind(word); });
     in().group("FactCustomParams/", [&] { readCustomParams(*this, in(), factory); });
     in().fixedRows("Counters/", factory.counters);

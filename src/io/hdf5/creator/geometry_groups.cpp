@@ -1,5 +1,5 @@
 // Geometry groups in a creator model: a group for each by its index, with its mesh, its motions and its
-// factories. What the shapes add stands in shapes.cpp.
+// factories. What the shapes add is in shapes.cpp.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -66,7 +66,7 @@ void CHdf5CreatorDataWriter::writeBlockLink(const CBlockLink& link) { out().attr
 
 // ---------------------------------------------------------------- one group
 
-/// The mesh as it stands for a static group, as it was made for a moving one.
+/// The mesh as it is for a static group, as it was made for a moving one.
 template <class TForm, class TGroup>
 static void coordinatesForm(TForm& f, TGroup& g)
 {

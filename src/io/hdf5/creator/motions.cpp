@@ -61,7 +61,7 @@ static void axisForm(TForm& f, TMotion& motion)
     f.dataset("end point", motion.axis.endPoint);
 }
 
-/// What both sinusoidal motions hold behind their sinusoid.
+/// What both sinusoidal motions hold after their sinusoid.
 template <class TForm, class TMotion>
 static void swingForm(TForm& f, TMotion& motion)
 {
@@ -69,7 +69,7 @@ static void swingForm(TForm& f, TMotion& motion)
     f.attribute("displacement magnitude", motion.displacementMagnitude);
 }
 
-/// Before 30.0.10 the displacement alone told axis and magnitude. The displacement itself stays as stored,
+/// Before 30.0.10 the displacement alone gave axis and magnitude. The displacement itself stays as stored,
 /// in later decks too: it may have moved away from the axis with its body.
 template <class TMotion>
 static void readSwing(CHdf5FormReader& f, TMotion& motion)

@@ -212,7 +212,7 @@ static std::string mendedBondKey(QString key)
     const auto names = CBondParametersMap::namesOf(key.toStdString());
     return names && !CBondParametersMap::namesOf(names->second)
                ? CBondParametersMap::pairKey(names->first, names->second)
-               : key.toStdString(); // more than two names: which of them are the pair can't be told
+               : key.toStdString(); // more than two names: which of them are the pair can't be known
 }
 
 void CHdf5CreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)

@@ -43,7 +43,7 @@ static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
     return lengths.common();
 }
 
-/// Brings a family in order that was read, and tells what didn't fit.
+/// Brings a family in order that was read, and reports what didn't fit.
 static void settle(CContactsBase& contacts)
 {
     const quint32 records = contacts.activeCollisions.recordCount();

@@ -88,7 +88,7 @@ void CHdf5TimestepDataReader::readKinematics(CKinematics& kinematics)
     in().group(kinematicsName(in()), [&] {
         const hsize_t count = in().childCount();
         if (count > kinematics.actions.size()) {
-            // One that the model couldn't take stands somewhere among them: which states are whose is lost.
+            // One that the model couldn't take is somewhere among them: which states are whose is lost.
             report(eLost, NLogTitle::hdf5Read,
                    "The state of " + std::to_string(count) + " motions is skipped: the model has " +
                        std::to_string(kinematics.actions.size()) + ".",

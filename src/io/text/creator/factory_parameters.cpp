@@ -10,7 +10,7 @@
 
 namespace NBrenmark {
 
-// Most parameters are definition alone: of those there is nothing to tell in a timestep.
+// Most parameters are definition alone: of those there is nothing to show in a timestep.
 
 namespace {
 

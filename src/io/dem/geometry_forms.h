@@ -27,10 +27,10 @@ void triangleForm(TArrays& arrays, quint32 mask, TIds& ids, TNodes& nodes, TForc
         if ((mask & field) != 0)
             arrays.rows(what, array);
     };
-    rows(eTriangleIds, "triangle ids", ids);
-    rows(eTriangleNodes, "triangles", nodes);
-    rows(eTriangleForces, "forces on triangles", forces);
-    rows(eTriangleCharges, "charges of triangles", charges);
+    rows(eTriangleIds, "triangle ids", ids);                 // unique in the deck, or all are numbered anew
+    rows(eTriangleNodes, "triangles", nodes);                // rows of the vertices, checked where they are used
+    rows(eTriangleForces, "forces on triangles", forces);    // N, N m, N
+    rows(eTriangleCharges, "charges of triangles", charges); // C
 }
 
 /// The words that a solver leaves with each factory: four are kept, whatever the file has.

@@ -20,9 +20,9 @@ template <class TForm, class TSphere>
 static void sphereForm(TForm& f, TSphere& sphere)
 {
     f.text(sphere.name);
-    f.f64(sphere.contactRadius);
-    f.f64(sphere.physicalRadius);
-    f.point(sphere.position);
+    f.f64(sphere.contactRadius);  // m
+    f.f64(sphere.physicalRadius); // m
+    f.point(sphere.position);     // m, in the particle's frame
 }
 
 template <class TForm, class TType>
@@ -31,11 +31,11 @@ static void definitionForm(TForm& f, TType& type)
     f.marker(particleTypeMarker);
     f.text(type.displayName);
     f.text(type.materialName);
-    f.f64(type.rawMass);
-    f.f64(type.rawVolume);
-    f.point(type.rawInertia);
+    f.f64(type.rawMass);      // kg, at scale 1
+    f.f64(type.rawVolume);    // m^3
+    f.point(type.rawInertia); // kg m^2: Ixx, Iyy, Izz
     f.length("sphere", leastSphereBytes, type.spheres);
-    f.flag(type.calculateProperties, from(20, 0, 4), true);
+    f.flag(type.calculateProperties, from(20, 0, 4), true); // the three follow from the spheres
     for (auto& sphere : type.spheres)
         sphereForm(f, sphere);
 }
@@ -48,10 +48,10 @@ static void rowsForm(TArrays& arrays, quint32 fields, TType& type)
         if ((fields & field) != 0)
             arrays.rows(what, array);
     };
-    rows(eIds, "particle ids", type.ids);
-    rows(eVelocity, "velocities", type.velocity);
-    rows(ePosition, "positions", type.position);
-    rows(eOrientation, "orientations", type.orientation);
+    rows(eIds, "particle ids", type.ids);                 // below 1: a free slot
+    rows(eVelocity, "velocities", type.velocity);         // m/s
+    rows(ePosition, "positions", type.position);          // m
+    rows(eOrientation, "orientations", type.orientation); // w, x, y, z
     if constexpr (TArrays::isReading) {
         // Nine numbers a row, of which the first four are the quaternion.
         std::vector<std::array<double, 9>> oldForm;
@@ -61,13 +61,13 @@ static void rowsForm(TArrays& arrays, quint32 fields, TType& type)
         for (const std::array<double, 9>& row : oldForm)
             type.orientation.emplace_back(row[0], row[1], row[2], row[3]);
     }
-    rows(eAngularVelocity, "angular velocities", type.angularVelocity);
-    rows(eScale, "scales", type.scale);
-    rows(eForceTorque, "forces", type.forceTorque);
-    rows(eUnscaledForceTorque, "unscaled forces", type.unscaledForceTorque);
-    rows(eExternalForceTorque, "external forces", type.externalForceTorque);
-    rows(eCharge, "charges", type.electrostatic.charge);
-    rows(eElectrostaticForce, "electrostatic forces", type.electrostatic.electrostaticForce);
+    rows(eAngularVelocity, "angular velocities", type.angularVelocity);                       // rad/s
+    rows(eScale, "scales", type.scale);                                                       // factor of all lengths
+    rows(eForceTorque, "forces", type.forceTorque);                                           // N, N m, N
+    rows(eUnscaledForceTorque, "unscaled forces", type.unscaledForceTorque);                  // the same, not scaled
+    rows(eExternalForceTorque, "external forces", type.externalForceTorque);                  // N, N m, N
+    rows(eCharge, "charges", type.electrostatic.charge);                                      // C
+    rows(eElectrostaticForce, "electrostatic forces", type.electrostatic.electrostaticForce); // N
 }
 
 static quint32 readFields(CInForm& f)

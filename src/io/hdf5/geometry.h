@@ -14,17 +14,17 @@ void trianglesForm(TForm& f, TGroup& g, quint32 fields)
 {
     f.rows("triangle ids", g.triangleIds, (fields & eTriangleIds) != 0);
     f.rows("triangle nodes", g.triangleNodes, (fields & eTriangleNodes) != 0);
-    f.rows("force torque", g.triangleForces, (fields & eTriangleForces) != 0);
+    f.rows("force torque", g.triangleForces, (fields & eTriangleForces) != 0); // N, N m, N
 }
 
 /// Where a group's mass lies and where its loads act, now and before it moved.
 template <class TForm, class TGroup>
 void centresForm(TForm& f, TGroup& g)
 {
-    f.attribute("centre of mass", g.centreOfMass);
-    f.attribute("orig centre of mass", g.originalCentreOfMass);
-    f.attribute("point of action", g.pointOfAction);
-    f.attribute("orig point of action", g.originalPointOfAction);
+    f.attribute("centre of mass", g.centreOfMass);                // m
+    f.attribute("orig centre of mass", g.originalCentreOfMass);   // m, before it moved
+    f.attribute("point of action", g.pointOfAction);              // m
+    f.attribute("orig point of action", g.originalPointOfAction); // m, before it moved
 }
 
 /// The group of a group's motions, by another name in early decks.

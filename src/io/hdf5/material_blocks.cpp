@@ -57,11 +57,11 @@ template <class TForm, class TData>
 static void blockParticlesForm(TForm& f, TData& data)
 {
     f.rows("ids", data.ids);
-    f.rows("velocity", data.velocity);
-    f.rows("position", data.position);
-    f.rows("orientation", data.orientation);
-    f.rows("angular velocity", data.angularVelocity);
-    f.rows("scale", data.scale);
+    f.rows("velocity", data.velocity);                // m/s
+    f.rows("position", data.position);                // m
+    f.rows("orientation", data.orientation);          // w, x, y, z
+    f.rows("angular velocity", data.angularVelocity); // rad/s
+    f.rows("scale", data.scale);                      // factor of all lengths
 }
 
 /// \throws hdf5_error  unless every array has a row for each particle

@@ -25,15 +25,15 @@ void definitionForm(TForm& f, TType& t)
 {
     f.attribute("material name", t.materialName);
     if (f.since(30, 0, 6)) {
-        f.attribute("surface based", t.surfaceBased);
-        f.attribute("auto center particle", t.autoCenterParticle);
-        f.attribute("template name", t.templateName);
-        f.attribute("auto properties", t.autoProperties);
+        f.attribute("surface based", t.surfaceBased);              // for editors
+        f.attribute("auto center particle", t.autoCenterParticle); // for editors
+        f.attribute("template name", t.templateName);              // for editors
+        f.attribute("auto properties", t.autoProperties);          // for editors
     }
-    f.attribute("raw mass", t.rawMass);
-    f.attribute("raw volume", t.rawVolume);
-    f.attribute("raw inertia", t.rawInertia);
-    f.attribute("calc props", t.calculateProperties);
+    f.attribute("raw mass", t.rawMass);               // kg, at scale 1
+    f.attribute("raw volume", t.rawVolume);           // m^3
+    f.attribute("raw inertia", t.rawInertia);         // kg m^2: Ixx, Iyy, Izz
+    f.attribute("calc props", t.calculateProperties); // the three follow from the spheres
 }
 
 /// The arrays of a type, each with its bit in the stored-fields word.
@@ -41,16 +41,16 @@ template <class TForm, class TType, class TTimes>
 void particlesForm(TForm& f, TType& t, TTimes& creationTime, quint32 fields)
 {
     const auto has = [fields](quint32 field) { return (fields & field) != 0; };
-    f.rows("ids", t.ids, has(eIds));
-    f.rows("velocity", t.velocity, has(eVelocity));
-    f.rows("position", t.position, has(ePosition));
-    f.rows("orientation", t.orientation, has(eOrientation));
-    f.rows("angular velocity", t.angularVelocity, has(eAngularVelocity));
-    f.rows("scale", t.scale, has(eScale));
-    f.rows("force torque", t.forceTorque, has(eForceTorque));
-    f.rows("us_force torque", t.unscaledForceTorque, has(eUnscaledForceTorque));
-    f.rows("external force torque", t.externalForceTorque, has(eExternalForceTorque));
-    f.rows("creation time", creationTime, has(eCreationTime));
+    f.rows("ids", t.ids, has(eIds));                                                   // below 1: a free slot
+    f.rows("velocity", t.velocity, has(eVelocity));                                    // m/s
+    f.rows("position", t.position, has(ePosition));                                    // m
+    f.rows("orientation", t.orientation, has(eOrientation));                           // w, x, y, z
+    f.rows("angular velocity", t.angularVelocity, has(eAngularVelocity));              // rad/s
+    f.rows("scale", t.scale, has(eScale));                                             // factor of all lengths
+    f.rows("force torque", t.forceTorque, has(eForceTorque));                          // N, N m, N
+    f.rows("us_force torque", t.unscaledForceTorque, has(eUnscaledForceTorque));       // the same, not scaled
+    f.rows("external force torque", t.externalForceTorque, has(eExternalForceTorque)); // N, N m, N
+    f.rows("creation time", creationTime, has(eCreationTime));                         // s
 }
 
 /// Runs check(name, rows) for each array that the word names.

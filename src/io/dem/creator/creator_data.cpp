@@ -18,7 +18,7 @@ static void titleForm(TForm& f, TCreator& creator)
         qint32 kind = 0;
         f.i32(kind, below(2, 4, 19), 0);
         f.dropI32();
-        f.f64(creator.damping);
+        f.f64(creator.damping); // factor
         if (f.stores(below(2, 4, 16)) || kind == 2) {
             f.dropF64(); // a unique id of 16 bytes, or two numbers of that kind
             f.dropF64();
@@ -30,7 +30,7 @@ static void titleForm(TForm& f, TCreator& creator)
     }
     else {
         f.dropI32(writtenWord);
-        f.f64(creator.damping);
+        f.f64(creator.damping); // factor
     }
     f.text(creator.description);
 }
@@ -38,10 +38,10 @@ static void titleForm(TForm& f, TCreator& creator)
 template <class TForm, class TCreator>
 static void limitsForm(TForm& f, TCreator& creator)
 {
-    f.i32(creator.velocityRestricted, gateLimits, 0);
-    f.f64(creator.velocityLimit, gateLimits, 0.0);
+    f.i32(creator.velocityRestricted, gateLimits, 0); // not 0: limited
+    f.f64(creator.velocityLimit, gateLimits, 0.0);    // m/s
     f.i32(creator.angularVelocityRestricted, gateLimits, 0);
-    f.f64(creator.angularVelocityLimit, gateLimits, 0.0);
+    f.f64(creator.angularVelocityLimit, gateLimits, 0.0); // rad/s
 }
 
 /// Whether charges are stored beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
@@ -60,7 +60,7 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     readFileVersionInfo(creator);
     CInForm f = in();
     readStreamFlag(f, creator);
-    f.point(creator.gravity);
+    f.point(creator.gravity); // m/s^2
     creator.domain.read(*this);
     if (f.since(20, 0, 14))
         creator.physicsModels.read(*this);
@@ -85,7 +85,7 @@ void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)
 {
     writeFileVersionInfo(creator);
     COutForm f = out();
-    f.point(creator.gravity);
+    f.point(creator.gravity); // m/s^2
     creator.domain.write(*this);
     creator.physicsModels.write(*this);
     creator.particleTypes.write(*this);

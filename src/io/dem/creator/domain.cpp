@@ -9,8 +9,8 @@ namespace NBrenmark {
 template <class TForm, class TDomain>
 static void domainForm(TForm&& f, TDomain& domain)
 {
-    f.point(domain.min);
-    f.point(domain.max);
+    f.point(domain.min); // m
+    f.point(domain.max); // m
     f.flag(domain.periodicX);
     f.flag(domain.periodicY);
     f.flag(domain.periodicZ);

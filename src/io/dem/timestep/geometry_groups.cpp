@@ -19,18 +19,18 @@ namespace NBrenmark {
 template <class TForm, class TGroup>
 static void placeForm(TForm& f, TGroup& group)
 {
-    f.point(group.translation, from(25, 0, 3), C3DVector());
-    f.point(group.centreOfMass, from(24, 0, 29), group.centreOfMass);
-    f.point(group.originalCentreOfMass, from(25, 0, 0), group.originalCentreOfMass);
-    f.point(group.pointOfAction, from(25, 0, 2), group.pointOfAction);
-    f.point(group.originalPointOfAction, from(25, 0, 2), group.originalPointOfAction);
+    f.point(group.translation, from(25, 0, 3), C3DVector());                           // m
+    f.point(group.centreOfMass, from(24, 0, 29), group.centreOfMass);                  // m
+    f.point(group.originalCentreOfMass, from(25, 0, 0), group.originalCentreOfMass);   // m, before it moved
+    f.point(group.pointOfAction, from(25, 0, 2), group.pointOfAction);                 // m
+    f.point(group.originalPointOfAction, from(25, 0, 2), group.originalPointOfAction); // m, before it moved
 }
 
 static void readMotion(CDemTimestepDataReader& reader, CInForm& f, CGeometryGroup& group)
 {
     if (f.since(20, 0, 19)) {
         f.flag(group.resetVelocities);
-        f.point(group.velocity);
+        f.point(group.velocity); // m/s
         group.motionHistory.read(reader);
     }
     C3DTransform transform;
@@ -42,7 +42,7 @@ static void readMotion(CDemTimestepDataReader& reader, CInForm& f, CGeometryGrou
 static void writeMotion(CDemTimestepDataWriter& writer, COutForm& f, const CGeometryGroup& group)
 {
     f.flag(group.resetVelocities);
-    f.point(group.velocity);
+    f.point(group.velocity); // m/s
     group.motionHistory.write(writer);
     writer.writeMatrix4(group.transform);
     placeForm(f, group);
@@ -79,7 +79,7 @@ static void readTriangles(CInForm& f, CGeometryGroup& group)
         group.dataMask = eTriangleIds | eTriangleNodes | eTriangleForces;
     if (!f.since(20, 0, 16))
         return;
-    f.f64(group.time, from(20, 0, 21), group.time);
+    f.f64(group.time, from(20, 0, 21), group.time); // s
     quint32 count = 0;
     bool deflated = false;
     f.i32(count);
@@ -107,7 +107,7 @@ static void writeTriangles(COutForm& f, const CGeometryGroup& group)
         (options.timestepMask & eTriangleRows) != 0 ? static_cast<quint32>(group.triangleNodes.size()) : 0;
     const quint32 mask = (options.geometryMask & eGeometryForces) != 0 ? quint32(eTriangleForces) : 0;
     const bool deflated = compressArrays() && count >= leastDeflatedRows;
-    f.f64(group.time);
+    f.f64(group.time); // s
     f.i32(count);
     f.flag8(deflated);
     f.i32(mask);

@@ -41,7 +41,7 @@ static void normalForm(TForm& f, TLaw& law)
     f.attribute("standard deviation", law.deviation);
     f.attribute("lower cap", law.lowerCap);
     f.attribute("upper cap", law.upperCap);
-    f.attribute("capped", law.capped);
+    f.attribute("capped", law.capped); // else the caps mean nothing
 }
 
 void CHdf5CreatorDataReader::readNormalDistribution(CNormalDistribution& law) { normalForm(in(), law); }
@@ -51,7 +51,7 @@ template <class TForm, class TLaw>
 static void logNormalForm(TForm& f, TLaw& law)
 {
     normalForm(f, law);
-    f.attribute("log mean", law.logMean);
+    f.attribute("log mean", law.logMean); // mean and deviation are of the logarithm
 }
 
 void CHdf5CreatorDataReader::readLogNormalDistribution(CLogNormalDistribution& law) { logNormalForm(in(), law); }
@@ -88,7 +88,7 @@ void CHdf5CreatorDataWriter::writeUserDefinedDistribution(const CUserDefinedDist
 template <class TForm, class TLaw>
 static void sizeForm(TForm& f, TLaw& law)
 {
-    f.attribute("radius scaling", law.radiusScaling);
+    f.attribute("radius scaling", law.radiusScaling); // else of the volume
 }
 
 void CHdf5CreatorDataReader::readSizeDistributionBase(ISizeDistribution& law) { sizeForm(in(), law); }

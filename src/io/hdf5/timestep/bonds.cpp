@@ -17,12 +17,12 @@ template <class TForm, class TBonds>
 static void rowsForm(TForm& f, TBonds& b)
 {
     f.rows("bonds", b.rows);
-    f.rows("normal force", b.normalForce);
-    f.rows("tangential force", b.tangentialForce);
-    f.rows("normal torque", b.normalTorque);
-    f.rows("tangential torque", b.tangentialTorque);
-    f.rows("state", b.state);
-    f.rows("break time", b.breakTime);
+    f.rows("normal force", b.normalForce);           // N
+    f.rows("tangential force", b.tangentialForce);   // N
+    f.rows("normal torque", b.normalTorque);         // N m
+    f.rows("tangential torque", b.tangentialTorque); // N m
+    f.rows("state", b.state);                        // 0 broken, 1 intact, 2 to be dropped
+    f.rows("break time", b.breakTime);               // s
 }
 
 static quint32 commonLength(const CBondsBase& bonds)

@@ -26,14 +26,14 @@ template <class TForm, class TContacts>
 static void rowsForm(TForm& f, TContacts& c, quint32 fields)
 {
     const auto has = [fields](quint32 field) { return (fields & field) != 0; };
-    f.rows("contacts", c.rows, has(eContactEnds));
-    f.rows("position", c.position, has(eContactPosition));
-    f.rows("contact vector 1", c.contactVector1, has(eContactVector1));
+    f.rows("contacts", c.rows, has(eContactEnds));         // positions in types and meshes: checked after the read
+    f.rows("position", c.position, has(eContactPosition)); // m
+    f.rows("contact vector 1", c.contactVector1, has(eContactVector1)); // m, from the first centre to the contact
     f.rows("contact vector 2", c.contactVector2, has(eContactVector2));
-    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap));
-    f.rows("tangential overlap", c.tangentialOverlap, has(eContactTangentialOverlap));
-    f.rows("normal force", c.normalForce, has(eContactNormalForce));
-    f.rows("tangential force", c.tangentialForce, has(eContactTangentialForce));
+    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap));             // m; below 0: released
+    f.rows("tangential overlap", c.tangentialOverlap, has(eContactTangentialOverlap)); // m
+    f.rows("normal force", c.normalForce, has(eContactNormalForce));                   // N
+    f.rows("tangential force", c.tangentialForce, has(eContactTangentialForce));       // N
 }
 
 static quint32 commonLength(const CContactsBase& contacts, quint32 fields)

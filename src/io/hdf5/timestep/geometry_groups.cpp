@@ -23,9 +23,9 @@ static void movingForm(TForm& f, TGroup& g, TVisit&& visit)
 {
     f.attribute("reset velocities", g.resetVelocities);
     centresForm(f, g);
-    f.attribute("xform", g.transform);
-    f.attribute("translation", g.translation);
-    f.attribute("velocity", g.velocity);
+    f.attribute("xform", g.transform);         // from the mesh as it was made to where it is
+    f.attribute("translation", g.translation); // m
+    f.attribute("velocity", g.velocity);       // m/s
     visit(g.motionHistory);
 }
 

@@ -131,7 +131,7 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
         if (name != QLatin1String(NDemBlockName::timestep) && name != QLatin1String(NDemBlockName::oldTimestep))
             throw std::runtime_error("byte " + std::to_string(place.offset) + " holds something else: \"" +
                                      name.left(40).toStdString() + '"');
-        f.i32(creator.segment);
+        f.i32(creator.segment); // 0: name.dem itself
         quint32 shortOffset = 0;
         if (name == QLatin1String(NDemBlockName::timestep))
             f.u64(creator.offset);

@@ -35,7 +35,7 @@ static void definitionForm(TForm& f, TType& type)
     f.f64(type.rawVolume);    // m^3
     f.point(type.rawInertia); // kg m^2: Ixx, Iyy, Izz
     f.length("sphere", leastSphereBytes, type.spheres);
-    f.flag(type.calculateProperties, from(20, 0, 4), true); // the three follow from the spheres
+    f.flag(type.calculateProperties, from(20, 0, 4), true); // whether the three were computed from the spheres
     for (auto& sphere : type.spheres)
         sphereForm(f, sphere);
 }
@@ -73,7 +73,7 @@ static void rowsForm(TArrays& arrays, quint32 fields, TType& type)
 static quint32 readFields(CInForm& f)
 {
     quint32 fields = 0;
-    f.i32(fields, from(20, 0, 6), 511u);
+    f.i32(fields, from(20, 0, 6), 511u); // EParticleField
     if (upTo(20, 0, 6).holds(f.version()) && (fields & eOrientation) != 0)
         fields = (fields & ~quint32(eOrientation)) | eMatrixOrientation;
     return fields;
@@ -122,7 +122,7 @@ void CDemWriter::writeParticleType(const CParticleType& type)
     const quint32 rows = (options.timestepMask & eParticleRows) != 0 ? type.slotCount() : 0;
     const quint32 fields = reduceParticleFields(allParticleFields, options.particleMask);
     f.i32(rows);
-    f.i32(fields);
+    f.i32(fields); // EParticleField
     if (rows != 0) {
         const bool deflated = compressArrays() && rows >= leastDeflatedRows;
         f.flag8(deflated);
@@ -151,7 +151,7 @@ void CDemReader::readParticleTypes(CParticleTypes& types)
     CInForm f = in();
     f.marker(particleTypesMarker);
     qint32 maxId = 0;
-    f.i32(maxId);
+    f.i32(maxId); // negative in some decks: counted anew
     const quint32 count = f.count("particle type", leastTypeBytes);
     types.clear();
     for (quint32 i = 0; i < count; ++i)
@@ -163,7 +163,7 @@ void CDemWriter::writeParticleTypes(const CParticleTypes& types)
 {
     COutForm f = out();
     f.marker(particleTypesMarker);
-    f.i32(types.maxId);
+    f.i32(types.maxId); // negative in some decks: counted anew
     f.length("particle type", leastTypeBytes, types.types);
     for (const auto& type : types.types)
         type->write(*this);

@@ -78,7 +78,7 @@ void CHdf5Reader::readMaterialBlockParticleData(CMaterialBlockParticleData& data
     in().attribute("name", data.name);
     in().attribute("spheres", data.sphereCount);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     if (size > 0)
         blockParticlesForm(in(), data);
     checkRows(data);
@@ -102,7 +102,7 @@ void CHdf5Writer::writeMaterialBlockParticleData(const CMaterialBlockParticleDat
 void CHdf5Reader::readMaterialBlockContactData(CMaterialBlockContactData& data)
 {
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     in().rows("contacts", data.contacts, size > 0);
     tellIfOther("contacts of a material block", size, static_cast<quint32>(data.contacts.size()));
     readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.contacts.size()));

@@ -25,15 +25,15 @@ void definitionForm(TForm& f, TType& t)
 {
     f.attribute("material name", t.materialName);
     if (f.since(30, 0, 6)) {
-        f.attribute("surface based", t.surfaceBased);              // for editors
-        f.attribute("auto center particle", t.autoCenterParticle); // for editors
-        f.attribute("template name", t.templateName);              // for editors
-        f.attribute("auto properties", t.autoProperties);          // for editors
+        f.attribute("surface based", t.surfaceBased);              // kept and compared; steers nothing here
+        f.attribute("auto center particle", t.autoCenterParticle); // kept and compared; steers nothing here
+        f.attribute("template name", t.templateName);              // kept and compared; steers nothing here
+        f.attribute("auto properties", t.autoProperties);          // kept and compared; steers nothing here
     }
     f.attribute("raw mass", t.rawMass);               // kg, at scale 1
     f.attribute("raw volume", t.rawVolume);           // m^3
     f.attribute("raw inertia", t.rawInertia);         // kg m^2: Ixx, Iyy, Izz
-    f.attribute("calc props", t.calculateProperties); // the three follow from the spheres
+    f.attribute("calc props", t.calculateProperties); // whether the three were computed from the spheres
 }
 
 /// The arrays of a type, each with its bit in the stored-fields word.
@@ -147,11 +147,11 @@ void CHdf5Reader::readParticleType(CParticleType& t)
         sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
 
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     const bool isWanted = (options.timestepMask & eParticleRows) != 0;
     if (!isWanted)
         size = 0;
-    in().attribute("mask", t.dataMask);
+    in().attribute("mask", t.dataMask); // EParticleField
     const bool hasRows = isWanted && (size > 0 || in().hasRows({"ids", "position"}));
     const quint32 fields = hasRows ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
     // The arrays that are there say how many slots there are: memory follows stored bytes only.
@@ -182,8 +182,8 @@ void CHdf5Writer::writeParticleType(const CParticleType& t)
 
     const quint32 size = (options.timestepMask & eParticleRows) != 0 ? t.slotCount() : 0;
     const quint32 mask = reduceParticleFields(allParticleFields, options.particleMask);
-    out().attribute("size", size);
-    out().attribute("mask", mask);
+    out().attribute("size", size); // 0 where the masks leave the rows out
+    out().attribute("mask", mask); // EParticleField
     if (size > 0) {
         commonLength(t, mask);
         if (options.overrideTime) {

@@ -43,8 +43,8 @@ void CDemCreatorDataWriter::writeLinearFactoryAngVel(const CLinearFactoryAngVel&
 template <class TForm, class TDistribution>
 static void randomForm(TForm&& f, TDistribution& distribution)
 {
-    f.f64(distribution.min);
-    f.f64(distribution.max);
+    f.f64(distribution.min); // in the unit of what is drawn
+    f.f64(distribution.max); // in the unit of what is drawn
 }
 void CDemCreatorDataReader::readRandomFactoryVelocity(CRandomFactoryVelocity& param)
 {
@@ -63,8 +63,8 @@ void CDemCreatorDataWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel&
 template <class TForm, class TDistribution>
 static void normalForm(TForm&& f, TDistribution& distribution)
 {
-    f.f64(distribution.mean);
-    f.f64(distribution.deviation);
+    f.f64(distribution.mean);      // in the unit of what is drawn
+    f.f64(distribution.deviation); // in the unit of what is drawn
 }
 
 template <class TForm, class TParam>

@@ -61,7 +61,7 @@ static void reality(TForm& f, TGroup& group)
 template <class TForm, class TGroup>
 static void bodyForm(TForm& f, TGroup& group)
 {
-    f.flag(group.closed);
+    f.flag(group.closed); // the mesh encloses a volume
     f.text(group.materialName);
     reality(f, group);
     f.dropI32();
@@ -96,8 +96,8 @@ static void meshHeadForm(TForm& f, THead& head)
     f.i32(head.vertices);
     f.i32(head.triangles, countsInFront, 0u);
     f.flag8(head.deflated, countsInFront, false);
-    f.flag8(head.isStatic, gateGeometryInCreator, true);
-    f.i32(head.mask, from(20, 0, 16), creatorFields);
+    f.flag8(head.isStatic, gateGeometryInCreator, true); // never moved so far
+    f.i32(head.mask, from(20, 0, 16), creatorFields);    // ETriangleField
 }
 
 /// A CAD mesh is stored as it was imported, and once more as it was made when it moves; all others

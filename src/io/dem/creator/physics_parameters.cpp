@@ -243,7 +243,7 @@ static void formationForm(TForm&& f, TData& data)
 {
     f.f64(data.formationStartTime); // s
     f.f64(data.formationEndTime);   // s
-    f.i32(data.state);
+    f.i32(data.state);              // EBondFormation
 }
 void CDemCreatorDataReader::readParallelBondParamData(CParallelBondContactModelParamData& data)
 {

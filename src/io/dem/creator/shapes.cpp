@@ -63,7 +63,7 @@ static void oldPolygonForm(CInForm& f, CPolygon& polygon)
     C3DVector corners[2];
     for (C3DVector& corner : corners) {
         f.dropI32();
-        f.point(corner);
+        f.point(corner); // m
     }
     f.f64(polygon.radius);   // m; of a rectangle without meaning
     f.f64(polygon.rotation); // rad

@@ -1,4 +1,5 @@
-// The size parameters of particle factories: each stores the law that it holds.
+// The size parameters of particle factories: each stores the law that it holds. All numbers are factors, of the radius
+// of a particle type or, without radiusScaling, of its volume.
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "model/factories/factory_size.h"

@@ -159,7 +159,7 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
     f.flag8(deflated);
     const quint32 fields = readFields(f);
     if (f.stores(gateContactBlocks))
-        f.flag8(family.collisionsActive);
+        f.flag8(family.collisionsActive); // each row has a nested record
     const quint64 rowBytes = contactRowBytes + (family.collisionsActive ? collisionRowBytes : 0);
     if ((count > 0 || family.collisionsActive) && fields != 0)
         f.group(
@@ -189,8 +189,8 @@ void CDemTimestepDataWriter::writeContactsBase(CContactsBase& family)
     COutForm f = out();
     f.i32(count);
     f.flag8(deflated);
-    f.i32(contactFields);
-    f.flag8(family.collisionsActive);
+    f.i32(contactFields);             // EContactField
+    f.flag8(family.collisionsActive); // each row has a nested record
     if (count > 0)
         f.group(deflated, count, [&](CArrayGroupWriter& arrays) { rowsForm(arrays, contactFields, family); });
     family.activeCollisions.write(*this);

@@ -84,7 +84,7 @@ static void readTriangles(CInForm& f, CGeometryGroup& group)
     bool deflated = false;
     f.i32(count);
     f.flag8(deflated);
-    f.i32(group.dataMask);
+    f.i32(group.dataMask); // ETriangleField
     STriangleRows rows;
     if (count != 0 && hasArrays(group.dataMask))
         f.group(deflated, count, [&](CArrayGroupReader& arrays) {
@@ -110,7 +110,7 @@ static void writeTriangles(COutForm& f, const CGeometryGroup& group)
     f.f64(group.time); // s
     f.i32(count);
     f.flag8(deflated);
-    f.i32(mask);
+    f.i32(mask); // ETriangleField
     if (count != 0 && mask != 0)
         f.group(deflated, count, [&](CArrayGroupWriter& arrays) {
             triangleForm(arrays, mask, group.triangleIds, group.triangleNodes, group.triangleForces,
@@ -124,7 +124,7 @@ void CDemTimestepDataReader::readGeometryGroup(CGeometryGroup& group)
 {
     CInForm f = in();
     bool isStatic = true;
-    f.flag8(isStatic);
+    f.flag8(isStatic); // never moved so far
     if (isStatic)
         group.standStill();
     else
@@ -141,7 +141,7 @@ void CDemTimestepDataReader::readGeometryGroup(CGeometryGroup& group)
 void CDemTimestepDataWriter::writeGeometryGroup(const CGeometryGroup& group)
 {
     COutForm f = out();
-    f.flag8(group.isStatic);
+    f.flag8(group.isStatic); // never moved so far
     if (!group.isStatic)
         writeMotion(*this, f, group);
     writeTriangles(f, group);

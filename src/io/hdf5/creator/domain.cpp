@@ -11,9 +11,9 @@ template <class TForm, class TDomain>
 static void domainForm(TForm& f, TDomain& domain)
 {
     f.group("Domain/", [&] {
-        f.attribute("domain min", domain.min); // m
-        f.attribute("domain max", domain.max); // m
-        f.attribute("domain xPeriodic", domain.periodicX);
+        f.attribute("domain min", domain.min);             // m
+        f.attribute("domain max", domain.max);             // m
+        f.attribute("domain xPeriodic", domain.periodicX); // what leaves comes in on the other side
         f.attribute("domain yPeriodic", domain.periodicY);
         f.attribute("domain zPeriodic", domain.periodicZ);
     });

@@ -102,12 +102,12 @@ static void groupForm(TForm& f, TGroup& g, QString& name, double& enclosed, quin
     f.attribute("name", name);
     f.signedAttribute("unique id", g.uniqueId);   // unique in the deck
     f.attribute("desired force", g.desiredForce); // N
-    f.attribute("mask", mask);
-    f.attribute("static", g.isStatic);
-    f.plainRows("vertex ids", g.vertexIds); // unique in the deck, or all are numbered anew
+    f.attribute("mask", mask);                    // ETriangleField
+    f.attribute("static", g.isStatic);            // never moved so far
+    f.plainRows("vertex ids", g.vertexIds);       // unique in the deck, or all are numbered anew
     coordinatesForm(f, g);
     trianglesForm(f, g, mask);
-    f.attribute("closed", g.closed);
+    f.attribute("closed", g.closed); // the mesh encloses a volume
     if (f.since(30, 0, 12))
         f.attribute("geometry type", g.geometryType); // 1 real, 2 virtual; a file may hold others
     else

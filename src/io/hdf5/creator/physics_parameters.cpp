@@ -239,7 +239,7 @@ static void parallelBondForm(TForm& f, TData& data, TState& state)
 {
     f.attribute("start time", data.formationStartTime); // s
     f.attribute("end time", data.formationEndTime);     // s
-    f.attribute("state", state);
+    f.attribute("state", state);                        // EBondFormation
     if (f.since(30, 0, 7))
         f.attribute("torque feedback", data.torqueFeedback);
     rollingFrictionForm(f, data);

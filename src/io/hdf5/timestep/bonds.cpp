@@ -38,7 +38,7 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
     bonds.clear();
     CEmptiedUnlessWhole<CBondsBase> reading(bonds);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     if (size == 0 && !in().hasRows({"bonds"}))
         return;
     CStoredLength lengths(in(), "The bonds have");
@@ -54,7 +54,7 @@ void CHdf5TimestepDataWriter::writeBondsBase(CBondsBase& bonds)
 {
     bonds.compact();
     const quint32 size = (options.timestepMask & eBondRows) != 0 ? bonds.rowCount() : 0;
-    out().attribute("size", size);
+    out().attribute("size", size); // 0 where the masks leave the rows out
     if (size == 0)
         return;
     commonLength(bonds);

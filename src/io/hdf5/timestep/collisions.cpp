@@ -59,12 +59,12 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     collisions.clear();
     CEmptiedUnlessWhole<CCollisionsBase> reading(collisions);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     const bool isWanted = (options.timestepMask & collisions.familyMask()) != 0;
     if (!isWanted || (size == 0 && !in().hasRows({"ids", "position"})))
         return;
     quint32 fields = 0;
-    in().attribute("mask", fields);
+    in().attribute("mask", fields); // ECollisionField
     CStoredLength lengths(in(), "The collisions have");
     recordsForm(lengths, collisions, fields);
     const quint32 held = lengths.admitted(collisionRowBytes);
@@ -80,11 +80,11 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
 void CHdf5TimestepDataWriter::writeCollisionsBase(const CCollisionsBase& collisions)
 {
     const quint32 size = (options.timestepMask & collisions.familyMask()) != 0 ? collisions.recordCount() : 0;
-    out().attribute("size", size);
+    out().attribute("size", size); // 0 where the masks leave the rows out
     if (size == 0)
         return;
     commonLength(collisions, collisions.mask);
-    out().attribute("mask", collisions.mask);
+    out().attribute("mask", collisions.mask); // ECollisionField
     recordsForm(out(), collisions, collisions.mask);
 }
 

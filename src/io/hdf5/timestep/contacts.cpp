@@ -68,12 +68,12 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     contacts.clear();
     CEmptiedUnlessWhole<CContactsBase> reading(contacts);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     const bool isWanted = (options.timestepMask & contacts.familyMask()) != 0;
-    in().attribute("collision on", contacts.collisionsActive);
+    in().attribute("collision on", contacts.collisionsActive); // each row has a nested record
     if (isWanted && (size > 0 || in().hasRows({"contacts", "position"}))) {
         quint32 fields = contactFields;
-        in().attribute("mask", fields);
+        in().attribute("mask", fields); // EContactField
         fields &= contactFields;
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
@@ -108,8 +108,8 @@ void CHdf5TimestepDataWriter::writeContactsBase(CContactsBase& contacts)
 {
     contacts.compact();
     const quint32 size = (options.timestepMask & contacts.familyMask()) != 0 ? contacts.rowCount() : 0;
-    out().attribute("size", size);
-    out().attribute("collision on", contacts.collisionsActive);
+    out().attribute("size", size);                              // 0 where the masks leave the rows out
+    out().attribute("collision on", contacts.collisionsActive); // each row has a nested record
     if (size > 0) {
         commonLength(contacts, contactFields);
         if (!out().isMeasuring())

@@ -1,5 +1,5 @@
-// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law. Numbers are factors of a
-// size, or in the unit of what is drawn: m/s, rad/s, or that of a custom property.
+// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law. Numbers are factors of
+// a size, or in the unit of what is drawn: m/s, rad/s, or that of a custom property.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"

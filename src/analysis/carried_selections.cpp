@@ -1,3 +1,5 @@
+// The block of selections that are carried as bytes: what is written of them, and what stays with the block of the
+// others.
 #include "analysis/carried_selections.h"
 
 #include "core/versioned_stream.h"

@@ -1,3 +1,4 @@
+// The layouts of a colour scale and its legend, which the drawing programs have changed four times.
 #include "analysis/colour_records.h"
 
 #include "analysis/entry_form.h"

@@ -1,3 +1,4 @@
+// Finds the queries of a data export below its key and takes them over.
 #include "analysis/data_miner.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// Drawing records by the name of their selection.
 #include "analysis/display_options.h"
 
 #include <utility>

@@ -9,7 +9,7 @@
 
 namespace NBrenmark {
 
-/// A record whose layout is the affair of who draws: bytes as they came; none for a new selection.
+/// A record whose layout is known to who draws alone: bytes as they came; none for a new selection.
 class CDisplayOptions
 {
 public:

@@ -1,3 +1,5 @@
+// The three ways to run a form of the settings file: reading it from a stream, reading a record in memory, and
+// writing. Reading a record is stricter, for it decides whether a guess about its layout was right.
 #include "analysis/entry_form.h"
 
 #include "analysis/nd_data.h"

@@ -1,6 +1,6 @@
 #pragma once
 // What the forms of selections, queries and fields are run with. A form names each value once, in the order of
-// the settings file; the form's kind decides what becomes of it: read from the stream, written to it, or told by
+// the settings file; the form's kind decides what becomes of it: read from the stream, written to it, or named by
 // its name (io/text). Values have the encodings of CVersionedStream.
 
 #include "core/version.h"
@@ -71,7 +71,7 @@ public:
     /// Empties texts whose meaning ended with the file's version; the log says so if one held anything.
     static void dropObsolete(std::initializer_list<QString*> texts);
 
-    /// Runs body for values that stand below a name of their own.
+    /// Runs body for values below a name of their own.
     virtual void group(const QString&, const std::function<void()>& body) { body(); }
     template <class TObject>
     void part(const char* name, TObject& object)
@@ -91,7 +91,7 @@ class CInEntryForm : public IEntryForm
 public:
     explicit CInEntryForm(QDataStream& stream);
     /// On a stream over a record in memory. A flag that is neither 0 nor 1, a part of a colour beyond 255 and a shape
-    /// that has no class end the reading here: they show that something else stands there.
+    /// that has no class end the reading here: they show that something else is there.
     CInEntryForm(QDataStream& stream, const QByteArray& record);
 
     bool isReading() const override { return true; }

@@ -1,3 +1,5 @@
+// The record of a field, and what follows from its points: boxes, greatest values, and the tree for its values
+// elsewhere.
 #include "analysis/field_data.h"
 
 #include "analysis/entry_form.h"

@@ -1,3 +1,4 @@
+// The record of how a field is drawn, in the order of the file.
 #include "analysis/field_display_options.h"
 
 #include "analysis/entry_form.h"

@@ -1,6 +1,6 @@
 #pragma once
 // How a field is drawn: a record of the drawing programs, which is carried along. What its single numbers stand for
-// is their affair; here they have the places that the file gives them.
+// is up to them; here they have the places that the file gives them.
 
 #include "analysis/colour_records.h"
 #include "core/read_write.h"

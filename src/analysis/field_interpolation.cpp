@@ -1,3 +1,4 @@
+// The weights of nearby points: by the inverse of their distance.
 #include "analysis/field_interpolation.h"
 
 namespace NBrenmark::NField {

@@ -1,3 +1,5 @@
+// Reads and writes the block of fields. A field that is damaged ends the block, for fields have no length of their
+// own; those ahead of it stay.
 #include "analysis/field_manager.h"
 
 #include "analysis/progress_step.h"

@@ -1,3 +1,4 @@
+// Builds the tree and walks it. Points that no split parts, which a file can hold, stay in one leaf.
 #include "analysis/field_search_tree.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The records of filters, and how a word of the file becomes one.
 #include "analysis/filters.h"
 
 #include "analysis/entry_form.h"

@@ -30,7 +30,7 @@ public:
     virtual void form(IEntryForm& f) = 0;
 };
 
-/// By the types of objects. What its numbers stand for is the affair of who filters.
+/// By the types of objects. What its numbers mean is known to who filters alone.
 class CTypeFilter : public IFilter
 {
 public:

@@ -1,3 +1,4 @@
+// Ids as the selections hold them.
 #include "analysis/id_list.h"
 
 #include "analysis/entry_form.h"

@@ -1,3 +1,4 @@
+// Vectors of any length from a stream, without more memory than the stream has bytes for.
 #include "analysis/nd_data.h"
 
 #include "core/versioned_stream.h"

@@ -1,5 +1,5 @@
 #pragma once
-// Geometry that a selection keeps for itself. The legacy family has its stored form, so it stands at the family's
+// Geometry that a selection keeps for itself. The legacy family has its stored form, so it is at the family's
 // door (io/dem/own_geometry.cpp).
 
 #include <memory>

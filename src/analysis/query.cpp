@@ -1,3 +1,4 @@
+// The two stored forms of a query: in the settings file, and as keys of the configuration.
 #include "analysis/query.h"
 
 #include "analysis/entry_form.h"

@@ -1,6 +1,6 @@
 #pragma once
 // A question that analysis asks of the results: the maximum of an attribute over a selection, a distribution, a
-// total. A conversion carries the question and doesn't ask it. A query stands in the settings file, in its stream
+// total. A conversion carries the question and doesn't ask it. A query is stored in the settings file, in its stream
 // form, or in the configuration, in its key form.
 
 #include "core/read_write.h"
@@ -50,7 +50,7 @@ public:
     virtual QString name() const = 0;
     /// The answer, which no conversion asks for: false, and nothing in result.
     virtual bool calculate(std::vector<double>& result) const = 0;
-    /// What stands above the answer in a table.
+    /// What is above the answer in a table.
     virtual QString header() const = 0;
     virtual void rangeChanged() {}
     virtual void setPrimaryAttribute(const QString& attribute) { primaryAttribute = attribute; }

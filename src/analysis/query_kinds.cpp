@@ -1,3 +1,4 @@
+// What each class of queries adds to the common record, and the words of the classes.
 #include "analysis/query_kinds.h"
 
 #include "analysis/entry_form.h"
@@ -47,7 +48,7 @@ void CTimeDistributionQuery::keys(CQueryKeys& k)
     k.value("INTERVALS", intervals);
     k.value("START TIME", startTime);
     k.value("END TIME", endTime);
-    // QUERY TYPE itself names the class: the inner query's word stands below it.
+    // QUERY TYPE itself names the class: the inner query's word is below it.
     k.value("QUERY TYPE:QUERY TYPE", queryType);
 }
 

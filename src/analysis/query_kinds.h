@@ -95,7 +95,7 @@ public:
 
     QString name() const override { return QStringLiteral("Contact Distribution"); }
 
-    bool autoRange = false; ///< stands in the key form alone
+    bool autoRange = false; ///< is in the key form alone
 
 protected:
     void keys(CQueryKeys& keys) override;

@@ -1,3 +1,4 @@
+// Queries in sections, read from and written to a selection or the configuration.
 #include "analysis/query_map.h"
 
 #include "analysis/entry_form.h"

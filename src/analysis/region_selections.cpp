@@ -1,3 +1,5 @@
+// The records of regions. Each holds parameters of no known layout: where they end follows from what comes after
+// them.
 #include "analysis/region_selections.h"
 
 #include "analysis/entry_form.h"
@@ -70,7 +72,7 @@ static void binForm(IEntryForm& f, std::array<qint32, 3>& bins)
     f.integer("binsZ", bins[2]);
 }
 
-/// The layout of a lattice that stands along the axes.
+/// The layout of a lattice along the axes.
 void CLatticeSelection::cornerForm(IEntryForm& f)
 {
     frontForm(f);

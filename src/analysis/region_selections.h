@@ -14,7 +14,7 @@ class CGeometricRegionSelection : public CAutoSelection
 public:
     using CAutoSelection::CAutoSelection;
 
-    std::shared_ptr<GeometryGroups> ownGeometry; ///< nobody else's; null when the region is geometry of the deck
+    std::shared_ptr<GeometryGroups> ownGeometry; ///< its own; null when the region is geometry of the deck
     QString sectionName;                         ///< of that geometry; empty without
     QString startPointName;
     QString endPointName;
@@ -116,7 +116,7 @@ protected:
     int bytesAfterValues(const IEntryForm& f) const override;
 };
 
-/// A primitive that measures: what it asks stands in its queries.
+/// A primitive that measures: what it asks is in its queries.
 class CSensorSelection : public CPrimitiveSelection
 {
 public:

@@ -1,3 +1,4 @@
+// What all selections store, in front of and after the display options that have no layout here.
 #include "analysis/selection.h"
 
 #include "analysis/entry_form.h"

@@ -1,3 +1,4 @@
+// The words of the classes of selections.
 #include "analysis/selection_kinds.h"
 
 #include "analysis/region_selections.h"

@@ -1,3 +1,4 @@
+// Reads and writes the block of selections, and checks that what it writes can be cut again by the next reader.
 #include "analysis/selection_map.h"
 
 #include "analysis/progress_step.h"

@@ -29,14 +29,14 @@ public:
     std::unique_ptr<CSelection> createSelection(const QString& typeId, const std::string& name);
     /// Takes a selection over. Refused, and left with the caller, if it is null or its name is in use.
     bool add(std::unique_ptr<CSelection>& selection);
-    /// Makes one element of a region. Null, told in the log, if the name is in use.
+    /// Makes one element of a region. Null, with a report, if the name is in use.
     CSelection* createSubSelection(CGeometricRegionSelection& region, const std::string& name);
 
     /// Null if there is none.
     CSelection* selection(const std::string& name) const;
     bool contains(const std::string& name) const { return selection(name) != nullptr; }
     int count(bool includeSubSelections) const;
-    /// False, told in the log, if there is none of the old name, or the new one is empty or in use.
+    /// False, with a report, if there is none of the old name, or the new one is empty or in use.
     bool rename(const std::string& oldName, const std::string& newName);
     /// False if there is none of that name. The elements of a region go with it.
     bool remove(const std::string& name);
@@ -49,7 +49,7 @@ public:
     /// Takes all that is left of the block. A selection that can't be taken apart, has a class that isn't known here or
     /// a name that is in use, and a block that can't be cut into its selections, are carried whole, which the log
     /// reports. False after a cancel.
-    /// \throws std::exception  the block ends early; or it can't be cut and nothing tells where it ends
+    /// \throws std::exception  the block ends early; or it can't be cut and nothing says where it ends
     bool read(QDataStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }

@@ -1,3 +1,4 @@
+// Tries every place where the display options of a record may end, and says which one the rest fits.
 #include "analysis/selection_record.h"
 
 #include "analysis/entry_form.h"

@@ -1,6 +1,6 @@
 #pragma once
 // The record of a selection: its name and a flag, its display options, and the rest. The display options have no
-// layout here and nothing tells where they end, so a record is taken apart by trying every place: where the rest
+// layout here and nothing says where they end, so a record is taken apart by trying every place: where the rest
 // begins, it reads to the last byte of the record.
 
 #include <QByteArray>

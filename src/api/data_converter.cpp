@@ -1,3 +1,4 @@
+// Hands calls and signals on between a host and CConversion, so that no host sees a header of the inside.
 #include "api/data_converter.h"
 
 #include "core/deck/application_state.h"

@@ -68,7 +68,7 @@ struct SConversionMessage
 /// inside a signal, fails at once with eBusy and touches nothing of the first. An object may be used
 /// for several, one after the other. The source's files are only read.
 ///
-/// After a conversion, outcome tells how it ended, failureText gives a text for the user, and
+/// After a conversion, outcome says how it ended, failureText gives a text for the user, and
 /// messages what was lost, repaired, upgraded or failed. The results may be asked from any thread.
 class BRENMARK_EXPORT CDataConverter : public QObject
 {
@@ -85,7 +85,7 @@ public:
     enum EOutcome
     {
         eNotRun = 0,
-        eConverted = 1,   ///< true; messages tells whether anything was lost through damage
+        eConverted = 1,   ///< true; messages says whether anything was lost through damage
         eNothingToDo = 2, ///< true without any effect: the input's first bytes are those of the HDF5 family already
         eNotADeck = 3,    ///< true without any effect: a folder, a text file, ...; failureText says what
         eCancelled = 4,   ///< false: whole timesteps are left at the target, up to where cancel came, without settings

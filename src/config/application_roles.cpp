@@ -1,3 +1,4 @@
+// Fills the keys of the three roles into the tree, each with its default where the deck has none.
 #include "config/application_roles.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// Reads and writes the configuration line by line, each in one pass: a damaged line may be as long as the file.
 #include "config/config_file.h"
 
 #include "config/config_manager.h"
@@ -68,7 +69,7 @@ static size_t skipWhiteSpace(const std::string& line, size_t from)
     return from;
 }
 
-/// The version behind a tag at the front of a line: so many numbers with dots between them, whatever follows.
+/// The version after a tag at the front of a line: so many numbers with dots between them, whatever follows.
 static std::optional<std::string> versionBehind(const std::string& tag, const std::string& line, int numbers)
 {
     const size_t tagAt = skipWhiteSpace(line, 0);
@@ -137,7 +138,7 @@ static std::optional<SEntry> entryAt(const std::string& line, size_t start, size
 }
 
 /// The first equals sign that has a character before it, other than a backslash, ends the key; the first colon
-/// behind it ends the kind. A carriage return inside a line ends the stretch that an entry is sought in, but for
+/// after it ends the kind. A carriage return inside a line ends the stretch that an entry is sought in, but for
 /// one right before the equals sign. One pass, for a damaged line may be as long as the file.
 static std::optional<SEntry> splitEntry(const std::string& line)
 {
@@ -146,7 +147,7 @@ static std::optional<SEntry> splitEntry(const std::string& line)
         size_t equals = start + 1;
         while (equals < end && (line[equals] != '=' || line[equals - 1] == '\\'))
             ++equals;
-        // If no colon is behind the first one, none is behind a later one of the stretch.
+        // If no colon is after the first one, none is after a later one of the stretch.
         std::optional<SEntry> entry = equals < end ? entryAt(line, start, equals) : std::nullopt;
         if (!entry && end + 1 < line.size() && line[end + 1] == '=')
             entry = entryAt(line, start, end + 1);
@@ -171,7 +172,7 @@ static std::string withoutEscapes(const std::string& key)
 
 // ---------------------------------------------------------------- reading
 
-/// One read of a file: the lines, and where it stands when something has to be told.
+/// One read of a file: the lines, and where it is when something has to be reported.
 class CConfigFileReader
 {
 public:
@@ -367,7 +368,7 @@ private:
         return eConfigDone;
     }
 
-    /// Writes an entry that a reader takes, and takes for the same as is told here: one that it refuses would have
+    /// Writes an entry that a reader takes, and takes for the same as is written here: one that it refuses would have
     /// the whole file refused.
     void writeEntry(const CKeyPath& path, const SValueKind& kind, const std::any& value)
     {

@@ -1,5 +1,5 @@
 #pragma once
-// The configuration file that stands beside a deck: the whole tree as text, a line for each node with a value.
+// The configuration file beside a deck: the whole tree as text, a line for each node with a value.
 
 #include <functional>
 #include <set>
@@ -36,7 +36,7 @@ int readConfigurationFile(const std::string& fileName, const CConfigHandle& hand
 int writeConfiguration(QIODevice& device, const CConfigHandle& handle);
 
 /// Does so to a file. When this returns the file may still be on its way to its place:
-/// waitForCopies (config/file_replacer.h) tells when it is there.
+/// waitForCopies (config/file_replacer.h) returns when it is there.
 /// \param fileName  UTF-8
 int writeConfigurationFile(const std::string& fileName, const CConfigHandle& handle);
 

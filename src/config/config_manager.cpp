@@ -1,3 +1,4 @@
+// The tree, its handles, and who is notified when it changes.
 #include "config/config_manager.h"
 
 #include "core/log.h"

@@ -1,3 +1,4 @@
+// The text form of each kind of value, in both directions.
 #include "config/config_node.h"
 
 #include "config/config_number.h"
@@ -132,7 +133,7 @@ static bool takeCharacter(std::string_view& text, char c)
     return true;
 }
 
-/// "(x, y, z)" anywhere in the text; blanks may stand around the commas and before nothing else. The search is
+/// "(x, y, z)" anywhere in the text; blanks may be around the commas and before nothing else. The search is
 /// linear, however long the text and whatever is in it: no attempt runs past the next bracket.
 template <class TTriple>
 static bool decodeTriple(const std::string& text, TTriple& value)
@@ -368,7 +369,7 @@ static bool decodeColour(const std::string& text, QColor& value)
     return false;
 }
 
-// ---------------------------------------------------------------- equality, as far as a text can tell
+// ---------------------------------------------------------------- equality, as far as a text shows it
 
 template <class T>
 static bool isSame(const T& a, const T& b)

@@ -50,7 +50,7 @@ struct SValueKind
     const char* name;
     const std::type_info& type;
     /// The text of a value of this kind; it has no end of a line in it. What a text can't hold is left out or
-    /// replaced: decode tells what remains.
+    /// replaced: decode says what remains.
     std::string (*encode)(const std::any& value);
     /// Takes the value of a text over. False, and the value untouched, if the text has none.
     bool (*decode)(const std::string& text, std::any& value);

@@ -1,3 +1,4 @@
+// Numbers from and to text by the C locale's rules, whatever the process has set.
 #include "config/config_number.h"
 
 #include <array>

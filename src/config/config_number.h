@@ -9,7 +9,7 @@ namespace NBrenmark::NConfig {
 bool isWhiteSpace(char c);
 bool isDigit(char c);
 
-/// The number at the front of a text, behind white space and a sign; what follows it is ignored.
+/// The number at the front of a text, after white space and a sign; what follows it is ignored.
 /// False if there are no digits, or if it doesn't fit into 32 bits.
 bool parseInt(std::string_view text, int& value);
 /// The same without a sign of its own: with a minus the number wraps round, -1 being 4294967295.
@@ -20,7 +20,7 @@ bool parseDouble(std::string_view text, double& value);
 
 /// The shortest of fixed and scientific notation with six significant digits, as "%g" prints it.
 std::string generalText(double value);
-/// Six digits behind the point, as "%f" prints them.
+/// Six digits after the point, as "%f" prints them.
 std::string fixedText(double value);
 
 } // namespace NBrenmark::NConfig

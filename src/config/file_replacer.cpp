@@ -1,3 +1,5 @@
+// Copies finished companions onto their targets in threads that are waited for at the end of the process, so that an
+// exit right after a save loses nothing.
 #include "config/file_replacer.h"
 
 #include "core/log.h"
@@ -86,7 +88,7 @@ private:
     std::condition_variable changed;
     std::list<QString> underWay;
     std::vector<SFailedCopy> failed;
-    std::vector<std::thread> threads; ///< that nobody has waited for yet
+    std::vector<std::thread> threads; ///< that haven't been waited for yet
 };
 
 static CCopyRegistry& copyRegistry()

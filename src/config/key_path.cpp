@@ -1,3 +1,4 @@
+// Keys from and to text: elements with colons between them.
 #include "config/key_path.h"
 
 #include <algorithm>

@@ -22,7 +22,7 @@ public:
     CKeyPath& operator=(CKeyPath&&) = default;
     virtual ~CKeyPath() = default;
 
-    /// The path that a text names: its elements stand between colons, empty ones don't count.
+    /// The path that a text names: its elements are between colons, empty ones don't count.
     static CKeyPath fromString(const std::string& text);
     /// The elements joined by colons.
     std::string toString() const;

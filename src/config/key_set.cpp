@@ -1,3 +1,5 @@
+// Puts the keys of a set into the tree, each with its default where the file has none, for the elements of lists
+// too.
 #include "config/key_set.h"
 
 #include "config/config_number.h"

@@ -1,3 +1,4 @@
+// The tables of keys: name, kind and default. What a key is for is known to the applications alone.
 #include "config/role_keys.h"
 
 #include "core/save_options.h"

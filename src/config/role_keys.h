@@ -1,6 +1,6 @@
 #pragma once
 // The keys of the three roles. A conversion knows them by name, kind and default alone: what they mean to an
-// application is the application's affair.
+// application is up to the application.
 
 #include "config/key_set.h"
 

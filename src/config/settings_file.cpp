@@ -1,3 +1,4 @@
+// Reads and writes the blocks of the settings file, and finds the next block after a damaged one.
 #include "config/settings_file.h"
 
 #include "config/file_replacer.h"
@@ -25,7 +26,7 @@ static constexpr char startMarker[] = "ESS_BLOCK_";
 static constexpr char endMarker[] = "ESS_END___";
 static constexpr int markerLength = 10;
 
-/// From here on the header has the edition behind the version.
+/// From here on the header has the edition after the version.
 static constexpr quint32 firstVersionWithEdition = makeVersion(27, 0, 2);
 
 /// A file of nothing but block starts would fill the log.
@@ -143,7 +144,7 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
         }
         if (state != eGoOn)
             break;
-        // Every block starts behind the one before, whatever that one says of its length: the reading ends.
+        // Every block starts after the one before, whatever that one says of its length: the reading ends.
         if (!readBlock(stream, progress)) {
             stream.resetStatus();
             if (!stream.atEnd())
@@ -183,7 +184,7 @@ static bool takeMarker(QDataStream& stream, const char* marker)
     return stream.readRawData(bytes, markerLength) == markerLength && std::equal(bytes, bytes + markerLength, marker);
 }
 
-/// Whether a marker stands somewhere else; the device stays where it is.
+/// Whether a marker is somewhere else; the device stays where it is.
 static bool markerStandsAt(QIODevice& device, qint64 position, const char* marker)
 {
     const qint64 before = device.pos();

@@ -1,5 +1,5 @@
 #pragma once
-// The settings file that stands beside a deck: a header and a block for each entry. A block tells its own
+// The settings file beside a deck: a header and a block for each entry. A block says its own
 // length, so that one that is damaged or unknown costs only itself.
 
 #include "core/messages.h"
@@ -29,16 +29,16 @@ public:
     explicit CSettingsFile(std::vector<SSettingsEntry> entries);
 
     /// Reads a file into the entries, which are emptied before. A file that isn't there is no failure: the entries
-    /// stay empty. Nor are damaged blocks, whose entries stay empty; each is told in the log.
+    /// stay empty. Nor are damaged blocks, whose entries stay empty; each is reported.
     bool loadSettings(const QString& fileName, IProgressController* progress);
     /// Writes the file if an entry is modified, the file that was read had damage, or force says so. It takes its
-    /// place in the background (config/file_replacer.h). Custom properties that stand in an old companion file of
+    /// place in the background (config/file_replacer.h). Custom properties that are in an old companion file of
     /// their own live in this file from then on: the companion is removed.
     bool saveSettings(const QString& fileName, IProgressController* progress, bool force, bool writeCustomProperties);
     /// Empties every entry, telling listeners if notify is true.
     void clearSettings(bool notify);
 
-    /// All blocks up to the end of the stream, which stands behind the header. False after a cancel alone.
+    /// All blocks up to the end of the stream, which is after the header. False after a cancel alone.
     bool read(QDataStream& stream, IProgressController* progress) override;
     bool write(QDataStream& stream, IProgressController* progress) override;
 

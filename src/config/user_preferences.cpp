@@ -1,3 +1,4 @@
+// The user's preferences, read once from the store that the applications share.
 #include "config/user_preferences.h"
 
 #include "platform/documents_folder.h"

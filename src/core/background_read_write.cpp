@@ -1,3 +1,4 @@
+// Waits for the thread in steps, so that the log flows and a progress controller is asked meanwhile.
 #include "core/background_read_write.h"
 
 #include "core/log.h"

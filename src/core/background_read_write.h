@@ -17,7 +17,7 @@ class IReadWrite;
 class CBackgroundReadWriteController : public CWorker
 {
 public:
-    /// \param target, stream  not owned; nobody else touches them until execute is done
+    /// \param target, stream  not owned; nothing else touches them until execute is done
     /// \param progress        may be null
     CBackgroundReadWriteController(IReadWrite& target, QDataStream& stream, bool isWrite,
                                    IProgressController* progress);
@@ -25,7 +25,7 @@ public:
     static constexpr qint64 defaultTimeLimit = 1200000; // ms
 
     /// Runs the read or write and waits for it; returns as soon as it is done. After the time limit the
-    /// controller is told to cancel, the stop flag is raised, and the result is false.
+    /// controller is asked to cancel, the stop flag is raised, and the result is false.
     bool execute(qint64 timeLimit = defaultTimeLimit);
     /// Why execute gave false, as far as an exception or the clock says so; else empty.
     const std::string& errorText() const { return error; }

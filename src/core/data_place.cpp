@@ -1,3 +1,4 @@
+// The place of each thread, as a stack of scopes: a worker begins with that of the thread that made it.
 #include "core/data_place.h"
 
 #include <QFileInfo>

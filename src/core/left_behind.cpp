@@ -1,3 +1,4 @@
+// Sums up under a lock: timesteps are written by worker threads.
 #include "core/left_behind.h"
 
 #include "core/log.h"

@@ -1,6 +1,6 @@
 #pragma once
 // What a deck holds and the format that it is written to has no place for: counted while its timesteps
-// are written, told once when the deck is done. May be called from worker threads.
+// are written, reported once when the deck is done. May be called from worker threads.
 
 #include "core/log_titles.h"
 

@@ -1,3 +1,5 @@
+// Hands each message to the modules, one at a time: workers, teams of threads and the waiting thread may log at
+// once.
 #include "core/log.h"
 
 #include "core/failures_as_losses.h"

@@ -1,3 +1,4 @@
+// Counts what one read takes against a limit that follows from the file's size, unless the user has set one.
 #include "core/memory_ceiling.h"
 
 #include "platform/free_memory.h"

@@ -1,3 +1,4 @@
+// The texts that users read, as sources that hosts can translate.
 #include "core/messages.h"
 
 #include <QCoreApplication>

@@ -18,7 +18,7 @@ public:
     {}
 };
 
-/// Refuses a stored class by its name: the body of a slot whose forms don't stand yet.
+/// Refuses a stored class by its name: the body of a slot whose forms aren't written yet.
 [[noreturn]] inline void refuseNotCarried(const char* className)
 {
     throw not_carried_error(std::string("objects of class ") + className);

@@ -1,3 +1,5 @@
+// Refuses folders and whatever else isn't a plain file, and distinguishes a device that can't be read from a file
+// that ends early.
 #include "core/plain_file.h"
 
 #include "core/cause.h"

@@ -1,6 +1,6 @@
 #pragma once
 // How long operations report progress and learn that they shall stop. Callers hand in a pointer
-// that is null where nobody watches: every use tests it first.
+// that is null where no one watches: every use tests it first.
 
 #include <QObject>
 #include <QString>
@@ -28,7 +28,7 @@ public:
     virtual void endStep() = 0;
     virtual void pause() {}
     virtual void resume() {}
-    /// The library tells the controller that it has given up.
+    /// The library informs the controller that it has given up.
     virtual void cancel() = 0;
     /// Any value other than eGoOn and eCancel stops without failure where the caller knows that case.
     virtual unsigned char cancelState() = 0;

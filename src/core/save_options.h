@@ -18,7 +18,7 @@ enum ETimestepMask : quint32
     eContactProperties = 1u << 7
 };
 
-/// Bits of SSaveOptions::particleMask. Bit 0 is set by default and tested by nobody.
+/// Bits of SSaveOptions::particleMask. Bit 0 is set by default and never tested.
 enum EParticleMask : quint32
 {
     eParticleVelocity = 1u << 1,
@@ -27,7 +27,7 @@ enum EParticleMask : quint32
     eParticleProperties = 1u << 5
 };
 
-/// Bits of SSaveOptions::geometryMask. Bit 0 is set by default and tested by nobody.
+/// Bits of SSaveOptions::geometryMask. Bit 0 is set by default and never tested.
 enum EGeometryMask : quint32
 {
     eGeometryForces = 1u << 3,
@@ -49,7 +49,7 @@ struct SSaveOptions
     double timeOverride = 0.0;           ///< s
     bool writeCustomProperties = true;   ///< the writer of a timestep stores custom properties
     bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
-    bool upgradeOldModels = true;        ///< reading: a legacy model is brought to today's form
+    bool upgradeOldModels = true;        ///< reading: a legacy model is upgraded to the current model
     bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported
     bool reserved = false;

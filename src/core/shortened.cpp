@@ -1,3 +1,4 @@
+// Cuts a text where a character ends.
 #include "core/shortened.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// One flag for the process: there is one reading thread at a time.
 #include "core/stop_flag.h"
 
 #include <atomic>

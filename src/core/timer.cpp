@@ -1,3 +1,4 @@
+// Seconds since a start, from the platform's counter.
 #include "core/timer.h"
 
 #include "platform/performance_counter.h"

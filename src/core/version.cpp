@@ -1,3 +1,4 @@
+// Versions as people read them.
 #include "core/version.h"
 
 namespace NBrenmark {

@@ -1,3 +1,5 @@
+// Finds the version that goes with a QDataStream. Objects that store themselves know their stream by that base
+// alone, which has no place for one.
 #include "core/versioned_stream.h"
 
 #include <QIODevice>

@@ -41,7 +41,7 @@ quint32 fileVersionOf(const QDataStream& stream);
 quint32 editionOf(const QDataStream& stream);
 /// Bytes from here to the end of the block that is being read, or of the device.
 qint64 bytesLeftOf(const QDataStream& stream);
-/// Where the block that is being read ends; -1 where nothing tells.
+/// Where the block that is being read ends; -1 where nothing says so.
 qint64 blockEndOf(const QDataStream& stream);
 
 /// Has a block of the stream end somewhere while this lives. Nothing happens to a stream that carries no version.

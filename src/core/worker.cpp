@@ -1,3 +1,5 @@
+// Starting, and stopping by the flag. A thread that can't be had is no reason to fail: its work is done by who
+// asked.
 #include "core/worker.h"
 
 #include "core/stop_flag.h"

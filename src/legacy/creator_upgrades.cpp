@@ -1,3 +1,4 @@
+// The order of the upgrades: each relies on those before it.
 #include "legacy/creator_upgrades.h"
 
 #include "core/version.h"

@@ -1,5 +1,5 @@
 #pragma once
-// How the model of an old creator block becomes today's, once it is read.
+// How the model of an old creator block becomes a current one, once it is read.
 
 #include <QtGlobal>
 
@@ -9,8 +9,8 @@ class CCreatorData;
 
 namespace NLegacySupport {
 
-/// Runs behind every read of a legacy creator block.
-/// \param fileVersion  of the block, old numbering mended
+/// Runs after every read of a legacy creator block.
+/// \param fileVersion  of the block, with 3 counted as 20
 void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion);
 
 } // namespace NLegacySupport

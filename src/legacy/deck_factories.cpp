@@ -1,3 +1,4 @@
+// Walks the factories group by group, as their order decides which type gets a new material.
 #include "legacy/deck_factories.h"
 
 #include "model/creator_data.h"

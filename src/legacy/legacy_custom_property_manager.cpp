@@ -1,3 +1,4 @@
+// Reads a property file as a whole or not at all: half of a list would give values to the wrong properties.
 #include "legacy/legacy_custom_property_manager.h"
 
 #include "core/log.h"
@@ -20,7 +21,7 @@ static constexpr qint64 leastRecordBytes = 4 + 3 * 4 + 8;
 
 CLegacyCustomPropertyManager::~CLegacyCustomPropertyManager() = default;
 
-/// The header's length stands first: compared as bytes, so that a damaged one has nothing read for it.
+/// The header's length comes first: compared as bytes, so that a damaged one has nothing read for it.
 static bool takeHeader(QDataStream& stream)
 {
     QByteArray expected;

@@ -1,5 +1,5 @@
 #pragma once
-// The particle properties of old decks: their definitions stand in a file of their own beside the deck, "name.ppf".
+// The particle properties of old decks: their definitions are in a file of their own beside the deck, "name.ppf".
 // Such a file is only ever read. From the next save on they live in the settings file.
 
 #include "results/physics_linked_property_manager.h"
@@ -27,7 +27,7 @@ public:
     void setPropertyFilePath(const std::string& path) { propertyFilePath = path; }
     /// Fills the manager from the file, in place of what it holds. It ends empty if the file is refused, and as it
     /// was if there is no file or it can't be opened.
-    /// \return an EPropertyFileResult; the reason for a refusal is told in the log
+    /// \return an EPropertyFileResult; the reason for a refusal is reported
     int readPropertyFile();
 
 private:

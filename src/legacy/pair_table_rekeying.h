@@ -1,5 +1,5 @@
 #pragma once
-// The parameter tables of old decks go by pairs of particle types and geometry; today's go by pairs of
+// The parameter tables of old decks go by pairs of particle types and geometry; current ones go by pairs of
 // materials.
 
 #include "physics/physics_models.h"
@@ -12,7 +12,7 @@ namespace NLegacySupport {
 
 /// Turns the pair tables of a chain: linear cohesion, hysteretic spring, JKR and bonding. Where two
 /// pairs with different values meet in one pair of materials, the second gets a material of its own.
-/// The log tells every entry that is dropped and every material that is made.
+/// Every entry that is dropped and every material that is made is reported.
 /// \param geometrySide  whether the pairs are of a particle type and a geometry group
 void rekeyPairTables(CCreatorData& creator, CPhysicsModels::Chain& chain, bool geometrySide);
 

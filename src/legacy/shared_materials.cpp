@@ -1,4 +1,4 @@
-// Why: today's sizes and shares of a mix go by material, so that a factory of one type that shares its material
+// Why: current sizes and shares of a mix go by material, so that a factory of one type that shares its material
 // would feed the others too. Old factories say of each type by itself how much of it there is.
 #include "legacy/shared_materials.h"
 

@@ -9,11 +9,11 @@ namespace NLegacySupport {
 
 /// Gives a material of its own to each particle type that shares one and is fed by a factory for it alone.
 /// Where another factory feeds several types the types stay, and such a factory gets a copy of its type.
-/// The log tells every material and type that is made, and every factory that names no type.
+/// Every material and type that is made, and every factory that names no type, is reported.
 void splitSharedMaterials(CCreatorData& creator);
 
 /// Tells, in each geometry group, of the first factory whose types are of several materials. Nothing is changed:
-/// what such a factory is to feed only its user can tell.
+/// what such a factory is to feed only its user knows.
 void checkFactoryMaterials(const CCreatorData& creator);
 
 } // namespace NLegacySupport

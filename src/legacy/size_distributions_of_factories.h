@@ -9,7 +9,7 @@ namespace NLegacySupport {
 
 /// Fills the size distributions of a deck: each particle type gets the law by which factories make it, or else the
 /// default one, and the types of a material equal shares of it. Where factories disagree the first one counts; the
-/// log tells it, and each factory that has no size for a type that it names.
+/// log says so, and names each factory that has no size for a type that it names.
 void buildSizeDistributions(CCreatorData& creator);
 
 } // namespace NLegacySupport

@@ -1,3 +1,4 @@
+// Products of matrices, written out: the order of the sums is part of the results.
 #include "maths/matrix3.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// Turns between quaternions, matrices and angles.
 #include "maths/quaternion.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// Products, inverses and turns about lines.
 #include "maths/transform.h"
 
 namespace NBrenmark {

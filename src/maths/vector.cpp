@@ -1,3 +1,4 @@
+// Lengths and directions.
 #include "maths/vector.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// Merging boxes: one with both corners at zero is empty.
 #include "model/bounding_box.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Ties the parts of a model to one another when it is made, and empties it without undoing that.
 #include "model/creator_data.h"
 
 #include "model/factories/factory_type.h"

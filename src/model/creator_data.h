@@ -93,7 +93,7 @@ private:
 
 /// The material rule for definitions stored before 30.0.4, by which a material is used either by
 /// particle types (bulk) or by geometry (equipment): a bulk material that no particle type uses
-/// becomes equipment. Each change is told in the log.
+/// becomes equipment. Each change is reported.
 void applyMaterialRule(CCreatorData& creator);
 
 } // namespace NBrenmark

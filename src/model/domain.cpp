@@ -1,3 +1,4 @@
+// Wraps positions at periodic sides.
 #include "model/domain.h"
 
 #include "visitors/file_visitor_reader.h"
@@ -7,7 +8,7 @@
 
 namespace NBrenmark {
 
-// Not the QObject: it has an identity of its own, and nobody is connected to a copy.
+// Not the QObject: it has an identity of its own, and nothing is connected to a copy.
 CDomain::CDomain(const CDomain& other)
     : QObject(),
       min(other.min),

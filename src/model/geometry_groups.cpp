@@ -1,3 +1,4 @@
+// The list of groups, with gaps where one was removed: an index names a group for as long as the deck lives.
 #include "model/geometry_groups.h"
 
 #include "core/log.h"

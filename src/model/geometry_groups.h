@@ -79,7 +79,7 @@ public:
     /// The process-wide counter of uniqueIds.
     static quint32 nextUniqueId();
     static void setNextUniqueId(quint32 value);
-    /// Sets the counter behind the greatest uniqueId of the groups; to 0 without one.
+    /// Sets the counter after the greatest uniqueId of the groups; to 0 without one.
     static void syncUniqueIds(const GeometryGroups& groups);
 
     bool ownsGroups = true; ///< clear and the destructor delete the groups
@@ -96,7 +96,7 @@ private:
     std::map<quint32, CGeometryState> ownStates; ///< by position
     QMap<QString, quint32> nameToIndex;
     quint32 present = 0;
-    std::size_t firstGap = 0; ///< no gap stands before it
+    std::size_t firstGap = 0; ///< no gap is before it
 };
 
 } // namespace NBrenmark

@@ -1,3 +1,4 @@
+// Names the fields of geometry that timesteps change, in one order for saving and putting back.
 #include "model/geometry_state.h"
 
 #include "model/factories/dynamic_particle_factory.h"

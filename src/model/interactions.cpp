@@ -1,3 +1,4 @@
+// The pairs of materials by key.
 #include "model/interactions.h"
 
 #include "visitors/file_visitor_reader.h"

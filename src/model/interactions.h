@@ -49,7 +49,7 @@ public:
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 
-    /// Stores under the pair's key. An entry that stands there is replaced and deleted.
+    /// Stores under the pair's key. An entry that is there is replaced and deleted.
     void set(const QString& a, const QString& b, CInteraction* interaction);
     /// The same under a key as a file holds it.
     void setByKey(const QString& key, CInteraction* interaction);

@@ -1,3 +1,4 @@
+// Hands blocks to the visitors.
 #include "model/material_block.h"
 
 #include "properties/custom_property_data.h"

@@ -19,7 +19,7 @@ class IFileVisitorReader;
 class IFileVisitorWriter;
 
 /// The values of one custom property in a block, with the definition that goes with them: a block
-/// stands outside of the deck's property managers.
+/// is outside of the deck's property managers.
 struct SBlockProperty
 {
     std::shared_ptr<CCustomPropertyMetaData> metaData;

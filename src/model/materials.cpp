@@ -1,3 +1,4 @@
+// Splitting one material into two for two uses, with its interactions.
 #include "model/materials.h"
 
 #include "model/interactions.h"

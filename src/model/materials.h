@@ -53,7 +53,7 @@ public:
 
     /// The material or null.
     CMaterial* find(const QString& name) const;
-    /// Takes a material under a key; one that stands there is replaced and deleted.
+    /// Takes a material under a key; one that is there is replaced and deleted.
     void set(const QString& name, CMaterial* material);
     void clear();
 

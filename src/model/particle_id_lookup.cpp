@@ -1,3 +1,4 @@
+// Tables by id where ids are dense, a sorted list where a deck has gaps that tables would pay for in memory.
 #include "model/particle_id_lookup.h"
 
 #include "model/particle_type.h"

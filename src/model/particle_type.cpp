@@ -1,3 +1,4 @@
+// The definition of a type and how two of them compare. The store of its particles is in particle_store.cpp.
 #include "model/particle_type.h"
 
 #include "core/save_options.h"

@@ -1,6 +1,6 @@
 #pragma once
 // A particle type: a rigid clump of spheres, and the store of all live particles of that type.
-// The state stands in arrays, one element per slot, so that a whole array moves as one dataset.
+// The state is held in arrays, one element per slot, so that a whole array moves as one dataset.
 //
 // A reader fills the arrays that its file holds, each to the count of rows that is proven to be there,
 // then calls resizeSlots with that count and rebuildFreeList: resizeSlots gives the arrays that the file

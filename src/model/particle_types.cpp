@@ -1,3 +1,4 @@
+// The list of types, and finding a particle by its id.
 #include "model/particle_types.h"
 
 #include "model/domain.h"
@@ -149,7 +150,7 @@ void CParticleTypes::recomputeMaxId(bool reset)
 
 bool CParticleTypes::locate(quint32 id, quint32& typeIndex, quint32& slot) const
 {
-    // The store may have changed behind the lookup.
+    // The store may have changed since the lookup was made.
     return lookup.find(id, typeIndex, slot) && typeIndex < types.size() && types[typeIndex]->isLive(slot);
 }
 

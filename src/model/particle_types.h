@@ -49,7 +49,7 @@ public:
     bool radiusRange(double& min, double& max, bool physical) const;
     bool allocateParticle(const QString& typeName, quint32& typeIndex, quint32& slot);
 
-    /// Makes locate and its kin answer for the ids from 1 to maxId that stand in the store now.
+    /// Makes locate and its kin answer for the ids from 1 to maxId that are in the store now.
     void rebuildIdLookup();
     /// Raises maxId to the greatest live id; with reset it starts from 0.
     void recomputeMaxId(bool reset);

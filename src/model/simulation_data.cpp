@@ -1,3 +1,4 @@
+// The version that a writer stamps on a root.
 #include "model/simulation_data.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// Shares by the name of the particle type.
 #include "model/size_distributions.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Bond parameters by pair: one key for both orders of the names.
 #include "physics/bond_parameters.h"
 
 #include "physics/name_tables.h"

@@ -1,5 +1,5 @@
 #pragma once
-// What a bond between two particles stands, by the pair of their materials.
+// What a bond between two particles bears, by the pair of their materials.
 
 #include <map>
 #include <optional>
@@ -44,7 +44,7 @@ public:
     void set(const std::string& key, const CBondParameters& parameters) { entries[key] = parameters; }
     /// The keys in order.
     std::vector<std::string> names() const;
-    /// An entry that stands under the new name already gives way.
+    /// An entry that is under the new name already gives way.
     void rename(const std::string& oldName, const std::string& newName);
     void clear() { entries.clear(); }
 

@@ -1,3 +1,4 @@
+// How far charges act.
 #include "physics/electrostatics.h"
 
 #include "physics/physics_owner.h"

@@ -1,5 +1,5 @@
 #pragma once
-// The numbers by which contact models and external forces are told apart in files.
+// The numbers by which contact models and external forces are distinguished in files.
 
 #include <QtGlobal>
 

@@ -1,3 +1,4 @@
+// The tables of built-in models and forces by name, with the names of old decks.
 #include "physics/model_registry.h"
 
 #include "physics/hertz_mindlin_rvd_rolling_friction.h"

@@ -50,7 +50,7 @@ std::unique_ptr<IContactModel> createContactModel(const QString& name, quint32 m
 /// \param deck  that it acts in; not owned, may be null
 std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source, const IPhysicsOwner* deck);
 
-/// The name of a model as early decks spell it, mended.
+/// The name of a model as early decks spell it, as it is spelled now.
 QString mendedModelName(const QString& storedName);
 
 } // namespace NBrenmark

@@ -51,7 +51,7 @@ public:
     {
         entries.insert_or_assign({a, b}, value);
     }
-    /// An entry that stands under the new name already gives way.
+    /// An entry that is under the new name already gives way.
     void rename(const std::string& oldName, const std::string& newName)
     {
         std::map<SNamePair, TValue> moved;
@@ -63,7 +63,7 @@ public:
             moved.insert_or_assign(entry->first.renamed(oldName, newName), std::move(entry->second));
             entry = entries.erase(entry);
         }
-        moved.merge(entries); // what stands there first is kept
+        moved.merge(entries); // what is there first is kept
         entries.swap(moved);
     }
     void clear() { entries.clear(); }
@@ -82,7 +82,7 @@ public:
         return entry == entries.end() ? 0.0 : entry->second;
     }
     void set(const std::string& name, double value) { entries[name] = value; }
-    /// An entry that stands under the new name already gives way.
+    /// An entry that is under the new name already gives way.
     void rename(const std::string& oldName, const std::string& newName)
     {
         auto entry = entries.extract(oldName);

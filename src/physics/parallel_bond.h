@@ -7,7 +7,7 @@
 
 namespace NBrenmark {
 
-/// Where the forming of bonds stands.
+/// How far the forming of bonds is.
 enum EBondFormation : quint32
 {
     eBondsNotBegun = 0,

@@ -16,7 +16,7 @@ public:
     virtual ~IPhysicsModelChangeListener() = default;
     /// Asked before a model enters a chain. \return false to refuse it
     virtual bool modelAdded(IContactModel& model, quint32 modelType, CPhysicsModels& physics) = 0;
-    /// Told once it stands there.
+    /// Called once it is there.
     virtual void modelPlaced(IContactModel& model, quint32 modelType, CPhysicsModels& physics) = 0;
     /// Told before it is deleted.
     virtual void modelRemoved(IContactModel& model, quint32 modelType, CPhysicsModels& physics) = 0;

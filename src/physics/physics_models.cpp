@@ -1,3 +1,4 @@
+// Adds and removes models with all listeners asked first: one of them may refuse.
 #include "physics/physics_models.h"
 
 #include "physics/electrostatics.h"
@@ -49,7 +50,7 @@ std::unique_ptr<IExternalForce> CPhysicsModels::makeExternalForce(const QString&
 
 // ---------------------------------------------------------------- adding and removing
 
-/// Puts an item at an index of a list; remove is told of one that gives way.
+/// Puts an item at an index of a list; remove is called for one that gives way.
 template <class T, class TRemoved>
 static void place(CPtrList<T>& list, std::unique_ptr<T> item, int index, const TRemoved& removed)
 {

@@ -40,8 +40,8 @@ public:
     /// The same. "none" gives null in any case.
     std::unique_ptr<IExternalForce> makeExternalForce(const QString& name, quint32 source, bool allowPhantom) const;
 
-    /// Puts a model at an index of a chain, in place of one that stands there. At the end, the chain
-    /// is then brought in order: "Relative Wear" behind every other model.
+    /// Puts a model at an index of a chain, in place of one that is there. At the end, the chain
+    /// is then brought in order: "Relative Wear" after every other model.
     /// \return false, the chain unchanged and the model gone, if a listener refuses it
     bool addContactModel(std::unique_ptr<IContactModel> model, Chain& list, int index);
     /// The same in the chain of its model type, never brought in order: what a file holds stays in the

@@ -1,3 +1,4 @@
+// Makes the definitions that a model asks for from its table.
 #include "physics/required_property.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// By Qt's standard paths.
 #include "platform/documents_folder.h"
 
 #include <QDir>

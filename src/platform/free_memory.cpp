@@ -1,3 +1,4 @@
+// From what the kernel says is available, which counts caches that it can drop.
 #include "platform/free_memory.h"
 
 #include <fstream>

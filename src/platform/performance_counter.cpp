@@ -1,3 +1,4 @@
+// By the steady clock.
 #include "platform/performance_counter.h"
 
 #include <chrono>

@@ -1,3 +1,4 @@
+// The suffix of a shared library.
 #include "platform/plugin_library.h"
 
 namespace NBrenmark {

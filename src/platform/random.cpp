@@ -1,3 +1,4 @@
+// A generator of our own: the same seed gives the same numbers on every host.
 #include "platform/random.h"
 
 #include <atomic>

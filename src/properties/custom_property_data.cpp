@@ -1,3 +1,4 @@
+// Keeps one list of values for each finalized property, in step with the definitions as they come and go.
 #include "properties/custom_property_data.h"
 
 #include "core/log.h"

@@ -28,7 +28,7 @@ public:
     void resize(unsigned int items);
     void reserve(unsigned int items) { values.reserve(std::size_t(items) * elementsPerItem()); }
     /// Brings values that a file held to the expected number of items. More than expected are
-    /// discarded from the back, missing ones get the initial values; both are told in the log as
+    /// discarded from the back, missing ones get the initial values; both are reported as
     /// warnings with the property's name and the counts.
     void fitTo(unsigned int items);
     /// Whether a file held values of the property, since the list was last emptied.

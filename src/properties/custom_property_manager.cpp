@@ -1,3 +1,4 @@
+// Definitions in sequence: stored values are found by position. Here too is the payload of their settings block.
 #include "properties/custom_property_manager.h"
 
 #include "core/log.h"
@@ -131,7 +132,7 @@ void CCustomPropertyManager::notifyChanged(int value)
 void CCustomPropertyManager::clear(bool notify)
 {
     // Back to no finalized property first, so that the listeners drop their values while the
-    // definitions of those still stand.
+    // definitions of those are still there.
     lastFinalisedPropertyIndex = -1;
     notifyChanged(0);
     properties.clear();

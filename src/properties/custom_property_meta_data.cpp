@@ -1,3 +1,4 @@
+// Cuts a definition to the elements that a deck can hold, and gives each one an id of the process.
 #include "properties/custom_property_meta_data.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Fits stored values to the elements that a property has, with a message for what doesn't fit.
 #include "properties/stored_property_values.h"
 
 #include "core/log.h"

@@ -1,3 +1,4 @@
+// Rows of bonds, and finding one by its two ends.
 #include "results/bonds.h"
 
 #include "model/particle_types.h"
@@ -220,7 +221,7 @@ std::string SUnmatchedBonds::text() const
     return out + ": the bonding model has no parameters for the materials";
 }
 
-/// Lets a row bear nothing from a time on. \return whether it told anything else before
+/// Lets a row bear nothing from a time on. \return whether it said anything else before
 static bool breakBond(CBondsBase& bonds, quint32 row, double time)
 {
     bool changed = bonds.state[row] != eBrokenBond || bonds.breakTime[row] != time;

@@ -1,3 +1,4 @@
+// Rows of collision records. Each family has some of the arrays; all that it has are of one length.
 #include "results/collisions.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// The extra values of old contacts, kept in step with the rows.
 #include "results/contact_records.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Rows of contacts and the chain of released ones.
 #include "results/contacts.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Hands the balance to the visitors.
 #include "results/energies.h"
 
 #include "visitors/file_visitor_reader.h"

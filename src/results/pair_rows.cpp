@@ -1,3 +1,4 @@
+// Takes the ends of a row apart, and says whether there is anything where they point.
 #include "results/pair_rows.h"
 
 #include "model/particle_types.h"

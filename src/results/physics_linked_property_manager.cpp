@@ -1,3 +1,4 @@
+// Defines what models need when they come, and counts who still needs it when they go.
 #include "results/physics_linked_property_manager.h"
 
 #include "core/log.h"

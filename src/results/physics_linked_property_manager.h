@@ -1,6 +1,6 @@
 #pragma once
 // A manager that follows the physics of its deck: what a contact model, an external force or a plug-in factory works
-// on is defined while one of them stands in its list, and one whose properties clash is kept out.
+// on is defined while one of them is in its list, and one whose properties clash is kept out.
 
 #include "physics/physics_listener.h"
 #include "physics/required_property.h"
@@ -26,7 +26,7 @@ public:
     void modelRemoved(IPluginParticleFactoryWrapper& factory) override;
 
     /// Whether all these properties can be had: the names are valid, and those in use are of the same
-    /// type, elements and quantity. If not, the log tells which are in the way of the user.
+    /// type, elements and quantity. If not, the log says which are in the way of the user.
     /// \param user  for a person: contact model (Linear Spring)
     bool accepts(const RequiredProperties& required, const std::string& user) const;
     /// Defines what is missing and counts one reference more on each.

@@ -1,3 +1,4 @@
+// Empties a timestep, and brings contacts and bonds in order after a read.
 #include "results/timestep_data.h"
 
 #include "model/creator_data.h"

@@ -34,7 +34,7 @@ public:
 
     /// Moves the charges that an old file stores beside the particles and the triangles of the geometry into the
     /// properties "Charge" and "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
-    /// have nowhere to go are told in the log.
+    /// have nowhere to go are reported.
     void rebuildChargeProperties();
     /// Releases the contacts with an end that isn't in the particle store or the geometry: after a read.
     /// \return how many live ones were lost by that

@@ -29,7 +29,7 @@
 #define BRENMARK_TIMESTEP_nothing(declaration)
 // clang-format on
 
-// A slot whose forms don't stand yet (PENDING) is a plain visitor's affair alone: it refuses its object,
+// A slot whose forms aren't written yet (PENDING) belongs to the plain visitors alone: it refuses its object,
 // unless the family stores none of that class anyway. An includer needs core/not_carried.h.
 
 #define BRENMARK_REFUSE_nothing(declaration, type)                                                                     \

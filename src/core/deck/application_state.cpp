@@ -1,3 +1,5 @@
+// Builds the process-wide objects and tears them down. Their holder outlives everything: a library that ends the
+// process must not have an open deck store itself.
 #include "core/deck/application_state.h"
 
 #include "config/user_preferences.h"

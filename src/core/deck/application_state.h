@@ -1,5 +1,5 @@
 #pragma once
-// The process-wide objects of a conversion, built before it and torn down behind it.
+// The process-wide objects of a conversion, built before it and torn down after it.
 
 #include "core/deck/simulation.h"
 #include "properties/custom_property_manager.h"

@@ -1,3 +1,5 @@
+// Reading ahead for hosts that show a deck, by one event at its end. A conversion doesn't: it would hold two
+// timesteps in memory.
 #include "core/deck/background_simulation_reader.h"
 
 #include "core/deck/simulation.h"

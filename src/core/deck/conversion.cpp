@@ -1,3 +1,5 @@
+// The order of a conversion: look at the source, make the target, move timestep by timestep, then the companions.
+// Each end has its code, its text and its outcome.
 #include "core/deck/conversion.h"
 
 #include "config/file_replacer.h"
@@ -333,7 +335,7 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
         beganWith.append(file.path);
     for (size_t i = 0; i < sourceIndex.size(); ++i) {
         // A read loads the creator block only if the timestep names another one than the frame does:
-        // with each side's own place in the frame, a change of place tells that a new block began.
+        // with each side's own place in the frame, a change of place shows that a new block began.
         setPlace(frame.creator, sourcePlace);
         if (!simulation.goToTimestep(static_cast<quint32>(i), eIntoCurrentFrame))
             return eConvertDataFailed;

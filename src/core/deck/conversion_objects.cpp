@@ -1,3 +1,5 @@
+// Sets up the log and the application around one conversion, and tears them down in an order in which nothing loses
+// what it still asks.
 #include "core/deck/conversion_objects.h"
 
 #include "config/file_replacer.h"

@@ -1,3 +1,4 @@
+// Which files make a deck, by its suffixes, and how they are copied, renamed and deleted as one.
 #include "core/deck/deck_files.h"
 
 #include "core/plain_file.h"

@@ -1,6 +1,6 @@
 #pragma once
 // A deck as files on disk: how its members are called, which family they are, and how a family of
-// files is deleted, renamed, copied and cut. Names are compared as they stand, never as patterns:
+// files is deleted, renamed, copied and cut. Names are compared as they are, never as patterns:
 // "run[1].dem" is a deck like any other.
 
 #include "core/cause.h"
@@ -22,7 +22,7 @@ enum EDeckFormat : int
     eFormatHdf5 = 2
 };
 
-/// How the files of a deck are called behind its base name.
+/// What the files of a deck are called after its base name.
 namespace NDeckFile {
 
 inline const QLatin1String demSuffix(".dem");      ///< first file: legacy data, or the index file of the HDF5 family
@@ -31,7 +31,7 @@ inline const QLatin1String indexSuffix(".idx");    ///< legacy timestep index
 inline const QLatin1String settingsSuffix(".ess"); ///< simulation settings
 inline const QLatin1String legacyPropertySuffix(".ppf"); ///< legacy particle properties
 inline const QLatin1String configurationSuffix(".dfg");  ///< configuration
-inline const QLatin1String companionSuffix(".ptf");      ///< follows the deck; its content is nobody's business here
+inline const QLatin1String companionSuffix(".ptf");      ///< follows the deck; its content isn't looked at here
 inline const QLatin1String dataFolderSuffix("_data");    ///< folder of the numbered files
 inline const QLatin1String timestepSuffix(".h5");        ///< a numbered file
 
@@ -103,7 +103,7 @@ constexpr qint64 wholeFile = -1;
 bool copyOrTruncateFile(const QString& from, const QString& to, qint64 limit, SCopyFailure* failure = nullptr);
 
 /// Cuts an open file to length bytes: a cut copy takes its place, so that at no time a half written
-/// file stands under its name. The file ends open for reading and writing; after a failure it holds
+/// file is under its name. The file ends open for reading and writing; after a failure it holds
 /// what it held.
 bool truncateFile(QFile& file, qint64 length);
 

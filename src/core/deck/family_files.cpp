@@ -1,3 +1,5 @@
+// Lists what is there of a deck with sizes and times, by which a change of the source during a conversion is
+// noticed.
 #include "core/deck/family_files.h"
 
 #include "core/deck/deck_files.h"
@@ -23,7 +25,7 @@ void addIfThere(QStringList& files, const QString& file)
         files.append(file);
 }
 
-/// A file whatever its name is: hard links, symbolic links and file systems that don't tell case
+/// A file whatever its name is: hard links, symbolic links and file systems that don't distinguish case
 /// apart lead to the same one.
 using FileIdentity = std::pair<dev_t, ino_t>;
 

@@ -18,7 +18,7 @@ struct SSaveOptions;
 
 namespace NLegacyFamily {
 std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
-/// Move one root through a stream that stands behind the block's name and creator pair. An object
+/// Move one root through a stream that is after the block's name and creator pair. An object
 /// that is neither a creator model nor a timestep is left alone.
 void readObject(CDemDataStream& stream, CSimulationData& object);
 void writeObject(CDemDataStream& stream, CSimulationData& object);

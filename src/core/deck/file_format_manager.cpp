@@ -1,3 +1,4 @@
+// What a manager of either family starts from.
 #include "core/deck/file_format_manager.h"
 
 #include "core/deck/simulation.h"

@@ -47,7 +47,7 @@ public:
     /// Saves every stride-th timestep of a range as a new deck; last is always included.
     virtual bool saveSubset(const QString& newName, quint32 first, quint32 last, quint32 stride,
                             IProgressController* progress) = 0;
-    /// Cuts the deck behind the current timestep, or before it with discardCurrent.
+    /// Cuts the deck after the current timestep, or before it with discardCurrent.
     virtual bool truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex& index, bool discardCurrent) = 0;
     virtual bool appendTimestep(SSimulationFrame& frame, TimestepIndex& index, bool creatorChanged, bool isFull) = 0;
     /// Reads the creator block that the frame's pair names.

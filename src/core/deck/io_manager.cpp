@@ -1,3 +1,4 @@
+// Picks the manager of a deck by the first bytes of its file.
 #include "core/deck/io_manager.h"
 
 #include "core/deck/deck_files.h"

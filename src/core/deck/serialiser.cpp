@@ -1,3 +1,4 @@
+// The thread around one read or write of a root, which turns whatever is thrown inside into a text and a cause.
 #include "core/deck/serialiser.h"
 
 #include "core/deck/file_families.h"

@@ -1,3 +1,4 @@
+// Opens a deck with all that belongs to it, and moves its timesteps into frames.
 #include "core/deck/simulation.h"
 
 #include "config/config_file.h"

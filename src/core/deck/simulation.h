@@ -42,7 +42,7 @@ public:
     /// Builds settings, frames and managers. \return false if something couldn't be allocated
     bool setUp();
     /// Brings a deck in, after closing the present one without saving.
-    /// \return 0, an EOpenCode of the manager, or an ELoadCode; each failure is told in the log
+    /// \return 0, an EOpenCode of the manager, or an ELoadCode; each failure is reported
     int load(const QString& path, IProgressController* progress = nullptr);
     /// Lets the deck go, storing settings and configuration first if asked to.
     void close(bool saveFirst);

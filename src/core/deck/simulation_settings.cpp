@@ -1,3 +1,4 @@
+// The table of the settings file's blocks for a deck.
 #include "core/deck/simulation_settings.h"
 
 namespace NBrenmark {

@@ -1,3 +1,5 @@
+// Moves arrays in pieces that an int can count, and believes a count only as far as the bytes that follow can bear
+// it out.
 #include "io/dem/array_group.h"
 
 #include "config/user_preferences.h"
@@ -12,7 +14,7 @@
 
 namespace NBrenmark {
 
-static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "arrays stand in the files as the writing machines had them");
+static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "arrays are in the files as the writing machines had them");
 
 /// The most that one call moves: what a QDataStream counts is an int.
 static constexpr quint64 largestMove = 0x40000000;

@@ -20,7 +20,7 @@ public:
     ReadAttribute(CDemDataStream& stream, quint32 count) : count(count), stream(&stream) {}
     virtual void transfer(void* data, quint32 bytes);
     virtual ~ReadAttribute() = default;
-    /// The group is complete: the stream stands behind it.
+    /// The group is complete: the stream is after it.
     virtual void finish() {}
     /// The most bytes that what is left of the stream can give.
     virtual qint64 mostBytes() const;

@@ -30,7 +30,7 @@ static SStoredValues readValues(CInForm f, quint32 mostRows)
     SStoredValues stored;
     bool deflated = false;
     f.i32(stored.rows);
-    f.i32(stored.width);
+    f.i32(stored.width); // elements of an item
     f.flag8(deflated);
     const quint64 kept = quint64(std::min(stored.rows, mostRows)) * stored.width;
     f.group(deflated, stored.rows, [&](CArrayGroupReader& arrays) {
@@ -59,14 +59,14 @@ void CDemWriter::writeCustomPropertyData(const CCustomPropertyValueList& list)
     const bool deflated = compressArrays() && list.values.size() * sizeof(double) > mostRawBytes;
     COutForm f = out();
     f.i32(rows);
-    f.i32(width);
+    f.i32(width); // elements of an item
     f.flag8(deflated);
     f.group(deflated, rows, [&](CArrayGroupWriter& arrays) {
         arrays.elements("custom property values", list.values, quint64(rows) * width);
     });
 }
 
-/// The items have their count and initial values already: those stand where nothing is stored.
+/// The items have their count and initial values already: those remain where nothing is stored.
 void CDemReader::readCustomPropertyManager(CCustomPropertyData& data)
 {
     CInForm f = in();

@@ -6,7 +6,7 @@ namespace NBrenmark {
 class CInForm;
 class COutForm;
 
-/// What stands where no custom property values are kept.
+/// What is stored where no custom property values are kept.
 void writeNoCustomProperties(COutForm& f);
 
 } // namespace NBrenmark

@@ -20,7 +20,7 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
             return false;
         ++lastSegment;
     }
-    if (lastSegment == 0 && dataFile.size() == 0 && !rewriteHeader()) // the first block stands behind it
+    if (lastSegment == 0 && dataFile.size() == 0 && !rewriteHeader()) // the first block comes after it
         return false;
     if (!dataFile.seek(dataFile.size()))
         return fileFailed(NLogTitle::legacyWrite, "write", dataFile);
@@ -43,7 +43,7 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
     return appendIndexEntry(index, number) && rewriteHeader();
 }
 
-/// Removes the segments of a deck behind the last one that stays.
+/// Removes the segments of a deck after the last one that stays.
 static bool removeSegmentsAbove(const QString& dataFile, quint32 last)
 {
     const QStringList segments = segmentFiles(dataFile);
@@ -63,7 +63,7 @@ bool CDemIoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex&
         return false;
     creatorRewritePending = false;
     if (kept == index.size())
-        return true; // nothing lies behind
+        return true; // nothing comes after it
     if (!startWriting())
         return false;
     SPlace cut{index[kept].segment, index[kept].offset};

@@ -1,3 +1,5 @@
+// Opens and closes blocks. A reading block limits the stream to its content, so that a damaged count inside can't
+// run into what follows.
 #include "io/dem/dem_block.h"
 
 #include "core/plain_file.h"

@@ -31,8 +31,8 @@ static bool blockFailed(const SLogTitle& title, const std::string& text, ECause 
     return false;
 }
 
-/// The head of a block: its name and what else stands before the data.
-/// \return false, told in the log, if readHead throws
+/// The head of a block: its name and what else comes before the data.
+/// \return false, with a report, if readHead throws
 template <class TReadHead>
 static bool readHead(CDemDataStream& stream, TReadHead&& readHead)
 {
@@ -137,7 +137,7 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
         if (name != QLatin1String(NDemBlockName::timestep) && name != QLatin1String(NDemBlockName::oldTimestep))
             throw std::runtime_error("byte " + std::to_string(place.offset) + " holds something else: \"" +
                                      name.left(40).toStdString() + '"');
-        f.i32(creator.segment);
+        f.i32(creator.segment); // 0: name.dem itself
         quint32 shortOffset = 0;
         if (name == QLatin1String(NDemBlockName::timestep))
             f.u64(creator.offset);
@@ -214,7 +214,7 @@ bool CDemIoManager::writeTimestepBlock(QFile& file, CTimestepData& timestep, con
     stream << QString(NDemBlockName::timestep) << creator.segment << creator.offset;
     if (!runWriter(stream, timestep, writeOptions, file))
         return false;
-    // A time that stands in for the timestep's own does so once.
+    // A time given in place of the timestep's own is used once.
     writeOptions.overrideTime = stream.options.overrideTime;
     writeOptions.timeOverride = stream.options.timeOverride;
     return true;

@@ -133,7 +133,7 @@ bool CDemIoManager::saveSubset(const QString& newName, quint32 first, quint32 la
     bool anyWritten = false;
     SPlace source{0, 0};   // of the creator block last written, in this deck
     quint32 inSegment = 0; // of the new deck that block went to
-    SPlace copied{0, 0};   // and where it stands there
+    SPlace copied{0, 0};   // and where it is there
     quint64 next = first;
     while (next <= last) {
         if (isCancelled(progress))

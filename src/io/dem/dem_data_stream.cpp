@@ -1,3 +1,4 @@
+// The stream's status as exceptions that name the byte.
 #include "io/dem/dem_data_stream.h"
 
 #include "core/plain_file.h"

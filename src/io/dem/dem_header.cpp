@@ -1,14 +1,15 @@
+// Which words a header has depends on the version that made the deck; a current one always has eight.
 #include "io/dem/dem_header.h"
 
 #include "io/dem/dem_data_stream.h"
 
 namespace NBrenmark {
 
-// The header goes by its plain numbers: major 3 isn't mended to 20 here.
+// The header goes by its plain numbers: major 3 isn't counted as 20 here.
 static constexpr quint32 versionOfReserved = makeVersion(2, 4, 16);
 static constexpr quint32 versionOfEdition = makeVersion(2, 4, 35);
 static constexpr quint32 versionOfLastVersion = makeVersion(2, 4, 58);
-// Between the two a build wrote decks that nobody else may read, and from then on it marked them.
+// Between the two a build wrote decks that no one else may read, and from then on it marked them.
 static constexpr quint32 lastBeforeMark = makeVersion(24, 0, 0);
 static constexpr quint32 versionOfMark = makeVersion(24, 0, 25);
 

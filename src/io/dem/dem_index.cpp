@@ -1,3 +1,4 @@
+// The entries of the index grew twice: offsets of 64 bits at 20.0.22, the flag of a full save at 22.0.0.
 #include "io/dem/dem_index.h"
 
 #include "io/dem/dem_data_stream.h"

@@ -19,7 +19,7 @@ bool isCurrentForm(quint32 lastVersion);
 bool read(QIODevice& device, quint32 lastVersion, quint32 timesteps, TimestepIndex& index);
 /// Writes the count and all entries but those of no data, whose segment and offset are 0.
 bool write(QIODevice& device, const TimestepIndex& index);
-/// Writes the new count, and one entry behind the others.
+/// Writes the new count, and one entry after the others.
 bool append(QIODevice& device, quint32 count, const STimestepIndexEntry& entry);
 
 } // namespace NDemIndex

@@ -8,7 +8,7 @@
 
 namespace NBrenmark {
 
-/// The name of the block that stands at the present position, which stays; empty if there is none.
+/// The name of the block at the present position, which stays; empty if there is none.
 static QString peekBlockName(QFile& file)
 {
     const qint64 position = file.pos();

@@ -1,3 +1,4 @@
+// Which segment is open, and opening a deck with its index. The other operations are in dem_*.cpp beside it.
 #include "io/dem/dem_io_manager.h"
 
 #include "core/deck/deck_files.h"
@@ -66,7 +67,7 @@ bool flushed(QFile& file)
 
 SDataPlace placeIn(const QFile& file) { return placeIn(file.fileName()); }
 
-/// Whether a file that is only to be read could be opened; else the log tells file and cause.
+/// Whether a file that is only to be read could be opened; else the log says which file and why.
 static bool opened(QFile& file)
 {
     const std::string cause = openPlainFile(file);
@@ -250,7 +251,7 @@ bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
                                                  " that the deck's header announces");
         return false;
     }
-    // A tail of other bytes would come to stand before the next entry.
+    // A tail of other bytes would come before the next entry.
     const qint64 bytes = 4 + qint64(timestepCount) * NDemIndex::entryBytes(lastVersion);
     indexRewriteNeeded = !NDemIndex::isCurrentForm(lastVersion) || indexFile.size() != bytes;
     if (indexFile.size() > bytes)

@@ -49,7 +49,7 @@ public:
     static QString segmentPath(const QString& name, quint32 n);
 
 private:
-    /// Where a block stands.
+    /// Where a block is.
     struct SPlace
     {
         quint32 segment;
@@ -65,7 +65,7 @@ private:
     };
 
     // Files. A deck that is only read is opened for reading only; the first operation that changes it
-    // opens its files again. Failures are told in the log.
+    // opens its files again. Failures are reported.
     bool openDataFile(const QString& name, quint32 n, QFile& file, EMissing missing);
     bool ensureSegment(quint32 n, EMissing missing = eIsError);
     bool ensureIndexFile();
@@ -121,7 +121,7 @@ constexpr const char* oldTimestep = "class CTimestepData"; ///< u32 offset
 
 /// The place of the work on a file.
 SDataPlace placeIn(const QFile& file);
-/// Whether all that was written to a file has gone out; else the log tells file and cause.
+/// Whether all that was written to a file has gone out; else the log says which file and why.
 bool flushed(QFile& file);
 /// Tells in the log that a file couldn't be opened, read, written or removed, and why.
 /// \return false

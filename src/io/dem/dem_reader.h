@@ -1,6 +1,6 @@
 #pragma once
 // The readers of the legacy family. Who reads what is said by visitors/stored_classes.def; the forms
-// stand in creator/, in timestep/ and, where both kinds of data share them, in this folder.
+// are in creator/, in timestep/ and, where both kinds of data share them, in this folder.
 
 #include "core/not_carried.h"
 #include "io/dem/dem_visitor.h"

@@ -1,3 +1,5 @@
+// What of reading isn't a template: texts with a length that the file must bear out, counts, and the report of a
+// skipped block.
 #include "io/dem/form.h"
 
 #include "core/log.h"

@@ -120,7 +120,7 @@ public:
         list.resize(count(noun, elementBytes));
     }
 
-    /// A block. What is damaged within costs its own rows: the log tells, and the read goes on after it. What isn't
+    /// A block. What is damaged within costs its own rows: the log says so, and the read goes on after it. What isn't
     /// damage, such as a device that can't be read or too little memory, ends the read.
     /// \return false if the block was skipped
     template <class TBody>

@@ -67,7 +67,7 @@ constexpr SGate gateFactoryProperties = from(13, 0, 7).below(20, 0, 0).andFrom(2
 constexpr SGate gateFactoryCharge = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
 // The charge of a geometry group was taken out after 26.0.0, and came back.
 constexpr SGate gateGroupCharge = from(20, 0, 16).upTo(26, 0, 0).andFrom(27, 0, 3);
-// Charges stand beside the particles; afterwards they are custom properties alone.
+// Charges are stored beside the particles; afterwards they are custom properties alone.
 constexpr SGate gateChargeRows = from(13, 0, 1).below(20, 0, 0).andFrom(20, 0, 16).upTo(26, 0, 0);
 constexpr SGate gateStreamFlag = from(13, 0, 4).below(20, 0, 0).andFrom(20, 0, 16).below(22, 0, 0);
 
@@ -79,7 +79,7 @@ constexpr SGate gatePhysicsInFront = from(20, 0, 14);
 constexpr SGate gateFactoryCounters = from(20, 0, 23);
 // A mesh is a few arrays; before, each triangle carries the fields of its own.
 constexpr SGate gateMeshArrays = from(20, 0, 0);
-// One list of motions; before, two lists of at most one stand in front of it.
+// One list of motions; before, two lists of at most one come before it.
 constexpr SGate gateMotionList = from(20, 0, 0);
 // The whole list of motions in each timestep.
 constexpr SGate gateMotionsInTimestep = from(21, 0, 4).below(24, 0, 0);

@@ -28,10 +28,10 @@ void triangleForm(TArrays& arrays, quint32 mask, TIds& ids, TNodes& nodes, TForc
         if ((mask & field) != 0)
             arrays.rows(what, array);
     };
-    rows(eTriangleIds, "triangle ids", ids);
-    rows(eTriangleNodes, "triangles", nodes);
-    rows(eTriangleForces, "forces on triangles", forces);
-    rows(eTriangleCharges, "charges of triangles", charges);
+    rows(eTriangleIds, "triangle ids", ids);                 // unique in the deck, or all are numbered anew
+    rows(eTriangleNodes, "triangles", nodes);                // rows of the vertices, checked where they are used
+    rows(eTriangleForces, "forces on triangles", forces);    // N, N m, N
+    rows(eTriangleCharges, "charges of triangles", charges); // C
 }
 
 /// The words that a solver leaves with each factory: four are kept, whatever the file has.
@@ -57,14 +57,14 @@ void factoryCountersForm(TForm& f, TFactory& factory)
     }
 }
 
-/// A mesh whose triangles are stored one by one, and the numbers of the group behind it.
+/// A mesh whose triangles are stored one by one, and the numbers of the group after it.
 void readOldMesh(CDemCreatorDataReader& reader, CInForm& f, CGeometryGroup& group);
 
 /// Whether the timestep at which the stream stands holds its geometry whole, in the form of a creator block. The stream
 /// is left where it is.
 bool wholeGeometryFollows(CDemDataStream& stream);
 
-/// Ties the factories of all groups to the particle types of their model, and tells which of them
+/// Ties the factories of all groups to the particle types of their model, and reports which of them
 /// name a type that isn't there.
 void linkFactories(CCreatorData& creator);
 

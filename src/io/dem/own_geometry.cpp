@@ -1,3 +1,5 @@
+// The geometry that a selection keeps in the settings file has the form of a creator block, which is known in this
+// folder alone.
 #include "analysis/own_geometry.h"
 
 #include "core/data_place.h"

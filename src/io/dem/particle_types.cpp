@@ -20,9 +20,9 @@ template <class TForm, class TSphere>
 static void sphereForm(TForm& f, TSphere& sphere)
 {
     f.text(sphere.name);
-    f.f64(sphere.contactRadius);
-    f.f64(sphere.physicalRadius);
-    f.point(sphere.position);
+    f.f64(sphere.contactRadius);  // m
+    f.f64(sphere.physicalRadius); // m
+    f.point(sphere.position);     // m, in the particle's frame
 }
 
 template <class TForm, class TType>
@@ -31,11 +31,11 @@ static void definitionForm(TForm& f, TType& type)
     f.marker(particleTypeMarker);
     f.text(type.displayName);
     f.text(type.materialName);
-    f.f64(type.rawMass);
-    f.f64(type.rawVolume);
-    f.point(type.rawInertia);
+    f.f64(type.rawMass);      // kg, at scale 1
+    f.f64(type.rawVolume);    // m^3
+    f.point(type.rawInertia); // kg m^2: Ixx, Iyy, Izz
     f.length("sphere", leastSphereBytes, type.spheres);
-    f.flag(type.calculateProperties, from(20, 0, 4), true);
+    f.flag(type.calculateProperties, from(20, 0, 4), true); // whether the three were computed from the spheres
     for (auto& sphere : type.spheres)
         sphereForm(f, sphere);
 }
@@ -48,10 +48,10 @@ static void rowsForm(TArrays& arrays, quint32 fields, TType& type)
         if ((fields & field) != 0)
             arrays.rows(what, array);
     };
-    rows(eIds, "particle ids", type.ids);
-    rows(eVelocity, "velocities", type.velocity);
-    rows(ePosition, "positions", type.position);
-    rows(eOrientation, "orientations", type.orientation);
+    rows(eIds, "particle ids", type.ids);                 // below 1: a free slot
+    rows(eVelocity, "velocities", type.velocity);         // m/s
+    rows(ePosition, "positions", type.position);          // m
+    rows(eOrientation, "orientations", type.orientation); // w, x, y, z
     if constexpr (TArrays::isReading) {
         // Nine numbers a row, of which the first four are the quaternion.
         std::vector<std::array<double, 9>> oldForm;
@@ -61,19 +61,19 @@ static void rowsForm(TArrays& arrays, quint32 fields, TType& type)
         for (const std::array<double, 9>& row : oldForm)
             type.orientation.emplace_back(row[0], row[1], row[2], row[3]);
     }
-    rows(eAngularVelocity, "angular velocities", type.angularVelocity);
-    rows(eScale, "scales", type.scale);
-    rows(eForceTorque, "forces", type.forceTorque);
-    rows(eUnscaledForceTorque, "unscaled forces", type.unscaledForceTorque);
-    rows(eExternalForceTorque, "external forces", type.externalForceTorque);
-    rows(eCharge, "charges", type.electrostatic.charge);
-    rows(eElectrostaticForce, "electrostatic forces", type.electrostatic.electrostaticForce);
+    rows(eAngularVelocity, "angular velocities", type.angularVelocity);                       // rad/s
+    rows(eScale, "scales", type.scale);                                                       // factor of all lengths
+    rows(eForceTorque, "forces", type.forceTorque);                                           // N, N m, N
+    rows(eUnscaledForceTorque, "unscaled forces", type.unscaledForceTorque);                  // the same, not scaled
+    rows(eExternalForceTorque, "external forces", type.externalForceTorque);                  // N, N m, N
+    rows(eCharge, "charges", type.electrostatic.charge);                                      // C
+    rows(eElectrostaticForce, "electrostatic forces", type.electrostatic.electrostaticForce); // N
 }
 
 static quint32 readFields(CInForm& f)
 {
     quint32 fields = 0;
-    f.i32(fields, from(20, 0, 6), 511u);
+    f.i32(fields, from(20, 0, 6), 511u); // EParticleField
     if (upTo(20, 0, 6).holds(f.version()) && (fields & eOrientation) != 0)
         fields = (fields & ~quint32(eOrientation)) | eMatrixOrientation;
     return fields;
@@ -97,7 +97,7 @@ void CDemReader::readParticleType(CParticleType& type)
             deflated, rows, [&](CArrayGroupReader& arrays) { rowsForm(arrays, fields, type); }, slotBytes(type));
     }
     if ((fields & eMatrixOrientation) != 0)
-        fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // as which it is held now
+        fields = (fields & ~quint32(eMatrixOrientation)) | eOrientation; // held as quaternions from here on
     type.dataMask = fields;
     if (rows != 0 && (fields & arrayFields) == 0) {
         report(eLost, NLogTitle::legacyRead,
@@ -122,7 +122,7 @@ void CDemWriter::writeParticleType(const CParticleType& type)
     const quint32 rows = (options.timestepMask & eParticleRows) != 0 ? type.slotCount() : 0;
     const quint32 fields = reduceParticleFields(allParticleFields, options.particleMask);
     f.i32(rows);
-    f.i32(fields);
+    f.i32(fields); // EParticleField
     if (rows != 0) {
         const bool deflated = compressArrays() && rows >= leastDeflatedRows;
         f.flag8(deflated);
@@ -151,7 +151,7 @@ void CDemReader::readParticleTypes(CParticleTypes& types)
     CInForm f = in();
     f.marker(particleTypesMarker);
     qint32 maxId = 0;
-    f.i32(maxId);
+    f.i32(maxId); // negative in some decks: counted anew
     const quint32 count = f.count("particle type", leastTypeBytes);
     types.clear();
     for (quint32 i = 0; i < count; ++i)
@@ -163,7 +163,7 @@ void CDemWriter::writeParticleTypes(const CParticleTypes& types)
 {
     COutForm f = out();
     f.marker(particleTypesMarker);
-    f.i32(types.maxId);
+    f.i32(types.maxId); // negative in some decks: counted anew
     f.length("particle type", leastTypeBytes, types.types);
     for (const auto& type : types.types)
         type->write(*this);

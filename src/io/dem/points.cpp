@@ -54,8 +54,8 @@ void CDemCreatorDataWriter::writeAxisAngle(const CAxisAngle& axis) { axisAngleFo
 template <class TForm, class TBox>
 static void boundingBoxForm(TForm&& f, TBox& box)
 {
-    f.point(box.upper);
-    f.point(box.lower);
+    f.point(box.upper); // m; the upper corner comes first
+    f.point(box.lower); // m; the upper corner comes first
 }
 void CDemCreatorDataReader::readBoundingBox(CBoundingBox& box) { boundingBoxForm(in(), box); }
 void CDemCreatorDataWriter::writeBoundingBox(const CBoundingBox& box) { boundingBoxForm(out(), box); }
@@ -63,8 +63,8 @@ void CDemCreatorDataWriter::writeBoundingBox(const CBoundingBox& box) { bounding
 template <class TForm, class TRotation>
 static void rotationForm(TForm&& f, TRotation& rotation)
 {
-    f.point(rotation.angularVelocity);
-    f.point(rotation.pointOfAction);
+    f.point(rotation.angularVelocity); // rad/s
+    f.point(rotation.pointOfAction);   // m
 }
 void CDemReader::readAngVelAndPos(CAngVelAndPos& rotation) { rotationForm(in(), rotation); }
 void CDemWriter::writeAngVelAndPos(const CAngVelAndPos& rotation) { rotationForm(out(), rotation); }

@@ -1,3 +1,4 @@
+// Deflated groups have no length in front: the reader takes pieces, and gives back what belongs to the next field.
 #include "io/dem/zlib_stream.h"
 
 #include "core/inflate.h"

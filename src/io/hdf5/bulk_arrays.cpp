@@ -1,3 +1,4 @@
+// The rule for chunks and compression, and reading without more memory than the stored bytes can fill.
 #include "io/hdf5/bulk_arrays.h"
 
 #include "config/user_preferences.h"

@@ -1,3 +1,5 @@
+// The calls that HDF5 makes of a file, as plain reads and writes. After the first write that failed the later ones
+// are swallowed, so that HDF5 can close what it has; whoever wrote asks for the failure.
 #include "io/hdf5/checked_file_driver.h"
 
 #include <H5Cpp.h>
@@ -80,7 +82,7 @@ struct SCheckedFile
     H5FD_t base;
     int descriptor;
     haddr_t allocated; // what HDF5 counts as used
-    haddr_t size;      // of the file, as far as HDF5 is told
+    haddr_t size;      // of the file, as far as HDF5 knows
     dev_t device;
     ino_t inode;
     bool failed;
@@ -208,7 +210,7 @@ herr_t readBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size, 
             pushError(H5E_IO, H5E_READERROR, "can't read", file.name->c_str(), errno);
             return -1;
         }
-        if (got == 0) { // behind the end: allocated, never written
+        if (got == 0) { // after the end: allocated, never written
             std::memset(target, 0, size);
             return 0;
         }

@@ -4,7 +4,7 @@
 //
 // HDF5 gives up in the middle of its own structures when a write fails. It then forgets about data
 // that never arrived, or crashes or spins in its exit handlers over objects that it couldn't close.
-// So this driver never tells it: the first failure of a file is remembered with its cause, later
+// So this driver never passes it on: the first failure of a file is remembered with its cause, later
 // writes of that file pass unheard, and the objects close and the process ends in good order. What
 // was lost shows in throwIfFailed and closeChecked, one of which every write ends with.
 

@@ -124,7 +124,7 @@ constexpr std::size_t layOut(const TFields& fields, quint32 version, TVisit&& vi
     return roundedUp(end, widest);
 }
 
-/// Bytes of a record of a version; of today's if none is given.
+/// Bytes of a record of a version; of the current one if none is given.
 template <class TFields>
 constexpr std::size_t sizeOf(const TFields& fields, quint32 version = ~quint32(0))
 {

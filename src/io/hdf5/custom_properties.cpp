@@ -1,5 +1,5 @@
 // The values of custom properties: a group with a child for each finalized property, in the order of
-// the definitions, which stand in the settings beside the deck.
+// the definitions, which are in the settings beside the deck.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"

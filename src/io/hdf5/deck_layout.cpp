@@ -1,3 +1,4 @@
+// Names of files and folders from the name of the main file, and numbers from the names of timesteps' files.
 #include "io/hdf5/deck_layout.h"
 
 #include <QDir>
@@ -29,7 +30,7 @@ QStringList dataFileNames(const QString& folder)
     const QString pattern = QLatin1Char('*') + NDeckFile::timestepSuffix;
     QStringList names = QDir(folder).entryList({pattern}, QDir::Files | QDir::CaseSensitive, QDir::Unsorted);
     const auto isOther = [](const QString& name) { return !timestepNumber(name); };
-    // Timesteps by their numbers; what only looks like one stands behind them.
+    // Timesteps by their numbers; what only looks like one comes after them.
     std::sort(names.begin(), names.end(), [&](const QString& a, const QString& b) {
         if (isOther(a) || isOther(b))
             return isOther(a) == isOther(b) ? a < b : isOther(b);

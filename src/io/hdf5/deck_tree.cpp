@@ -1,3 +1,4 @@
+// The header and the links between timestep and model, read and written outside of the visitors.
 #include "io/hdf5/deck_tree.h"
 
 #include "core/log.h"

@@ -1,3 +1,5 @@
+// Keeps the innermost error of HDF5 as a text. HDF5 calls in with its lock held, so that nothing may be thrown
+// through it.
 #include "io/hdf5/error_text.h"
 
 #include <QMutex>

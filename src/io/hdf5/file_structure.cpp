@@ -1,3 +1,4 @@
+// Follows every address of a file once, within its bounds, before HDF5 does.
 #include "io/hdf5/file_structure.h"
 
 #include "core/plain_file.h"
@@ -166,7 +167,7 @@ private:
         message.require(message.u64() < size, "a shared type isn't in the file");
     }
 
-    /// A link that stands in the header itself.
+    /// A link that is in the header itself.
     void checkLink(CFileBytes& message)
     {
         message.require(message.u8() == 1, "a link is of an unknown version");
@@ -323,7 +324,7 @@ private:
             const quint16 index = body.u16();
             body.skip(2 + 4);
             const quint64 objectBytes = body.u64();
-            if (index == 0) { // free to the end, counted with what stands here
+            if (index == 0) { // free to the end, counted with what is here
                 body.require(objectBytes >= 16 && objectBytes - 16 == body.left(), "free space of a heap is damaged");
                 break;
             }

@@ -1,3 +1,4 @@
+// What of the forms isn't a template: groups as places in the log, and the look at what failed in the file.
 #include "io/hdf5/form.h"
 
 #include "io/hdf5/checked_file_driver.h"

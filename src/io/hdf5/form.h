@@ -25,7 +25,7 @@ constexpr const char* creatorBlock = "creator data";
 
 /// The place of the work in a group. An outermost group of a timestep or model is a block: "GeometryGroups/" is
 /// "geometry groups". All others lie within one.
-/// \param name  as it is opened or made, blocks with a slash behind
+/// \param name  as it is opened or made, blocks with a slash at the end
 SDataPlace placeInGroup(const std::string& name);
 
 /// The numbers of one element of an array: their type, and how many of them make a row (0: a list).

@@ -1,3 +1,4 @@
+// What a mesh that was read needs before others may look at it.
 #include "io/hdf5/geometry.h"
 
 #include "core/log.h"

@@ -14,17 +14,17 @@ void trianglesForm(TForm& f, TGroup& g, quint32 fields)
 {
     f.rows("triangle ids", g.triangleIds, (fields & eTriangleIds) != 0);
     f.rows("triangle nodes", g.triangleNodes, (fields & eTriangleNodes) != 0);
-    f.rows("force torque", g.triangleForces, (fields & eTriangleForces) != 0);
+    f.rows("force torque", g.triangleForces, (fields & eTriangleForces) != 0); // N, N m, N
 }
 
 /// Where a group's mass lies and where its loads act, now and before it moved.
 template <class TForm, class TGroup>
 void centresForm(TForm& f, TGroup& g)
 {
-    f.attribute("centre of mass", g.centreOfMass);
-    f.attribute("orig centre of mass", g.originalCentreOfMass);
-    f.attribute("point of action", g.pointOfAction);
-    f.attribute("orig point of action", g.originalPointOfAction);
+    f.attribute("centre of mass", g.centreOfMass);                // m
+    f.attribute("orig centre of mass", g.originalCentreOfMass);   // m, before it moved
+    f.attribute("point of action", g.pointOfAction);              // m
+    f.attribute("orig point of action", g.originalPointOfAction); // m, before it moved
 }
 
 /// The group of a group's motions, by another name in early decks.
@@ -34,7 +34,7 @@ std::string kinematicsName(const TForm& f)
     return f.since(30, 0, 1) ? "Kinematics/" : "Dynamics/";
 }
 
-/// Takes the mesh that was read to where it stands and computes what follows from it. The magnitudes stay
+/// Takes the mesh that was read to where it is and computes what follows from it. The magnitudes stay
 /// as stored: whoever wrote them may have summed in another order.
 void placeMesh(CGeometryGroup& g);
 

@@ -20,8 +20,8 @@ inline void tellFailure(const SLogTitle& title, const QString& text, ECause caus
     reportFailure(cause == eCauseNames ? NLogTitle::hdf5Names : title, text.toStdString(), cause);
 }
 
-/// Runs body. What it throws ends here: it is told in the log and the result is false.
-/// \param title  of the message; names and texts without a place in the format are told under "HDF5 names"
+/// Runs body. What it throws ends here: it is reported and the result is false.
+/// \param title  of the message; names and texts without a place in the format are reported under "HDF5 names"
 /// \param what   what went wrong then, a full sentence: the cause follows on a line of its own
 template <class TBody>
 bool guarded(const SLogTitle& title, const QString& what, TBody&& body)

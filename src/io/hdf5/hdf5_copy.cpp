@@ -182,7 +182,7 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
         simulation.writeSettings(true, tempBase);
     if (!QFileInfo::exists(tempBase + NDeckFile::configurationSuffix))
         simulation.writeConfiguration(tempBase);
-    if (!waitForCopies().empty()) // told in the log; the target is whole as yet
+    if (!waitForCopies().empty()) // reported; the target is whole as yet
         return false;
 
     closeFiles();
@@ -191,7 +191,7 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
         return false;
     }
     if (!renameFamily(temp, newName)) {
-        // What stands under the temporary name is the only copy by now: it stays.
+        // What is under the temporary name is the only copy by now: it stays.
         tellFailure(NLogTitle::hdf5Write,
                     QString("Could not rename %1 to %2. The deck was left under the first name.").arg(temp, newName));
         return false;

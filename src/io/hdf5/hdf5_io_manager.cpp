@@ -1,3 +1,5 @@
+// Opening a deck, finding its timesteps and reading them. Writing is in hdf5_write.cpp, whole decks in
+// hdf5_copy.cpp.
 #include "io/hdf5/hdf5_io_manager.h"
 
 #include "core/deck/file_families.h"
@@ -225,7 +227,7 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
 {
     const quint32 number = frame.timestep.timestepIndex;
     const qint64 before = currentFileNumber;
-    // An entry without an offset stands for a file that isn't there; its number would be another's.
+    // An entry without an offset is that of a file that isn't there; its number would be another's.
     if (number >= index.size() || index[number].offset == 0) {
         tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(timestepFilePath(fileName, number)));
         return false;

@@ -66,7 +66,7 @@ private:
     };
 
     // hdf5_files.cpp: opening, closing and the header. They throw; what an operation's caller gets is
-    // the operation's affair.
+    // up to the operation.
     File createFile(const QString& path) const;
     /// Makes the folder first if it is missing.
     File createInDataFolder(const QString& path) const;
@@ -78,7 +78,7 @@ private:
     /// Writes the header of the open deck into its main file.
     void updateHeader();
     bool readHeader();
-    /// Makes a numbered file the open one. \return false, told in the log, if it can't be opened
+    /// Makes a numbered file the open one. \return false, with a report, if it can't be opened
     bool switchToFile(qint64 number);
 
     // hdf5_scan.cpp

@@ -1,5 +1,5 @@
 #pragma once
-// Reads a creator model or a timestep from a numbered file. Every slot's form stands in the file of its
+// Reads a creator model or a timestep from a numbered file. Every slot's form is in the file of its
 // area, beside the writer's.
 
 #include "core/not_carried.h"

@@ -32,7 +32,7 @@ static SDataPlace timestepPlace(const QString& path, quint32 number)
     return place.inTimestep(number);
 }
 
-/// Whether the frame holds a timestep at all; told in the log if not.
+/// Whether the frame holds a timestep at all; reported if not.
 static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
 {
     if (frame.timestep.timestepIndex != CTimestepData::noTimestep)
@@ -98,7 +98,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
     if (!hasTimestep(frame, fileName) || !isStorable(frame, writeOptions, path))
         return false;
 
-    // Made anew, the folder would stand for a deck that holds all that was appended before.
+    // Made anew, the folder would pass for a deck that holds all that was appended before.
     if (timestepCount > 0 && !QDir(dataFolderPath(fileName)).exists()) {
         tellFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nIts folder is gone, with the timesteps before.");
         return false;

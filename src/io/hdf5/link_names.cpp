@@ -1,3 +1,4 @@
+// Refuses names that no group can have, and makes nothing up in their place.
 #include "io/hdf5/link_names.h"
 
 #include "io/hdf5/error_text.h"

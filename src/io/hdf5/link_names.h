@@ -16,7 +16,7 @@ class CLinkNames
 {
 public:
     /// \param what   is named, for the text: "particle factory"
-    /// \param where  it stands: "geometry group "Hopper""; may be empty
+    /// \param where  it is: "geometry group "Hopper""; may be empty
     CLinkNames(std::string what, std::string where) : what(std::move(what)), where(std::move(where)) {}
 
     /// The next name, as bytes.

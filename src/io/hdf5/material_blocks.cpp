@@ -57,11 +57,11 @@ template <class TForm, class TData>
 static void blockParticlesForm(TForm& f, TData& data)
 {
     f.rows("ids", data.ids);
-    f.rows("velocity", data.velocity);
-    f.rows("position", data.position);
-    f.rows("orientation", data.orientation);
-    f.rows("angular velocity", data.angularVelocity);
-    f.rows("scale", data.scale);
+    f.rows("velocity", data.velocity);                // m/s
+    f.rows("position", data.position);                // m
+    f.rows("orientation", data.orientation);          // w, x, y, z
+    f.rows("angular velocity", data.angularVelocity); // rad/s
+    f.rows("scale", data.scale);                      // factor of all lengths
 }
 
 /// \throws hdf5_error  unless every array has a row for each particle
@@ -78,7 +78,7 @@ void CHdf5Reader::readMaterialBlockParticleData(CMaterialBlockParticleData& data
     in().attribute("name", data.name);
     in().attribute("spheres", data.sphereCount);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     if (size > 0)
         blockParticlesForm(in(), data);
     checkRows(data);
@@ -102,7 +102,7 @@ void CHdf5Writer::writeMaterialBlockParticleData(const CMaterialBlockParticleDat
 void CHdf5Reader::readMaterialBlockContactData(CMaterialBlockContactData& data)
 {
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     in().rows("contacts", data.contacts, size > 0);
     tellIfOther("contacts of a material block", size, static_cast<quint32>(data.contacts.size()));
     readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.contacts.size()));

@@ -25,15 +25,15 @@ void definitionForm(TForm& f, TType& t)
 {
     f.attribute("material name", t.materialName);
     if (f.since(30, 0, 6)) {
-        f.attribute("surface based", t.surfaceBased);
-        f.attribute("auto center particle", t.autoCenterParticle);
-        f.attribute("template name", t.templateName);
-        f.attribute("auto properties", t.autoProperties);
+        f.attribute("surface based", t.surfaceBased);              // kept and compared; steers nothing here
+        f.attribute("auto center particle", t.autoCenterParticle); // kept and compared; steers nothing here
+        f.attribute("template name", t.templateName);              // kept and compared; steers nothing here
+        f.attribute("auto properties", t.autoProperties);          // kept and compared; steers nothing here
     }
-    f.attribute("raw mass", t.rawMass);
-    f.attribute("raw volume", t.rawVolume);
-    f.attribute("raw inertia", t.rawInertia);
-    f.attribute("calc props", t.calculateProperties);
+    f.attribute("raw mass", t.rawMass);               // kg, at scale 1
+    f.attribute("raw volume", t.rawVolume);           // m^3
+    f.attribute("raw inertia", t.rawInertia);         // kg m^2: Ixx, Iyy, Izz
+    f.attribute("calc props", t.calculateProperties); // whether the three were computed from the spheres
 }
 
 /// The arrays of a type, each with its bit in the stored-fields word.
@@ -41,16 +41,16 @@ template <class TForm, class TType, class TTimes>
 void particlesForm(TForm& f, TType& t, TTimes& creationTime, quint32 fields)
 {
     const auto has = [fields](quint32 field) { return (fields & field) != 0; };
-    f.rows("ids", t.ids, has(eIds));
-    f.rows("velocity", t.velocity, has(eVelocity));
-    f.rows("position", t.position, has(ePosition));
-    f.rows("orientation", t.orientation, has(eOrientation));
-    f.rows("angular velocity", t.angularVelocity, has(eAngularVelocity));
-    f.rows("scale", t.scale, has(eScale));
-    f.rows("force torque", t.forceTorque, has(eForceTorque));
-    f.rows("us_force torque", t.unscaledForceTorque, has(eUnscaledForceTorque));
-    f.rows("external force torque", t.externalForceTorque, has(eExternalForceTorque));
-    f.rows("creation time", creationTime, has(eCreationTime));
+    f.rows("ids", t.ids, has(eIds));                                                   // below 1: a free slot
+    f.rows("velocity", t.velocity, has(eVelocity));                                    // m/s
+    f.rows("position", t.position, has(ePosition));                                    // m
+    f.rows("orientation", t.orientation, has(eOrientation));                           // w, x, y, z
+    f.rows("angular velocity", t.angularVelocity, has(eAngularVelocity));              // rad/s
+    f.rows("scale", t.scale, has(eScale));                                             // factor of all lengths
+    f.rows("force torque", t.forceTorque, has(eForceTorque));                          // N, N m, N
+    f.rows("us_force torque", t.unscaledForceTorque, has(eUnscaledForceTorque));       // the same, not scaled
+    f.rows("external force torque", t.externalForceTorque, has(eExternalForceTorque)); // N, N m, N
+    f.rows("creation time", creationTime, has(eCreationTime));                         // s
 }
 
 /// Runs check(name, rows) for each array that the word names.
@@ -147,11 +147,11 @@ void CHdf5Reader::readParticleType(CParticleType& t)
         sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
 
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     const bool isWanted = (options.timestepMask & eParticleRows) != 0;
     if (!isWanted)
         size = 0;
-    in().attribute("mask", t.dataMask);
+    in().attribute("mask", t.dataMask); // EParticleField
     const bool hasRows = isWanted && (size > 0 || in().hasRows({"ids", "position"}));
     const quint32 fields = hasRows ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
     // The arrays that are there say how many slots there are: memory follows stored bytes only.
@@ -182,8 +182,8 @@ void CHdf5Writer::writeParticleType(const CParticleType& t)
 
     const quint32 size = (options.timestepMask & eParticleRows) != 0 ? t.slotCount() : 0;
     const quint32 mask = reduceParticleFields(allParticleFields, options.particleMask);
-    out().attribute("size", size);
-    out().attribute("mask", mask);
+    out().attribute("size", size); // 0 where the masks leave the rows out
+    out().attribute("mask", mask); // EParticleField
     if (size > 0) {
         commonLength(t, mask);
         if (options.overrideTime) {

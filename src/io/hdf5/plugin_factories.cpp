@@ -1,3 +1,4 @@
+// The list of plug-in factories has one form and two places, by version.
 #include "io/hdf5/plugin_factories.h"
 
 #include "core/log.h"

@@ -1,5 +1,5 @@
 #pragma once
-// Plug-in factories stand with the creator model; decks before 30.0.5 hold them in their timesteps.
+// Plug-in factories are stored with the creator model; decks before 30.0.5 hold them in their timesteps.
 
 namespace NBrenmark {
 

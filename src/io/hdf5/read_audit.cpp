@@ -1,3 +1,4 @@
+// Keeps a list of what was asked for while a deck is examined, and compares it with what is there.
 #include "io/hdf5/read_audit.h"
 
 #include "core/log.h"

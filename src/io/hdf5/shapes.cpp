@@ -1,3 +1,4 @@
+// Each shape in both directions. A type or extent other than expected is refused with the path of the object.
 #include "io/hdf5/shapes.h"
 
 #include "core/log.h"
@@ -223,8 +224,8 @@ void writeAttribute(const std::string& name, const std::vector<bool>& flags, H5:
            [&](H5::DataSpace& space) { writeAs(name, PredType::NATIVE_UCHAR, space, bytes.data(), location); });
 }
 
-/// Bytes of text that fit in an attribute, with the zero byte behind them. It is one message of an object header, of up
-/// to 65528 bytes, in which stand what it is, 24 bytes, and its name, with a zero byte and up to a multiple of eight.
+/// Bytes of text that fit in an attribute, with the zero byte after them. It is one message of an object header, of up
+/// to 65528 bytes, which hold what it is, 24 bytes, and its name, with a zero byte and up to a multiple of eight.
 /// Of seven bytes more HDF5 makes a file without complaint that it can't read.
 static std::size_t roomInAttribute(const std::string& name) { return 65528 - 24 - (name.size() + 8) / 8 * 8; }
 

@@ -1,3 +1,4 @@
+// Tests links, storage, filters and announced sizes of one object before it is opened or read.
 #include "io/hdf5/soundness.h"
 
 #include "core/memory_ceiling.h"
@@ -145,7 +146,7 @@ void checkChunks(const H5::DataSet& dataset, bool isFiltered, hsize_t chunkBytes
 
 // ---------------------------------------------------------------- elsewhere
 
-/// Its values must be in the file itself, behind filters that are part of HDF5.
+/// Its values must be in the file itself, after filters that are part of HDF5.
 void checkStorage(const H5::DSetCreatPropList& properties, const H5::H5Location& location, const std::string& name)
 {
     if (properties.getLayout() == H5D_VIRTUAL || H5Pget_external_count(properties.getId()) > 0)

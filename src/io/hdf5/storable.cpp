@@ -1,3 +1,4 @@
+// Runs the writer of a root with a form that only measures, so that what can't be stored is refused before a deck is touched.
 #include "io/hdf5/storable.h"
 
 #include "core/log.h"

@@ -1,3 +1,4 @@
+// The sizes inside header messages that HDF5 multiplies and follows without a test.
 #include "io/hdf5/stored_messages.h"
 
 #include <algorithm>

@@ -11,7 +11,7 @@ namespace NBrenmark {
 struct SStoredType
 {
     quint64 size = 0;              ///< bytes of an element
-    bool isVariableLength = false; ///< its elements stand in a global heap
+    bool isVariableLength = false; ///< its elements are in a global heap
 };
 
 /// How the values of a dataset are laid out.

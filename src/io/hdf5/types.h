@@ -69,7 +69,7 @@ struct SAngVelAndPosType
     static_assert(sizeOf(fields) == 48);
 };
 
-/// The domain of decks before 30.0.17, of which today's is a group.
+/// The domain of decks before 30.0.17, which is a group now.
 struct SDomainType
 {
     using Row = CDomain;

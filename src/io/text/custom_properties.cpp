@@ -1,3 +1,4 @@
+// The text of custom property values, by the names of the properties: numbers would change with the definitions.
 #include "io/text/text_writer.h"
 #include "properties/custom_property_data.h"
 

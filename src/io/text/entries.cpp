@@ -1,4 +1,4 @@
-// The text of selections and fields: the forms that read and write them, run with a form that tells.
+// The text of selections and fields: the forms that read and write them, run with a form that writes lines.
 #include "analysis/entry_form.h"
 #include "analysis/field_manager.h"
 #include "analysis/selection_map.h"

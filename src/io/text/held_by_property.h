@@ -9,7 +9,7 @@
 
 namespace NBrenmark {
 
-/// Whether a list of custom properties holds just these numbers, so that nothing else has to tell them.
+/// Whether a list of custom properties holds just these numbers, so that no other line has to show them.
 template <class T>
 bool heldByProperty(const CCustomPropertyData& properties, const char* property, const std::vector<T>& rows)
 {

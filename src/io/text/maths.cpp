@@ -1,9 +1,10 @@
+// The text of values without a name of their own.
 #include "io/text/text_writer.h"
 #include "maths/axis_angle.h"
 
 namespace NBrenmark {
 
-// Values that have no name of their own stand under the path that the caller is at.
+// Values that have no name of their own are under the path that the caller is at.
 
 void CTextWriter::writeMatrix3(const C3DMatrix& matrix) { out.here(matrix); }
 void CTextWriter::writeMatrix4(const C3DTransform& transform) { out.here(transform); }

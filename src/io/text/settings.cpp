@@ -1,3 +1,4 @@
+// The text of a deck's companions, by the forms that also read and write them.
 #include "io/text/settings.h"
 #include "config/config_manager.h"
 #include "io/text/text_output.h"

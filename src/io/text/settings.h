@@ -1,5 +1,5 @@
 #pragma once
-// The text of what stands beside the timesteps: definitions of custom properties, selections,
+// The text of what is stored beside the timesteps: definitions of custom properties, selections,
 // fields, the configuration.
 
 namespace NBrenmark {

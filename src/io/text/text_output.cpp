@@ -1,3 +1,4 @@
+// Builds paths and lines, and escapes what would break the grammar.
 #include "io/text/text_output.h"
 
 #include <QCryptographicHash>

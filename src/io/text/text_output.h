@@ -10,7 +10,7 @@
 //            by row. With full arrays each row follows as a line of its own under its number.
 //
 // Segments that are names are escaped (text_values.h). The second entry of a name in a list has #2
-// behind it, and so on. What belongs to the storing rather than to the model stands under stored/.
+// behind it, and so on. What belongs to the storing rather than to the model is under stored/.
 
 #include "io/text/text_values.h"
 #include "model/particle_type.h"
@@ -34,11 +34,11 @@ struct SArrayView
 
     size_t elementBytes() const { return kind[0] == 'f' ? 8 : 4; }
     size_t bytes() const { return rows * columns * elementBytes(); }
-    /// A row as a line tells it: its value, or a tuple.
+    /// A row as a line shows it: its value, or a tuple.
     std::string row(size_t number) const;
 };
 
-/// Takes a deck's text line by line, so that nobody has to hold all of it.
+/// Takes a deck's text line by line, so that all of it never has to be held.
 class ITextSink
 {
 public:
@@ -142,7 +142,7 @@ public:
         rows(path, {"f64", values.data(), rowCount, columns});
     }
 
-    /// The bytes of a file as an array of the kind u8, from where the device stands.
+    /// The bytes of a file as an array of the kind u8, from where the device is.
     void bytes(const char* name, QIODevice& device);
 
     // For a writer of its own below the present path.

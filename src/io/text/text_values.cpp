@@ -1,3 +1,4 @@
+// Numbers with as many digits as tell any two apart; not-a-numbers with their bits.
 #include "io/text/text_values.h"
 
 #include "core/control_characters.h"
@@ -52,7 +53,7 @@ std::string bytesOf(const QString& name)
     return out;
 }
 
-/// Bytes of the character at a position if it may stand in a line as it is, else 0: no ASCII, which
+/// Bytes of the character at a position if it may be in a line as it is, else 0: no ASCII, which
 /// the callers judge, no control character, nothing that isn't the shortest UTF-8 of a character.
 size_t printableLength(const std::string& bytes, size_t at)
 {
@@ -73,7 +74,7 @@ size_t printableLength(const std::string& bytes, size_t at)
     return c < least[length - 2] || c > 0x10FFFF || surrogate || separator || isDirectionControl(c) ? 0 : length;
 }
 
-/// The bytes with what may not stand in a line escaped; ascii appends each character below 0x7F.
+/// The bytes with what may not be in a line escaped; ascii appends each character below 0x7F.
 template <class TAscii>
 std::string escaped(const std::string& bytes, const char* escape, TAscii&& ascii)
 {

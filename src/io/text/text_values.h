@@ -35,7 +35,7 @@ std::string text(const C3DTransform& value);
 std::string tuple(const double* values, size_t count);
 
 /// A name as one segment of a path. Blanks, control characters, slashes, percent and number signs,
-/// and bytes that are no UTF-8 stand as a percent sign and two hexadecimal digits a byte.
+/// and bytes that are no UTF-8 are written as a percent sign and two hexadecimal digits a byte.
 std::string segment(const std::string& name);
 std::string segment(const QString& name);
 

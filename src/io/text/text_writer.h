@@ -1,5 +1,5 @@
 #pragma once
-// The third writer behind the visitor contract: turns a model into lines of text. It stores nothing, so
+// The third writer of the visitor contract: turns a model into lines of text. It stores nothing, so
 // that no version or date goes into what it visits, but it has every row: like the other writers it takes
 // released rows out of the families of contacts and bonds.
 
@@ -12,8 +12,8 @@
 
 namespace NBrenmark {
 
-/// Geometry, its motions and its factories hold their definition and their state on the same objects. A model tells
-/// both, its own state as it was stored with it; a timestep tells what timesteps store.
+/// Geometry, its motions and its factories hold their definition and their state on the same objects. A model shows
+/// both, its own state as it was stored with it; a timestep shows what timesteps store.
 enum class ETextPart
 {
     eAll,

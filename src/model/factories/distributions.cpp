@@ -1,3 +1,4 @@
+// The laws: how a number is drawn, and when two laws are the same.
 #include "model/factories/distributions.h"
 
 #include "platform/random.h"

@@ -1,3 +1,4 @@
+// When a factory that creates over time is complete, and what a new rate starts from.
 #include "model/factories/dynamic_particle_factory.h"
 
 #include "model/factories/factory_size.h"

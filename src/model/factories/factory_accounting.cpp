@@ -1,3 +1,4 @@
+// Hands an account to the visitors.
 #include "model/factories/factory_accounting.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Draws angular velocities. The linear kind has a rule of its own, other than that of velocities.
 #include "model/factories/factory_angular_velocity.h"
 
 #include "maths/quaternion.h"

@@ -1,3 +1,4 @@
+// Fills the values of one property of a new particle, and takes what a file holds for another number of elements.
 #include "model/factories/factory_custom_property.h"
 
 #include "properties/custom_property_data.h"

@@ -1,3 +1,4 @@
+// Makes a custom property parameter of a charge of old files.
 #include "model/factories/factory_electrostatic.h"
 
 #include "model/factories/factory_custom_property.h"

@@ -1,3 +1,4 @@
+// Keeps the quaternion of a file beside the matrix that follows from it, so that what is written is what was read.
 #include "model/factories/factory_orientation.h"
 
 #include "model/factories/factory_vectors.h"

@@ -1,3 +1,4 @@
+// The cells of the lattices, and how an editor's record becomes a definition.
 #include "model/factories/factory_position.h"
 
 #include "maths/quaternion.h"

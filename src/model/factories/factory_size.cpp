@@ -1,3 +1,4 @@
+// Draws sizes. A factory that is told the next size by name gives that one once.
 #include "model/factories/factory_size.h"
 
 #include "platform/random.h"

@@ -1,3 +1,4 @@
+// Picks the next particle type: of several names each in turn.
 #include "model/factories/factory_type.h"
 
 #include "model/particle_types.h"

@@ -19,7 +19,7 @@ public:
     /// Keeps the list and takes its first names as the own ones; with fewer types than names the last
     /// type stands for the rest, and without types the names stay.
     virtual void setParticleTypes(const CParticleTypes* types) = 0;
-    /// The next particle is of this type, once, and the order goes on behind it as if it weren't there.
+    /// The next particle is of this type, once, and the order goes on after it as if it weren't there.
     virtual void setNextName(const QString& name) = 0;
     virtual void setPositionParam(IFactoryPosition* position) = 0;
     /// Keeps the list, and nothing else.

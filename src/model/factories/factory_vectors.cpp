@@ -1,3 +1,4 @@
+// Random directions, evenly over the sphere.
 #include "model/factories/factory_vectors.h"
 
 namespace NBrenmark {

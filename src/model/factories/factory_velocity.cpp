@@ -1,3 +1,4 @@
+// Draws velocities.
 #include "model/factories/factory_velocity.h"
 
 #include "maths/quaternion.h"
@@ -31,7 +32,7 @@ C3DVector CSprayFactoryVelocity::sample() const
     const CRandomDistribution component(-1.0, 1.0);
     const double a = component.sample();
     const double b = component.sample();
-    component.sample(); // unused, but the sequence goes on behind it
+    component.sample(); // unused, but the sequence goes on after it
     const double angle = CRandomDistribution(-sprayAngle, sprayAngle).sample();
     const CQuaternion turn = CQuaternion::fromAxisAngle(C3DVector(0.0, a, -b), angle);
     return turn.rotate(direction.normalised()).normalised() * magnitude.sample();

@@ -1,3 +1,5 @@
+// Keeps a factory's parameters bound to each other and to the custom properties of particles, whichever is set
+// first.
 #include "model/factories/particle_factory.h"
 
 #include "model/factories/dynamic_particle_factory.h"

@@ -46,7 +46,7 @@ public:
     virtual bool isMassCreation() const = 0;
     /// The rate is a mass for each second; false for a factory that has no rate.
     virtual bool isMassGeneration() const { return false; }
-    /// A derived factory reads and writes its own part behind this one.
+    /// A derived factory reads and writes its own part after this one.
     virtual void read(IFileVisitorReader& visitor);
     virtual void write(IFileVisitorWriter& visitor) const;
 

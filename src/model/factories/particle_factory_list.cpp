@@ -1,3 +1,4 @@
+// The factories of a group, found by name as timesteps name them.
 #include "model/factories/particle_factory_list.h"
 
 #include "model/factories/particle_factory.h"

@@ -1,3 +1,4 @@
+// No plug-in is loaded here: what a deck names is kept out of the list and reported by its reader.
 #include "model/factories/plugin_factory_list.h"
 
 #include "model/factories/plugin_factory.h"

@@ -1,6 +1,6 @@
 #pragma once
 // Particle factories that come from plug-in libraries. Listeners hear of every change, so that the custom properties
-// that a factory works on exist as long as it does. Readers tell what can't be bound and leave it out.
+// that a factory works on exist as long as it does. Readers report what can't be bound and leave it out.
 
 #include <QString>
 

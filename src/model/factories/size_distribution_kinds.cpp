@@ -1,3 +1,4 @@
+// The words of the size laws and how one is made.
 #include "model/factories/size_distribution_kinds.h"
 
 #include "visitors/file_visitor_reader.h"

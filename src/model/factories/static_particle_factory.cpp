@@ -1,3 +1,4 @@
+// Copying a factory that fills its section once, and handing it to the visitors.
 #include "model/factories/static_particle_factory.h"
 
 #include "visitors/file_visitor_reader.h"

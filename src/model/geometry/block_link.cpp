@@ -1,3 +1,4 @@
+// Hands the link to the visitors.
 #include "model/geometry/block_link.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Makes the mesh of a box from its sides.
 #include "model/geometry/box.h"
 
 #include "maths/quaternion.h"

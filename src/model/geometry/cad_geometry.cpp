@@ -1,3 +1,4 @@
+// Where an import is put follows from a shift and a turn; the vertices as imported stay.
 #include "model/geometry/cad_geometry.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -23,7 +23,7 @@ public:
     void updateCadTransform();
     /// The imported vertices where cadTransform puts them; the very same ones if that is nowhere else.
     std::vector<C3DPoint> placedImport() const;
-    /// Takes the import for one that was made where it stands: the fields below move it no more.
+    /// Takes the import for one that was made where it is: the fields below move it no more.
     void forgetPlacement();
     /// Takes the imported mesh, and its triangles, to where the fields below put it.
     void rebuildMesh();

@@ -1,3 +1,4 @@
+// Makes the mesh of a cylinder or cone, with or without its ends.
 #include "model/geometry/cylinder.h"
 
 #include "model/geometry/ring.h"
@@ -44,7 +45,7 @@ void CCylinder::rebuildMesh()
     std::vector<C3DPoint> vertices;
     std::vector<TriangleNodes> triangles;
     for (quint32 i = 0; i < detail; ++i) {
-        r1 = step * r1; // turned first: no vertex of the ring stands at the angle zero but the last
+        r1 = step * r1; // turned first: no vertex of the ring is at the angle zero but the last
         r2 = step * r2;
         vertices.push_back(startPoint + r1);
         vertices.push_back(endPoint + r2);

@@ -1,3 +1,5 @@
+// Ids as they are given, taken back and found in files. An id that is entered twice is refused, so that the owner
+// can number all groups anew.
 #include "model/geometry/element_ids.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// Hands the charge to the visitors.
 #include "model/geometry/geometry_electrostatic.h"
 
 #include "visitors/file_visitor_reader.h"

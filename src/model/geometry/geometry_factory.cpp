@@ -1,3 +1,4 @@
+// The words of the shapes.
 #include "model/geometry/geometry_factory.h"
 
 #include "model/factories/particle_factory_list.h"

@@ -1,3 +1,4 @@
+// Meshes: taking one over, moving it, and computing what follows from it once a change.
 #include "model/geometry/geometry_group.h"
 
 #include "core/log.h"

@@ -4,7 +4,7 @@
 //
 // A group starts static: its mesh is coords. A moving group keeps the mesh as it was made in
 // originalCoords, and coords is where the transform has taken it. What follows from the mesh (centres,
-// normals, areas, volume) is computed once a change, so that nobody who reads a timestep pays for it.
+// normals, areas, volume) is computed once a change, so that reading a timestep doesn't pay for it.
 
 #include "maths/transform.h"
 #include "model/bounding_box.h"
@@ -82,7 +82,7 @@ public:
     virtual void write(IFileVisitorWriter& visitor) const;
 
     /// Takes the mesh to matrix x originalCoords and makes the group a moving one. A group that hasn't
-    /// moved yet keeps a copy of its mesh first. Bounds and derived data stay behind: see moveTo.
+    /// moved yet keeps a copy of its mesh first. Bounds and derived data aren't updated: see moveTo.
     virtual void applyTransform(const C3DTransform& matrix);
     /// The box around coords; both corners zero without a vertex.
     virtual void updateBounds();
@@ -103,7 +103,7 @@ public:
     void reserveTriangles(std::size_t count);
     /// Centres, normals, areas and, of a closed group, the volume; brings all arrays of triangles and the
     /// custom properties to the number of triangles. A triangle with a corner that isn't there or is no
-    /// number counts as a point of no area; the log tells how many there are.
+    /// number counts as a point of no area; the log says how many there are.
     void recomputeDerivedData();
     /// Of a closed group from its mesh, as if its volume were filled evenly.
     void computeCentreOfMass();
@@ -185,7 +185,7 @@ protected:
 private:
     void tellBrokenTriangles(std::size_t outside, std::size_t noNumbers);
 
-    std::array<std::size_t, 2> toldBroken{}; ///< so that a mesh is told once, not once a timestep
+    std::array<std::size_t, 2> toldBroken{}; ///< so that a mesh is reported once, not once a timestep
 };
 
 } // namespace NBrenmark

@@ -1,3 +1,4 @@
+// Hands the six numbers to the visitors.
 #include "model/geometry/moment_of_inertia.h"
 
 #include "visitors/file_visitor_reader.h"

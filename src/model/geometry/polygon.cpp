@@ -1,3 +1,4 @@
+// Makes the mesh of a flat face.
 #include "model/geometry/polygon.h"
 
 #include "maths/quaternion.h"

@@ -1,3 +1,4 @@
+// The direction and the step from one vertex to the next on a circle about any axis.
 #include "model/geometry/ring.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// Hands rotations to the visitors.
 #include "model/kinematics/ang_vel_and_pos.h"
 
 #include "visitors/file_visitor_reader.h"

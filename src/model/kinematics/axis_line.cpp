@@ -1,3 +1,4 @@
+// Copies a line; of its two marks for editors a copy keeps one.
 #include "model/kinematics/axis_line.h"
 
 namespace NBrenmark {

@@ -1,3 +1,4 @@
+// The velocity of a belt's surface, along its axis as it is turned now.
 #include "model/kinematics/conveyor_translation.h"
 
 #include "visitors/file_visitor_reader.h"

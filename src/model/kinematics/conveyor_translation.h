@@ -15,7 +15,7 @@ public:
     void read(IFileVisitorReader& visitor) override;
     void write(IFileVisitorWriter& visitor) const override;
 
-    /// Along the axis as the belt stands now.
+    /// Along the axis as the belt is turned now.
     C3DVector velocityAt(double time) const override;
     /// Always zero.
     C3DVector displacementBetween(double t0, double t1) const override;

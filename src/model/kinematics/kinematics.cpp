@@ -1,3 +1,4 @@
+// The motions of a group in a list, and the words of their kinds.
 #include "model/kinematics/kinematics.h"
 
 #include "model/kinematics/conveyor_rotation.h"

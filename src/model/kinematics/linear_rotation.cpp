@@ -1,3 +1,4 @@
+// Angular velocity and angle of a rotation that speeds up evenly.
 #include "model/kinematics/linear_rotation.h"
 
 #include "visitors/file_visitor_reader.h"

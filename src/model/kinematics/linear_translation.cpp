@@ -1,3 +1,4 @@
+// Velocity and way of a motion that speeds up evenly.
 #include "model/kinematics/linear_translation.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// What all rotations do to a transform: a turn about a line through the point of action.
 #include "model/kinematics/rotation.h"
 
 #include "model/kinematics/ang_vel_and_pos.h"

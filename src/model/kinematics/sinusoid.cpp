@@ -1,3 +1,4 @@
+// Position and rate of an oscillation.
 #include "model/kinematics/sinusoid.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// The angle of an oscillation about a line.
 #include "model/kinematics/sinusoidal_rotation.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// The way of an oscillation along a line.
 #include "model/kinematics/sinusoidal_translation.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// From when to when a motion acts, loops included.
 #include "model/kinematics/time_dep_action.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,6 +1,6 @@
 #pragma once
 // One motion of a geometry group: from when to when it acts, and along or about which line. What it
-// does in that time stands in the derived classes.
+// does in that time is in the derived classes.
 
 #include "maths/transform.h"
 #include "model/kinematics/axis_line.h"
@@ -14,7 +14,7 @@ class AngVelAndPosList;
 class IFileVisitorReader;
 class IFileVisitorWriter;
 
-/// What the motions of one step add up to beside the displacement. A sum that nobody wants is null.
+/// What the motions of one step add up to beside the displacement. A sum that isn't wanted is null.
 struct SMotionSums
 {
     C3DVector* velocity = nullptr;         ///< of the translations, m/s

@@ -1,3 +1,4 @@
+// What all translations do to a transform.
 #include "model/kinematics/translation.h"
 
 namespace NBrenmark {

@@ -10,7 +10,7 @@
 namespace NBrenmark {
 
 /// A unique id of 16 bytes, and two numbers of one kind of damping.
-static void dropBehindDamping(CInForm& f, qint32 kind)
+static void dropAfterDamping(CInForm& f, qint32 kind)
 {
     constexpr qint32 kindWithNumbers = 2;
     f.dropF64(below(2, 4, 16));
@@ -21,7 +21,7 @@ static void dropBehindDamping(CInForm& f, qint32 kind)
     f.dropF64();
 }
 
-/// Title, damping and description, with what stood between them once.
+/// Title, damping and description, with what was between them once.
 template <class TForm, class TCreator>
 static void titleForm(TForm& f, TCreator& creator)
 {
@@ -31,12 +31,12 @@ static void titleForm(TForm& f, TCreator& creator)
         qint32 kind = 0;
         f.i32(kind, below(2, 4, 19), 0);
         f.dropI32();
-        f.f64(creator.damping);
-        dropBehindDamping(f, kind);
+        f.f64(creator.damping); // factor
+        dropAfterDamping(f, kind);
     }
     else {
         f.dropI32(writtenWord);
-        f.f64(creator.damping);
+        f.f64(creator.damping); // factor
     }
     f.text(creator.description, from(2, 4, 8), QString());
 }
@@ -44,13 +44,13 @@ static void titleForm(TForm& f, TCreator& creator)
 template <class TForm, class TCreator>
 static void limitsForm(TForm& f, TCreator& creator)
 {
-    f.i32(creator.velocityRestricted, gateLimits, 0);
-    f.f64(creator.velocityLimit, gateLimits, 0.0);
+    f.i32(creator.velocityRestricted, gateLimits, 0); // not 0: limited
+    f.f64(creator.velocityLimit, gateLimits, 0.0);    // m/s
     f.i32(creator.angularVelocityRestricted, gateLimits, 0);
-    f.f64(creator.angularVelocityLimit, gateLimits, 0.0);
+    f.f64(creator.angularVelocityLimit, gateLimits, 0.0); // rad/s
 }
 
-/// Whether charges stand beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
+/// Whether charges are stored beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
 static void readStreamFlag(CInForm& f, CCreatorData& creator)
 {
     if (!f.stores(below(22, 0, 0)))
@@ -66,7 +66,7 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     readFileVersionInfo(creator);
     CInForm f = in();
     readStreamFlag(f, creator);
-    f.point(creator.gravity);
+    f.point(creator.gravity); // m/s^2
     creator.domain.read(*this);
     if (f.stores(gatePhysicsInFront))
         creator.physicsModels.read(*this);
@@ -100,7 +100,7 @@ void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)
 {
     writeFileVersionInfo(creator);
     COutForm f = out();
-    f.point(creator.gravity);
+    f.point(creator.gravity); // m/s^2
     creator.domain.write(*this);
     creator.physicsModels.write(*this);
     creator.particleTypes.write(*this);

@@ -9,9 +9,9 @@ namespace NBrenmark {
 template <class TForm, class TDomain>
 static void domainForm(TForm&& f, TDomain& domain)
 {
-    f.point(domain.min);
-    f.point(domain.max);
-    f.flag(domain.periodicX);
+    f.point(domain.min);      // m
+    f.point(domain.max);      // m
+    f.flag(domain.periodicX); // what leaves comes in on the other side
     f.flag(domain.periodicY);
     f.flag(domain.periodicZ);
 }

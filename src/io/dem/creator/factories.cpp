@@ -38,14 +38,14 @@ void CDemCreatorDataReader::readParticleFactoryElectrostatic(NLegacySupport::CPa
     CInForm f = in();
     f.text(charge.kind);
     if (charge.kind == CFixedValueCustomPropertyFactoryParam::word)
-        f.f64(charge.fixedValue);
+        f.f64(charge.fixedValue); // C
     else if (charge.kind == CRandomValueCustomPropertyFactoryParam::word) {
-        f.f64(charge.randomMin);
-        f.f64(charge.randomMax);
+        f.f64(charge.randomMin); // C
+        f.f64(charge.randomMax); // C
     }
     else if (charge.kind == CNormalDistCustomPropertyFactoryParam::word) {
-        f.f64(charge.normalMean);
-        f.f64(charge.normalDeviation);
+        f.f64(charge.normalMean);      // C
+        f.f64(charge.normalDeviation); // C
     }
 }
 
@@ -95,7 +95,7 @@ static void readSizes(CDemCreatorDataReader& reader, CInForm& f, CParticleFactor
     }
 }
 
-/// Before, one size stands for all types, whose names follow later.
+/// Before, one size is that of all types, whose names follow later.
 static std::unique_ptr<IFactorySize> readSharedSize(CDemCreatorDataReader& reader, CInForm& f,
                                                     const CParticleFactory& factory)
 {
@@ -179,8 +179,8 @@ static void writeCustomParams(CDemCreatorDataWriter& writer, COutForm& f, const 
 template <class TForm, class TFactory>
 static void countsForm(TForm& f, TFactory& factory)
 {
-    f.i32(factory.creationCount);
-    f.i32(factory.maxAttempts, from(2, 4, 27), 20u);
+    f.i32(factory.creationCount);                    // particles so far
+    f.i32(factory.maxAttempts, from(2, 4, 27), 20u); // to place one particle
 }
 
 void CDemCreatorDataReader::readParticleFactory(CParticleFactory& factory)
@@ -235,16 +235,16 @@ template <class TForm, class TFactory>
 static void dynamicForm(TForm&& f, TFactory& factory)
 {
     const SGate gateMass = from(2, 4, 52);
-    f.i32(factory.numToCreate);
-    f.flag(factory.unlimited);
-    f.f64(factory.creationRate);
-    f.f64(factory.creationTime);
-    f.i32(factory.maxAttempts, from(2, 4, 20).below(2, 4, 27), factory.maxAttempts);
-    f.f64(factory.massToCreate, gateMass, 100.0);
-    f.i32(factory.createdSinceRateChange, gateMass, 0u);
-    f.flag(factory.massCreation, from(22, 0, 1), false);
-    f.flag(factory.massGeneration, from(22, 0, 1), false);
-    f.f64(factory.rateChangeTime, from(22, 0, 2), 0.0);
+    f.i32(factory.numToCreate);                                                      // particles
+    f.flag(factory.unlimited);                                                       // never complete
+    f.f64(factory.creationRate);                                                     // 1/s, or kg/s of a rate of mass
+    f.f64(factory.creationTime);                                                     // s
+    f.i32(factory.maxAttempts, from(2, 4, 20).below(2, 4, 27), factory.maxAttempts); // to place one particle
+    f.f64(factory.massToCreate, gateMass, 100.0);                                    // kg
+    f.i32(factory.createdSinceRateChange, gateMass, 0u);                             // particles
+    f.flag(factory.massCreation, from(22, 0, 1), false);                             // the goal is a mass
+    f.flag(factory.massGeneration, from(22, 0, 1), false);                           // the rate is of mass
+    f.f64(factory.rateChangeTime, from(22, 0, 2), 0.0);                              // s
 }
 void CDemCreatorDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
 {
@@ -260,11 +260,11 @@ template <class TForm, class TFactory>
 static void staticForm(TForm&& f, TFactory& factory)
 {
     f.flag(factory.completed);
-    f.f64(factory.creationTime);
-    f.flag(factory.fillShape, from(2, 4, 50), true);
-    f.i32(factory.numToCreate, from(2, 4, 50), 1000u);
-    f.flag(factory.massCreation, from(22, 0, 2), false);
-    f.f64(factory.massToCreate, from(22, 0, 2), 0.0);
+    f.f64(factory.creationTime);                         // s
+    f.flag(factory.fillShape, from(2, 4, 50), true);     // as many as fit, whatever the goal
+    f.i32(factory.numToCreate, from(2, 4, 50), 1000u);   // particles
+    f.flag(factory.massCreation, from(22, 0, 2), false); // the goal is a mass
+    f.f64(factory.massToCreate, from(22, 0, 2), 0.0);    // kg
 }
 void CDemCreatorDataReader::readStaticParticleFactory(CStaticParticleFactory& factory) { staticForm(in(), factory); }
 void CDemCreatorDataWriter::writeStaticParticleFactory(const CStaticParticleFactory& factory)

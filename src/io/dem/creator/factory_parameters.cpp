@@ -19,7 +19,7 @@ namespace NBrenmark {
 template <class TForm, class TParam>
 static void fixedForm(TForm&& f, TParam& param)
 {
-    f.point(param.value);
+    f.point(param.value); // m/s or rad/s
 }
 void CDemCreatorDataReader::readFixedFactoryVelocity(CFixedFactoryVelocity& param) { fixedForm(in(), param); }
 void CDemCreatorDataWriter::writeFixedFactoryVelocity(const CFixedFactoryVelocity& param) { fixedForm(out(), param); }
@@ -29,8 +29,8 @@ void CDemCreatorDataWriter::writeFixedFactoryAngVel(const CFixedFactoryAngVel& p
 template <class TForm, class TParam>
 static void linearForm(TForm&& f, TParam& param)
 {
-    f.point(param.startVelocity);
-    f.point(param.endVelocity);
+    f.point(param.startVelocity); // m/s or rad/s
+    f.point(param.endVelocity);   // m/s or rad/s
 }
 void CDemCreatorDataReader::readLinearFactoryVelocity(CLinearFactoryVelocity& param) { linearForm(in(), param); }
 void CDemCreatorDataWriter::writeLinearFactoryVelocity(const CLinearFactoryVelocity& param)
@@ -43,8 +43,8 @@ void CDemCreatorDataWriter::writeLinearFactoryAngVel(const CLinearFactoryAngVel&
 template <class TForm, class TDistribution>
 static void randomForm(TForm&& f, TDistribution& distribution)
 {
-    f.f64(distribution.min);
-    f.f64(distribution.max);
+    f.f64(distribution.min); // in the unit of what is drawn
+    f.f64(distribution.max); // in the unit of what is drawn
 }
 void CDemCreatorDataReader::readRandomFactoryVelocity(CRandomFactoryVelocity& param)
 {
@@ -63,8 +63,8 @@ void CDemCreatorDataWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel&
 template <class TForm, class TDistribution>
 static void normalForm(TForm&& f, TDistribution& distribution)
 {
-    f.f64(distribution.mean);
-    f.f64(distribution.deviation);
+    f.f64(distribution.mean);      // in the unit of what is drawn
+    f.f64(distribution.deviation); // in the unit of what is drawn
 }
 
 template <class TForm, class TParam>
@@ -92,7 +92,7 @@ template <class TForm, class TParam>
 static void sprayForm(TForm&& f, TParam& param)
 {
     normalForm(f, param.magnitude);
-    f.f64(param.sprayAngle);
+    f.f64(param.sprayAngle); // rad
     f.point(param.direction);
 }
 void CDemCreatorDataReader::readSprayFactoryVelocity(CSprayFactoryVelocity& param) { sprayForm(in(), param); }
@@ -133,7 +133,7 @@ template <class TForm, class TParam>
 static void binaryTypeForm(TForm&& f, TParam& param)
 {
     constexpr qint64 leastNameBytes = 4;
-    f.i32(param.next);
+    f.i32(param.next); // index of a name; any number is taken round
     if (f.since(24, 0, 28))
         f.length("name of a particle type", leastNameBytes, param.names);
     else if constexpr (std::decay_t<TForm>::isReading)
@@ -149,15 +149,15 @@ void CDemCreatorDataWriter::writeBinaryFactoryType(const CBinaryFactoryType& par
 template <class TForm, class TParam>
 static void randomPositionForm(TForm&& f, TParam& param)
 {
-    f.i32(param.style);
+    f.i32(param.style); // 0 anywhere, 1 on a walk
     if constexpr (std::decay_t<TForm>::isReading)
         f.dropF64();
     else
         f.f64(param.densityFactor); // a reader of this family doesn't keep it, an older solver may
     f.f64(param.multiFactor);
-    f.f64(param.maxAngle);
-    f.f64(param.separation, from(2, 4, 33), 0.0);
-    f.point(param.seedPosition, from(2, 4, 22), unsetPoint());
+    f.f64(param.maxAngle);                                     // rad
+    f.f64(param.separation, from(2, 4, 33), 0.0);              // m
+    f.point(param.seedPosition, from(2, 4, 22), unsetPoint()); // m; three not-a-numbers: not set
     f.point(param.seedVector, from(2, 4, 22), C3DVector(1.0, 0.0, 0.0));
 }
 void CDemCreatorDataReader::readRandomFactoryPosition(CRandomFactoryPosition& param)
@@ -174,15 +174,15 @@ static void latticeForm(TForm&& f, TLattice& lattice)
 {
     const SGate gateWalk = from(2, 4, 21);
     const SGate gateLongWalk = from(2, 4, 31);
-    f.point(lattice.axisA);
-    f.point(lattice.axisB);
-    f.point(lattice.axisC);
-    f.point(lattice.start);
-    f.point(lattice.rotation, gateWalk, C3DVector());
-    f.point(lattice.cursor1, gateWalk, C3DVector());
-    f.point(lattice.cursor0, gateWalk, unsetPoint());
-    f.point(lattice.cursor2, gateLongWalk, C3DVector());
-    f.point(lattice.cursor3, gateLongWalk, C3DVector());
+    f.point(lattice.axisA);                              // m
+    f.point(lattice.axisB);                              // m
+    f.point(lattice.axisC);                              // m
+    f.point(lattice.start);                              // m
+    f.point(lattice.rotation, gateWalk, C3DVector());    // rad, about x, y and z
+    f.point(lattice.cursor1, gateWalk, C3DVector());     // where the solver's walk is
+    f.point(lattice.cursor0, gateWalk, unsetPoint());    // three not-a-numbers: the walk hasn't begun
+    f.point(lattice.cursor2, gateLongWalk, C3DVector()); // where the solver's walk is
+    f.point(lattice.cursor3, gateLongWalk, C3DVector()); // where the solver's walk is
 }
 void CDemCreatorDataReader::read3DLattice(C3DLattice& lattice) { latticeForm(in(), lattice); }
 void CDemCreatorDataWriter::write3DLattice(const C3DLattice& lattice) { latticeForm(out(), lattice); }

@@ -25,7 +25,7 @@ template <class TForm, class TInertia>
 static void inertiaForm(TForm&& f, TInertia& inertia)
 {
     for (auto& value : inertia.values)
-        f.f64(value);
+        f.f64(value); // kg m^2
 }
 void CDemCreatorDataReader::readMomentOfInertia(CMomentOfInertia& inertia) { inertiaForm(in(), inertia); }
 void CDemCreatorDataWriter::writeMomentOfInertia(const CMomentOfInertia& inertia) { inertiaForm(out(), inertia); }
@@ -33,8 +33,8 @@ void CDemCreatorDataWriter::writeMomentOfInertia(const CMomentOfInertia& inertia
 template <class TForm, class TCharge>
 static void chargeForm(TForm&& f, TCharge& charge)
 {
-    f.flag(charge.exempt);
-    f.f64(charge.startCharge);
+    f.flag(charge.exempt);     // takes no part in charging
+    f.f64(charge.startCharge); // C
 }
 void CDemCreatorDataReader::readGeometryGroupElectrostatic(CGeometryGroupElectrostatic& charge)
 {
@@ -57,29 +57,29 @@ static void reality(TForm& f, TGroup& group)
         f.flag(group.geometryType == eRealGeometry);
 }
 
-/// The numbers behind the mesh, up to the motion.
+/// The numbers after the mesh, up to the motion.
 template <class TForm, class TGroup>
 static void bodyForm(TForm& f, TGroup& group)
 {
-    f.flag(group.closed);
+    f.flag(group.closed); // the mesh encloses a volume
     f.text(group.materialName);
     reality(f, group);
     f.dropI32();
-    f.f64(group.enclosedMagnitude);
-    f.f64(group.surfaceMagnitude);
-    f.f64(group.time);
-    f.f64(group.gain);
+    f.f64(group.enclosedMagnitude); // m^3; without meaning in an open group
+    f.f64(group.surfaceMagnitude);  // m^2
+    f.f64(group.time);              // s
+    f.f64(group.gain);              // carried; nothing here uses it
     f.flag(group.resetVelocities);
-    f.point(group.centreOfMass);
-    f.point(group.originalCentreOfMass, from(25, 0, 0), group.centreOfMass);
-    f.point(group.pointOfAction, from(25, 0, 2), group.centreOfMass);
-    f.point(group.originalPointOfAction, from(25, 0, 2), group.centreOfMass);
-    f.point(group.velocity);
+    f.point(group.centreOfMass);                                              // m
+    f.point(group.originalCentreOfMass, from(25, 0, 0), group.centreOfMass);  // m
+    f.point(group.pointOfAction, from(25, 0, 2), group.centreOfMass);         // m
+    f.point(group.originalPointOfAction, from(25, 0, 2), group.centreOfMass); // m
+    f.point(group.velocity);                                                  // m/s
 }
 
 // ---------------------------------------------------------------- the mesh
 
-/// What stands in front of the arrays of a mesh.
+/// What comes before the arrays of a mesh.
 struct SMeshHead
 {
     quint32 vertices = 0;
@@ -96,8 +96,8 @@ static void meshHeadForm(TForm& f, THead& head)
     f.i32(head.vertices);
     f.i32(head.triangles, countsInFront, 0u);
     f.flag8(head.deflated, countsInFront, false);
-    f.flag8(head.isStatic, gateGeometryInCreator, true);
-    f.i32(head.mask, from(20, 0, 16), creatorFields);
+    f.flag8(head.isStatic, gateGeometryInCreator, true); // never moved so far
+    f.i32(head.mask, from(20, 0, 16), creatorFields);    // ETriangleField
 }
 
 /// A CAD mesh is stored as it was imported, and once more as it was made when it moves; all others
@@ -105,25 +105,25 @@ static void meshHeadForm(TForm& f, THead& head)
 template <class TForm, class TArrays, class TGroup>
 static void vertexForm(TForm& f, TArrays& arrays, quint32 vertices, TGroup& group)
 {
-    arrays.elements("vertex ids", group.vertexIds, vertices);
+    arrays.elements("vertex ids", group.vertexIds, vertices); // unique in the deck, or all are numbered anew
     auto& made = group.isStatic ? group.coords : group.originalCoords;
     if constexpr (TForm::isReading) {
         auto* const cad = dynamic_cast<CCADGeometry*>(&group);
         if (cad != nullptr && f.since(23, 0, 4)) {
-            arrays.elements("imported vertices", cad->importedCoords, vertices);
+            arrays.elements("imported vertices", cad->importedCoords, vertices); // m, as the import came
             if (group.isStatic)
                 return;
         }
-        arrays.elements("vertices", made, vertices);
+        arrays.elements("vertices", made, vertices); // m
         if (cad != nullptr && !f.since(23, 0, 4))
             cad->importedCoords = made;
     }
     else {
         const auto* const cad = dynamic_cast<const CCADGeometry*>(&group);
         if (cad != nullptr)
-            arrays.elements("imported vertices", cad->importedCoords, vertices);
+            arrays.elements("imported vertices", cad->importedCoords, vertices); // m, as the import came
         if (cad == nullptr || !group.isStatic)
-            arrays.elements("vertices", made, vertices);
+            arrays.elements("vertices", made, vertices); // m
     }
 }
 
@@ -204,11 +204,11 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
     group.factories->setBoundingShape(&group);
     group.bounds.read(*this);
     group.momentOfInertia.read(*this);
-    f.point(group.desiredForce, from(2, 4, 31), C3DVector());
+    f.point(group.desiredForce, from(2, 4, 31), C3DVector()); // N
     QString name;
     f.text(name, from(2, 4, 7), QString());
     group.setName(name);
-    f.i32(group.uniqueId, from(24, 0, 30), CGeometryGroup::notSet);
+    f.i32(group.uniqueId, from(24, 0, 30), CGeometryGroup::notSet); // unique in the deck
 
     group.transform.setIdentity();
     if (f.stores(gateMeshArrays)) {
@@ -217,7 +217,7 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
         group.motionHistory.read(*this);
         if (f.stores(gateGeometryInCreator))
             readMatrix4(group.transform);
-        f.point(group.translation, from(25, 0, 3), C3DVector());
+        f.point(group.translation, from(25, 0, 3), C3DVector()); // m
         if (f.stores(gateGroupCharge))
             group.electrostatic.read(*this);
     }
@@ -237,22 +237,22 @@ void CDemCreatorDataWriter::writeGeometryGroup(const CGeometryGroup& group)
     group.factories->write(*this);
     group.bounds.write(*this);
     group.momentOfInertia.write(*this);
-    f.point(group.desiredForce);
+    f.point(group.desiredForce); // N
     f.text(group.displayedName);
-    f.i32(group.uniqueId);
+    f.i32(group.uniqueId); // unique in the deck
 
     writeMesh(f, group);
     bodyForm(f, group);
     group.motionHistory.write(*this);
     writeMatrix4(group.transform);
-    f.point(group.translation);
+    f.point(group.translation); // m
     group.electrostatic.write(*this);
     group.customProperties.write(*this);
 }
 
 // ---------------------------------------------------------------- the list
 
-/// A group by the word of its shape; null, told in the log, for one that names no shape.
+/// A group by the word of its shape; null, with a report, for one that names no shape.
 static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyManager* properties)
 {
     if (!f.since(2, 4, 5)) // no shapes yet

@@ -16,10 +16,10 @@ static void materialForm(TForm&& f, TMaterial& m)
 {
     f.text(m.name);
     f.f64(m.poissonsRatio);
-    f.f64(m.shearModulus);
-    f.f64(m.density);
+    f.f64(m.shearModulus); // Pa
+    f.f64(m.density);      // kg/m^3
     f.f64(m.workFunction, gateCharge, 0.0);
-    f.i32(m.type, from(30, 0, 4), qint32(eBulkMaterial));
+    f.i32(m.type, from(30, 0, 4), qint32(eBulkMaterial)); // 1 bulk, else equipment
 }
 void CDemCreatorDataReader::readMaterial(CMaterial& material) { materialForm(in(), material); }
 void CDemCreatorDataWriter::writeMaterial(const CMaterial& material) { materialForm(out(), material); }

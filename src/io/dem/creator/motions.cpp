@@ -19,8 +19,8 @@ template <class TForm, class TAction>
 static void actionForm(TForm&& f, TAction& action)
 {
     f.text(action.name);
-    f.f64(action.startTime);
-    f.f64(action.endTime);
+    f.f64(action.startTime); // s
+    f.f64(action.endTime);   // s
 }
 void CDemCreatorDataReader::readTimeDepAction(CTimeDepAction& action) { actionForm(in(), action); }
 void CDemCreatorDataWriter::writeTimeDepAction(const CTimeDepAction& action) { actionForm(out(), action); }
@@ -28,8 +28,8 @@ void CDemCreatorDataWriter::writeTimeDepAction(const CTimeDepAction& action) { a
 template <class TForm, class TRotation>
 static void rotationForm(TForm&& f, TRotation& rotation)
 {
-    f.point(rotation.pointOfAction);
-    f.flag(rotation.movesWithBody);
+    f.point(rotation.pointOfAction); // m
+    f.flag(rotation.movesWithBody);  // else the axis stays in space
 }
 void CDemCreatorDataReader::readRotation(CRotation& rotation) { rotationForm(in(), rotation); }
 void CDemCreatorDataWriter::writeRotation(const CRotation& rotation) { rotationForm(out(), rotation); }
@@ -37,9 +37,9 @@ void CDemCreatorDataWriter::writeRotation(const CRotation& rotation) { rotationF
 template <class TForm, class TSinusoid>
 static void sinusoidForm(TForm&& f, TSinusoid& sinusoid)
 {
-    f.point(sinusoid.displacement);
-    f.f64(sinusoid.offset);
-    f.f64(sinusoid.frequency);
+    f.point(sinusoid.displacement); // m or rad; amplitude and direction
+    f.f64(sinusoid.offset);         // rad, the phase
+    f.f64(sinusoid.frequency);      // Hz
 }
 void CDemCreatorDataReader::readSinusoid(CSinusoid& sinusoid) { sinusoidForm(in(), sinusoid); }
 void CDemCreatorDataWriter::writeSinusoid(const CSinusoid& sinusoid) { sinusoidForm(out(), sinusoid); }
@@ -59,10 +59,10 @@ template <class TForm, class TMotion>
 static void linearTranslationForm(TForm&& f, TMotion& motion)
 {
     actionForm(f, motion);
-    f.f64(motion.initialVelocity);
-    f.f64(motion.acceleration);
-    f.point(motion.axis.startPoint);
-    f.point(motion.axis.endPoint);
+    f.f64(motion.initialVelocity);   // m/s, along the axis
+    f.f64(motion.acceleration);      // m/s^2
+    f.point(motion.axis.startPoint); // m
+    f.point(motion.axis.endPoint);   // m
 }
 void CDemCreatorDataReader::readLinearTranslation(CLinearTranslation& motion)
 {
@@ -79,10 +79,10 @@ static void linearRotationForm(TForm&& f, TMotion& motion)
 {
     actionForm(f, motion);
     rotationForm(f, motion);
-    f.point(motion.axis.startPoint);
-    f.point(motion.axis.endPoint);
-    f.f64(motion.initialAngularVelocity);
-    f.f64(motion.angularAccelerationMagnitude);
+    f.point(motion.axis.startPoint);            // m
+    f.point(motion.axis.endPoint);              // m
+    f.f64(motion.initialAngularVelocity);       // rad/s, about the axis
+    f.f64(motion.angularAccelerationMagnitude); // rad/s^2
 }
 void CDemCreatorDataReader::readLinearRotation(CLinearRotation& motion)
 {

@@ -13,7 +13,7 @@ static constexpr qint64 leastModelBytes = 4;
 /// The source of a model where the version doesn't store it: look among all.
 static constexpr quint32 anySource = 2;
 
-/// Name and source stand before the parameters of every contact model and force.
+/// Name and source come before the parameters of every contact model and force.
 struct SModelHead
 {
     QString name;
@@ -48,7 +48,7 @@ static void readChain(CDemCreatorDataReader& reader, CInForm& f, CPhysicsModels&
         std::unique_ptr<IContactModel> model = models.makeContactModel(head.name, modelType, head.source, true);
         tellPhantom<CContactModelPhantom>("contact model", *model);
         model->read(reader);
-        models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is told and left out
+        models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is reported and left out
     }
 }
 

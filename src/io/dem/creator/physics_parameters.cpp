@@ -105,7 +105,7 @@ static void namesForm(COutForm& f, const CNameTable& table)
 template <class TForm, class TData>
 static void linearSpringForm(TForm&& f, TData& data)
 {
-    f.f64(data.characteristicVelocity);
+    f.f64(data.characteristicVelocity); // m/s
 }
 void CDemCreatorDataReader::readLinearSpringParamData(CLinearSpringContactModelParamData& data)
 {
@@ -181,7 +181,7 @@ void CDemCreatorDataWriter::writeArchardParamData(const CArchardContactModelPara
 template <class TForm, class TData>
 static void tribochargingForm(TForm&& f, TData& data)
 {
-    f.f64(data.alpha);
+    f.f64(data.alpha); // 1/s; not 0
 }
 void CDemCreatorDataReader::readTribochargingParamData(CTribochargingContactModelParamData& data)
 {
@@ -197,11 +197,11 @@ void CDemCreatorDataWriter::writeTribochargingParamData(const CTribochargingCont
 template <class TForm, class TParameters>
 static void bondForm(TForm&& f, TParameters& bond)
 {
-    f.f64(bond.normalStiffness);
-    f.f64(bond.shearStiffness);
-    f.f64(bond.normalStrength);
-    f.f64(bond.shearStrength);
-    f.f64(bond.bondRadius);
+    f.f64(bond.normalStiffness); // N/m^3
+    f.f64(bond.shearStiffness);  // N/m^3
+    f.f64(bond.normalStrength);  // Pa
+    f.f64(bond.shearStrength);   // Pa
+    f.f64(bond.bondRadius);      // m
 }
 void CDemCreatorDataReader::readBondParameters(CBondParameters& bond) { bondForm(in(), bond); }
 void CDemCreatorDataWriter::writeBondParameters(const CBondParameters& bond) { bondForm(out(), bond); }
@@ -221,7 +221,7 @@ void CDemCreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
         bond.read(*this);
         if (!f.since(30, 0, 18)) {
             const SNamePair pair = namesOfJoined(key);
-            if (!pair.first.empty()) // else it is no pair, and stands as it is
+            if (!pair.first.empty()) // else it is no pair, and stays as it is
                 key = CBondParametersMap::pairKey(pair.first, pair.second);
         }
         bonds.set(key, bond);
@@ -241,9 +241,9 @@ void CDemCreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bon
 template <class TForm, class TData>
 static void formationForm(TForm&& f, TData& data)
 {
-    f.f64(data.formationStartTime);
-    f.f64(data.formationEndTime);
-    f.i32(data.state);
+    f.f64(data.formationStartTime); // s
+    f.f64(data.formationEndTime);   // s
+    f.i32(data.state);              // EBondFormation
 }
 void CDemCreatorDataReader::readParallelBondParamData(CParallelBondContactModelParamData& data)
 {
@@ -263,7 +263,7 @@ static constexpr qint64 leastPlaneNameBytes = 4 + 2 * leastNameBytes;
 static constexpr qint64 planeBytes = 4 + 2 * 3 * 8;
 static constexpr SGate gatePlaneNames = from(27, 0, 1);
 
-/// Two tables that nothing here has a use for stand before the planes.
+/// Two tables that nothing here has a use for come before the planes.
 static quint32 dropPlaneTables(CInForm& f)
 {
     qint32 id = 0;
@@ -299,8 +299,8 @@ void CDemCreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelPar
         qint32 id = 0;
         f.i32(id);
         SMovingPlane& plane = data.planes[id];
-        f.point(plane.startPoint);
-        f.point(plane.endPoint);
+        f.point(plane.startPoint); // m
+        f.point(plane.endPoint);   // m
     }
 }
 
@@ -312,8 +312,8 @@ void CDemCreatorDataWriter::writeMovingPlaneParamData(const CMovingPlaneContactM
     f.length("moving plane", planeBytes, data.planes);
     for (const auto& [id, plane] : data.planes) {
         f.i32(id);
-        f.point(plane.startPoint);
-        f.point(plane.endPoint);
+        f.point(plane.startPoint); // m
+        f.point(plane.endPoint);   // m
     }
 }
 
@@ -322,7 +322,7 @@ void CDemCreatorDataWriter::writeMovingPlaneParamData(const CMovingPlaneContactM
 template <class TForm, class TData>
 static void electrostaticsForm(TForm&& f, TData& data)
 {
-    f.f64(data.screeningDistance);
+    f.f64(data.screeningDistance); // in radii of the smallest particle
 }
 void CDemCreatorDataReader::readElectrostaticsExtForceParamData(CElectrostaticsExtForceParamData& data)
 {

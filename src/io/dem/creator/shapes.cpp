@@ -1,4 +1,4 @@
-// The shapes of geometry groups. Each stands before what all groups have in common.
+// The shapes of geometry groups. Each comes before what all groups have in common.
 #include "core/log.h"
 #include "core/shortened.h"
 #include "io/dem/dem_reader.h"
@@ -13,11 +13,11 @@ namespace NBrenmark {
 template <class TForm, class TBox>
 static void boxForm(TForm&& f, TBox& box)
 {
-    f.point(box.centre);
-    f.point(box.rotations);
-    f.f64(box.width);
-    f.f64(box.length);
-    f.f64(box.height);
+    f.point(box.centre);    // m
+    f.point(box.rotations); // rad, about x, y and z
+    f.f64(box.width);       // m, along x
+    f.f64(box.length);      // m, along z
+    f.f64(box.height);      // m, along y
     for (auto& side : box.sidesEnabled)
         f.flag(side);
 }
@@ -35,11 +35,11 @@ void CDemCreatorDataWriter::writeBox(const CBox& box)
 template <class TForm, class TCylinder>
 static void cylinderForm(TForm&& f, TCylinder& cylinder)
 {
-    f.point(cylinder.startPoint);
-    f.point(cylinder.endPoint);
-    f.f64(cylinder.radiusStart);
-    f.f64(cylinder.radiusEnd, from(2, 4, 15), cylinder.radiusStart);
-    f.i32(cylinder.detail);
+    f.point(cylinder.startPoint);                                    // m
+    f.point(cylinder.endPoint);                                      // m
+    f.f64(cylinder.radiusStart);                                     // m
+    f.f64(cylinder.radiusEnd, from(2, 4, 15), cylinder.radiusStart); // m
+    f.i32(cylinder.detail);                                          // facets
     f.flag(cylinder.closedStart);
     f.flag(cylinder.closedEnd);
 }
@@ -56,18 +56,18 @@ void CDemCreatorDataWriter::writeCylinder(const CCylinder& cylinder)
     writeGeometryGroup(cylinder);
 }
 
-/// Up to 2.4.25 two opposite points stood for the size of a rectangle; what is left of them is
+/// Up to 2.4.25 two opposite points gave the size of a rectangle; what is left of them is
 /// where it lies.
 static void oldPolygonForm(CInForm& f, CPolygon& polygon)
 {
     C3DVector corners[2];
     for (C3DVector& corner : corners) {
         f.dropI32();
-        f.point(corner);
+        f.point(corner); // m
     }
-    f.f64(polygon.radius);
-    f.f64(polygon.rotation);
-    f.i32(polygon.edges);
+    f.f64(polygon.radius);   // m; of a rectangle without meaning
+    f.f64(polygon.rotation); // rad
+    f.i32(polygon.edges);    // 4: a rectangle
     if (polygon.edges == 4)
         polygon.centre = C3DPoint(0.5 * (corners[0] + corners[1]));
 }
@@ -75,21 +75,21 @@ static void oldPolygonForm(CInForm& f, CPolygon& polygon)
 template <class TForm, class TPolygon>
 static void polygonForm(TForm&& f, TPolygon& polygon)
 {
-    f.point(polygon.normal);
+    f.point(polygon.normal); // of length 1; of a rectangle as long as its area
     f.dropI32(0, below(20, 0, 0));
-    f.point(polygon.centre);
+    f.point(polygon.centre); // m
     if constexpr (std::decay_t<TForm>::isReading) {
         if (f.stores(upTo(2, 4, 25))) {
             oldPolygonForm(f, polygon);
             return;
         }
     }
-    f.f64(polygon.radius);
-    f.f64(polygon.rotation);
-    f.i32(polygon.edges);
-    f.f64(polygon.lengthSide1);
-    f.f64(polygon.lengthSide2);
-    f.point(polygon.rotations);
+    f.f64(polygon.radius);      // m; of a rectangle without meaning
+    f.f64(polygon.rotation);    // rad
+    f.i32(polygon.edges);       // 4: a rectangle
+    f.f64(polygon.lengthSide1); // m, of a rectangle
+    f.f64(polygon.lengthSide2); // m, of a rectangle
+    f.point(polygon.rotations); // rad, about x, y and z
 }
 void CDemCreatorDataReader::readPolygon(CPolygon& polygon)
 {
@@ -108,16 +108,16 @@ static void cadForm(TForm&& f, TGeometry& geometry)
 {
     if (!f.since(23, 0, 1))
         return;
-    f.f64(geometry.translationDistance);
-    f.f64(geometry.rotationAngle);
-    f.point(geometry.translationAxisStart);
-    f.point(geometry.translationAxisEnd);
-    f.point(geometry.rotationAxisStart);
-    f.point(geometry.rotationAxisEnd);
+    f.f64(geometry.translationDistance);    // m
+    f.f64(geometry.rotationAngle);          // rad
+    f.point(geometry.translationAxisStart); // m
+    f.point(geometry.translationAxisEnd);   // m
+    f.point(geometry.rotationAxisStart);    // m
+    f.point(geometry.rotationAxisEnd);      // m
 }
 
-/// From 23.0.1 to 23.0.3 a file tells where an import was put, but holds it there and no longer where it came from.
-/// The mesh counts: put in its place a second time, it would stand elsewhere.
+/// From 23.0.1 to 23.0.3 a file says where an import was put, but holds it there and no longer where it came from.
+/// The mesh counts: put in its place a second time, it would be elsewhere.
 static void keepMeshWhereItStands(CInForm f, CCADGeometry& geometry)
 {
     geometry.updateCadTransform();

@@ -1,4 +1,5 @@
-// The size parameters of particle factories: each stores the law that it holds.
+// The size parameters of particle factories: each stores the law that it holds. All numbers are factors, of the radius
+// of a particle type or, without radiusScaling, of its volume.
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "model/factories/factory_size.h"
@@ -26,7 +27,7 @@ static void randomSizeForm(TForm&& f, TLaw& law)
 {
     f.f64(law.min);
     f.f64(law.max);
-    f.flag(law.radiusScaling, from(27, 0, 0), true);
+    f.flag(law.radiusScaling, from(27, 0, 0), true); // else of the volume
 }
 void CDemCreatorDataReader::readRandomFactorySize(CRandomFactorySize& size)
 {
@@ -49,8 +50,8 @@ static void normalSizeForm(TForm&& f, TLaw& law)
     f.f64(law.deviation);
     f.f64(law.lowerCap, gateCaps, leastSize);
     f.f64(law.upperCap, gateCaps, greatestSize);
-    f.flag(law.capped, gateCaps, false);
-    f.flag(law.radiusScaling, from(2, 4, 49), true);
+    f.flag(law.capped, gateCaps, false);             // else the caps mean nothing
+    f.flag(law.radiusScaling, from(2, 4, 49), true); // else of the volume
 }
 void CDemCreatorDataReader::readNormalFactorySize(CNormalFactorySize& size)
 {
@@ -73,9 +74,9 @@ static void logNormalSizeForm(TForm&& f, TLaw& law)
     f.f64(law.deviation);
     f.f64(law.lowerCap);
     f.f64(law.upperCap);
-    f.flag(law.capped);
-    f.flag(law.logMean);
-    f.flag(law.radiusScaling);
+    f.flag(law.capped);        // else the caps mean nothing
+    f.flag(law.logMean);       // mean and deviation are of the logarithm
+    f.flag(law.radiusScaling); // else of the volume
 }
 void CDemCreatorDataReader::readLogNormalFactorySize(CLogNormalFactorySize& size)
 {
@@ -92,7 +93,7 @@ void CDemCreatorDataReader::readUserDefinedFactorySize(CUserDefinedFactorySize& 
 {
     CInForm f = in();
     CUserDefinedSizeDistribution& law = size.sizeDistribution;
-    f.flag(law.radiusScaling);
+    f.flag(law.radiusScaling); // else of the volume
     const quint32 count = f.count("size band", bandBytes);
     law.bands.clear();
     for (quint32 i = 0; i < count; ++i) {
@@ -106,7 +107,7 @@ void CDemCreatorDataWriter::writeUserDefinedFactorySize(const CUserDefinedFactor
 {
     COutForm f = out();
     const CUserDefinedSizeDistribution& law = size.sizeDistribution;
-    f.flag(law.radiusScaling);
+    f.flag(law.radiusScaling); // else of the volume
     f.length("size band", bandBytes, law.bands);
     for (const auto& [value, share] : law.bands) {
         f.f64(value);

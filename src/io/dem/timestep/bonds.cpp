@@ -10,12 +10,12 @@ template <class TArrays, class TBonds>
 static void rowsForm(TArrays& arrays, TBonds& b)
 {
     arrays.rows("bond ends", b.rows);
-    arrays.rows("normal forces", b.normalForce);
-    arrays.rows("tangential forces", b.tangentialForce);
-    arrays.rows("normal torques", b.normalTorque);
-    arrays.rows("tangential torques", b.tangentialTorque);
-    arrays.rows("bond states", b.state);
-    arrays.rows("break times", b.breakTime);
+    arrays.rows("normal forces", b.normalForce);           // N
+    arrays.rows("tangential forces", b.tangentialForce);   // N
+    arrays.rows("normal torques", b.normalTorque);         // N m
+    arrays.rows("tangential torques", b.tangentialTorque); // N m
+    arrays.rows("bond states", b.state);                   // 0 broken, 1 intact, 2 to be dropped
+    arrays.rows("break times", b.breakTime);               // s
 }
 
 void CDemTimestepDataReader::readBondsBase(CBondsBase& family)

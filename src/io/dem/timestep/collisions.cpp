@@ -16,7 +16,7 @@ void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase& family)
     quint32 mask = 0;
     quint32 count = f.count("collision", 0);
     f.flag8(deflated);
-    f.i32(mask);
+    f.i32(mask); // ECollisionField
     if (count == 0)
         return;
     family.clear();
@@ -40,7 +40,7 @@ void CDemTimestepDataWriter::writeCollisionsBase(const CCollisionsBase& family)
     const bool deflated = compressArrays() && count >= leastDeflatedRows;
     f.i32(count);
     f.flag8(deflated);
-    f.i32(family.mask);
+    f.i32(family.mask); // ECollisionField
     if (count > 0)
         f.group(deflated, count, [&](CArrayGroupWriter& arrays) { collisionArraysForm(arrays, family.mask, family); });
 }

@@ -13,7 +13,7 @@ namespace NBrenmark {
 static constexpr quint32 contactFields = 255;
 /// The arrays of a family before it had blocks, whatever its word says.
 static constexpr quint32 fieldsBeforeBlocks = 0x40FF;
-// What only old decks store: the normal force a second time, with a vector further on that nobody
+// What only old decks store: the normal force a second time, with a vector further on that no one
 // needs, and a word of the same kind.
 static constexpr quint32 repeatedForceField = 0x2000;
 static constexpr quint32 droppedWordField = 0x4000;
@@ -29,7 +29,7 @@ static constexpr qint64 leastRecordBytes = 2 * 4 + 4 + 4 * 8;
 template <class TForm, class TRecord>
 static void recordForm(TForm& f, TRecord& record)
 {
-    f.i32(record.kind);
+    f.i32(record.kind); // 0 numbers, 1 vectors; others have no values
     f.i32(record.type);
     f.text(record.name);
     f.f64(record.scale);
@@ -96,23 +96,23 @@ static void rowsForm(TArrays& arrays, quint32 fields, TContacts& c)
         if (has(field))
             arrays.rows(what, array);
     };
-    rows(eContactEnds, "contact ends", c.rows);
-    rows(eContactTangentialOverlap, "tangential overlaps", c.tangentialOverlap);
-    rows(eContactVector1, "first contact vectors", c.contactVector1);
+    rows(eContactEnds, "contact ends", c.rows); // positions in types and meshes: checked after the read
+    rows(eContactTangentialOverlap, "tangential overlaps", c.tangentialOverlap); // m
+    rows(eContactVector1, "first contact vectors", c.contactVector1); // m, from the first centre to the contact
     rows(eContactVector2, "second contact vectors", c.contactVector2);
-    rows(eContactPosition, "contact positions", c.position);
-    rows(eContactNormalOverlap, "normal overlaps", c.normalOverlap);
-    rows(eContactNormalForce, "normal forces", c.normalForce);
-    rows(repeatedForceField, "normal forces", c.normalForce);
-    rows(eContactTangentialForce, "tangential forces", c.tangentialForce);
-    rows(eContactLegacyFlags, "contact flags", c.legacyFlags);
+    rows(eContactPosition, "contact positions", c.position);               // m
+    rows(eContactNormalOverlap, "normal overlaps", c.normalOverlap);       // m; below 0: released
+    rows(eContactNormalForce, "normal forces", c.normalForce);             // N
+    rows(repeatedForceField, "normal forces", c.normalForce);              // N; the later one counts
+    rows(eContactTangentialForce, "tangential forces", c.tangentialForce); // N
+    rows(eContactLegacyFlags, "contact flags", c.legacyFlags);             // carried within this family alone
     if constexpr (TArrays::isReading) {
         if (has(repeatedForceField))
             dropRows<C3DVector>(arrays, "vectors of old contacts");
         if (has(droppedWordField))
             dropRows<quint32>(arrays, "words of old contacts");
     }
-    rows(eContactLegacyScalar, "contact scalars", c.legacyScalar);
+    rows(eContactLegacyScalar, "contact scalars", c.legacyScalar); // carried within this family alone
     if (has(eContactRecordValues))
         recordValuesForm(arrays, c.contactRecords);
     if (has(eContactCollisions) && c.collisionsActive)
@@ -128,7 +128,7 @@ static quint32 readFields(CInForm& f)
     return fields;
 }
 
-/// Brings a family in order that was read, and tells what didn't fit.
+/// Brings a family in order that was read, and reports what didn't fit.
 static void settle(CContactsBase& family)
 {
     const quint32 collisions = family.activeCollisions.recordCount();
@@ -159,7 +159,7 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
     f.flag8(deflated);
     const quint32 fields = readFields(f);
     if (f.stores(gateContactBlocks))
-        f.flag8(family.collisionsActive);
+        f.flag8(family.collisionsActive); // each row has a nested record
     const quint64 rowBytes = contactRowBytes + (family.collisionsActive ? collisionRowBytes : 0);
     if ((count > 0 || family.collisionsActive) && fields != 0)
         f.group(
@@ -189,8 +189,8 @@ void CDemTimestepDataWriter::writeContactsBase(CContactsBase& family)
     COutForm f = out();
     f.i32(count);
     f.flag8(deflated);
-    f.i32(contactFields);
-    f.flag8(family.collisionsActive);
+    f.i32(contactFields);             // EContactField
+    f.flag8(family.collisionsActive); // each row has a nested record
     if (count > 0)
         f.group(deflated, count, [&](CArrayGroupWriter& arrays) { rowsForm(arrays, contactFields, family); });
     family.activeCollisions.write(*this);

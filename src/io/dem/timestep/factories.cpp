@@ -27,9 +27,9 @@ static const SGate gateAccounts = from(22, 0, 1);
 template <class TForm, class TAccount>
 static void accountForm(TForm&& f, TAccount& account)
 {
-    f.f64(account.massCreated, gateAccounts, 0.0);
-    f.f64(account.massRemainder, gateAccounts, 0.0);
-    f.f64(account.massSinceRateChange, gateAccounts, 0.0);
+    f.f64(account.massCreated, gateAccounts, 0.0);         // kg
+    f.f64(account.massRemainder, gateAccounts, 0.0);       // kg
+    f.f64(account.massSinceRateChange, gateAccounts, 0.0); // kg
 }
 void CDemTimestepDataReader::readFactoryAccounting(CFactoryAccounting& account) { accountForm(in(), account); }
 
@@ -87,7 +87,7 @@ void CDemTimestepDataReader::readParticleFactory(CParticleFactory& factory)
         if (param != nullptr)
             param->read(*this);
     };
-    f.i32(factory.creationCount);
+    f.i32(factory.creationCount); // particles so far
     read(factory.velocity);
     if (f.since(30, 0, 0))
         readSizes(*this, f, factory);
@@ -110,7 +110,7 @@ void CDemTimestepDataWriter::writeParticleFactory(const CParticleFactory& factor
         if (param != nullptr)
             param->write(*this);
     };
-    f.i32(factory.creationCount);
+    f.i32(factory.creationCount); // particles so far
     write(factory.velocity);
     f.length("size", leastSizeBytes, factory.sizes);
     for (const auto& [typeName, size] : factory.sizes) {
@@ -130,7 +130,7 @@ void CDemTimestepDataWriter::writeParticleFactory(const CParticleFactory& factor
 void CDemTimestepDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
 {
     CInForm f = in();
-    f.i32(factory.createdSinceRateChange);
+    f.i32(factory.createdSinceRateChange); // particles
     factory.typeAccounting.clear();
     if (!f.since(30, 0, 0))
         return;
@@ -145,7 +145,7 @@ void CDemTimestepDataReader::readDynamicParticleFactory(CDynamicParticleFactory&
 void CDemTimestepDataWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& factory)
 {
     COutForm f = out();
-    f.i32(factory.createdSinceRateChange);
+    f.i32(factory.createdSinceRateChange); // particles
     f.length("account of a particle type", leastAccountBytes, factory.typeAccounting);
     for (const auto& [typeName, account] : factory.typeAccounting) {
         f.text(typeName);

@@ -9,7 +9,7 @@ namespace NBrenmark {
 template <class TForm, class TParam>
 static void binaryTypeForm(TForm&& f, TParam& param)
 {
-    f.i32(param.next);
+    f.i32(param.next); // index of a name; any number is taken round
 }
 void CDemTimestepDataReader::readBinaryFactoryType(CBinaryFactoryType& param) { binaryTypeForm(in(), param); }
 void CDemTimestepDataWriter::writeBinaryFactoryType(const CBinaryFactoryType& param) { binaryTypeForm(out(), param); }
@@ -17,7 +17,7 @@ void CDemTimestepDataWriter::writeBinaryFactoryType(const CBinaryFactoryType& pa
 template <class TForm, class TParam>
 static void randomPositionForm(TForm&& f, TParam& param)
 {
-    f.point(param.seedPosition);
+    f.point(param.seedPosition); // m; three not-a-numbers: not set
     f.point(param.seedVector);
 }
 void CDemTimestepDataReader::readRandomFactoryPosition(CRandomFactoryPosition& param)
@@ -32,9 +32,9 @@ void CDemTimestepDataWriter::writeRandomFactoryPosition(const CRandomFactoryPosi
 template <class TForm, class TLattice>
 static void latticeForm(TForm&& f, TLattice& lattice)
 {
-    f.point(lattice.cursor2);
-    f.point(lattice.cursor3);
-    f.point(lattice.cursor1);
+    f.point(lattice.cursor2); // where the solver's walk is
+    f.point(lattice.cursor3); // where the solver's walk is
+    f.point(lattice.cursor1); // where the solver's walk is
 }
 void CDemTimestepDataReader::read3DLattice(C3DLattice& lattice) { latticeForm(in(), lattice); }
 void CDemTimestepDataWriter::write3DLattice(const C3DLattice& lattice) { latticeForm(out(), lattice); }

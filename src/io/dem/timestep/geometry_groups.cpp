@@ -1,4 +1,4 @@
-// What changes with time of the geometry. The list itself stands in the creator block; each of its
+// What changes with time of the geometry. The list itself is in the creator block; each of its
 // groups follows in place.
 #include "model/geometry_groups.h"
 
@@ -19,18 +19,18 @@ namespace NBrenmark {
 template <class TForm, class TGroup>
 static void placeForm(TForm& f, TGroup& group)
 {
-    f.point(group.translation, from(25, 0, 3), C3DVector());
-    f.point(group.centreOfMass, from(24, 0, 29), group.centreOfMass);
-    f.point(group.originalCentreOfMass, from(25, 0, 0), group.originalCentreOfMass);
-    f.point(group.pointOfAction, from(25, 0, 2), group.pointOfAction);
-    f.point(group.originalPointOfAction, from(25, 0, 2), group.originalPointOfAction);
+    f.point(group.translation, from(25, 0, 3), C3DVector());                           // m
+    f.point(group.centreOfMass, from(24, 0, 29), group.centreOfMass);                  // m
+    f.point(group.originalCentreOfMass, from(25, 0, 0), group.originalCentreOfMass);   // m, before it moved
+    f.point(group.pointOfAction, from(25, 0, 2), group.pointOfAction);                 // m
+    f.point(group.originalPointOfAction, from(25, 0, 2), group.originalPointOfAction); // m, before it moved
 }
 
 static void readMotion(CDemTimestepDataReader& reader, CInForm& f, CGeometryGroup& group)
 {
     if (f.since(20, 0, 19)) {
         f.flag(group.resetVelocities);
-        f.point(group.velocity);
+        f.point(group.velocity); // m/s
         group.motionHistory.read(reader);
     }
     C3DTransform transform;
@@ -42,7 +42,7 @@ static void readMotion(CDemTimestepDataReader& reader, CInForm& f, CGeometryGrou
 static void writeMotion(CDemTimestepDataWriter& writer, COutForm& f, const CGeometryGroup& group)
 {
     f.flag(group.resetVelocities);
-    f.point(group.velocity);
+    f.point(group.velocity); // m/s
     group.motionHistory.write(writer);
     writer.writeMatrix4(group.transform);
     placeForm(f, group);
@@ -79,12 +79,12 @@ static void readTriangles(CInForm& f, CGeometryGroup& group)
         group.dataMask = eTriangleIds | eTriangleNodes | eTriangleForces;
     if (!f.since(20, 0, 16))
         return;
-    f.f64(group.time, from(20, 0, 21), group.time);
+    f.f64(group.time, from(20, 0, 21), group.time); // s
     quint32 count = 0;
     bool deflated = false;
     f.i32(count);
     f.flag8(deflated);
-    f.i32(group.dataMask);
+    f.i32(group.dataMask); // ETriangleField
     STriangleRows rows;
     if (count != 0 && hasArrays(group.dataMask))
         f.group(deflated, count, [&](CArrayGroupReader& arrays) {
@@ -107,10 +107,10 @@ static void writeTriangles(COutForm& f, const CGeometryGroup& group)
         (options.timestepMask & eTriangleRows) != 0 ? static_cast<quint32>(group.triangleNodes.size()) : 0;
     const quint32 mask = (options.geometryMask & eGeometryForces) != 0 ? quint32(eTriangleForces) : 0;
     const bool deflated = compressArrays() && count >= leastDeflatedRows;
-    f.f64(group.time);
+    f.f64(group.time); // s
     f.i32(count);
     f.flag8(deflated);
-    f.i32(mask);
+    f.i32(mask); // ETriangleField
     if (count != 0 && mask != 0)
         f.group(deflated, count, [&](CArrayGroupWriter& arrays) {
             triangleForm(arrays, mask, group.triangleIds, group.triangleNodes, group.triangleForces,
@@ -124,7 +124,7 @@ void CDemTimestepDataReader::readGeometryGroup(CGeometryGroup& group)
 {
     CInForm f = in();
     bool isStatic = true;
-    f.flag8(isStatic);
+    f.flag8(isStatic); // never moved so far
     if (isStatic)
         group.standStill();
     else
@@ -141,7 +141,7 @@ void CDemTimestepDataReader::readGeometryGroup(CGeometryGroup& group)
 void CDemTimestepDataWriter::writeGeometryGroup(const CGeometryGroup& group)
 {
     COutForm f = out();
-    f.flag8(group.isStatic);
+    f.flag8(group.isStatic); // never moved so far
     if (!group.isStatic)
         writeMotion(*this, f, group);
     writeTriangles(f, group);

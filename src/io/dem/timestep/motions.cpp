@@ -9,7 +9,7 @@ namespace NBrenmark {
 template <class TForm, class TRotation>
 static void rotationForm(TForm&& f, TRotation& rotation)
 {
-    f.point(rotation.pointOfAction);
+    f.point(rotation.pointOfAction); // m
 }
 void CDemTimestepDataReader::readRotation(CRotation& rotation) { rotationForm(in(), rotation); }
 void CDemTimestepDataWriter::writeRotation(const CRotation& rotation) { rotationForm(out(), rotation); }
@@ -19,8 +19,8 @@ static void linearRotationForm(TForm&& f, TRotation& rotation)
 {
     const SGate gateVectors = from(23, 1, 0);
     rotationForm(f, rotation);
-    f.point(rotation.angularVelocity, gateVectors, rotation.angularVelocity);
-    f.point(rotation.angularAcceleration, gateVectors, rotation.angularAcceleration);
+    f.point(rotation.angularVelocity, gateVectors, rotation.angularVelocity); // rad/s, as the axis is turned by now
+    f.point(rotation.angularAcceleration, gateVectors, rotation.angularAcceleration); // rad/s^2, likewise
 }
 void CDemTimestepDataReader::readLinearRotation(CLinearRotation& rotation) { linearRotationForm(in(), rotation); }
 void CDemTimestepDataWriter::writeLinearRotation(const CLinearRotation& rotation)

@@ -1,4 +1,4 @@
-// Particle factories of plug-in libraries. One whose library can't be bound is told and left out.
+// Particle factories of plug-in libraries. One whose library can't be bound is reported and left out.
 #include "model/factories/plugin_factory_list.h"
 
 #include "core/log.h"

@@ -25,7 +25,7 @@ void CDemTimestepDataReader::readUserDefinedFactorySize(CUserDefinedFactorySize&
     std::vector<double> stored;
     f.length("number of size bands", 8, stored);
     for (double& number : stored)
-        f.f64(number);
+        f.f64(number); // kg
 
     size.bandAccounting.clear();
     const FuzzyMap<double>& bands = size.sizeDistribution.bands;
@@ -55,7 +55,7 @@ void CDemTimestepDataWriter::writeUserDefinedFactorySize(const CUserDefinedFacto
         const bool isKept = entry != size.bandAccounting.end() && !stream->options.overrideTime;
         const CFactoryAccounting account = isKept ? entry->second : CFactoryAccounting();
         for (const double* number : numbersOf(account))
-            f.f64(*number);
+            f.f64(*number); // kg
     }
 }
 

@@ -25,9 +25,9 @@ static constexpr qint64 leastRemovedBytes = 4 + 4;
 static void readMasks(CInForm& f, CTimestepData& timestep)
 {
     f.flag(timestep.isFull, gateMasks, true);
-    f.i32(timestep.timestepMask, gateMasks, defaultTimestepMask);
-    f.i32(timestep.particleMask, gateMasks, defaultParticleMask);
-    f.i32(timestep.geometryMask, gateMasks, defaultGeometryMask);
+    f.i32(timestep.timestepMask, gateMasks, defaultTimestepMask); // ETimestepMask
+    f.i32(timestep.particleMask, gateMasks, defaultParticleMask); // EParticleMask
+    f.i32(timestep.geometryMask, gateMasks, defaultGeometryMask); // EGeometryMask
     f.stream.options.timestepMask = timestep.timestepMask;
 }
 
@@ -39,9 +39,9 @@ static void writeMasks(COutForm& f, CTimestepData& timestep)
     timestep.particleMask = options.particleMask;
     timestep.geometryMask = options.geometryMask;
     f.flag(timestep.isFull);
-    f.i32(timestep.timestepMask);
-    f.i32(timestep.particleMask);
-    f.i32(timestep.geometryMask);
+    f.i32(timestep.timestepMask); // ETimestepMask
+    f.i32(timestep.particleMask); // EParticleMask
+    f.i32(timestep.geometryMask); // EGeometryMask
 }
 
 /// Geometry in the form of the creator block, where an old timestep says so.
@@ -77,9 +77,9 @@ static void writeRemovedParticles(COutForm& f, const CTimestepData& timestep)
 template <class TForm, class TTimestep>
 static void runForm(TForm& f, TTimestep& timestep)
 {
-    f.f64(timestep.elapsedTime);
+    f.f64(timestep.elapsedTime); // s, real
     f.i32(timestep.runNumber);
-    f.text(timestep.date);
+    f.text(timestep.date); // dd/MM/yy, of the writing
 }
 
 /// Rows are positions: those that point at nothing are released.
@@ -237,7 +237,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     if (f.stores(from(2, 4, 30).below(2, 4, 32)))
         timestep.systemEnergy.cumulative.read(*this);
 
-    f.f64(timestep.time);
+    f.f64(timestep.time); // s, simulated
     if (!wholeGeometry && !f.since(20, 0, 21)) {
         for (CGeometryGroup* group : creator.geometryGroups.groups())
             if (group != nullptr)
@@ -255,11 +255,11 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     stream->checkStatus("timestep data");
 }
 
-/// The time of the timestep, or once the one that stands in its place.
+/// The time of the timestep, or once the one given in its place.
 static void writeTime(COutForm& f, const CTimestepData& timestep)
 {
     SSaveOptions& options = f.stream.options;
-    f.f64(options.overrideTime ? options.timeOverride : timestep.time);
+    f.f64(options.overrideTime ? options.timeOverride : timestep.time); // s, simulated
     options.overrideTime = false;
     options.timeOverride = 0.0;
 }

@@ -15,13 +15,13 @@ static void scalarsForm(TForm& f, TData& data, qint32& dimensions)
 {
     f.attribute("title", data.title);
     f.attribute("description", data.description);
-    f.attribute("dimensions", dimensions);
-    f.attribute("damping", data.damping);
-    f.attribute("vel restrict", data.velocityRestricted);
-    f.attribute("vel limit", data.velocityLimit);
+    f.attribute("dimensions", dimensions);                // always 3; of no use
+    f.attribute("damping", data.damping);                 // factor
+    f.attribute("vel restrict", data.velocityRestricted); // not 0: limited
+    f.attribute("vel limit", data.velocityLimit);         // m/s
     f.attribute("angvel restrict", data.angularVelocityRestricted);
-    f.attribute("angvel limit", data.angularVelocityLimit);
-    f.attribute("gravity", data.gravity);
+    f.attribute("angvel limit", data.angularVelocityLimit); // rad/s
+    f.attribute("gravity", data.gravity);                   // m/s^2
 }
 
 /// Runs visit on each part of a creator model, in file order.

@@ -11,9 +11,9 @@ template <class TForm, class TDomain>
 static void domainForm(TForm& f, TDomain& domain)
 {
     f.group("Domain/", [&] {
-        f.attribute("domain min", domain.min);
-        f.attribute("domain max", domain.max);
-        f.attribute("domain xPeriodic", domain.periodicX);
+        f.attribute("domain min", domain.min);             // m
+        f.attribute("domain max", domain.max);             // m
+        f.attribute("domain xPeriodic", domain.periodicX); // what leaves comes in on the other side
         f.attribute("domain yPeriodic", domain.periodicY);
         f.attribute("domain zPeriodic", domain.periodicZ);
     });
@@ -37,10 +37,10 @@ static void cylindricalForm(TForm& f, TConditions& conditions)
     f.sameGroup("Domain/", [&] {
         // "domian" is how every deck spells it. Corrected, no deck would open again.
         f.attribute("domian cpbc enable", conditions.enabled);
-        f.attribute("domain cpbc geometry", conditions.geometryName);
-        f.attribute("domain cpbc kinematic", conditions.kinematicName);
-        f.attribute("domain cpbc length", conditions.length);
-        f.attribute("domain cpbc angle", conditions.angle);
+        f.attribute("domain cpbc geometry", conditions.geometryName);   // by name
+        f.attribute("domain cpbc kinematic", conditions.kinematicName); // by name
+        f.attribute("domain cpbc length", conditions.length);           // m
+        f.attribute("domain cpbc angle", conditions.angle);             // rad
     });
 }
 

@@ -101,8 +101,8 @@ static void writeCustomParams(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& o
 template <class TForm, class TFactory>
 static void countsForm(TForm& f, TFactory& factory)
 {
-    f.signedAttribute("creation count", factory.creationCount);
-    f.signedAttribute("max search attempts", factory.maxAttempts);
+    f.signedAttribute("creation count", factory.creationCount);    // particles so far
+    f.signedAttribute("max search attempts", factory.maxAttempts); // to place one particle
 }
 
 void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
@@ -122,7 +122,7 @@ void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
     read("FactOrientation/", factory.orientation, [&](const QString& word) { factory.setOrientationKind(word); });
     read("FactAngVel/", factory.angVel, [&](const QString& word) { factory.setAngVelKind(word); });
     read("FactType/", factory.type, [&](const QString& word) { factory.setTypeKind(word, nullptr); });
-    // Behind the type, which it is told.
+    // After the type, which it is given.
     read("FactPosition/", factory.position, [&](const QString& word) { factory.setPositionKind(word); });
     in().group("FactCustomParams/", [&] { readCustomParams(*this, in(), factory); });
     in().fixedRows("Counters/", factory.counters);
@@ -150,15 +150,15 @@ void CHdf5CreatorDataWriter::writeParticleFactory(const CParticleFactory& factor
 template <class TForm, class TFactory>
 static void dynamicForm(TForm& f, TFactory& factory)
 {
-    f.attribute("unlimited", factory.unlimited);
-    f.attribute("is mass creation", factory.massCreation);
-    f.attribute("is mass generation", factory.massGeneration);
-    f.attribute("creation rate", factory.creationRate);
-    f.attribute("creation time", factory.creationTime);
-    f.attribute("rate change time", factory.rateChangeTime);
-    f.signedAttribute("created since rate change", factory.createdSinceRateChange);
-    f.signedAttribute("num to create", factory.numToCreate);
-    f.attribute("mass to create", factory.massToCreate);
+    f.attribute("unlimited", factory.unlimited);                                    // never complete
+    f.attribute("is mass creation", factory.massCreation);                          // the goal is a mass
+    f.attribute("is mass generation", factory.massGeneration);                      // the rate is of mass
+    f.attribute("creation rate", factory.creationRate);                             // 1/s, or kg/s of a rate of mass
+    f.attribute("creation time", factory.creationTime);                             // s
+    f.attribute("rate change time", factory.rateChangeTime);                        // s
+    f.signedAttribute("created since rate change", factory.createdSinceRateChange); // particles
+    f.signedAttribute("num to create", factory.numToCreate);                        // particles
+    f.attribute("mass to create", factory.massToCreate);                            // kg
 }
 
 void CHdf5CreatorDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
@@ -176,11 +176,11 @@ template <class TForm, class TFactory>
 static void staticForm(TForm& f, TFactory& factory)
 {
     f.attribute("completed", factory.completed);
-    f.attribute("fill shape", factory.fillShape);
-    f.attribute("is mass creation", factory.massCreation);
-    f.attribute("creation time", factory.creationTime);
-    f.signedAttribute("num to create", factory.numToCreate);
-    f.attribute("mass to create", factory.massToCreate);
+    f.attribute("fill shape", factory.fillShape);            // as many as fit, whatever the goal
+    f.attribute("is mass creation", factory.massCreation);   // the goal is a mass
+    f.attribute("creation time", factory.creationTime);      // s
+    f.signedAttribute("num to create", factory.numToCreate); // particles
+    f.attribute("mass to create", factory.massToCreate);     // kg
 }
 
 void CHdf5CreatorDataReader::readStaticParticleFactory(CStaticParticleFactory& factory) { staticForm(in(), factory); }

@@ -31,7 +31,7 @@ template <class TForm, class TParam>
 static void sprayVelocityForm(TForm& f, TParam& p)
 {
     spreadForm(f, p.magnitude);
-    f.attribute("max angle", p.sprayAngle);
+    f.attribute("max angle", p.sprayAngle); // rad
     f.dataset("direction", p.direction);
 }
 
@@ -45,7 +45,7 @@ template <class TForm, class TParam>
 static void normalVelocityForm(TForm& f, TParam& p)
 {
     spreadForm(f, p.magnitude);
-    f.dataset("velocity", p.direction);
+    f.dataset("velocity", p.direction); // a direction, whatever its name says
 }
 
 void CHdf5CreatorDataReader::readNormalFactoryVelocity(CNormalFactoryVelocity& p) { normalVelocityForm(in(), p); }
@@ -57,8 +57,8 @@ void CHdf5CreatorDataWriter::writeNormalFactoryVelocity(const CNormalFactoryVelo
 template <class TForm, class TParam>
 static void linearVelocityForm(TForm& f, TParam& p)
 {
-    f.dataset("start velocity", p.startVelocity);
-    f.dataset("end velocity", p.endVelocity);
+    f.dataset("start velocity", p.startVelocity); // m/s
+    f.dataset("end velocity", p.endVelocity);     // m/s
 }
 
 void CHdf5CreatorDataReader::readLinearFactoryVelocity(CLinearFactoryVelocity& p) { linearVelocityForm(in(), p); }
@@ -70,7 +70,7 @@ void CHdf5CreatorDataWriter::writeLinearFactoryVelocity(const CLinearFactoryVelo
 template <class TForm, class TParam>
 static void fixedVelocityForm(TForm& f, TParam& p)
 {
-    f.dataset("velocity", p.value);
+    f.dataset("velocity", p.value); // m/s
 }
 
 void CHdf5CreatorDataReader::readFixedFactoryVelocity(CFixedFactoryVelocity& p) { fixedVelocityForm(in(), p); }
@@ -81,8 +81,8 @@ void CHdf5CreatorDataWriter::writeFixedFactoryVelocity(const CFixedFactoryVeloci
 template <class TForm, class TParam>
 static void linearAngVelForm(TForm& f, TParam& p)
 {
-    f.dataset("start angvel", p.startVelocity);
-    f.dataset("end angvel", p.endVelocity);
+    f.dataset("start angvel", p.startVelocity); // rad/s
+    f.dataset("end angvel", p.endVelocity);     // rad/s
 }
 
 void CHdf5CreatorDataReader::readLinearFactoryAngVel(CLinearFactoryAngVel& p) { linearAngVelForm(in(), p); }
@@ -94,7 +94,7 @@ void CHdf5CreatorDataWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel
 template <class TForm, class TParam>
 static void fixedAngVelForm(TForm& f, TParam& p)
 {
-    f.dataset("value", p.value);
+    f.dataset("value", p.value); // rad/s
 }
 
 void CHdf5CreatorDataReader::readFixedFactoryAngVel(CFixedFactoryAngVel& p) { fixedAngVelForm(in(), p); }
@@ -104,7 +104,7 @@ template <class TForm, class TParam>
 static void normalAngVelForm(TForm& f, TParam& p)
 {
     spreadForm(f, p.magnitude);
-    f.dataset("angular velocity", p.direction);
+    f.dataset("angular velocity", p.direction); // a direction, whatever its name says
 }
 
 void CHdf5CreatorDataReader::readNormalFactoryAngVel(CNormalFactoryAngVel& p) { normalAngVelForm(in(), p); }
@@ -163,11 +163,11 @@ void CHdf5CreatorDataWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
 template <class TForm, class TParam>
 static void randomPositionForm(TForm& f, TParam& p)
 {
-    f.signedAttribute("style", p.style);
+    f.signedAttribute("style", p.style); // 0 anywhere, 1 on a walk
     f.attribute("multi factor", p.multiFactor);
-    f.attribute("max angle", p.maxAngle);
-    f.attribute("separation", p.separation);
-    f.dataset("seed position", p.seedPosition);
+    f.attribute("max angle", p.maxAngle);       // rad
+    f.attribute("separation", p.separation);    // m
+    f.dataset("seed position", p.seedPosition); // m; three not-a-numbers: not set
     f.dataset("seed vector", p.seedVector);
 }
 

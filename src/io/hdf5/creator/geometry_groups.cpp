@@ -1,5 +1,5 @@
 // Geometry groups in a creator model: a group for each by its index, with its mesh, its motions and its
-// factories. What the shapes add stands in shapes.cpp.
+// factories. What the shapes add is in shapes.cpp.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -33,7 +33,7 @@ void CHdf5CreatorDataWriter::writeBoundingBox(const CBoundingBox& box)
 template <class TForm, class TMoment>
 static void momentOfInertiaForm(TForm& f, TMoment& moment)
 {
-    f.fixedRows("moment of inertia", moment.values);
+    f.fixedRows("moment of inertia", moment.values); // kg m^2
 }
 
 void CHdf5CreatorDataReader::readMomentOfInertia(CMomentOfInertia& moment) { momentOfInertiaForm(in(), moment); }
@@ -45,8 +45,8 @@ void CHdf5CreatorDataWriter::writeMomentOfInertia(const CMomentOfInertia& moment
 template <class TForm, class TElectrostatic>
 static void electrostaticForm(TForm& f, TElectrostatic& electrostatic)
 {
-    f.attribute("es exempt", electrostatic.exempt);
-    f.attribute("es start charge", electrostatic.startCharge);
+    f.attribute("es exempt", electrostatic.exempt);            // takes no part in charging
+    f.attribute("es start charge", electrostatic.startCharge); // C
 }
 
 void CHdf5CreatorDataReader::readGeometryGroupElectrostatic(CGeometryGroupElectrostatic& electrostatic)
@@ -66,25 +66,25 @@ void CHdf5CreatorDataWriter::writeBlockLink(const CBlockLink& link) { out().attr
 
 // ---------------------------------------------------------------- one group
 
-/// The mesh as it stands for a static group, as it was made for a moving one.
+/// The mesh as it is for a static group, as it was made for a moving one.
 template <class TForm, class TGroup>
 static void coordinatesForm(TForm& f, TGroup& g)
 {
     using CadGeometry = std::conditional_t<std::is_const_v<TGroup>, const CCADGeometry, CCADGeometry>;
     auto* const imported = dynamic_cast<CadGeometry*>(&g);
     if (imported != nullptr)
-        f.plainRows("imported coords", imported->importedCoords);
+        f.plainRows("imported coords", imported->importedCoords); // m, as the import came
     if (!g.isStatic)
-        f.plainRows("original coords", g.originalCoords);
+        f.plainRows("original coords", g.originalCoords); // m, before it moved
     else if (imported == nullptr)
-        f.plainRows("coords", g.coords);
+        f.plainRows("coords", g.coords); // m
 }
 
 /// Before 30.0.12 a geometry was real or virtual, and nothing else.
 static void readGeometryType(CHdf5FormReader& f, CGeometryGroup& g)
 {
     bool isReal = true;
-    f.attribute("is real", isReal);
+    f.attribute("is real", isReal); // 0 or 1
     g.geometryType = isReal ? eRealGeometry : eVirtualGeometry;
 }
 static void readGeometryType(CHdf5FormWriter&, const CGeometryGroup&) {} // a writer is of the current version
@@ -100,28 +100,28 @@ static void groupForm(TForm& f, TGroup& g, QString& name, double& enclosed, quin
     visit(g.bounds);
     visit(g.momentOfInertia);
     f.attribute("name", name);
-    f.signedAttribute("unique id", g.uniqueId);
-    f.attribute("desired force", g.desiredForce);
-    f.attribute("mask", mask);
-    f.attribute("static", g.isStatic);
-    f.plainRows("vertex ids", g.vertexIds);
+    f.signedAttribute("unique id", g.uniqueId);   // unique in the deck
+    f.attribute("desired force", g.desiredForce); // N
+    f.attribute("mask", mask);                    // ETriangleField
+    f.attribute("static", g.isStatic);            // never moved so far
+    f.plainRows("vertex ids", g.vertexIds);       // unique in the deck, or all are numbered anew
     coordinatesForm(f, g);
     trianglesForm(f, g, mask);
-    f.attribute("closed", g.closed);
+    f.attribute("closed", g.closed); // the mesh encloses a volume
     if (f.since(30, 0, 12))
-        f.attribute("geometry type", g.geometryType);
+        f.attribute("geometry type", g.geometryType); // 1 real, 2 virtual; a file may hold others
     else
         readGeometryType(f, g);
     f.attribute("reset velocities", g.resetVelocities);
     f.attribute("material name", g.materialName);
-    f.attribute("enclosed magnitude", enclosed);
-    f.attribute("surface magnitude", g.surfaceMagnitude);
-    f.attribute("time", g.time);
-    f.attribute("gain", g.gain);
+    f.attribute("enclosed magnitude", enclosed);          // m^3; without meaning in an open group
+    f.attribute("surface magnitude", g.surfaceMagnitude); // m^2
+    f.attribute("time", g.time);                          // s
+    f.attribute("gain", g.gain);                          // carried; nothing here uses it
     centresForm(f, g);
-    f.attribute("velocity", g.velocity);
-    f.attribute("xform", g.transform);
-    f.attribute("translation", g.translation);
+    f.attribute("velocity", g.velocity);       // m/s
+    f.attribute("xform", g.transform);         // from the mesh as it was made to where it is
+    f.attribute("translation", g.translation); // m
     if (g.materialBlockRef != nullptr)
         visit(*g.materialBlockRef);
     visit(g.electrostatic);

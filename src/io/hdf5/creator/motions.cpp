@@ -21,12 +21,12 @@ static void commonForm(TForm& f, TMotion& motion)
 {
     const bool knowsLoops = f.since(30, 0, 8);
     f.attribute(knowsLoops ? "name" : "id", motion.name);
-    f.attribute("start time", motion.startTime);
-    f.attribute("end time", motion.endTime);
+    f.attribute("start time", motion.startTime); // s
+    f.attribute("end time", motion.endTime);     // s
     if (knowsLoops) {
         f.attribute("loop", motion.loop);
-        f.attribute("loop interval", motion.loopInterval);
-        f.attribute("loop end time", motion.loopEndTime);
+        f.attribute("loop interval", motion.loopInterval); // s
+        f.attribute("loop end time", motion.loopEndTime);  // s
     }
 }
 
@@ -36,8 +36,8 @@ void CHdf5CreatorDataWriter::writeTimeDepAction(const CTimeDepAction& motion) { 
 template <class TForm, class TRotation>
 static void rotationForm(TForm& f, TRotation& rotation)
 {
-    f.attribute("moves with body", rotation.movesWithBody);
-    f.dataset("point of action", rotation.pointOfAction);
+    f.attribute("moves with body", rotation.movesWithBody); // else the axis stays in space
+    f.dataset("point of action", rotation.pointOfAction);   // m
 }
 
 void CHdf5CreatorDataReader::readRotation(CRotation& rotation) { rotationForm(in(), rotation); }
@@ -46,9 +46,9 @@ void CHdf5CreatorDataWriter::writeRotation(const CRotation& rotation) { rotation
 template <class TForm, class TSinusoid>
 static void sinusoidForm(TForm& f, TSinusoid& sinusoid)
 {
-    f.attribute("frequency", sinusoid.frequency);
-    f.attribute("offset", sinusoid.offset);
-    f.dataset("displacement", sinusoid.displacement);
+    f.attribute("frequency", sinusoid.frequency);     // Hz
+    f.attribute("offset", sinusoid.offset);           // rad, the phase
+    f.dataset("displacement", sinusoid.displacement); // m or rad; amplitude and direction
 }
 
 void CHdf5CreatorDataReader::readSinusoid(CSinusoid& sinusoid) { sinusoidForm(in(), sinusoid); }
@@ -57,19 +57,19 @@ void CHdf5CreatorDataWriter::writeSinusoid(const CSinusoid& sinusoid) { sinusoid
 template <class TForm, class TMotion>
 static void axisForm(TForm& f, TMotion& motion)
 {
-    f.dataset("start point", motion.axis.startPoint);
-    f.dataset("end point", motion.axis.endPoint);
+    f.dataset("start point", motion.axis.startPoint); // m
+    f.dataset("end point", motion.axis.endPoint);     // m
 }
 
-/// What both sinusoidal motions hold behind their sinusoid.
+/// What both sinusoidal motions hold after their sinusoid.
 template <class TForm, class TMotion>
 static void swingForm(TForm& f, TMotion& motion)
 {
     axisForm(f, motion);
-    f.attribute("displacement magnitude", motion.displacementMagnitude);
+    f.attribute("displacement magnitude", motion.displacementMagnitude); // m or rad
 }
 
-/// Before 30.0.10 the displacement alone told axis and magnitude. The displacement itself stays as stored,
+/// Before 30.0.10 the displacement alone gave axis and magnitude. The displacement itself stays as stored,
 /// in later decks too: it may have moved away from the axis with its body.
 template <class TMotion>
 static void readSwing(CHdf5FormReader& f, TMotion& motion)
@@ -87,8 +87,8 @@ static void readSwing(CHdf5FormReader& f, TMotion& motion)
 template <class TForm, class TMotion>
 static void linearTranslationForm(TForm& f, TMotion& motion)
 {
-    f.attribute("initial velocity", motion.initialVelocity);
-    f.attribute("acceleration", motion.acceleration);
+    f.attribute("initial velocity", motion.initialVelocity); // m/s, along the axis
+    f.attribute("acceleration", motion.acceleration);        // m/s^2
     axisForm(f, motion);
 }
 
@@ -123,8 +123,8 @@ void CHdf5CreatorDataWriter::writeSinusoidalTranslation(const CSinusoidalTransla
 template <class TForm, class TMotion>
 static void linearRotationForm(TForm& f, TMotion& motion)
 {
-    f.attribute("initial angular velocity", motion.initialAngularVelocity);
-    f.attribute("angular acceleration", motion.angularAccelerationMagnitude);
+    f.attribute("initial angular velocity", motion.initialAngularVelocity);   // rad/s, about the axis
+    f.attribute("angular acceleration", motion.angularAccelerationMagnitude); // rad/s^2
     axisForm(f, motion);
 }
 

@@ -51,7 +51,7 @@ static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhys
         std::unique_ptr<IContactModel> model = models.makeContactModel(name, modelType, source, true);
         tellPhantom<CContactModelPhantom>(*reader.location, "contact model", *model);
         model->read(reader);
-        models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is told and left out
+        models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is reported and left out
     });
 }
 

@@ -85,7 +85,7 @@ void CHdf5CreatorDataWriter::writeHertzMindlinNoSlipParamData(const CHertzMindli
 template <class TForm, class TData>
 static void linearSpringForm(TForm& f, TData& data)
 {
-    f.attribute("data", data.characteristicVelocity);
+    f.attribute("data", data.characteristicVelocity); // m/s
     rollingFrictionForm(f, data);
 }
 void CHdf5CreatorDataReader::readLinearSpringParamData(CLinearSpringContactModelParamData& data)
@@ -192,7 +192,7 @@ void CHdf5CreatorDataWriter::writeArchardParamData(const CArchardContactModelPar
 template <class TForm, class TData>
 static void tribochargingForm(TForm& f, TData& data)
 {
-    f.attribute("data", data.alpha);
+    f.attribute("data", data.alpha); // 1/s; not 0
 }
 void CHdf5CreatorDataReader::readTribochargingParamData(CTribochargingContactModelParamData& data)
 {
@@ -212,7 +212,7 @@ static std::string mendedBondKey(QString key)
     const auto names = CBondParametersMap::namesOf(key.toStdString());
     return names && !CBondParametersMap::namesOf(names->second)
                ? CBondParametersMap::pairKey(names->first, names->second)
-               : key.toStdString(); // more than two names: which of them are the pair can't be told
+               : key.toStdString(); // more than two names: which of them are the pair can't be known
 }
 
 void CHdf5CreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
@@ -237,9 +237,9 @@ void CHdf5CreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bo
 template <class TForm, class TData, class TState>
 static void parallelBondForm(TForm& f, TData& data, TState& state)
 {
-    f.attribute("start time", data.formationStartTime);
-    f.attribute("end time", data.formationEndTime);
-    f.attribute("state", state);
+    f.attribute("start time", data.formationStartTime); // s
+    f.attribute("end time", data.formationEndTime);     // s
+    f.attribute("state", state);                        // EBondFormation
     if (f.since(30, 0, 7))
         f.attribute("torque feedback", data.torqueFeedback);
     rollingFrictionForm(f, data);
@@ -266,8 +266,8 @@ void CHdf5CreatorDataWriter::writeParallelBondParamData(const CParallelBondConta
 template <class TForm, class TPlane>
 static void planeForm(TForm& f, TPlane& plane)
 {
-    f.attribute("start point", plane.startPoint);
-    f.attribute("end point", plane.endPoint);
+    f.attribute("start point", plane.startPoint); // m
+    f.attribute("end point", plane.endPoint);     // m
     f.attribute("display", plane.display);
 }
 
@@ -312,7 +312,7 @@ void CHdf5CreatorDataWriter::writeMovingPlaneParamData(const CMovingPlaneContact
 template <class TForm, class TData>
 static void electrostaticsForm(TForm& f, TData& data)
 {
-    f.attribute("data", data.screeningDistance);
+    f.attribute("data", data.screeningDistance); // in radii of the smallest particle
 }
 void CHdf5CreatorDataReader::readElectrostaticsExtForceParamData(CElectrostaticsExtForceParamData& data)
 {

@@ -17,11 +17,11 @@ namespace NBrenmark {
 template <class TForm, class TBox>
 static void boxForm(TForm& f, TBox& box)
 {
-    f.attribute("centre", box.centre);
-    f.attribute("rotations", box.rotations);
-    f.attribute("width", box.width);
-    f.attribute("length", box.length);
-    f.attribute("height", box.height);
+    f.attribute("centre", box.centre);       // m
+    f.attribute("rotations", box.rotations); // rad, about x, y and z
+    f.attribute("width", box.width);         // m, along x
+    f.attribute("length", box.length);       // m, along z
+    f.attribute("height", box.height);       // m, along y
     f.flags("sides enabled", box.sidesEnabled);
 }
 
@@ -42,11 +42,11 @@ void CHdf5CreatorDataWriter::writeBox(const CBox& box)
 template <class TForm, class TCylinder>
 static void cylinderForm(TForm& f, TCylinder& cylinder)
 {
-    f.attribute("start point", cylinder.startPoint);
-    f.attribute("end point", cylinder.endPoint);
-    f.attribute("radius start", cylinder.radiusStart);
-    f.attribute("radius end", cylinder.radiusEnd);
-    f.attribute("cylinder detail", cylinder.detail);
+    f.attribute("start point", cylinder.startPoint);   // m
+    f.attribute("end point", cylinder.endPoint);       // m
+    f.attribute("radius start", cylinder.radiusStart); // m
+    f.attribute("radius end", cylinder.radiusEnd);     // m
+    f.attribute("cylinder detail", cylinder.detail);   // facets
     f.attribute("closed start", cylinder.closedStart);
     f.attribute("closed end", cylinder.closedEnd);
 }
@@ -71,14 +71,14 @@ void CHdf5CreatorDataWriter::writeCylinder(const CCylinder& cylinder)
 template <class TForm, class TPolygon>
 static void polygonForm(TForm& f, TPolygon& polygon)
 {
-    f.attribute("surface normal", polygon.normal);
-    f.attribute("centre", polygon.centre);
-    f.attribute("radius", polygon.radius);
-    f.attribute("rotation", polygon.rotation);
-    f.attribute("num edges", polygon.edges);
-    f.attribute("length side1", polygon.lengthSide1);
-    f.attribute("length side2", polygon.lengthSide2);
-    f.attribute("rotations", polygon.rotations);
+    f.attribute("surface normal", polygon.normal);    // of length 1; of a rectangle as long as its area
+    f.attribute("centre", polygon.centre);            // m
+    f.attribute("radius", polygon.radius);            // m; of a rectangle without meaning
+    f.attribute("rotation", polygon.rotation);        // rad
+    f.attribute("num edges", polygon.edges);          // 4: a rectangle
+    f.attribute("length side1", polygon.lengthSide1); // m, of a rectangle
+    f.attribute("length side2", polygon.lengthSide2); // m, of a rectangle
+    f.attribute("rotations", polygon.rotations);      // rad, about x, y and z
 }
 
 void CHdf5CreatorDataReader::readPolygon(CPolygon& polygon)
@@ -98,12 +98,12 @@ void CHdf5CreatorDataWriter::writePolygon(const CPolygon& polygon)
 template <class TForm, class TCad>
 static void cadForm(TForm& f, TCad& cad)
 {
-    f.attribute("cad translation", cad.translationDistance);
-    f.attribute("cad rotation", cad.rotationAngle);
-    f.attribute("cad translation axis start", cad.translationAxisStart);
-    f.attribute("cad translation axis end", cad.translationAxisEnd);
-    f.attribute("cad rotation axis start", cad.rotationAxisStart);
-    f.attribute("cad rotation axis end", cad.rotationAxisEnd);
+    f.attribute("cad translation", cad.translationDistance);             // m
+    f.attribute("cad rotation", cad.rotationAngle);                      // rad
+    f.attribute("cad translation axis start", cad.translationAxisStart); // m
+    f.attribute("cad translation axis end", cad.translationAxisEnd);     // m
+    f.attribute("cad rotation axis start", cad.rotationAxisStart);       // m
+    f.attribute("cad rotation axis end", cad.rotationAxisEnd);           // m
 }
 
 /// Up to 30.0.10 a distance had a sign and the axis any length: now the axis points where the import went

@@ -1,4 +1,5 @@
-// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law.
+// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law. Numbers are factors of
+// a size, or in the unit of what is drawn: m/s, rad/s, or that of a custom property.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -41,7 +42,7 @@ static void normalForm(TForm& f, TLaw& law)
     f.attribute("standard deviation", law.deviation);
     f.attribute("lower cap", law.lowerCap);
     f.attribute("upper cap", law.upperCap);
-    f.attribute("capped", law.capped);
+    f.attribute("capped", law.capped); // else the caps mean nothing
 }
 
 void CHdf5CreatorDataReader::readNormalDistribution(CNormalDistribution& law) { normalForm(in(), law); }
@@ -51,7 +52,7 @@ template <class TForm, class TLaw>
 static void logNormalForm(TForm& f, TLaw& law)
 {
     normalForm(f, law);
-    f.attribute("log mean", law.logMean);
+    f.attribute("log mean", law.logMean); // mean and deviation are of the logarithm
 }
 
 void CHdf5CreatorDataReader::readLogNormalDistribution(CLogNormalDistribution& law) { logNormalForm(in(), law); }
@@ -88,7 +89,7 @@ void CHdf5CreatorDataWriter::writeUserDefinedDistribution(const CUserDefinedDist
 template <class TForm, class TLaw>
 static void sizeForm(TForm& f, TLaw& law)
 {
-    f.attribute("radius scaling", law.radiusScaling);
+    f.attribute("radius scaling", law.radiusScaling); // else of the volume
 }
 
 void CHdf5CreatorDataReader::readSizeDistributionBase(ISizeDistribution& law) { sizeForm(in(), law); }
@@ -166,7 +167,7 @@ void CHdf5CreatorDataReader::readParticleSizeDistributionMap(CParticleSizeDistri
         in().children([&](const QString& particleType) {
             double percentage = 0.0;
             QString kind;
-            in().attribute(shareName, percentage);
+            in().attribute(shareName, percentage); // 0 to 100, of the types of a material
             if (!in().attribute(lawKindName, kind))
                 return;
             std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
@@ -198,7 +199,7 @@ void CHdf5CreatorDataWriter::writeParticleSizeDistributionMap(const CParticleSiz
                 continue;
             }
             out().group(names.next(QString::fromStdString(entry.first)), [&] {
-                out().attribute(shareName, share.percentage);
+                out().attribute(shareName, share.percentage); // 0 to 100, of the types of a material
                 out().attribute(lawKindName, share.distribution ? share.distribution->kindWord() : QString());
                 if (share.distribution)
                     share.distribution->write(*this);

@@ -17,12 +17,12 @@ template <class TForm, class TBonds>
 static void rowsForm(TForm& f, TBonds& b)
 {
     f.rows("bonds", b.rows);
-    f.rows("normal force", b.normalForce);
-    f.rows("tangential force", b.tangentialForce);
-    f.rows("normal torque", b.normalTorque);
-    f.rows("tangential torque", b.tangentialTorque);
-    f.rows("state", b.state);
-    f.rows("break time", b.breakTime);
+    f.rows("normal force", b.normalForce);           // N
+    f.rows("tangential force", b.tangentialForce);   // N
+    f.rows("normal torque", b.normalTorque);         // N m
+    f.rows("tangential torque", b.tangentialTorque); // N m
+    f.rows("state", b.state);                        // 0 broken, 1 intact, 2 to be dropped
+    f.rows("break time", b.breakTime);               // s
 }
 
 static quint32 commonLength(const CBondsBase& bonds)
@@ -38,7 +38,7 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
     bonds.clear();
     CEmptiedUnlessWhole<CBondsBase> reading(bonds);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     if (size == 0 && !in().hasRows({"bonds"}))
         return;
     CStoredLength lengths(in(), "The bonds have");
@@ -54,7 +54,7 @@ void CHdf5TimestepDataWriter::writeBondsBase(CBondsBase& bonds)
 {
     bonds.compact();
     const quint32 size = (options.timestepMask & eBondRows) != 0 ? bonds.rowCount() : 0;
-    out().attribute("size", size);
+    out().attribute("size", size); // 0 where the masks leave the rows out
     if (size == 0)
         return;
     commonLength(bonds);

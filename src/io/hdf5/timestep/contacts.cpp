@@ -26,14 +26,14 @@ template <class TForm, class TContacts>
 static void rowsForm(TForm& f, TContacts& c, quint32 fields)
 {
     const auto has = [fields](quint32 field) { return (fields & field) != 0; };
-    f.rows("contacts", c.rows, has(eContactEnds));
-    f.rows("position", c.position, has(eContactPosition));
-    f.rows("contact vector 1", c.contactVector1, has(eContactVector1));
+    f.rows("contacts", c.rows, has(eContactEnds));         // positions in types and meshes: checked after the read
+    f.rows("position", c.position, has(eContactPosition)); // m
+    f.rows("contact vector 1", c.contactVector1, has(eContactVector1)); // m, from the first centre to the contact
     f.rows("contact vector 2", c.contactVector2, has(eContactVector2));
-    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap));
-    f.rows("tangential overlap", c.tangentialOverlap, has(eContactTangentialOverlap));
-    f.rows("normal force", c.normalForce, has(eContactNormalForce));
-    f.rows("tangential force", c.tangentialForce, has(eContactTangentialForce));
+    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap));             // m; below 0: released
+    f.rows("tangential overlap", c.tangentialOverlap, has(eContactTangentialOverlap)); // m
+    f.rows("normal force", c.normalForce, has(eContactNormalForce));                   // N
+    f.rows("tangential force", c.tangentialForce, has(eContactTangentialForce));       // N
 }
 
 static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
@@ -43,7 +43,7 @@ static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
     return lengths.common();
 }
 
-/// Brings a family in order that was read, and tells what didn't fit.
+/// Brings a family in order that was read, and reports what didn't fit.
 static void settle(CContactsBase& contacts)
 {
     const quint32 records = contacts.activeCollisions.recordCount();
@@ -68,12 +68,12 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     contacts.clear();
     CEmptiedUnlessWhole<CContactsBase> reading(contacts);
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     const bool isWanted = (options.timestepMask & contacts.familyMask()) != 0;
-    in().attribute("collision on", contacts.collisionsActive);
+    in().attribute("collision on", contacts.collisionsActive); // each row has a nested record
     if (isWanted && (size > 0 || in().hasRows({"contacts", "position"}))) {
         quint32 fields = contactFields;
-        in().attribute("mask", fields);
+        in().attribute("mask", fields); // EContactField
         fields &= contactFields;
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
@@ -108,8 +108,8 @@ void CHdf5TimestepDataWriter::writeContactsBase(CContactsBase& contacts)
 {
     contacts.compact();
     const quint32 size = (options.timestepMask & contacts.familyMask()) != 0 ? contacts.rowCount() : 0;
-    out().attribute("size", size);
-    out().attribute("collision on", contacts.collisionsActive);
+    out().attribute("size", size);                              // 0 where the masks leave the rows out
+    out().attribute("collision on", contacts.collisionsActive); // each row has a nested record
     if (size > 0) {
         commonLength(contacts, contactFields);
         if (!out().isMeasuring())

@@ -11,13 +11,13 @@ template <class TForm, class TEnergy>
 static void timestepEnergyForm(TForm& f, TEnergy& e)
 {
     f.group("TimestepEnergy/", [&] {
-        f.attribute("kinetic energy", e.kinetic);
-        f.attribute("potential energy", e.potential);
-        f.attribute("created particles", e.createdParticles);
-        f.attribute("destroyed particles", e.destroyedParticles);
-        f.attribute("external", e.external);
-        f.attribute("Loss From Contacts", e.lostThroughContacts);
-        f.attribute("Loss From Capping", e.lostThroughCapping);
+        f.attribute("kinetic energy", e.kinetic);                 // J
+        f.attribute("potential energy", e.potential);             // J
+        f.attribute("created particles", e.createdParticles);     // J
+        f.attribute("destroyed particles", e.destroyedParticles); // J
+        f.attribute("external", e.external);                      // J
+        f.attribute("Loss From Contacts", e.lostThroughContacts); // J
+        f.attribute("Loss From Capping", e.lostThroughCapping);   // J
     });
 }
 
@@ -28,9 +28,9 @@ template <class TForm, class TEnergy, class TVisit>
 static void systemEnergyForm(TForm& f, TEnergy& e, TVisit&& visit)
 {
     f.group("SystemEnergy/", [&] {
-        f.attribute("energy", e.total);
-        f.attribute("potential energy", e.potential);
-        f.attribute("kinetic energy", e.kinetic);
+        f.attribute("energy", e.total);               // J
+        f.attribute("potential energy", e.potential); // J
+        f.attribute("kinetic energy", e.kinetic);     // J
         visit(e.cumulative);
     });
 }

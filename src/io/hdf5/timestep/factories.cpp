@@ -26,9 +26,9 @@ namespace NBrenmark {
 template <class TForm, class TAccounting>
 static void accountingForm(TForm& f, TAccounting& accounting)
 {
-    f.attribute("mass created", accounting.massCreated);
-    f.attribute("mass remainder", accounting.massRemainder);
-    f.attribute("mass created since rate change", accounting.massSinceRateChange);
+    f.attribute("mass created", accounting.massCreated);                           // kg
+    f.attribute("mass remainder", accounting.massRemainder);                       // kg
+    f.attribute("mass created since rate change", accounting.massSinceRateChange); // kg
 }
 
 void CHdf5TimestepDataReader::readFactoryAccounting(CFactoryAccounting& accounting)
@@ -51,7 +51,7 @@ void CHdf5TimestepDataWriter::writeFactoryAccounting(const CFactoryAccounting& a
 template <class TForm, class TFactory, class TVisit, class TSizes>
 static void factoryForm(TForm& f, TFactory& factory, TVisit&& visit, TSizes&& sizes)
 {
-    f.signedAttribute("creation count", factory.creationCount);
+    f.signedAttribute("creation count", factory.creationCount); // particles so far
     f.group("FactVelocity/", [&] { visit(factory.velocity.get()); });
     f.group("FactSize/", [&] { sizes(); });
     f.group("FactOrientation/", [&] { visit(factory.orientation.get()); });
@@ -65,7 +65,7 @@ static void factoryForm(TForm& f, TFactory& factory, TVisit&& visit, TSizes&& si
             visit(factory.position.get());
     });
     f.group("Accounting/", [&] { visit(&factory.accounting); });
-    f.fixedRows("Counters/", factory.counters);
+    f.fixedRows("Counters/", factory.counters); // the solver's, kept as they are
 }
 
 namespace {

@@ -16,7 +16,7 @@ namespace NBrenmark {
 template <class TForm, class TParam>
 static void randomPositionForm(TForm& f, TParam& p)
 {
-    f.dataset("seed position", p.seedPosition);
+    f.dataset("seed position", p.seedPosition); // m; three not-a-numbers: not set
     f.dataset("seed vector", p.seedVector);
 }
 
@@ -34,7 +34,7 @@ void CHdf5TimestepDataWriter::write3DLattice(const C3DLattice& lattice) { writeL
 template <class TForm, class TParam>
 static void binaryTypeForm(TForm& f, TParam& p)
 {
-    f.attribute("next", p.next);
+    f.attribute("next", p.next); // index of a name; any number is taken round
 }
 
 void CHdf5TimestepDataReader::readBinaryFactoryType(CBinaryFactoryType& p) { binaryTypeForm(in(), p); }

@@ -8,7 +8,7 @@
 
 namespace NBrenmark {
 
-/// Memory follows stored arrays only: a stored number that they contradict is told.
+/// Memory follows stored arrays only: a stored number that they contradict is reported.
 /// \param what  "contacts"
 inline void tellIfOther(const char* what, quint32 announced, quint32 held)
 {

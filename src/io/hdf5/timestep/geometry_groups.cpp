@@ -23,16 +23,16 @@ static void movingForm(TForm& f, TGroup& g, TVisit&& visit)
 {
     f.attribute("reset velocities", g.resetVelocities);
     centresForm(f, g);
-    f.attribute("xform", g.transform);
-    f.attribute("translation", g.translation);
-    f.attribute("velocity", g.velocity);
+    f.attribute("xform", g.transform);         // from the mesh as it was made to where it is
+    f.attribute("translation", g.translation); // m
+    f.attribute("velocity", g.velocity);       // m/s
     visit(g.motionHistory);
 }
 
 void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
 {
     bool standsStill = true;
-    in().attribute("static", standsStill);
+    in().attribute("static", standsStill); // never moved so far
     if (standsStill) {
         g.standStill();
     }
@@ -40,10 +40,10 @@ void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
         movingForm(in(), g, [this](auto& part) { part.read(*this); });
         g.moveTo(g.transform);
     }
-    in().attribute("time", g.time);
+    in().attribute("time", g.time); // s
 
     quint32 size = 0;
-    in().attribute("size", size);
+    in().attribute("size", size); // what is announced; the arrays have the last word
     if ((options.timestepMask & eTriangleRows) == 0)
         size = 0;
     if (size > 0 && size != g.triangleNodes.size())
@@ -86,13 +86,13 @@ void CHdf5TimestepDataWriter::writeGeometryGroup(const CGeometryGroup& g)
     out().attribute("static", g.isStatic);
     if (!g.isStatic)
         movingForm(out(), g, [this](const auto& part) { part.write(*this); });
-    out().attribute("time", g.time);
+    out().attribute("time", g.time); // s
 
     const bool hasRows = (options.timestepMask & eTriangleRows) != 0;
     const quint32 size = hasRows ? static_cast<quint32>(g.triangleNodes.size()) : 0;
     const quint32 mask = (options.geometryMask & eGeometryForces) != 0 ? quint32(eTriangleForces) : 0;
-    out().attribute("size", size);
-    out().attribute("mask", mask);
+    out().attribute("size", size); // 0 where the masks leave the rows out
+    out().attribute("mask", mask); // ETriangleField
     trianglesForm(out(), g, size > 0 ? mask : 0);
 
     g.kinematics.write(*this);

@@ -18,7 +18,7 @@ namespace NBrenmark {
 template <class TForm, class TRotation>
 static void rotationForm(TForm& f, TRotation& rotation)
 {
-    f.dataset("point of action", rotation.pointOfAction);
+    f.dataset("point of action", rotation.pointOfAction); // m
 }
 
 void CHdf5TimestepDataReader::readRotation(CRotation& rotation) { rotationForm(in(), rotation); }
@@ -28,7 +28,7 @@ template <class TForm, class TSinusoid>
 static void sinusoidForm(TForm& f, TSinusoid& sinusoid)
 {
     if (f.since(30, 0, 9))
-        f.dataset("displacement", sinusoid.displacement);
+        f.dataset("displacement", sinusoid.displacement); // m or rad; amplitude and direction
 }
 
 void CHdf5TimestepDataReader::readSinusoid(CSinusoid& sinusoid) { sinusoidForm(in(), sinusoid); }
@@ -40,8 +40,8 @@ template <class TForm, class TMotion>
 static void linearRotationForm(TForm& f, TMotion& motion)
 {
     rotationForm(f, motion);
-    f.dataset("initial velocity", motion.angularVelocity);
-    f.dataset("acceleration", motion.angularAcceleration);
+    f.dataset("initial velocity", motion.angularVelocity); // rad/s, as the axis is turned by now
+    f.dataset("acceleration", motion.angularAcceleration); // rad/s^2, likewise
 }
 
 void CHdf5TimestepDataReader::readLinearRotation(CLinearRotation& motion) { linearRotationForm(in(), motion); }
@@ -68,7 +68,7 @@ void CHdf5TimestepDataWriter::writeSinusoidalRotation(const CSinusoidalRotation&
 template <class TForm, class TMotion>
 static void conveyorTranslationForm(TForm& f, TMotion& motion)
 {
-    f.dataset("xform", motion.conveyorTransform);
+    f.dataset("xform", motion.conveyorTransform); // from where the belt was defined to where it is
 }
 
 void CHdf5TimestepDataReader::readConveyorTranslation(CConveyorTranslation& motion)
@@ -88,7 +88,7 @@ void CHdf5TimestepDataReader::readKinematics(CKinematics& kinematics)
     in().group(kinematicsName(in()), [&] {
         const hsize_t count = in().childCount();
         if (count > kinematics.actions.size()) {
-            // One that the model couldn't take stands somewhere among them: which states are whose is lost.
+            // One that the model couldn't take is somewhere among them: which states are whose is lost.
             report(eLost, NLogTitle::hdf5Read,
                    "The state of " + std::to_string(count) + " motions is skipped: the model has " +
                        std::to_string(kinematics.actions.size()) + ".",

@@ -20,18 +20,18 @@ template <class TForm, class TData>
 void contentForm(TForm& f, TData& data)
 {
     f.attribute("full timestep", data.isFull);
-    f.attribute("timestep mask", data.timestepMask);
-    f.attribute("particle mask", data.particleMask);
-    f.attribute("geometry mask", data.geometryMask);
+    f.attribute("timestep mask", data.timestepMask); // ETimestepMask
+    f.attribute("particle mask", data.particleMask); // EParticleMask
+    f.attribute("geometry mask", data.geometryMask); // EGeometryMask
 }
 
 template <class TForm, class TData, class TTime>
 void momentForm(TForm& f, TData& data, TTime& time)
 {
-    f.attribute("time", time);
-    f.attribute("elapsed real time", data.elapsedTime);
+    f.attribute("time", time);                          // s, simulated
+    f.attribute("elapsed real time", data.elapsedTime); // s, real
     f.attribute("run number", data.runNumber);
-    f.attribute("date", data.date);
+    f.attribute("date", data.date); // dd/MM/yy, of the writing
 }
 
 const char* const removedName = "removed particles";

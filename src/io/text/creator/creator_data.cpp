@@ -1,3 +1,4 @@
+// The text of a creator model's root.
 #include "model/creator_data.h"
 #include "io/text/text_writer.h"
 

@@ -1,3 +1,4 @@
+// The text of the simulation box.
 #include "model/domain.h"
 #include "io/text/text_writer.h"
 #include "model/bounding_box.h"

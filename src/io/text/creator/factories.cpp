@@ -1,3 +1,5 @@
+// The text of particle factories, a path segment for each name. Models and timesteps share it, so that what moved
+// between the two shows.
 #include "io/text/text_writer.h"
 #include "model/factories/dynamic_particle_factory.h"
 #include "model/factories/factory_angular_velocity.h"

@@ -1,3 +1,4 @@
+// The text of factory parameters, each below the word of its kind.
 #include "io/text/text_writer.h"
 #include "model/factories/factory_angular_velocity.h"
 #include "model/factories/factory_custom_property.h"
@@ -9,7 +10,7 @@
 
 namespace NBrenmark {
 
-// Most parameters are definition alone: of those there is nothing to tell in a timestep.
+// Most parameters are definition alone: of those there is nothing to show in a timestep.
 
 namespace {
 

@@ -1,3 +1,4 @@
+// The text of geometry groups: meshes as stored, nothing that follows from them.
 #include "model/geometry_groups.h"
 #include "io/text/held_by_property.h"
 #include "io/text/text_writer.h"
@@ -28,7 +29,7 @@ void CTextWriter::writeGeometryGroups(const GeometryGroups& groups)
 
 namespace {
 
-/// The mesh as it was made: where a moving group stands now follows from it and the transform.
+/// The mesh as it was made: where a moving group is now follows from it and the transform.
 void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
 {
     out.value("name", g.displayedName);
@@ -62,7 +63,7 @@ void triangleState(CTextOutput& out, const CGeometryGroup& g)
     out.array("triangleForces", g.triangleForces);
 
     // Old decks store charges beside the triangles. They live on as a custom property; those that didn't find one are
-    // told here.
+    // shown here.
     const std::vector<double>& charges = g.electrostatic.charges;
     const bool anyCharge = std::any_of(charges.begin(), charges.end(), [](double charge) { return charge != 0.0; });
     if (anyCharge && !heldByProperty(g.customProperties, "Charge", charges))

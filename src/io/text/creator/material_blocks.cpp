@@ -1,3 +1,4 @@
+// The text of material blocks.
 #include "io/text/text_writer.h"
 #include "model/material_block.h"
 #include "properties/custom_property_data.h"
@@ -6,7 +7,7 @@ namespace NBrenmark {
 
 namespace {
 
-/// A block's properties stand outside of the deck's definitions, so each tells its own.
+/// A block's properties are outside of the deck's definitions, so each shows its own.
 void blockProperties(CTextOutput& out, CTextWriter& writer, const std::vector<SBlockProperty>& properties)
 {
     out.group("properties", [&] {

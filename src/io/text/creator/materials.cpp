@@ -1,3 +1,4 @@
+// The text of materials and of their interactions.
 #include "model/materials.h"
 #include "io/text/text_writer.h"
 #include "model/interactions.h"

@@ -1,3 +1,4 @@
+// The text of motions.
 #include "io/text/text_writer.h"
 #include "model/kinematics/conveyor_translation.h"
 #include "model/kinematics/kinematics.h"

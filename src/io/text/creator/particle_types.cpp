@@ -1,3 +1,4 @@
+// The text of particle types, and of all particles by slot.
 #include "model/particle_types.h"
 #include "io/text/held_by_property.h"
 #include "io/text/text_writer.h"
@@ -74,7 +75,7 @@ void CTextWriter::writeParticleType(const CParticleType& t)
     out.array("creationTime", t.creationTime);
 
     // Old decks store charges beside the particles. They live on as custom properties; those that
-    // didn't find one are told here.
+    // didn't find one are shown here.
     const CParticleTypeElectrostatic& e = t.electrostatic;
     if ((t.dataMask & eCharge) && !heldByProperty(t.customProperties, "Charge", e.charge))
         out.array("charge", e.charge);

@@ -1,3 +1,4 @@
+// The text of the chains of models, in order: the order is part of the physics.
 #include "physics/physics_models.h"
 #include "io/text/text_writer.h"
 #include "model/factories/plugin_factory_list.h"

@@ -1,3 +1,4 @@
+// The text of the parameters of contact models and external forces.
 #include "io/text/text_writer.h"
 #include "physics/parameter_records.h"
 

@@ -1,3 +1,4 @@
+// The text of what a shape's mesh was made from.
 #include "io/text/text_writer.h"
 #include "model/geometry/box.h"
 #include "model/geometry/cad_geometry.h"

@@ -1,3 +1,4 @@
+// The text of size laws and of the shares of a mix.
 #include "model/size_distributions.h"
 #include "io/text/text_writer.h"
 

@@ -1,3 +1,4 @@
+// The text of bonds, dropped rows taken out as by every writer.
 #include "results/bonds.h"
 #include "io/text/text_writer.h"
 

@@ -1,3 +1,4 @@
+// The text of collision records, by the arrays that their family has.
 #include "results/collisions.h"
 #include "io/text/text_writer.h"
 

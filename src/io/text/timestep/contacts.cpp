@@ -1,3 +1,4 @@
+// The text of contacts, released rows taken out as by every writer.
 #include "results/contacts.h"
 #include "io/text/text_writer.h"
 

@@ -1,3 +1,4 @@
+// The text of the energy balance.
 #include "results/energies.h"
 #include "io/text/text_writer.h"
 

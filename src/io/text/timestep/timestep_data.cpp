@@ -1,3 +1,5 @@
+// The text of a timestep's root. The number of its model and the date of the writing belong to the storing, and have
+// paths of their own.
 #include "results/timestep_data.h"
 #include "io/text/text_writer.h"
 #include "model/creator_data.h"

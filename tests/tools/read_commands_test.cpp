@@ -192,12 +192,12 @@ TEST(Info, tellsOfADamagedTimestepAndGoesOnWithTheOthers)
 TEST(Info, describesWhatIsKnownOfADeckThatItCannotRead)
 {
     CTempFolder folder;
-    const CLegacyDeck tooOld =
-        CLegacyDeck(makeVersion(13, 0, 9)).creator(sampleCreator()).timestep(sampleTimestep(0.1));
-    const std::string old = argument(tooOld.write(folder.path(), "old"));
-    const SToolResult result = runTool({"info", old});
-    EXPECT_EQ(result.exitCode, 5) << result.error;
-    for (const char* const part : {"legacy deck, version 13.0.9", "1 timestep\n  0  -, can't be read", "2 files"})
+    sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "damaged");
+    QByteArray bytes = folder.read("damaged.dem");
+    folder.write("damaged.dem", bytes.replace(100, 100, QByteArray(100, '\xff'))); // in the model
+    const SToolResult result = runTool({"info", argument(folder.path("damaged.dem"))});
+    EXPECT_EQ(result.exitCode, 3) << result.error;
+    for (const char* const part : {"legacy deck, version 27.0.3", "\n  0  -, can't be read", "2 files"})
         EXPECT_NE(result.output.find(part), std::string::npos) << part << "\n" << result.output;
 
     const std::string source = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "source"));

@@ -57,7 +57,7 @@ TEST(OldDecks, convertAndVerify)
         const CTempFolder folder;
         const QString deck = writeOldDeck(version, folder.path(), "old");
         const SToolResult run = runTool({"convert", argument(deck), argument(folder.path("new")), "--verify"});
-        EXPECT_EQ(run.exitCode, 0) << versionText(version).toStdString() << run.error;
+        EXPECT_EQ(run.exitCode, 0) << versionText(version).toStdString() << run.error << run.output;
     }
 }
 

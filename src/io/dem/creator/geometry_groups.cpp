@@ -255,10 +255,8 @@ void CDemCreatorDataWriter::writeGeometryGroup(const CGeometryGroup& group)
 /// A group by the word of its shape; null, with a report, for one that names no shape.
 static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyManager* properties)
 {
-    if (!f.since(2, 4, 5)) // no shapes yet
-        return std::make_unique<CGeometryGroup>(properties);
     QString shape;
-    f.text(shape);
+    f.text(shape, from(2, 4, 5), QStringLiteral("default")); // no shapes before
     std::unique_ptr<CGeometryGroup> group = createGeometry(shape, properties);
     if (group == nullptr)
         report(eLost, NLogTitle::legacyRead,

@@ -201,7 +201,8 @@ def factory(s):
         s.list(s.i32)
     if kind == "dynamic":
         s.unpack("iidd" + ("i" if s.since(2, 4, 20) and not s.since(2, 4, 27) else "") +
-                 ("di" if s.since(2, 4, 52) else "") + ("ii" if s.since(22, 0, 1) else "") + ("d" if s.since(22, 0, 2) else ""))
+                 ("di" if s.since(2, 4, 52) else "") + ("ii" if s.since(22, 0, 1) else "") +
+                 ("d" if s.since(22, 0, 2) else ""))
     else:
         s.unpack("id" + ("ii" if s.since(2, 4, 50) else "") + ("id" if s.since(22, 0, 2) else ""))
     return kind, sizes, type_kind, position

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Reads decks of the legacy family, file versions 2.4.0 to 30.0.20, by ../legacy.md and nothing else: no library but
-Python's own. It is the page in a form that can be run. It goes through every block from the first byte to the last, checks
-that they fill their files and that the index agrees, and prints what it finds; with --positions N it writes number, type,
-id, x, y and z of each particle of timestep N.
+Python's own. It is the page in a form that can be run. It goes through every block from the first byte to the last,
+checks that they fill their files and that the index agrees, and prints what it finds; with --positions N it writes
+number, type, id, x, y and z of each particle of timestep N.
 
     read_legacy.py [--positions N] DECK.dem ...
 """

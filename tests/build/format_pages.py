@@ -19,7 +19,8 @@ GATE = re.compile(r"\b(?:from|andFrom|below|upTo|since|makeVersion)\((\d+), *(\d
 for folder, name in (("src/io/dem", "legacy.md"), ("src/io/hdf5", "hdf5.md")):
     text = page(name)
     sources = sorted((root / folder).rglob("*.cpp")) + sorted((root / folder).rglob("*.h"))
-    gates = {(m.group(1, 2, 3), source) for source in sources for m in GATE.finditer(source.read_text(encoding="utf-8"))}
+    gates = {(m.group(1, 2, 3), source)
+             for source in sources for m in GATE.finditer(source.read_text(encoding="utf-8"))}
     assert len(gates) > 5, folder
     for gate, source in sorted(gates):
         version = ".".join(gate)

@@ -194,7 +194,7 @@ TEST(Info, describesWhatIsKnownOfADeckThatItCannotRead)
     CTempFolder folder;
     sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "damaged");
     QByteArray bytes = folder.read("damaged.dem");
-    folder.write("damaged.dem", bytes.replace(100, 100, QByteArray(100, '\xff'))); // in the model
+    folder.write("damaged.dem", bytes.replace(32, 40, QByteArray(40, '\xff'))); // the model's head
     const SToolResult result = runTool({"info", argument(folder.path("damaged.dem"))});
     EXPECT_EQ(result.exitCode, 3) << result.error;
     for (const char* const part : {"legacy deck, version 27.0.3", "\n  0  -, can't be read", "2 files"})

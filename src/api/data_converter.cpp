@@ -1,6 +1,7 @@
 // Hands calls and signals on between a host and CConversion, so that no host sees a header of the inside.
 #include "api/data_converter.h"
 
+#include "core/deck/application_state.h"
 #include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
 
@@ -44,7 +45,7 @@ struct CDataConverter::SState : IConversionObserver
     CConversion conversion{*this};
 };
 
-CDataConverter::CDataConverter() : state(std::make_unique<SState>(*this)) {}
+CDataConverter::CDataConverter() : state(std::make_unique<SState>(*this)) { openLibraries(); }
 
 CDataConverter::~CDataConverter() = default;
 

@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <QStringList>
 #include <memory>
+#include <mutex>
 
 namespace NBrenmark {
 
@@ -155,12 +156,46 @@ static const std::vector<SPreference>& preferenceTable()
 
 // ---------------------------------------------------------------- the store
 
-CUserPreferences::CUserPreferences()
-    : systemStore(QSettings::SystemScope, organisation, application),
-      userStore(QSettings::UserScope, organisation, application),
-      compressFiles(true)
+namespace {
+
+struct SStores
 {
-    userStore.setFallbacksEnabled(false);
+    SStores() { user.setFallbacksEnabled(false); }
+
+    QSettings system{QSettings::SystemScope, organisation, application};
+    QSettings user{QSettings::UserScope, organisation, application};
+};
+
+std::unique_ptr<SStores>& storesOfProcess()
+{
+    static std::unique_ptr<SStores> stores;
+    return stores;
+}
+
+SStores& openedStores()
+{
+    openUserStores();
+    return *storesOfProcess();
+}
+
+} // namespace
+
+void openUserStores(const QString& folder)
+{
+    static std::mutex making;
+    const std::lock_guard<std::mutex> lock(making);
+    if (storesOfProcess() && folder.isEmpty())
+        return;
+    if (!folder.isEmpty())
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder);
+    storesOfProcess() = std::make_unique<SStores>();
+}
+
+CUserPreferences::CUserPreferences()
+    : systemStore(openedStores().system), userStore(openedStores().user), compressFiles(true)
+{
+    systemStore.sync(); // what other programs have written since
+    userStore.sync();
     for (const SPreference& row : preferenceTable()) {
         QVariant stored = value(QString::fromLatin1(row.key), row.defaultValue);
         // A store keeps most values as text; one that doesn't read as its key's type counts as absent.
@@ -195,6 +230,7 @@ QString CUserPreferences::materialsDatabase()
     if (path.endsWith(QLatin1String(".ddb"))) {
         path = applicationFolder + fileName;
         userStore.setValue(key, path);
+        userStore.sync();
     }
     const QFileInfo file(path);
     if (!QDir().mkpath(file.path()))

@@ -39,11 +39,17 @@ public:
     QString materialsDatabase();
 
 private:
-    QSettings systemStore;
-    QSettings userStore;
+    QSettings& systemStore;
+    QSettings& userStore;
     std::map<std::string, QVariant> preferences;
     bool compressFiles;
 };
+
+/// Opens the stores that all preferences of the process are read from, which are kept until its end: where memory is
+/// short the making of such a store may end the process inside of Qt, and so it comes before the work. The first
+/// preferences do it where nothing else has. Any thread may.
+/// \param folder  of the user's store, in place of the user's own: opens them anew, while no preferences are in use
+void openUserStores(const QString& folder = QString());
 
 /// The process-wide object, made at the first call. That comes before any worker runs: there is no lock.
 CUserPreferences& userPreferences();

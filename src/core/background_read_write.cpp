@@ -35,9 +35,14 @@ void CBackgroundReadWriteController::run()
         result = false;
     }
     catch (const std::exception& failure) {
-        error = textOf(failure);
-        cause = causeOf(failure, eCauseNone);
         result = false;
+        cause = causeOf(failure, eCauseNone);
+        try {
+            error = textOf(failure);
+        }
+        catch (const std::bad_alloc&) { // the text may lack, the failure doesn't
+            cause = eCauseMemory;
+        }
     }
 }
 

@@ -51,9 +51,9 @@ inline bool meansDamage(const std::exception& error)
 }
 
 /// What an exception says, for users: the standard library's own name of too little memory isn't a text.
-inline std::string textOf(const std::exception& error)
+inline const char* textOf(const std::exception& error)
 {
-    return dynamic_cast<const std::bad_alloc*>(&error) ? std::string("too little memory") : error.what();
+    return dynamic_cast<const std::bad_alloc*>(&error) ? "too little memory" : error.what();
 }
 
 } // namespace NBrenmark

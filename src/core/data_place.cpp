@@ -7,13 +7,15 @@
 
 namespace NBrenmark {
 
-static SDataPlace& placeOfThread()
-{
-    static thread_local SDataPlace place;
-    return place;
-}
+// A pointer: an object with a destructor would be registered with each thread, which ends the process where there is no
+// memory for that.
+static thread_local const SDataPlace* placeOfThread = nullptr;
 
-const SDataPlace& placeAtWork() { return placeOfThread(); }
+const SDataPlace& placeAtWork()
+{
+    static const SDataPlace nowhere;
+    return placeOfThread ? *placeOfThread : nowhere;
+}
 
 SDataPlace placeIn(const QString& path)
 {
@@ -45,8 +47,8 @@ std::string SDataPlace::text() const
     return block.empty() ? file : file + ", " + block;
 }
 
-CPlaceScope::CPlaceScope(SDataPlace place) : before(std::exchange(placeOfThread(), std::move(place))) {}
+CPlaceScope::CPlaceScope(SDataPlace where) : place(std::move(where)), before(placeOfThread) { placeOfThread = &place; }
 
-CPlaceScope::~CPlaceScope() { placeOfThread() = std::move(before); }
+CPlaceScope::~CPlaceScope() { placeOfThread = before; }
 
 } // namespace NBrenmark

@@ -27,7 +27,7 @@ SDataPlace placeIn(const QString& path);
 /// The place of the work on this thread; a worker begins with that of the thread that made it.
 const SDataPlace& placeAtWork();
 
-/// Moves the work of this thread elsewhere while it lives.
+/// Moves the work of this thread elsewhere while it lives. The scopes of a thread end in the reverse of their order.
 class CPlaceScope
 {
 public:
@@ -37,7 +37,8 @@ public:
     CPlaceScope& operator=(const CPlaceScope&) = delete;
 
 private:
-    SDataPlace before;
+    const SDataPlace place;
+    const SDataPlace* const before;
 };
 
 } // namespace NBrenmark

@@ -21,7 +21,7 @@ protected:
     static void redirect(const QString& path)
     {
         releaseUserPreferences();
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, path);
+        openUserStores(path);
     }
 
     void store(const QByteArray& lines) const { folder.write("Velthane/Zorv 30.0.2.conf", lines); }

@@ -2,7 +2,16 @@
 // process must not have an open deck store itself.
 #include "core/deck/application_state.h"
 
+#include "config/user_preferences.h"
+#include "core/deck/file_families.h"
+
 namespace NBrenmark {
+
+void openLibraries()
+{
+    openUserStores();
+    NHdf5Family::openLibrary();
+}
 
 SApplicationState& applicationState()
 {

@@ -16,6 +16,10 @@ struct SApplicationState
     std::unique_ptr<CCustomPropertyManager> nullPropertyManager;
 };
 
+/// Has Qt and HDF5 take what they take once for a process: where memory is short their first use may end it, so it
+/// comes before the work. What works with decks does it itself where nothing else has.
+void openLibraries();
+
 /// The state of the process.
 SApplicationState& applicationState();
 

@@ -1,15 +1,16 @@
 #pragma once
 // Reads ahead: fills the back frame while a host shows the current one.
 
+#include "core/worker.h"
+
 #include <QEvent>
-#include <QThread>
 
 namespace NBrenmark {
 
 class CSimulation;
 
 /// The host swaps the frames when successEvent arrives, and must not touch the back frame before.
-class CBackgroundSimulationReader : public QThread
+class CBackgroundSimulationReader : public CWorker
 {
     Q_OBJECT
 public:

@@ -25,6 +25,8 @@ void writeObject(CDemDataStream& stream, CSimulationData& object);
 } // namespace NLegacyFamily
 
 namespace NHdf5Family {
+/// Starts the library below, which is done once for the process.
+void openLibrary();
 std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
 /// As above, below the groups of the file's roots. Exceptions of the HDF5 interface leave these doors as
 /// std::runtime_error with their detail message: nothing outside knows that library.

@@ -48,18 +48,26 @@ void CSimDataSerialiser::run()
         logMessage(ePerf, NLogTitle::serialiser.text, std::to_string(timer.elapsedSeconds()) + " s");
     }
     catch (const CReadStopped&) {
-        errorFlag = true;
-        errorText = "The read was stopped.";
+        fail(eCauseNone, "The read was stopped.");
     }
     catch (const std::exception& error) {
-        errorFlag = true;
-        errorText = QString::fromStdString(textOf(error));
-        errorCause = causeOf(error, eCauseNone);
+        fail(causeOf(error, eCauseNone), textOf(error));
     }
     // No other exception is meant to come here, but a worker must not take the host down with it.
     catch (...) {
-        errorFlag = true;
-        errorText = "An unknown error occurred.";
+        fail(eCauseNone, "An unknown error occurred.");
+    }
+}
+
+void CSimDataSerialiser::fail(ECause cause, const char* text) noexcept
+{
+    errorFlag = true;
+    errorCause = cause;
+    try {
+        errorText = QString::fromUtf8(text);
+    }
+    catch (const std::bad_alloc&) { // the text may lack, the failure doesn't
+        errorCause = eCauseMemory;
     }
 }
 

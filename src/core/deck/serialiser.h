@@ -48,6 +48,9 @@ protected:
     virtual void move() = 0;
 
 private:
+    /// Notes why the move failed, also where there is no memory for the text.
+    void fail(ECause cause, const char* text) noexcept;
+
     const SDataPlace place = placeAtWork(); // of the thread that made this
 };
 

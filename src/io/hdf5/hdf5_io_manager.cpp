@@ -21,6 +21,8 @@
 
 #include <QFileInfo>
 
+#include <new>
+
 namespace NBrenmark {
 
 namespace {
@@ -63,9 +65,20 @@ QString nameOf(const H5::H5File& file) { return QString::fromStdString(file.getF
 
 // ---------------------------------------------------------------- the family's doors
 
+void NHdf5Family::openLibrary()
+{
+    H5open();
+    const CWithoutFilterPlugins starts; // that part of the library as well
+}
+
 std::unique_ptr<IFileFormatManager> NHdf5Family::makeManager(CSimulation& simulation)
 {
-    return std::make_unique<CHdf5IoManager>(simulation);
+    try {
+        return std::make_unique<CHdf5IoManager>(simulation);
+    }
+    catch (const H5::Exception&) { // there is no file yet: nothing but memory can lack
+        throw std::bad_alloc();
+    }
 }
 
 void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulationData& object)

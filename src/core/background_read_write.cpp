@@ -21,12 +21,11 @@ CBackgroundReadWriteController::CBackgroundReadWriteController(IReadWrite& targe
     : target(target), stream(stream), isWrite(isWrite), progress(progress)
 {}
 
-CBackgroundReadWriteController::~CBackgroundReadWriteController() { wait(); }
-
 void CBackgroundReadWriteController::run()
 {
     const CPlaceScope scope(place);
     try {
+        enterThread();
         result = isWrite ? target.write(stream, progress) : target.read(stream, progress);
         if (!isWrite && result && progress && progress->cancelState() == eCancel)
             result = false;
@@ -51,10 +50,11 @@ bool CBackgroundReadWriteController::execute(qint64 timeLimit)
     QElapsedTimer clock;
     clock.start();
     startOrRun();
+    const CWaiting waiting(*this);
     while (true) {
         flushLogModules();
         const qint64 timeLeft = std::max<qint64>(timeLimit - clock.elapsed(), 0);
-        if (wait(static_cast<unsigned long>(std::min(flushInterval, timeLeft))))
+        if (wait(std::chrono::milliseconds(std::min(flushInterval, timeLeft))))
             break;
         if (timeLeft > 0)
             continue;

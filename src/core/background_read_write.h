@@ -21,7 +21,6 @@ public:
     /// \param progress        may be null
     CBackgroundReadWriteController(IReadWrite& target, QDataStream& stream, bool isWrite,
                                    IProgressController* progress);
-    ~CBackgroundReadWriteController() override;
 
     static constexpr qint64 defaultTimeLimit = 1200000; // ms
 

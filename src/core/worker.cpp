@@ -2,60 +2,37 @@
 // asked.
 #include "core/worker.h"
 
-#include "core/log.h"
 #include "core/stop_flag.h"
 
-#include <QAbstractEventDispatcher>
+#include <QThread>
 
+#include <exception>
 #include <new>
 
 namespace NBrenmark {
 
 namespace {
 
-/// No events. Qt would give each thread a dispatcher of GLib's, which takes pipes and memory inside the new thread and
-/// ends the process where there are none; a worker waits for no event.
-class CNoEvents : public QAbstractEventDispatcher
-{
-    bool processEvents(QEventLoop::ProcessEventsFlags) override { return false; }
-    bool hasPendingEvents() override { return false; }
-    void registerSocketNotifier(QSocketNotifier*) override {}
-    void unregisterSocketNotifier(QSocketNotifier*) override {}
-    void registerTimer(int, int, Qt::TimerType, QObject*) override {}
-    bool unregisterTimer(int) override { return false; }
-    bool unregisterTimers(QObject*) override { return false; }
-    QList<TimerInfo> registeredTimers(QObject*) const override { return {}; }
-    int remainingTime(int) override { return -1; }
-    void wakeUp() override {}
-    void interrupt() override {}
-    void flush() override {}
-};
-
-} // namespace
-
-/// How often a worker is asked again to stop, ms.
-static constexpr unsigned long stopPollMs = 100;
-
-/// Memory for a thread object while it is made: Qt's own don't survive an allocation that fails in the middle of their
-/// making. The first one that fails on this thread is given what is kept here; where a second one fails as well, which
-/// takes a machine that is made to, the process ends as for a failure that nothing catches.
-class CThreadReserve
+/// Memory for what doesn't survive an allocation that fails. The first one that fails on this thread is given what is
+/// kept here; where a second one fails as well, which takes a machine that is made to, the process ends as for a failure
+/// that nothing catches.
+class CReserve
 {
 public:
-    CThreadReserve()
+    CReserve()
     {
         reserve = ::operator new(size);
         isAtWork = true;
         before = std::set_new_handler(spend);
     }
-    ~CThreadReserve()
+    ~CReserve()
     {
         std::set_new_handler(before);
         isAtWork = false;
         ::operator delete(reserve);
     }
-    CThreadReserve(const CThreadReserve&) = delete;
-    CThreadReserve& operator=(const CThreadReserve&) = delete;
+    CReserve(const CReserve&) = delete;
+    CReserve& operator=(const CReserve&) = delete;
 
 private:
     static void spend()
@@ -77,30 +54,81 @@ private:
     std::new_handler before = nullptr;
 };
 
-thread_local void* CThreadReserve::reserve = nullptr;
-thread_local bool CThreadReserve::isAtWork = false;
+thread_local void* CReserve::reserve = nullptr;
+thread_local bool CReserve::isAtWork = false;
 
-// The thread owns its dispatcher from here on.
-CWorker::CWorker() : CWorker(CThreadReserve()) {}
+} // namespace
 
-CWorker::CWorker(const CThreadReserve&) { setEventDispatcher(new CNoEvents); }
+CWorker::~CWorker()
+{
+    if (thread.joinable())
+        thread.join();
+}
+
+bool CWorker::isRunning() const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    return !isDone;
+}
+
+bool CWorker::wait(std::chrono::milliseconds longest)
+{
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        if (!ended.wait_for(lock, longest, [this] { return isDone; }))
+            return false;
+    }
+    wait();
+    return true;
+}
+
+void CWorker::wait()
+{
+    if (thread.joinable())
+        thread.join();
+}
+
+void CWorker::enterThread()
+{
+    const CReserve reserve;
+    QThread::currentThread();
+}
 
 void CWorker::startOrRun()
 {
+    wait();
     clearStop();
-    start(QThread::InheritPriority);
-    // A thread that couldn't be started counts as neither: waiting for it ends at once, as if all were done.
-    if (!isRunning() && !isFinished())
+    isDone = false;
+    try {
+        thread = std::thread([this] {
+            run();
+            noteEnd();
+        });
+    }
+    catch (const std::exception&) { // no thread, or no memory for its beginning
         run();
+        noteEnd();
+    }
+}
+
+void CWorker::noteEnd()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    isDone = true;
+    ended.notify_all();
 }
 
 void CWorker::stopAndWait()
 {
-    do {
-        requestStop();
-        flushLogModules();
-    } while (!wait(stopPollMs));
+    requestStop();
+    wait();
     clearStop();
+}
+
+CWorker::CWaiting::~CWaiting()
+{
+    if (worker.isRunning())
+        worker.stopAndWait();
 }
 
 } // namespace NBrenmark

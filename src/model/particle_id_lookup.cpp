@@ -2,6 +2,7 @@
 #include "model/particle_id_lookup.h"
 
 #include "model/particle_type.h"
+#include "platform/loop_threads.h"
 
 #include <algorithm>
 
@@ -48,7 +49,7 @@ void CParticleIdLookup::fillTables(const Types& types, quint32 greatest)
         const std::vector<qint32>& ids = types[typeIndex]->ids;
         const auto type = static_cast<quint32>(typeIndex);
         const auto count = static_cast<quint32>(ids.size());
-#pragma omp parallel for schedule(static)
+#pragma omp parallel for schedule(static) num_threads(loopThreads())
         for (quint32 slot = 0; slot < count; ++slot) {
             const auto id = static_cast<quint32>(ids[slot]); // a negative one becomes greater than any that counts
             if (id < 1 || id > greatest)

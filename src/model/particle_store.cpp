@@ -1,6 +1,8 @@
 // The slots of a particle type: its arrays, and the list of slots that are free.
 #include "model/particle_type.h"
 
+#include "platform/loop_threads.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -170,7 +172,7 @@ void CParticleTypeElectrostatic::copyForces(std::vector<double>& values) const
 {
     const auto rows = static_cast<qint64>(std::min(electrostaticForce.size(), values.size() / 3));
     constexpr int rowsAtOnce = 4096;
-#pragma omp parallel for schedule(dynamic, rowsAtOnce)
+#pragma omp parallel for schedule(dynamic, rowsAtOnce) num_threads(loopThreads())
     for (qint64 row = 0; row < rows; ++row) {
         const C3DVector& force = electrostaticForce[static_cast<std::size_t>(row)];
         double* const to = values.data() + 3 * row;

@@ -3,6 +3,7 @@
 
 #include "core/log.h"
 #include "core/shortened.h"
+#include "platform/loop_threads.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -56,7 +57,7 @@ void CCustomPropertyValueList::fillFrom(std::size_t first)
 {
     const std::size_t end = values.size();
     if (usesZeroDefault) {
-#pragma omp parallel for schedule(static)
+#pragma omp parallel for schedule(static) num_threads(loopThreads())
         for (std::size_t position = first; position < end; ++position)
             values[position] = 0.0;
         return;
@@ -70,7 +71,7 @@ void CCustomPropertyValueList::fill(double value)
     const unsigned int elements = elementsPerItem();
     if (items == 0)
         return;
-#pragma omp parallel for schedule(dynamic, 1)
+#pragma omp parallel for schedule(dynamic, 1) num_threads(loopThreads())
     for (unsigned int index = 0; index < items; ++index)
         std::fill_n(values.begin() + std::ptrdiff_t(std::size_t(index) * elements), elements, value);
 }
@@ -80,7 +81,7 @@ void CCustomPropertyValueList::fillElement(unsigned int element, double value)
     const unsigned int elements = elementsPerItem();
     if (items == 0 || element >= elements)
         return;
-#pragma omp parallel for schedule(dynamic, 1)
+#pragma omp parallel for schedule(dynamic, 1) num_threads(loopThreads())
     for (unsigned int index = 0; index < items; ++index)
         values[std::size_t(index) * elements + element] = value;
 }

@@ -6,6 +6,7 @@
 #include "core/progress.h"
 #include "core/read_write.h"
 #include "core/stop_flag.h"
+#include "support/no_threads.h"
 
 #include <QBuffer>
 #include <QDataStream>
@@ -45,7 +46,6 @@ protected:
         QBuffer buffer;
         QDataStream stream(&buffer);
         CBackgroundReadWriteController controller(target, stream, isWrite, &progress);
-        controller.setStackSize(stackSize);
         const bool result = controller.execute(timeLimit);
         errorText = controller.errorText();
         return result;
@@ -54,7 +54,6 @@ protected:
     CTarget target;
     CController progress;
     std::string errorText;
-    uint stackSize = 0; // any
 };
 
 TEST_F(BackgroundReadWrite, givesTheResultOfTheOneThatWasAsked)
@@ -67,7 +66,7 @@ TEST_F(BackgroundReadWrite, givesTheResultOfTheOneThatWasAsked)
 
 TEST_F(BackgroundReadWrite, isDoneByTheCallerWhereNoThreadIsToBeHad)
 {
-    stackSize = 1; // with which none starts
+    const CNoThreads noThreads;
     int writes = 0;
     target.onWrite = [&writes] { return ++writes > 1; };
     EXPECT_FALSE(execute(true));

@@ -32,6 +32,7 @@ TABLE = [
     ("write", [errno.EINTR, 0], ["once"]),
     ("sync", [errno.EIO, errno.ENOSPC], ["once", "for ever"]),
     ("name", [errno.EACCES, errno.EIO, errno.ENOSPC], ["once", "for ever"]),
+    ("thread", [errno.EAGAIN], ["once", "for ever"]),
     ("memory", [errno.ENOMEM], ["once", "for ever"]),
 ]
 

@@ -2,8 +2,8 @@
  * with a given error. Calls for anything outside of the folders are let through and not counted.
  *
  *   FAILING_CALLS_BELOW    folders, absolute paths, with ":" between them
- *   FAILING_CALLS_KINDS    of open, read, stat, write, sync, name, memory; with "," between them. "name" makes, renames
- *                          and removes; "memory" counts from the first call for one of the folders on
+ *   FAILING_CALLS_KINDS    of open, read, stat, write, sync, name, memory, thread; with "," between them. "name" makes,
+ *                          renames and removes; "memory" counts from the first call for one of the folders on
  *   FAILING_CALLS_AT       number of the call that fails, from 1 on
  *   FAILING_CALLS_ERRNO    its error; 0 does half of a read or write, as a device may
  *   FAILING_CALLS_STAY     if set, every later one fails as well, as on a full disk
@@ -102,12 +102,12 @@ static int isBelow(const char* path)
     return 0;
 }
 
-/* Whether this call is one that fails; errno is set then, to 0 for a short count. */
+/* Whether this call is one that fails; errno is set then, to 0 for a short count. Calls for no file have no path. */
 static int failsFor(const char* kind, const char* call, const char* path)
 {
     const char* kinds = getenv("FAILING_CALLS_KINDS");
     int isFailing;
-    if (!path || !isBelow(path))
+    if (path && !isBelow(path))
         return 0;
     isAtWork = 1;
     if (!kinds || !holds(kinds, kind))
@@ -118,7 +118,7 @@ static int failsFor(const char* kind, const char* call, const char* path)
     if (isFailing && getenv("FAILING_CALLS_KILL"))
         kill(getpid(), SIGKILL);
     if (isFailing)
-        note(call, path);
+        note(call, path ? path : "");
     pthread_mutex_unlock(&lock);
     if (isFailing)
         errno = (int)number("FAILING_CALLS_ERRNO");
@@ -278,6 +278,11 @@ int unlink(const char* path) { return failsAtPath("name", "unlink", path) ? -1 :
 int remove(const char* path) { return failsAtPath("name", "remove", path) ? -1 : REAL(remove)(path); }
 int rmdir(const char* path) { return failsAtPath("name", "rmdir", path) ? -1 : REAL(rmdir)(path); }
 int link(const char* from, const char* to) { return failsAtPath("name", "link", to) ? -1 : REAL(link)(from, to); }
+
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*begin)(void*), void* argument)
+{
+    return failsFor("thread", "pthread_create", NULL) ? errno : REAL(pthread_create)(thread, attributes, begin, argument);
+}
 
 /* dlsym needs memory itself, so the C library's own names are called here. */
 extern void* __libc_malloc(size_t);

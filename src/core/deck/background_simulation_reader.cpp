@@ -3,12 +3,15 @@
 #include "core/deck/background_simulation_reader.h"
 
 #include "core/deck/simulation.h"
+#include "core/log.h"
 
 #include <QCoreApplication>
 
 namespace NBrenmark {
 
 CBackgroundSimulationReader::CBackgroundSimulationReader(CSimulation& simulation) : simulation(simulation) {}
+
+CBackgroundSimulationReader::~CBackgroundSimulationReader() { wait(); }
 
 // Registered once in the process: numbers of events run out, and each conversion builds a simulation anew.
 QEvent::Type CBackgroundSimulationReader::successEvent()
@@ -25,7 +28,14 @@ QEvent::Type CBackgroundSimulationReader::failureEvent()
 
 void CBackgroundSimulationReader::run()
 {
-    const bool loaded = simulation.goToTimestep(timestep, eIntoBackFrame);
+    bool loaded = false;
+    try {
+        enterThread();
+        loaded = simulation.goToTimestep(timestep, eIntoBackFrame);
+    }
+    catch (const std::exception& error) {
+        reportFailure(NLogTitle::serialiser, textOf(error), causeOf(error, eCauseInternal));
+    }
     if (receiver)
         QCoreApplication::postEvent(receiver, new QEvent(loaded ? successEvent() : failureEvent()));
 }

@@ -12,9 +12,12 @@ class CSimulation;
 /// The host swaps the frames when successEvent arrives, and must not touch the back frame before.
 class CBackgroundSimulationReader : public CWorker
 {
-    Q_OBJECT
 public:
     explicit CBackgroundSimulationReader(CSimulation& simulation);
+    ~CBackgroundSimulationReader() override;
+
+    /// Begins to fill the frame, after the fill before it.
+    void start() { startOrRun(); }
 
     static QEvent::Type successEvent();
     static QEvent::Type failureEvent();

@@ -17,8 +17,7 @@ namespace NBrenmark {
 namespace {
 
 constexpr qint64 longestReadMs = 1200000; // 20 minutes
-constexpr unsigned long readPollMs = 1000;
-constexpr unsigned long writePollMs = 2000;
+constexpr std::chrono::milliseconds readPoll(1000);
 
 CSimDataSerialiser* serialiserAtWork = nullptr;
 
@@ -43,6 +42,7 @@ void CSimDataSerialiser::run()
     CTimer timer;
     timer.start();
     try {
+        enterThread();
         move();
         timer.stop();
         logMessage(ePerf, NLogTitle::serialiser.text, std::to_string(timer.elapsedSeconds()) + " s");
@@ -77,6 +77,7 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
     clock.start();
     bool givenUp = false;
     startOrRun();
+    const CWaiting waiting(*this);
     while (isRunning()) {
         const bool cancelled = [&] {
             if (!progress)
@@ -89,8 +90,9 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
             givenUp = true;
             break;
         }
-        wait(readPollMs); // ends as soon as the thread does
+        wait(readPoll);
     }
+    wait();
     flushLogModules();
     return !givenUp && !errorFlag;
 }
@@ -98,8 +100,7 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
 bool CSimDataWriter::runAndWait()
 {
     startOrRun();
-    while (!wait(writePollMs)) {
-    }
+    wait();
     flushLogModules();
     return !errorFlag;
 }

@@ -28,7 +28,6 @@ enum ESerialiserFormat : quint32
 /// Moves one root. An error inside sets errorFlag and errorText; nothing else leaves the thread.
 class CSimDataSerialiser : public CWorker
 {
-    Q_OBJECT
 public:
     explicit CSimDataSerialiser(SSaveOptions& options);
     ~CSimDataSerialiser() override;
@@ -56,7 +55,6 @@ private:
 
 class CSimDataReader : public CSimDataSerialiser
 {
-    Q_OBJECT
 public:
     using CSimDataSerialiser::CSimDataSerialiser;
 
@@ -71,7 +69,6 @@ protected:
 
 class CSimDataWriter : public CSimDataSerialiser
 {
-    Q_OBJECT
 public:
     using CSimDataSerialiser::CSimDataSerialiser;
 

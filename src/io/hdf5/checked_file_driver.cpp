@@ -2,8 +2,6 @@
 // are swallowed, so that HDF5 can close what it has; whoever wrote asks for the failure.
 #include "io/hdf5/checked_file_driver.h"
 
-#include "io/hdf5/error_text.h"
-
 #include <H5Cpp.h>
 
 #include <algorithm>
@@ -317,9 +315,11 @@ const H5FD_class_t& driverClass()
 
 void useCheckedFiles(H5::FileAccPropList& access)
 {
-    static const hid_t driver = H5FDregister(&driverClass());
+    static hid_t driver = H5I_INVALID_HID;
+    if (driver < 0)
+        driver = H5FDregister(&driverClass());
     if (driver < 0 || H5Pset_driver(access.getId(), driver, nullptr) < 0)
-        throw hdf5_error("HDF5 refused the file driver");
+        throw std::bad_alloc(); // nothing else is asked for
 }
 
 void throwIfFailed(const H5::H5File& file) { failures().throwIfAny(file.getFileName()); }

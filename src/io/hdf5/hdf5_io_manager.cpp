@@ -68,7 +68,9 @@ QString nameOf(const H5::H5File& file) { return QString::fromStdString(file.getF
 void NHdf5Family::openLibrary()
 {
     H5open();
+    catchHdf5Errors();
     const CWithoutFilterPlugins starts; // that part of the library as well
+    makeFileAccess();
 }
 
 std::unique_ptr<IFileFormatManager> NHdf5Family::makeManager(CSimulation& simulation)

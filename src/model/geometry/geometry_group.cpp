@@ -4,6 +4,7 @@
 #include "core/log.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry_groups.h"
+#include "platform/loop_threads.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -131,7 +132,7 @@ void CGeometryGroup::applyTransform(const C3DTransform& matrix)
     const C3DPoint* const from = originalCoords.data();
     C3DPoint* const to = coords.data();
     const auto count = static_cast<qint64>(coords.size());
-#pragma omp parallel for schedule(static) if (count > worthThreads)
+#pragma omp parallel for schedule(static) if (count > worthThreads) num_threads(loopThreads())
     for (qint64 vertex = 0; vertex < count; ++vertex)
         to[vertex] = matrix * from[vertex];
 }

@@ -2,6 +2,7 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "model/geometry/geometry_group.h"
+#include "platform/loop_threads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,7 +35,7 @@ void CGeometryGroup::updateBounds()
     }
     C3DPoint least(farthest, farthest, farthest);
     C3DPoint greatest(-farthest, -farthest, -farthest);
-#pragma omp parallel if (count > worthThreads)
+#pragma omp parallel if (count > worthThreads) num_threads(loopThreads())
     {
         C3DPoint ownLeast(farthest, farthest, farthest);
         C3DPoint ownGreatest(-farthest, -farthest, -farthest);

@@ -6,10 +6,13 @@
 #include "brenmark/json_text.h"
 #include "brenmark/terminal.h"
 
+#include "core/deck/application_state.h"
+
 #include <QTextCodec>
 
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -50,18 +53,9 @@ void endWithStatus()
     std::_Exit(isMemory ? eExitTarget : eExitDifferent);
 }
 
-} // namespace
-
-} // namespace NBrenmark
-
-int main(int argumentCount, char** arguments)
+/// Runs the command and tells what stopped it.
+EExitCode runAndTell(int argumentCount, char** arguments)
 {
-    using namespace NBrenmark;
-    catchInterrupts(); // the first thing: none that comes early may end the program by the signal
-    std::set_terminate(endWithStatus);
-    occupyStandardStreams();
-    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
-    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other
     const auto end = [&](const CFailure& failure) {
         printFailure(failure);
         if (isJsonAsked(argumentCount, arguments))
@@ -74,6 +68,7 @@ int main(int argumentCount, char** arguments)
     };
     try {
         chooseEncoding();
+        openLibraries();
         return runCommandLine(argumentCount, arguments);
     }
     catch (const CFailure& failure) {
@@ -92,4 +87,24 @@ int main(int argumentCount, char** arguments)
         return end(
             CFailure(eExitDifferent, error.what(), "This shouldn't happen; the source is untouched.", eCauseInternal));
     }
+}
+
+} // namespace
+
+} // namespace NBrenmark
+
+int main(int argumentCount, char** arguments)
+{
+    using namespace NBrenmark;
+    catchInterrupts(); // the first thing: none that comes early may end the program by the signal
+    std::set_terminate(endWithStatus);
+    occupyStandardStreams();
+    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
+    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other
+    const EExitCode code = runAndTell(argumentCount, arguments);
+    if (code == eExitTarget) { // the libraries below may crash over what they had no memory or disk to finish
+        std::fflush(nullptr);
+        std::_Exit(code);
+    }
+    return code;
 }

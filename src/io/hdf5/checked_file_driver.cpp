@@ -130,7 +130,7 @@ H5FD_t* openFile(const char* name, unsigned flags, hid_t, haddr_t)
 {
     int mode = (flags & H5F_ACC_RDWR) != 0 ? O_RDWR : O_RDONLY;
     mode |= (flags & H5F_ACC_TRUNC) != 0 ? O_TRUNC : 0;
-    mode |= (flags & H5F_ACC_CREAT) != 0 ? O_CREAT : 0;
+    mode |= (flags & H5F_ACC_CREAT) != 0 ? O_CREAT | O_NOFOLLOW : 0; // a new file is where its name is
     mode |= (flags & H5F_ACC_EXCL) != 0 ? O_EXCL : 0;
     const int descriptor = ::open(name, mode | O_CLOEXEC, 0666);
     if (descriptor < 0) {

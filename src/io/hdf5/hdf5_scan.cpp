@@ -10,12 +10,15 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace NBrenmark {
 
 namespace {
 
-/// A greater number on a file is no timestep's: the index must not take memory for a name's sake.
-constexpr quint32 mostTimesteps = 4000000;
+/// A file with this number or a greater one is no timestep's: each number below takes memory and time, whether it has a
+/// file or not, and a name must not cost minutes. A deck may have lost all but one file in 64, and any that is small.
+constexpr quint32 mostTimesteps(int files) { return 20000 + 64 * static_cast<quint32>(std::min(files, 1 << 20)); }
 
 /// The folder wins over the header, but a file that is gone is somebody's loss.
 void tellOfCount(quint32 found, quint32 expected, const QString& folder)
@@ -57,7 +60,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     std::vector<quint32> numbers; // ascending, as the names are
     for (const QString& name : names) {
         const std::optional<quint32> number = timestepNumber(name);
-        if (number && *number < mostTimesteps)
+        if (number && *number < mostTimesteps(names.size()))
             numbers.push_back(*number);
         else
             report(eRemark, NLogTitle::hdf5Read,

@@ -50,6 +50,7 @@ struct SSaveOptions
     bool writeCustomProperties = true;   ///< the writer of a timestep stores custom properties
     bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
     bool upgradeOldModels = true;        ///< reading: a legacy model is upgraded to the current model
+    bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported
     bool reserved = false;
     QString note;

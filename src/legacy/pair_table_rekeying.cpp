@@ -5,6 +5,7 @@
 
 #include "core/log.h"
 #include "core/shortened.h"
+#include "legacy/table_copies.h"
 #include "model/creator_data.h"
 #include "model/geometry/geometry_group.h"
 #include "physics/cohesion.h"
@@ -12,61 +13,10 @@
 #include "physics/jkr.h"
 #include "physics/parallel_bond.h"
 
+#include <map>
 #include <optional>
 
 namespace NBrenmark::NLegacySupport {
-
-// ---------------------------------------------------------------- tables by pair, in either shape
-
-template <class TValue>
-struct SPairEntry
-{
-    std::string first;
-    std::string second;
-    TValue value;
-};
-
-template <class TValue>
-static std::vector<SPairEntry<TValue>> entriesOf(const CPairTable<TValue>& table)
-{
-    std::vector<SPairEntry<TValue>> entries;
-    for (const auto& [pair, value] : table.entries)
-        entries.push_back({pair.first, pair.second, value});
-    return entries;
-}
-
-static std::vector<SPairEntry<CBondParameters>> entriesOf(const CBondParametersMap& table)
-{
-    std::vector<SPairEntry<CBondParameters>> entries;
-    for (const auto& [key, value] : table.entries) {
-        const auto names = CBondParametersMap::namesOf(key);
-        entries.push_back(names ? SPairEntry<CBondParameters>{names->first, names->second, value}
-                                : SPairEntry<CBondParameters>{key, std::string(), value});
-    }
-    return entries;
-}
-
-template <class TValue>
-static const TValue* find(const CPairTable<TValue>& table, const std::string& a, const std::string& b)
-{
-    return table.find(a, b);
-}
-
-static const CBondParameters* find(const CBondParametersMap& table, const std::string& a, const std::string& b)
-{
-    return table.find(CBondParametersMap::pairKey(a, b));
-}
-
-template <class TValue>
-static void set(CPairTable<TValue>& table, const std::string& a, const std::string& b, const TValue& value)
-{
-    table.set(a, b, value);
-}
-
-static void set(CBondParametersMap& table, const std::string& a, const std::string& b, const CBondParameters& value)
-{
-    table.set(CBondParametersMap::pairKey(a, b), value);
-}
 
 // ---------------------------------------------------------------- whose materials
 
@@ -89,6 +39,7 @@ struct SMaterialPair
     QString second;
     QString* movable = nullptr; ///< the name that the movable user holds; null if there is no such user
     bool movesFirst = false;    ///< it is the user of first
+    bool isOfOneType = false;   ///< both names are one
 };
 
 static std::optional<SMaterialPair> typesPair(CCreatorData& creator, const std::string& a, const std::string& b)
@@ -97,7 +48,7 @@ static std::optional<SMaterialPair> typesPair(CCreatorData& creator, const std::
     if (ofA == nullptr)
         return std::nullopt;
     QString* const ofB = materialOfType(creator, b);
-    return SMaterialPair{*ofA, ofB == nullptr ? *ofA : *ofB, ofB, false};
+    return SMaterialPair{*ofA, ofB == nullptr ? *ofA : *ofB, ofB, false, a == b};
 }
 
 static std::optional<SMaterialPair> geometryPair(CCreatorData& creator, const std::string& a, const std::string& b)
@@ -106,44 +57,71 @@ static std::optional<SMaterialPair> geometryPair(CCreatorData& creator, const st
         const QString* const ofType = materialOfType(creator, groupFirst ? b : a);
         QString* const ofGroup = materialOfGroup(creator, groupFirst ? a : b);
         if (ofType != nullptr && ofGroup != nullptr)
-            return SMaterialPair{groupFirst ? *ofGroup : *ofType, groupFirst ? *ofType : *ofGroup, ofGroup, groupFirst};
+            return SMaterialPair{groupFirst ? *ofGroup : *ofType, groupFirst ? *ofType : *ofGroup, ofGroup, groupFirst,
+                                 false};
     }
     return std::nullopt;
 }
 
 // ---------------------------------------------------------------- one table
 
+using Models = std::vector<IContactModel*>;
+
 class CRekeying
 {
 public:
-    CRekeying(CCreatorData& creator, const QString& model, bool geometrySide)
-        : creator(creator), model(model.toStdString()), geometrySide(geometrySide)
+    /// \param finished  the models whose tables go by materials by now
+    CRekeying(CCreatorData& creator, const QString& model, bool geometrySide, const Models& finished)
+        : creator(creator), model(model.toStdString()), geometrySide(geometrySide), finished(finished)
     {}
 
     template <class TTable>
     TTable rekeyed(const TTable& old)
     {
         TTable result;
-        for (const auto& entry : entriesOf(old)) {
+        const auto entries = entriesOf(old);
+        std::multimap<std::string, std::size_t> placed; // by both of its names, what is in the new table already
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const auto& entry = entries[i];
             const std::string names = "\"" + shortened(entry.first) + "\" and \"" + shortened(entry.second) + "\"";
-            auto pair = geometrySide ? geometryPair(creator, entry.first, entry.second)
-                                     : typesPair(creator, entry.first, entry.second);
+            auto pair = pairOf(entry.first, entry.second);
             if (!pair || pair->first.isEmpty() || pair->second.isEmpty()) {
                 tell(eUpgraded, "the entry of " + names + " is dropped, for no pair of materials stands behind it.");
                 continue;
             }
             const auto* const standing = find(result, pair->first.toStdString(), pair->second.toStdString());
-            if (standing != nullptr && *standing == entry.value)
-                continue;
-            if (standing != nullptr && !move(*pair, names))
-                continue;
-            set(result, pair->first.toStdString(), pair->second.toStdString(), entry.value);
+            const bool isNew = standing == nullptr || !(*standing == entry.value);
+            if (isNew && standing != nullptr) {
+                if (!move(*pair, names))
+                    continue;
+                // What the one that moved had with others goes along.
+                const auto moved = placed.equal_range(pair->movesFirst ? entry.first : entry.second);
+                for (auto earlier = moved.first; earlier != moved.second; ++earlier)
+                    placeAnew(result, entries[earlier->second]);
+            }
+            if (isNew)
+                set(result, pair->first.toStdString(), pair->second.toStdString(), entry.value);
+            placed.emplace(entry.first, i);
+            placed.emplace(entry.second, i);
         }
         return result;
     }
 
 private:
-    /// Gives one side of a pair a new material.
+    std::optional<SMaterialPair> pairOf(const std::string& a, const std::string& b)
+    {
+        return geometrySide ? geometryPair(creator, a, b) : typesPair(creator, a, b);
+    }
+
+    template <class TTable, class TEntry>
+    void placeAnew(TTable& result, const TEntry& entry)
+    {
+        const auto pair = pairOf(entry.first, entry.second);
+        if (pair && find(result, pair->first.toStdString(), pair->second.toStdString()) == nullptr)
+            set(result, pair->first.toStdString(), pair->second.toStdString(), entry.value);
+    }
+
+    /// Gives one side of a pair a new material, which has all that the old one has in the tables that are done.
     bool move(SMaterialPair& pair, const std::string& names)
     {
         QString& moved = pair.movesFirst ? pair.first : pair.second;
@@ -157,6 +135,11 @@ private:
         }
         tell(eUpgraded, "material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
                             "\", for the entry of " + names + " has a value of its own.");
+        for (IContactModel* const done : finished)
+            copyPairEntries(*done, moved, made);
+        copyNamedEntries(creator, moved, made);
+        if (pair.isOfOneType)
+            pair.first = made;
         *pair.movable = made;
         moved = made;
         return true;
@@ -170,32 +153,40 @@ private:
     CCreatorData& creator;
     const std::string model;
     const bool geometrySide;
+    const Models& finished;
 };
 
 /// Turns one table of a record. What else the record holds stays.
 template <class TRecord, class TTable>
-static void rekeyRecord(CCreatorData& creator, IContactModel& model, TTable TRecord::*table, bool geometrySide)
+static void rekeyRecord(CCreatorData& creator, IContactModel& model, TTable TRecord::*table, bool geometrySide,
+                        const Models& finished)
 {
     const std::unique_ptr<IParamData> data = model.paramData();
     auto* const record = dynamic_cast<TRecord*>(data.get());
     if (record == nullptr) // a phantom of that name
         return;
-    record->*table = CRekeying(creator, model.modelName(), geometrySide).rekeyed(record->*table);
+    record->*table = CRekeying(creator, model.modelName(), geometrySide, finished).rekeyed(record->*table);
     model.setParamData(*record);
 }
 
 void rekeyPairTables(CCreatorData& creator, CPhysicsModels::Chain& chain, bool geometrySide)
 {
+    Models finished;
+    if (geometrySide)
+        for (const auto& model : creator.physicsModels.sphereSphereModels)
+            finished.push_back(model.get());
     for (const auto& model : chain) {
         const QString name = model->modelName();
+        const auto rekey = [&](auto table) { rekeyRecord(creator, *model, table, geometrySide, finished); };
         if (name == QLatin1String("Linear Cohesion"))
-            rekeyRecord(creator, *model, &CCohesionContactModelParamData::energyDensity, geometrySide);
+            rekey(&CCohesionContactModelParamData::energyDensity);
         else if (name == QLatin1String("Hysteretic Spring"))
-            rekeyRecord(creator, *model, &CHystereticContactModelParamData::interactions, geometrySide);
+            rekey(&CHystereticContactModelParamData::interactions);
         else if (name == QLatin1String("Hertz-Mindlin with JKR"))
-            rekeyRecord(creator, *model, &CJkrContactModelParamData::surfaceEnergy, geometrySide);
+            rekey(&CJkrContactModelParamData::surfaceEnergy);
         else if (name == QLatin1String("Hertz-Mindlin with bonding"))
-            rekeyRecord(creator, *model, &CParallelBondContactModelParamData::bondParameters, geometrySide);
+            rekey(&CParallelBondContactModelParamData::bondParameters);
+        finished.push_back(model.get());
     }
 }
 

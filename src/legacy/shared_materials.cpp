@@ -5,6 +5,7 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "legacy/deck_factories.h"
+#include "legacy/table_copies.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory.h"
 
@@ -68,11 +69,13 @@ static void splitMaterialOf(CCreatorData& creator, const QString& material, QStr
             continue;
         QString& name = factory.typeNames.front();
         const QString made = creator.materials.splitMaterial(material, false, creator.interactions);
+        copyNamedEntries(creator, material, made);
         CParticleType* type = creator.particleTypes.find(name);
         const std::string why = "Factory " + quoted(factory.factory->name) + " feeds particle type " + quoted(name) +
                                 " alone, which shares the material " + quoted(material) + ": ";
         if (needTypeCopies) {
             type = &appendCopy(creator.particleTypes, *type);
+            copyEntriesOfType(creator, name, type->displayName);
             factory.factory->renameType(name, type->displayName);
             report(eUpgraded, NLogTitle::conversion,
                    why + "it feeds the new type " + quoted(type->displayName) + " of the new material " + quoted(made) +

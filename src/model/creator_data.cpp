@@ -40,6 +40,8 @@ void CCreatorData::clear()
     pluginFactories.clear();
     geometryGroups.clear();
     legacyStreamFlag = false;
+    upgradesPending = false;
+    geometryReplaced = false;
     particleTypes.clear();
     velocityRestricted = 0;
     angularVelocityRestricted = 0;

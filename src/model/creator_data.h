@@ -81,6 +81,8 @@ public:
     CPhysicsModels physicsModels;
     CCylindricalPeriodicBoundaryConditions cylindricalPeriodicBoundaryConditions;
     bool legacyStreamFlag = false; ///< of a legacy creator block; handed on to the legacy stream
+    bool upgradesPending = false;  ///< of a legacy creator block, until its geometry comes with a timestep
+    bool geometryReplaced = false; ///< by a timestep that holds its geometry whole
 
 private:
     quint32 index = noStorageIndex;   ///< HDF5: number of the stored group; legacy: segment

@@ -45,6 +45,8 @@ TEST(PairTableRekeying, namesMaterialsAndMakesOneForASecondValue)
         {{{"A", "A", 0.5}, {"A", "B", 0.7}}, "m/m=0.5 m/m(1)=0.7 ", "A:m B:m(1)"},
         // B has left m when its own pair is met.
         {{{"A", "A", 1}, {"A", "B", 2}, {"B", "B", 3}}, "m/m=1 m/m(1)=2 m(1)/m(1)=3 ", "A:m B:m(1)"},
+        // B leaves m with its own pair, and takes its value with A along.
+        {{{"A", "B", 5}, {"B", "B", 7}}, "m/m=5 m/m(1)=5 m(1)/m(1)=7 ", "A:m B:m(1)"},
     };
     for (const SCase& c : cases) {
         SOldDeck deck;
@@ -58,10 +60,11 @@ TEST(PairTableRekeying, namesMaterialsAndMakesOneForASecondValue)
         const bool isSplit = deck.materialOf("B") != "m";
         EXPECT_EQ(deck.creator.materials.keys().size(), isSplit ? 3 : 2);
         EXPECT_EQ(deck.creator.interactions.find("m(1)", "m") != nullptr, isSplit) << "its interactions are copied";
-        EXPECT_EQ(log.text(), isSplit
-                                  ? "WARNING Conversion: Linear Cohesion: material \"m(1)\" is made from \"m\", for "
-                                    "the entry of \"A\" and \"B\" has a value of its own.\n"
-                                  : "");
+        EXPECT_EQ(log.text(),
+                  isSplit ? "WARNING Conversion: Linear Cohesion: material \"m(1)\" is made from \"m\", for "
+                            "the entry of \"" +
+                                std::string(std::get<0>(c.byTypes[1])) + "\" and \"B\" has a value of its own.\n"
+                          : "");
     }
 }
 
@@ -151,6 +154,24 @@ TEST(PairTableRekeying, itIsTheGroupThatGetsANewMaterial)
     EXPECT_NE(deck.creator.interactions.find("steel(1)", "m"), nullptr);
     EXPECT_EQ(deck.creator.interactions.find("steel(1)", "brass"), nullptr) << "equipment doesn't touch equipment";
     EXPECT_EQ(log.count(), 1u) << log.text();
+}
+
+// A and B are of one material, C of another. B's own value with A moves it to a copy, which has what B had: with C in the
+// table at work, and in the tables that were turned before.
+TEST(PairTableRekeying, aNewMaterialHasWhatTheOldOneHadInEveryTable)
+{
+    SOldDeck deck;
+    auto& before = deck.addModel<CJkrContactModel>().surfaceEnergy;
+    before.set("A", "A", 1);
+    before.set("A", "C", 2);
+    auto& table = deck.addModel<CCohesionContactModel>().energyDensity;
+    table.set("A", "A", 5);
+    table.set("B", "C", 6);
+    table.set("A", "B", 7);
+    deck.rekey();
+    EXPECT_EQ(deck.types(), "A:m B:m(1) C:n bare:");
+    EXPECT_EQ(textOf(before), "m/m=1 m/m(1)=1 m/n=2 m(1)/m(1)=1 m(1)/n=2 ");
+    EXPECT_EQ(textOf(table), "m/m=5 m/m(1)=7 m(1)/n=6 ");
 }
 
 } // namespace NBrenmark

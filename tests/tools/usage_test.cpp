@@ -73,9 +73,6 @@ const SRefusal refusals[] = {
     {{"info", "DIR/pile.idx"}, 5, "isn't a deck that brenmark can read", "try DIR/pile.dem"},
     {{"convert", "DIR/notes.dem", "DIR/out"}, 5, "isn't a deck that brenmark can read", "legacy deck"},
     {{"info", "DIR/empty folder"}, 5, "is a folder", "check"},
-    {{"check", "DIR/prototypes.dem"}, 5, "version 13.0.9", "later version"},
-    {{"dump", "DIR/prototypes.dem"}, 5, "version 13.0.9", "later version"},
-    {{"convert", "DIR/prototypes.dem", "DIR/out"}, 5, "version 13.0.9", "later version"},
 };
 
 /// Puts the folder's path in the place of DIR.
@@ -84,12 +81,6 @@ std::string at(std::string text, const CTempFolder& folder)
     for (size_t place = text.find("DIR"); place != std::string::npos; place = text.find("DIR", place + 1))
         text.replace(place, 3, argument(folder.path()));
     return text;
-}
-
-/// Of the line whose particles were prototypes.
-CLegacyDeck oldDeck()
-{
-    return CLegacyDeck(makeVersion(13, 0, 9)).creator(sampleCreator()).timestep(sampleTimestep(0.1));
 }
 
 } // namespace
@@ -108,7 +99,6 @@ TEST_P(Refusal, hasItsCodeAndSaysWhatWhereAndWhatToDo)
     deck.write(folder.path(), "damaged");
     configurationFile("27.0.0", {"A=INT:x"}).toFile(folder.path("damaged.dfg"));
     ASSERT_TRUE(QFile::remove(folder.path("lost index.idx")));
-    oldDeck().write(folder.path(), "prototypes");
     folder.write("notes.dem", "This is no deck, and longer than a header has bytes.");
     folder.write("empty.dem", "");
     folder.write("taken.dfg", "somebody's");

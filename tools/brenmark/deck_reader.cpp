@@ -157,7 +157,7 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
         throw failureFromLog({all.begin() + static_cast<std::ptrdiff_t>(saidBefore), all.end()}, where,
                              CFailure(eExitSource, where + ": can't be read", "Copy the deck again from the archive."));
     }
-    changed = creator.storageIndex() != modelIndex || creator.storageOffset() != modelOffset;
+    changed = creator.modified || creator.storageIndex() != modelIndex || creator.storageOffset() != modelOffset;
     modelIndex = creator.storageIndex();
     modelOffset = creator.storageOffset();
     return *simulation.currentFrame;

@@ -170,6 +170,7 @@ using FTest = bool (*)(const CUpgradedModel&, const Segments& path, const SModel
 /// Where the name of the object stands to which a line belongs.
 constexpr size_t ownName = 1;
 constexpr size_t nameOfSize = 5;
+constexpr size_t nameInTable = 4;
 
 /// A line of a copy says what the line of the original says.
 template <size_t name>
@@ -330,6 +331,10 @@ const SMeant meantChanges[] = {
 
     {newTypes, "particles/*/index", eAdded, copiedToTheEnd},
     {newTypes, "particles/*/**", eAdded, copied<ownName>},
+    {newTypes, "physicsModels/*/*/yields/*", eAdded, copied<nameInTable>},
+    {newTypes, "physicsModels/*/*/conductivities/*", eAdded, copied<nameInTable>},
+    {newTypes, "physicsModels/*/*/wearConstants/*", eAdded, copied<nameInTable>},
+    {newTypes, "physicsModels/*/*/heatCapacities/*", eAdded, copied<nameInTable>},
     {newTypes, "geometryGroups/*/factories/*/type/names/*", eChanged, movedToACopy},
     {newTypes, "geometryGroups/*/factories/*/sizes/**", eAdded, copied<nameOfSize>},
     {newTypes, "geometryGroups/*/factories/*/sizes/**", eRemoved, movedWithItsType},

@@ -6,6 +6,7 @@
 #include "core/log_titles.h"
 #include "io/dem/dem_io_manager.h"
 #include "io/dem/form.h"
+#include "io/dem/geometry_forms.h"
 
 #include <cstring>
 #include <stdexcept>
@@ -142,8 +143,15 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
     });
     if (!isTimestep)
         return false;
-    if (creator.segment != frame.creator.storageIndex() || creator.offset != frame.creator.storageOffset()) {
-        if (!readCreatorAt(frame, creator, true, progress))
+    // Geometry that comes whole with a timestep takes the place of the model's: each such timestep begins with the model
+    // as it is stored, and so does the next one that has its geometry from there.
+    const bool wholeGeometry = wholeGeometryFollows(stream);
+    if (wholeGeometry || frame.creator.geometryReplaced || creator.segment != frame.creator.storageIndex() ||
+        creator.offset != frame.creator.storageOffset()) {
+        readOptions.upgradeWithGeometry = wholeGeometry;
+        const bool isRead = readCreatorAt(frame, creator, true, progress);
+        readOptions.upgradeWithGeometry = false;
+        if (!isRead)
             return false;
     }
     frame.timestep.clear();

@@ -21,12 +21,13 @@ public:
     BRENMARK_PLAIN_##readBy(void read##operation(type&) override)
 #define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_REFUSE_##readBy(void read##operation(type&) override, type)
-#define LEGACY(operation, type, readBy)                                                                                \
-    BRENMARK_REFUSE_##readBy(void read##operation(NLegacySupport::type&) override, type)
+#define LEGACY(operation, type, readBy) BRENMARK_PLAIN_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
 
 protected:
     CInForm in() { return CInForm(*stream); }
+
+    int listDepth = 0; ///< lists of spheres that are being read, one within the other
 };
 
 class CDemCreatorDataReader : public CDemReader
@@ -37,10 +38,8 @@ public:
 #define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
 #define PENDING(...)
+#define LEGACY(operation, type, readBy) BRENMARK_CREATOR_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
-
-    // The one old shape that decks of the present line hold; the others belong to older ones.
-    void readParticleFactoryElectrostatic(NLegacySupport::CParticleFactoryElectrostatic&) override;
 };
 
 class CDemTimestepDataReader : public CDemReader
@@ -51,6 +50,7 @@ public:
 #define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_TIMESTEP_##readBy(void read##operation(type&) override)
 #define PENDING(...)
+#define LEGACY(operation, type, readBy) BRENMARK_TIMESTEP_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
 };
 

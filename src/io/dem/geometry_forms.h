@@ -9,6 +9,7 @@
 namespace NBrenmark {
 
 class CCreatorData;
+class CDemCreatorDataReader;
 
 /// Arrays of triangles as a file holds them.
 struct STriangleRows
@@ -55,6 +56,13 @@ void factoryCountersForm(TForm& f, TFactory& factory)
             f.i32(word);
     }
 }
+
+/// A mesh whose triangles are stored one by one, and the numbers of the group behind it.
+void readOldMesh(CDemCreatorDataReader& reader, CInForm& f, CGeometryGroup& group);
+
+/// Whether the timestep at which the stream stands holds its geometry whole, in the form of a creator block. The stream
+/// is left where it is.
+bool wholeGeometryFollows(CDemDataStream& stream);
 
 /// Ties the factories of all groups to the particle types of their model, and reports which of them
 /// name a type that isn't there.

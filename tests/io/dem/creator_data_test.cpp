@@ -292,21 +292,6 @@ TEST(DemCreatorData, everyVersionReadsToItsLastByte)
     }
 }
 
-TEST(DemCreatorData, refusesVersionsThatItCantCarryByName)
-{
-    for (const quint32 version : {makeVersion(13, 0, 9), makeVersion(3, 0, 15)}) {
-        try {
-            consumedBy<CDemCreatorDataReader>(*newCreator(), creatorBytes(version, sampleCreator()));
-            FAIL() << "read";
-        }
-        catch (const not_carried_error& error) {
-            EXPECT_EQ(std::string(error.what()), "This deck holds data of file version " +
-                                                     versionText(version).toStdString() +
-                                                     ", which this version can't carry over yet.");
-        }
-    }
-}
-
 TEST(DemCreatorData, everyPrefixEndsInACleanError)
 {
     for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)})

@@ -5,8 +5,21 @@
 #include "io/dem/dem_writer.h"
 #include "io/dem/geometry_forms.h"
 #include "legacy/creator_upgrades.h"
+#include "legacy/particle_prototypes.h"
 
 namespace NBrenmark {
+
+/// A unique id of 16 bytes, and two numbers of one kind of damping.
+static void dropBehindDamping(CInForm& f, qint32 kind)
+{
+    constexpr qint32 kindWithNumbers = 2;
+    f.dropF64(below(2, 4, 16));
+    f.dropF64(below(2, 4, 16));
+    if (kind != kindWithNumbers)
+        return;
+    f.dropF64();
+    f.dropF64();
+}
 
 /// Title, damping and description, with what was between them once.
 template <class TForm, class TCreator>
@@ -19,20 +32,13 @@ static void titleForm(TForm& f, TCreator& creator)
         f.i32(kind, below(2, 4, 19), 0);
         f.dropI32();
         f.f64(creator.damping); // factor
-        if (f.stores(below(2, 4, 16)) || kind == 2) {
-            f.dropF64(); // a unique id of 16 bytes, or two numbers of that kind
-            f.dropF64();
-        }
-        if (!f.stores(from(2, 4, 8))) {
-            creator.description.clear();
-            return;
-        }
+        dropBehindDamping(f, kind);
     }
     else {
         f.dropI32(writtenWord);
         f.f64(creator.damping); // factor
     }
-    f.text(creator.description);
+    f.text(creator.description, from(2, 4, 8), QString());
 }
 
 template <class TForm, class TCreator>
@@ -62,10 +68,17 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     readStreamFlag(f, creator);
     f.point(creator.gravity); // m/s^2
     creator.domain.read(*this);
-    if (f.since(20, 0, 14))
+    if (f.stores(gatePhysicsInFront))
         creator.physicsModels.read(*this);
     creator.particleTypes.domain = &creator.domain;
-    creator.particleTypes.read(*this);
+    if (f.stores(gateParticleTypes))
+        creator.particleTypes.read(*this);
+    else {
+        NLegacySupport::CParticlePrototypeMap prototypes;
+        readParticlePrototypeList(prototypes);
+        NLegacySupport::fillFromPrototypes(creator.particleTypes, prototypes);
+        creator.physicsModels.read(*this);
+    }
     if (f.since(2, 4, 39)) {
         creator.materials.read(*this);
         creator.interactions.read(*this);
@@ -76,7 +89,9 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");
-    if (stream->options.upgradeOldModels)
+    // What belongs to walls waits for them, where they come with a timestep.
+    creator.upgradesPending = !f.stores(gateGeometryInCreator) || stream->options.upgradeWithGeometry;
+    if (stream->options.upgradeOldModels && !creator.upgradesPending)
         NLegacySupport::upgradeCreatorData(creator, stream->fileVersion());
     creator.modified = false;
 }

@@ -199,8 +199,6 @@ static void writeMesh(COutForm& f, const CGeometryGroup& group)
 void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
 {
     CInForm f = in();
-    if (!f.stores(gateMeshArrays))
-        throw not_carried_error("a geometry group whose triangles are stored one by one");
     group.kinematics.read(*this);
     group.factories->read(*this);
     group.factories->setBoundingShape(&group);
@@ -212,15 +210,19 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
     group.setName(name);
     f.i32(group.uniqueId, from(24, 0, 30), CGeometryGroup::notSet); // unique in the deck
 
-    readMesh(f, group);
-    bodyForm(f, group);
-    group.motionHistory.read(*this);
     group.transform.setIdentity();
-    if (f.stores(gateGeometryInCreator))
-        readMatrix4(group.transform);
-    f.point(group.translation, from(25, 0, 3), C3DVector()); // m
-    if (f.stores(gateGroupCharge))
-        group.electrostatic.read(*this);
+    if (f.stores(gateMeshArrays)) {
+        readMesh(f, group);
+        bodyForm(f, group);
+        group.motionHistory.read(*this);
+        if (f.stores(gateGeometryInCreator))
+            readMatrix4(group.transform);
+        f.point(group.translation, from(25, 0, 3), C3DVector()); // m
+        if (f.stores(gateGroupCharge))
+            group.electrostatic.read(*this);
+    }
+    else
+        readOldMesh(*this, f, group);
     placeMesh(group);
 
     group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
@@ -253,8 +255,8 @@ void CDemCreatorDataWriter::writeGeometryGroup(const CGeometryGroup& group)
 /// A group by the word of its shape; null, with a report, for one that names no shape.
 static std::unique_ptr<CGeometryGroup> makeGroup(CInForm& f, CCustomPropertyManager* properties)
 {
-    if (!f.since(2, 4, 5)) // no shapes yet
-        return std::make_unique<CGeometryGroup>(properties);
+    if (!f.since(2, 4, 5)) // no shapes yet: a mesh as it is stored, which is what an import is
+        return std::make_unique<CCADGeometry>(properties);
     QString shape;
     f.text(shape);
     std::unique_ptr<CGeometryGroup> group = createGeometry(shape, properties);

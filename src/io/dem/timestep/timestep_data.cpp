@@ -6,6 +6,12 @@
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/geometry_forms.h"
+#include "io/dem/version_stamp.h"
+#include "legacy/creator_upgrades.h"
+#include "legacy/old_collisions.h"
+#include "legacy/old_contacts.h"
+#include "legacy/old_pair_conversion.h"
+#include "legacy/particle_prototypes.h"
 #include "model/creator_data.h"
 
 #include <QDate>
@@ -84,10 +90,118 @@ static void checkContacts(CTimestepData& timestep)
                lost);
 }
 
+/// From 20.0.0 to 20.0.6 nobody uses them.
+static void dropOldCollisions(CDemTimestepDataReader& reader)
+{
+    NLegacySupport::CActiveCollisions dropped;
+    reader.readLegacyActiveCollisions(dropped);
+    const std::size_t count = dropped.surfaceSurface.size() + dropped.surfaceGeometry.size();
+    if (count > 0)
+        report(eNotCarried, NLogTitle::legacyRead,
+               counted(static_cast<qint64>(count), "collision") + " dropped, which versions below 20.0.7 don't use",
+               count);
+}
+
 static void matchBonds(CTimestepData& timestep)
 {
     if (const SUnmatchedBonds unmatched = timestep.matchBondParameters(); unmatched.any())
         report(eRepaired, NLogTitle::legacyRead, unmatched.text() + ".", unmatched.total());
+}
+
+/// Puts the geometry of a timestep in the place of the model's, which is then a model of its own.
+static void readWholeGeometry(CDemDataStream& stream, CCreatorData& creator)
+{
+    CDemCreatorDataReader reader(stream);
+    creator.geometryGroups.read(reader);
+    linkFactories(creator);
+    creator.geometryReplaced = true;
+    if (creator.upgradesPending && stream.options.upgradeOldModels)
+        NLegacySupport::upgradeCreatorData(creator, creator.fileVersion);
+    creator.upgradesPending = false;
+    creator.modified = true;
+}
+
+bool wholeGeometryFollows(CDemDataStream& stream)
+{
+    const qint64 start = stream.position();
+    CDemDataStream peek(stream.device(), stream.options);
+    bool whole = false;
+    try {
+        CInForm f(peek);
+        SDemStamp stamp;
+        readStamp(f, stamp);
+        if (!f.stores(gateMasks))
+            whole = storesWholeGeometry(f);
+    }
+    catch (const std::exception&) { // the read itself meets it again, and says so
+    }
+    if (!stream.device()->seek(start))
+        throw device_error("byte " + std::to_string(start) + " can't be found again");
+    return whole;
+}
+
+/// A record a particle becomes a row of its type.
+static void readParticles(CDemTimestepDataReader& reader, CTimestepData& timestep)
+{
+    NLegacySupport::CParticlePrototypeRecords records;
+    reader.readLegacyParticlePrototypes(records);
+    const CCreatorData& creator = timestep.creatorData;
+    NLegacySupport::fillFromRecords(timestep.particleTypes, records, creator.particleTypes, creator.domain);
+}
+
+/// Contacts, collisions and bonds.
+static void readPairs(CDemTimestepDataReader& reader, CInForm& f, CTimestepData& timestep)
+{
+    if (f.stores(from(20, 0, 2)))
+        timestep.contacts.read(reader);
+    checkContacts(timestep);
+    if (f.stores(below(20, 0, 7)))
+        dropOldCollisions(reader);
+    if (f.stores(gateContactBlocks))
+        timestep.collisions.read(reader);
+    if (f.stores(from(21, 0, 2)))
+        timestep.bonds.read(reader);
+}
+
+/// The same, where particles and triangles are named by their ids.
+static void readOldPairs(CDemTimestepDataReader& reader, CInForm& f, CTimestepData& timestep)
+{
+    using namespace NLegacySupport;
+    const CParticleTypes& types = timestep.particleTypes;
+    const GeometryGroups& groups = timestep.creatorData.geometryGroups;
+    {
+        SLegacyContactLists contacts;
+        reader.readLegacyContacts(contacts);
+        linkLegacyRows(timestep.contacts, contacts, types, groups);
+    }
+    CActiveCollisions collisions;
+    reader.readLegacyActiveCollisions(collisions);
+    linkLegacyRows(timestep.collisions, timestep.contacts, collisions, types, groups);
+    if (f.stores(from(2, 4, 41).below(2, 4, 57))) {
+        SLegacyContactLists dropped; // a second copy that nothing reads
+        reader.readLegacyContacts(dropped);
+    }
+    if (f.stores(from(13, 0, 9))) {
+        CBondList bonds;
+        reader.readLegacyBonds(bonds);
+        linkLegacyRows(timestep.bonds, bonds, types);
+    }
+}
+
+static void readEnergies(CDemTimestepDataReader& reader, CInForm& f, CTimestepData& timestep)
+{
+    const SGate gateBalance = from(2, 4, 32);
+    CSystemEnergy& energy = timestep.systemEnergy;
+    if (f.stores(gateBalance))
+        energy.read(reader);
+    else {
+        f.f64(energy.total);
+        f.f64(energy.potential, from(2, 4, 30), 0.0);
+        f.f64(energy.kinetic, from(2, 4, 30), 0.0);
+    }
+    f.dropI32(0, from(2, 4, 36).below(2, 4, 38));
+    if (f.stores(from(2, 4, 38)))
+        readRemovedParticles(f, timestep);
 }
 
 void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
@@ -101,27 +215,27 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     readMasks(f, timestep);
 
     const bool wholeGeometry = storesWholeGeometry(f);
-    if (wholeGeometry) {
-        CDemCreatorDataReader creatorReader(*stream);
-        creator.geometryGroups.read(creatorReader);
-        linkFactories(creator);
-    }
+    if (wholeGeometry)
+        readWholeGeometry(*stream, creator);
     else
         creator.geometryGroups.read(*this);
 
     timestep.particleTypes.domain = &creator.domain;
-    timestep.particleTypes.read(*this);
+    if (f.stores(gateParticleTypes))
+        timestep.particleTypes.read(*this);
+    else
+        readParticles(*this, timestep);
     for (const auto& type : timestep.particleTypes.types)
         type->gravity = creator.gravity;
 
-    if (f.since(20, 0, 2))
-        timestep.contacts.read(*this);
-    checkContacts(timestep);
-    if (f.stores(gateContactBlocks))
-        timestep.collisions.read(*this);
-    if (f.since(21, 0, 2))
-        timestep.bonds.read(*this);
-    creator.pluginFactories.read(*this);
+    if (f.stores(gateParticleTypes))
+        readPairs(*this, f, timestep);
+    else
+        readOldPairs(*this, f, timestep);
+    if (f.stores(from(2, 4, 1)))
+        creator.pluginFactories.read(*this);
+    if (f.stores(from(2, 4, 30).below(2, 4, 32)))
+        timestep.systemEnergy.cumulative.read(*this);
 
     f.f64(timestep.time); // s, simulated
     if (!wholeGeometry && !f.since(20, 0, 21)) {
@@ -131,8 +245,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     }
     matchBonds(timestep); // now that the time is there, at which a bond breaks
     runForm(f, timestep);
-    timestep.systemEnergy.read(*this);
-    readRemovedParticles(f, timestep);
+    readEnergies(*this, f, timestep);
     const CPhysicsModels& physics = creator.physicsModels;
     if (f.stores(gateChargeRows) && (physics.hasElectrostatics() || physics.hasTribocharging()))
         timestep.rebuildChargeProperties();

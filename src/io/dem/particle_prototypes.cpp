@@ -1,0 +1,163 @@
+// Particle prototypes, in decks below 20.0.0: a list of them in a creator block, one for each particle in a timestep.
+#include "legacy/particle_prototypes.h"
+
+#include "core/log.h"
+#include "core/memory_ceiling.h"
+#include "core/shortened.h"
+#include "core/stop_flag.h"
+#include "io/dem/dem_reader.h"
+#include "io/dem/old_charge.h"
+#include "model/domain.h"
+
+#include <stdexcept>
+
+namespace NBrenmark {
+
+using namespace NLegacySupport;
+
+// The least that an element takes, with empty texts.
+static constexpr qint64 leastElementBytes = 4 + 2 * 24 + 4 + 8 + 4 + 4;
+static constexpr qint64 leastPrototypeBytes = 2 * 48 + 4 * 24 + 32 + 4 + 4 + 4 + 3 * 8 + 4;
+/// Spheres hold lists of spheres, of which every deck has empty ones.
+static constexpr int deepestList = 64;
+
+/// Counts a list that is being read.
+class CDepth
+{
+public:
+    explicit CDepth(int& depth) : depth(depth) { ++depth; }
+    ~CDepth() { --depth; }
+    CDepth(const CDepth&) = delete;
+    CDepth& operator=(const CDepth&) = delete;
+
+private:
+    int& depth;
+};
+
+void CDemReader::readPrototypeElement(SPrototypeElement& element)
+{
+    CInForm f = in();
+    C3DVector dropped;
+    CPrototypeElementList children; // no sphere is made of others
+    f.point(element.position);
+    f.point(dropped);
+    readPrototypeElementList(children);
+    f.f64(element.contactRadius);
+    f.dropI32();
+    f.text(element.name);
+    f.f64(element.physicalRadius, from(2, 4, 3), element.contactRadius);
+    f.point(dropped, from(2, 4, 41), C3DVector());
+    if (!children.empty())
+        reportOnce(eNotCarried, NLogTitle::legacyRead,
+                   "spheres within the sphere \"" + shortened(element.name) + "\" of a particle dropped",
+                   children.size(), shortened(element.name));
+}
+
+void CDemReader::readPrototypeElementList(CPrototypeElementList& elements)
+{
+    CInForm f = in();
+    const CDepth depth(listDepth);
+    if (listDepth > deepestList)
+        throw std::runtime_error("byte " + std::to_string(stream->position()) + ": spheres within spheres, " +
+                                 std::to_string(deepestList) + " deep");
+    const quint32 count = f.count("sphere", leastElementBytes);
+    admitMemory(quint64(count) * sizeof(SPrototypeElement), "spheres of particles");
+    leaveIfStopped();
+    QString key;
+    for (quint32 i = 0; i < count; ++i) {
+        f.text(key);
+        readPrototypeElement(elements.emplace_back());
+    }
+}
+
+static void forceTorque(CDemReader& reader, ForceTorque& force)
+{
+    CAxisAngle stored; // force, torque and the compressive force
+    reader.readAxisAngle(stored);
+    force = {stored.start.x, stored.start.y, stored.start.z, stored.end.x, stored.end.y, stored.end.z, stored.angle};
+}
+
+void CDemReader::readParticlePrototype(CParticlePrototype& p)
+{
+    CInForm f = in();
+    ForceTorque droppedForce{};
+    C3DVector dropped;
+    forceTorque(*this, p.forceTorque);
+    forceTorque(*this, p.unscaledForceTorque);
+    f.point(p.position);
+    f.point(p.velocity);
+    readQuaternion(p.orientation);
+    if (f.stores(from(2, 4, 29)))
+        forceTorque(*this, p.externalForceTorque);
+    if (f.stores(from(2, 4, 56)))
+        forceTorque(*this, droppedForce);
+    f.point(p.angularVelocity);
+    f.point(p.inertia);
+    readPrototypeElementList(p.elements);
+    f.text(p.materialName);
+    f.i32(p.id);
+    f.f64(p.volume); // before the mass, other than in a particle type
+    f.f64(p.mass);
+    f.f64(p.scale);
+    f.dropI32(0, below(2, 4, 19));
+    f.text(p.name);
+    f.dropF64(from(2, 4, 53));
+    if (storesOldCharge(f)) {
+        f.f64(p.charge);
+        f.point(dropped);
+    }
+    if (f.stores(from(13, 0, 5))) {
+        f.length("custom value", 8, p.customValues);
+        for (double& value : p.customValues)
+            f.f64(value);
+    }
+}
+
+void CDemCreatorDataReader::readParticlePrototypeExtras(CParticlePrototype&)
+{
+    CInForm f = in();
+    CDomain dropped;
+    f.dropI32(0, from(2, 4, 18));
+    if (f.stores(from(2, 4, 54)))
+        dropped.read(*this);
+}
+
+void CDemCreatorDataReader::readParticlePrototypeList(CParticlePrototypeMap& prototypes)
+{
+    CInForm f = in();
+    prototypes.clear();
+    qint32 count = 0;
+    f.i32(count);
+    if (count > 0)
+        stream->require(qint64(count) * (4 + leastPrototypeBytes), counted(count, "particle prototype"));
+    for (qint32 i = 0; i < count; ++i) {
+        leaveIfStopped();
+        CParticlePrototype prototype;
+        f.text(prototype.name);
+        const QString key = prototype.name;
+        readParticlePrototypeExtras(prototype);
+        readParticlePrototype(prototype);
+        if (prototypes.contains(key))
+            report(eLost, NLogTitle::legacyRead,
+                   "particle prototype \"" + shortened(key) + "\" is stored twice: the first is dropped", 1,
+                   shortened(key));
+        prototypes.insert(key, prototype);
+    }
+}
+
+void CDemTimestepDataReader::readLegacyParticlePrototypes(CParticlePrototypeRecords& records)
+{
+    CInForm f = in();
+    f.dropI32(0, from(2, 4, 19));
+    records.clear();
+    const quint32 count = f.count("particle", leastPrototypeBytes);
+    admitMemory(quint64(count) * sizeof(CParticlePrototype), "particles");
+    records.reserve(count);
+    stream->rowsAtWork = count;
+    for (quint32 i = 0; i < count; ++i) {
+        readParticlePrototype(records.emplace_back());
+        leaveIfStopped();
+    }
+}
+
+} // namespace NBrenmark

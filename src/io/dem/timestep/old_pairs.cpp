@@ -1,0 +1,207 @@
+// Contacts, bonds and collisions of timesteps below 20.0.0: a record a pair, read only.
+#include "core/log.h"
+#include "core/memory_ceiling.h"
+#include "core/stop_flag.h"
+#include "io/dem/dem_reader.h"
+#include "legacy/old_collisions.h"
+#include "legacy/old_contacts.h"
+
+namespace NBrenmark {
+
+using namespace NLegacySupport;
+
+static constexpr qint64 leastContactBytes = 3 * 4 + 6 * 24 + 8;
+static constexpr qint64 bondBytes = 4 * 4 + 4 * 24 + 4 + 8;
+
+// ---------------------------------------------------------------- contacts
+
+void CDemTimestepDataReader::readLegacySurfSurfContactIds(SLegacyContact& contact)
+{
+    CInForm f = in();
+    f.i32(contact.firstElement);
+    f.i32(contact.firstParticleId);
+    f.i32(contact.secondElement);
+    f.i32(contact.secondParticleId);
+}
+
+void CDemTimestepDataReader::readLegacySurfGeomContactIds(SLegacyContact& contact)
+{
+    CInForm f = in();
+    f.i32(contact.firstElement);
+    f.i32(contact.firstParticleId);
+    f.i32(contact.triangleId);
+}
+
+void CDemTimestepDataReader::readLegacyContact(SLegacyContact& contact)
+{
+    CInForm f = in();
+    f.point(contact.normalForce);
+    f.point(contact.tangentialForce);
+    f.point(contact.contactVector1);
+    f.point(contact.contactVector2);
+    f.point(contact.tangentialOverlap);
+    f.point(contact.position);
+    f.f64(contact.normalOverlap);
+    f.dropI32(0, from(2, 4, 48));
+    // The forces once more, which count.
+    f.point(contact.normalForce, from(2, 4, 52), contact.normalForce);
+    f.point(contact.tangentialForce, from(2, 4, 52), contact.tangentialForce);
+}
+
+/// A list of records that are read one by one afterwards.
+template <class TList>
+static void makeRecords(CInForm& f, const char* noun, const char* plural, qint64 leastBytes, TList& list)
+{
+    const quint32 count = f.count(noun, leastBytes);
+    admitMemory(quint64(count) * sizeof(typename TList::value_type), plural);
+    f.stream.rowsAtWork = count;
+    list.clear();
+    list.resize(count);
+}
+
+void CDemTimestepDataReader::readLegacyContacts(SLegacyContactLists& contacts)
+{
+    CInForm f = in();
+    makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceSurface);
+    for (SLegacyContact& contact : contacts.surfaceSurface) {
+        readLegacySurfSurfContactIds(contact);
+        readLegacyContact(contact);
+    }
+    leaveIfStopped();
+    makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceGeometry);
+    for (SLegacyContact& contact : contacts.surfaceGeometry) {
+        readLegacySurfGeomContactIds(contact);
+        readLegacyContact(contact);
+    }
+    leaveIfStopped();
+}
+
+// ---------------------------------------------------------------- bonds
+
+void CDemTimestepDataReader::readLegacySurfSurfBondIds(CSurfSurfBond& bond)
+{
+    CInForm f = in();
+    f.i32(bond.firstElement);
+    f.i32(bond.firstParticleId);
+    f.i32(bond.secondElement);
+    f.i32(bond.secondParticleId);
+}
+
+void CDemTimestepDataReader::readLegacyBond(CBond& bond)
+{
+    CInForm f = in();
+    f.point(bond.normalForce);
+    f.point(bond.tangentialForce);
+    f.point(bond.normalTorque);
+    f.point(bond.tangentialTorque);
+    f.i32(bond.state);
+    f.f64(bond.breakTime);
+}
+
+void CDemTimestepDataReader::readLegacyBonds(CBondList& bonds)
+{
+    CInForm f = in();
+    makeRecords(f, "bond", "bonds", bondBytes, bonds);
+    for (CSurfSurfBond& bond : bonds)
+        bond.read(*this);
+    leaveIfStopped();
+}
+
+// ---------------------------------------------------------------- collisions
+
+/// Collisions have been whole objects since; before, two words each.
+static constexpr SGate gateCollisionObjects = from(2, 4, 37);
+
+void CDemTimestepDataReader::readLegacyParticleContactSide(SLegacyParticleSide& side)
+{
+    CInForm f = in();
+    f.point(side.velocity);
+    f.point(side.angularVelocity);
+    readQuaternion(side.orientation);
+    f.point(side.position);
+    f.i32(side.element);
+    f.i32(side.particleId);
+    f.text(side.name);
+    f.f64(side.radius);
+}
+
+void CDemTimestepDataReader::readLegacyGeometryContactSide(SLegacyGeometrySide& side)
+{
+    CInForm f = in();
+    f.point(side.velocity);
+    f.point(side.position);
+    f.i32(side.triangleId);
+    f.text(side.name);
+}
+
+void CDemTimestepDataReader::readLegacySurfSurfCollisionSides(CSurfSurfCollision& collision)
+{
+    readLegacyParticleContactSide(collision.first);
+    readLegacyParticleContactSide(collision.second);
+}
+
+void CDemTimestepDataReader::readLegacySurfGeomCollisionSides(CSurfGeomCollision& collision)
+{
+    readLegacyParticleContactSide(collision.first);
+    readLegacyGeometryContactSide(collision.second);
+}
+
+void CDemTimestepDataReader::readLegacyCollision(CCollision& collision)
+{
+    CInForm f = in();
+    f.point(collision.position);
+    f.point(collision.maxNormalForce);
+    f.point(collision.totalNormalForce);
+    f.point(collision.maxTangentialForce);
+    f.point(collision.totalTangentialForce);
+    f.point(collision.unitCpVector);
+    f.point(collision.relativeVelocity);
+    f.f64(collision.startTime);
+    f.f64(collision.endTime);
+    f.i32(collision.iterations);
+    f.f64(collision.shearEnergy);
+    f.f64(collision.normalEnergy);
+    f.i32(collision.id);
+    if (collision.id >= nextCollisionId)
+        nextCollisionId = collision.id + 1;
+}
+
+void CDemTimestepDataReader::readLegacyCollisionList(CCollisionList& collisions)
+{
+    CInForm f = in();
+    collisions.clear();
+    constexpr qint64 pairBytes = 2 * 4;
+    constexpr qint64 kindBytes = 4;
+    const bool objects = f.stores(gateCollisionObjects);
+    const quint32 count = f.count("collision", objects ? kindBytes : pairBytes);
+    for (quint32 i = 0; i < count; ++i) {
+        leaveIfStopped();
+        qint32 kind = 0;
+        f.i32(kind);
+        if (!objects) {
+            f.dropI32(); // two ids
+            continue;
+        }
+        std::unique_ptr<CCollision> collision = createCollision(kind);
+        if (collision == nullptr) {
+            reportOnce(eLost, NLogTitle::legacyRead,
+                       "collision of the unknown kind " + std::to_string(kind) + " skipped");
+            continue;
+        }
+        admitMemory(sizeof(CSurfSurfCollision), "collisions");
+        collision->read(*this);
+        collisions.push_back(std::move(collision));
+    }
+    if (count > 0 && !objects)
+        report(eNotCarried, NLogTitle::legacyRead,
+               counted(count, "collision") + " dropped, of which this version stores no more than who collided", count);
+}
+
+void CDemTimestepDataReader::readLegacyActiveCollisions(CActiveCollisions& collisions)
+{
+    in().i32(nextCollisionId, gateCollisionObjects, nextCollisionId);
+    readLegacyCollisionList(collisions.surfaceSurface);
+    readLegacyCollisionList(collisions.surfaceGeometry);
+}
+
+} // namespace NBrenmark

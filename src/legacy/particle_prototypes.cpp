@@ -1,0 +1,184 @@
+// Why: today a template stands once, in a type, at size 1, and its particles are rows. A record holds the template at the
+// particle's own size, so that it has to be brought back to size 1 before two of them can be known for one type.
+#include "legacy/particle_prototypes.h"
+
+#include "core/log.h"
+#include "legacy/definition_index.h"
+#include "model/domain.h"
+#include "model/particle_types.h"
+
+#include <cmath>
+#include <map>
+
+namespace NBrenmark::NLegacySupport {
+
+static C3DPoint scaled(const C3DPoint& p, double factor) { return C3DPoint(p.x * factor, p.y * factor, p.z * factor); }
+
+void CParticlePrototype::rescale(double factor)
+{
+    const double cubed = factor * factor * factor;
+    scale *= factor;
+    mass *= cubed;
+    volume *= cubed;
+    inertia = scaled(inertia, cubed * factor * factor);
+    for (SPrototypeElement& element : elements) {
+        element.position = scaled(element.position, factor);
+        element.contactRadius *= factor;
+        element.physicalRadius *= factor;
+    }
+}
+
+void fillFromPrototype(CParticleType& type, const CParticlePrototype& prototype)
+{
+    type.setName(prototype.name);
+    type.rawMass = prototype.mass;
+    type.rawVolume = prototype.volume;
+    type.rawInertia = prototype.inertia;
+    type.materialName = prototype.materialName;
+    type.spheres.clear();
+    for (const SPrototypeElement& element : prototype.elements) {
+        CSphere& sphere = type.spheres.emplace_back();
+        sphere.name = element.name;
+        sphere.position = element.position;
+        sphere.setRadii(element.contactRadius, element.physicalRadius);
+    }
+}
+
+void fillFromPrototypes(CParticleTypes& types, const CParticlePrototypeMap& prototypes)
+{
+    types.clear();
+    for (const CParticlePrototype& prototype : prototypes)
+        fillFromPrototype(types.append(), prototype);
+}
+
+// ---------------------------------------------------------------- the particles of a timestep
+
+/// The fields that a record of an old deck gives values for.
+static constexpr quint32 recordFields = allParticleFields & ~quint32(eCreationTime);
+
+static void addPrototypeParticle(CParticleType& type, CParticlePrototype& prototype)
+{
+    SParticleState state;
+    state.id = prototype.id;
+    state.velocity = prototype.velocity;
+    state.position = prototype.position;
+    state.orientation = prototype.orientation;
+    state.angularVelocity = prototype.angularVelocity;
+    state.scale = prototype.scale;
+    state.forceTorque = prototype.forceTorque;
+    state.unscaledForceTorque = prototype.unscaledForceTorque;
+    state.externalForceTorque = prototype.externalForceTorque;
+    state.customValues.swap(prototype.customValues);
+    type.addParticle(state);
+    type.electrostatic.charge.resize(type.slotCount());
+    type.electrostatic.charge.back() = prototype.charge;
+    type.electrostatic.electrostaticForce.resize(type.slotCount());
+    type.electrostatic.electrostaticForce.back() = prototype.electrostaticForce;
+}
+
+/// The custom values of a record follow one another without a name.
+static void tellCustomValues(const CParticlePrototypeRecords& records, const CParticleTypes& types)
+{
+    const std::size_t expected = types.types.empty() ? 0 : types.types.front()->customProperties.elementsTotal();
+    quint64 surplus = 0;
+    quint64 missing = 0;
+    for (const CParticlePrototype& record : records) {
+        const std::size_t stored = record.customValues.size();
+        surplus += stored > expected ? stored - expected : 0;
+        missing += stored != 0 && stored < expected ? expected - stored : 0;
+    }
+    if (surplus > 0)
+        report(eNotCarried, NLogTitle::customProperties,
+               std::to_string(surplus) + " custom values of particles belong to no property and are dropped", surplus);
+    if (missing > 0)
+        report(eDefaulted, NLogTitle::customProperties,
+               std::to_string(missing) + " custom values of particles are missing and become initial values", missing);
+}
+
+/// Brings the template of a record to size 1. The particle keeps its own size.
+static void bringToSizeOne(CParticlePrototype& record)
+{
+    constexpr double sameScale = 1e-12;
+    const double scale = record.scale;
+    if (!(std::abs(scale - 1.0) >= sameScale))
+        return;
+    record.rescale(1.0 / scale);
+    record.scale = scale;
+}
+
+/// A particle without a size has no template either: it is taken as it stands.
+static void mendScales(CParticlePrototypeRecords& records)
+{
+    quint64 mended = 0;
+    for (CParticlePrototype& record : records) {
+        if (record.scale != 0.0)
+            continue;
+        record.scale = 1.0;
+        ++mended;
+    }
+    if (mended > 0)
+        report(eRepaired, NLogTitle::legacyRead,
+               std::to_string(mended) + (mended == 1 ? " particle of scale 0 is" : " particles of scale 0 are") +
+                   " taken as of scale 1.",
+               mended);
+}
+
+/// Each type of the definition has its place in the timestep, with particles or without.
+static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CParticleTypes& creatorTypes)
+{
+    for (const auto& defined : creatorTypes.types) {
+        CParticleType* const found = index.find(*defined);
+        if (found == nullptr) {
+            CParticleType& added = types.append();
+            added.copyDefinition(*defined);
+            added.dataMask = recordFields;
+            index.add(added);
+            continue;
+        }
+        CParticleType* const named = types.find(defined->displayName);
+        if (named != nullptr && named != found)
+            named->swapContents(*found);
+    }
+}
+
+void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CParticleTypes& creatorTypes,
+                     const CDomain& domain)
+{
+    types.clear();
+    mendScales(records);
+    CDefinitionIndex index;
+    CParticleType working(types.properties());
+    std::vector<CParticleType*> typeOfRecord;
+    std::map<CParticleType*, quint32> counts;
+    for (CParticlePrototype& record : records) {
+        bringToSizeOne(record);
+        fillFromPrototype(working, record);
+        CParticleType* type = index.find(working);
+        if (type == nullptr) {
+            type = &types.append();
+            type->copyDefinition(working);
+            type->dataMask = recordFields;
+            index.add(*type);
+        }
+        typeOfRecord.push_back(type);
+        ++counts[type];
+    }
+    for (const auto& [type, count] : counts) {
+        type->reserveSlots(count);
+        type->electrostatic.charge.reserve(count);
+        type->electrostatic.electrostaticForce.reserve(count);
+    }
+    tellCustomValues(records, types);
+    for (std::size_t i = 0; i < records.size(); ++i)
+        addPrototypeParticle(*typeOfRecord[i], records[i]);
+    addTypesWithoutParticles(types, index, creatorTypes);
+    for (const auto& type : types.types)
+        type->rebuildFreeList();
+    types.recomputeMaxId(true);
+    types.rebuildIdLookup();
+    for (const auto& type : types.types)
+        for (quint32 slot = 0; slot < type->slotCount(); ++slot)
+            type->updateSpherePositions(slot, domain);
+}
+
+} // namespace NBrenmark::NLegacySupport

@@ -1,3 +1,4 @@
+// Particle types by their definition: how near two of them have to be to be one.
 #include "legacy/definition_index.h"
 
 #include "model/particle_type.h"

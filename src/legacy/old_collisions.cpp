@@ -1,3 +1,4 @@
+// Collisions of timesteps below 20.0.0 hand themselves to the reader, base first.
 #include "legacy/old_collisions.h"
 
 #include "visitors/file_visitor_reader.h"

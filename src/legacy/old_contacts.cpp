@@ -1,3 +1,4 @@
+// Bonds of timesteps below 20.0.0 hand themselves to the reader, ends first.
 #include "legacy/old_contacts.h"
 
 #include "visitors/file_visitor_reader.h"

@@ -1,3 +1,4 @@
+// Contacts, bonds and collisions by ids become rows by places: each end is looked up once.
 #include "legacy/old_pair_conversion.h"
 
 #include "core/log.h"

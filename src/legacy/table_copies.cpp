@@ -1,3 +1,4 @@
+// What a new type or material takes over from its original in the tables of models and forces.
 #include "legacy/table_copies.h"
 
 #include "model/creator_data.h"

@@ -53,10 +53,23 @@ static void writeBlockProperties(CHdf5Writer& writer, CHdf5FormWriter& out, cons
 
 // ---------------------------------------------------------------- particles of one type
 
+/// Signed in files, as the ids of particles are everywhere.
+static void idsForm(CHdf5FormWriter& f, const std::vector<quint32>& ids)
+{
+    f.rows("ids", std::vector<qint32>(ids.begin(), ids.end()));
+}
+
+static void idsForm(CHdf5FormReader& f, std::vector<quint32>& ids)
+{
+    std::vector<qint32> stored;
+    f.rows("ids", stored);
+    ids.assign(stored.begin(), stored.end());
+}
+
 template <class TForm, class TData>
 static void blockParticlesForm(TForm& f, TData& data)
 {
-    f.rows("ids", data.ids);
+    idsForm(f, data.ids);
     f.rows("velocity", data.velocity);                // m/s
     f.rows("position", data.position);                // m
     f.rows("orientation", data.orientation);          // w, x, y, z

@@ -23,7 +23,7 @@ public:
 
     SSaveOptions options;
     CInflateAhead* ahead = nullptr; ///< what was inflated of the block before its read began; not owned
-    quint64 rowsAtWork = 0; ///< of the arrays that are being read: what is lost if they are damaged
+    quint64 rowsAtWork = 0;         ///< of the arrays that are being read: what is lost if they are damaged
 
     qint64 position() const { return device()->pos(); }
     /// \throws std::length_error unless so many bytes follow. Nothing was taken for them before.

@@ -1,3 +1,4 @@
+// By asking the system for threads before OpenMP does: its runtime ends the process where it gets none.
 #include "platform/loop_threads.h"
 
 #include <omp.h>

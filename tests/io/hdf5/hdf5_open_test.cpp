@@ -140,7 +140,8 @@ TEST_F(Hdf5Open, sortsByNumberAndNotByName)
 TEST_F(Hdf5Open, takesNothingElseForATimestep)
 {
     makeFour();
-    for (const char* name : {"5.h5.bak", "5.H5", "x5.h5", "007.h5", "-1.h5", "+5.h5", "4294967295.h5", ".h5", "5 .h5"})
+    for (const char* name :
+         {"5.h5.bak", "5.H5", "x5.h5", "007.h5", "-1.h5", "+5.h5", "3999999.h5", "4294967295.h5", ".h5", "5 .h5"})
         ASSERT_TRUE(QFile::copy(file(0), folder.path(QString("Kiste_data/") + name))) << name;
     QDir().mkpath(folder.path("Kiste_data/9.h5"));
     EXPECT_EQ(storyOf(path()), "0.1 A, 0.2 A, 0.3 B, 0.4 B");

@@ -4,6 +4,7 @@
 
 #include "maths/vector.h"
 
+#include <QtGlobal>
 #include <vector>
 
 namespace NBrenmark {

@@ -8,6 +8,7 @@
 #include "core/deck/file_format_manager.h"
 
 #include <QFile>
+#include <memory>
 
 #include <tuple>
 #include <vector>

@@ -58,14 +58,15 @@ static constexpr const char* missingEnd = "a particle, sphere or triangle of the
 // ---------------------------------------------------------------- contacts
 
 /// \param endsOf(contact, first, second)  \return whether both were found
-/// \return contacts that have no place
+/// \param lost  grows by the contacts whose ends aren't there
+/// \param free  grows by the records that are no contact: their overlap is negative
 template <class TEndsOf>
-static quint64 linkFamily(CContactsBase& family, const std::vector<SLegacyContact>& old, TEndsOf&& endsOf)
+static void linkFamily(CContactsBase& family, const std::vector<SLegacyContact>& old, quint64& lost, quint64& free,
+                       TEndsOf&& endsOf)
 {
     family.clear();
     family.resizeRows(old.size());
     family.customProperties.resetToInitialValues(static_cast<unsigned int>(old.size()));
-    quint64 lost = 0;
     for (quint32 i = 0; i < old.size(); ++i) {
         const SLegacyContact& contact = old[i];
         family.normalForce[i] = contact.normalForce;
@@ -82,10 +83,9 @@ static quint64 linkFamily(CContactsBase& family, const std::vector<SLegacyContac
             family.rows[i] = rowOf(*first, *second);
             continue;
         }
+        ++(family.isLive(i) ? lost : free);
         family.releaseRow(i);
-        ++lost;
     }
-    return lost;
 }
 
 /// The particle with the lower id is the first end.
@@ -106,18 +106,22 @@ void linkLegacyRows(CContacts& contacts, const SLegacyContactLists& old, const C
                     const GeometryGroups& groups)
 {
     using End = std::optional<PairEnd>;
-    quint64 lost = linkFamily(contacts.surfaceSurface, old.surfaceSurface,
-                              [&](const SLegacyContact& contact, End& first, End& second) {
-                                  first = particleEnd(types, contact.firstParticleId, contact.firstElement);
-                                  second = particleEnd(types, contact.secondParticleId, contact.secondElement);
-                              });
+    quint64 lost = 0;
+    quint64 free = 0;
+    linkFamily(contacts.surfaceSurface, old.surfaceSurface, lost, free,
+               [&](const SLegacyContact& contact, End& first, End& second) {
+                   first = particleEnd(types, contact.firstParticleId, contact.firstElement);
+                   second = particleEnd(types, contact.secondParticleId, contact.secondElement);
+               });
     putLowerIdFirst(contacts.surfaceSurface, old.surfaceSurface);
-    lost += linkFamily(contacts.surfaceGeometry, old.surfaceGeometry,
-                       [&](const SLegacyContact& contact, End& first, End& second) {
-                           first = particleEnd(types, contact.firstParticleId, contact.firstElement);
-                           second = triangleEnd(groups, contact.triangleId);
-                       });
-    tellLost(lost, "contact", "contacts", std::string(missingEnd) + ", or the overlap is negative");
+    linkFamily(contacts.surfaceGeometry, old.surfaceGeometry, lost, free,
+               [&](const SLegacyContact& contact, End& first, End& second) {
+                   first = particleEnd(types, contact.firstParticleId, contact.firstElement);
+                   second = triangleEnd(groups, contact.triangleId);
+               });
+    tellLost(lost, "contact", "contacts", missingEnd);
+    report(eLost, NLogTitle::legacyRead,
+           std::to_string(free) + (free == 1 ? " contact" : " contacts") + " with a negative overlap dropped", free);
 }
 
 // ---------------------------------------------------------------- bonds

@@ -464,8 +464,6 @@ static constexpr SValueKind valueKinds[] = {
 };
 static_assert(std::size(valueKinds) == valueKindCount, "a row for each of the types of ValueTypes");
 
-const SValueKind& valueKind(size_t number) { return valueKinds[number]; }
-
 const SValueKind* valueKindOfName(const std::string& name)
 {
     for (const SValueKind& kind : valueKinds)

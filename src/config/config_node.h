@@ -58,8 +58,6 @@ struct SValueKind
     bool (*isSame)(const std::any& a, const std::any& b);
 };
 
-/// The kind with this number, below valueKindCount.
-const SValueKind& valueKind(size_t number);
 /// The kind of a file's name for it; null for a name that isn't in the table.
 const SValueKind* valueKindOfName(const std::string& name);
 /// The kind of a value, by exact type; null for an empty holder and for a type outside of the table.

@@ -27,8 +27,7 @@ enum EContactField : quint32
     eContactRecordValues = 1u << 9,
     eContactCollisions = 1u << 10, ///< the nested records, while they follow the rows
     eContactLegacyScalar = 1u << 11,
-    eContactLegacyFlags = 1u << 12,
-    eAllContactFields = 0x1FFF
+    eContactLegacyFlags = 1u << 12
 };
 
 /// What CContactsBase::normalOverlap holds where no contact is.

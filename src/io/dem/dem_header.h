@@ -9,8 +9,6 @@ namespace NBrenmark {
 
 struct SDemHeader
 {
-    static constexpr qint64 writtenBytes = 32;
-
     quint32 firstVersion = 0; ///< created the deck; decides which fields follow
     quint32 lastVersion = 0;  ///< wrote it last
     quint32 timesteps = 0;

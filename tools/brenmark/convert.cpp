@@ -35,16 +35,6 @@ std::string leftoverAdvice(const CPartialFolder& folder, const SJournal& journal
            ". This command continues there with --resume, and starts over with --force.";
 }
 
-/// What is reported as the failure isn't reported as a message as well.
-Ledger withoutFirstError(Ledger messages)
-{
-    const auto error = std::find_if(messages.begin(), messages.end(),
-                                    [](const SLogRecord& message) { return message.level == eError; });
-    if (error != messages.end())
-        messages.erase(error);
-    return messages;
-}
-
 CFailure failureOf(const SConversionRun& run, const CPartialFolder& folder, const SJournal& journal)
 {
     const std::string leftover = leftoverAdvice(folder, journal);

@@ -133,8 +133,11 @@ CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination 
     deck().readOptions.upgradeOldModels = form == eUpgradedModel;
     deck().ignoreUnreadableCompanions = ignoreCompanions;
     const int code = deck().load(deckPath);
-    if (known != nullptr)
+    if (known != nullptr) {
         *known = head();
+        if (code == eOpenHeaderRefused || manager().fileName.isEmpty()) // what is there are the manager's own versions
+            known->firstVersion = known->lastVersion = 0;
+    }
     if (code != eOpened)
         throw openFailure(code, deckPath, logger.records());
 }

@@ -78,6 +78,15 @@ std::string damageText(const Ledger& messages)
     return indented(text);
 }
 
+Ledger withoutFirstError(Ledger messages)
+{
+    const auto error = std::find_if(messages.begin(), messages.end(),
+                                    [](const SLogRecord& message) { return message.level == eError; });
+    if (error != messages.end())
+        messages.erase(error);
+    return messages;
+}
+
 void printLedger(const Ledger& messages, EShownMessages shown)
 {
     const auto isShown = [shown](const SLogRecord& message) {

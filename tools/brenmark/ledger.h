@@ -22,6 +22,9 @@ std::string damageText(const Ledger& messages);
 /// The messages of some kind, one line for the same words, with their number.
 std::vector<std::string> linesOf(const Ledger& messages, const std::function<bool(const SLogRecord&)>& wanted);
 
+/// All but the first error: what is reported as the failure isn't reported as a message as well.
+Ledger withoutFirstError(Ledger messages);
+
 /// Which messages a command shows: one that only looks changes nothing, whatever a conversion would.
 enum EShownMessages
 {

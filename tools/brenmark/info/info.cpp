@@ -61,7 +61,8 @@ static void printHead(const Json& deck)
 {
     const std::string created = textOrNone(deck["createdBy"]), last = textOrNone(deck["lastWrittenBy"]);
     printResult(shown(deck["path"]) + '\n');
-    printResult("  " + text(deck["family"]) + " deck" + (last.empty() ? "" : ", version " + last) +
+    printResult("  " + text(deck["family"]) +
+                (last.empty() ? " file, of which no version is known" : " deck, version " + last) +
                 (created == last ? "" : ", created by version " + created) + ", " +
                 sizeText(deck["sizeBytes"].get<double>()) + " in all\n");
     for (const char* const line : {"title", "description"})

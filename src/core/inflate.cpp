@@ -10,6 +10,9 @@
 #else
 #include <isa-l/igzip_lib.h>
 #endif
+#ifndef BRENMARK_WITHOUT_LIBDEFLATE
+#include <libdeflate.h>
+#endif
 
 namespace NBrenmark {
 
@@ -130,6 +133,46 @@ std::size_t CInflater::ready() const
 {
     const inflate_state& stream = state->stream;
     return static_cast<std::size_t>(std::max<int>(stream.tmp_out_valid - stream.tmp_out_processed, 0));
+}
+
+#endif
+
+#ifdef BRENMARK_WITHOUT_LIBDEFLATE
+
+bool inflateWhole(const char* stream, std::size_t streamSize, char* target, std::size_t size)
+{
+    static thread_local CInflater inflater; // its tables are large
+    try {
+        inflater.restart();
+        inflater.feed(stream, streamSize);
+        std::size_t made = 0;
+        for (std::size_t some = 1; made < size && some > 0; made += some)
+            some = inflater.inflate(target + made, size - made);
+        char surplus = 0;
+        const bool isLonger = !inflater.hasEnded() && inflater.inflate(&surplus, 1) > 0;
+        return made == size && !isLonger && inflater.hasEnded();
+    }
+    catch (const inflate_error&) {
+        return false;
+    }
+}
+
+#else
+
+bool inflateWhole(const char* stream, std::size_t streamSize, char* target, std::size_t size)
+{
+    struct SFree
+    {
+        void operator()(libdeflate_decompressor* one) const { libdeflate_free_decompressor(one); }
+    };
+    static thread_local const std::unique_ptr<libdeflate_decompressor, SFree> decompressor(
+        libdeflate_alloc_decompressor());
+    if (!decompressor)
+        throw std::bad_alloc();
+    // Bytes may follow the stream, as for HDF5's own filter. Fewer than wanted are an error here.
+    std::size_t used = 0;
+    return libdeflate_zlib_decompress_ex(decompressor.get(), stream, streamSize, target, size, &used, nullptr) ==
+           LIBDEFLATE_SUCCESS;
 }
 
 #endif

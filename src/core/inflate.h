@@ -14,6 +14,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Inflates a zlib stream whose bytes are known to be so many. \return whether they were, and the stream is sound
+/// \throws std::bad_alloc
+bool inflateWhole(const char* stream, std::size_t streamSize, char* target, std::size_t size);
+
 class CInflater
 {
 public:

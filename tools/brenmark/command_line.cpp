@@ -10,6 +10,7 @@
 #include "brenmark/terminal.h"
 
 #include "core/memory_ceiling.h"
+#include "core/thread_pool.h"
 
 #include <CLI/CLI.hpp>
 
@@ -39,6 +40,7 @@ private:
     void addVerify();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
+    void addThreads(CLI::App* command);
     void addProgress(CLI::App* command);
 
     EExitCode showHelp(const std::vector<std::string>& about);
@@ -53,6 +55,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory;
+    unsigned threads = 0;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths;
     SConvertOptions convert;
@@ -105,6 +108,14 @@ void CCommandLine::addProgress(CLI::App* command)
         ->type_name("FORM");
 }
 
+void CCommandLine::addThreads(CLI::App* command)
+{
+    command->add_option("--threads", threads, "Threads that compute; without it one for each core that may be used")
+        ->type_name("N")
+        ->envname("BRENMARK_THREADS")
+        ->check(CLI::Range(1u, mostThreads));
+}
+
 void CCommandLine::addConvert()
 {
     CLI::App* const command = convertCommand = add("convert", "Convert a legacy deck into a new deck");
@@ -121,6 +132,7 @@ void CCommandLine::addConvert()
     command->add_flag("--json", convert.json, "Show the result as one JSON object");
     addProgress(command);
     addReading(command);
+    addThreads(command);
     command->callback([this] {
         chosen = [this] {
             if (convert.ignoreCompanions && convert.verify)
@@ -216,6 +228,7 @@ void CCommandLine::addVerify()
     command->add_flag("--json", verify.json, "Show one JSON object");
     addProgress(command);
     addReading(command);
+    addThreads(command);
     command->callback([this] {
         chosen = [this] {
             verify.source = pathFrom(source);
@@ -370,6 +383,8 @@ EExitCode CCommandLine::run(int argumentCount, char** arguments)
     if (command != convertCommand)
         letInterruptsEndTheProgram();
     setMemoryCeiling(mostMemory.empty() ? 0 : sizeFrom("--max-memory", mostMemory));
+    setThreadCount(threads);
+    const CThreadPool pool(threadCount()); // idle where a command has nothing to share
     return chosen();
 }
 

@@ -26,6 +26,7 @@ public:
         for (const std::string& part : {path, value})
             hash.addData(part.data(), static_cast<int>(part.size()) + 1); // with the zero that ends it
     }
+    bool wantsQuickDigests() const override { return true; }
     QByteArray digest() const { return hash.result(); }
 
 private:

@@ -3,6 +3,7 @@
 
 #include "config/user_preferences.h"
 #include "core/stop_flag.h"
+#include "io/hdf5/chunk_inflating.h"
 #include "io/hdf5/chunk_queue.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
@@ -143,7 +144,7 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
         checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
         requireRoomForHdf5();
-        if (space.getSimpleExtentNpoints() > 0)
+        if (space.getSimpleExtentNpoints() > 0 && !inflateChunks(dataset, type, target))
             dataset.read(target, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
     }
     catch (const H5::Exception& error) {

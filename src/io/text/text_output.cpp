@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <cstring>
 
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
 namespace NBrenmark {
 
 namespace {
@@ -38,6 +41,13 @@ std::string digestOf(const void* data, size_t count, size_t bytes)
         left -= piece;
     }
     return hash.result().toHex().toStdString();
+}
+
+std::string quickDigestOf(const void* data, size_t bytes)
+{
+    XXH128_canonical_t digest;
+    XXH128_canonicalFromHash(&digest, XXH3_128bits(data, bytes));
+    return QByteArray(reinterpret_cast<const char*>(digest.digest), sizeof digest.digest).toHex().toStdString();
 }
 
 /// The value at a place of an array, by the array's kind.
@@ -78,6 +88,10 @@ void CTextOutput::rows(const std::string& where, const SArrayView& array)
         for (size_t i = 0; i < array.rows; ++i)
             text += ' ' + array.row(i);
         sink.array(where, text, array);
+        return;
+    }
+    if (sink.wantsQuickDigests()) {
+        sink.array(where, text + " xxh3:" + quickDigestOf(array.data, count * array.elementBytes()), array);
         return;
     }
     sink.array(where, text + " sha256:" + digestOf(array.data, count, array.elementBytes()), array);

@@ -50,6 +50,9 @@ public:
         static_cast<void>(values);
         line(path, value);
     }
+    /// Whether lines are only held against others that were made in the same way: the digest of an array is a quick one
+    /// then, of 128 bits, that nobody is shown.
+    virtual bool wantsQuickDigests() const { return false; }
 };
 
 /// What an element of an array is made of: the kind's name, its bytes, how many of them.

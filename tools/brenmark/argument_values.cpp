@@ -2,6 +2,8 @@
 
 #include "brenmark/failure.h"
 
+#include "core/thread_pool.h"
+
 #include <QFile>
 
 #include <array>
@@ -60,6 +62,23 @@ quint32 numberFrom(const char* option, const std::string& argument)
     const auto [last, error] = std::from_chars(argument.data(), end, number);
     if (error != std::errc() || last != end)
         throw valueFailure(option, argument, "a whole number from 0 to 4294967295");
+    return number;
+}
+
+unsigned threadsChosen(const std::string& argument)
+{
+    const char* const variable = "BRENMARK_THREADS";
+    const std::string fromEnvironment = qgetenv(variable).toStdString();
+    const bool isArgument = !argument.empty();
+    if (!isArgument && fromEnvironment.empty())
+        return 0;
+    const char* const option = isArgument ? "--threads" : variable;
+    const std::string& wanted = isArgument ? argument : fromEnvironment;
+    unsigned number = 0;
+    const char* const end = wanted.data() + wanted.size();
+    const auto [last, error] = std::from_chars(wanted.data(), end, number);
+    if (error != std::errc() || last != end || number < 1 || number > mostThreads)
+        throw valueFailure(option, wanted, "a whole number from 1 to " + std::to_string(mostThreads));
     return number;
 }
 

@@ -18,6 +18,8 @@ QString pathFrom(const std::string& argument);
 QString keyFrom(const std::string& argument);
 quint32 numberFrom(const char* option, const std::string& argument);
 /// Bytes: "4GB" has 4,000,000,000, "4GiB" 4,294,967,296.
+/// What --threads asks for, else the environment; 0 for as many as there are cores.
+unsigned threadsChosen(const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);
 EColour colourFrom(const std::string& argument);
 EProgressForm progressFrom(const std::string& argument);

@@ -54,8 +54,7 @@ private:
     CLI::App* convertCommand = nullptr;
     std::function<EExitCode()> chosen;
 
-    std::string source, target, key, timestep, limit, mostMemory;
-    unsigned threads = 0;
+    std::string source, target, key, timestep, limit, mostMemory, threads;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths;
     SConvertOptions convert;
@@ -111,9 +110,7 @@ void CCommandLine::addProgress(CLI::App* command)
 void CCommandLine::addThreads(CLI::App* command)
 {
     command->add_option("--threads", threads, "Threads that compute; without it one for each core that may be used")
-        ->type_name("N")
-        ->envname("BRENMARK_THREADS")
-        ->check(CLI::Range(1u, mostThreads));
+        ->type_name("N");
 }
 
 void CCommandLine::addConvert()
@@ -383,7 +380,7 @@ EExitCode CCommandLine::run(int argumentCount, char** arguments)
     if (command != convertCommand)
         letInterruptsEndTheProgram();
     setMemoryCeiling(mostMemory.empty() ? 0 : sizeFrom("--max-memory", mostMemory));
-    setThreadCount(threads);
+    setThreadCount(threadsChosen(threads));
     const CThreadPool pool(threadCount()); // idle where a command has nothing to share
     return chosen();
 }

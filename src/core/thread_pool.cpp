@@ -51,10 +51,10 @@ CPooledTask::CPooledTask(std::function<void()> work) : state(std::make_shared<SS
         run(*state);
 }
 
-void CPooledTask::run(SState& state)
+bool CPooledTask::run(SState& state)
 {
     if (state.isTaken.exchange(true))
-        return;
+        return false;
     try {
         state.work();
     }
@@ -64,6 +64,13 @@ void CPooledTask::run(SState& state)
     const std::lock_guard<std::mutex> guard(state.lock);
     state.isDone = true;
     state.done.notify_all();
+    return true;
+}
+
+bool CPooledTask::isDone() const
+{
+    const std::lock_guard<std::mutex> guard(state->lock);
+    return state->isDone;
 }
 
 void CPooledTask::wait()

@@ -33,11 +33,14 @@ public:
 
     /// Until the work is done. Throws what the work threw.
     void wait();
+    bool isDone() const;
+    /// Does the work here if no thread has begun it. \return whether it did
+    bool runHere() { return run(*state); }
 
 private:
     friend class CThreadPool;
     struct SState;
-    static void run(SState& state);
+    static bool run(SState& state);
 
     std::shared_ptr<SState> state;
 };
@@ -55,7 +58,7 @@ public:
 
     /// The one at work, or null: where one thread does all there is none.
     static CThreadPool* current();
-    /// Whether anybody has set a number of threads for this work, be it one: no others must compute beside them.
+    /// Whether someone has set a number of threads for this work, be it one: no others must compute beside them.
     static bool isSet();
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 // How contacts, bonds and collisions that name particles and triangles by their ids become rows that name them by their
-// places. Runs once, behind the read of the particles and of the geometry. What finds no place is left out and told.
+// places. Runs once, after the read of the particles and of the geometry. What finds no place is left out and reported.
 
 namespace NBrenmark {
 

@@ -109,18 +109,18 @@ static void bringToSizeOne(CParticlePrototype& record)
 /// A particle without a size has no template either: it is taken as it stands.
 static void mendScales(CParticlePrototypeRecords& records)
 {
-    quint64 mended = 0;
+    quint64 repaired = 0;
     for (CParticlePrototype& record : records) {
         if (record.scale != 0.0)
             continue;
         record.scale = 1.0;
-        ++mended;
+        ++repaired;
     }
-    if (mended > 0)
+    if (repaired > 0)
         report(eRepaired, NLogTitle::legacyRead,
-               std::to_string(mended) + (mended == 1 ? " particle of scale 0 is" : " particles of scale 0 are") +
+               std::to_string(repaired) + (repaired == 1 ? " particle of scale 0 is" : " particles of scale 0 are") +
                    " taken as of scale 1.",
-               mended);
+               repaired);
 }
 
 /// Each type of the definition has its place in the timestep, with particles or without.

@@ -73,7 +73,7 @@ constexpr SGate gateStreamFlag = from(13, 0, 4).below(20, 0, 0).andFrom(20, 0, 1
 
 // Before, a model is a list of particle prototypes, and a timestep one prototype a particle.
 constexpr SGate gateParticleTypes = from(20, 0, 0);
-// Physics stand in front of the particle types; before, behind the prototypes.
+// Physics come before the particle types; earlier, after the prototypes.
 constexpr SGate gatePhysicsInFront = from(20, 0, 14);
 // Every factory has four words of its solver.
 constexpr SGate gateFactoryCounters = from(20, 0, 23);

@@ -41,7 +41,7 @@ private:
 class CInflateAhead
 {
 public:
-    /// Begins on the pool. Nothing that fails here is told: the read meets it again.
+    /// Begins on the pool. Nothing that fails here is reported: the read meets it again.
     /// \param path        of the file; a native name
     /// \param begin, end  bytes of it that are searched
     /// \param budget      the most bytes of memory

@@ -59,6 +59,8 @@ public:
         task.wait();
         return isWhole;
     }
+    bool isDone() const { return task.isDone(); }
+    bool runHere() { return task.runHere(); }
     std::size_t storedBytes() const { return stream.size; }
 
 private:
@@ -98,6 +100,10 @@ bool inflateChunks(const H5::DataSet& dataset, const H5::PredType& type, void* t
         const std::unique_ptr<CChunk> oldest = std::move(waiting.front());
         waiting.pop_front();
         waitingBytes -= oldest->storedBytes();
+        // Another thread may just be at it: to wait for that one would leave the others to it as well.
+        const auto later = [](const std::unique_ptr<CChunk>& next) { return next->runHere(); };
+        while (!oldest->runHere() && !oldest->isDone() && std::any_of(waiting.begin(), waiting.end(), later)) {
+        }
         return oldest->finish();
     };
     for (hsize_t row = 0; row < chunking->rows; row += chunking->chunkRows) {

@@ -70,8 +70,14 @@ void CChunkQueue::writeOldest()
     const std::unique_ptr<SChunk> chunk = std::move(waiting.front());
     waiting.pop_front();
     waitingBytes -= chunk->values.size;
-    if (chunk->task)
+    if (chunk->task) {
+        // Another thread may just be at it: to wait for that one would leave the others to it as well.
+        const auto later = [](const std::unique_ptr<SChunk>& next) { return next->task && next->task->runHere(); };
+        while (!chunk->task->runHere() && !chunk->task->isDone() &&
+               std::any_of(waiting.begin(), waiting.end(), later)) {
+        }
         chunk->task->wait();
+    }
     requireRoomForHdf5();
     const hsize_t place[2] = {chunk->row, 0};
     constexpr uint32_t allFilters = 0;

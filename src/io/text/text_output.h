@@ -10,7 +10,7 @@
 //            by row. With full arrays each row follows as a line of its own under its number.
 //
 // Segments that are names are escaped (text_values.h). The second entry of a name in a list has #2
-// behind it, and so on. What belongs to the storing rather than to the model is under stored/.
+// after it, and so on. What belongs to the storing rather than to the model is under stored/.
 
 #include "io/text/text_values.h"
 #include "model/particle_type.h"
@@ -51,7 +51,7 @@ public:
         line(path, value);
     }
     /// Whether lines are only held against others that were made in the same way: the digest of an array is a quick one
-    /// then, of 128 bits, that nobody is shown.
+    /// then, of 128 bits, that no one is shown.
     virtual bool wantsQuickDigests() const { return false; }
 };
 

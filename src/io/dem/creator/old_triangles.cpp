@@ -1,4 +1,4 @@
-// The mesh of a geometry group below 20.0.0: triangle by triangle, each with its corners in full, and behind them the
+// The mesh of a geometry group below 20.0.0: triangle by triangle, each with its corners in full, and after them the
 // numbers of the group.
 #include "core/log.h"
 #include "core/shortened.h"

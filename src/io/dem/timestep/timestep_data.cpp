@@ -90,7 +90,7 @@ static void checkContacts(CTimestepData& timestep)
                lost);
 }
 
-/// From 20.0.0 to 20.0.6 nobody uses them.
+/// From 20.0.0 to 20.0.6 nothing uses them.
 static void dropOldCollisions(CDemTimestepDataReader& reader)
 {
     NLegacySupport::CActiveCollisions dropped;

@@ -62,7 +62,7 @@ bool CSelection::read(QDataStream& stream, IProgressController*)
     const QByteArray record = device.read(bytesLeftOf(stream));
     const auto parts = displayOf(*this, record, fileVersionOf(stream), editionOf(stream));
     if (!parts)
-        throw std::runtime_error("Nothing tells where the display options of a selection end.");
+        throw std::runtime_error("Where the display options of a selection end can't be found out.");
     readRecord(*this, record, *parts, fileVersionOf(stream), editionOf(stream));
     return true;
 }

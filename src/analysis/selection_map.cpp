@@ -246,11 +246,11 @@ bool CSelectionMap::read(QDataStream& stream, IProgressController* progress)
         std::string cause;
         bool isAtHome = false;
         if (contains(name) || !isNamed)
-            cause = shown + (isNamed ? " has the name of an earlier one." : " has a name that is no text.");
+            cause = shown + (isNamed ? " has the name of an earlier one." : " has a name that isn't text.");
         else if (!selectionTypeIds().contains(piece.typeId))
             cause = shown + " is of a class that isn't known here.";
         else if (selection = takenApart(piece, version, edition); selection == nullptr) {
-            cause = shown + ": nothing tells where its display options end.";
+            cause = shown + ": where its display options end can't be found out.";
             isAtHome = isToday;
         }
         if (selection != nullptr)

@@ -13,7 +13,7 @@ std::string openPlainFile(QFile& file, QIODevice::OpenMode also)
 {
     const QFileInfo info(file.fileName());
     if (info.exists() && !info.isFile())
-        return info.isDir() ? "It is a folder" : "It is no plain file";
+        return info.isDir() ? "It is a folder" : "It isn't a regular file";
     if (!file.open(QIODevice::ReadOnly | also))
         return file.errorString().toStdString();
     return std::string();

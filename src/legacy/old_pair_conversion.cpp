@@ -279,7 +279,7 @@ void linkLegacyRows(CCollisions& collisions, CContacts& contacts, const CActiveC
                                            ends = rowOf(*first, *second);
                                        return false;
                                    });
-    tellLost(counts.withoutContact, "collision that goes on", "collisions that go on", "they belong to no contact");
+    tellLost(counts.withoutContact, "collision that goes on", "collisions that go on", "without a contact");
     if (counts.finished > 0)
         reportOnce(eNotCarried, NLogTitle::legacyRead,
                    "of the ends of " + std::to_string(counts.finished) +

@@ -86,7 +86,8 @@ public:
             const std::string names = "\"" + shortened(entry.first) + "\" and \"" + shortened(entry.second) + "\"";
             auto pair = pairOf(entry.first, entry.second);
             if (!pair || pair->first.isEmpty() || pair->second.isEmpty()) {
-                tell(eUpgraded, "the entry of " + names + " is dropped, for no pair of materials stands behind it.");
+                tell(eUpgraded,
+                     "the entry of " + names + " is dropped, because no pair of materials corresponds to it.");
                 continue;
             }
             const auto* const standing = find(result, pair->first.toStdString(), pair->second.toStdString());

@@ -75,7 +75,7 @@ void fillFromPrototype(CParticleType& type, const CParticlePrototype& prototype)
 void fillFromPrototypes(CParticleTypes& types, const CParticlePrototypeMap& prototypes);
 
 /// The types of a timestep and their particles, from one record each. A type of the definition that has no particle
-/// stands behind those that have. The records are used up.
+/// comes after those that have. The records are used up.
 void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CParticleTypes& creatorTypes,
                      const CDomain& domain);
 

@@ -282,16 +282,16 @@ TEST(DamagedSource, isNotWaitedForWhereNobodyWrites)
         {"deck.dem", "pipe", true, ""}, // no deck: there is nothing to do
         {"deck.dem", "folder", true, ""},
         {"deck.dem", "device", true, ""},
-        {"deck.idx", "pipe", false, "deck.idx: It is no plain file"},
+        {"deck.idx", "pipe", false, "deck.idx: It isn't a regular file"},
         {"deck.idx", "folder", false, "deck.idx: It is a folder"},
-        {"deck.idx", "device", false, "deck.idx: It is no plain file"},
+        {"deck.idx", "device", false, "deck.idx: It isn't a regular file"},
         {"deck.idx", "/proc/self/mem", false, "deck.idx"}, // can be opened, and no byte of it read
-        {"deck.dem.scn.1", "pipe", false, "deck.dem.scn.1: It is no plain file"},
+        {"deck.dem.scn.1", "pipe", false, "deck.dem.scn.1: It isn't a regular file"},
         {"deck.dem.scn.1", "folder", false, "deck.dem.scn.1: It is a folder"},
-        {"deck.ess", "pipe", false, "deck.ess is there and can't be opened: It is no plain file"},
+        {"deck.ess", "pipe", false, "deck.ess is there and can't be opened: It isn't a regular file"},
         {"deck.ess", "/proc/self/mem", false, "deck.ess"},
-        {"deck.dfg", "device", false, "deck.dfg: Could not open file for input. It is no plain file"},
-        {"deck.ppf", "pipe", false, "deck.ppf: It is no plain file"},
+        {"deck.dfg", "device", false, "deck.dfg: Could not open file for input. It isn't a regular file"},
+        {"deck.ppf", "pipe", false, "deck.ppf: It isn't a regular file"},
         {"deck.ptf", "pipe", false, ""},
         {"deck.ptf", "folder", false, ""},
     };

@@ -78,10 +78,11 @@ TEST(PairTableRekeying, dropsWhatNamesNoTypeAndTellsIt)
     const CLogCapture log;
     deck.rekey();
     EXPECT_EQ(textOf(table), "m/n=1 ");
-    EXPECT_EQ(log.text(), "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"C\" and \"bare\" is dropped, for "
-                          "no pair of materials stands behind it.\n"
-                          "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"m\" and \"n\" is dropped, for no "
-                          "pair of materials stands behind it.\n");
+    EXPECT_EQ(log.text(),
+              "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"C\" and \"bare\" is dropped, because "
+              "no pair of materials corresponds to it.\n"
+              "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"m\" and \"n\" is dropped, because "
+              "no pair of materials corresponds to it.\n");
 }
 
 TEST(PairTableRekeying, goesThroughFourModelsAndKeepsWhatElseTheyHold)
@@ -124,10 +125,11 @@ TEST(PairTableRekeying, namesTheMaterialsOfATypeAndAGroupInEitherOrder)
     const CLogCapture log;
     deck.rekeyGeometry();
     EXPECT_EQ(textOf(table), "brass/n=2 m/steel=1 n/rubber=3 ");
-    EXPECT_EQ(log.text(), "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"B\" and \"C\" is dropped, for no "
-                          "pair of materials stands behind it.\n"
-                          "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"Lid\" and \"Wall\" is dropped, "
-                          "for no pair of materials stands behind it.\n");
+    EXPECT_EQ(log.text(),
+              "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"B\" and \"C\" is dropped, because "
+              "no pair of materials corresponds to it.\n"
+              "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"Lid\" and \"Wall\" is dropped, because "
+              "no pair of materials corresponds to it.\n");
 }
 
 TEST(PairTableRekeying, itIsTheGroupThatGetsANewMaterial)

@@ -43,7 +43,7 @@ const SRefusal refusals[] = {
     {{"config", "DIR/pile.dem", "PROCESSOR:GENERAL:PSI"},
      2,
      "no key PROCESSOR:GENERAL:PSI",
-     "default: PROCESSOR:GENERAL:PSI=INT:3"},
+     "default value: PROCESSOR:GENERAL:PSI=INT:3"},
     {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "\"first\" isn't a whole number", "--timestep"},
     {{"dump", "--timestep", "3", "DIR/pile.dem"}, 2, "no timestep 3", "It has 3"},
     {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is missing", "brenmark help verify"},

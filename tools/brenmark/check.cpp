@@ -22,8 +22,9 @@ namespace {
 struct SCheckedDeck
 {
     std::string path;
-    std::string family = "unknown";
-    std::string version; ///< empty if it isn't known
+    EDeckFormat format = eFormatUnknown;
+    std::string family = "unknown"; ///< or "partial"
+    std::string version;            ///< empty if it isn't known
     bool isOpen = false;
     std::string finished; ///< of a partial deck, "3 of 8 timesteps"
     bool needsConversion = false;
@@ -43,8 +44,9 @@ SCheckedDeck checked(const QString& path)
         deck.finished = partial->countText();
     }
     deck.needsConversion = CDataConverter::legacyDataConversionRequired(path);
-    SDeckHead head;
+    SDeckHead head = headOf(path);
     const auto takeHead = [&] {
+        deck.format = head.format;
         if (head.format != eFormatUnknown)
             deck.family = head.familyName();
         if (head.lastVersion != 0)
@@ -61,6 +63,11 @@ SCheckedDeck checked(const QString& path)
             deck.particles = types.particleCount();
             deck.types = types.count();
         }
+        for (const SLogRecord& message : reader.messages())
+            if (isDamage(message.effect))
+                if (const std::string problem = withoutEnd(message.placedText());
+                    std::find(deck.problems.begin(), deck.problems.end(), problem) == deck.problems.end())
+                    deck.problems.push_back(problem);
     }
     catch (const CFailure& failure) {
         takeHead();
@@ -82,7 +89,7 @@ std::string lineOf(const SCheckedDeck& deck)
         line += ", " + countText(deck.particles, "particle") + " of " + countText(deck.types, "type");
     line += deck.needsConversion ? ": needs conversion" : ": needs no conversion";
     if (deck.failure)
-        line += deck.failure->code == eExitUnsupported ? ", which isn't possible yet" : ", but can't be read whole";
+        line += deck.failure->code == eExitUnsupported ? ", which isn't possible" : ", but can't be read whole";
     else if (!deck.problems.empty())
         line += ", but isn't whole";
     return line + '\n';
@@ -166,8 +173,7 @@ EExitCode runCheck(const SCheckOptions& options)
             if (deck.failure)
                 failed(*deck.failure);
             for (size_t i = 0; i + (deck.failure ? 1 : 0) < deck.problems.size(); ++i)
-                failed(CFailure(eExitSource, deck.path + ": " + deck.problems[i],
-                                "Copy the deck again from where it is whole, or convert its source again."));
+                failed(problemFailure(deck.path, deck.format, deck.problems[i]));
         }
     }
     if (options.json)

@@ -69,8 +69,8 @@ private:
 
 CCommandLine::CCommandLine()
 {
-    app.set_version_flag("-V,--version", "brenmark " BRENMARK_VERSION, "Show the version and leave");
-    app.set_help_flag("-h,--help", "Show this help and leave");
+    app.set_version_flag("-V,--version", "brenmark " BRENMARK_VERSION, "Show the version and exit");
+    app.set_help_flag("-h,--help", "Show this help and exit");
     app.require_subcommand(1);
     for (const auto& [word, shown] : {std::pair("SUBCOMMAND", "COMMAND"), std::pair("Positionals", "Arguments"),
                                       std::pair("REQUIRED", ""), std::pair("TEXT", "")})
@@ -97,7 +97,7 @@ CLI::App* CCommandLine::add(const char* name, const char* what)
 
 void CCommandLine::addReading(CLI::App* command)
 {
-    command->add_option("--max-memory", mostMemory, "The most that one timestep may take, for example 4GB")
+    command->add_option("--max-memory", mostMemory, "Memory limit for one timestep, for example 4GB")
         ->type_name("SIZE");
 }
 
@@ -109,7 +109,7 @@ void CCommandLine::addProgress(CLI::App* command)
 
 void CCommandLine::addThreads(CLI::App* command)
 {
-    command->add_option("--threads", threads, "Threads that compute; without it one for each core that may be used")
+    command->add_option("--threads", threads, "Worker threads; default: one for each core that may be used")
         ->type_name("N");
 }
 
@@ -221,7 +221,7 @@ void CCommandLine::addVerify()
     CLI::App* const command = add("verify", "Compare a deck with what it was converted into");
     command->add_option("SOURCE", source, "A deck: its first file, NAME.dem")->required();
     command->add_option("CONVERTED", target, "The deck to compare it with")->required();
-    command->add_option("--limit", limit, "Name at most N differences, 0 for all; 100 without this")->type_name("N");
+    command->add_option("--limit", limit, "List at most N differences, 0 for all; default: 100")->type_name("N");
     command->add_flag("--json", verify.json, "Show one JSON object");
     addProgress(command);
     addReading(command);

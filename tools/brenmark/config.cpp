@@ -113,7 +113,7 @@ static std::string adviceFor(CConfigManager& manager, const CKeyPath& key)
     defaults.loadAll();
     if (defaults.findNode(key, false))
         if (const QList<QByteArray> lines = entryLines(defaults, key); lines.size() == 1)
-            return "It is known, and has its default: " + lines.first().toStdString() + ".";
+            return "It is known and has its default value: " + lines.first().toStdString() + ".";
 
     std::vector<std::string> elements = key.elements();
     while (!manager.findNode(CKeyPath(elements), false))

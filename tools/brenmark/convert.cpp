@@ -232,7 +232,7 @@ void CConvertCommand::requireWhole()
     result.verification = verify(options.source, folder->deck(), defaultDifferenceLimit, progress);
     result.code = result.verification->exitCode();
     if (!result.verification->equal())
-        throw CFailure(eExitDifferent, utf8(target) + ": isn't made: the new deck differs from its source",
+        throw CFailure(eExitDifferent, utf8(target) + ": was not made: the new deck differs from its source",
                        advice + "Repeat this command with --resume and without --verify to take it as it is.");
     if (interrupted())
         throw CFailure(eExitInterrupted, "interrupted after the comparison",

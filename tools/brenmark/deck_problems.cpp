@@ -37,6 +37,13 @@ std::vector<std::string> problemsOf(const CDeckReader& reader, const QString& pa
     return problems;
 }
 
+CFailure problemFailure(const std::string& path, EDeckFormat format, const std::string& problem)
+{
+    return {eExitSource, path + ": " + problem,
+            format == eFormatHdf5 ? "Copy the deck again from where it is whole, or convert its source again."
+                                  : "Copy the deck again from the archive, with all its files."};
+}
+
 bool isWholeConversion(const QString& target, const QString& source, size_t timesteps)
 {
     if (!QFileInfo(target).isFile() || detectFormat(target) != eFormatHdf5)

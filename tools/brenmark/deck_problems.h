@@ -17,6 +17,9 @@ QString missingSegment(const CDeckReader& reader, const QString& path);
 /// otherwise, companions that a deck of the current family has to have, segments of a legacy one.
 std::vector<std::string> problemsOf(const CDeckReader& reader, const QString& path);
 
+/// The failure that reports one of them, with what to do about it.
+CFailure problemFailure(const std::string& path, EDeckFormat format, const std::string& problem);
+
 /// Whether a whole deck is at the target that has the timesteps of the source: a run that was killed when it had given
 /// its deck the final name leaves no other sign.
 bool isWholeConversion(const QString& target, const QString& source, size_t timesteps);

@@ -4,6 +4,7 @@
 
 #include "core/deck/application_state.h"
 #include "core/plain_file.h"
+#include "io/dem/dem_header.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -78,6 +79,8 @@ EDeckFormat requireDeck(const QString& path)
                        other.empty() ? "Name the deck's first file; brenmark check lists the decks of a folder."
                                      : other);
     }
+    if (!info.isFile())
+        throw CFailure(eExitUnsupported, name + ": is a device, pipe or socket", "Name the deck's first file.");
     QFile file(path);
     if (const std::string cause = openPlainFile(file); !cause.empty())
         throw CFailure(eExitSource, name + ": can't be opened: " + cause, "Check the file's permissions.");
@@ -97,7 +100,7 @@ EDeckFormat requireDeck(const QString& path)
     if (checkSourceFiles(path, false) != 0) {
         const QString index = stripDeckSuffix(path) + NDeckFile::indexSuffix;
         throw CFailure(eExitSource, name + ": its index " + utf8(index) + " is missing",
-                       "Copy the index from where the deck came from, beside the deck.");
+                       "Copy the index from the archive and put it beside the deck.");
     }
     return format;
 }
@@ -133,11 +136,8 @@ CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination 
     deck().readOptions.upgradeOldModels = form == eUpgradedModel;
     deck().ignoreUnreadableCompanions = ignoreCompanions;
     const int code = deck().load(deckPath);
-    if (known != nullptr) {
-        *known = head();
-        if (code == eOpenHeaderRefused || manager().fileName.isEmpty()) // what is there are the manager's own versions
-            known->firstVersion = known->lastVersion = 0;
-    }
+    if (known != nullptr && code != eOpenHeaderRefused && !manager().fileName.isEmpty())
+        *known = head(); // else what is there are the manager's own versions
     if (code != eOpened)
         throw openFailure(code, deckPath, logger.records());
 }
@@ -145,6 +145,18 @@ CDeckReader::CDeckReader(const QString& deckPath, EModelForm form, EExamination 
 const char* SDeckHead::familyName() const
 {
     return format == eFormatLegacy ? "legacy" : format == eFormatHdf5 ? "HDF5" : "unknown";
+}
+
+SDeckHead headOf(const QString& path)
+{
+    SDeckHead head{detectFormat(path)};
+    QFile file(path);
+    SDemHeader header;
+    if (head.format == eFormatLegacy && openPlainFile(file).empty() && header.read(file)) {
+        head.firstVersion = header.firstVersion;
+        head.lastVersion = header.lastVersion;
+    }
+    return head;
 }
 
 SDeckHead CDeckReader::head() const { return {deckFormat, manager().firstVersion, manager().lastVersion}; }

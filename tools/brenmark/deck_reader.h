@@ -59,10 +59,13 @@ struct SDeckHead
     const char* familyName() const;
 };
 
+/// What the first bytes of a path say, though all else may be missing. The versions of an HDF5 deck take opening it.
+SDeckHead headOf(const QString& path);
+
 class CDeckReader
 {
 public:
-    /// \param head  is filled in, whatever is thrown; may be null
+    /// \param head  is filled in, whatever is thrown, where more is known than headOf() finds; may be null
     /// \throws CFailure  no such file, no deck, or one that can't be opened
     explicit CDeckReader(const QString& path, EModelForm form = eUpgradedModel, EExamination examination = eNotExamined,
                          bool ignoreCompanions = false, SDeckHead* head = nullptr);

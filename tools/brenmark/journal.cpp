@@ -42,7 +42,7 @@ TEnum enumOf(const Json& value, TEnum last)
 {
     const int number = value.get<int>();
     if (number < 0 || number > static_cast<int>(last))
-        throw std::out_of_range("a number that means nothing");
+        throw std::out_of_range("a number that has no meaning there");
     return static_cast<TEnum>(number);
 }
 
@@ -99,7 +99,7 @@ Json objectOf(const SJournal& journal)
 SJournal journalOf(const Json& object)
 {
     if (object.at("form").get<int>() != journalForm)
-        throw std::runtime_error("its form is that of another version of brenmark");
+        throw std::runtime_error("it was written by another version of brenmark");
     SJournal journal;
     const auto state = object.at("state").get<std::string>();
     int number = eConverting;

@@ -111,7 +111,7 @@ public:
         return name;
     }
 
-    /// Of two materials that meet. "~" stands between them, in one order or the other.
+    /// Of two materials that meet. "~" is between them, in one order or the other.
     std::string originalPair(const std::string& segment) const
     {
         const size_t joint = segment.find('~');
@@ -167,7 +167,7 @@ private:
 
 using FTest = bool (*)(const CUpgradedModel&, const Segments& path, const SModelChange&);
 
-/// Where the name of the object stands to which a line belongs.
+/// Where in a line the name of its object is.
 constexpr size_t ownName = 1;
 constexpr size_t nameOfSize = 5;
 constexpr size_t nameInTable = 4;
@@ -188,7 +188,7 @@ bool copiedAsEquipment(const CUpgradedModel& model, const Segments& path, const 
     return change.upgraded == "0" && model.originalOf(path[ownName]) != path[ownName];
 }
 
-/// The place of a new type is behind all others.
+/// A new type comes after all others.
 bool copiedToTheEnd(const CUpgradedModel& model, const Segments& path, const SModelChange&)
 {
     return model.originalOf(path[ownName]) != path[ownName];
@@ -200,7 +200,7 @@ bool movedToACopy(const CUpgradedModel& model, const Segments&, const SModelChan
     return model.originalOf(change.upgraded) == change.stored;
 }
 
-/// A line of a size that stands under the name of a copy of its type now.
+/// A line of a size that is under the name of a copy of its type now.
 bool movedWithItsType(const CUpgradedModel& model, const Segments& path, const SModelChange& change)
 {
     Segments moved = path;
@@ -242,7 +242,7 @@ struct SEntry
 
     bool isOfType(const std::string& name) const { return hasMaterial("particles/" + name); }
     bool isOfGroup(const std::string& name) const { return hasMaterial("geometryGroups/" + name); }
-    /// Whether a pair of materials stands behind the names.
+    /// Whether the names lead to a pair of materials.
     bool isKnown() const
     {
         if (isOfWalls)

@@ -106,14 +106,15 @@ void CPartialFolder::takeLock()
             ::close(lock);
             lock = -1;
             throw CFailure(eExitTarget, utf8(target) + ": another conversion is making it, in " + places.partial,
-                           "Wait for its end, or choose another name for this one.");
+                           "Wait until it has finished, or choose another name for this one.");
         }
         if (isNamed(lock, file))
             return;
         ::close(lock);
         lock = -1;
     }
-    throw CFailure(eExitTarget, file + ": can't be locked", "Other conversions come and go there: wait for their end.");
+    throw CFailure(eExitTarget, file + ": can't be locked",
+                   "Other conversions keep using it: wait until they have finished.");
 }
 
 QString CPartialFolder::pathFor(const QString& target) { return QFileInfo(target).absoluteFilePath() + partialSuffix; }
@@ -224,8 +225,7 @@ void CPartialFolder::clear()
             disk.remove(places.partial + '/' + name);
     for (const std::string& name : disk.names(places.partial))
         if (name != journalName && name != lockName)
-            throw CFailure(eExitTarget,
-                           places.partial + '/' + name + ": is in the way, and not of a conversion's making",
+            throw CFailure(eExitTarget, places.partial + '/' + name + ": is in the way, and no conversion made it",
                            "Move it elsewhere, and repeat this command.");
     if (isBegun()) // the last, for what is here without one belongs to no conversion
         disk.remove(places.partial + '/' + journalName);

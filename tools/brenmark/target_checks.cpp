@@ -61,7 +61,7 @@ void requireShortName(const QString& target)
         info.filePath() + QLatin1String(".partial/") + info.completeBaseName() + QLatin1String("_data/0000000.h5.part");
     if (nativePath(longest).size() >= PATH_MAX)
         throw CFailure(eExitTarget, utf8(target) + ": the path is too long",
-                       "Choose a folder that is less deep, or a shorter name.");
+                       "Choose a folder nearer to the root, or a shorter name.");
 }
 
 void requireWritableFolder(const QString& target)

@@ -75,9 +75,8 @@ void compareWithStored(const QString& path, const SDeckDigest& digest, SVerifica
         reader.timestep(model.firstTimestep);
         for (SModelChange& change : modelChanges(modelLines(reader, root), model.lines, root)) {
             if (change.upgrade.empty())
-                result.differences.push_back({eOtherValue, change.path,
-                                              "otherwise than stored, and no upgrade means it", change.stored,
-                                              change.upgraded});
+                result.differences.push_back({eOtherValue, change.path, "not as stored, and no upgrade explains it",
+                                              change.stored, change.upgraded});
             else
                 result.meant.push_back(std::move(change));
         }
@@ -107,7 +106,7 @@ auto readingConverted(const QString& source, const QString& converted, TBody&& b
 const QLatin1String companionSuffixes[] = {NDeckFile::settingsSuffix, NDeckFile::configurationSuffix,
                                            NDeckFile::companionSuffix};
 
-/// Where the content of a companion stands in the text of a deck.
+/// Where the content of a companion is in the text of a deck.
 std::string placeOfCompanion(QLatin1String suffix)
 {
     return suffix == NDeckFile::settingsSuffix        ? "deck/settings"
@@ -151,7 +150,7 @@ void compareBeside(const QString& source, const SDeckDigest& first, const QStrin
 
 // ---------------------------------------------------------------- timesteps
 
-/// The timestep of the source that stands in the place of another, if it is one.
+/// The timestep of the source that is in the place of another, if it is one.
 std::optional<size_t> copiedFrom(const SDeckDigest& source, size_t own, const SDeckDigest::STimestep& converted)
 {
     for (size_t i = 0; i < source.timesteps.size(); ++i)

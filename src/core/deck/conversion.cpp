@@ -63,8 +63,9 @@ QString whatItIs(const QString& path)
     QFile file(path);
     if (const std::string cause = openPlainFile(file); !cause.empty())
         return path + QStringLiteral(" can't be opened as a deck: ") + QString::fromStdString(cause) + '.';
-    return path + QStringLiteral(" is no deck: its first bytes are neither those of an HDF5 file nor those of a legacy "
-                                 "deck with timesteps, of a version from 2.0.0 to below 30.0.0.");
+    return path +
+           QStringLiteral(" isn't a deck: its first bytes are neither those of an HDF5 file nor those of a legacy "
+                          "deck with timesteps, of a version from 2.0.0 to below 30.0.0.");
 }
 
 /// The error text, and below it the first error of the ledger, with its place.

@@ -64,7 +64,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
             numbers.push_back(*number);
         else
             report(eRemark, NLogTitle::hdf5Read,
-                   "The file " + (folder + name).toStdString() + " is no timestep of this deck.");
+                   "The file " + (folder + name).toStdString() + " isn't a timestep of this deck.");
     }
     timestepCount = numbers.empty() ? 0 : numbers.back() + 1;
     index.assign(timestepCount, STimestepIndexEntry());

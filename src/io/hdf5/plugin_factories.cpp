@@ -20,7 +20,7 @@ void readPluginFactories(CHdf5FormReader& in, CPluginParticleFactoryList& factor
                 return;
             if (type != QLatin1String("library")) {
                 reportOnce(eLost, NLogTitle::hdf5Read,
-                           factory + "kind \"" + shortened(type) + "\" is no plug-in: left out.", 1, shortened(name));
+                           factory + "kind \"" + shortened(type) + "\" isn't a plug-in: left out.", 1, shortened(name));
                 return;
             }
             QString library;

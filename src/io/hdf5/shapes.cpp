@@ -43,7 +43,7 @@ void rewriteScalar(const std::string& name, const H5::DataType& type, const void
     try {
         closed(location.openAttribute(name), [&](H5::Attribute& attribute) {
             if (attribute.getSpace().getSimpleExtentNpoints() != 1)
-                throwAt(location, "attribute", name, "is no single value");
+                throwAt(location, "attribute", name, "isn't a single value");
             attribute.write(type, value);
         });
     }
@@ -62,7 +62,7 @@ void readValues(const std::string& name, const H5::DataType& type, const H5::H5O
         CReadAudit::compareTypes(attribute.getDataType(), type, "attribute", name);
         checkSound(attribute, location, name);
         if (type.getClass() == H5T_INTEGER && attribute.getTypeClass() != H5T_INTEGER)
-            throwAt(location, "attribute", name, "is no whole number");
+            throwAt(location, "attribute", name, "isn't a whole number");
         void* const target = allocate(attribute.getSpace().getSimpleExtentNpoints());
         attribute.read(type, target);
     }
@@ -124,7 +124,7 @@ void checkMembers(const std::string& name, const H5::CompType& wanted, const H5:
                   const H5::H5Location& location)
 {
     if (dataset.getTypeClass() != H5T_COMPOUND)
-        throwAt(location, "dataset", name, "is no table of records");
+        throwAt(location, "dataset", name, "isn't a table of records");
     const H5::CompType found = dataset.getCompType();
     for (int i = 0; i < wanted.getNmembers(); ++i) {
         const std::string member = wanted.getMemberName(static_cast<unsigned>(i));
@@ -140,7 +140,7 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
         requireOwn(location, "dataset", name);
         const H5::DataSet dataset = location.openDataSet(name);
         if (dataset.getSpace().getSimpleExtentNpoints() != 1)
-            throwAt(location, "dataset", name, "is no single record");
+            throwAt(location, "dataset", name, "isn't a single record");
         checkSound(dataset, location, name);
         checkMembers(name, type, dataset, location);
         dataset.read(record, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
@@ -329,7 +329,7 @@ void readAttribute(const std::string& name, std::string& text, const H5::H5Objec
         checkSound(attribute, location, name);
         if (attribute.getTypeClass() != H5T_STRING || attribute.getStrType().isVariableStr() ||
             attribute.getSpace().getSimpleExtentNpoints() != 1)
-            throwAt(location, "attribute", name, "is no text of fixed length");
+            throwAt(location, "attribute", name, "isn't a text of fixed length");
         const H5::StrType type = attribute.getStrType();
         std::string bytes(type.getSize(), '\0');
         attribute.read(type, static_cast<void*>(&bytes[0]));
@@ -436,7 +436,7 @@ void readDataset(const std::string& name, C3DTransform& value, const H5::H5Locat
 {
     CArrayReader(location).read(name, PredType::NATIVE_DOUBLE, 4, [&](const SArrayShape& shape) {
         if (shape.rows != 4)
-            throwAt(location, "dataset", name, "is no 4 by 4 matrix");
+            throwAt(location, "dataset", name, "isn't a 4 by 4 matrix");
         return static_cast<void*>(value.data());
     });
 }
@@ -481,7 +481,7 @@ void readTable(const std::string& name, const H5::CompType& type, const std::fun
         const H5::DataSet dataset = location.openDataSet(name);
         const H5::DataSpace space = dataset.getSpace();
         if (space.getSimpleExtentNdims() != 1)
-            throwAt(location, "dataset", name, "is no table of one dimension");
+            throwAt(location, "dataset", name, "isn't a table of one dimension");
         checkMembers(name, type, dataset, location);
         checkSound(dataset, location, name);
         const hssize_t count = space.getSimpleExtentNpoints();

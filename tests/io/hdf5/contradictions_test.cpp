@@ -36,7 +36,7 @@ static const SContradiction contradictions[] = {
      },
      false, "dataset \"ids\""},
     {"a count that is no whole number", [](const CTempFolder& f) { changed(f).number(type, "size", 2.5); }, false,
-     "is no whole number"},
+     "isn't a whole number"},
     {"the file of another timestep",
      [](const CTempFolder& f) { f.write("Kiste_data/1.h5", f.read("Kiste_data/0.h5")); }, true,
      "the model in this file is number 0: it is the file of another timestep"},

@@ -393,7 +393,7 @@ TEST(PluginFactoriesOfHdf5, areSkippedAndTold)
     CLogCapture log;
     sample.read<CreatorReader>(list);
     EXPECT_EQ(log.count(), 2u);
-    EXPECT_THAT(log.text(), HasSubstr("\"Alt\" of the kind \"built in\" is no plug-in: left out."));
+    EXPECT_THAT(log.text(), HasSubstr("\"Alt\" of the kind \"built in\" isn't a plug-in: left out."));
     EXPECT_THAT(log.text(),
                 HasSubstr("plug-in factory \"Regen\" of the library \"rain\" can't be bound here: left out."));
 }

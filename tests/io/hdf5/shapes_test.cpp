@@ -187,7 +187,7 @@ TEST_F(Shapes, tellWhatIsWrongAndWhere)
     const double numbers[1000] = {};
     CH5Builder(path()).attribute("/", "a", H5T_NATIVE_DOUBLE, numbers, {1000});
     EXPECT_EQ(failure<double>(), "/, attribute \"a\": 1000 values where one is needed");
-    EXPECT_EQ(failure<QString>(), "/, attribute \"a\": is no text of fixed length");
+    EXPECT_EQ(failure<QString>(), "/, attribute \"a\": isn't a text of fixed length");
     CH5Builder(path()).text("/", "a", "12");
     EXPECT_THAT(failure<double>(), testing::StartsWith("/, attribute \"a\": "));
     EXPECT_THAT(failure<C3DPoint>(), testing::StartsWith("/, attribute \"a\": "));
@@ -213,7 +213,7 @@ TEST_F(Shapes, ofTablesNeedEveryMember)
         return std::string("none");
     };
     EXPECT_EQ(failureOf("a"), "/, dataset \"a\": has no member \"name\"");
-    EXPECT_EQ(failureOf("b"), "/, dataset \"b\": is no table of records");
+    EXPECT_EQ(failureOf("b"), "/, dataset \"b\": isn't a table of records");
 }
 
 TEST(FixedTexts, takeWhatFitsAndNoByteMore)

@@ -110,8 +110,7 @@ static Json describe(CDeckReader& reader, const SInfoOptions& options, std::vect
     addFiles(deck, options);
     deck["problems"] = problems;
     for (const std::string& problem : problems)
-        failures.emplace_back(eExitSource, utf8(options.deck) + ": " + problem,
-                              "Copy the deck again from where it is whole, or convert its source again.");
+        failures.push_back(problemFailure(utf8(options.deck), reader.format(), problem));
     return deck;
 }
 
@@ -133,7 +132,7 @@ static Ledger withoutProblems(const Ledger& messages, const Json& deck)
 EExitCode runInfo(const SInfoOptions& options)
 {
     std::vector<CFailure> failures;
-    SDeckHead head;
+    SDeckHead head = headOf(options.deck);
     Json deck;
     Ledger messages;
     try {
@@ -142,8 +141,6 @@ EExitCode runInfo(const SInfoOptions& options)
         messages = reader.messages();
     }
     catch (const CFailure& failure) {
-        if (head.format == eFormatUnknown)
-            head.format = detectFormat(options.deck);
         deck = describeHead(head, options);
         addFiles(deck, options);
         failures.push_back(failure);

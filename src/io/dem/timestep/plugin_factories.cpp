@@ -27,7 +27,7 @@ void CDemTimestepDataReader::readPluginParticleFactoryList(CPluginParticleFactor
         if (kind != QLatin1String("library")) {
             reportOnce(eLost, NLogTitle::legacyRead,
                        "factory \"" + shortened(name) + "\" of the kind \"" + shortened(kind) +
-                           "\" is no plug-in: left out.",
+                           "\" isn't a plug-in: left out.",
                        1, shortened(name));
             continue;
         }

@@ -172,7 +172,7 @@ void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
             if (group == nullptr || !isNumber) {
                 report(eLost, NLogTitle::hdf5Read,
                        "Geometry group " + shortened(number) + " of type \"" + shortened(type) +
-                           "\" is skipped: " + (isNumber ? "no such type is known." : "its name is no number."));
+                           "\" is skipped: " + (isNumber ? "no such type is known." : "its name isn't a number."));
                 return;
             }
             group->index = index;

@@ -283,7 +283,7 @@ void CHdf5CreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelPa
         const qint32 id = QString::fromStdString(name).toInt(&isNumber);
         if (!isNumber) {
             report(eLost, NLogTitle::hdf5Read,
-                   "\"" + shortened(name) + "\" among the moving planes is no number: skipped.");
+                   "\"" + shortened(name) + "\" among the moving planes isn't a number: skipped.");
             continue;
         }
         in().group(name, [&] {

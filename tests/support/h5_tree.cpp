@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <hdf5.h>
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <vector>
@@ -69,43 +70,66 @@ static std::vector<hsize_t> extentOf(hid_t space)
 
 // ---------------------------------------------------------------- values
 
-constexpr hssize_t mostValues = 6;
-
-/// Reads numbers as doubles and fixed strings as bytes, by what read does with memory type and memory.
-template <class TRead>
-static std::string valuesText(hid_t type, hssize_t points, TRead&& read)
+/// One value of a native type: numbers as doubles, a row of a table in braces.
+static std::string valueText(hid_t type, const char* bytes)
 {
-    if (H5Tget_class(type) == H5T_STRING) {
-        if (H5Tis_variable_str(type) > 0) {
-            std::vector<char*> texts(static_cast<std::size_t>(points), nullptr);
-            read(type, texts.data());
-            std::string all;
-            for (char* text : texts) {
-                all += " \"" + std::string(text) + "\"";
-                H5free_memory(text);
-            }
-            return all.empty() ? "" : " =" + all;
+    switch (H5Tget_class(type)) {
+    case H5T_STRING: {
+        const char* const text = H5Tis_variable_str(type) > 0 ? *reinterpret_cast<const char* const*>(bytes) : bytes;
+        const std::size_t most = H5Tis_variable_str(type) > 0 ? std::strlen(text) : H5Tget_size(type);
+        return "\"" + std::string(text, strnlen(text, most)) + "\"";
+    }
+    case H5T_ARRAY: {
+        const hid_t element = H5Tget_super(type);
+        std::string text;
+        for (std::size_t at = 0; at < H5Tget_size(type); at += H5Tget_size(element))
+            text += (at == 0 ? "" : " ") + valueText(element, bytes + at);
+        H5Tclose(element);
+        return text;
+    }
+    case H5T_COMPOUND: {
+        std::string text;
+        for (unsigned i = 0; i < static_cast<unsigned>(H5Tget_nmembers(type)); ++i) {
+            const hid_t member = H5Tget_member_type(type, i);
+            text += (i == 0 ? "" : ", ") + valueText(member, bytes + H5Tget_member_offset(type, i));
+            H5Tclose(member);
         }
-        std::string bytes(H5Tget_size(type), '\0');
-        read(type, &bytes[0]);
-        return " = \"" + std::string(bytes.c_str()) + "\"";
+        return "{" + text + "}";
     }
-    hid_t element = H5T_NATIVE_DOUBLE;
+    default: {
+        double value = 0.0;
+        std::vector<char> converted(std::max(sizeof value, H5Tget_size(type)));
+        std::memcpy(converted.data(), bytes, H5Tget_size(type));
+        H5Tconvert(type, H5T_NATIVE_DOUBLE, 1, converted.data(), nullptr, H5P_DEFAULT);
+        std::memcpy(&value, converted.data(), sizeof value);
+        return number(value);
+    }
+    }
+}
+
+/// \param read  fills memory of a type
+template <class TRead>
+static std::string valuesText(hid_t stored, hid_t space, hssize_t mostValues, TRead&& read)
+{
+    const auto points = static_cast<std::size_t>(H5Sget_simple_extent_npoints(space));
+    const hid_t type = H5Tget_native_type(stored, H5T_DIR_ASCEND);
+    std::size_t values = points;
     if (H5Tget_class(type) == H5T_ARRAY) {
-        hsize_t sizes[H5S_MAX_RANK] = {};
-        const int rank = H5Tget_array_dims2(type, sizes);
-        element = H5Tarray_create2(H5T_NATIVE_DOUBLE, static_cast<unsigned>(rank), sizes);
-        for (int i = 0; i < rank; ++i)
-            points *= static_cast<hssize_t>(sizes[i]);
+        const hid_t element = H5Tget_super(type);
+        values *= H5Tget_size(type) / H5Tget_size(element);
+        H5Tclose(element);
     }
-    if (points == 0 || points > 16)
-        return "";
-    std::vector<double> values(static_cast<std::size_t>(points));
-    read(element, values.data());
-    std::string text = " =";
-    for (const double value : values)
-        text += " " + number(value);
-    return text;
+    std::string text;
+    if (points > 0 && values <= static_cast<std::size_t>(mostValues)) {
+        std::vector<char> bytes(points * H5Tget_size(type));
+        read(type, bytes.data());
+        for (std::size_t i = 0; i < points; ++i)
+            text += " " + valueText(type, bytes.data() + i * H5Tget_size(type));
+        if (H5Tget_class(type) == H5T_STRING && H5Tis_variable_str(type) > 0)
+            H5Dvlen_reclaim(type, space, H5P_DEFAULT, bytes.data());
+    }
+    H5Tclose(type);
+    return text.empty() ? text : " =" + text;
 }
 
 static std::string attributeText(hid_t attribute)
@@ -115,8 +139,7 @@ static std::string attributeText(hid_t attribute)
     std::string text = typeText(type);
     if (H5Sget_simple_extent_type(space) != H5S_SCALAR)
         text += " " + braces(extentOf(space));
-    text += valuesText(type, H5Sget_simple_extent_npoints(space),
-                       [&](hid_t memory, void* values) { H5Aread(attribute, memory, values); });
+    text += valuesText(type, space, 16, [&](hid_t memory, void* values) { H5Aread(attribute, memory, values); });
     H5Sclose(space);
     H5Tclose(type);
     return text;
@@ -142,7 +165,7 @@ static std::string layoutText(hid_t dataset)
     return text;
 }
 
-static std::string datasetText(hid_t dataset)
+static std::string datasetText(hid_t dataset, ETreeDetail detail)
 {
     const hid_t type = H5Dget_type(dataset);
     const hid_t space = H5Dget_space(dataset);
@@ -150,9 +173,8 @@ static std::string datasetText(hid_t dataset)
     if (H5Sget_simple_extent_type(space) != H5S_SCALAR)
         text += " " + braces(extentOf(space));
     text += layoutText(dataset);
-    const hssize_t points = H5Sget_simple_extent_npoints(space);
-    if (H5Tget_class(type) != H5T_COMPOUND && points <= mostValues)
-        text += valuesText(type, points, [&](hid_t memory, void* values) {
+    if (H5Tget_class(type) != H5T_COMPOUND || detail == eAllValues)
+        text += valuesText(type, space, detail == eAllValues ? 64 : 6, [&](hid_t memory, void* values) {
             H5Dread(dataset, memory, H5S_ALL, H5S_ALL, H5P_DEFAULT, values);
         });
     H5Sclose(space);
@@ -162,7 +184,7 @@ static std::string datasetText(hid_t dataset)
 
 // ---------------------------------------------------------------- the walk
 
-static void walk(hid_t group, const std::string& path, std::string& lines)
+static void walk(hid_t group, const std::string& path, ETreeDetail detail, std::string& lines)
 {
     lines += path + "\n";
     H5O_info_t info = {};
@@ -181,9 +203,9 @@ static void walk(hid_t group, const std::string& path, std::string& lines)
         H5Lget_name_by_idx(group, ".", H5_INDEX_NAME, H5_ITER_INC, i, name, sizeof name, H5P_DEFAULT);
         const hid_t member = H5Oopen(group, name, H5P_DEFAULT);
         if (H5Iget_type(member) == H5I_GROUP)
-            walk(member, path + name + "/", lines);
+            walk(member, path + name + "/", detail, lines);
         else
-            lines += path + name + " " + datasetText(member) + "\n";
+            lines += path + name + " " + datasetText(member, detail) + "\n";
         H5Oclose(member);
     }
 }
@@ -193,11 +215,17 @@ std::string treeOf(const QString& path, const std::string& from)
     const hid_t file = H5Fopen(QFile::encodeName(path).constData(), H5F_ACC_RDONLY, H5P_DEFAULT);
     if (file < 0)
         throw std::runtime_error("can't open " + path.toStdString());
+    std::string lines = treeOf(file, from, eFewValues);
+    H5Fclose(file);
+    return lines;
+}
+
+std::string treeOf(hid_t file, const std::string& from, ETreeDetail detail)
+{
     const hid_t group = H5Gopen2(file, from.c_str(), H5P_DEFAULT);
     std::string lines;
-    walk(group, from, lines);
+    walk(group, from, detail, lines);
     H5Gclose(group);
-    H5Fclose(file);
     return lines;
 }
 

@@ -19,6 +19,15 @@ namespace NBrenmark {
 /// \throws std::runtime_error  if the file can't be opened
 std::string treeOf(const QString& path, const std::string& from = "/");
 
+enum ETreeDetail
+{
+    eFewValues, ///< up to six of a dataset, none of a table
+    eAllValues  ///< up to 64, rows of tables as well
+};
+
+/// Of a file that is open.
+std::string treeOf(hid_t file, const std::string& from, ETreeDetail detail);
+
 /// A type alone: "{name@0 string[256], type@288 u32} 296".
 std::string typeText(hid_t type);
 

@@ -10,10 +10,15 @@
 namespace NBrenmark {
 
 /// No two numbers of the samples are equal, and none is 0 or 1: what two fields exchange shows.
-inline double nextNumber()
+inline int& numberStep()
 {
     static int step = 0;
-    ++step;
+    return step;
+}
+
+inline double nextNumber()
+{
+    const int step = ++numberStep();
     return (step % 2 == 0 ? 1.0 : -1.0) * (1000.0 + step / 7.0);
 }
 

@@ -1,5 +1,6 @@
-// Every stored class comes back from each family as it went in: the same rows of stored_classes.def that make the
-// visitors make the cases here. What came back is compared by its text, line by line.
+// Every stored class comes back from each family as it went in, and has the form in an HDF5 file and in text that is
+// kept in tests/golden: the same rows of stored_classes.def that make the visitors make the cases here. What came back
+// is compared by its text, line by line.
 #include "core/left_behind.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -8,7 +9,10 @@
 #include "maths/axis_angle.h"
 #include "maths/transform.h"
 
+#include "support/golden.h"
+#include "support/h5_tree.h"
 #include "support/log_capture.h"
+#include "support/sample_values.h"
 #include "support/samples.h"
 #include "support/text_lines.h"
 #include <QBuffer>
@@ -16,7 +20,9 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <ostream>
+#include <sstream>
 
 namespace NBrenmark {
 
@@ -59,29 +65,46 @@ static void enter(TVisitor& visitor, H5::Group& group)
     visitor.pendingName = "value"; // of what has no name of its own
 }
 
-static void throughHdf5(ERoot root, const FWrite& write, const FRead& read)
+/// A file in memory with what a writer makes of an object.
+class CHdf5File
 {
-    H5::FileAccPropList inMemory;
-    inMemory.setCore(1 << 16, false);
-    H5::H5File file("round_trip", H5F_ACC_TRUNC, H5::FileCreatPropList::DEFAULT, inMemory);
-    file.createGroup("/CreatorData/");
-    file.createGroup("/TimestepData/");
-    H5::Group group = file.createGroup("/Sample/");
-    SSaveOptions options;
+public:
+    CHdf5File(ERoot root, const FWrite& write)
+        : file("round_trip", H5F_ACC_TRUNC, H5::FileCreatPropList::DEFAULT, inMemory())
     {
+        file.createGroup("/CreatorData/");
+        file.createGroup("/TimestepData/");
+        group = file.createGroup("/Sample/");
         CHdf5CreatorDataWriter creatorWriter(file, options);
         CHdf5TimestepDataWriter timestepWriter(file, options);
         enter(creatorWriter, group);
         enter(timestepWriter, group);
         write(root == ERoot::eCreator ? static_cast<IFileVisitorWriter&>(creatorWriter) : timestepWriter);
     }
-    CHdf5CreatorDataReader creatorReader(file, options);
-    CHdf5TimestepDataReader timestepReader(file, options);
-    enter(creatorReader, group);
-    enter(timestepReader, group);
-    creatorReader.fileVersion = timestepReader.fileVersion = currentFileVersion();
-    read(root == ERoot::eCreator ? static_cast<IFileVisitorReader&>(creatorReader) : timestepReader);
-}
+    void read(ERoot root, const FRead& read)
+    {
+        CHdf5CreatorDataReader creatorReader(file, options);
+        CHdf5TimestepDataReader timestepReader(file, options);
+        enter(creatorReader, group);
+        enter(timestepReader, group);
+        creatorReader.fileVersion = timestepReader.fileVersion = currentFileVersion();
+        read(root == ERoot::eCreator ? static_cast<IFileVisitorReader&>(creatorReader) : timestepReader);
+    }
+    std::string tree() const { return treeOf(file.getId(), "/Sample/", eAllValues); }
+
+private:
+    static H5::FileAccPropList inMemory()
+    {
+        H5::FileAccPropList access;
+        access.setCore(1 << 16, false);
+        return access;
+    }
+    H5::H5File file;
+    H5::Group group;
+    SSaveOptions options;
+};
+
+static void throughHdf5(ERoot root, const FWrite& write, const FRead& read) { CHdf5File(root, write).read(root, read); }
 
 struct SFamily
 {
@@ -182,6 +205,8 @@ struct SRoundTripCase
     ERoot root;
     bool onDefinition = false;
     std::function<void(const SFamily&, ERoot, bool)> roundTrip;
+    std::string operation;
+    std::function<std::string(bool, ERoot)> form;
 };
 
 static std::ostream& operator<<(std::ostream& stream, const SRoundTripCase& c) { return stream << c.name; }
@@ -283,6 +308,41 @@ static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, cons
     expectTheSame(linesThatCount(*object), linesThatCount(*back));
 }
 
+// ---------------------------------------------------------------- the stored forms
+
+/// The lines of the upper levels: what lies deeper is in the form of its own class.
+static std::string upperLevels(const std::string& text)
+{
+    std::string kept;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        if (std::count(line.begin(),
+                       std::find_if(line.begin(), line.end(), [](char c) { return c == ' ' || c == '@'; }), '/') <= 4)
+            kept += line + "\n";
+    return kept;
+}
+
+/// What an HDF5 file and the text hold of the sample of a class.
+template <class T, class TWrite>
+static std::string formOf(bool isHdf5, ERoot root, const TWrite& write)
+{
+    numberStep() = 0;
+    SModel model;
+    const std::shared_ptr<T> object = sample<T>(model);
+    model.creator.setStorageIndex(2);
+    const auto writeObject = [&](IFileVisitorWriter& visitor) {
+        if (isHdf5)
+            writeBefore<T>(visitor, model);
+        write(visitor, *object);
+    };
+    if (isHdf5)
+        return upperLevels(CHdf5File(root, writeObject).tree());
+    std::string text;
+    for (const std::string& line : linesOf(root, writeObject))
+        text += line + "\n";
+    return upperLevels(text);
+}
+
 static bool isStored(const std::string& column, ERoot root)
 {
     return column == "all" || column == "both" || column == (root == ERoot::eCreator ? "creator" : "timestep");
@@ -299,6 +359,7 @@ static std::vector<SRoundTripCase> allCases()
             cases.push_back(row);
             cases.back().name =
                 std::string(family.name) + (root == ERoot::eCreator ? "Creator" : "Timestep") + operation;
+            cases.back().operation = operation;
             cases.back().family = &family;
             cases.back().root = root;
             cases.back().onDefinition = std::string(readBy) == "both";
@@ -312,6 +373,7 @@ static std::vector<SRoundTripCase> allCases()
         row.roundTrip = [=](const SFamily& family, ERoot root, bool onDefinition) {                                    \
             roundTrip<type>(family, root, onDefinition, write, read);                                                  \
         };                                                                                                             \
+        row.form = [=](bool isHdf5, ERoot root) { return formOf<type>(isHdf5, root, write); };                         \
         add(#operation, hdf5Family(), #hdf5Read, #hdf5Write, row);                                                     \
         add(#operation, legacyFamily(), #legacyRead, #legacyWrite, row);                                               \
     }
@@ -331,6 +393,23 @@ TEST_P(StoredClass, comesBackAsItWentIn)
 
 INSTANTIATE_TEST_SUITE_P(Each, StoredClass, testing::ValuesIn(allCases()),
                          [](const testing::TestParamInfo<SRoundTripCase>& tested) { return tested.param.name; });
+
+TEST(StoredForms, areThoseThatAreKept)
+{
+    std::map<std::string, std::string> forms;
+    for (const SRoundTripCase& row : allCases()) {
+        std::string& form = forms[row.operation];
+        const std::string root = row.root == ERoot::eCreator ? " of a creator model\n" : " of a timestep\n";
+        for (const bool isHdf5 : {true, false}) {
+            const std::string heading = (isHdf5 ? "HDF5" : "text") + root;
+            if ((!isHdf5 || row.family == &hdf5Family()) && form.find(heading) == std::string::npos)
+                form += heading + row.form(isHdf5, row.root) + "\n";
+        }
+    }
+    reportLeftBehind(NLogTitle::hdf5Write);
+    for (const auto& [operation, form] : forms)
+        expectKept(operation + ".txt", form);
+}
 
 // ---------------------------------------------------------------- every built-in model
 

@@ -408,7 +408,7 @@ TEST(StoredForms, areThoseThatAreKept)
     }
     reportLeftBehind(NLogTitle::hdf5Write);
     for (const auto& [operation, form] : forms)
-        expectKept(operation + ".txt", form);
+        expectKept("classes/" + operation + ".txt", form);
 }
 
 // ---------------------------------------------------------------- every built-in model

@@ -60,67 +60,19 @@ static std::string contentOf(const H5::Group& group)
     return content;
 }
 
-TEST(Hdf5Contacts, standWhereTheyBelong)
+TEST(Hdf5Contacts, nameWhatOfContactRecordsHasNoPlace)
 {
     SModel model;
     fill(model.timestep.contacts);
     const CLogCapture log;
     CPairFile pairs;
     pairs.write(model.timestep);
-    const H5::H5File file = pairs.file();
     reportLeftBehind(NLogTitle::hdf5Write);
-    const char* const rows = "CollisionsBase/, CustomProperties/, contact vector 1 f3x3, contact vector 2 f3x3, "
-                             "contacts u3x4, normal force f3x3, normal overlap f3, position f3x3, "
-                             "tangential force f3x3, tangential overlap f3x3";
-    for (const char* family : {"Contacts/SurfaceSurface", "Contacts/SurfaceGeometry"}) {
-        const H5::Group group = file.openGroup(family);
-        EXPECT_EQ(contentOf(group), rows) << family;
-        EXPECT_EQ(attributeOf(group, "size"), 3u);
-        EXPECT_EQ(attributeOf(group, "collision on"), 1u);
-        EXPECT_EQ(attributeOf(group, "mask"), 255u);
-    }
-    const H5::Group nested = file.openGroup("Contacts/SurfaceSurface/CollisionsBase");
-    EXPECT_EQ(attributeOf(nested, "mask"), 0x1FFFFFFu);
-    EXPECT_EQ(contentOf(nested),
-              "end time f3, first/, ids u3, max normal force f3x3, max tangential force f3x3, normal energy f3, "
-              "number iterations u3, position f3x3, relative velocity f3x3, second/, shear energy f3, start time f3, "
-              "total normal force f3x3, total tangential force f3x3, unitcp vector f3x3");
-    const char* const end = "angular velocity f3x3, ids u3, orientation f3x4, position f3x3, radius f3, velocity f3x3";
-    EXPECT_EQ(contentOf(nested.openGroup("first")), end);
-    EXPECT_EQ(contentOf(nested.openGroup("second")), end);
-    const H5::Group wall = file.openGroup("Contacts/SurfaceGeometry/CollisionsBase");
-    EXPECT_EQ(attributeOf(wall, "mask"), 0x3FFFFFu);
-    EXPECT_EQ(contentOf(wall.openGroup("first")), end);
-    EXPECT_EQ(contentOf(wall.openGroup("second")), "ids u3, position f3x3, velocity f3x3");
     // What the legacy family alone stores: both records of both families, three rows each.
     EXPECT_EQ(log.text(), "WARNING HDF5 write: Not carried over, for the format has no place for them: "
                           "6 values of the contact record \"Drag\".\n"
                           "WARNING HDF5 write: Not carried over, for the format has no place for them: "
                           "6 values of the contact record \"Heat \xce\x94\".\n");
-}
-
-TEST(Hdf5Bonds, standWhereTheyBelong)
-{
-    SModel model;
-    CBonds& bonds = model.timestep.bonds;
-    fill(bonds);
-    quint32 row = 0;
-    bonds.surfaceSurface.allocateRow(row, true);
-    bonds.surfaceSurface.state[row] = eDroppedBond;
-    CPairFile pairs;
-    pairs.write(model.timestep);
-    const H5::H5File file = pairs.file();
-    for (const char* family : {"Bonds/SurfaceSurface", "Bonds/SurfaceGeometry"}) {
-        const H5::Group group = file.openGroup(family);
-        EXPECT_EQ(contentOf(group), "bonds u3x4, break time f3, normal force f3x3, normal torque f3x3, state u3, "
-                                    "tangential force f3x3, tangential torque f3x3");
-        EXPECT_EQ(attributeOf(group, "size"), 3u);
-        EXPECT_FALSE(group.attrExists("mask"));
-    }
-    quint32 stored[3][4];
-    file.openDataSet("Bonds/SurfaceSurface/bonds").read(stored, H5::PredType::NATIVE_UINT);
-    EXPECT_EQ(stored[0][3], 4u);
-    EXPECT_EQ(stored[2][3], 5u);
 }
 
 TEST(Hdf5Collisions, endsAreNotChunkedHoweverManyThereAre)

@@ -60,30 +60,6 @@ static std::string account(const std::string& group, const char* created, const 
            "@mass remainder f64 = " + remainder + "\n" + group + "@mass created since rate change f64 = 0\n";
 }
 
-TEST(FactoriesInHdf5, holdTheirDefinitionInTheCreatorModel)
-{
-    CParticleFactoryList list;
-    addedFeeder(list);
-    const std::string f = "/Factories/Feeder/";
-    EXPECT_EQ(
-        CHdf5Sample().tree<CreatorWriter>(list),
-        "/\n/Factories/\n" +
-            under(f, {"", "@type string[8] = \"dynamic\"", "@creation count i32 = 7", "@max search attempts i32 = 20",
-                      "@unlimited u8 = 0", "@is mass creation u8 = 0", "@is mass generation u8 = 0",
-                      "@creation rate f64 = 5000", "@creation time f64 = 1e-12", "@rate change time f64 = 0",
-                      "@created since rate change i32 = 3", "@num to create i32 = 1000", "@mass to create f64 = 100",
-                      "Counters u32 {4} = 1 2 3 4", "FactAngVel/", "FactAngVel/@type string[6] = \"fixed\""}) +
-            f + "FactAngVel/value" + point +
-            under(f, {"FactCustomParams/", "FactOrientation/", "FactOrientation/@type string[7] = \"random\"",
-                      "FactPosition/", "FactPosition/@type string[6] = \"cubic\"", "FactPosition/data f64 {9,3}",
-                      "FactSize/", "FactSize/Ball/", "FactSize/Ball/@type string[13] = \"user defined\"",
-                      "FactSize/Ball/@radius scaling u8 = 1", "FactSize/Ball/data {first@0 f64, second@8 f64} 16 {2}",
-                      "FactType/", "FactType/@type string[7] = \"binary\"", "FactType/@next i32 = 0",
-                      "FactType/type names string[] {2} = \"Ball\" \"Rod\"", "FactVelocity/",
-                      "FactVelocity/@type string[6] = \"fixed\""}) +
-            f + "FactVelocity/velocity" + point);
-}
-
 TEST(FactoriesInHdf5, holdInATimestepHowFarTheyHaveCome)
 {
     CParticleFactoryList list;
@@ -103,23 +79,6 @@ TEST(FactoriesInHdf5, holdInATimestepHowFarTheyHaveCome)
     // A time that is set anew begins with empty accounts.
     sample.options.overrideTime = true;
     EXPECT_EQ(sample.tree<TimestepWriter>(list), expected("0", "0", "0"));
-}
-
-TEST(FactoriesInHdf5, thatFillAShapeOnceHoldWhetherTheyHave)
-{
-    CParticleFactoryList list;
-    auto pile = std::make_unique<CStaticParticleFactory>();
-    pile->name = "Pile";
-    pile->completed = true;
-    list.add(std::move(pile));
-    CHdf5Sample sample;
-    const std::string f = "/Factories/Pile/";
-    EXPECT_THAT(
-        sample.tree<CreatorWriter>(list),
-        HasSubstr(under(f, {"@completed u8 = 1", "@fill shape u8 = 1", "@is mass creation u8 = 0",
-                            "@creation time f64 = 1e-12", "@num to create i32 = 1000", "@mass to create f64 = 0"})));
-    EXPECT_THAT(sample.tree<TimestepWriter>(list),
-                HasSubstr(under(f, {"", "@creation count i32 = 0", "@completed u8 = 1", "Accounting/"})));
 }
 
 TEST(FactoriesFromHdf5, comeBackWithTheAccountsOfTheTimestepAlone)
@@ -173,53 +132,6 @@ template <class TParameter>
 static std::string treeOfParameter()
 {
     return CHdf5Sample().tree<CreatorWriter>(TParameter());
-}
-
-TEST(ParametersInHdf5, holdWhatTheirKindNeeds)
-{
-    EXPECT_EQ(treeOfParameter<CSprayFactoryVelocity>(), "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n"
-                                                        "/@max angle f64 = 1.047\n/direction" +
-                                                            point);
-    EXPECT_EQ(treeOfParameter<CRandomFactoryVelocity>(), "/\n/@min f64 = 0.5\n/@max f64 = 1\n");
-    EXPECT_EQ(treeOfParameter<CNormalFactoryVelocity>(),
-              "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n/velocity" + point);
-    EXPECT_EQ(treeOfParameter<CLinearFactoryVelocity>(), "/\n/end velocity" + point + "/start velocity" + point);
-    EXPECT_EQ(treeOfParameter<CLinearFactoryAngVel>(), "/\n/end angvel" + point + "/start angvel" + point);
-    EXPECT_EQ(treeOfParameter<CRandomFactoryAngVel>(), "/\n/@min f64 = 0.5\n/@max f64 = 1\n");
-    EXPECT_EQ(treeOfParameter<CNormalFactoryAngVel>(),
-              "/\n/@mean f64 = 1\n/@standard deviation f64 = 0.05\n/angular velocity" + point);
-    EXPECT_EQ(treeOfParameter<CFixedFactoryOrientation>(), "/\n/value {wxyz@0 f64[4]} 32\n");
-    EXPECT_EQ(treeOfParameter<CFixedFactoryType>(), "/\n/type names string[] = \"\"\n");
-    EXPECT_EQ(treeOfParameter<CRandomFactoryPosition>(),
-              "/\n/@style i32 = 0\n/@multi factor f64 = 1.1\n/@max angle f64 = 2.0943951\n/@separation f64 = 0\n"
-              "/seed position" +
-                  point + "/seed vector" + point);
-    EXPECT_EQ(treeOfParameter<CNormalDistCustomPropertyFactoryParam>(),
-              "/\n/@mean f64 = 1\n/@standard deviation f64 = 1\n");
-    EXPECT_EQ(treeOfParameter<CRandomValueCustomPropertyFactoryParam>(), "/\n/@min f64 = 0\n/@max f64 = 1\n");
-    EXPECT_EQ(treeOfParameter<CFixedValueCustomPropertyFactoryParam>(), "/\n/data f64 {0}\n");
-}
-
-TEST(SizeLawsInHdf5, holdTheirNumbersAndWhatTheyScale)
-{
-    const std::string scaling = "/@radius scaling u8 = 1\n";
-    const std::string normal = "/@standard deviation f64 = 0.05\n/@lower cap f64 = ";
-    EXPECT_EQ(treeOfParameter<CFixedSizeDistribution>(), "/\n/@value f64 = 1\n" + scaling);
-    EXPECT_EQ(treeOfParameter<CRandomSizeDistribution>(), "/\n/@min f64 = 0.5\n/@max f64 = 1.5\n" + scaling);
-    EXPECT_EQ(treeOfParameter<CNormalSizeDistribution>(),
-              "/\n/@mean f64 = 1\n" + normal + "1e-05\n/@upper cap f64 = 1\n/@capped u8 = 0\n" + scaling);
-    EXPECT_THAT(treeOfParameter<CLogNormalSizeDistribution>(),
-                HasSubstr("/@capped u8 = 0\n/@log mean u8 = 0\n" + scaling));
-    EXPECT_EQ(treeOfParameter<CUserDefinedSizeDistribution>(),
-              "/\n" + scaling + "/data {first@0 f64, second@8 f64} 16 {1}\n");
-
-    CParticleSizeDistributionMap map;
-    std::unique_ptr<ISizeDistribution> law = std::make_unique<CFixedSizeDistribution>();
-    map.add("Ball", 25.0, law);
-    const std::string b = "/SizeDistributions/Ball/";
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(map),
-              "/\n/SizeDistributions/\n" + under(b, {"", "@percentage f64 = 25", "@type string[6] = \"fixed\"",
-                                                     "@value f64 = 1", "@radius scaling u8 = 1"}));
 }
 
 TEST(ParametersInHdf5, ofCustomPropertiesStandByTheirNames)

@@ -53,35 +53,6 @@ static TGroup& added(GeometryGroups& groups, const QString& name, quint32 index 
 
 // ---------------------------------------------------------------- what is written
 
-TEST(GeometryInHdf5, liesInAGroupByItsIndexWithAllItsParts)
-{
-    GeometryGroups groups;
-    CBox& box = added<CBox>(groups, "Kiste", 3);
-    box.centre = C3DPoint(1, 2, 3);
-    box.sidesEnabled[5] = false;
-    box.materialBlockRef = std::make_unique<CBlockLink>(nullptr);
-    box.materialBlockRef->blockName = "Bed";
-    // A flat thing encloses nothing; of the bounding box the lower corner stands first.
-    const std::string g = "/GeometryGroups/3/";
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(groups),
-              "/\n/GeometryGroups/\n" + g + "\n" +
-                  under(g, "@type string[4] = \"box\"; @name string[6] = \"Kiste\"; @unique id i32 = 12; "
-                           "@desired force f64[3] = 7 8 9; @mask u32 = 7; @static u8 = 1; @closed u8 = 1; "
-                           "@geometry type i32 = 1; @reset velocities u8 = 1; @material name string[6] = \"Steel\"; "
-                           "@enclosed magnitude f64 = 0; @surface magnitude f64 = 0.5; @time f64 = 1.5; "
-                           "@gain f64 = 0.5; @centre of mass f64[3] = 0 0 0; @orig centre of mass f64[3] = 0 0 0; "
-                           "@point of action f64[3] = 0 0 0; @orig point of action f64[3] = 0 0 0; "
-                           "@velocity f64[3] = 0 0 0; @xform f64[4][4] = 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1; "
-                           "@translation f64[3] = 0 0 0; @block name string[4] = \"Bed\"; @es exempt u8 = 0; "
-                           "@es start charge f64 = 0.25; @centre f64[3] = 1 2 3; @rotations f64[3] = 0 0 0; "
-                           "@width f64 = 1; @length f64 = 1; @height f64 = 1; @sides enabled u8 {6} = 1 1 1 1 1 0; "
-                           "CustomProperties/; Factories/; Kinematics/; "
-                           "angvelandposlist {angvel@0 f64[3], poa@24 f64[3]} 48 {0}; "
-                           "bounding box f64 {2,3} = 1 2 3 4 5 6; coords f64 {3,3}; force torque f64 {1,7}; "
-                           "moment of inertia f64 {6} = 1 2 3 4 5 6; triangle ids u32 {1} = 9; "
-                           "triangle nodes u32 {1,3} = 0 1 2; vertex ids u32 {3} = 4 5 6"));
-}
-
 /// The lines of a tree that hold a text.
 static std::string linesWith(const std::string& tree, const std::vector<std::string>& texts)
 {
@@ -94,39 +65,6 @@ static std::string linesWith(const std::string& tree, const std::vector<std::str
                 break;
             }
     return kept;
-}
-
-TEST(GeometryInHdf5, holdsTheParametersOfEachShape)
-{
-    CHdf5Sample sample;
-    CCylinder cylinder(nullptr);
-    cylinder.closedEnd = false;
-    EXPECT_THAT(sample.tree<CreatorWriter>(cylinder), HasSubstr("/@start point f64[3] = 0 0 -0.5\n"
-                                                                "/@end point f64[3] = 0 0 0.5\n"
-                                                                "/@radius start f64 = 0.2\n"
-                                                                "/@radius end f64 = 0.5\n"
-                                                                "/@cylinder detail u32 = 50\n"
-                                                                "/@closed start u8 = 1\n"
-                                                                "/@closed end u8 = 0\n"));
-    CPolygon polygon(nullptr);
-    polygon.edges = 5;
-    EXPECT_THAT(sample.tree<CreatorWriter>(polygon), HasSubstr("/@surface normal f64[3] = 0 0 1\n"
-                                                               "/@centre f64[3] = 0 0 0\n"
-                                                               "/@radius f64 = 0.5\n"
-                                                               "/@rotation f64 = 0\n"
-                                                               "/@num edges i32 = 5\n"
-                                                               "/@length side1 f64 = 1\n"
-                                                               "/@length side2 f64 = 1\n"
-                                                               "/@rotations f64[3] = 0 0 0\n"));
-    CCADGeometry cad(nullptr);
-    cad.translationDistance = 2;
-    cad.rotationAngle = 3;
-    EXPECT_THAT(sample.tree<CreatorWriter>(cad), HasSubstr("/@cad translation f64 = 2\n"
-                                                           "/@cad rotation f64 = 3\n"
-                                                           "/@cad translation axis start f64[3] = 0 0 0\n"
-                                                           "/@cad translation axis end f64[3] = 0 0 0\n"
-                                                           "/@cad rotation axis start f64[3] = 0 0 0\n"
-                                                           "/@cad rotation axis end f64[3] = 0 0 0\n"));
 }
 
 TEST(GeometryInHdf5, holdsAMeshAsItStandsOrAsItWasMade)

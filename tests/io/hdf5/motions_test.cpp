@@ -18,24 +18,6 @@ using TimestepReader = CHdf5TimestepDataReader;
 using TimestepWriter = CHdf5TimestepDataWriter;
 using testing::HasSubstr;
 
-/// Lines of a tree, in which "*" is a point.
-static std::string withPoints(const std::string& group, const char* lines)
-{
-    return under(group, QString(lines).replace("*", "{xyz@0 f64[3]} 24").toUtf8().constData());
-}
-
-/// A motion of these in the file: what all have, then its own lines, in which "*" is a point.
-static std::string motion(int number, const std::string& type, const std::string& name, const char* own = "")
-{
-    const std::string group = "/Kinematics/" + std::to_string(number) + "/";
-    const std::string text = group + "\n" + group + "@type string[" + std::to_string(type.size() + 1) + "] = \"" +
-                             type + "\"\n" + group + "@name string[" + std::to_string(name.size() + 1) + "] = \"" +
-                             name + "\"\n" +
-                             under(group, "@start time f64 = 1; @end time f64 = 2; @loop u8 = 1; "
-                                          "@loop interval f64 = 3; @loop end time f64 = 4");
-    return *own == '\0' ? text : text + withPoints(group, own);
-}
-
 template <class TMotion>
 static TMotion& added(CKinematics& kinematics, const QString& name)
 {
@@ -60,42 +42,6 @@ static void fillEach(CKinematics& kinematics)
     added<CSinusoidalRotation>(kinematics, "swing").displacementMagnitude = 8;
     added<CConveyorTranslation>(kinematics, "belt");
     added<CConveyorRotation>(kinematics, "roll");
-}
-
-TEST(MotionsInHdf5, holdTheirDefinitionInTheCreatorModel)
-{
-    CKinematics kinematics;
-    fillEach(kinematics);
-    EXPECT_EQ(CHdf5Sample().tree<CreatorWriter>(kinematics),
-              "/\n/Kinematics/\n" +
-                  motion(0, "Linear Translation", "lift",
-                         "@initial velocity f64 = 5; @acceleration f64 = 0; end point *; start point *") +
-                  motion(1, "Sinusoidal Translation", "shake",
-                         "@frequency f64 = 6; @offset f64 = 0; @displacement magnitude f64 = 0; displacement *; "
-                         "end point *; start point *") +
-                  motion(2, "Linear Rotation", "turn",
-                         "@moves with body u8 = 1; @initial angular velocity f64 = 7; @angular acceleration f64 = 0; "
-                         "end point *; point of action *; start point *") +
-                  motion(3, "Sinusoidal Rotation", "swing",
-                         "@moves with body u8 = 1; @frequency f64 = 0; @offset f64 = 0; "
-                         "@displacement magnitude f64 = 8; displacement *; end point *; point of action *; "
-                         "start point *") +
-                  motion(4, "Conveyor Translation", "belt") +
-                  motion(5, "Conveyor Rotation", "roll",
-                         "@moves with body u8 = 1; @initial angular velocity f64 = 0; @angular acceleration f64 = 0; "
-                         "end point *; point of action *; start point *"));
-}
-
-TEST(MotionsInHdf5, holdInATimestepWhatMovesWithTheBody)
-{
-    CKinematics kinematics;
-    fillEach(kinematics);
-    EXPECT_EQ(CHdf5Sample().tree<TimestepWriter>(kinematics),
-              "/\n/Kinematics/\n" + withPoints("/Kinematics/",
-                                               "0/; 1/; 1/displacement *; 2/; 2/acceleration *; 2/initial velocity *; "
-                                               "2/point of action *; 3/; 3/displacement *; 3/point of action *; 4/; "
-                                               "4/xform f64 {4,4}; 5/; 5/acceleration *; 5/initial velocity *; "
-                                               "5/point of action *"));
 }
 
 TEST(MotionsFromHdf5, turnByAxisAndMagnitudeUntilATimestepSaysOtherwise)

@@ -17,7 +17,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <cstring>
-#include <sstream>
 
 namespace NBrenmark {
 
@@ -69,82 +68,6 @@ static std::string namesOf(const CPhysicsModels::Chain& chain)
     for (const auto& model : chain)
         names += model->modelName().toStdString() + "/" + std::to_string(model->source) + " ";
     return names;
-}
-
-/// The lines of a tree, each put below the group that all of them stand in.
-static std::string underPhysicsModels(const std::string& lines)
-{
-    std::string tree = "/\n/PhysicsModels/\n";
-    std::istringstream stream(lines);
-    for (std::string line; std::getline(stream, line);)
-        if (!line.empty())
-            tree += "/PhysicsModels/" + line + "\n";
-    return tree;
-}
-
-TEST_F(Hdf5Physics, shapesOfTablesAndNumbersAreExact)
-{
-    CPhysicsModels physics;
-    physics.clear();
-    const auto add = [&](auto model) -> auto&
-    {
-        auto& added = *model;
-        physics.addContactModel(std::move(model), CPhysicsModels::atEnd);
-        return added.parameters;
-    };
-    add(std::make_unique<CLeedsAdhesionContactModel>(0)).pairs.set("b", "a", {1, 2, 3, 4, 5, 6});
-    add(std::make_unique<CLinearSpringContactModel>(0)).characteristicVelocity = 3;
-    auto& bonds = add(std::make_unique<CParallelBondContactModel>(0));
-    bonds.bondParameters.set("a <> b", {});
-    bonds.state = eBondsDone;
-    add(std::make_unique<CHystereticContactModel>(1)).yields.set("a", 7);
-    SMovingPlane& plane = add(std::make_unique<CMovingPlaneContactModel>(1)).planes[12];
-    plane.endPoint = C3DPoint(0, 0, 1);
-    plane.motions.push_back({1, 2, 3, 4});
-    physics.addContactModel(physics.makeContactModel("Sticky", 0, 1, true), CPhysicsModels::atEnd);
-    physics.addExternalForce(physics.makeExternalForce("Temperature Update", 0, false), CPhysicsModels::atEnd);
-    // Sizes and places of members are part of the format.
-    EXPECT_EQ(written(physics), underPhysicsModels(R"(
-ExternalForces/
-ExternalForces/Temperature Update/
-ExternalForces/Temperature Update/@model source i32 = 0
-ExternalForces/Temperature Update/data {name@0 string[256], value@256 f64} 264 {0}
-ExternalForces/order string[] {1} = "Temperature Update"
-SurfaceGeometry/
-SurfaceGeometry/Hysteretic Spring/
-SurfaceGeometry/Hysteretic Spring/@model source i32 = 0
-SurfaceGeometry/Hysteretic Spring/@enable rolling friction u8 = 0
-SurfaceGeometry/Hysteretic Spring/interactions {name1@0 string[256], name2@256 string[256], damping@512 f64, stiffness@520 f64} 528 {0}
-SurfaceGeometry/Hysteretic Spring/yields {name@0 string[256], value@256 f64} 264 {1}
-SurfaceGeometry/Moving Plane/
-SurfaceGeometry/Moving Plane/@model source i32 = 0
-SurfaceGeometry/Moving Plane/12/
-SurfaceGeometry/Moving Plane/12/@start point f64[3] = 0 0 0
-SurfaceGeometry/Moving Plane/12/@end point f64[3] = 0 0 1
-SurfaceGeometry/Moving Plane/12/@display u8 = 0
-SurfaceGeometry/Moving Plane/12/motions {velocity@0 f64, accel@8 f64, startTime@16 f64, endTime@24 f64} 32 {1}
-SurfaceGeometry/order string[] {2} = "Hysteretic Spring" "Moving Plane"
-SurfaceSurface/
-SurfaceSurface/Hertz-Mindlin with bonding/
-SurfaceSurface/Hertz-Mindlin with bonding/@model source i32 = 0
-SurfaceSurface/Hertz-Mindlin with bonding/@start time f64 = 0
-SurfaceSurface/Hertz-Mindlin with bonding/@end time f64 = 0
-SurfaceSurface/Hertz-Mindlin with bonding/@state i32 = 2
-SurfaceSurface/Hertz-Mindlin with bonding/@torque feedback u8 = 1
-SurfaceSurface/Hertz-Mindlin with bonding/@enable rolling friction u8 = 1
-SurfaceSurface/Hertz-Mindlin with bonding/data {key@0 string[512], normalStiffness@512 f64, shearStiffness@520 f64, normalStrength@528 f64, shearStrength@536 f64, bondRadius@544 f64} 552 {1}
-SurfaceSurface/Leeds Elastic-Plastic Adhesion/
-SurfaceSurface/Leeds Elastic-Plastic Adhesion/@model source i32 = 0
-SurfaceSurface/Leeds Elastic-Plastic Adhesion/@enable rolling friction u8 = 1
-SurfaceSurface/Leeds Elastic-Plastic Adhesion/data {name1@0 string[512], name2@512 string[512], plasticStiffness@1024 f64, elasticStiffness@1032 f64, plasticAdhesiveStiffness@1040 f64, tangentialStiffness@1048 f64, initialAdhesiveForce@1056 f64, initialAdhesivePlasticForce@1064 f64} 1072 {1}
-SurfaceSurface/Linear Spring/
-SurfaceSurface/Linear Spring/@model source i32 = 0
-SurfaceSurface/Linear Spring/@data f64 = 3
-SurfaceSurface/Linear Spring/@enable rolling friction u8 = 1
-SurfaceSurface/Sticky/
-SurfaceSurface/Sticky/@model source i32 = 1
-SurfaceSurface/order string[] {4} = "Leeds Elastic-Plastic Adhesion" "Linear Spring" "Hertz-Mindlin with bonding" "Sticky"
-)"));
 }
 
 /// A row for a pair, of 256 bytes a name.

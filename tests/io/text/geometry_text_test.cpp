@@ -14,8 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace NBrenmark {
 
 namespace {
@@ -69,73 +67,7 @@ struct SSample
     }
 };
 
-struct SChange
-{
-    const char* path;
-    std::function<void(SSample&)> make;
-};
-
-#define DRUM "creator/geometryGroups/Drum%201/"
-#define DRUM_STATE "timestep/3/geometryGroups/Drum%201/"
-
-const SChange changes[] = {
-    {DRUM "materialName", [](SSample& s) { s.drum().materialName = "steel"; }},
-    {DRUM "gain", [](SSample& s) { s.drum().gain = 1; }},
-    {DRUM "vertices", [](SSample& s) { s.drum().originalCoords[7].z = 9; }},
-    {DRUM "triangleNodes", [](SSample& s) { s.drum().triangleNodes[7][0] = 9; }},
-    {DRUM "momentOfInertia", [](SSample& s) { s.drum().momentOfInertia.values[5] = 9; }},
-    {DRUM "electrostatic/exempt", [](SSample& s) { s.drum().electrostatic.exempt = true; }},
-    {DRUM "cylinder/radiusEnd", [](SSample& s) { s.drum().radiusEnd = 9; }},
-    {DRUM "block/blockName",
-     [](SSample& s) { s.drum().materialBlockRef = std::make_unique<CBlockLink>(&s.drum().bounds); }},
-    {DRUM "motions/Turn/loopEndTime", [](SSample& s) { s.turn().loopEndTime = 9; }},
-    {DRUM "motions/Turn/initialAngularVelocity", [](SSample& s) { s.turn().initialAngularVelocity = 9; }},
-    {DRUM "motions/Turn/endPoint", [](SSample& s) { s.turn().axis.endPoint.x = 9; }},
-    {DRUM "factories/Feeder/creationRate", [](SSample& s) { s.feeder().creationRate = 9; }},
-    {DRUM "factories/Feeder/orientation/kind", [](SSample& s) { s.feeder().setOrientationKind("random"); }},
-    {DRUM "factories/Feeder/position/axisB",
-     [](SSample& s) { dynamic_cast<C3DLattice&>(*s.feeder().position).axisB.x = 9; }},
-    {DRUM "factories/Feeder/sizes/Ball/bands",
-     [](SSample& s) {
-         dynamic_cast<CUserDefinedFactorySize&>(*s.feeder().sizes["Ball"]).sizeDistribution.bands[2.0] = 9;
-     }},
-    {"creator/geometryGroups/Import#2/import/rotationAngle",
-     [](SSample& s) { dynamic_cast<CCADGeometry&>(*s.frame.creator.geometryGroups.at(2)).rotationAngle = 9; }},
-
-    {DRUM_STATE "time", [](SSample& s) { s.drum().time = 9; }},
-    {DRUM_STATE "velocity", [](SSample& s) { s.drum().velocity.x = 9; }},
-    {DRUM_STATE "motionHistory/0/angularVelocity", [](SSample& s) { s.drum().motionHistory[0].angularVelocity.x = 9; }},
-    {DRUM_STATE "triangleForces", [](SSample& s) { s.drum().triangleForces[3][6] = 9; }},
-    {DRUM_STATE "motions/Turn/angularVelocity", [](SSample& s) { s.turn().angularVelocity.x = 9; }},
-    {DRUM_STATE "motions/Turn/pointOfAction", [](SSample& s) { s.turn().pointOfAction.x = 9; }},
-    {DRUM_STATE "factories/Feeder/creationCount", [](SSample& s) { s.feeder().creationCount = 9; }},
-    {DRUM_STATE "factories/Feeder/counters", [](SSample& s) { s.feeder().counters[2] = 9; }},
-    {DRUM_STATE "factories/Feeder/accounting/massCreated", [](SSample& s) { s.feeder().accounting.massCreated = 9; }},
-    {DRUM_STATE "factories/Feeder/type/next",
-     [](SSample& s) { dynamic_cast<CBinaryFactoryType&>(*s.feeder().type).next = 1; }},
-    {DRUM_STATE "factories/Feeder/position/cursor2",
-     [](SSample& s) { dynamic_cast<C3DLattice&>(*s.feeder().position).cursor2.x = 9; }},
-    {"stored/" DRUM_STATE "dataMask", [](SSample& s) { s.drum().dataMask = 9; }},
-};
-
-#undef DRUM
-#undef DRUM_STATE
-
 } // namespace
-
-class TextOfGeometry : public testing::TestWithParam<SChange>
-{
-};
-
-TEST_P(TextOfGeometry, showsAChangeUnderItsPathAndNowhereElse)
-{
-    SSample sample;
-    const Lines before = sample.text();
-    GetParam().make(sample);
-    EXPECT_EQ(changed(before, sample.text()), std::vector<std::string>{GetParam().path});
-}
-
-INSTANTIATE_TEST_SUITE_P(Changes, TextOfGeometry, testing::ValuesIn(changes));
 
 TEST(TextOfGeometryAsAWhole, keepsTheTextOfTheModelWhileThingsMove)
 {

@@ -2,6 +2,7 @@
 #include "config/role_keys.h"
 
 #include "core/save_options.h"
+#include "core/version_history.h"
 
 #include <set>
 #include <string>
@@ -53,13 +54,10 @@ SKeySet creatorKeys()
 
 // ---------------------------------------------------------------- processor
 
-/// The first version whose applications choose the timestep themselves.
-static constexpr quint32 firstWithAutoTimestep = 0x1E0000; // 30.0.0
-
 SKeySet processorKeys(quint32 fileVersion)
 {
     return {"",
-            {{"GENERAL:AUTO TIMESTEP", fileVersion >= firstWithAutoTimestep},
+            {{"GENERAL:AUTO TIMESTEP", fileVersion >= NFileVersion::hdf5},
              {"GENERAL:FIXED TIMESTEP", 1e-6}, // s
              {"GENERAL:DYNAMIC DOMAIN", false},
              {"GENERAL:TAU", 0.1},

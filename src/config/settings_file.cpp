@@ -10,6 +10,7 @@
 #include "core/plain_file.h"
 #include "core/progress.h"
 #include "core/stop_flag.h"
+#include "core/version_history.h"
 #include "core/versioned_stream.h"
 
 #include <QFile>
@@ -25,9 +26,6 @@ static const QString fileMarker = QStringLiteral("ESS FILE");
 static constexpr char startMarker[] = "ESS_BLOCK_";
 static constexpr char endMarker[] = "ESS_END___";
 static constexpr int markerLength = 10;
-
-/// From here on the header has the edition after the version.
-static constexpr quint32 firstVersionWithEdition = makeVersion(27, 0, 2);
 
 /// A file of nothing but block starts would fill the log.
 static constexpr int mostToldBlocks = 100;
@@ -71,7 +69,7 @@ static bool readHeader(CVersionedStream& stream, std::string& text)
     stream >> version;
     stream.setFileVersion(version);
     stream.edition = 0;
-    if (stream.fileVersion() >= firstVersionWithEdition)
+    if (stream.fileVersion() >= NFileVersion::settingsWithEdition)
         stream >> stream.edition;
     if (stream.status() != QDataStream::Ok)
         text = "The file ends in its header.";

@@ -1,7 +1,7 @@
 // The order of the upgrades: each relies on those before it.
 #include "legacy/creator_upgrades.h"
 
-#include "core/version.h"
+#include "core/version_history.h"
 #include "legacy/pair_table_rekeying.h"
 #include "legacy/shared_materials.h"
 #include "legacy/size_distributions_of_factories.h"
@@ -14,7 +14,7 @@ void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion)
     // What belongs to materials comes first: pair tables and size laws go by the materials as they are then.
     splitSharedMaterials(creator);
     checkFactoryMaterials(creator);
-    if (fileVersion < makeVersion(30, 0, 4))
+    if (fileVersion < NFileVersion::materialKinds)
         applyMaterialRule(creator);
     rekeyPairTables(creator, creator.physicsModels.sphereSphereModels, false);
     rekeyPairTables(creator, creator.physicsModels.sphereGeometryModels, true);

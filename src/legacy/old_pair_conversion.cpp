@@ -1,6 +1,7 @@
 // Contacts, bonds and collisions by ids become rows by places: each end is looked up once.
 #include "legacy/old_pair_conversion.h"
 
+#include "core/counted.h"
 #include "core/log.h"
 #include "legacy/old_collisions.h"
 #include "legacy/old_contacts.h"
@@ -120,8 +121,7 @@ void linkLegacyRows(CContacts& contacts, const SLegacyContactLists& old, const C
                    second = triangleEnd(groups, contact.triangleId);
                });
     tellLost(lost, "contact", "contacts", missingEnd);
-    report(eLost, NLogTitle::legacyRead,
-           std::to_string(free) + (free == 1 ? " contact" : " contacts") + " with a negative overlap dropped", free);
+    report(eLost, NLogTitle::legacyRead, counted(free, "contact") + " with a negative overlap dropped", free);
 }
 
 // ---------------------------------------------------------------- bonds

@@ -1,6 +1,8 @@
 // Ties the parts of a model to one another when it is made, and empties it without undoing that.
 #include "model/creator_data.h"
 
+#include "core/log.h"
+#include "core/shortened.h"
 #include "model/factories/factory_type.h"
 #include "model/factories/particle_factory.h"
 #include "model/factories/particle_factory_list.h"
@@ -21,6 +23,7 @@ CCreatorData::CCreatorData(const SPropertyManagers& managers)
 void CCreatorData::read(IFileVisitorReader& v)
 {
     v.readCreatorData(*this);
+    modified = false;
     geometryGroups.keepState();
 }
 
@@ -28,6 +31,7 @@ void CCreatorData::write(IFileVisitorWriter& v)
 {
     const COwnGeometryState own(geometryGroups);
     v.writeCreatorData(*this);
+    modified = false;
 }
 
 void CCreatorData::clear()
@@ -58,7 +62,7 @@ CGeometryGroup* CCreatorData::geometryGroupByName(const QString& name) const
     return geometryGroups.at(geometryGroups.indexOf(name));
 }
 
-void CCreatorData::linkFactories(const std::function<void(const CParticleFactory&, const QString&)>& tellOfAbsent)
+void CCreatorData::settle(const SLogTitle& title)
 {
     QSet<QString> known;
     for (const std::unique_ptr<CParticleType>& type : particleTypes.types)
@@ -72,7 +76,10 @@ void CCreatorData::linkFactories(const std::function<void(const CParticleFactory
             factory->type->attachParticleTypes(&particleTypes);
             for (const QString& typeName : factory->type->typeNames())
                 if (!known.contains(typeName))
-                    tellOfAbsent(*factory, typeName);
+                    report(eRemark, title,
+                           "The particle factory \"" + shortened(factory->name) +
+                               "\" creates particles of the type \"" + shortened(typeName) + "\", which isn't there.",
+                           1, shortened(factory->name));
         }
     }
 }

@@ -14,11 +14,7 @@
 #include "physics/physics_models.h"
 #include "physics/physics_owner.h"
 
-#include <functional>
-
 namespace NBrenmark {
-
-class CParticleFactory;
 
 class CCreatorData : public CSimulationData, public IPhysicsOwner
 {
@@ -46,9 +42,9 @@ public:
     /// Null if no group has the name.
     CGeometryGroup* geometryGroupByName(const QString& name) const;
 
-    /// Ties the factories of all groups to the particle types that are there now.
-    /// \param tellOfAbsent  hears of each factory and name of a type that isn't there
-    void linkFactories(const std::function<void(const CParticleFactory&, const QString&)>& tellOfAbsent);
+    /// Brings a model in order that was read, or whose geometry was: ties the factories of all groups to the particle
+    /// types that are there now, and reports those that name another.
+    void settle(const SLogTitle& title);
 
     /// The user-facing setter: marks the model as modified too.
     void changeTitle(const QString& text);

@@ -126,7 +126,20 @@ void GeometryGroups::exchangeState()
             state.exchange(*group);
 }
 
-// ---------------------------------------------------------------- bounds
+// ---------------------------------------------------------------- after a read
+
+void GeometryGroups::settle()
+{
+    syncUniqueIds(*this);
+    settleState(true);
+}
+
+void GeometryGroups::settleState(bool newIds)
+{
+    if (newIds)
+        rebuildElementIds();
+    updateTotalBounds();
+}
 
 void GeometryGroups::updateTotalBounds()
 {

@@ -64,6 +64,12 @@ public:
     /// Exchanges what was kept with the present state.
     void exchangeState();
 
+    /// Brings the list in order that was read with a model: ids, counters and bounds.
+    void settle();
+    /// The same after the read of a timestep.
+    /// \param newIds  whether it brought meshes or ids of its own
+    void settleState(bool newIds);
+
     /// The box around all groups.
     void updateTotalBounds();
 

@@ -46,6 +46,12 @@ void CParticleType::setName(const QString& text)
 
 // ---------------------------------------------------------------- the template
 
+void CParticleType::settleSpheres()
+{
+    for (CSphere& sphere : spheres)
+        sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
+}
+
 double CParticleType::maxExtent(double scaleFactor) const
 {
     double extent = 0.0;

@@ -106,6 +106,8 @@ public:
 
     /// Sets both forms of the name.
     void setName(const QString& text);
+    /// Derives what follows from the spheres that were read.
+    void settleSpheres();
 
     quint32 slotCount() const { return static_cast<quint32>(ids.size()); }
     bool isLive(quint32 slot) const { return slot < ids.size() && ids[slot] >= 1; }

@@ -1,6 +1,7 @@
 // The list of types, and finding a particle by its id.
 #include "model/particle_types.h"
 
+#include "core/log.h"
 #include "model/domain.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
@@ -146,6 +147,18 @@ void CParticleTypes::recomputeMaxId(bool reset)
         for (const qint32 id : type->ids)
             if (id >= 1)
                 maxId = std::max(maxId, static_cast<quint32>(id));
+}
+
+void CParticleTypes::settle(qint64 storedMaxId, const SLogTitle& title)
+{
+    constexpr qint64 greatest = std::numeric_limits<quint32>::max();
+    maxId = static_cast<quint32>(std::clamp<qint64>(storedMaxId, 0, greatest));
+    recomputeMaxId(storedMaxId < 0); // an id beyond the greatest one would never be found
+    if (maxId != storedMaxId)
+        report(eRepaired, title,
+               "The greatest particle id is " + std::to_string(maxId) + ", not " + std::to_string(storedMaxId) +
+                   " as stored.");
+    rebuildIdLookup();
 }
 
 bool CParticleTypes::locate(quint32 id, quint32& typeIndex, quint32& slot) const

@@ -10,6 +10,8 @@
 
 namespace NBrenmark {
 
+struct SLogTitle;
+
 class CParticleTypes
 {
 public:
@@ -49,6 +51,9 @@ public:
     bool radiusRange(double& min, double& max, bool physical) const;
     bool allocateParticle(const QString& typeName, quint32& typeIndex, quint32& slot);
 
+    /// Brings the list in order that was read.
+    /// \param storedMaxId  of the file; a negative one asks for a count. One that the particles contradict is reported
+    void settle(qint64 storedMaxId, const SLogTitle& title);
     /// Makes locate and its kin answer for the ids from 1 to maxId that are in the store now.
     void rebuildIdLookup();
     /// Raises maxId to the greatest live id; with reset it starts from 0.

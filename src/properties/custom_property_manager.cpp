@@ -3,6 +3,7 @@
 
 #include "core/log.h"
 #include "core/shortened.h"
+#include "core/version_history.h"
 #include "core/versioned_stream.h"
 
 #include <QIODevice>
@@ -141,9 +142,6 @@ void CCustomPropertyManager::clear(bool notify)
 
 // ---------------------------------------------------------------- the payload of a settings block
 
-/// Until then a property had one initial value for all of its elements.
-constexpr quint32 firstVersionWithElementValues = makeVersion(23, 0, 0);
-
 /// A name of one letter, three numbers, and no element.
 constexpr qint64 leastPropertyBytes = (4 + 2) + 3 * 4;
 
@@ -169,7 +167,7 @@ bool CCustomPropertyManager::write(QDataStream& stream, IProgressController*)
 static std::vector<double> readInitialValues(QDataStream& stream, unsigned int dataType, unsigned int elements)
 {
     double value = 0.0;
-    if (fileVersionOf(stream) < firstVersionWithElementValues) {
+    if (fileVersionOf(stream) < NFileVersion::propertyElements) {
         stream >> value;
         return std::vector<double>(elements, value);
     }

@@ -1,6 +1,8 @@
 // Rows of collision records. Each family has some of the arrays; all that it has are of one length.
 #include "results/collisions.h"
 
+#include "core/counted.h"
+#include "core/log.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -100,6 +102,17 @@ bool CCollisionsBase::dropForeignArrays()
         array.clear();
     });
     return dropped;
+}
+
+void CCollisionsBase::settle(quint32 count, quint32 fields, const SLogTitle& title)
+{
+    if (dropForeignArrays())
+        report(eLost, title, counted(count, "collision") + " with more of the second end than a triangle has: dropped.",
+               count);
+    const bool hasData = (fields & mask) != 0;
+    if (!hasData && count > 0)
+        report(eLost, title, counted(count, "collision") + " without data dropped.", count);
+    resizeRecords(hasData ? count : 0);
 }
 
 // ---------------------------------------------------------------- both

@@ -11,6 +11,8 @@
 
 namespace NBrenmark {
 
+struct SLogTitle;
+
 class IFileVisitorReader;
 class IFileVisitorWriter;
 
@@ -80,6 +82,10 @@ public:
     void copyRecord(quint32 source, quint32 target, quint32 fieldSet);
     /// Empties what a file held beyond the family's mask. \return whether there was any
     bool dropForeignArrays();
+    /// Brings a family in order that was read, and reports what didn't fit. Arrays that aren't stored become zeros.
+    /// \param count   records of the file
+    /// \param fields  ECollisionField: what the file holds of them
+    void settle(quint32 count, quint32 fields, const SLogTitle& title);
 
     std::vector<quint32> ids;       ///< 0 marks a record without a collision
     std::vector<double> startTime;  ///< s

@@ -1,6 +1,8 @@
 // Rows of contacts and the chain of released ones.
 #include "results/contacts.h"
 
+#include "core/counted.h"
+#include "core/log.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -188,6 +190,28 @@ bool CContactsBase::fitRecords()
     const quint32 found = contactRecords.rowCount();
     contactRecords.resizeRows(rowCount());
     return found == 0 || found == rowCount();
+}
+
+static void reportMisfit(const SLogTitle& title, quint32 stored, quint32 contacts, const char* noun, const char* of)
+{
+    const std::string text = counted(stored, noun) + " of " + of + " for " + counted(contacts, "contact");
+    if (stored > contacts)
+        report(eLost, title, text + ": the others are cut off.", stored - contacts);
+    else
+        report(eDefaulted, title, text + ": filled up with zeros.", contacts - stored);
+}
+
+void CContactsBase::settle(const SLogTitle& title)
+{
+    const quint32 collisions = activeCollisions.recordCount();
+    const quint32 values = contactRecords.rowCount();
+    if (!fitCollisions())
+        reportMisfit(title, collisions, rowCount(), "record", "collisions");
+    if (!fitRecords())
+        reportMisfit(title, values, rowCount(), "row", "contact records");
+    if (const quint32 strays = strayCount(); strays > 0)
+        report(eLost, title, counted(strays, "contact") + " with a negative overlap dropped.", strays);
+    rebuildFreeChain();
 }
 
 // ---------------------------------------------------------------- both families

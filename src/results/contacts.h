@@ -13,6 +13,8 @@
 
 namespace NBrenmark {
 
+struct SLogTitle;
+
 /// Bits of a word that names arrays of a contact family.
 enum EContactField : quint32
 {
@@ -81,6 +83,8 @@ public:
     void clear();
     /// Takes out the rows that aren't live, each replaced by the last one that is.
     void compact();
+    /// Brings a family in order that was read, and reports what didn't fit.
+    void settle(const SLogTitle& title);
     /// Chains the released rows as a file left them: the last one is the first to be used again.
     void rebuildFreeChain();
     /// Brings the nested records to one a row, if they follow the rows.

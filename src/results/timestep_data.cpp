@@ -1,6 +1,8 @@
 // Empties a timestep, and brings contacts and bonds in order after a read.
 #include "results/timestep_data.h"
 
+#include "core/counted.h"
+#include "core/log.h"
 #include "model/creator_data.h"
 #include "model/geometry/geometry_group.h"
 #include "physics/parallel_bond.h"
@@ -81,6 +83,16 @@ SUnmatchedBonds CTimestepData::matchBondParameters()
 {
     const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels, creatorData.particleTypes);
     return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : SUnmatchedBonds();
+}
+
+void CTimestepData::settle(const SLogTitle& title)
+{
+    for (const std::unique_ptr<CParticleType>& type : particleTypes.types)
+        type->gravity = creatorData.gravity;
+    if (const quint32 lost = removeDanglingContacts(); lost > 0)
+        report(eLost, title, counted(lost, "contact") + " released: a particle or triangle is missing.", lost);
+    if (const SUnmatchedBonds unmatched = matchBondParameters(); unmatched.any())
+        report(eRepaired, title, unmatched.text() + ".", unmatched.total());
 }
 
 } // namespace NBrenmark

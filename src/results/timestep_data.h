@@ -36,12 +36,10 @@ public:
     /// properties "Charge" and "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
     /// have nowhere to go are reported.
     void rebuildChargeProperties();
-    /// Releases the contacts with an end that isn't in the particle store or the geometry: after a read.
-    /// \return how many live ones were lost by that
-    quint32 removeDanglingContacts();
-    /// Gives the bonds the parameters of the model that bonds, if the deck has one: after a read.
-    /// \return what became of those that it has none for
-    SUnmatchedBonds matchBondParameters();
+    /// Brings a timestep in order whose parts were all read, and reports what that took: types get the gravity of the
+    /// model, contacts with an end that isn't in the particle store or the geometry are released, bonds get their
+    /// parameters.
+    void settle(const SLogTitle& title);
 
     double time = 0.0;        ///< simulated, s
     double elapsedTime = 0.0; ///< real, s
@@ -60,6 +58,13 @@ public:
     quint32 geometryMask = defaultGeometryMask;
     CCustomPropertyData simulationProperties; ///< always one item
     quint32 timestepIndex = noTimestep;       ///< number of the loaded timestep
+
+private:
+    /// Releases the contacts with an end that isn't there. \return how many live ones were lost by that
+    quint32 removeDanglingContacts();
+    /// Gives the bonds the parameters of the model that bonds, if the deck has one. One without breaks at this time.
+    /// \return what became of those that it has none for
+    SUnmatchedBonds matchBondParameters();
 };
 
 } // namespace NBrenmark

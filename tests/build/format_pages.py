@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks docs/formats/ against the sources: every version at which a reader takes another way, and every class that the
-legacy family stores, is on the page. What HDF5 files hold is held by a test of its own, which looks into decks."""
+"""Checks docs/formats/ and src/core/version_history.h against the sources: every version at which a reader takes another
+way is in both, and every class that the legacy family stores is on the page. What HDF5 files hold is held by a test of its own, which looks into decks."""
 
 import pathlib
 import re
@@ -26,6 +26,16 @@ for folder, name in (("src/io/dem", "legacy.md"), ("src/io/hdf5", "hdf5.md")):
         version = ".".join(gate)
         if version != "0.0.0" and not re.search(r"(?<![\d.])" + re.escape(version) + r"(?![\d]|\.\d)", text):
             faults.append(f"{source.relative_to(root)}: a gate at {version}, which is not in docs/formats/{name}")
+
+ROWS = re.compile(r"\{makeVersion\((\d+), *(\d+), *(\d+)\),\s*\"")
+history = {tuple(map(int, row)) for row in ROWS.findall((root / "src/core/version_history.h").read_text(encoding="utf-8"))}
+assert len(history) > 50
+for source in sorted((root / "src").rglob("*.cpp")) + sorted((root / "src").rglob("*.h")):
+    for match in GATE.finditer(source.read_text(encoding="utf-8")):
+        major, minor, build = map(int, match.groups())
+        after = (major, minor, build + 1)  # what ends with a version is a change of the next one
+        if (major, minor, build) not in history | {(0, 0, 0)} and not ("upTo" in match.group() and after in history):
+            faults.append(f"{source.relative_to(root)}: {match.group()} has no row in src/core/version_history.h")
 
 # STORED has columns for HDF5 and for legacy, reading and writing; LEGACY one, for reading.
 ROW = re.compile(r"^(?:STORED|STAMPED|PENDING|LEGACY) *\((.*)\)", re.M)

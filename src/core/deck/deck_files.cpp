@@ -1,11 +1,9 @@
 // Which files make a deck, by its suffixes, and how they are copied, renamed and deleted as one.
 #include "core/deck/deck_files.h"
 
+#include "core/deck/file_families.h"
 #include "core/plain_file.h"
-#include "core/version.h"
 
-#include <QByteArray>
-#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -31,36 +29,6 @@ static const QRegExp& legacySuffixes()
 
 // ---------------------------------------------------------------- names and formats
 
-/// The format that a legacy header announces.
-static EDeckFormat legacyFormat(QDataStream& stream)
-{
-    quint32 version = 0;
-    stream >> version;
-    // Legacy writers ended before 30: what claims to be later isn't of this family.
-    if (version < makeVersion(2, 0, 0) || version >= makeVersion(30, 0, 0))
-        return eFormatUnknown;
-    quint32 lastVersion = version;
-    if (version >= makeVersion(2, 4, 58))
-        stream >> lastVersion;
-    quint32 timesteps = 0;
-    stream >> timesteps;
-    EDeckFormat format = timesteps == 0 ? eFormatUnknown : eFormatLegacy;
-    if (version < makeVersion(2, 4, 16))
-        return format;
-    quint32 reservedFlag = 0;
-    quint32 unused = 0;
-    stream >> reservedFlag >> unused >> unused >> unused;
-    if (lastVersion >= makeVersion(24, 0, 25) && reservedFlag != 0)
-        format = eFormatUnknown;
-    if (version >= makeVersion(2, 4, 35)) {
-        quint32 edition = 0;
-        stream >> edition;
-        if (edition > 4)
-            format = eFormatUnknown;
-    }
-    return format;
-}
-
 EDeckFormat detectFormat(const QString& path, std::string* cause)
 {
     const auto unreadable = [&](const std::string& why) {
@@ -71,14 +39,9 @@ EDeckFormat detectFormat(const QString& path, std::string* cause)
     QFile file(path);
     if (const std::string why = openPlainFile(file); !why.empty())
         return unreadable(why);
-    const bool isHdf5 = file.read(8) == QByteArray("\x89HDF\r\n\x1a\n", 8);
-    if (isHdf5)
+    if (NHdf5Family::isOwnHeader(file))
         return eFormatHdf5;
-    EDeckFormat format = eFormatUnknown;
-    if (file.seek(0)) {
-        QDataStream stream(&file);
-        format = legacyFormat(stream);
-    }
+    const EDeckFormat format = NLegacyFamily::isOwnHeader(file) ? eFormatLegacy : eFormatUnknown;
     return file.error() == QFileDevice::NoError ? format : unreadable(file.errorString().toStdString());
 }
 

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QIODevice;
+
 namespace H5 {
 class H5File;
 }
@@ -17,6 +19,8 @@ class IFileFormatManager;
 struct SSaveOptions;
 
 namespace NLegacyFamily {
+/// Whether a file begins as the family's main files do. Leaves the device anywhere.
+bool isOwnHeader(QIODevice& device);
 std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
 /// Move one root through a stream that is after the block's name and creator pair. An object
 /// that is neither a creator model nor a timestep is left alone.
@@ -25,6 +29,8 @@ void writeObject(CDemDataStream& stream, CSimulationData& object);
 } // namespace NLegacyFamily
 
 namespace NHdf5Family {
+/// As above.
+bool isOwnHeader(QIODevice& device);
 /// Starts the library below, which is done once for the process.
 void openLibrary();
 std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);

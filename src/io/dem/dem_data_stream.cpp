@@ -7,11 +7,6 @@
 
 namespace NBrenmark {
 
-std::string counted(qint64 count, const char* noun)
-{
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
-
 CDemDataStream::CDemDataStream(QIODevice* device, const SSaveOptions& options)
     : CVersionedStream(device), options(options)
 {}

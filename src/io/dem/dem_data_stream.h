@@ -2,15 +2,13 @@
 // The stream of the legacy family: scalars in the encoding of CVersionedStream, with the options of
 // the read or write beside them, and an eye on what a count may still ask for.
 
+#include "core/counted.h"
 #include "core/save_options.h"
 #include "core/versioned_stream.h"
 
 #include <string>
 
 namespace NBrenmark {
-
-/// "1 contact", "12 contacts".
-std::string counted(qint64 count, const char* noun);
 
 class CInflateAhead;
 

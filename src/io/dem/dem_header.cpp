@@ -1,17 +1,16 @@
 // Which words a header has depends on the version that made the deck; a current one always has eight.
 #include "io/dem/dem_header.h"
 
+#include "core/deck/file_families.h"
+#include "core/version_history.h"
 #include "io/dem/dem_data_stream.h"
 
 namespace NBrenmark {
 
 // The header goes by its plain numbers: major 3 isn't counted as 20 here.
-static constexpr quint32 versionOfReserved = makeVersion(2, 4, 16);
-static constexpr quint32 versionOfEdition = makeVersion(2, 4, 35);
-static constexpr quint32 versionOfLastVersion = makeVersion(2, 4, 58);
-// Between the two a build wrote decks that no one else may read, and from then on it marked them.
-static constexpr quint32 lastBeforeMark = makeVersion(24, 0, 0);
-static constexpr quint32 versionOfMark = makeVersion(24, 0, 25);
+using namespace NFileVersion;
+
+static constexpr quint32 greatestEdition = 4;
 
 bool SDemHeader::read(QIODevice& device)
 {
@@ -21,25 +20,41 @@ bool SDemHeader::read(QIODevice& device)
     CDemDataStream stream(&device);
     stream >> firstVersion;
     lastVersion = firstVersion;
-    if (firstVersion >= versionOfLastVersion)
+    if (firstVersion >= fullHeader)
         stream >> lastVersion;
     stream >> timesteps;
-    if (firstVersion >= versionOfReserved) {
+    if (firstVersion >= reservedWords) {
         quint32 reserved = 0;
         stream >> reservedFlag >> reserved >> reserved >> reserved;
     }
-    if (firstVersion >= versionOfEdition)
+    if (firstVersion >= withEdition)
         stream >> edition;
     return stream.status() == QDataStream::Ok;
 }
+
+bool SDemHeader::isOfFamily() const
+{
+    if (firstVersion < first || firstVersion >= hdf5 || timesteps == 0)
+        return false;
+    return (lastVersion < mark || reservedFlag == 0) && edition <= greatestEdition;
+}
+
+bool NLegacyFamily::isOwnHeader(QIODevice& device)
+{
+    SDemHeader header;
+    header.read(device); // one that ends early has zeros from there on
+    return header.isOfFamily();
+}
+
+bool SDemHeader::hasFullHeader(quint32 firstVersion) { return firstVersion >= fullHeader; }
 
 bool SDemHeader::isAcceptable() const
 {
     if (firstVersion == 0 || lastVersion > currentFileVersion())
         return false;
-    if (firstVersion < versionOfReserved || lastVersion <= lastBeforeMark)
+    if (firstVersion < reservedWords || lastVersion <= lastBeforeMark)
         return true;
-    return lastVersion >= versionOfMark && reservedFlag == 0;
+    return lastVersion >= mark && reservedFlag == 0;
 }
 
 bool SDemHeader::write(QIODevice& device) const

@@ -18,6 +18,10 @@ struct SDemHeader
     /// Reads what the creating version stores, and leaves the device after it.
     /// \return false if the header ends early
     bool read(QIODevice& device);
+    /// Whether it is a header at all: any bytes can be read as one. A deck without a timestep has none.
+    bool isOfFamily() const;
+    /// Whether a deck created by that version has the eight words that a writer writes.
+    static bool hasFullHeader(quint32 firstVersion);
     /// Whether a deck with this header may be read: not one of a later version, nor of a build between two that
     /// no other program may read.
     bool isAcceptable() const;

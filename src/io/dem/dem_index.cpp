@@ -1,25 +1,23 @@
 // The entries of the index grew twice: offsets of 64 bits at 20.0.22, the flag of a full save at 22.0.0.
 #include "io/dem/dem_index.h"
 
+#include "core/version_history.h"
 #include "io/dem/dem_data_stream.h"
 
 namespace NBrenmark::NDemIndex {
 
-static constexpr quint32 versionOfLongOffsets = makeVersion(20, 0, 22);
-static constexpr quint32 versionOfFullFlag = makeVersion(22, 0, 0);
-
 qint64 entryBytes(quint32 lastVersion)
 {
-    return 8 + 4 + (lastVersion >= versionOfLongOffsets ? 8 : 4) + (lastVersion >= versionOfFullFlag ? 4 : 0);
+    return 8 + 4 + (lastVersion >= NFileVersion::longOffsets ? 8 : 4) + (lastVersion >= NFileVersion::masks ? 4 : 0);
 }
 
-bool isCurrentForm(quint32 lastVersion) { return lastVersion >= versionOfFullFlag; }
+bool isCurrentForm(quint32 lastVersion) { return lastVersion >= NFileVersion::masks; }
 
 static STimestepIndexEntry readEntry(CDemDataStream& stream, quint32 lastVersion)
 {
     STimestepIndexEntry entry;
     stream >> entry.time >> entry.segment;
-    if (lastVersion >= versionOfLongOffsets)
+    if (lastVersion >= NFileVersion::longOffsets)
         stream >> entry.offset;
     else {
         quint32 shortOffset = 0;
@@ -27,7 +25,7 @@ static STimestepIndexEntry readEntry(CDemDataStream& stream, quint32 lastVersion
         entry.offset = shortOffset;
     }
     entry.isFull = true;
-    if (lastVersion >= versionOfFullFlag) {
+    if (lastVersion >= NFileVersion::masks) {
         quint32 isFull = 0;
         stream >> isFull;
         entry.isFull = isFull != 0;

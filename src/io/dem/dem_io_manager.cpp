@@ -125,7 +125,7 @@ bool CDemIoManager::ensureIndexFile()
     return fileFailed(NLogTitle::legacyWrite, "open", indexFile);
 }
 
-bool CDemIoManager::hasFullHeader() const { return firstVersion >= makeVersion(2, 4, 58); }
+bool CDemIoManager::hasFullHeader() const { return SDemHeader::hasFullHeader(firstVersion); }
 
 bool CDemIoManager::startWriting()
 {

@@ -8,7 +8,6 @@
 
 namespace NBrenmark {
 
-class CCreatorData;
 class CDemCreatorDataReader;
 
 /// Arrays of triangles as a file holds them.
@@ -63,9 +62,5 @@ void readOldMesh(CDemCreatorDataReader& reader, CInForm& f, CGeometryGroup& grou
 /// Whether the timestep at which the stream stands holds its geometry whole, in the form of a creator block. The stream
 /// is left where it is.
 bool wholeGeometryFollows(CDemDataStream& stream);
-
-/// Ties the factories of all groups to the particle types of their model, and reports which of them
-/// name a type that isn't there.
-void linkFactories(CCreatorData& creator);
 
 } // namespace NBrenmark

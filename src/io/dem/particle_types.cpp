@@ -84,8 +84,7 @@ void CDemReader::readParticleType(CParticleType& type)
     CInForm f = in();
     definitionForm(f, type);
     type.setName(type.displayName);
-    for (CSphere& sphere : type.spheres)
-        sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
+    type.settleSpheres();
 
     quint32 rows = 0;
     f.i32(rows);
@@ -134,18 +133,6 @@ void CDemWriter::writeParticleType(const CParticleType& type)
         writeNoCustomProperties(f);
 }
 
-/// An id beyond the greatest one that is stored would never be found.
-static void settleIds(CParticleTypes& types, qint32 maxId)
-{
-    types.maxId = static_cast<quint32>(qMax(0, maxId));
-    types.recomputeMaxId(maxId < 0);
-    if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
-        report(eRepaired, NLogTitle::legacyRead,
-               "The greatest particle id is " + std::to_string(types.maxId) + ", not " + std::to_string(maxId) +
-                   " as stored.");
-    types.rebuildIdLookup();
-}
-
 void CDemReader::readParticleTypes(CParticleTypes& types)
 {
     CInForm f = in();
@@ -156,7 +143,7 @@ void CDemReader::readParticleTypes(CParticleTypes& types)
     types.clear();
     for (quint32 i = 0; i < count; ++i)
         types.append().read(*this);
-    settleIds(types, maxId);
+    types.settle(maxId, NLogTitle::legacyRead);
 }
 
 void CDemWriter::writeParticleTypes(const CParticleTypes& types)

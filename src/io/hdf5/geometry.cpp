@@ -1,28 +1,10 @@
-// What a mesh that was read needs before others may look at it.
+// Checks a mesh that was read against what comes with it.
 #include "io/hdf5/geometry.h"
 
 #include "core/log.h"
 #include "core/shortened.h"
-#include "model/geometry/cad_geometry.h"
 
 namespace NBrenmark {
-
-void placeMesh(CGeometryGroup& g)
-{
-    const double enclosed = g.enclosedMagnitude;
-    const double surface = g.surfaceMagnitude;
-    if (!g.isStatic) {
-        g.coords = g.originalCoords;
-        g.applyTransform(g.transform);
-    }
-    else if (auto* const cad = dynamic_cast<CCADGeometry*>(&g)) {
-        cad->updateCadTransform();
-        cad->coords = cad->placedImport();
-    }
-    g.recomputeDerivedData();
-    g.enclosedMagnitude = enclosed;
-    g.surfaceMagnitude = surface;
-}
 
 void checkForces(const CGeometryGroup& g)
 {

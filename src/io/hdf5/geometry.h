@@ -34,10 +34,6 @@ std::string kinematicsName(const TForm& f)
     return f.since(30, 0, 1) ? "Kinematics/" : "Dynamics/";
 }
 
-/// Takes the mesh that was read to where it is and computes what follows from it. The magnitudes stay
-/// as stored: whoever wrote them may have summed in another order.
-void placeMesh(CGeometryGroup& g);
-
 /// Warns of a group whose file holds a record of forces for another number of triangles.
 void checkForces(const CGeometryGroup& g);
 

@@ -74,6 +74,12 @@ void NHdf5Family::openLibrary()
     makeFileAccess();
 }
 
+bool NHdf5Family::isOwnHeader(QIODevice& device)
+{
+    const QByteArray signature("\x89HDF\r\n\x1a\n", 8);
+    return device.seek(0) && device.read(signature.size()) == signature;
+}
+
 std::unique_ptr<IFileFormatManager> NHdf5Family::makeManager(CSimulation& simulation)
 {
     try {

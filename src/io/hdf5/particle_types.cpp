@@ -12,7 +12,6 @@
 #include "model/slot_bytes.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace NBrenmark {
 
@@ -143,8 +142,7 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     t.setName(name);
     definitionForm(in(), t);
     t.spheres = in().table<SSphereType>(spheresName);
-    for (CSphere& sphere : t.spheres)
-        sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
+    t.settleSpheres();
 
     quint32 size = 0;
     in().attribute("size", size); // what is announced; the arrays have the last word
@@ -210,14 +208,7 @@ void CHdf5Reader::readParticleTypes(CParticleTypes& types)
         in().attribute("max id", maxId);
         types.recreate(static_cast<quint32>(in().childCount()));
         in().numbered(types.types, [&](const std::unique_ptr<CParticleType>& type) { type->read(*this); });
-        constexpr qint64 greatest = std::numeric_limits<quint32>::max();
-        types.maxId = static_cast<quint32>(std::clamp<qint64>(maxId, 0, greatest));
-        types.recomputeMaxId(maxId < 0); // no less than the particles that are there
-        if (maxId < 0 || types.maxId != static_cast<quint32>(maxId))
-            report(eRepaired, NLogTitle::hdf5Read,
-                   "The greatest particle id is " + std::to_string(types.maxId) + ", not " + std::to_string(maxId) +
-                       " as stored.");
-        types.rebuildIdLookup();
+        types.settle(maxId, NLogTitle::hdf5Read);
     });
 }
 

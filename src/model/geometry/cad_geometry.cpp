@@ -18,6 +18,14 @@ void CCADGeometry::updateBounds()
     CGeometryGroup::updateBounds();
 }
 
+void CCADGeometry::settle()
+{
+    updateCadTransform();
+    if (isStatic && coords.size() != importedCoords.size())
+        coords = placedImport();
+    CGeometryGroup::settle();
+}
+
 void CCADGeometry::updateCadTransform()
 {
     cadTransform.setIdentity();

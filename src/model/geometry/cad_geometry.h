@@ -18,6 +18,8 @@ public:
     void write(IFileVisitorWriter& visitor) const override;
     /// Brings cadTransform up to date as well.
     void updateBounds() override;
+    /// Puts the import in its place, where a file holds it as it came only.
+    void settle() override;
 
     /// cadTransform from the fields below: the rotation acts first, then the shift.
     void updateCadTransform();

@@ -20,6 +20,13 @@ void CCylinder::applyTransform(const C3DTransform& matrix)
     CGeometryGroup::applyTransform(matrix);
 }
 
+void CCylinder::settle()
+{
+    currentStart = startPoint; // a moving one takes them on from here
+    currentEnd = endPoint;
+    CGeometryGroup::settle();
+}
+
 void CCylinder::defaultCentreOfMass() { setCentreOfMass(startPoint + 0.5 * (endPoint - startPoint)); }
 
 void CCylinder::setClosedEnds(bool start, bool end)

@@ -18,6 +18,7 @@ public:
     void write(IFileVisitorWriter& visitor) const override;
     /// Moves the two ends too.
     void applyTransform(const C3DTransform& matrix) override;
+    void settle() override;
     /// Half way between the ends.
     void defaultCentreOfMass() override;
 

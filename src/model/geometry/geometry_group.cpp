@@ -159,6 +159,25 @@ void CGeometryGroup::standStill()
     recomputeDerivedData();
 }
 
+void CGeometryGroup::settle()
+{
+    const CBoundingBox storedBounds = bounds;
+    const double storedSurface = surfaceMagnitude;
+    const double storedVolume = enclosedMagnitude;
+    factories->setBoundingShape(this);
+    if (isStatic) {
+        updateBounds();
+        recomputeDerivedData();
+    }
+    else {
+        coords.resize(originalCoords.size());
+        moveTo(C3DTransform(transform));
+    }
+    bounds = storedBounds;
+    surfaceMagnitude = storedSurface;
+    enclosedMagnitude = closed ? storedVolume : 0.0;
+}
+
 // ---------------------------------------------------------------- textures
 
 /// Where a co-ordinate lies between two others, 0 to 1; not-a-number between none.

@@ -86,6 +86,9 @@ public:
     virtual void applyTransform(const C3DTransform& matrix);
     /// The box around coords; both corners zero without a vertex.
     virtual void updateBounds();
+    /// Takes the mesh that was read to where it is and derives the rest from it. Bounds and magnitudes stay as
+    /// stored, for whoever wrote them may have summed in another order; an open group encloses nothing.
+    virtual void settle();
     /// What stands for the centre of mass of an open group. Nothing without a shape.
     virtual void defaultCentreOfMass();
 

@@ -328,7 +328,7 @@ TEST(DemPairs, anOverlapThatIsNoNumberStaysAContact)
     const CLogCapture log;
     COwnFrame own;
     consumedBy<CDemTimestepDataReader>(own.frame.timestep, timestepBytes(makeVersion(27, 0, 3), stored));
-    EXPECT_EQ(log.text(), "WARNING Legacy read: 1 contact with a negative overlap dropped\n");
+    EXPECT_EQ(log.text(), "WARNING Legacy read: 1 contact with a negative overlap dropped.\n");
     writtenBy<CDemTimestepDataWriter>(own.frame.timestep);
     const CContactsBase& family = own.frame.timestep.contacts.surfaceSurface;
     ASSERT_EQ(family.rowCount(), 1u);

@@ -515,7 +515,7 @@ TEST(DemFactories, tellOfTypesThatArentThere)
     const CLogCapture log;
     consumedBy<CDemCreatorDataReader>(own.frame.creator, creatorBytes(makeVersion(27, 0, 3), creator));
     EXPECT_EQ(own.frame.creator.geometryGroups.count(), 1u);
-    EXPECT_NE(log.text().find("factory \"B\": creates particles of the type \"Cube\", which isn't there"),
+    EXPECT_NE(log.text().find("factory \"B\" creates particles of the type \"Cube\", which isn't there"),
               std::string::npos)
         << log.text();
     EXPECT_EQ(log.text().find("factory \"A\""), std::string::npos);

@@ -1,9 +1,9 @@
 // The root of a creator block.
 #include "model/creator_data.h"
 
+#include "core/log.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
-#include "io/dem/geometry_forms.h"
 #include "legacy/creator_upgrades.h"
 #include "legacy/particle_prototypes.h"
 
@@ -70,7 +70,6 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     creator.domain.read(*this);
     if (f.stores(gatePhysicsInFront))
         creator.physicsModels.read(*this);
-    creator.particleTypes.domain = &creator.domain;
     if (f.stores(gateParticleTypes))
         creator.particleTypes.read(*this);
     else {
@@ -85,7 +84,7 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     }
     if (f.stores(gateGeometryInCreator))
         creator.geometryGroups.read(*this);
-    linkFactories(creator);
+    creator.settle(NLogTitle::legacyRead);
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");
@@ -93,7 +92,6 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     creator.upgradesPending = !f.stores(gateGeometryInCreator) || stream->options.upgradeWithGeometry;
     if (stream->options.upgradeOldModels && !creator.upgradesPending)
         NLegacySupport::upgradeCreatorData(creator, stream->fileVersion());
-    creator.modified = false;
 }
 
 void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)
@@ -110,7 +108,6 @@ void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)
     titleForm(f, creator);
     limitsForm(f, creator);
     stream->checkStatus("creator data");
-    creator.modified = false;
 }
 
 } // namespace NBrenmark

@@ -307,11 +307,4 @@ void CDemCreatorDataWriter::writeParticleFactoryList(const CParticleFactoryList&
     }
 }
 
-void linkFactories(CCreatorData& creator)
-{
-    creator.linkFactories([](const CParticleFactory& factory, const QString& typeName) {
-        tell(eRemark, factory, "creates particles of the type \"" + shortened(typeName) + "\", which isn't there");
-    });
-}
-
 } // namespace NBrenmark

@@ -153,30 +153,6 @@ static void readMesh(CInForm& f, CGeometryGroup& group)
                head.triangles, shortened(group.name));
 }
 
-/// Places the mesh as the file says, and derives the rest from it.
-static void placeMesh(CGeometryGroup& group)
-{
-    const CBoundingBox storedBounds = group.bounds;
-    const double storedSurface = group.surfaceMagnitude;
-    const double storedVolume = group.enclosedMagnitude;
-    auto* const cad = dynamic_cast<CCADGeometry*>(&group);
-    if (cad != nullptr && group.isStatic && group.coords.size() != cad->importedCoords.size()) {
-        cad->updateCadTransform();
-        group.coords = cad->placedImport();
-    }
-    if (group.isStatic) {
-        group.updateBounds();
-        group.recomputeDerivedData();
-    }
-    else {
-        group.coords.resize(group.originalCoords.size());
-        group.moveTo(C3DTransform(group.transform));
-    }
-    group.bounds = storedBounds;
-    group.surfaceMagnitude = storedSurface;
-    group.enclosedMagnitude = group.closed ? storedVolume : 0.0;
-}
-
 static void writeMesh(COutForm& f, const CGeometryGroup& group)
 {
     SMeshHead head;
@@ -201,7 +177,6 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
     CInForm f = in();
     group.kinematics.read(*this);
     group.factories->read(*this);
-    group.factories->setBoundingShape(&group);
     group.bounds.read(*this);
     group.momentOfInertia.read(*this);
     f.point(group.desiredForce, from(2, 4, 31), C3DVector()); // N
@@ -223,7 +198,7 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
     }
     else
         readOldMesh(*this, f, group);
-    placeMesh(group);
+    group.settle();
 
     group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
     if (f.since(23, 0, 0))
@@ -287,9 +262,7 @@ void CDemCreatorDataReader::readGeometryGroups(GeometryGroups& groups)
         if (!f.since(24, 0, 30))
             added.uniqueId = added.index; // all are different, and stay so from read to read
     }
-    GeometryGroups::syncUniqueIds(groups);
-    groups.rebuildElementIds();
-    groups.updateTotalBounds();
+    groups.settle();
 }
 
 void CDemCreatorDataWriter::writeGeometryGroups(const GeometryGroups& groups)

@@ -46,8 +46,6 @@ static void cylinderForm(TForm&& f, TCylinder& cylinder)
 void CDemCreatorDataReader::readCylinder(CCylinder& cylinder)
 {
     cylinderForm(in(), cylinder);
-    cylinder.currentStart = cylinder.startPoint; // a moving one takes them on from here
-    cylinder.currentEnd = cylinder.endPoint;
     readGeometryGroup(cylinder);
 }
 void CDemCreatorDataWriter::writeCylinder(const CCylinder& cylinder)

@@ -14,7 +14,7 @@ void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase& family)
     CInForm f = in();
     bool deflated = false;
     quint32 mask = 0;
-    quint32 count = f.count("collision", 0);
+    const quint32 count = f.count("collision", 0);
     f.flag8(deflated);
     f.i32(mask); // ECollisionField
     if (count == 0)
@@ -23,14 +23,7 @@ void CDemTimestepDataReader::readCollisionsBase(CCollisionsBase& family)
     f.group(
         deflated, count, [&](CArrayGroupReader& arrays) { collisionArraysForm(arrays, mask, family); },
         collisionRowBytes);
-    if (family.dropForeignArrays())
-        report(eLost, NLogTitle::legacyRead,
-               counted(count, "collision") + " with more of the second end than a triangle has: dropped", count);
-    if ((mask & family.mask) == 0) {
-        report(eLost, NLogTitle::legacyRead, counted(count, "collision") + " without data dropped", count);
-        count = 0;
-    }
-    family.resizeRecords(count); // the arrays that aren't stored become zeros
+    family.settle(count, mask, NLogTitle::legacyRead);
 }
 
 void CDemTimestepDataWriter::writeCollisionsBase(const CCollisionsBase& family)

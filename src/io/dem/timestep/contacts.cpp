@@ -128,28 +128,6 @@ static quint32 readFields(CInForm& f)
     return fields;
 }
 
-/// Brings a family in order that was read, and reports what didn't fit.
-static void settle(CContactsBase& family)
-{
-    const quint32 collisions = family.activeCollisions.recordCount();
-    const quint32 values = family.contactRecords.rowCount();
-    const auto tell = [&](quint32 stored, const std::string& what) {
-        const quint32 contacts = family.rowCount();
-        const std::string text = what + " for " + counted(contacts, "contact");
-        if (stored > contacts)
-            report(eLost, NLogTitle::legacyRead, text + ": the others are cut off", stored - contacts);
-        else
-            report(eDefaulted, NLogTitle::legacyRead, text + ": filled up with zeros", contacts - stored);
-    };
-    if (!family.fitCollisions())
-        tell(collisions, counted(collisions, "record") + " of collisions");
-    if (!family.fitRecords())
-        tell(values, counted(values, "row") + " of contact records");
-    if (const quint32 strays = family.strayCount(); strays > 0)
-        report(eLost, NLogTitle::legacyRead, counted(strays, "contact") + " with a negative overlap dropped", strays);
-    family.rebuildFreeChain();
-}
-
 void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
 {
     CInForm f = in();
@@ -174,7 +152,7 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
         family.activeCollisions.read(*this);
         family.contactRecords.read(*this);
     }
-    settle(family);
+    family.settle(NLogTitle::legacyRead);
     family.customProperties.resetToInitialValues(count);
     if (f.since(22, 1, 1))
         family.customProperties.read(*this);

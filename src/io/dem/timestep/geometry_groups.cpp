@@ -165,9 +165,7 @@ void CDemTimestepDataReader::readGeometryGroups(GeometryGroups& groups)
         readGeometryGroup(*group);
         hasNewIds |= (group->dataMask & (eTriangleIds | eTriangleNodes)) != 0;
     }
-    if (hasNewIds)
-        groups.rebuildElementIds();
-    groups.updateTotalBounds();
+    groups.settleState(hasNewIds);
 }
 
 void CDemTimestepDataWriter::writeGeometryGroups(const GeometryGroups& groups)

@@ -82,14 +82,6 @@ static void runForm(TForm& f, TTimestep& timestep)
     f.text(timestep.date); // dd/MM/yy, of the writing
 }
 
-/// Rows are positions: those that point at nothing are released.
-static void checkContacts(CTimestepData& timestep)
-{
-    if (const quint32 lost = timestep.removeDanglingContacts(); lost > 0)
-        report(eLost, NLogTitle::legacyRead, counted(lost, "contact") + " released: a particle or triangle is missing",
-               lost);
-}
-
 /// From 20.0.0 to 20.0.6 nothing uses them.
 static void dropOldCollisions(CDemTimestepDataReader& reader)
 {
@@ -102,18 +94,12 @@ static void dropOldCollisions(CDemTimestepDataReader& reader)
                count);
 }
 
-static void matchBonds(CTimestepData& timestep)
-{
-    if (const SUnmatchedBonds unmatched = timestep.matchBondParameters(); unmatched.any())
-        report(eRepaired, NLogTitle::legacyRead, unmatched.text() + ".", unmatched.total());
-}
-
 /// Puts the geometry of a timestep in the place of the model's, which is then a model of its own.
 static void readWholeGeometry(CDemDataStream& stream, CCreatorData& creator)
 {
     CDemCreatorDataReader reader(stream);
     creator.geometryGroups.read(reader);
-    linkFactories(creator);
+    creator.settle(NLogTitle::legacyRead);
     creator.geometryReplaced = true;
     if (creator.upgradesPending && stream.options.upgradeOldModels)
         NLegacySupport::upgradeCreatorData(creator, creator.fileVersion);
@@ -154,7 +140,6 @@ static void readPairs(CDemTimestepDataReader& reader, CInForm& f, CTimestepData&
 {
     if (f.stores(from(20, 0, 2)))
         timestep.contacts.read(reader);
-    checkContacts(timestep);
     if (f.stores(below(20, 0, 7)))
         dropOldCollisions(reader);
     if (f.stores(gateContactBlocks))
@@ -220,13 +205,10 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     else
         creator.geometryGroups.read(*this);
 
-    timestep.particleTypes.domain = &creator.domain;
     if (f.stores(gateParticleTypes))
         timestep.particleTypes.read(*this);
     else
         readParticles(*this, timestep);
-    for (const auto& type : timestep.particleTypes.types)
-        type->gravity = creator.gravity;
 
     if (f.stores(gateParticleTypes))
         readPairs(*this, f, timestep);
@@ -243,7 +225,6 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
             if (group != nullptr)
                 group->time = timestep.time;
     }
-    matchBonds(timestep); // now that the time is there, at which a bond breaks
     runForm(f, timestep);
     readEnergies(*this, f, timestep);
     const CPhysicsModels& physics = creator.physicsModels;
@@ -253,6 +234,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     if (f.since(23, 0, 0))
         timestep.simulationProperties.read(*this);
     stream->checkStatus("timestep data");
+    timestep.settle(NLogTitle::legacyRead);
 }
 
 /// The time of the timestep, or once the one given in its place.

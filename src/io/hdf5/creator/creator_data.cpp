@@ -4,9 +4,7 @@
 #include "io/hdf5/hdf5_writer.h"
 
 #include "core/log.h"
-#include "core/shortened.h"
 #include "model/creator_data.h"
-#include "model/factories/particle_factory.h"
 
 namespace NBrenmark {
 
@@ -49,19 +47,12 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
             readFileVersionInfo(data);
             qint32 dimensions = 0;
             scalarsForm(in(), data, dimensions);
-            data.particleTypes.domain = &data.domain;
             forEachPart(data, [this](auto& part) { in().examined("", [&] { part.read(*this); }); });
         });
     });
-    data.linkFactories([](const CParticleFactory& factory, const QString& typeName) {
-        report(eRemark, NLogTitle::hdf5Read,
-               "The particle factory \"" + shortened(factory.name) + "\" creates particles of the type \"" +
-                   shortened(typeName) + "\", which isn't there.",
-               1, shortened(factory.name));
-    });
+    data.settle(NLogTitle::hdf5Read);
     if (!in().since(30, 0, 4))
         applyMaterialRule(data);
-    data.modified = false;
 }
 
 void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)
@@ -76,7 +67,6 @@ void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)
             });
         });
     });
-    data.modified = false;
 }
 
 } // namespace NBrenmark

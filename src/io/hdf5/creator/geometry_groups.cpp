@@ -135,9 +135,8 @@ void CHdf5CreatorDataReader::readGeometryGroup(CGeometryGroup& g)
     QString name;
     groupForm(in(), g, name, g.enclosedMagnitude, g.dataMask, [this](auto& part) { part.read(*this); });
     g.setName(name);
-    g.factories->setBoundingShape(&g);
     checkForces(g);
-    placeMesh(g);
+    g.settle();
     if ((options.geometryMask & eGeometryProperties) != 0)
         g.customProperties.read(*this);
 }
@@ -181,9 +180,7 @@ void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
             groups.add(group.release(), false);
         });
     });
-    groups.rebuildElementIds();
-    GeometryGroups::syncUniqueIds(groups);
-    groups.updateTotalBounds();
+    groups.settle();
 }
 
 void CHdf5CreatorDataWriter::writeGeometryGroups(const GeometryGroups& groups)

@@ -4,7 +4,6 @@
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
 
-#include "io/hdf5/geometry.h"
 #include "model/geometry/box.h"
 #include "model/geometry/cad_geometry.h"
 #include "model/geometry/cylinder.h"
@@ -53,11 +52,8 @@ static void cylinderForm(TForm& f, TCylinder& cylinder)
 
 void CHdf5CreatorDataReader::readCylinder(CCylinder& cylinder)
 {
+    cylinderForm(in(), cylinder); // first, for its ends go where the mesh is placed
     readGeometryGroup(cylinder);
-    cylinderForm(in(), cylinder);
-    // The ends move with the mesh, which was placed before they were known.
-    cylinder.currentStart = cylinder.isStatic ? cylinder.startPoint : cylinder.transform * cylinder.startPoint;
-    cylinder.currentEnd = cylinder.isStatic ? cylinder.endPoint : cylinder.transform * cylinder.endPoint;
 }
 
 void CHdf5CreatorDataWriter::writeCylinder(const CCylinder& cylinder)
@@ -120,11 +116,10 @@ static void takeSignFromDistance(CCADGeometry& cad)
 
 void CHdf5CreatorDataReader::readCADGeometry(CCADGeometry& cad)
 {
-    readGeometryGroup(cad);
-    cadForm(in(), cad);
+    cadForm(in(), cad); // first, for the mesh is placed by it
     if (!in().since(30, 0, 11))
         takeSignFromDistance(cad);
-    placeMesh(cad); // now that it is known where to
+    readGeometryGroup(cad);
 }
 
 void CHdf5CreatorDataWriter::writeCADGeometry(const CCADGeometry& cad)

@@ -70,10 +70,7 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     const quint32 held = lengths.admitted(collisionRowBytes);
     recordsForm(in(), collisions, fields);
     tellIfOther("collisions", size, held);
-    if (collisions.dropForeignArrays())
-        report(eLost, NLogTitle::hdf5Read, "Collisions hold more of the second end than a triangle has: dropped.",
-               held);
-    collisions.resizeRecords((fields & collisions.mask) != 0 ? held : 0);
+    collisions.settle(held, fields, NLogTitle::hdf5Read);
     reading.whole = true;
 }
 

@@ -43,26 +43,6 @@ static quint32 commonLength(const CContactsBase& contacts, quint32 fields)
     return lengths.common();
 }
 
-/// Brings a family in order that was read, and reports what didn't fit.
-static void settle(CContactsBase& contacts)
-{
-    const quint32 records = contacts.activeCollisions.recordCount();
-    const quint32 rows = contacts.rowCount();
-    if (!contacts.fitCollisions() && rows > 0) {
-        const std::string text =
-            std::to_string(records) + " records of collisions for " + std::to_string(rows) + " contacts: ";
-        if (records > rows)
-            report(eLost, NLogTitle::hdf5Read, text + "the others are cut off.", records - rows);
-        else
-            report(eDefaulted, NLogTitle::hdf5Read, text + "filled up with zeros.", rows - records);
-    }
-    if (const quint32 strays = contacts.strayCount(); strays > 0)
-        report(eLost, NLogTitle::hdf5Read,
-               std::to_string(strays) + (strays == 1 ? " contact" : " contacts") + " with a negative overlap dropped.",
-               strays);
-    contacts.rebuildFreeChain();
-}
-
 void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
 {
     contacts.clear();
@@ -83,7 +63,9 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
         contacts.resizeRows(held); // the arrays that the file lacks become zeros
     }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });
-    settle(contacts);
+    if (contacts.rowCount() == 0)
+        contacts.activeCollisions.clear(); // a mask left records that belong to nothing
+    contacts.settle(NLogTitle::hdf5Read);
     if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
     else if (in().has("CustomProperties")) // without rows the values that a mask left belong to nothing

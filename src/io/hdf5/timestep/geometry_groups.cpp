@@ -131,9 +131,7 @@ void CHdf5TimestepDataReader::readGeometryGroups(GeometryGroups& groups)
                        "The geometry group \"" + shortened(group->name) + "\" has no state: it is as in the model.", 1,
                        shortened(group->name));
     });
-    if (hasNewIds)
-        groups.rebuildElementIds();
-    groups.updateTotalBounds();
+    groups.settleState(hasNewIds);
 }
 
 void CHdf5TimestepDataWriter::writeGeometryGroups(const GeometryGroups& groups)

@@ -50,22 +50,6 @@ void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
     out.table<SNameCountType>(removedName, rows);
 }
 
-/// Rows are positions: those that point at nothing are released.
-void checkContacts(CTimestepData& data)
-{
-    if (const quint32 lost = data.removeDanglingContacts(); lost > 0)
-        report(eLost, NLogTitle::hdf5Read,
-               std::to_string(lost) + (lost == 1 ? " contact" : " contacts") +
-                   " released: a particle or triangle is missing.",
-               lost);
-}
-
-void matchBonds(CTimestepData& data)
-{
-    if (const SUnmatchedBonds unmatched = data.matchBondParameters(); unmatched.any())
-        report(eRepaired, NLogTitle::hdf5Read, unmatched.text() + ".", unmatched.total());
-}
-
 } // namespace
 
 void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
@@ -79,23 +63,19 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             readFileVersionInfo(data);
             contentForm(in(), data);
             data.creatorData.geometryGroups.read(*this);
-            data.particleTypes.domain = &data.creatorData.domain;
             data.particleTypes.read(*this);
-            for (const std::unique_ptr<CParticleType>& type : data.particleTypes.types)
-                type->gravity = data.creatorData.gravity;
             data.contacts.read(*this);
-            checkContacts(data);
             data.collisions.read(*this);
             data.bonds.read(*this);
             if (!in().since(30, 0, 5))
                 readPluginFactories(in(), data.creatorData.pluginFactories);
             momentForm(in(), data, data.time);
-            matchBonds(data); // now that the time is there, at which a bond breaks
             data.systemEnergy.read(*this);
             in().examined("", [&] { readRemovedParticles(in(), data); });
             data.simulationProperties.read(*this);
         });
     });
+    data.settle(NLogTitle::hdf5Read);
 }
 
 void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)

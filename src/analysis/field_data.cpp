@@ -118,7 +118,7 @@ bool CFieldData::read(QDataStream& stream, IProgressController* progress)
     clear();
     CInEntryForm f(stream);
     form(f);
-    if (progress && progress->cancelState() == eCancel) {
+    if (wantsCancel(progress)) {
         clear();
         return false;
     }

@@ -22,7 +22,7 @@ public:
     CProgressStep(const CProgressStep&) = delete;
     CProgressStep& operator=(const CProgressStep&) = delete;
 
-    bool isCancelled() const { return progress && progress->cancelState() == eCancel; }
+    bool isCancelled() const { return wantsCancel(progress); }
     void tick()
     {
         if (progress)

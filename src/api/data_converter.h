@@ -103,7 +103,9 @@ public:
     /// differ from the source's. Input that needs no conversion is success without any effect.
     /// \param inputPath   the deck's first file, in UTF-8; a null pointer means an empty path
     /// \param outputPath  the new deck's first file, in UTF-8
-    /// \return true if the deck was converted or there was nothing to do: see outcome
+    /// \return true if the deck was converted or there was nothing to do. After false outcome says why: eCancelled is
+    ///         the user's wish and no fault, eFailed has a failureText and errors in messages whose cause says where the
+    ///         fault is, eBusy leaves nothing to do but to wait
     bool convertSimulationData(const char* inputPath, const char* outputPath);
 
     /// How the last conversion ended.

@@ -150,7 +150,7 @@ bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
         }
         throwIfUnreadable(device); // which is never at its end
     }
-    if (progress && progress->cancelState() == eCancel) {
+    if (wantsCancel(progress)) {
         clearSettings(true);
         return false;
     }

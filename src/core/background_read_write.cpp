@@ -27,7 +27,7 @@ void CBackgroundReadWriteController::run()
     try {
         enterThread();
         result = isWrite ? target.write(stream, progress) : target.read(stream, progress);
-        if (!isWrite && result && progress && progress->cancelState() == eCancel)
+        if (!isWrite && result && wantsCancel(progress))
             result = false;
     }
     catch (const CReadStopped&) {

@@ -34,6 +34,12 @@ public:
     virtual unsigned char cancelState() = 0;
 };
 
+/// Whether the caller wants the work to end as a failure. Where no one watches, no one does.
+inline bool wantsCancel(IProgressController* progress)
+{
+    return progress != nullptr && progress->cancelState() == eCancel;
+}
+
 /// A host's controller on a console. The library makes none.
 class CConsoleProgressController : public QObject
 {

@@ -1,16 +1,14 @@
-// One flag for the process: there is one reading thread at a time.
+// One wish for the process: there is one reading thread at a time.
 #include "core/stop_flag.h"
-
-#include <atomic>
 
 namespace NBrenmark {
 
-static std::atomic<bool> stopFlag{false};
+static CStopWish readShallEnd;
 
-void requestStop() { stopFlag.store(true); }
+void requestStop() { readShallEnd.raise(); }
 
-void clearStop() { stopFlag.store(false); }
+void clearStop() { readShallEnd.forget(); }
 
-bool stopRequested() { return stopFlag.load(); }
+bool stopRequested() { return readShallEnd.isRaised(); }
 
 } // namespace NBrenmark

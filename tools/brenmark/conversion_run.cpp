@@ -45,7 +45,6 @@ public:
         constexpr double readAndWritten = 2.0; // bytes for one of the source, until the first timestep says so
         progress.start(sizes, "converting", readAndWritten);
         lastStep = Clock::now();
-        interruptible->repeat();
     }
 
     void rereadDone(quint32 timestep) override
@@ -108,7 +107,6 @@ public:
     }
 
     CConversion* conversion = nullptr;
-    CInterruptible* interruptible = nullptr;
     bool targetOpened = false;
 
 private:
@@ -154,10 +152,8 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
 {
     SConversionRun run;
     CListener listener(folder, journal, sizes, progress, verbose);
-    CConversion conversion(listener);
-    CInterruptible interruptible(conversion);
+    CConversion conversion(listener, interruptWish());
     listener.conversion = &conversion;
-    listener.interruptible = &interruptible;
     conversion.ignoreUnreadableCompanions = journal.ignoresCompanions;
     SConversionOptions options;
     options.firstTimestep = journal.finished;

@@ -3,7 +3,7 @@
 #include "brenmark/exit_codes.h"
 #include "brenmark/terminal.h"
 
-#include "core/deck/conversion.h"
+#include "core/stop_flag.h"
 
 #include <algorithm>
 #include <array>
@@ -20,8 +20,8 @@ namespace {
 constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP};
 
 // A handler may touch lock-free atomics and what doesn't change any more, and nothing much else.
-std::atomic<CConversion*> running{nullptr};
-std::atomic<int> came{0}; ///< the signal
+CStopWish wish;
+std::atomic<int> came{0}; ///< the first signal
 std::atomic<int> phase{eBeforeTimesteps};
 std::atomic<quint32> current{0};
 std::atomic<quint32> count{0};
@@ -29,8 +29,7 @@ std::atomic<quint32> finished{0};
 std::atomic<bool> leavesFolder{false};
 std::atomic<bool> onTerminal{false};
 std::array<char, 4200> folderName{}; // written before leavesFolder is set
-static_assert(std::atomic<CConversion*>::is_always_lock_free && std::atomic<quint32>::is_always_lock_free,
-              "what a signal handler touches must not lock");
+static_assert(std::atomic<quint32>::is_always_lock_free, "what a signal handler touches must not lock");
 
 /// A line put together without memory, for a handler must take none.
 class CLine
@@ -99,8 +98,7 @@ void handle(int number)
     int none = 0;
     if (!came.compare_exchange_strong(none, number))
         stopNow();
-    if (CConversion* const conversion = running.load())
-        conversion->cancel();
+    wish.raise();
     acknowledge();
     errno = error;
 }
@@ -133,7 +131,9 @@ void letInterruptsEndTheProgram()
         std::raise(came);
 }
 
-bool interrupted() { return came != 0; }
+bool interrupted() { return wish.isRaised(); }
+
+CStopWish& interruptWish() { return wish; }
 
 void setInterruptPhase(EInterruptPhase now) { phase = now; }
 
@@ -153,16 +153,6 @@ void setInterruptLeftover(quint32 number, quint32 all, const std::string& folder
         leavesFolder = true;
     }
     finished = number;
-}
-
-CInterruptible::CInterruptible(CConversion& conversion) : conversion(conversion) { running = &conversion; }
-
-CInterruptible::~CInterruptible() { running = nullptr; }
-
-void CInterruptible::repeat()
-{
-    if (interrupted())
-        conversion.cancel();
 }
 
 } // namespace NBrenmark

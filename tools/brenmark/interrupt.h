@@ -8,7 +8,7 @@
 
 namespace NBrenmark {
 
-class CConversion;
+class CStopWish;
 
 /// From here on SIGINT, SIGTERM and SIGHUP are noted instead of ending the program; one that is ignored stays ignored.
 /// The first thing that the program does, so that none that comes early ends it by the signal.
@@ -18,6 +18,8 @@ void letInterruptsEndTheProgram();
 
 /// Whether one of them came.
 bool interrupted();
+/// The same for a conversion: it ends after the current timestep once one came.
+CStopWish& interruptWish();
 
 /// What an interrupt waits for, as it is acknowledged.
 enum EInterruptPhase : int
@@ -32,21 +34,5 @@ void setInterruptPhase(EInterruptPhase phase);
 void setInterruptTimestep(quint32 current, quint32 count);
 /// How many of them stay if the program ends there and then, and the folder that holds them.
 void setInterruptLeftover(quint32 finished, quint32 count, const std::string& folder);
-
-/// While this lives the first interrupt cancels the conversion. One at a time.
-class CInterruptible
-{
-public:
-    explicit CInterruptible(CConversion& conversion);
-    ~CInterruptible();
-    CInterruptible(const CInterruptible&) = delete;
-    CInterruptible& operator=(const CInterruptible&) = delete;
-
-    /// Cancels if an interrupt came before the conversion began: what begins forgets a cancel before it.
-    void repeat();
-
-private:
-    CConversion& conversion;
-};
 
 } // namespace NBrenmark

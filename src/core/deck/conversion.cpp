@@ -215,7 +215,7 @@ EConvertError CConversion::run(const QString& inputPath, const QString& outputPa
         }
         return eConvertFailed;
     }
-    cancelled = false;
+    ownWish.forget();
     options = wanted;
     refreshMessages();
     begin(inputPath);
@@ -348,7 +348,7 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
                 targetPlace.index = static_cast<quint32>(i);
             frame.creator.modified = false;
             observer.rereadDone(static_cast<quint32>(i));
-            if (cancelled)
+            if (wish.isRaised())
                 return cancelledResult();
             continue;
         }
@@ -367,7 +367,7 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
             return eConvertDataFailed;
         observer.stepReached(2 * static_cast<int>(i) + 1);
 
-        if (cancelled)
+        if (wish.isRaised())
             return cancelledResult();
     }
     return eConvertOk;

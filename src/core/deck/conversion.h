@@ -4,10 +4,10 @@
 
 #include "core/deck/family_files.h"
 #include "core/log.h"
+#include "core/stop_flag.h"
 
 #include <QString>
 
-#include <atomic>
 #include <mutex>
 #include <vector>
 
@@ -64,8 +64,11 @@ struct SConversionOptions
 class CConversion
 {
 public:
+    /// With a wish to stop of its own, which a run forgets when it begins.
     /// \param observer  not owned
-    explicit CConversion(IConversionObserver& observer) : observer(observer) {}
+    explicit CConversion(IConversionObserver& observer) : observer(observer), wish(ownWish) {}
+    /// \param wish  of a host that stops more than this; one that was raised before a run counts. Not owned
+    CConversion(IConversionObserver& observer, CStopWish& wish) : observer(observer), wish(wish) {}
 
     /// A companion that is there and can't be read is left out and reported as lost. Without this it fails the run
     /// before the target is touched.
@@ -78,7 +81,7 @@ public:
     EConvertError run(const QString& source, const QString& target, EDeckFormat format,
                       const SConversionOptions& options = {});
     /// Ends the run after the current timestep. From any thread, and from a signal handler.
-    void cancel() { cancelled = true; }
+    void cancel() { wish.raise(); }
 
     // Of the last run, from any thread. While this object runs, its outcome is eOutcomeBusy.
     EConversionOutcome outcome() const;
@@ -115,11 +118,11 @@ private:
     EConvertError writeCompanions(CSimulation& simulation, const QString& sourceBase, const QString& targetBase);
 
     IConversionObserver& observer;
+    CStopWish ownWish;
+    CStopWish& wish;
     SConversionOptions options;
     FileStates sourceStates; ///< when the run began
     const CPersistentLogger* logger = nullptr;
-    std::atomic<bool> cancelled{false};
-    static_assert(std::atomic<bool>::is_always_lock_free, "cancel is called by signal handlers");
     SResult running; ///< of the run that goes on, and of its thread alone
     SResult last;    ///< what others see
     mutable std::mutex lastLock;

@@ -85,13 +85,9 @@ bool CSimDataReader::runAndWait(IProgressController* progress)
     startOrRun();
     const CWaiting waiting(*this);
     while (isRunning()) {
-        const bool cancelled = [&] {
-            if (!progress)
-                return false;
+        if (progress)
             progress->tick(1);
-            return progress->cancelState() == eCancel;
-        }();
-        if (cancelled || clock.elapsed() > longestReadMs) {
+        if (wantsCancel(progress) || clock.elapsed() > longestReadMs) {
             stopAndWait();
             givenUp = true;
             break;

@@ -57,6 +57,14 @@ void CCreatorData::clear()
     materialBlocks.clear();
 }
 
+std::vector<std::string> CCreatorData::materialNames() const
+{
+    std::vector<std::string> names;
+    for (const CMaterial* material : materials)
+        names.push_back(material->name);
+    return names;
+}
+
 CGeometryGroup* CCreatorData::geometryGroupByName(const QString& name) const
 {
     return geometryGroups.at(geometryGroups.indexOf(name));

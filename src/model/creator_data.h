@@ -2,12 +2,12 @@
 // The complete definition of a simulation: all that a deck holds apart from its saved timesteps
 // and the settings beside it.
 
+#include "materials/interactions.h"
+#include "materials/materials.h"
 #include "model/domain.h"
 #include "model/factories/plugin_factory_list.h"
 #include "model/geometry_groups.h"
-#include "model/interactions.h"
 #include "model/material_block.h"
-#include "model/materials.h"
 #include "model/particle_types.h"
 #include "model/simulation_data.h"
 #include "model/size_distributions.h"
@@ -38,6 +38,8 @@ public:
     {
         return particleTypes.radiusRange(min, max, physical);
     }
+
+    std::vector<std::string> materialNames() const override;
 
     /// Null if no group has the name.
     CGeometryGroup* geometryGroupByName(const QString& name) const;

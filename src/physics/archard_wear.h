@@ -21,6 +21,14 @@ class CArchardContactModel : public CContactModelWith<CArchardContactModelParamD
 {
 public:
     using CContactModelWith::CContactModelWith;
+
+    /// Forces as in CHertzMindlinNoSlipContactModel. Geometry wears by the depth
+    ///
+    ///     h += W |normal damping| |vt| dt / A
+    ///
+    /// W: wear constant of the geometry; A: area of the triangle. J. F. Archard (1953).
+    bool calculateForce(SContact& contact) override;
+
     void reset() override { parameters.wearConstants.clear(); }
     void geometryRenamed(const std::string& oldName, const std::string& newName) override
     {

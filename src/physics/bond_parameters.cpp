@@ -1,9 +1,10 @@
 // Bond parameters by pair: one key for both orders of the names.
 #include "physics/bond_parameters.h"
 
-#include "physics/name_tables.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
+
+#include <string_view>
 
 namespace NBrenmark {
 
@@ -38,6 +39,25 @@ std::optional<std::pair<std::string, std::string>> CBondParametersMap::namesOf(c
     return std::make_pair(key.substr(0, position), key.substr(position + separator.size()));
 }
 
+int SBondKeyOrder::compared(const std::string& key, const SNamePairView& pair)
+{
+    std::string_view rest = key;
+    for (const std::string_view part :
+         {std::string_view(pair.first), std::string_view(separator), std::string_view(pair.second)}) {
+        const std::string_view head = rest.substr(0, part.size());
+        if (const int order = head.compare(part); order != 0)
+            return order;
+        rest.remove_prefix(head.size());
+    }
+    return rest.empty() ? 0 : 1;
+}
+
+const CBondParameters* CBondParametersMap::find(const std::string& a, const std::string& b) const
+{
+    const auto entry = entries.find(SNamePairView(a, b));
+    return entry == entries.end() ? nullptr : &entry->second;
+}
+
 const CBondParameters* CBondParametersMap::find(const std::string& key) const
 {
     const auto entry = entries.find(key);
@@ -54,7 +74,7 @@ std::vector<std::string> CBondParametersMap::names() const
 
 void CBondParametersMap::rename(const std::string& oldName, const std::string& newName)
 {
-    std::map<std::string, CBondParameters> moved;
+    decltype(entries) moved;
     for (auto entry = entries.begin(); entry != entries.end();) {
         const auto pair = namesOf(entry->first);
         if (!pair || (pair->first != oldName && pair->second != oldName)) {

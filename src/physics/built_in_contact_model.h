@@ -19,10 +19,19 @@ public:
     quint32 chainPosition() const override;
     bool capabilityFlag() const override;
     RequiredProperties requiredProperties(unsigned int ownerType) const override;
+    void managerChanged(CCustomPropertyManager& manager, int value) override;
+    void propertyAdded(CCustomPropertyManager& manager) override { managerChanged(manager, 0); }
 
 protected:
     /// The custom properties of all owners.
     virtual std::vector<SRequiredProperty> propertyTable() const { return {}; }
+    /// Where the property of a row of the table is among those of its owner; notFound while no values are stored for it.
+    unsigned int indexOf(std::size_t row) const { return indices.of(row); }
+    /// Whether that is known of all rows.
+    bool areResolved() const { return indices.areResolved(); }
+
+private:
+    CPropertyIndices indices;
 };
 
 /// A model with parameters of class TRecord.

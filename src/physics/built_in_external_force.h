@@ -16,10 +16,18 @@ public:
     QString modelName() const override;
     bool capabilityFlag() const override;
     RequiredProperties requiredProperties(unsigned int ownerType) const override;
+    void managerChanged(CCustomPropertyManager& manager, int value) override;
+    void propertyAdded(CCustomPropertyManager& manager) override { managerChanged(manager, 0); }
 
 protected:
     /// The custom properties of all owners.
     virtual std::vector<SRequiredProperty> propertyTable() const = 0;
+    /// Where the property of a row of the table is among those of its owner; notFound while no values are stored for it.
+    unsigned int indexOf(std::size_t row) const { return indices.of(row); }
+    bool areResolved() const { return indices.areResolved(); }
+
+private:
+    CPropertyIndices indices;
 };
 
 /// A force with parameters of class TRecord.

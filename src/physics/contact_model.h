@@ -1,7 +1,7 @@
 #pragma once
 // What every contact model is to a deck: a name, a place in a chain, a parameter record, and custom
 // properties that it works on. The names in its tables are names of the deck, so a rename goes
-// through every model.
+// through every model. To a solver it is a force law.
 
 #include "core/parameter_support.h"
 #include "physics/model_kinds.h"
@@ -14,8 +14,11 @@
 
 namespace NBrenmark {
 
+class CCustomPropertyData;
 class IFileVisitorReader;
 class IFileVisitorWriter;
+class IPhysicsOwner;
+struct SContact;
 
 class IContactModel : public IParameterSupport, public IPropertyListener
 {
@@ -36,16 +39,28 @@ public:
     virtual void materialRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
     virtual void particleTypeRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
     virtual void geometryRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
+    // What a solver calls: starting, then for each step beginStep and the contacts, and stopping.
+
+    /// Called before the contacts of a step. \param particles  the current values of each particle type; not owned
+    virtual void beginStep(const std::vector<CCustomPropertyData*>& /*particles*/) {}
+    /// Makes what each thread needs to itself. \return false if the model isn't ready
+    virtual bool starting(quint32 /*threadCount*/) { return true; }
+    virtual void stopping() {}
+    /// The law: reads a contact and adds its results to it. Contacts may be dealt with by several threads at once, each
+    /// with a threadIndex of its own; nothing is allocated.
+    /// \return false if a custom property that the law needs isn't there
+    virtual bool calculateForce(SContact& contact) = 0;
+
     /// The parameter record.
     virtual void write(IFileVisitorWriter& visitor) const = 0;
     virtual void read(IFileVisitorReader& visitor) = 0;
 
-    // Nothing that a model keeps depends on the definitions.
     void managerChanged(CCustomPropertyManager& /*manager*/, int /*value*/) override {}
     void propertyAdded(CCustomPropertyManager& /*manager*/) override {}
 
-    quint32 modelType; ///< EContactModelType
-    quint32 source;    ///< EModelSource
+    quint32 modelType;                   ///< EContactModelType
+    quint32 source;                      ///< EModelSource
+    const IPhysicsOwner* deck = nullptr; ///< whose chain it is in; not owned
 };
 
 } // namespace NBrenmark

@@ -33,6 +33,16 @@ class CEdinburghCohesionContactModel : public CContactModelWith<CEdinburghCohesi
 {
 public:
     using CContactModelWith::CContactModelWith;
+
+    /// A contact that yields on loading, unloads stiffer, and sticks by a pull-off that grows with the area it was pressed
+    /// to. Three branches of the overlap d, of which dp is left for good:
+    ///
+    ///     loading     F1 = k1 d^N
+    ///     unloading   F2 = k2 (d^N - dp^N),  k2 = k1 / (1 - lambda)
+    ///     adhesion    F3 = -A d^X
+    ///
+    /// Acts at zero and negative overlap as well. J. P. Morrissey (2013), University of Edinburgh; S. C. Thakur et al. (2014).
+    bool calculateForce(SContact& contact) override;
     void reset() override { parameters.pairs.clear(); }
     void materialRenamed(const std::string& oldName, const std::string& newName) override
     {

@@ -7,13 +7,13 @@ namespace NBrenmark {
 
 CElectrostaticsExternalForce::CElectrostaticsExternalForce(const IPhysicsOwner* deck) { parameters.deck = deck; }
 
-double CElectrostaticsExternalForce::cutoff() const
+bool CElectrostaticsExternalForce::starting()
 {
     double smallest = 0.0;
     double greatest = 0.0;
-    if (parameters.deck == nullptr || !parameters.deck->radiusRange(smallest, greatest, true))
-        return 0.0;
-    return smallest * parameters.screeningDistance;
+    if (parameters.deck != nullptr && parameters.deck->radiusRange(smallest, greatest, true))
+        cutoff = smallest * parameters.screeningDistance;
+    return true;
 }
 
 } // namespace NBrenmark

@@ -23,9 +23,14 @@ public:
     /// \param deck  not owned, may be null
     explicit CElectrostaticsExternalForce(const IPhysicsOwner* deck);
 
+    /// Finds the cutoff of the deck's particle types as they are now.
+    bool starting() override;
+    /// Nothing: the force between charges is the solver's, with the cutoff.
+    bool calculateForce(SParticleForce& /*particle*/) override { return true; }
+
     /// The distance beyond which charges don't act, m: the screening distance for the smallest physical
     /// radius that there is. 0 without a particle type.
-    double cutoff() const;
+    double cutoff = 0.0;
 
 protected:
     std::vector<SRequiredProperty> propertyTable() const override

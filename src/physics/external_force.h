@@ -1,8 +1,9 @@
 #pragma once
 // What every external force is to a deck: a name, a parameter record, and custom properties that it
-// works on.
+// works on. To a solver it acts on each particle.
 
 #include "core/parameter_support.h"
+#include "physics/contact.h"
 #include "physics/model_kinds.h"
 #include "physics/required_property.h"
 #include "properties/custom_property_manager.h"
@@ -16,6 +17,17 @@ namespace NBrenmark {
 class IFileVisitorReader;
 class IFileVisitorWriter;
 
+/// One particle as a solver hands it to an external force, and what acts on it.
+struct SParticleForce
+{
+    std::string name;      ///< of the particle type
+    double mass = 0.0;     ///< kg
+    double timeStep = 0.0; ///< s
+    SPropertyItem properties;
+    C3DVector force;  ///< N
+    C3DVector torque; ///< N m
+};
+
 class IExternalForce : public IParameterSupport, public IPropertyListener
 {
 public:
@@ -27,12 +39,17 @@ public:
     virtual bool capabilityFlag() const = 0;
     /// New definitions for an owner, an ECustomPropertyOwner.
     virtual RequiredProperties requiredProperties(unsigned int ownerType) const = 0;
+    /// Called by a solver before the first step. \return false if the force isn't ready
+    virtual bool starting() { return true; }
+    virtual void stopping() {}
+    /// What acts on one particle in a step. \return false if a custom property that it needs isn't there
+    virtual bool calculateForce(SParticleForce& particle) = 0;
+
     /// The parameter record.
     virtual void write(IFileVisitorWriter& visitor) const = 0;
     virtual void read(IFileVisitorReader& visitor) = 0;
     virtual void particleTypeRenamed(const std::string& /*oldName*/, const std::string& /*newName*/) {}
 
-    // Nothing that a force keeps depends on the definitions.
     void managerChanged(CCustomPropertyManager& /*manager*/, int /*value*/) override {}
     void propertyAdded(CCustomPropertyManager& /*manager*/) override {}
 

@@ -34,6 +34,15 @@ class CHystereticContactModel : public CContactModelWith<CHystereticContactModel
 {
 public:
     using CContactModelWith::CContactModelWith;
+
+    /// A spring that loads at one stiffness and unloads at a greater one, so that an overlap is left:
+    ///
+    ///     loading    F = K1 d,         K1 = 5 R* min(yield1, yield2), left: (1 - e^2) d
+    ///     unloading  F = K1 (d - left) / e^2
+    ///
+    /// Tangential stiffness: K1 times the stiffness factor of the pair; damping times its damping factor. O. R. Walton,
+    /// R. L. Braun (1986).
+    bool calculateForce(SContact& contact) override;
     void reset() override
     {
         parameters.yields.clear();

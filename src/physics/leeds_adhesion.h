@@ -34,6 +34,11 @@ class CLeedsAdhesionContactModel : public CContactModelWith<CLeedsAdhesionContac
 {
 public:
     using CContactModelWith::CContactModelWith;
+
+    /// A contact of straight branches: plastic loading with k1, elastic unloading with k2, adhesive unloading with -k2 down
+    /// to no force. Which branch it is on is kept in its custom properties. M. Pasha, S. Dogbe, C. Hare, A. Hassanpour,
+    /// M. Ghadiri (2014).
+    bool calculateForce(SContact& contact) override;
     void reset() override { parameters.pairs.clear(); }
     void materialRenamed(const std::string& oldName, const std::string& newName) override
     {

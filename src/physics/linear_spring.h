@@ -24,6 +24,15 @@ class CLinearSpringContactModel : public CContactModelWith<CLinearSpringContactM
 {
 public:
     using CContactModelWith::CContactModelWith;
+
+    /// A spring of one stiffness along and across the normal, damped so that spheres part at the restitution:
+    ///
+    ///     K  = (16/15) sqrt(R*) E' (15 m* V^2 / (16 sqrt(R*) E'))^(1/5)
+    ///     Fn = K d + C vn,  C = sqrt(4 m* K / (1 + (pi / ln e)^2))
+    ///     Ft = -min(K o, mu_s K d), damped along o by C |vt|
+    ///
+    /// K stores the energy of an elastic impact at the characteristic velocity V. P. A. Cundall, O. D. L. Strack (1979).
+    bool calculateForce(SContact& contact) override;
 };
 
 } // namespace NBrenmark

@@ -115,6 +115,16 @@ RequiredProperties CBuiltInContactModel::requiredProperties(unsigned int ownerTy
     return requiredPropertiesOf(propertyTable(), ownerType);
 }
 
+void CBuiltInContactModel::managerChanged(CCustomPropertyManager& manager, int /*value*/)
+{
+    indices.resolve(propertyTable(), manager);
+}
+
+void CBuiltInExternalForce::managerChanged(CCustomPropertyManager& manager, int /*value*/)
+{
+    indices.resolve(propertyTable(), manager);
+}
+
 QString CBuiltInExternalForce::modelName() const { return kindOf(externalForceKinds(), typeid(*this)).name; }
 
 bool CBuiltInExternalForce::capabilityFlag() const

@@ -42,6 +42,8 @@ class CMovingPlaneContactModel : public CContactModelWith<CMovingPlaneContactMod
 public:
     using CContactModelWith::CContactModelWith;
     void reset() override { parameters.planes.clear(); }
+    /// Adds no force.
+    bool calculateForce(SContact& /*contact*/) override { return true; }
 
 protected:
     std::vector<SRequiredProperty> propertyTable() const override

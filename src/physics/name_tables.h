@@ -12,10 +12,6 @@ namespace NBrenmark {
 struct SNamePair
 {
     SNamePair(const std::string& a, const std::string& b) : first(a < b ? a : b), second(a < b ? b : a) {}
-    bool operator<(const SNamePair& other) const
-    {
-        return first != other.first ? first < other.first : second < other.second;
-    }
     bool operator==(const SNamePair& other) const { return first == other.first && second == other.second; }
     bool holds(const std::string& name) const { return first == name || second == name; }
     /// The pair with a new name in place of an old one.
@@ -28,17 +24,40 @@ struct SNamePair
     std::string second;
 };
 
+/// Two names in any order, not copied: what a look-up needs.
+struct SNamePairView
+{
+    SNamePairView(const std::string& a, const std::string& b) : first(a < b ? a : b), second(a < b ? b : a) {}
+
+    const std::string& first;
+    const std::string& second;
+};
+
+/// By the first name, then the second, in byte order.
+struct SNamePairOrder
+{
+    using is_transparent = void;
+
+    template <class TLeft, class TRight>
+    bool operator()(const TLeft& left, const TRight& right) const
+    {
+        const int order = left.first.compare(right.first);
+        return order != 0 ? order < 0 : left.second < right.second;
+    }
+};
+
 /// Values by pair of materials.
 template <class TValue>
 class CPairTable
 {
 public:
     using Value = TValue;
+    using Entries = std::map<SNamePair, TValue, SNamePairOrder>;
 
     /// Null for a pair without an entry.
     const TValue* find(const std::string& a, const std::string& b) const
     {
-        const auto entry = entries.find({a, b});
+        const auto entry = entries.find(SNamePairView(a, b));
         return entry == entries.end() ? nullptr : &entry->second;
     }
     /// The value of a new entry for a pair without one.
@@ -54,7 +73,7 @@ public:
     /// An entry that is under the new name already gives way.
     void rename(const std::string& oldName, const std::string& newName)
     {
-        std::map<SNamePair, TValue> moved;
+        Entries moved;
         for (auto entry = entries.begin(); entry != entries.end();) {
             if (!entry->first.holds(oldName)) {
                 ++entry;
@@ -68,7 +87,7 @@ public:
     }
     void clear() { entries.clear(); }
 
-    std::map<SNamePair, TValue> entries;
+    Entries entries;
 };
 
 /// Numbers by name of a particle type or geometry, in byte order.

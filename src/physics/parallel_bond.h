@@ -34,11 +34,25 @@ class CParallelBondContactModel : public CContactModelWith<CParallelBondContactM
 {
 public:
     using CContactModelWith::CContactModelWith;
+
+    /// Beams between particles beside the contact of CHertzMindlinNoSlipContactModel. A beam of radius Rb adds up
+    ///
+    ///     dFn = -vn dt kn A,   dFt = -vt dt ks A,   dMn = -ks J theta_n,   dMt = -kn I theta_t
+    ///
+    /// A = pi Rb^2, J = pi Rb^4 / 2, I = J / 2, theta = (omega1 - omega2) dt; and breaks when
+    ///
+    ///     | |Mt| Rb / I - |Fn| / A | > normal strength  or  |Mn| Rb / J + |Ft| / A > shear strength
+    ///
+    /// D. O. Potyondy, P. A. Cundall (2004).
+    bool calculateForce(SContact& contact) override;
     void reset() override { parameters.bondParameters.clear(); }
     void materialRenamed(const std::string& oldName, const std::string& newName) override
     {
         parameters.bondParameters.rename(oldName, newName);
     }
+
+private:
+    bool bondsForm(const SContact& contact, bool& areSought);
 };
 
 } // namespace NBrenmark

@@ -18,6 +18,7 @@ public:
     quint32 chainPosition() const override;
     bool capabilityFlag() const override { return false; }
     RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
+    bool calculateForce(SContact& /*contact*/) override { return true; }
     void write(IFileVisitorWriter& /*visitor*/) const override {}
     void read(IFileVisitorReader& /*visitor*/) override {}
 
@@ -32,6 +33,7 @@ public:
     QString modelName() const override { return QString::fromStdString(name); }
     bool capabilityFlag() const override { return false; }
     RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
+    bool calculateForce(SParticleForce& /*particle*/) override { return true; }
     void write(IFileVisitorWriter& /*visitor*/) const override {}
     void read(IFileVisitorReader& /*visitor*/) override {}
 

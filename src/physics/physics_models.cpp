@@ -65,6 +65,7 @@ static void place(CPtrList<T>& list, std::unique_ptr<T> item, int index, const T
 bool CPhysicsModels::addToChain(std::unique_ptr<IContactModel> added, Chain& list, int index, bool inOrder)
 {
     IContactModel& model = *added;
+    model.deck = owner;
     for (IPhysicsModelChangeListener* listener : listeners)
         if (!listener->modelAdded(model, model.modelType, *this))
             return false;

@@ -11,6 +11,12 @@ class CRelativeWearContactModel : public CContactModelWithout
 public:
     using CContactModelWithout::CContactModelWithout;
 
+    /// Adds no force. Of the forces that the models before it left, it adds up on geometry
+    ///
+    ///     normal energy     |vn| Fn dt  while the sides part       normal force      Fn at each turn of vn
+    ///     tangential energy |vt| Ft dt                             tangential force  Ft
+    bool calculateForce(SContact& contact) override;
+
 protected:
     std::vector<SRequiredProperty> propertyTable() const override
     {

@@ -32,6 +32,23 @@ struct SRequiredProperty
     unsigned int quantity;
 };
 
+class CCustomPropertyManager;
+
+/// Where the properties of a table are among those of their owners.
+class CPropertyIndices
+{
+public:
+    static constexpr unsigned int notFound = 0xFFFFFFFFu;
+
+    /// Takes what a manager holds now. A property without stored values isn't found.
+    void resolve(const std::vector<SRequiredProperty>& table, const CCustomPropertyManager& manager);
+    unsigned int of(std::size_t row) const { return row < indices.size() ? indices[row] : notFound; }
+    bool areResolved() const;
+
+private:
+    std::vector<unsigned int> indices;
+};
+
 using RequiredProperties = std::vector<std::unique_ptr<CCustomPropertyMetaData>>;
 
 /// New definitions of those rows that belong to an owner, in the order of the table.

@@ -2,6 +2,7 @@
 // Turns the heat flux that contacts gather on a particle into a change of its temperature.
 
 #include "physics/built_in_external_force.h"
+#include "physics/heat_properties.h"
 #include "physics/name_tables.h"
 
 namespace NBrenmark {
@@ -18,17 +19,15 @@ public:
 class CHeatConductionExternalForce : public CExternalForceWith<CHeatConductionExtForceParamData>
 {
 public:
+    /// Adds no force. dT = (q0 + q1) dt / (m c), with the two elements of the heat flux and the heat capacity c of the type.
+    bool calculateForce(SParticleForce& particle) override;
     void particleTypeRenamed(const std::string& oldName, const std::string& newName) override
     {
         parameters.heatCapacities.rename(oldName, newName);
     }
 
 protected:
-    std::vector<SRequiredProperty> propertyTable() const override
-    {
-        return {{eParticleOwner, "Temperature", 1, eTemperatureQuantity},
-                {eParticleOwner, "Heat Flux", 2, eHeatFluxQuantity}};
-    }
+    std::vector<SRequiredProperty> propertyTable() const override { return heatProperties(); }
 };
 
 } // namespace NBrenmark

@@ -19,6 +19,13 @@ class CTribochargingContactModel : public CContactModelWith<CTribochargingContac
 public:
     using CContactModelWith::CContactModelWith;
 
+    /// Adds no force. Moves charge between bodies of different work functions:
+    ///
+    ///     dQ = (4 pi R^2 sigma - |q|) alpha dt,  sigma = 2.66e-5 C/m^2
+    ///
+    /// R, q: radius and charge of the side that charges, the smaller one; sigma: the most that a surface bears.
+    bool calculateForce(SContact& contact) override;
+
 protected:
     std::vector<SRequiredProperty> propertyTable() const override
     {

@@ -3,10 +3,10 @@
 
 #include "io/hdf5/compound.h"
 
+#include "materials/interactions.h"
+#include "materials/materials.h"
 #include "model/domain.h"
-#include "model/interactions.h"
 #include "model/kinematics/ang_vel_and_pos.h"
-#include "model/materials.h"
 #include "model/particle_type.h"
 #include "physics/parameter_records.h"
 

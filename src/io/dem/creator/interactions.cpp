@@ -1,5 +1,5 @@
 // Interactions of pairs of materials.
-#include "model/interactions.h"
+#include "materials/interactions.h"
 
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"

@@ -1,5 +1,5 @@
 // Materials.
-#include "model/materials.h"
+#include "materials/materials.h"
 
 #include "core/log.h"
 #include "core/shortened.h"

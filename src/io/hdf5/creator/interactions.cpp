@@ -6,7 +6,7 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
-#include "model/interactions.h"
+#include "materials/interactions.h"
 
 #include <memory>
 

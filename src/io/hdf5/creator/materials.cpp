@@ -6,7 +6,7 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
-#include "model/materials.h"
+#include "materials/materials.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // The text of materials and of their interactions.
-#include "model/materials.h"
+#include "materials/materials.h"
 #include "io/text/text_writer.h"
-#include "model/interactions.h"
+#include "materials/interactions.h"
 
 namespace NBrenmark {
 

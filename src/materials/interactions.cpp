@@ -1,5 +1,5 @@
 // The pairs of materials by key.
-#include "model/interactions.h"
+#include "materials/interactions.h"
 
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"

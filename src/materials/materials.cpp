@@ -1,7 +1,7 @@
 // Splitting one material into two for two uses, with its interactions.
-#include "model/materials.h"
+#include "materials/materials.h"
 
-#include "model/interactions.h"
+#include "materials/interactions.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 

@@ -1,6 +1,7 @@
 // Elastic beams beside the elastic contact.
 #include "physics/parallel_bond.h"
 
+#include "materials/interactions.h"
 #include "materials/materials.h"
 #include "physics/bond_table.h"
 #include "physics/contact_mechanics.h"

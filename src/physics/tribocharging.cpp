@@ -35,7 +35,7 @@ bool CTribochargingContactModel::calculateForce(SContact& contact)
         return indexOf(element.isGeometry() ? eGeometryCharge : eParticleCharge);
     };
     const double radius = charging.physicalRadius;
-    const double most = 4.0 * pi * radius * radius * surfaceChargeLimit;
+    const double most = 4.0 * pi * (radius * radius) * surfaceChargeLimit;
     const double charge = charging.properties.value(chargeOf(charging));
     const double change = (most - std::abs(charge)) * parameters.alpha * contact.timeStep;
     charging.properties.add(chargeOf(charging), change);

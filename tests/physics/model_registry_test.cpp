@@ -116,15 +116,17 @@ TEST(ModelRegistry, knowsTwoExternalForces)
 TEST(ModelRegistry, theReachOfChargesCountsInSmallestRadii)
 {
     CCreatorData creator{SPropertyManagers()};
-    const CElectrostaticsExternalForce force(&creator);
+    CElectrostaticsExternalForce force(&creator);
+    EXPECT_TRUE(force.starting());
     EXPECT_EQ(force.cutoff, 0.0) << "no particle type";
     for (const double radius : {0.004, 0.002}) {
         CSphere sphere;
         sphere.setRadii(2 * radius, radius);
         creator.particleTypes.append().spheres.push_back(sphere);
     }
+    EXPECT_TRUE(force.starting());
     EXPECT_DOUBLE_EQ(force.cutoff, 0.010) << "five times 2 mm, the physical radius";
-    EXPECT_EQ(CElectrostaticsExternalForce(nullptr).cutoff, 0.0);
+    EXPECT_TRUE(CElectrostaticsExternalForce(nullptr).starting());
 }
 
 } // namespace NBrenmark

@@ -20,7 +20,7 @@ struct SRefusal
 };
 
 const SRefusal refusals[] = {
-    {{"transmute"}, 2, "transmute: there is no such command", "convert, check, info, config, dump, verify"},
+    {{"transmute"}, 2, "transmute: there is no such command", "convert, check, info, config, dump, verify, law"},
     {{"convrt", "DIR/pile.dem"}, 2, "no such command", "Did you mean brenmark convert?"},
     {{"help", "veri"}, 2, "no such command", "Did you mean brenmark verify?"},
     {{"--json", "info"}, 2, "--json: brenmark has no such option", "The command comes first"},
@@ -47,6 +47,13 @@ const SRefusal refusals[] = {
     {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "\"first\" isn't a whole number", "--timestep"},
     {{"dump", "--timestep", "3", "DIR/pile.dem"}, 2, "no timestep 3", "It has 3"},
     {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is missing", "brenmark help verify"},
+    {{"law", "DIR/pile.dem"}, 2, "needs DECK, --pair and --overlap", "For example"},
+    {{"law", "DIR/pile.dem", "--pair", "A", "B", "--overlap", "0:1"}, 2, "\"0:1\" isn't FROM:TO:COUNT", "--overlap"},
+    {{"law", "DIR/pile.dem", "--pair", "A", "B", "--overlap", "0:1:2"},
+     2,
+     "A: the deck has no such",
+     "Particle types: "},
+    {{"law", "--states", "DIR/notes.dem"}, 2, "notes.dem: line 1, column 1: isn't JSON", "last read: 'T'"},
 
     {{"config", "DIR/none.dem"}, 3, "none.dem: no such file", "Check the path"},
     {{"config", "DIR/lost index.dem"}, 3, "lost index.idx is missing", "Copy the index"},

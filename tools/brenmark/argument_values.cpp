@@ -6,9 +6,11 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace NBrenmark {
@@ -79,6 +81,37 @@ unsigned threadsChosen(const std::string& argument)
     const auto [last, error] = std::from_chars(wanted.data(), end, number);
     if (error != std::errc() || last != end || number < 1 || number > mostThreads)
         throw valueFailure(option, wanted, "a whole number from 1 to " + std::to_string(mostThreads));
+    return number;
+}
+
+/// \return whether all of a text is a finite number
+static bool isReal(const char* begin, const char* end, double& number)
+{
+    const auto [last, error] = std::from_chars(begin, end, number);
+    return error == std::errc() && last == end && std::isfinite(number);
+}
+
+std::tuple<double, double, quint32> rangeFrom(const char* option, const std::string& argument)
+{
+    constexpr quint32 most = 100000;
+    double from = 0.0, to = 0.0;
+    quint32 count = 0;
+    const char* const begin = argument.data();
+    const char* const end = begin + argument.size();
+    const char* const first = std::find(begin, end, ':');
+    const char* const second = first == end ? end : std::find(first + 1, end, ':');
+    const auto [last, error] = std::from_chars(second == end ? end : second + 1, end, count);
+    if (second == end || !isReal(begin, first, from) || !isReal(first + 1, second, to) || error != std::errc() ||
+        last != end || count < 2 || count > most || from == to)
+        throw valueFailure(option, argument, "FROM:TO:COUNT with two different numbers and a count from 2 to 100000");
+    return {from, to, count};
+}
+
+double speedFrom(const char* option, const std::string& argument)
+{
+    double number = 0.0;
+    if (!isReal(argument.data(), argument.data() + argument.size(), number) || number <= 0.0)
+        throw valueFailure(option, argument, "a number above 0");
     return number;
 }
 

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 
 namespace NBrenmark {
 
@@ -20,6 +21,10 @@ quint32 numberFrom(const char* option, const std::string& argument);
 /// Bytes: "4GB" has 4,000,000,000, "4GiB" 4,294,967,296.
 /// What --threads asks for, else the environment; 0 for as many as there are cores.
 unsigned threadsChosen(const std::string& argument);
+/// "0:1e-5:50": two different numbers, and how many there are from one to the other, at least two.
+std::tuple<double, double, quint32> rangeFrom(const char* option, const std::string& argument);
+/// A number above 0.
+double speedFrom(const char* option, const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);
 EColour colourFrom(const std::string& argument);
 EProgressForm progressFrom(const std::string& argument);

@@ -38,6 +38,7 @@ private:
     void addConfig();
     void addDump();
     void addVerify();
+    void addLaw();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -54,15 +55,16 @@ private:
     CLI::App* convertCommand = nullptr;
     std::function<EExitCode()> chosen;
 
-    std::string source, target, key, timestep, limit, mostMemory, threads;
+    std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg;
     std::string colour = "auto", progress = "auto";
-    std::vector<std::string> paths;
+    std::vector<std::string> paths, pair;
     SConvertOptions convert;
     SCheckOptions check;
     SInfoOptions info;
     SConfigOptions config;
     SDumpOptions dump;
     SVerifyOptions verify;
+    SLawOptions law;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -85,6 +87,7 @@ CCommandLine::CCommandLine()
     addConfig();
     addDump();
     addVerify();
+    addLaw();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -234,6 +237,50 @@ void CCommandLine::addVerify()
                 verify.limit = numberFrom("--limit", limit);
             requireNoPartialDeck(verify.converted);
             return runVerify(verify);
+        };
+    });
+}
+
+void CCommandLine::addLaw()
+{
+    CLI::App* const command =
+        add("law", "Show the force of two things of a deck in contact, by its own contact models");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem");
+    command->add_option("--pair", pair, "Two particle types, or a type and a geometry group; type:NAME, geometry:NAME")
+        ->expected(2)
+        ->type_name("NAME");
+    command->add_option("--overlap", overlaps, "Overlaps in m, for example 0:1e-5:50 for 50 from 0 to 10 um")
+        ->type_name("FROM:TO:COUNT");
+    command->add_option("--speed", speed, "Speed of approach in m/s; default: 1e-6, without noticeable damping")
+        ->type_name("V");
+    command->add_flag("--load-unload", law.unloads, "Go back as well");
+    command->add_option("--only", law.only, "This contact model of the chain alone")->type_name("MODEL");
+    command->add_option("--csv", csv, "Write the table to a file")->type_name("FILE");
+    command->add_option("--svg", svg, "Draw the curve into a file")->type_name("FILE");
+    command
+        ->add_option("--states", states, "Instead, calculate an array of contact states in JSON; - is standard input")
+        ->type_name("FILE");
+    command->callback([this] {
+        chosen = [this] {
+            const bool hasDeck = !source.empty(), hasStates = !states.empty();
+            if (hasStates && (hasDeck || !pair.empty() || !overlaps.empty()))
+                throw CFailure(eExitUsage, "--states can't be used with a deck", "Leave DECK and its options out.");
+            if (!hasStates && (!hasDeck || pair.size() != 2 || overlaps.empty()))
+                throw CFailure(eExitUsage, "law: needs DECK, --pair and --overlap, or --states",
+                               "For example: brenmark law pile.dem --pair Ball Rod --overlap 0:1e-5:50");
+            if (hasStates)
+                law.states = pathFrom(states);
+            else {
+                law.deck = pathFrom(source);
+                law.first = pair[0];
+                law.second = pair[1];
+                std::tie(law.from, law.to, law.count) = rangeFrom("--overlap", overlaps);
+                if (!speed.empty())
+                    law.speed = speedFrom("--speed", speed);
+                law.csv = csv.empty() ? QString() : pathFrom(csv);
+                law.svg = svg.empty() ? QString() : pathFrom(svg);
+            }
+            return runLaw(law);
         };
     });
 }

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <string>
+
 namespace NBrenmark {
 
 struct SConvertOptions
@@ -60,11 +62,29 @@ struct SVerifyOptions
     bool json = false;
 };
 
+/// Either states, or a deck and a pair.
+struct SLawOptions
+{
+    QString states; ///< a file of contact states, "-" for standard input; empty for none
+    QString deck;
+    std::string first;  ///< a particle type
+    std::string second; ///< a particle type or a geometry group
+    std::string only;   ///< a model of the chain; empty for all
+    double from = 0.0;  ///< overlaps, m
+    double to = 0.0;
+    quint32 count = 0;
+    double speed = 1e-6; ///< m/s
+    bool unloads = false;
+    QString csv; ///< files to write; empty for none
+    QString svg;
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
 EExitCode runConfig(const SConfigOptions& options);
 EExitCode runDump(const SDumpOptions& options);
 EExitCode runVerify(const SVerifyOptions& options);
+EExitCode runLaw(const SLawOptions& options);
 
 } // namespace NBrenmark

@@ -8,7 +8,7 @@ import re
 import subprocess
 import sys
 
-COMMANDS = ("convert", "check", "info", "config", "dump", "verify")
+COMMANDS = ("convert", "check", "info", "config", "dump", "verify", "law")
 OPTION = re.compile(r"(?<![\w-])--[a-z][a-z-]*[a-z]")
 EVERYWHERE = {"--help", "--version"}
 
@@ -22,7 +22,8 @@ def manual_sections(page):
     sections = {}
     for part in re.split(r"^\.SS ", page.replace(r"\-", "-"), flags=re.MULTILINE)[1:]:
         heading, _, body = part.partition("\n")
-        sections[heading.split()[0]] = re.split(r"^\.SH ", body, flags=re.MULTILINE)[0]
+        name = heading.split()[0]
+        sections[name] = sections.get(name, "") + heading + re.split(r"^\.SH ", body, flags=re.MULTILINE)[0]
     return sections
 
 

@@ -4,8 +4,6 @@
 
 #include "core/versioned_stream.h"
 
-#include <QDataStream>
-
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -32,7 +30,7 @@ static bool isAway(const SCarriedSelection& selection) { return !selection.isAtH
 
 bool CCarriedSelections::hasContent() const { return std::any_of(list.begin(), list.end(), isAway); }
 
-bool CCarriedSelections::write(QDataStream& stream, IProgressController*)
+bool CCarriedSelections::write(CVersionedStream& stream, IProgressController*)
 {
     stream << qint32(std::count_if(list.begin(), list.end(), isAway));
     for (const SCarriedSelection& selection : list) {
@@ -46,18 +44,18 @@ bool CCarriedSelections::write(QDataStream& stream, IProgressController*)
     return stream.status() == QDataStream::Ok;
 }
 
-bool CCarriedSelections::read(QDataStream& stream, IProgressController*)
+bool CCarriedSelections::read(CVersionedStream& stream, IProgressController*)
 {
     qint32 count = 0;
     stream >> count;
-    if (stream.status() != QDataStream::Ok || count < 0 || count > bytesLeftOf(stream) / leastBytes)
+    if (stream.status() != QDataStream::Ok || count < 0 || count > stream.bytesLeft() / leastBytes)
         throw std::length_error(std::to_string(count) + " carried selections announced, " +
-                                std::to_string(bytesLeftOf(stream)) + " bytes follow");
+                                std::to_string(stream.bytesLeft()) + " bytes follow");
     for (qint32 i = 0; i < count; ++i) {
         SCarriedSelection selection;
         qint32 length = 0;
         stream >> selection.typeId >> selection.name >> selection.version >> selection.edition >> length;
-        if (stream.status() != QDataStream::Ok || length < 0 || length > bytesLeftOf(stream))
+        if (stream.status() != QDataStream::Ok || length < 0 || length > stream.bytesLeft())
             throw std::length_error("carried selection " + std::to_string(i + 1) + " ends early");
         selection.bytes.resize(length);
         if (stream.readRawData(selection.bytes.data(), length) != length)

@@ -12,7 +12,6 @@
 
 #include <QByteArray>
 #include <QColor>
-#include <QDataStream>
 #include <QIODevice>
 #include <QtEndian>
 
@@ -47,19 +46,19 @@ void IEntryForm::integers(const char* name, std::set<qint32>& values)
 
 // ---------------------------------------------------------------- reading
 
-CInEntryForm::CInEntryForm(QDataStream& stream) : stream(stream)
+CInEntryForm::CInEntryForm(CVersionedStream& stream) : stream(stream)
 {
-    version = fileVersionOf(stream);
-    edition = editionOf(stream);
+    version = stream.fileVersion();
+    edition = stream.edition;
 }
 
-CInEntryForm::CInEntryForm(QDataStream& stream, const QByteArray& record) : stream(stream), record(&record)
+CInEntryForm::CInEntryForm(CVersionedStream& stream, const QByteArray& record) : stream(stream), record(&record)
 {
-    version = fileVersionOf(stream);
-    edition = editionOf(stream);
+    version = stream.fileVersion();
+    edition = stream.edition;
 }
 
-static std::string placeIn(const QDataStream& stream)
+static std::string placeIn(const CVersionedStream& stream)
 {
     return "byte " + std::to_string(stream.device() != nullptr ? stream.device()->pos() : 0) + ": ";
 }
@@ -74,7 +73,7 @@ quint32 CInEntryForm::count(const char* name, quint32, qint64 elementBytes)
 {
     qint32 stored = 0;
     integer(name, stored);
-    const qint64 left = bytesLeftOf(stream);
+    const qint64 left = stream.bytesLeft();
     if (stored < 0 || stored > left / elementBytes)
         throw std::length_error(placeIn(stream) + std::to_string(stored) + " entries of " + name + " announced, " +
                                 std::to_string(left) + " bytes follow");
@@ -158,7 +157,7 @@ void CInEntryForm::vectors(const char* name, std::vector<NField::CNdData>& value
     const quint32 announced = count(name, 0, 4);
     values.clear();
     values.reserve(announced);
-    qint64 left = bytesLeftOf(stream);
+    qint64 left = stream.bytesLeft();
     for (quint32 i = 0; i < announced; ++i) {
         if (i % 4096 == 0)
             leaveIfStopped();

@@ -17,10 +17,10 @@
 
 class QByteArray;
 class QColor;
-class QDataStream;
 
 namespace NBrenmark {
 
+class CVersionedStream;
 class GeometryGroups;
 namespace NField {
 class CNdData;
@@ -89,10 +89,10 @@ public:
 class CInEntryForm : public IEntryForm
 {
 public:
-    explicit CInEntryForm(QDataStream& stream);
+    explicit CInEntryForm(CVersionedStream& stream);
     /// On a stream over a record in memory. A flag that is neither 0 nor 1, a part of a colour beyond 255 and a shape
     /// that has no class end the reading here: they show that something else is there.
-    CInEntryForm(QDataStream& stream, const QByteArray& record);
+    CInEntryForm(CVersionedStream& stream, const QByteArray& record);
 
     bool isReading() const override { return true; }
     void real(const char* name, double& value) override;
@@ -116,7 +116,7 @@ private:
     void check(const char* name) const;
     qint8 byte(const char* name);
 
-    QDataStream& stream;
+    CVersionedStream& stream;
     const QByteArray* const record = nullptr; ///< null on a stream of the file itself
 };
 
@@ -124,7 +124,7 @@ private:
 class COutEntryForm : public IEntryForm
 {
 public:
-    explicit COutEntryForm(QDataStream& stream) : stream(stream) {}
+    explicit COutEntryForm(CVersionedStream& stream) : stream(stream) {}
 
     bool isReading() const override { return false; }
     void real(const char* name, double& value) override;
@@ -145,7 +145,7 @@ public:
     quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
 
 private:
-    QDataStream& stream;
+    CVersionedStream& stream;
 };
 
 } // namespace NBrenmark

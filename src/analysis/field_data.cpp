@@ -7,7 +7,7 @@
 #include "core/log.h"
 #include "core/progress.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 #include <algorithm>
 #include <utility>
@@ -106,14 +106,14 @@ void CFieldData::form(IEntryForm& f)
     f.part("displayOptions", displayOptions);
 }
 
-bool CFieldData::write(QDataStream& stream, IProgressController*)
+bool CFieldData::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool CFieldData::read(QDataStream& stream, IProgressController* progress)
+bool CFieldData::read(CVersionedStream& stream, IProgressController* progress)
 {
     clear();
     CInEntryForm f(stream);

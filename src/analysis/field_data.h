@@ -33,10 +33,10 @@ public:
     CFieldData(const CFieldData&) = delete; // the tree looks at the points
     CFieldData& operator=(const CFieldData&) = delete;
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// False, with the field empty, after a cancel; false as well if what was read is no valid field.
     /// \throws std::exception  the record ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     void form(IEntryForm& f);
     void clear();
 

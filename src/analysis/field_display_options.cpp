@@ -3,7 +3,7 @@
 
 #include "analysis/entry_form.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 namespace NBrenmark::NField {
 
@@ -38,14 +38,14 @@ void CFieldDisplayOptions::form(IEntryForm& f)
     f.integer("integer10", integers[9]);
 }
 
-bool CFieldDisplayOptions::write(QDataStream& stream, IProgressController*)
+bool CFieldDisplayOptions::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool CFieldDisplayOptions::read(QDataStream& stream, IProgressController*)
+bool CFieldDisplayOptions::read(CVersionedStream& stream, IProgressController*)
 {
     CInEntryForm f(stream);
     form(f);

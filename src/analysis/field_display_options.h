@@ -12,8 +12,8 @@ namespace NBrenmark::NField {
 class CFieldDisplayOptions : public IReadWrite
 {
 public:
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     void form(IEntryForm& f);
 
     QColor colour = Qt::black;

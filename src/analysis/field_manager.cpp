@@ -6,7 +6,6 @@
 #include "core/log.h"
 #include "core/versioned_stream.h"
 
-#include <QDataStream>
 #include <QIODevice>
 
 #include <algorithm>
@@ -105,7 +104,7 @@ void CFieldManager::clear(bool notify)
 
 // ---------------------------------------------------------------- the block
 
-bool CFieldManager::write(QDataStream& stream, IProgressController* progress)
+bool CFieldManager::write(CVersionedStream& stream, IProgressController* progress)
 {
     const auto valid =
         std::count_if(byName.begin(), byName.end(), [](const auto& entry) { return entry.second->isValid(); });
@@ -125,10 +124,10 @@ bool CFieldManager::write(QDataStream& stream, IProgressController* progress)
 }
 
 /// Moves to the end of the block, as far as it is known, and reports what is left out with a field.
-static void leaveRest(QDataStream& stream, const std::string& name, qint64 begin, quint64 fields,
+static void leaveRest(CVersionedStream& stream, const std::string& name, qint64 begin, quint64 fields,
                       const std::string& cause)
 {
-    const qint64 end = blockEndOf(stream) >= 0 ? blockEndOf(stream) : stream.device()->pos();
+    const qint64 end = stream.limit() >= 0 ? stream.limit() : stream.device()->pos();
     report(eLost, NLogTitle::settings,
            "Fields: " + cause + " It is left out, and what follows it in the block as well (" +
                std::to_string(end - begin) + " bytes).",
@@ -137,7 +136,7 @@ static void leaveRest(QDataStream& stream, const std::string& name, qint64 begin
     stream.device()->seek(end);
 }
 
-bool CFieldManager::readFields(QDataStream& stream, IProgressController* progress, qint32 count)
+bool CFieldManager::readFields(CVersionedStream& stream, IProgressController* progress, qint32 count)
 {
     CProgressStep step(progress, count, QStringLiteral("Reading Field Data"));
     for (qint32 i = 0; i < count; ++i) {
@@ -152,7 +151,7 @@ bool CFieldManager::readFields(QDataStream& stream, IProgressController* progres
         }
         catch (const std::exception& error) {
             // Where the block ends is known: the fields ahead of this one stay.
-            if (i == 0 || blockEndOf(stream) < 0 || !meansDamage(error))
+            if (i == 0 || stream.limit() < 0 || !meansDamage(error))
                 throw;
             damage = error.what();
         }
@@ -176,12 +175,12 @@ bool CFieldManager::readFields(QDataStream& stream, IProgressController* progres
     return true;
 }
 
-bool CFieldManager::read(QDataStream& stream, IProgressController* progress)
+bool CFieldManager::read(CVersionedStream& stream, IProgressController* progress)
 {
     clear(false);
     qint32 count = 0;
     stream >> count;
-    const qint64 left = bytesLeftOf(stream);
+    const qint64 left = stream.bytesLeft();
     if (stream.status() != QDataStream::Ok || count < 0 || count > left / leastFieldBytes)
         throw std::length_error(std::to_string(count) + " fields announced, " + std::to_string(left) + " bytes follow");
     const bool isWhole = readFields(stream, progress, count);

@@ -3,7 +3,7 @@
 
 #include "analysis/entry_form.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -11,14 +11,14 @@
 
 namespace NBrenmark::NSelection {
 
-bool IFilter::write(QDataStream& stream, IProgressController*)
+bool IFilter::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool IFilter::read(QDataStream& stream, IProgressController*)
+bool IFilter::read(CVersionedStream& stream, IProgressController*)
 {
     CInEntryForm f(stream);
     form(f);

@@ -19,9 +19,9 @@ namespace NSelection {
 class IFilter : public IReadWrite
 {
 public:
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// \throws std::exception  the filter ends early or is of an unknown class
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     /// The text by which files name the class.
     virtual QString typeId() const = 0;
     virtual std::unique_ptr<IFilter> clone() const = 0;

@@ -3,20 +3,20 @@
 
 #include "analysis/entry_form.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 namespace NBrenmark::NSelection {
 
 void CIdList::form(IEntryForm& f) { f.integers("ids", ids); }
 
-bool CIdList::write(QDataStream& stream, IProgressController*)
+bool CIdList::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool CIdList::read(QDataStream& stream, IProgressController*)
+bool CIdList::read(CVersionedStream& stream, IProgressController*)
 {
     CInEntryForm f(stream);
     form(f);

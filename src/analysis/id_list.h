@@ -20,9 +20,9 @@ class CIdList : public IReadWrite
 public:
     explicit CIdList(qint32 kind = 0, CSelection* selection = nullptr) : kind(kind), selection(selection) {}
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// \throws std::exception  the list ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     void form(IEntryForm& f);
 
     qint32 kind;

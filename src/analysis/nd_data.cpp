@@ -3,8 +3,6 @@
 
 #include "core/versioned_stream.h"
 
-#include <QDataStream>
-
 #include <algorithm>
 #include <cmath>
 
@@ -31,7 +29,7 @@ double CNdData::length() const
     return std::sqrt(sum);
 }
 
-bool CNdData::write(QDataStream& stream, IProgressController*)
+bool CNdData::write(CVersionedStream& stream, IProgressController*)
 {
     stream << qint32(componentCount);
     for (quint32 i = 0; i < componentCount; ++i)
@@ -39,13 +37,13 @@ bool CNdData::write(QDataStream& stream, IProgressController*)
     return stream.status() == QDataStream::Ok;
 }
 
-bool CNdData::read(QDataStream& stream, IProgressController*)
+bool CNdData::read(CVersionedStream& stream, IProgressController*)
 {
-    qint64 left = bytesLeftOf(stream);
+    qint64 left = stream.bytesLeft();
     return readWithin(stream, left);
 }
 
-bool CNdData::readWithin(QDataStream& stream, qint64& left)
+bool CNdData::readWithin(CVersionedStream& stream, qint64& left)
 {
     qint32 stored = 0;
     stream >> stored;

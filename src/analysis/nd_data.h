@@ -25,11 +25,11 @@ public:
     double length() const;
 
     /// The size, then as many doubles.
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     /// The same, of bytes that the caller counts: to ask a file for its size at each of a million points takes as long
     /// as to read them. \param left  how many the block still has; less by what was read
-    bool readWithin(QDataStream& stream, qint64& left);
+    bool readWithin(CVersionedStream& stream, qint64& left);
 
 private:
     quint32 componentCount;

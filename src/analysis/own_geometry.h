@@ -4,15 +4,14 @@
 
 #include <memory>
 
-class QDataStream;
-
 namespace NBrenmark {
 
+class CVersionedStream;
 class GeometryGroups;
 
 /// Groups in the form of creator data, bound to no properties of the deck.
 /// \throws std::exception  what follows isn't geometry
-std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream);
-void writeOwnGeometry(QDataStream& stream, const GeometryGroups& groups);
+std::shared_ptr<GeometryGroups> readOwnGeometry(CVersionedStream& stream);
+void writeOwnGeometry(CVersionedStream& stream, const GeometryGroups& groups);
 
 } // namespace NBrenmark

@@ -4,7 +4,7 @@
 #include "analysis/entry_form.h"
 #include "analysis/query_keys.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 namespace NBrenmark {
 
@@ -37,14 +37,14 @@ void CQuery::form(IEntryForm& f)
         f.dropObsolete({&secondaryComponent, &typeName});
 }
 
-bool CQuery::write(QDataStream& stream, IProgressController*)
+bool CQuery::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool CQuery::read(QDataStream& stream, IProgressController*)
+bool CQuery::read(CVersionedStream& stream, IProgressController*)
 {
     CInEntryForm f(stream);
     form(f);

@@ -33,9 +33,9 @@ class CQuery : public IReadWrite
 {
 public:
     ~CQuery() override = default;
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// \throws std::exception  the stream ends early
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
 
     /// Writes the keys of the query below a handle that is its own.
     virtual void writeConfiguration(NConfig::CConfigHandle& handle);

@@ -6,7 +6,7 @@
 #include "config/config_manager.h"
 #include "core/log.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 #include <stdexcept>
 #include <utility>
@@ -96,14 +96,14 @@ void QueryMap::form(IEntryForm& f)
     }
 }
 
-bool QueryMap::write(QDataStream& stream, IProgressController*)
+bool QueryMap::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool QueryMap::read(QDataStream& stream, IProgressController*)
+bool QueryMap::read(CVersionedStream& stream, IProgressController*)
 {
     CInEntryForm f(stream);
     try {

@@ -31,10 +31,10 @@ public:
     QString sectionOf(const QString& id) const;
     const QMap<QString, QList<CQuery*>>& sections() const { return bySection; }
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// False for a query of an unknown class: where it ends can't be known, and nothing after it can be read.
     /// \throws std::exception  the stream ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     /// The stream form. \throws std::runtime_error  a query of an unknown class
     void form(IEntryForm& f);
 

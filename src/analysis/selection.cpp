@@ -5,7 +5,6 @@
 #include "analysis/selection_record.h"
 #include "core/versioned_stream.h"
 
-#include <QDataStream>
 #include <QIODevice>
 
 #include <algorithm>
@@ -49,21 +48,21 @@ void CSelection::rest(IEntryForm& f)
     f.part("queries", queries);
 }
 
-bool CSelection::write(QDataStream& stream, IProgressController*)
+bool CSelection::write(CVersionedStream& stream, IProgressController*)
 {
     COutEntryForm f(stream);
     form(f);
     return stream.status() == QDataStream::Ok;
 }
 
-bool CSelection::read(QDataStream& stream, IProgressController*)
+bool CSelection::read(CVersionedStream& stream, IProgressController*)
 {
     QIODevice& device = *stream.device();
-    const QByteArray record = device.read(bytesLeftOf(stream));
-    const auto parts = displayOf(*this, record, fileVersionOf(stream), editionOf(stream));
+    const QByteArray record = device.read(stream.bytesLeft());
+    const auto parts = displayOf(*this, record, stream.fileVersion(), stream.edition);
     if (!parts)
         throw std::runtime_error("Nothing tells where the display options of a selection end.");
-    readRecord(*this, record, *parts, fileVersionOf(stream), editionOf(stream));
+    readRecord(*this, record, *parts, stream.fileVersion(), stream.edition);
     return true;
 }
 

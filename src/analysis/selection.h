@@ -26,10 +26,10 @@ public:
     CSelection(const CSelection&) = delete; // its lists know it
     CSelection& operator=(const CSelection&) = delete;
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// Takes all that is left of the block or the device for the record.
     /// \throws std::exception  it can't be taken apart (analysis/selection_record.h)
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     void form(IEntryForm& f);
     /// What follows the display options: filters, queries, and what the class adds.
     virtual void rest(IEntryForm& f);

@@ -171,7 +171,7 @@ static bool areCutAgain(const std::vector<SSelectionPiece>& pieces)
                                [](const SSelectionPiece& a, const SSelectionPiece& b) { return a.record == b.record; });
 }
 
-bool CSelectionMap::write(QDataStream& stream, IProgressController* progress)
+bool CSelectionMap::write(CVersionedStream& stream, IProgressController* progress)
 {
     const std::vector<SSelectionPiece> stored = storedPieces();
     CProgressStep step(progress, static_cast<int>(stored.size()), QStringLiteral("Writing Selections"));
@@ -211,12 +211,12 @@ void CSelectionMap::carryWhole(SCarriedSelection selection, const std::string& c
     carriedOnes.add(std::move(selection));
 }
 
-bool CSelectionMap::read(QDataStream& stream, IProgressController* progress)
+bool CSelectionMap::read(CVersionedStream& stream, IProgressController* progress)
 {
     clear(true);
-    const quint32 version = fileVersionOf(stream);
-    const quint32 edition = editionOf(stream);
-    const QByteArray payload = stream.device()->read(bytesLeftOf(stream));
+    const quint32 version = stream.fileVersion();
+    const quint32 edition = stream.edition;
+    const QByteArray payload = stream.device()->read(stream.bytesLeft());
     if (payload.size() < countBytes)
         throw std::length_error("the selections end early");
     const auto count = qFromBigEndian<qint32>(payload.constData());
@@ -228,7 +228,7 @@ bool CSelectionMap::read(QDataStream& stream, IProgressController* progress)
         pieces = cutSelections(payload.mid(countBytes), count, version, edition);
     const auto carryBlock = [&] {
         const std::string announced = std::to_string(count) + " selections announced";
-        if (blockEndOf(stream) < 0)
+        if (stream.limit() < 0)
             throw std::length_error(announced + ", in a block whose end can't be found");
         carryWhole({QString(), QString(), version, edition, payload, false},
                    announced + ", and nothing says where each of them begins.");

@@ -145,7 +145,7 @@ void CCustomPropertyManager::clear(bool notify)
 /// A name of one letter, three numbers, and no element.
 constexpr qint64 leastPropertyBytes = (4 + 2) + 3 * 4;
 
-bool CCustomPropertyManager::write(QDataStream& stream, IProgressController*)
+bool CCustomPropertyManager::write(CVersionedStream& stream, IProgressController*)
 {
     stream << qint32(lastFinalisedPropertyIndex) << qint32(propertyCount());
     for (const std::unique_ptr<CCustomPropertyMetaData>& metaData : properties) {
@@ -164,10 +164,10 @@ bool CCustomPropertyManager::write(QDataStream& stream, IProgressController*)
     return true;
 }
 
-static std::vector<double> readInitialValues(QDataStream& stream, unsigned int dataType, unsigned int elements)
+static std::vector<double> readInitialValues(CVersionedStream& stream, unsigned int dataType, unsigned int elements)
 {
     double value = 0.0;
-    if (fileVersionOf(stream) < NFileVersion::propertyElements) {
+    if (stream.fileVersion() < NFileVersion::propertyElements) {
         stream >> value;
         return std::vector<double>(elements, value);
     }
@@ -187,7 +187,7 @@ static std::vector<double> readInitialValues(QDataStream& stream, unsigned int d
 }
 
 /// One property of the payload, or null with the reason.
-static std::unique_ptr<CCustomPropertyMetaData> readProperty(QDataStream& stream, QString& reason)
+static std::unique_ptr<CCustomPropertyMetaData> readProperty(CVersionedStream& stream, QString& reason)
 {
     QString name;
     qint32 dataType = 0;
@@ -209,7 +209,7 @@ static std::unique_ptr<CCustomPropertyMetaData> readProperty(QDataStream& stream
                                                      elementCount, static_cast<unsigned int>(unitsType), values);
 }
 
-bool CCustomPropertyManager::read(QDataStream& stream, IProgressController*)
+bool CCustomPropertyManager::read(CVersionedStream& stream, IProgressController*)
 {
     const auto refuse = [this](const QString& reason) {
         // Whoever reads the block reports the loss.

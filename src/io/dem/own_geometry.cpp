@@ -31,12 +31,12 @@ private:
     const quint32 next = GeometryGroups::nextUniqueId();
 };
 
-std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream)
+std::shared_ptr<GeometryGroups> readOwnGeometry(CVersionedStream& stream)
 {
     const CUnmovedIds ids;
     CDemDataStream own(stream.device(), withoutProperties());
-    own.setFileVersion(fileVersionOf(stream));
-    own.setLimit(blockEndOf(stream));
+    own.setFileVersion(stream.fileVersion());
+    own.setLimit(stream.limit());
     SDataPlace place = placeAtWork();
     place.object = "geometry of a selection";
     const CPlaceScope scope(place);
@@ -46,7 +46,7 @@ std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream)
     return groups;
 }
 
-void writeOwnGeometry(QDataStream& stream, const GeometryGroups& groups)
+void writeOwnGeometry(CVersionedStream& stream, const GeometryGroups& groups)
 {
     CDemDataStream own(stream.device(), withoutProperties());
     CDemCreatorDataWriter writer(own);

@@ -50,8 +50,6 @@ Q_SIGNALS:
     void fieldRenamed(std::string oldName, std::string newName);
 
 private:
-    bool readFields(CVersionedStream& stream, IProgressController* progress, qint32 count);
-
     std::map<std::string, std::unique_ptr<CFieldData>> byName;
     std::map<qint32, CFieldData*> byId; ///< not owning
     qint32 nextId = 0;

@@ -1,14 +1,9 @@
 // What all selections store, in front of and after the display options that have no layout here.
 #include "analysis/selection.h"
 
-#include "analysis/entry_form.h"
-#include "analysis/selection_record.h"
-#include "core/versioned_stream.h"
-
-#include <QIODevice>
+#include "visitors/settings_streams.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace NBrenmark::NSelection {
 
@@ -35,7 +30,7 @@ bool CSelection::hasIds() const
 void CSelection::form(IEntryForm& f)
 {
     f.text("name", name);
-    f.flag("active", active);
+    f.flag8("active", active);
     // No boundary between the two is known: all that came is in the first.
     for (CDisplayOptions* display : {&particleDisplay, &contactDisplay})
         f.unlaid("display", display->bytes, nullptr);
@@ -48,23 +43,7 @@ void CSelection::rest(IEntryForm& f)
     f.part("queries", queries);
 }
 
-bool CSelection::write(CVersionedStream& stream, IProgressController*)
-{
-    COutEntryForm f(stream);
-    form(f);
-    return stream.status() == QDataStream::Ok;
-}
-
-bool CSelection::read(CVersionedStream& stream, IProgressController*)
-{
-    QIODevice& device = *stream.device();
-    const QByteArray record = device.read(stream.bytesLeft());
-    const auto parts = displayOf(*this, record, stream.fileVersion(), stream.edition);
-    if (!parts)
-        throw std::runtime_error("Nothing tells where the display options of a selection end.");
-    readRecord(*this, record, *parts, stream.fileVersion(), stream.edition);
-    return true;
-}
+bool CSelection::read(CVersionedStream& stream, IProgressController*) { return NSettingsFamily::read(stream, *this); }
 
 int CAutoSelection::colourBytes(const IEntryForm& f)
 {
@@ -77,7 +56,7 @@ void CAutoSelection::rest(IEntryForm& f)
     if (f.since(27, 0, 0))
         f.rgb("colour", colour);
     if (f.since(30, 0, 14))
-        f.real("opacity", opacity);
+        f.f64("opacity", opacity);
 }
 
 // ---------------------------------------------------------------- picked by hand

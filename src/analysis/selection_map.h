@@ -15,7 +15,6 @@
 namespace NBrenmark::NSelection {
 
 class CGeometricRegionSelection;
-struct SSelectionPiece;
 
 class CSelectionMap : public QObject, public ISimulationSettingsEntry
 {
@@ -59,11 +58,6 @@ Q_SIGNALS:
     void cleared();
 
 private:
-    std::unique_ptr<CSelection> takenApart(const SSelectionPiece& piece, quint32 version, quint32 edition);
-    /// As a block holds them, in the order of their names.
-    std::vector<SSelectionPiece> storedPieces() const;
-    void carryWhole(SCarriedSelection selection, const std::string& cause);
-
     CDisplayOptionManager displays; // outlives the selections, which look at it
     std::map<std::string, std::unique_ptr<CSelection>> byName;
     CCarriedSelections carriedOnes;

@@ -2,18 +2,17 @@
 // through it.
 #include "io/hdf5/error_text.h"
 
-#include <QMutex>
-
 #include <H5Cpp.h>
 
 #include <atomic>
 #include <exception>
+#include <mutex>
 
 namespace NBrenmark {
 
 namespace {
 
-QMutex textLock;
+std::mutex textLock;
 
 QString& text()
 {
@@ -42,7 +41,7 @@ herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) n
 herr_t keepErrorText(hid_t stack, void* target) noexcept
 {
     try {
-        const QMutexLocker locker(&textLock);
+        const std::lock_guard<std::mutex> guard(textLock);
         outOfMemory = false;
         static_cast<QString*>(target)->clear();
         return H5Ewalk2(stack, H5E_WALK_UPWARD, takeInnermost, target);
@@ -63,7 +62,7 @@ void catchHdf5Errors()
 
 QString lastHdf5Error()
 {
-    const QMutexLocker locker(&textLock);
+    const std::lock_guard<std::mutex> guard(textLock);
     return text();
 }
 
@@ -72,7 +71,7 @@ bool lastHdf5ErrorWasMemory() { return outOfMemory; }
 void clearLastHdf5Error()
 {
     outOfMemory = false;
-    const QMutexLocker locker(&textLock);
+    const std::lock_guard<std::mutex> guard(textLock);
     text().clear();
 }
 

@@ -199,8 +199,8 @@ TEST(SelectionMap, carriesAnOddSelectionWholeAndReadsTheOthers)
         {"", CBytes().text("Manual Selection").text("b").text("inner").i8(0) + plain},
         {"", CBytes().text("Manual Selection").text(QString()).text(QString()).i8(0) + plain},
         {"", selectionHead("Manual Selection", QString(3000, 'n')) + plain},
-        {"nothing tells where its display options end", selectionHead("Manual Selection", "b") + CBytes::garbage(90)},
-        {"nothing tells where", selectionHead("Manual Selection", "b") + selectionBase(median) + CBytes::garbage(24)},
+        {"where its display options end can't", selectionHead("Manual Selection", "b") + CBytes::garbage(90)},
+        {"where it", selectionHead("Manual Selection", "b") + selectionBase(median) + CBytes::garbage(24)},
         {"is of a class that isn't known here", selectionHead("Odd Selection", "b") + plain},
         {"has the name of an earlier one", selectionHead("Manual Selection", "a") + plain},
     };

@@ -79,7 +79,7 @@ void CInEntryForm::flag8(const char* name, bool& value)
 {
     const qint8 stored = byte(name);
     if (record != nullptr && stored != 0 && stored != 1)
-        throw std::runtime_error(placeIn(stream) + name + " is no flag");
+        throw std::runtime_error(placeIn(stream) + name + " isn't a flag");
     value = stored != 0;
 }
 
@@ -122,7 +122,7 @@ void CInEntryForm::rgb(const char* name, QColor& value)
     const std::string text =
         name + (" (" + std::to_string(red)) + ", " + std::to_string(green) + ", " + std::to_string(blue) + ")";
     if (!isColour && record != nullptr)
-        throw std::runtime_error(placeIn(stream) + text + " is no colour");
+        throw std::runtime_error(placeIn(stream) + text + " isn't a colour");
     if (!isColour)
         report(eRepaired, NLogTitle::settings, placeIn(stream) + text + " brought to 0 to 255.");
     value = stored;
@@ -198,7 +198,7 @@ void CInEntryForm::unlaid(const char* name, QByteArray& value,
     const int left = record->size() - begin;
     const qint64 length = lengthIn(QByteArray::fromRawData(record->constData() + begin, left));
     if (length < 0 || length > left)
-        throw std::runtime_error(placeIn(stream) + name + ": nothing tells where it ends");
+        throw std::runtime_error(placeIn(stream) + name + ": where it ends can't be found out");
     value = record->mid(begin, static_cast<int>(length));
     stream.device()->seek(begin + length);
 }

@@ -28,7 +28,7 @@ bool NSettingsFamily::read(CVersionedStream& stream, CSelection& selection)
     const QByteArray record = stream.device()->read(stream.bytesLeft());
     const auto parts = displayOf(selection, record, stream.fileVersion(), stream.edition);
     if (!parts)
-        throw std::runtime_error("Nothing tells where the display options of a selection end.");
+        throw std::runtime_error("Where the display options of a selection end can't be found out.");
     readRecord(selection, record, *parts, stream.fileVersion(), stream.edition);
     return true;
 }
@@ -154,11 +154,11 @@ bool NSettingsFamily::read(CVersionedStream& stream, CSelectionMap& map, IProgre
         std::string cause;
         bool isAtHome = false;
         if (map.contains(name) || !isNamed)
-            cause = shown + (isNamed ? " has the name of an earlier one." : " has a name that is no text.");
+            cause = shown + (isNamed ? " has the name of an earlier one." : " has a name that isn't text.");
         else if (!selectionTypeIds().contains(piece.typeId))
             cause = shown + " is of a class that isn't known here.";
         else if (selection = takenApart(map, piece, version, edition); selection == nullptr) {
-            cause = shown + ": nothing tells where its display options end.";
+            cause = shown + ": where its display options end can't be found out.";
             isAtHome = isToday;
         }
         if (selection != nullptr)

@@ -65,7 +65,7 @@ TEST(SimulationSettings, areCarriedByteForByteFromEveryVersion)
         {settingsWith(makeVersion(27, 0, 3), 1, particleProperties, 0, simulationProperties),
          settingsWith(today, 1, particleProperties, 0, simulationProperties), ""},
         {settingsWithAllEntries(), settingsWithAllEntries(),
-         "Selection \"unread\" (Primitive Geometry Bin): nothing tells where its display options end."},
+         "Selection \"unread\" (Primitive Geometry Bin): where its display options end can't be found out."},
     };
     for (const quint32 version :
          {makeVersion(3, 0, 15), makeVersion(21, 0, 4), makeVersion(27, 0, 1), makeVersion(27, 0, 2), today})

@@ -10,19 +10,17 @@
 
 namespace NBrenmark {
 
-namespace {
+static std::mutex textLock;
 
-std::mutex textLock;
-
-QString& text()
+static QString& text()
 {
     static QString* const last = new QString; // outlives HDF5, which may still fail when the process ends
     return *last;
 }
 
-std::atomic<bool> outOfMemory{false};
+static std::atomic<bool> outOfMemory{false};
 
-herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) noexcept
+static herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) noexcept
 {
     if (error->maj_num == H5E_RESOURCE && error->min_num == H5E_NOSPACE)
         outOfMemory = true;
@@ -38,7 +36,7 @@ herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) n
 }
 
 /// HDF5 calls this and holds its lock meanwhile: an exception that passed through would leave it locked for ever.
-herr_t keepErrorText(hid_t stack, void* target) noexcept
+static herr_t keepErrorText(hid_t stack, void* target) noexcept
 {
     try {
         const std::lock_guard<std::mutex> guard(textLock);
@@ -51,8 +49,6 @@ herr_t keepErrorText(hid_t stack, void* target) noexcept
         return -1;
     }
 }
-
-} // namespace
 
 void catchHdf5Errors()
 {

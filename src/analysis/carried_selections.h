@@ -30,9 +30,9 @@ public:
     /// The block's identifier: "BSel".
     static constexpr qint32 identifier = 0x4253656C;
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// \throws std::exception  the block ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }
     void clear(bool notify) override;

@@ -13,23 +13,23 @@ static constexpr size_t last = CColour::colourCount - 1;
 
 void CColourChart::form(IEntryForm& f)
 {
-    f.real("width", width);
-    f.real("height", height);
-    f.integer("intervals", intervals);
+    f.f64("width", width);
+    f.f64("height", height);
+    f.i32("intervals", intervals);
     f.text("title", title);
     if (f.since(24, 0, 32))
         f.colour("textColour", textColour);
     if (f.since(30, 0, 3)) // at 30.0.2 the scale brings them
-        f.integer("levels", levels);
-    f.integer("alignment", alignment);
-    f.strictFlag("autoTitle", autoTitle);
-    f.strictFlag("enabled", enabled);
+        f.i32("levels", levels);
+    f.i32("alignment", alignment);
+    f.strictFlag8("autoTitle", autoTitle);
+    f.strictFlag8("enabled", enabled);
     if (f.since(23, 0, 3)) {
-        f.integer("digits", digits);
-        f.strictFlag("useDecimal", useDecimal);
+        f.i32("digits", digits);
+        f.strictFlag8("useDecimal", useDecimal);
     }
     if (f.since(30, 0, 2))
-        f.strictFlag("smooth", smooth);
+        f.strictFlag8("smooth", smooth);
     f.point("startPoint", startPoint);
 }
 
@@ -45,17 +45,17 @@ void CColour::spreadThree()
 
 void CColour::form(IEntryForm& f)
 {
-    f.real("minimum", minimum);
-    f.real("maximum", maximum);
-    f.strictFlag("autoMinimum", autoMinimum);
-    f.strictFlag("autoMaximum", autoMaximum);
+    f.f64("minimum", minimum);
+    f.f64("maximum", maximum);
+    f.strictFlag8("autoMinimum", autoMinimum);
+    f.strictFlag8("autoMaximum", autoMaximum);
     const size_t step = f.since(30, 0, 2) ? 1 : middle;
     for (size_t i = 0; i < colourCount; i += step)
         f.point(colourNames[i], colours[i]);
     if (step != 1)
         spreadThree();
     if (f.since(30, 0, 2) && !f.since(30, 0, 3))
-        f.integer("levels", chart.levels);
+        f.i32("levels", chart.levels);
     f.point("staticColour", staticColour);
     f.part("chart", chart);
 }

@@ -1,8 +1,9 @@
 #pragma once
 // What the forms of selections, queries and fields are run with. A form names each value once, in the order of
-// the settings file; the form's kind decides what becomes of it: read from the stream, written to it, or named by
-// its name (io/text). Values have the encodings of CVersionedStream.
+// the settings file; the form's kind decides what becomes of it: read from the stream, written to it (io/settings), or
+// named by its name (io/text).
 
+#include "core/read_write.h"
 #include "core/version.h"
 #include "maths/vector.h"
 
@@ -17,7 +18,6 @@
 
 class QByteArray;
 class QColor;
-class QDataStream;
 
 namespace NBrenmark {
 
@@ -38,12 +38,12 @@ public:
         return version >= makeVersion(major, minor, build);
     }
 
-    virtual void real(const char* name, double& value) = 0;
-    virtual void integer(const char* name, qint32& value) = 0;
+    virtual void f64(const char* name, double& value) = 0;
+    virtual void i32(const char* name, qint32& value) = 0;
     /// One byte, true unless it is 0.
-    virtual void flag(const char* name, bool& value) = 0;
+    virtual void flag8(const char* name, bool& value) = 0;
     /// One byte, true only if it is 1.
-    virtual void strictFlag(const char* name, bool& value) = 0;
+    virtual void strictFlag8(const char* name, bool& value) = 0;
     virtual void text(const char* name, QString& value) = 0;
     void text(const char* name, std::string& value);
     /// Three reals.
@@ -53,8 +53,8 @@ public:
     /// In the stream's own form, 11 bytes.
     virtual void colour(const char* name, QColor& value) = 0;
     /// How many there are, then each.
-    virtual void integers(const char* name, std::vector<qint32>& values) = 0;
-    void integers(const char* name, std::set<qint32>& values);
+    virtual void i32List(const char* name, std::vector<qint32>& values) = 0;
+    void i32List(const char* name, std::set<qint32>& values);
     /// Points or values of a field: how many there are, then each.
     virtual void vectors(const char* name, std::vector<NField::CNdData>& values) = 0;
     /// A flag, and geometry if it is set; null stands for none.
@@ -85,67 +85,14 @@ public:
     quint32 wordsMet = 0;
 };
 
-/// Reads. Whatever ends early or can't be believed ends in an exception that says where.
-class CInEntryForm : public IEntryForm
+/// What stores itself by one form in both directions.
+class IFormed : public IReadWrite
 {
 public:
-    explicit CInEntryForm(QDataStream& stream);
-    /// On a stream over a record in memory. A flag that is neither 0 nor 1, a part of a colour beyond 255 and a shape
-    /// that has no class end the reading here: they show that something else is there.
-    CInEntryForm(QDataStream& stream, const QByteArray& record);
-
-    bool isReading() const override { return true; }
-    void real(const char* name, double& value) override;
-    void integer(const char* name, qint32& value) override;
-    void flag(const char* name, bool& value) override;
-    void strictFlag(const char* name, bool& value) override;
-    using IEntryForm::text;
-    void text(const char* name, QString& value) override;
-    void point(const char* name, C3DPoint& value) override;
-    void rgb(const char* name, QColor& value) override;
-    void colour(const char* name, QColor& value) override;
-    using IEntryForm::integers;
-    void integers(const char* name, std::vector<qint32>& values) override;
-    void vectors(const char* name, std::vector<NField::CNdData>& values) override;
-    void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) override;
-    void unlaid(const char* name, QByteArray& value,
-                const std::function<qint64(const QByteArray& rest)>& lengthIn) override;
-    quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
-
-private:
-    void check(const char* name) const;
-    qint8 byte(const char* name);
-
-    QDataStream& stream;
-    const QByteArray* const record = nullptr; ///< null on a stream of the file itself
-};
-
-/// Writes the layouts of the current version.
-class COutEntryForm : public IEntryForm
-{
-public:
-    explicit COutEntryForm(QDataStream& stream) : stream(stream) {}
-
-    bool isReading() const override { return false; }
-    void real(const char* name, double& value) override;
-    void integer(const char* name, qint32& value) override;
-    void flag(const char* name, bool& value) override;
-    void strictFlag(const char* name, bool& value) override;
-    using IEntryForm::text;
-    void text(const char* name, QString& value) override;
-    void point(const char* name, C3DPoint& value) override;
-    void rgb(const char* name, QColor& value) override;
-    void colour(const char* name, QColor& value) override;
-    using IEntryForm::integers;
-    void integers(const char* name, std::vector<qint32>& values) override;
-    void vectors(const char* name, std::vector<NField::CNdData>& values) override;
-    void geometry(const char* name, std::shared_ptr<GeometryGroups>& groups) override;
-    void unlaid(const char* name, QByteArray& value,
-                const std::function<qint64(const QByteArray& rest)>& lengthIn) override;
-    quint32 count(const char* name, quint32 present, qint64 elementBytes) override;
-
-private:
-    QDataStream& stream;
+    virtual void form(IEntryForm& f) = 0;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
+    /// \throws std::exception  the stream ends early, or announces more than follows
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
 };
 
 } // namespace NBrenmark

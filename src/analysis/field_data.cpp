@@ -2,12 +2,9 @@
 // elsewhere.
 #include "analysis/field_data.h"
 
-#include "analysis/entry_form.h"
 #include "analysis/field_interpolation.h"
 #include "core/log.h"
 #include "core/progress.h"
-
-#include <QDataStream>
 
 #include <algorithm>
 #include <utility>
@@ -99,25 +96,17 @@ bool CFieldData::valueAt(const CNdData& place, CNdData& result, std::vector<SFie
 void CFieldData::form(IEntryForm& f)
 {
     f.text("name", name);
-    f.integer("id", id);
-    f.integer("plane", plane);
+    f.i32("id", id);
+    f.i32("plane", plane);
     f.vectors("positions", positionList);
     f.vectors("values", valueList);
     f.part("displayOptions", displayOptions);
 }
 
-bool CFieldData::write(QDataStream& stream, IProgressController*)
-{
-    COutEntryForm f(stream);
-    form(f);
-    return stream.status() == QDataStream::Ok;
-}
-
-bool CFieldData::read(QDataStream& stream, IProgressController* progress)
+bool CFieldData::read(CVersionedStream& stream, IProgressController* progress)
 {
     clear();
-    CInEntryForm f(stream);
-    form(f);
+    IFormed::read(stream, progress);
     if (wantsCancel(progress)) {
         clear();
         return false;

@@ -2,9 +2,9 @@
 // A field: a cloud of points in space with a value at each, imported by a user and kept with the deck. Its value
 // anywhere else follows from the points nearby.
 
+#include "analysis/entry_form.h"
 #include "analysis/field_display_options.h"
 #include "analysis/field_search_tree.h"
-#include "core/read_write.h"
 #include "model/bounding_box.h"
 
 #include <memory>
@@ -24,7 +24,7 @@ enum EFieldPlane : qint32
     eNoPlane = 3 ///< points in space
 };
 
-class CFieldData : public IReadWrite
+class CFieldData : public IFormed
 {
 public:
     static constexpr qint32 noId = -1;
@@ -33,11 +33,10 @@ public:
     CFieldData(const CFieldData&) = delete; // the tree looks at the points
     CFieldData& operator=(const CFieldData&) = delete;
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
     /// False, with the field empty, after a cancel; false as well if what was read is no valid field.
     /// \throws std::exception  the record ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    void form(IEntryForm& f);
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
+    void form(IEntryForm& f) override;
     void clear();
 
     /// Takes points and values over. Bounds, magnitudes and the tree follow.

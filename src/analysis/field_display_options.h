@@ -3,18 +3,16 @@
 // is up to them; here they have the places that the file gives them.
 
 #include "analysis/colour_records.h"
-#include "core/read_write.h"
+#include "analysis/entry_form.h"
 
 #include <array>
 
 namespace NBrenmark::NField {
 
-class CFieldDisplayOptions : public IReadWrite
+class CFieldDisplayOptions : public IFormed
 {
 public:
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    void form(IEntryForm& f);
+    void form(IEntryForm& f) override;
 
     QColor colour = Qt::black;
     CColour scale;

@@ -1,23 +1,12 @@
-// Reads and writes the block of fields. A field that is damaged ends the block, for fields have no length of their
-// own; those ahead of it stay.
+// The fields by name and by number.
 #include "analysis/field_manager.h"
 
-#include "analysis/progress_step.h"
-#include "core/log.h"
-#include "core/versioned_stream.h"
+#include "visitors/settings_streams.h"
 
-#include <QDataStream>
-#include <QIODevice>
-
-#include <algorithm>
 #include <limits>
-#include <stdexcept>
 #include <utility>
 
 namespace NBrenmark::NField {
-
-/// Name, id, plane and two counts: no field is smaller.
-static constexpr qint64 leastFieldBytes = 5 * 4;
 
 /// As noId, a field asks for a number by it.
 static constexpr qint32 anyId = -2;
@@ -105,89 +94,14 @@ void CFieldManager::clear(bool notify)
 
 // ---------------------------------------------------------------- the block
 
-bool CFieldManager::write(QDataStream& stream, IProgressController* progress)
+bool CFieldManager::write(CVersionedStream& stream, IProgressController* progress)
 {
-    const auto valid =
-        std::count_if(byName.begin(), byName.end(), [](const auto& entry) { return entry.second->isValid(); });
-    CProgressStep step(progress, static_cast<int>(valid), QStringLiteral("Writing Field Data"));
-    stream << qint32(valid);
-    for (const auto& [name, field] : byName) {
-        if (const std::string lack = field->invalidity(); !lack.empty()) {
-            report(eLost, NLogTitle::settings, "Field \"" + name + "\" isn't written: " + lack + ".", 1, name);
-            continue;
-        }
-        if (step.isCancelled() || !field->write(stream, progress))
-            return false;
-        step.tick();
-    }
-    setModified(false);
-    return stream.status() == QDataStream::Ok;
+    return NSettingsFamily::write(stream, *this, progress);
 }
 
-/// Moves to the end of the block, as far as it is known, and reports what is left out with a field.
-static void leaveRest(QDataStream& stream, const std::string& name, qint64 begin, quint64 fields,
-                      const std::string& cause)
+bool CFieldManager::read(CVersionedStream& stream, IProgressController* progress)
 {
-    const qint64 end = blockEndOf(stream) >= 0 ? blockEndOf(stream) : stream.device()->pos();
-    report(eLost, NLogTitle::settings,
-           "Fields: " + cause + " It is left out, and what follows it in the block as well (" +
-               std::to_string(end - begin) + " bytes).",
-           fields, name);
-    stream.resetStatus();
-    stream.device()->seek(end);
-}
-
-bool CFieldManager::readFields(QDataStream& stream, IProgressController* progress, qint32 count)
-{
-    CProgressStep step(progress, count, QStringLiteral("Reading Field Data"));
-    for (qint32 i = 0; i < count; ++i) {
-        if (step.isCancelled())
-            return false;
-        auto field = std::make_unique<CFieldData>();
-        const qint64 begin = stream.device()->pos();
-        std::string damage;
-        bool isValid = false;
-        try {
-            isValid = field->read(stream, progress);
-        }
-        catch (const std::exception& error) {
-            // Where the block ends is known: the fields ahead of this one stay.
-            if (i == 0 || blockEndOf(stream) < 0 || !meansDamage(error))
-                throw;
-            damage = error.what();
-        }
-        if (step.isCancelled())
-            return false;
-        std::string refusal;
-        if (!damage.empty())
-            refusal = "can't be read (" + damage + ")";
-        else if (!isValid)
-            refusal = "is none: " + field->invalidity();
-        else if (!addField(field))
-            refusal = "has the name or the id (" + std::to_string(field->id) + ") of an earlier one";
-        if (!refusal.empty()) {
-            leaveRest(stream, field->name, begin, static_cast<quint64>(count - i),
-                      "field " + std::to_string(i + 1) + " of " + std::to_string(count) + " (\"" + field->name +
-                          "\") " + refusal + ".");
-            break;
-        }
-        step.tick();
-    }
-    return true;
-}
-
-bool CFieldManager::read(QDataStream& stream, IProgressController* progress)
-{
-    clear(false);
-    qint32 count = 0;
-    stream >> count;
-    const qint64 left = bytesLeftOf(stream);
-    if (stream.status() != QDataStream::Ok || count < 0 || count > left / leastFieldBytes)
-        throw std::length_error(std::to_string(count) + " fields announced, " + std::to_string(left) + " bytes follow");
-    const bool isWhole = readFields(stream, progress, count);
-    rebuildIdMap();
-    setModified(false);
-    return isWhole;
+    return NSettingsFamily::read(stream, *this, progress);
 }
 
 } // namespace NBrenmark::NField

@@ -34,11 +34,11 @@ public:
     /// By name.
     const std::map<std::string, std::unique_ptr<CFieldData>>& fields() const { return byName; }
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// A field that is none, or has the name or id of an earlier one, ends the reading: the earlier ones stay, and
     /// the log names what doesn't. False after a cancel.
     /// \throws std::exception  the block ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }
     void clear(bool notify) override;
@@ -50,8 +50,6 @@ Q_SIGNALS:
     void fieldRenamed(std::string oldName, std::string newName);
 
 private:
-    bool readFields(QDataStream& stream, IProgressController* progress, qint32 count);
-
     std::map<std::string, std::unique_ptr<CFieldData>> byName;
     std::map<qint32, CFieldData*> byId; ///< not owning
     qint32 nextId = 0;

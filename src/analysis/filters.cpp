@@ -1,41 +1,23 @@
 // The records of filters, and how a word of the file becomes one.
 #include "analysis/filters.h"
 
-#include "analysis/entry_form.h"
-
-#include <QDataStream>
-
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
 namespace NBrenmark::NSelection {
 
-bool IFilter::write(QDataStream& stream, IProgressController*)
-{
-    COutEntryForm f(stream);
-    form(f);
-    return stream.status() == QDataStream::Ok;
-}
-
-bool IFilter::read(QDataStream& stream, IProgressController*)
-{
-    CInEntryForm f(stream);
-    form(f);
-    return true;
-}
-
 void CTypeFilter::form(IEntryForm& f)
 {
     static constexpr std::array<const char*, 5> wordNames{"word1", "word2", "word3", "word4", "word5"};
     for (size_t i = 0; i < words.size(); ++i)
-        f.integer(wordNames[i], words[i]);
+        f.i32(wordNames[i], words[i]);
     static constexpr std::array<const char*, 4> idNames{"ids1", "ids2", "ids3", "ids4"};
     for (size_t i = 0; i < idLists.size(); ++i)
-        f.integers(idNames[i], idLists[i]);
+        f.i32List(idNames[i], idLists[i]);
     static constexpr std::array<const char*, 2> typeNames{"types1", "types2"};
     for (size_t i = 0; i < typeLists.size(); ++i)
-        f.integers(typeNames[i], typeLists[i]);
+        f.i32List(typeNames[i], typeLists[i]);
 }
 
 std::unique_ptr<IFilter> CFilterList::clone() const

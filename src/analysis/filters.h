@@ -1,7 +1,7 @@
 #pragma once
 // What a selection leaves out of what it holds: filters, which are carried along.
 
-#include "core/read_write.h"
+#include "analysis/entry_form.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,24 +10,16 @@
 #include <memory>
 #include <vector>
 
-namespace NBrenmark {
+namespace NBrenmark::NSelection {
 
-class IEntryForm;
-
-namespace NSelection {
-
-class IFilter : public IReadWrite
+class IFilter : public IFormed
 {
 public:
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    /// \throws std::exception  the filter ends early or is of an unknown class
-    bool read(QDataStream& stream, IProgressController* progress) override;
     /// The text by which files name the class.
     virtual QString typeId() const = 0;
     virtual std::unique_ptr<IFilter> clone() const = 0;
     virtual bool isChanged() const = 0;
     virtual void setChanged(bool changed) = 0;
-    virtual void form(IEntryForm& f) = 0;
 };
 
 /// By the types of objects. What its numbers mean is known to who filters alone.
@@ -64,5 +56,4 @@ QStringList filterTypeIds();
 /// A filter by the word of its class; null for a word that names none.
 std::unique_ptr<IFilter> createFilter(const QString& typeId);
 
-} // namespace NSelection
-} // namespace NBrenmark
+} // namespace NBrenmark::NSelection

@@ -1,34 +1,26 @@
 #pragma once
 // The ids of what a selection holds, of one kind of object.
 
-#include "core/read_write.h"
+#include "analysis/entry_form.h"
 
 #include <QtGlobal>
 
 #include <set>
 
-namespace NBrenmark {
-
-class IEntryForm;
-
-namespace NSelection {
+namespace NBrenmark::NSelection {
 
 class CSelection;
 
-class CIdList : public IReadWrite
+class CIdList : public IFormed
 {
 public:
     explicit CIdList(qint32 kind = 0, CSelection* selection = nullptr) : kind(kind), selection(selection) {}
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    /// \throws std::exception  the list ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    void form(IEntryForm& f);
+    void form(IEntryForm& f) override { f.i32List("ids", ids); }
 
     qint32 kind;
     std::set<qint32> ids;
     CSelection* selection; ///< not owned
 };
 
-} // namespace NSelection
-} // namespace NBrenmark
+} // namespace NBrenmark::NSelection

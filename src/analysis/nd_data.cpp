@@ -1,9 +1,5 @@
-// Vectors of any length from a stream, without more memory than the stream has bytes for.
+// A vector that has a first component even where it has none.
 #include "analysis/nd_data.h"
-
-#include "core/versioned_stream.h"
-
-#include <QDataStream>
 
 #include <algorithm>
 #include <cmath>
@@ -31,32 +27,13 @@ double CNdData::length() const
     return std::sqrt(sum);
 }
 
-bool CNdData::write(QDataStream& stream, IProgressController*)
+void CNdData::form(IEntryForm& f)
 {
-    stream << qint32(componentCount);
+    const quint32 stored = f.count("size", componentCount, sizeof(double));
+    if (f.isReading())
+        resize(stored);
     for (quint32 i = 0; i < componentCount; ++i)
-        stream << components[i];
-    return stream.status() == QDataStream::Ok;
-}
-
-bool CNdData::read(QDataStream& stream, IProgressController*)
-{
-    qint64 left = bytesLeftOf(stream);
-    return readWithin(stream, left);
-}
-
-bool CNdData::readWithin(QDataStream& stream, qint64& left)
-{
-    qint32 stored = 0;
-    stream >> stored;
-    left -= 4;
-    if (stream.status() != QDataStream::Ok || stored < 0 || stored > left / 8)
-        return false;
-    resize(static_cast<quint32>(stored));
-    for (quint32 i = 0; i < componentCount; ++i)
-        stream >> components[i];
-    left -= 8 * qint64(stored);
-    return stream.status() == QDataStream::Ok;
+        f.f64("component", components[i]);
 }
 
 } // namespace NBrenmark::NField

@@ -1,7 +1,7 @@
 #pragma once
 // A small vector of numbers: a point or a value of a field.
 
-#include "core/read_write.h"
+#include "analysis/entry_form.h"
 
 #include <QtGlobal>
 
@@ -9,7 +9,7 @@
 
 namespace NBrenmark::NField {
 
-class CNdData : public IReadWrite
+class CNdData : public IFormed
 {
 public:
     explicit CNdData(quint32 size = 0);
@@ -23,13 +23,7 @@ public:
     double& operator[](quint32 index) { return components[index < componentCount ? index : 0]; }
     /// Euclidean, over all components.
     double length() const;
-
-    /// The size, then as many doubles.
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    /// The same, of bytes that the caller counts: to ask a file for its size at each of a million points takes as long
-    /// as to read them. \param left  how many the block still has; less by what was read
-    bool readWithin(QDataStream& stream, qint64& left);
+    void form(IEntryForm& f) override;
 
 private:
     quint32 componentCount;

@@ -1,10 +1,7 @@
 // The two stored forms of a query: in the settings file, and as keys of the configuration.
 #include "analysis/query.h"
 
-#include "analysis/entry_form.h"
 #include "analysis/query_keys.h"
-
-#include <QDataStream>
 
 namespace NBrenmark {
 
@@ -12,43 +9,29 @@ namespace NBrenmark {
 
 void CQuery::form(IEntryForm& f)
 {
-    f.real("minimum", minimum);
-    f.real("maximum", maximum);
-    f.real("secondaryMinimum", secondaryMinimum);
-    f.real("secondaryMaximum", secondaryMaximum);
-    f.real("reference1Distance", reference1.distance);
-    f.real("reference2Distance", reference2.distance);
+    f.f64("minimum", minimum);
+    f.f64("maximum", maximum);
+    f.f64("secondaryMinimum", secondaryMinimum);
+    f.f64("secondaryMaximum", secondaryMaximum);
+    f.f64("reference1Distance", reference1.distance);
+    f.f64("reference2Distance", reference2.distance);
     f.text("primaryAttribute", primaryAttribute);
     f.text("secondaryAttribute", secondaryAttribute);
     f.text("primaryComponent", primaryComponent);
     f.text("secondaryComponent", secondaryComponent);
     f.text("group", group);
     f.text("typeName", typeName);
-    f.integer("attributeType", attributeType);
-    f.integer("reference1Type", reference1.type);
-    f.integer("reference2Type", reference2.type);
-    f.flag("collate", collate);
-    f.flag("useRange", useRange);
-    f.flag("useRange2", useRange2);
-    f.flag("contactQuery", contactQuery);
+    f.i32("attributeType", attributeType);
+    f.i32("reference1Type", reference1.type);
+    f.i32("reference2Type", reference2.type);
+    f.flag8("collate", collate);
+    f.flag8("useRange", useRange);
+    f.flag8("useRange2", useRange2);
+    f.flag8("contactQuery", contactQuery);
     f.point("reference1Point", reference1.point);
     f.point("reference2Point", reference2.point);
     if (f.isReading() && !f.since(30, 0, 18)) // until then both meant something else
         f.dropObsolete({&secondaryComponent, &typeName});
-}
-
-bool CQuery::write(QDataStream& stream, IProgressController*)
-{
-    COutEntryForm f(stream);
-    form(f);
-    return stream.status() == QDataStream::Ok;
-}
-
-bool CQuery::read(QDataStream& stream, IProgressController*)
-{
-    CInEntryForm f(stream);
-    form(f);
-    return true;
 }
 
 // ---------------------------------------------------------------- the key form

@@ -3,7 +3,7 @@
 // total. A conversion carries the question and doesn't ask it. A query is stored in the settings file, in its stream
 // form, or in the configuration, in its key form.
 
-#include "core/read_write.h"
+#include "analysis/entry_form.h"
 #include "maths/vector.h"
 
 #include <QString>
@@ -16,7 +16,6 @@ namespace NBrenmark {
 
 class CAttributeDescriptor;
 class CQueryKeys;
-class IEntryForm;
 namespace NConfig {
 class CConfigHandle;
 }
@@ -29,14 +28,10 @@ struct SQueryReference
     double distance = 0.0; ///< m
 };
 
-class CQuery : public IReadWrite
+class CQuery : public IFormed
 {
 public:
     ~CQuery() override = default;
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    /// \throws std::exception  the stream ends early
-    bool read(QDataStream& stream, IProgressController* progress) override;
-
     /// Writes the keys of the query below a handle that is its own.
     virtual void writeConfiguration(NConfig::CConfigHandle& handle);
     /// Takes the query's keys out of the tree.
@@ -59,7 +54,7 @@ public:
     virtual void collect(const std::vector<double>&) {}
 
     /// The stream form: what all queries have, then what the class adds.
-    virtual void form(IEntryForm& f);
+    void form(IEntryForm& f) override;
 
     bool collate = false; ///< one result for a whole group
     double minimum = 0.0; ///< of the first attribute's range

@@ -9,7 +9,7 @@ namespace NBrenmark {
 void CTotalQuery::form(IEntryForm& f)
 {
     CQuery::form(f);
-    f.flag("useIdCounter", useIdCounter);
+    f.flag8("useIdCounter", useIdCounter);
 }
 void CTotalQuery::keys(CQueryKeys& k)
 {
@@ -20,7 +20,7 @@ void CTotalQuery::keys(CQueryKeys& k)
 void CDistributionQuery::form(IEntryForm& f)
 {
     CQuery::form(f);
-    f.integer("intervals", intervals);
+    f.i32("intervals", intervals);
 }
 void CDistributionQuery::keys(CQueryKeys& k)
 {
@@ -37,9 +37,9 @@ void CContactFrequency::keys(CQueryKeys& k)
 void CTimeDistributionQuery::form(IEntryForm& f)
 {
     CQuery::form(f);
-    f.integer("intervals", intervals);
-    f.real("startTime", startTime);
-    f.real("endTime", endTime);
+    f.i32("intervals", intervals);
+    f.f64("startTime", startTime);
+    f.f64("endTime", endTime);
     f.text("queryType", queryType);
 }
 void CTimeDistributionQuery::keys(CQueryKeys& k)
@@ -82,7 +82,7 @@ void CDensityQuery::form(IEntryForm& f)
 {
     CQuery::form(f);
     if (f.since(30, 0, 19))
-        f.integer("densityKind", densityKind);
+        f.i32("densityKind", densityKind);
 }
 
 // ---------------------------------------------------------------- by name

@@ -1,12 +1,9 @@
 // Queries in sections, read from and written to a selection or the configuration.
 #include "analysis/query_map.h"
 
-#include "analysis/entry_form.h"
 #include "analysis/query_kinds.h"
 #include "config/config_manager.h"
 #include "core/log.h"
-
-#include <QDataStream>
 
 #include <stdexcept>
 #include <utility>
@@ -96,24 +93,15 @@ void QueryMap::form(IEntryForm& f)
     }
 }
 
-bool QueryMap::write(QDataStream& stream, IProgressController*)
+bool QueryMap::read(CVersionedStream& stream, IProgressController* progress)
 {
-    COutEntryForm f(stream);
-    form(f);
-    return stream.status() == QDataStream::Ok;
-}
-
-bool QueryMap::read(QDataStream& stream, IProgressController*)
-{
-    CInEntryForm f(stream);
     try {
-        form(f);
+        return IFormed::read(stream, progress);
     }
     catch (const unknown_query& error) {
         report(eRemark, NLogTitle::settings, error.what()); // whose block it is counts the loss
         return false;
     }
-    return true;
 }
 
 // ---------------------------------------------------------------- the key form

@@ -15,7 +15,7 @@ enum EQueryMapKind : qint32
     eSelectionQueries = 1
 };
 
-class QueryMap : public IReadWrite
+class QueryMap : public IFormed
 {
 public:
     explicit QueryMap(EQueryMapKind kind) : kind(kind) {}
@@ -31,12 +31,11 @@ public:
     QString sectionOf(const QString& id) const;
     const QMap<QString, QList<CQuery*>>& sections() const { return bySection; }
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
     /// False for a query of an unknown class: where it ends can't be known, and nothing after it can be read.
     /// \throws std::exception  the stream ends early, or announces more than follows
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     /// The stream form. \throws std::runtime_error  a query of an unknown class
-    void form(IEntryForm& f);
+    void form(IEntryForm& f) override;
 
     /// The key form: a child of the handle for each query. A child whose query is of an unknown class stays.
     void writeConfiguration(NConfig::CConfigHandle& handle);

@@ -57,19 +57,19 @@ void CGeometricRegionSelection::rest(IEntryForm& f)
     f.unlaid("parameters", parameters, [&](const QByteArray& following) {
         return lengthBeforeText(following, 2 * realBytes + bytesAfterValues(f));
     });
-    f.integer("elementCount", elementCount);
+    f.i32("elementCount", elementCount);
     f.text("source", source);
-    f.real("value1", value1);
-    f.real("value2", value2);
+    f.f64("value1", value1);
+    f.f64("value2", value2);
 }
 
 // ---------------------------------------------------------------- lattices
 
 static void binForm(IEntryForm& f, std::array<qint32, 3>& bins)
 {
-    f.integer("binsX", bins[0]);
-    f.integer("binsY", bins[1]);
-    f.integer("binsZ", bins[2]);
+    f.i32("binsX", bins[0]);
+    f.i32("binsY", bins[1]);
+    f.i32("binsZ", bins[2]);
 }
 
 /// The layout of a lattice along the axes.
@@ -80,15 +80,15 @@ void CLatticeSelection::cornerForm(IEntryForm& f)
     f.unlaid("parameters", parameters, [](const QByteArray& following) {
         return following.size() - (4 * integerBytes + 2 * pointBytes + 2 * realBytes);
     });
-    f.integer("elementCount", elementCount);
+    f.i32("elementCount", elementCount);
     binForm(f, bins);
     C3DPoint lowerCorner;
     f.point("lowerCorner", lowerCorner);
     f.point("size", size);
     centre = lowerCorner + size.toVector() * 0.5;
     rotation = C3DPoint();
-    f.real("value1", value1);
-    f.real("value2", value2);
+    f.f64("value1", value1);
+    f.f64("value2", value2);
 }
 
 int CLatticeSelection::bytesAfterValues(const IEntryForm&) const { return 3 * integerBytes + 3 * pointBytes; }
@@ -132,15 +132,15 @@ int CPrimitiveSelection::bytesAfterValues(const IEntryForm&) const
 void CPrimitiveSelection::rest(IEntryForm& f)
 {
     CGeometricRegionSelection::rest(f);
-    f.integer("shape", shape);
+    f.i32("shape", shape);
     f.point("origin", origin);
     f.point("firstAxis", firstAxis);
     f.point("secondAxis", secondAxis);
-    f.real("length1", length1);
-    f.real("length2", length2);
+    f.f64("length1", length1);
+    f.f64("length2", length2);
     f.point("triple1", triple1);
     f.point("triple2", triple2);
-    f.integer("facets", facets);
+    f.i32("facets", facets);
 }
 
 } // namespace NBrenmark::NSelection

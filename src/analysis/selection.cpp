@@ -1,15 +1,9 @@
 // What all selections store, in front of and after the display options that have no layout here.
 #include "analysis/selection.h"
 
-#include "analysis/entry_form.h"
-#include "analysis/selection_record.h"
-#include "core/versioned_stream.h"
-
-#include <QDataStream>
-#include <QIODevice>
+#include "visitors/settings_streams.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace NBrenmark::NSelection {
 
@@ -36,7 +30,7 @@ bool CSelection::hasIds() const
 void CSelection::form(IEntryForm& f)
 {
     f.text("name", name);
-    f.flag("active", active);
+    f.flag8("active", active);
     // No boundary between the two is known: all that came is in the first.
     for (CDisplayOptions* display : {&particleDisplay, &contactDisplay})
         f.unlaid("display", display->bytes, nullptr);
@@ -49,23 +43,7 @@ void CSelection::rest(IEntryForm& f)
     f.part("queries", queries);
 }
 
-bool CSelection::write(QDataStream& stream, IProgressController*)
-{
-    COutEntryForm f(stream);
-    form(f);
-    return stream.status() == QDataStream::Ok;
-}
-
-bool CSelection::read(QDataStream& stream, IProgressController*)
-{
-    QIODevice& device = *stream.device();
-    const QByteArray record = device.read(bytesLeftOf(stream));
-    const auto parts = displayOf(*this, record, fileVersionOf(stream), editionOf(stream));
-    if (!parts)
-        throw std::runtime_error("Where the display options of a selection end can't be found out.");
-    readRecord(*this, record, *parts, fileVersionOf(stream), editionOf(stream));
-    return true;
-}
+bool CSelection::read(CVersionedStream& stream, IProgressController*) { return NSettingsFamily::read(stream, *this); }
 
 int CAutoSelection::colourBytes(const IEntryForm& f)
 {
@@ -78,7 +56,7 @@ void CAutoSelection::rest(IEntryForm& f)
     if (f.since(27, 0, 0))
         f.rgb("colour", colour);
     if (f.since(30, 0, 14))
-        f.real("opacity", opacity);
+        f.f64("opacity", opacity);
 }
 
 // ---------------------------------------------------------------- picked by hand

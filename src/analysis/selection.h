@@ -16,7 +16,7 @@
 
 namespace NBrenmark::NSelection {
 
-class CSelection : public IReadWrite
+class CSelection : public IFormed
 {
 public:
     static constexpr qint32 idKinds = 6;
@@ -26,11 +26,10 @@ public:
     CSelection(const CSelection&) = delete; // its lists know it
     CSelection& operator=(const CSelection&) = delete;
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
     /// Takes all that is left of the block or the device for the record.
-    /// \throws std::exception  it can't be taken apart (analysis/selection_record.h)
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    void form(IEntryForm& f);
+    /// \throws std::exception  it can't be taken apart (io/settings/selection_record.h)
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
+    void form(IEntryForm& f) override;
     /// What follows the display options: filters, queries, and what the class adds.
     virtual void rest(IEntryForm& f);
     /// Whether a layout has a place for geometry of the selection's own.

@@ -15,7 +15,6 @@
 namespace NBrenmark::NSelection {
 
 class CGeometricRegionSelection;
-struct SSelectionPiece;
 
 class CSelectionMap : public QObject, public ISimulationSettingsEntry
 {
@@ -45,12 +44,12 @@ public:
     CCarriedSelections& carried() { return carriedOnes; }
     const CCarriedSelections& carried() const { return carriedOnes; }
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// Takes all that is left of the block. A selection that can't be taken apart, has a class that isn't known here or
     /// a name that is in use, and a block that can't be cut into its selections, are carried whole, which the log
     /// reports. False after a cancel.
     /// \throws std::exception  the block ends early; or it can't be cut and nothing says where it ends
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }
     void clear(bool notify) override;
@@ -59,11 +58,6 @@ Q_SIGNALS:
     void cleared();
 
 private:
-    std::unique_ptr<CSelection> takenApart(const SSelectionPiece& piece, quint32 version, quint32 edition);
-    /// As a block holds them, in the order of their names.
-    std::vector<SSelectionPiece> storedPieces() const;
-    void carryWhole(SCarriedSelection selection, const std::string& cause);
-
     CDisplayOptionManager displays; // outlives the selections, which look at it
     std::map<std::string, std::unique_ptr<CSelection>> byName;
     CCarriedSelections carriedOnes;

@@ -129,7 +129,7 @@ static void resynchronise(QIODevice& device)
     }
 }
 
-bool CSettingsFile::read(QDataStream& stream, IProgressController* progress)
+bool CSettingsFile::read(CVersionedStream& stream, IProgressController* progress)
 {
     QIODevice& device = *stream.device();
     damagedBlocks = 0;
@@ -176,7 +176,7 @@ bool CSettingsFile::blockFailed(const QIODevice& device, const SSettingsEntry* e
     return false;
 }
 
-static bool takeMarker(QDataStream& stream, const char* marker)
+static bool takeMarker(CVersionedStream& stream, const char* marker)
 {
     char bytes[markerLength];
     return stream.readRawData(bytes, markerLength) == markerLength && std::equal(bytes, bytes + markerLength, marker);
@@ -191,7 +191,7 @@ static bool markerStandsAt(QIODevice& device, qint64 position, const char* marke
     return isThere;
 }
 
-bool CSettingsFile::readBlock(QDataStream& stream, IProgressController* progress)
+bool CSettingsFile::readBlock(CVersionedStream& stream, IProgressController* progress)
 {
     QIODevice& device = *stream.device();
     const qint64 blockAt = device.pos();
@@ -289,7 +289,7 @@ bool CSettingsFile::saveSettings(const QString& fileName, IProgressController* p
     return true;
 }
 
-bool CSettingsFile::write(QDataStream& stream, IProgressController* progress)
+bool CSettingsFile::write(CVersionedStream& stream, IProgressController* progress)
 {
     for (const bool customProperties : {false, true}) {
         if (customProperties && !writesCustomProperties)
@@ -302,7 +302,7 @@ bool CSettingsFile::write(QDataStream& stream, IProgressController* progress)
     return true;
 }
 
-bool CSettingsFile::writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry)
+bool CSettingsFile::writeBlock(CVersionedStream& stream, IProgressController* progress, const SSettingsEntry& entry)
 {
     QIODevice& device = *stream.device();
     const CPlaceScope scope(placeAtWork().inBlock(entry.name));

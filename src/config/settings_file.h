@@ -39,8 +39,8 @@ public:
     void clearSettings(bool notify);
 
     /// All blocks up to the end of the stream, which is after the header. False after a cancel alone.
-    bool read(QDataStream& stream, IProgressController* progress) override;
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
 
     /// Of the file that was read last; 0 if there was none.
     quint32 readVersion() const { return lastVersion; }
@@ -56,8 +56,8 @@ protected:
     void setEntries(std::vector<SSettingsEntry> list);
 
 private:
-    bool readBlock(QDataStream& stream, IProgressController* progress);
-    bool writeBlock(QDataStream& stream, IProgressController* progress, const SSettingsEntry& entry);
+    bool readBlock(CVersionedStream& stream, IProgressController* progress);
+    bool writeBlock(CVersionedStream& stream, IProgressController* progress, const SSettingsEntry& entry);
     const SSettingsEntry* entryOf(qint32 identifier) const;
     bool blockFailed(const QIODevice& device, const SSettingsEntry* entry, qint64 position, EMessage message,
                      const std::string& detail = std::string());

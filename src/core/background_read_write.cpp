@@ -6,7 +6,7 @@
 #include "core/read_write.h"
 #include "core/stop_flag.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 #include <QElapsedTimer>
 #include <algorithm>
 #include <exception>
@@ -16,8 +16,8 @@ namespace NBrenmark {
 /// How often the log modules are flushed while the caller waits, ms. It paces nothing else.
 static constexpr qint64 flushInterval = 100;
 
-CBackgroundReadWriteController::CBackgroundReadWriteController(IReadWrite& target, QDataStream& stream, bool isWrite,
-                                                               IProgressController* progress)
+CBackgroundReadWriteController::CBackgroundReadWriteController(IReadWrite& target, CVersionedStream& stream,
+                                                               bool isWrite, IProgressController* progress)
     : target(target), stream(stream), isWrite(isWrite), progress(progress)
 {}
 

@@ -7,10 +7,9 @@
 
 #include <string>
 
-class QDataStream;
-
 namespace NBrenmark {
 
+class CVersionedStream;
 class IProgressController;
 class IReadWrite;
 
@@ -19,7 +18,7 @@ class CBackgroundReadWriteController : public CWorker
 public:
     /// \param target, stream  not owned; nothing else touches them until execute is done
     /// \param progress        may be null
-    CBackgroundReadWriteController(IReadWrite& target, QDataStream& stream, bool isWrite,
+    CBackgroundReadWriteController(IReadWrite& target, CVersionedStream& stream, bool isWrite,
                                    IProgressController* progress);
 
     static constexpr qint64 defaultTimeLimit = 1200000; // ms
@@ -37,7 +36,7 @@ protected:
 
 private:
     IReadWrite& target;
-    QDataStream& stream;
+    CVersionedStream& stream;
     const bool isWrite;
     IProgressController* const progress;
     bool result = true;

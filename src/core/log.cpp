@@ -24,6 +24,8 @@ static std::set<std::string>& onceMemory()
     return keys;
 }
 
+static std::mutex onceLock; ///< of the keys
+
 /// Held while modules are called: a worker, a team of threads and the waiting thread may log and
 /// flush at the same time, and a module takes no lock of its own. Recursive, for a module may log.
 static std::recursive_mutex& moduleLock()
@@ -117,10 +119,8 @@ static bool rememberOnce(const std::string& title, const std::string& text)
     if (silences > 0)
         return false;
     std::string key = title + "|" + text;
-    bool isNew = false;
-#pragma omp critical(brenmarkLogOnce)
-    isNew = onceMemory().insert(std::move(key)).second;
-    return isNew;
+    const std::lock_guard<std::mutex> guard(onceLock);
+    return onceMemory().insert(std::move(key)).second;
 }
 
 /// Bytes of a message. Names out of a file are shortened by those who put them in; this is for the one that forgets.
@@ -190,7 +190,7 @@ void reportRecord(const SLogRecord& message)
 
 void clearLogOnceMemory()
 {
-#pragma omp critical(brenmarkLogOnce)
+    const std::lock_guard<std::mutex> guard(onceLock);
     onceMemory().clear();
 }
 

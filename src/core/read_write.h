@@ -1,18 +1,17 @@
 #pragma once
 // Objects that store themselves in a stream, outside of the two file families.
 
-class QDataStream;
-
 namespace NBrenmark {
 
+class CVersionedStream;
 class IProgressController;
 
 class IReadWrite
 {
 public:
     virtual ~IReadWrite() = default;
-    virtual bool write(QDataStream& stream, IProgressController* progress) = 0;
-    virtual bool read(QDataStream& stream, IProgressController* progress) = 0;
+    virtual bool write(CVersionedStream& stream, IProgressController* progress) = 0;
+    virtual bool read(CVersionedStream& stream, IProgressController* progress) = 0;
 };
 
 /// An entry of the settings file. read and write end with setModified(false) when they complete.

@@ -158,7 +158,6 @@ constexpr quint32 withEdition = makeVersion(2, 4, 35);
 constexpr quint32 fullHeader = makeVersion(2, 4, 58);
 constexpr quint32 longOffsets = makeVersion(20, 0, 22);
 constexpr quint32 masks = makeVersion(22, 0, 0);
-constexpr quint32 propertyElements = makeVersion(23, 0, 0);
 constexpr quint32 lastBeforeMark = makeVersion(24, 0, 0); ///< afterwards a build wrote decks for no one else
 constexpr quint32 mark = makeVersion(24, 0, 25);          ///< which from here on are marked
 constexpr quint32 settingsWithEdition = makeVersion(27, 0, 2);

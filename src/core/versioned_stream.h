@@ -13,7 +13,6 @@ class CVersionedStream : public QDataStream
 public:
     /// \param device  not owned
     explicit CVersionedStream(QIODevice* device);
-    ~CVersionedStream();
 
     quint32 fileVersion() const { return version; }
     /// Stores the version by the rule of old numbering: 3.a.b becomes 20.a.b.
@@ -33,29 +32,18 @@ private:
     qint64 blockEnd = -1;
 };
 
-// Objects that store themselves know their stream as a QDataStream only.
-
-/// The version beside a stream; the current one if the stream carries none.
-quint32 fileVersionOf(const QDataStream& stream);
-/// The edition beside a stream; 0 if it carries none.
-quint32 editionOf(const QDataStream& stream);
-/// Bytes from here to the end of the block that is being read, or of the device.
-qint64 bytesLeftOf(const QDataStream& stream);
-/// Where the block that is being read ends; -1 where nothing says so.
-qint64 blockEndOf(const QDataStream& stream);
-
-/// Has a block of the stream end somewhere while this lives. Nothing happens to a stream that carries no version.
+/// Has a block of the stream end somewhere while this lives.
 class CBlockLimit
 {
 public:
-    CBlockLimit(QDataStream& stream, qint64 end);
-    ~CBlockLimit();
+    CBlockLimit(CVersionedStream& stream, qint64 end) : stream(stream), before(stream.setLimit(end)) {}
+    ~CBlockLimit() { stream.setLimit(before); }
     CBlockLimit(const CBlockLimit&) = delete;
     CBlockLimit& operator=(const CBlockLimit&) = delete;
 
 private:
-    CVersionedStream* const stream;
-    qint64 before = -1;
+    CVersionedStream& stream;
+    const qint64 before;
 };
 
 } // namespace NBrenmark

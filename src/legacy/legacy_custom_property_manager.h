@@ -24,14 +24,15 @@ public:
     ~CLegacyCustomPropertyManager() override;
 
     /// Full path of the property file.
-    void setPropertyFilePath(const std::string& path) { propertyFilePath = path; }
+    const std::string& propertyFilePath() const { return path; }
+    void setPropertyFilePath(const std::string& newPath) { path = newPath; }
     /// Fills the manager from the file, in place of what it holds. It ends empty if the file is refused, and as it
     /// was if there is no file or it can't be opened.
     /// \return an EPropertyFileResult; the reason for a refusal is reported
     int readPropertyFile();
 
 private:
-    std::string propertyFilePath;
+    std::string path;
 };
 
 } // namespace NBrenmark::NLegacySupport

@@ -4,7 +4,7 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
-#include <QDataStream>
+#include "core/versioned_stream.h"
 
 namespace NBrenmark {
 
@@ -12,13 +12,13 @@ void CBoundingBox::read(IFileVisitorReader& v) { v.readBoundingBox(*this); }
 
 void CBoundingBox::write(IFileVisitorWriter& v) const { v.writeBoundingBox(*this); }
 
-bool CBoundingBox::write(QDataStream& stream, IProgressController*)
+bool CBoundingBox::write(CVersionedStream& stream, IProgressController*)
 {
     stream << upper.x << upper.y << upper.z << lower.x << lower.y << lower.z;
     return stream.status() == QDataStream::Ok;
 }
 
-bool CBoundingBox::read(QDataStream& stream, IProgressController*)
+bool CBoundingBox::read(CVersionedStream& stream, IProgressController*)
 {
     stream >> upper.x >> upper.y >> upper.z >> lower.x >> lower.y >> lower.z;
     return stream.status() == QDataStream::Ok;

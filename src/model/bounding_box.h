@@ -16,8 +16,8 @@ public:
     CBoundingBox(const C3DPoint& upper, const C3DPoint& lower) : upper(upper), lower(lower) {}
 
     /// Six doubles: upper, then lower.
-    bool write(QDataStream& stream, IProgressController* progress) override;
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 

@@ -17,10 +17,7 @@ constexpr std::size_t usualTypes = 100;
 CParticleTypes::CParticleTypes(CCustomPropertyManager* propertyManager) : propertyManager(propertyManager)
 {
     types.reserve(usualTypes);
-    omp_init_lock(&lock);
 }
-
-CParticleTypes::~CParticleTypes() { omp_destroy_lock(&lock); }
 
 void CParticleTypes::read(IFileVisitorReader& v) { v.readParticleTypes(*this); }
 
@@ -186,9 +183,8 @@ bool CParticleTypes::setScaleOf(quint32 id, double value)
     std::vector<double>& scale = types[typeIndex]->scale;
     if (slot >= scale.size())
         return false;
-    omp_set_lock(&lock);
+    const std::lock_guard<std::mutex> guard(lock);
     scale[slot] = value;
-    omp_unset_lock(&lock);
     return true;
 }
 

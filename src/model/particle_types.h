@@ -6,7 +6,7 @@
 
 #include <QStringList>
 #include <memory>
-#include <omp.h>
+#include <mutex>
 
 namespace NBrenmark {
 
@@ -19,7 +19,6 @@ public:
 
     /// \param propertyManager  of the particle properties; not owned, may be null
     explicit CParticleTypes(CCustomPropertyManager* propertyManager);
-    ~CParticleTypes();
     CParticleTypes(const CParticleTypes&) = delete;
     CParticleTypes& operator=(const CParticleTypes&) = delete;
 
@@ -73,7 +72,7 @@ public:
 private:
     CCustomPropertyManager* propertyManager;
     CParticleIdLookup lookup;
-    omp_lock_t lock;
+    std::mutex lock;
 };
 
 } // namespace NBrenmark

@@ -10,16 +10,14 @@
 
 namespace NBrenmark {
 
-namespace {
-
-std::string textOfFile(const std::string& path)
+static std::string textOfFile(const std::string& path)
 {
     std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 /// Microseconds of time in so many: "200000 100000". A group without a limit says "max", an old one -1.
-unsigned coresOfQuota(const std::string& text)
+static unsigned coresOfQuota(const std::string& text)
 {
     std::istringstream words(text);
     double quota = 0.0;
@@ -28,7 +26,7 @@ unsigned coresOfQuota(const std::string& text)
     return isLimited ? static_cast<unsigned>(std::clamp(std::ceil(quota / period), 1.0, 65536.0)) : 0;
 }
 
-unsigned coresOfFolder(const std::string& folder)
+static unsigned coresOfFolder(const std::string& folder)
 {
     const unsigned cores = coresOfQuota(textOfFile(folder + "/cpu.max"));
     if (cores > 0)
@@ -36,15 +34,13 @@ unsigned coresOfFolder(const std::string& folder)
     return coresOfQuota(textOfFile(folder + "/cpu.cfs_quota_us") + ' ' + textOfFile(folder + "/cpu.cfs_period_us"));
 }
 
-unsigned coresOfAffinity()
+static unsigned coresOfAffinity()
 {
     cpu_set_t set;
     if (sched_getaffinity(0, sizeof set, &set) == 0) // fails where there are more cores than a set has room for
         return static_cast<unsigned>(CPU_COUNT(&set));
     return std::thread::hardware_concurrency();
 }
-
-} // namespace
 
 unsigned coresOfControlGroup(const std::string& root, const std::string& members)
 {

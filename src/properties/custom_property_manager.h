@@ -62,9 +62,9 @@ public:
     void removeListener(IPropertyListener* listener);
     void notifyChanged(int value);
 
-    bool write(QDataStream& stream, IProgressController* progress) override;
+    bool write(CVersionedStream& stream, IProgressController* progress) override;
     /// False, with the manager empty, if a name isn't valid or met twice, or the stream ends early.
-    bool read(QDataStream& stream, IProgressController* progress) override;
+    bool read(CVersionedStream& stream, IProgressController* progress) override;
     bool isModified() const override { return modified; }
     void setModified(bool value) override { modified = value; }
     void clear(bool notify) override;

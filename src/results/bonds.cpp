@@ -39,7 +39,7 @@ quint32 CBondsBase::countByState(quint32 wanted) const
 
 bool CBondsBase::allocateRow(quint32& row, bool exclusive)
 {
-    std::unique_lock<COmpLock> guard(lock, std::defer_lock);
+    std::unique_lock<std::mutex> guard(lock, std::defer_lock);
     if (!exclusive)
         guard.lock();
     row = 0;

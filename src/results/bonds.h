@@ -3,10 +3,10 @@
 // structure of arrays, one element a row; rows aren't used again.
 
 #include "maths/vector.h"
-#include "platform/omp_lock.h"
 #include "results/pair_rows.h"
 
 #include <functional>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -81,7 +81,7 @@ public:
     std::vector<double> breakTime;                  ///< s
     std::vector<const CBondParameters*> parameters; ///< null until matched; not owned, not stored
     std::vector<quint32> lookup;                    ///< open addressing, row + 1; 0: empty; not stored
-    COmpLock lock;
+    std::mutex lock;
 
 private:
     void makeRoom();

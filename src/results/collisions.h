@@ -5,8 +5,8 @@
 #include "core/save_options.h"
 #include "maths/quaternion.h"
 #include "maths/vector.h"
-#include "platform/omp_lock.h"
 
+#include <mutex>
 #include <vector>
 
 namespace NBrenmark {
@@ -103,7 +103,7 @@ public:
     std::vector<C3DVector> totalTangentialForce; ///< N
     std::vector<double> endTime;                 ///< s
     const quint32 mask;
-    COmpLock lock;
+    std::mutex lock;
 };
 
 class CSurfaceSurfaceCollisions : public CCollisionsBase

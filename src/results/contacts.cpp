@@ -48,7 +48,7 @@ quint32 CContactsBase::strayCount() const
 
 bool CContactsBase::allocateRow(quint32& row, bool exclusive)
 {
-    std::unique_lock<COmpLock> guard(lock, std::defer_lock);
+    std::unique_lock<std::mutex> guard(lock, std::defer_lock);
     if (!exclusive)
         guard.lock();
     row = 0;
@@ -70,7 +70,7 @@ bool CContactsBase::allocateRow(quint32& row, bool exclusive)
 
 void CContactsBase::releaseRow(quint32 row)
 {
-    const std::lock_guard<COmpLock> guard(lock);
+    const std::lock_guard<std::mutex> guard(lock);
     if (normalOverlap[row] == releasedOverlap)
         return;
     normalOverlap[row] = releasedOverlap;

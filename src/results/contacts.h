@@ -9,6 +9,7 @@
 #include "results/contact_records.h"
 #include "results/pair_rows.h"
 
+#include <mutex>
 #include <utility>
 
 namespace NBrenmark {
@@ -109,7 +110,7 @@ public:
     quint32 firstFree = 0;             ///< head of the chain: row + 1; 0: none. The link is element 1 of a row
     quint32 freedCount = 0;            ///< releases so far
     bool collisionsActive = false;
-    COmpLock lock;
+    std::mutex lock;
 
 private:
     void makeRoom();

@@ -16,11 +16,21 @@ def page(name):
 
 GATE = re.compile(r"\b(?:from|andFrom|below|upTo|since|makeVersion)\((\d+), *(\d+), *(\d+)\)")
 
+NAMED = re.findall(r"constexpr quint32 (\w+) = makeVersion\((\d+), *(\d+), *(\d+)\)",
+                   (root / "src/core/version_history.h").read_text(encoding="utf-8"))
+
+
+def versions(source):
+    """The versions that a source names, by their numbers or by what they brought."""
+    text = source.read_text(encoding="utf-8")
+    named = [word[1:] for word in NAMED if "NFileVersion" in text and re.search(rf"\b{word[0]}\b", text)]
+    return named + [m.group(1, 2, 3) for m in GATE.finditer(text)]
+
+
 for folder, name in (("src/io/dem", "legacy.md"), ("src/io/hdf5", "hdf5.md")):
     text = page(name)
     sources = sorted((root / folder).rglob("*.cpp")) + sorted((root / folder).rglob("*.h"))
-    gates = {(m.group(1, 2, 3), source)
-             for source in sources for m in GATE.finditer(source.read_text(encoding="utf-8"))}
+    gates = {(version, source) for source in sources for version in versions(source)}
     assert len(gates) > 5, folder
     for gate, source in sorted(gates):
         version = ".".join(gate)

@@ -12,7 +12,6 @@
 #include "support/settings_file.h"
 #include "support/temp_folder.h"
 
-#include <QDataStream>
 #include <gtest/gtest.h>
 
 namespace NBrenmark {
@@ -25,10 +24,10 @@ constexpr qint32 isNotCarried = -3;
 class CNumbers : public ISimulationSettingsEntry
 {
 public:
-    bool read(QDataStream& stream, IProgressController*) override
+    bool read(CVersionedStream& stream, IProgressController*) override
     {
         numbers.clear();
-        version = fileVersionOf(stream);
+        version = stream.fileVersion();
         qint32 count = 0;
         stream >> count;
         if (count == throwsError)
@@ -45,7 +44,7 @@ public:
         setModified(false);
         return true;
     }
-    bool write(QDataStream& stream, IProgressController*) override
+    bool write(CVersionedStream& stream, IProgressController*) override
     {
         ++writes;
         stream << qint32(numbers.size());

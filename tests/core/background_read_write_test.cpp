@@ -6,10 +6,10 @@
 #include "core/progress.h"
 #include "core/read_write.h"
 #include "core/stop_flag.h"
+#include "core/versioned_stream.h"
 #include "support/no_threads.h"
 
 #include <QBuffer>
-#include <QDataStream>
 #include <QThread>
 #include <gtest/gtest.h>
 #include <functional>
@@ -20,8 +20,8 @@ namespace {
 class CTarget : public IReadWrite
 {
 public:
-    bool read(QDataStream&, IProgressController*) override { return onRead(); }
-    bool write(QDataStream&, IProgressController*) override { return onWrite(); }
+    bool read(CVersionedStream&, IProgressController*) override { return onRead(); }
+    bool write(CVersionedStream&, IProgressController*) override { return onWrite(); }
     std::function<bool()> onRead = [] { return true; };
     std::function<bool()> onWrite = [] { return true; };
 };
@@ -44,7 +44,7 @@ protected:
     bool execute(bool isWrite, qint64 timeLimit = CBackgroundReadWriteController::defaultTimeLimit)
     {
         QBuffer buffer;
-        QDataStream stream(&buffer);
+        CVersionedStream stream(&buffer);
         CBackgroundReadWriteController controller(target, stream, isWrite, &progress);
         const bool result = controller.execute(timeLimit);
         errorText = controller.errorText();

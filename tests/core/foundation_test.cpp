@@ -61,23 +61,6 @@ TEST(VersionedStream, writesBigEndianDoublesOfEightBytesAndNullTexts)
     EXPECT_EQ(stream.bytesLeft(), 0);
 }
 
-TEST(VersionedStream, versionIsFoundThroughTheBaseWhileTheStreamLives)
-{
-    QBuffer buffer;
-    const QDataStream plain(&buffer);
-    EXPECT_EQ(fileVersionOf(plain), currentFileVersion());
-    alignas(CVersionedStream) unsigned char place[sizeof(CVersionedStream)];
-    auto* stream = new (place) CVersionedStream(&buffer);
-    const QDataStream& base = *stream;
-    EXPECT_EQ(fileVersionOf(base), currentFileVersion());
-    stream->setFileVersion(makeVersion(3, 0, 15));
-    EXPECT_EQ(fileVersionOf(base), makeVersion(20, 0, 15));
-    stream->~CVersionedStream();
-    const auto* successor = new (place) QDataStream(&buffer); // at the same address, but carries no version
-    EXPECT_EQ(fileVersionOf(*successor), currentFileVersion());
-    successor->~QDataStream();
-}
-
 TEST(Timer, addsUpSpansAndCountsASecondStopFromTheSameStart)
 {
     using namespace std::chrono_literals;

@@ -1,9 +1,9 @@
 // The simulation box, its joined sides, and boxes by two corners.
+#include "core/versioned_stream.h"
 #include "model/bounding_box.h"
 #include "model/domain.h"
 
 #include <QBuffer>
-#include <QDataStream>
 #include <gtest/gtest.h>
 #include <cmath>
 #include <limits>
@@ -151,7 +151,7 @@ TEST(BoundingBox, streamsTheUpperCornerFirst)
 {
     QBuffer buffer;
     buffer.open(QIODevice::ReadWrite);
-    QDataStream stream(&buffer);
+    CVersionedStream stream(&buffer);
     CBoundingBox box(C3DPoint(1, 2, -2), C3DPoint(0.5, -1, 0));
     IReadWrite& stored = box;
     ASSERT_TRUE(stored.write(stream, nullptr));

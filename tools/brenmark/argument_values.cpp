@@ -15,17 +15,15 @@
 
 namespace NBrenmark {
 
-namespace {
-
-CFailure valueFailure(const char* option, const std::string& argument, const std::string& wanted)
+static CFailure valueFailure(const char* option, const std::string& argument, const std::string& wanted)
 {
     return CFailure(eExitUsage, std::string(option) + ": \"" + oneLine(argument) + "\" isn't " + wanted,
                     std::string("Give ") + option + ' ' + wanted + ", or leave it out.");
 }
 
 template <class TValue, size_t number>
-TValue wordFrom(const char* option, const std::string& argument,
-                const std::array<std::pair<const char*, TValue>, number>& words)
+static TValue wordFrom(const char* option, const std::string& argument,
+                       const std::array<std::pair<const char*, TValue>, number>& words)
 {
     std::string all;
     for (size_t i = 0; i < number; ++i) {
@@ -35,8 +33,6 @@ TValue wordFrom(const char* option, const std::string& argument,
     }
     throw valueFailure(option, argument, all);
 }
-
-} // namespace
 
 QString pathFrom(const std::string& argument)
 {

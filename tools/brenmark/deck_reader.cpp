@@ -11,10 +11,8 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// What to try instead of a path that is no deck.
-std::string advice(const QString& path)
+static std::string advice(const QString& path)
 {
     const QString deck = stripDeckSuffix(path) + NDeckFile::demSuffix;
     if (deck != path && detectFormat(deck) != eFormatUnknown)
@@ -28,7 +26,7 @@ std::string advice(const QString& path)
     return std::string();
 }
 
-CFailure openFailure(int code, const QString& path, const Ledger& messages)
+static CFailure openFailure(int code, const QString& path, const Ledger& messages)
 {
     const std::string name = utf8(path);
     const char* const copyAgain = "Copy the deck again from the archive, with all its files.";
@@ -53,8 +51,6 @@ CFailure openFailure(int code, const QString& path, const Ledger& messages)
     default: return failureFromLog(messages, name, is(eExitSource, "the deck or its settings can't be opened"));
     }
 }
-
-} // namespace
 
 void requireNoPartialDeck(const QString& path)
 {

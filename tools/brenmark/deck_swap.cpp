@@ -4,17 +4,15 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// A numbered file, or one that a killed process left unfinished.
-bool isNumberedFile(const std::string& name)
+static bool isNumberedFile(const std::string& name)
 {
     const size_t digits = name.find_first_not_of("0123456789");
     return digits != 0 && digits != std::string::npos &&
            (name.substr(digits) == ".h5" || name.substr(digits) == ".h5.part");
 }
 
-bool isDeckMember(const std::string& name, const std::string& base)
+static bool isDeckMember(const std::string& name, const std::string& base)
 {
     if (name.compare(0, base.size(), base) != 0)
         return false;
@@ -27,15 +25,13 @@ bool isDeckMember(const std::string& name, const std::string& base)
            rest.find_first_not_of("0123456789", segment.size()) == std::string::npos;
 }
 
-std::string mainFile(const SSwapPlaces& places) { return '/' + places.base + ".dem"; }
+static std::string mainFile(const SSwapPlaces& places) { return '/' + places.base + ".dem"; }
 
-void moveMembers(IDisk& disk, const std::string& from, const std::string& to, const std::string& base)
+static void moveMembers(IDisk& disk, const std::string& from, const std::string& to, const std::string& base)
 {
     for (const std::string& name : deckMembers(disk, from, base))
         disk.rename(inFolder(from, name), inFolder(to, name));
 }
-
-} // namespace
 
 std::string inFolder(const std::string& folder, const std::string& name) { return (folder + '/').append(name); }
 

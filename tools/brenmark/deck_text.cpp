@@ -12,10 +12,8 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// The companion file as an array of bytes: its content isn't interpreted, but it goes along.
-void companionText(CTextOutput& out, const QString& path)
+static void companionText(CTextOutput& out, const QString& path)
 {
     QFile file(path);
     if (!file.exists())
@@ -27,8 +25,6 @@ void companionText(CTextOutput& out, const QString& path)
         throw CFailure(eExitSource, utf8(path) + ": can't be read: " + utf8(file.errorString()),
                        "Copy the file again from the archive.");
 }
-
-} // namespace
 
 std::string modelRoot(quint32 firstTimestep)
 {

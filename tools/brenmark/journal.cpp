@@ -14,14 +14,12 @@ namespace NBrenmark {
 const char* const journalName = "conversion.json";
 const char* const newJournalName = "conversion.json.new";
 
-namespace {
+static constexpr int journalForm = 1;
+static constexpr qint64 longestJournal = 1 << 28; // bytes
 
-constexpr int journalForm = 1;
-constexpr qint64 longestJournal = 1 << 28; // bytes
+static const char* const stateNames[] = {"converting", "complete", "replacing", "placing"};
 
-const char* const stateNames[] = {"converting", "complete", "replacing", "placing"};
-
-Json recordObject(const SLogRecord& record)
+static Json recordObject(const SLogRecord& record)
 {
     const SDataPlace& place = record.place;
     return {{"level", static_cast<quint32>(record.level)},
@@ -38,7 +36,7 @@ Json recordObject(const SLogRecord& record)
 
 /// A number of an enumeration. \throws std::out_of_range  none of its own
 template <class TEnum>
-TEnum enumOf(const Json& value, TEnum last)
+static TEnum enumOf(const Json& value, TEnum last)
 {
     const int number = value.get<int>();
     if (number < 0 || number > static_cast<int>(last))
@@ -46,7 +44,7 @@ TEnum enumOf(const Json& value, TEnum last)
     return static_cast<TEnum>(number);
 }
 
-SLogRecord recordOf(const Json& object)
+static SLogRecord recordOf(const Json& object)
 {
     SLogRecord record;
     record.level = enumOf(object.at("level"), eError);
@@ -64,14 +62,14 @@ SLogRecord recordOf(const Json& object)
 }
 
 /// Paths are kept as the bytes that the file system has, which need not be UTF-8.
-std::string hexOf(const QString& path) { return QFile::encodeName(path).toHex().toStdString(); }
+static std::string hexOf(const QString& path) { return QFile::encodeName(path).toHex().toStdString(); }
 
-QString pathOf(const Json& value)
+static QString pathOf(const Json& value)
 {
     return QFile::decodeName(QByteArray::fromHex(QByteArray::fromStdString(value.get<std::string>())));
 }
 
-Json objectOf(const SJournal& journal)
+static Json objectOf(const SJournal& journal)
 {
     Json files = Json::array();
     for (const SFileState& file : journal.sourceFiles)
@@ -96,7 +94,7 @@ Json objectOf(const SJournal& journal)
             {"ledger", ledger}};
 }
 
-SJournal journalOf(const Json& object)
+static SJournal journalOf(const Json& object)
 {
     if (object.at("form").get<int>() != journalForm)
         throw std::runtime_error("it was written by another version of brenmark");
@@ -120,8 +118,6 @@ SJournal journalOf(const Json& object)
         journal.ledger.push_back(recordOf(record));
     return journal;
 }
-
-} // namespace
 
 void writeJournal(IDisk& disk, const std::string& folder, const SJournal& journal)
 {

@@ -22,11 +22,9 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// Paths come in the encoding of the locale. The C locale has none beyond ASCII: there they are
 /// taken as UTF-8, or a deck with an umlaut in its name could not be opened from a bare script.
-void chooseEncoding()
+static void chooseEncoding()
 {
     std::setlocale(LC_CTYPE, "");
     if (std::strcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0)
@@ -35,7 +33,7 @@ void chooseEncoding()
 
 /// Some functions of the libraries below let nothing through, too little memory included: the program ends there, but
 /// with the status and text that say so. Nothing here takes memory.
-void endWithStatus()
+static void endWithStatus()
 {
     bool isMemory = false;
     try {
@@ -54,7 +52,7 @@ void endWithStatus()
 }
 
 /// Runs the command and reports what stopped it.
-EExitCode runAndTell(int argumentCount, char** arguments)
+static EExitCode runAndTell(int argumentCount, char** arguments)
 {
     const auto end = [&](const CFailure& failure) {
         printFailure(failure);
@@ -88,8 +86,6 @@ EExitCode runAndTell(int argumentCount, char** arguments)
             CFailure(eExitDifferent, error.what(), "This shouldn't happen; the source is untouched.", eCauseInternal));
     }
 }
-
-} // namespace
 
 } // namespace NBrenmark
 

@@ -10,15 +10,13 @@
 
 namespace NBrenmark {
 
-namespace {
+static constexpr std::chrono::milliseconds betweenBars(200);
+static constexpr std::chrono::milliseconds betweenLines(1000);
 
-constexpr std::chrono::milliseconds betweenBars(200);
-constexpr std::chrono::milliseconds betweenLines(1000);
-
-EProgressForm formWanted = eProgressAuto;
+static EProgressForm formWanted = eProgressAuto;
 
 /// Bytes that this process has read and written, as Linux counts them; 0 where nothing does.
-double processTraffic()
+static double processTraffic()
 {
     const int file = ::open("/proc/self/io", O_RDONLY | O_CLOEXEC);
     if (file < 0)
@@ -31,7 +29,7 @@ double processTraffic()
     return isKnown ? static_cast<double>(read) + static_cast<double>(written) : 0.0;
 }
 
-EProgressForm formFor(bool quiet, EProgressElsewhere elsewhere)
+static EProgressForm formFor(bool quiet, EProgressElsewhere elsewhere)
 {
     if (quiet)
         return eProgressNone;
@@ -39,8 +37,6 @@ EProgressForm formFor(bool quiet, EProgressElsewhere elsewhere)
         return formWanted;
     return errorIsTerminal() ? eProgressBar : elsewhere == eLinesElsewhere ? eProgressPlain : eProgressNone;
 }
-
-} // namespace
 
 void chooseProgress(EProgressForm wanted) { formWanted = wanted; }
 

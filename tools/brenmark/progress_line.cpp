@@ -8,33 +8,29 @@
 
 namespace NBrenmark {
 
-namespace {
+static constexpr int widestBar = 40; // cells; a wider one shows no more
 
-constexpr int widestBar = 40; // cells; a wider one shows no more
-
-double shareDone(const SProgressState& state)
+static double shareDone(const SProgressState& state)
 {
     return state.bytesTotal > 0.0 ? std::clamp(state.bytesDone / state.bytesTotal, 0.0, 1.0) : 0.0;
 }
 
-std::string percentText(const SProgressState& state)
+static std::string percentText(const SProgressState& state)
 {
     return std::to_string(static_cast<int>(100.0 * shareDone(state))) + " %";
 }
 
-std::string leftText(const SProgressState& state)
+static std::string leftText(const SProgressState& state)
 {
     return state.secondsLeft && state.finished < state.timesteps ? ", " + durationText(*state.secondsLeft) + " left"
                                                                  : std::string();
 }
 
-std::string rateText(const SProgressState& state)
+static std::string rateText(const SProgressState& state)
 {
     return (state.bytesPerSecond > 0.0 ? ", " + sizeText(state.bytesPerSecond) + "/s" : std::string()) +
            leftText(state);
 }
-
-} // namespace
 
 std::string progressBar(const SProgressState& state, int columns, bool hasColour)
 {

@@ -9,16 +9,12 @@
 
 namespace NBrenmark {
 
-namespace {
-
-double segmentSize(const QString& path, quint32 segment)
+static double segmentSize(const QString& path, quint32 segment)
 {
     const QString main = stripDeckSuffix(path) + NDeckFile::demSuffix;
     return static_cast<double>(
         QFileInfo(segment == 0 ? main : main + NDeckFile::segmentInfix + QString::number(segment)).size());
 }
-
-} // namespace
 
 std::vector<double> timestepSizes(const CDeckReader& reader, const QString& path)
 {

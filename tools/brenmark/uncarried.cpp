@@ -7,10 +7,8 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// Charges that aren't custom properties, and what old contacts held beside their rows.
-bool isLegacyArray(const SDifference& difference)
+static bool isLegacyArray(const SDifference& difference)
 {
     static const std::regex places(
         "(timestep/[0-9]+|creator(@[0-9]+)?)/("
@@ -22,7 +20,7 @@ bool isLegacyArray(const SDifference& difference)
 }
 
 /// The numbers of a text, and what is between them.
-std::vector<std::string> tokens(const std::string& text)
+static std::vector<std::string> tokens(const std::string& text)
 {
     static const std::regex number("[-+]?[0-9.]+([eE][-+]?[0-9]+)?");
     std::vector<std::string> found;
@@ -37,7 +35,7 @@ std::vector<std::string> tokens(const std::string& text)
 }
 
 /// Whether a number became another one only because a configuration file has six digits for it.
-bool isRounded(const std::string& source, const std::string& converted)
+static bool isRounded(const std::string& source, const std::string& converted)
 {
     double from = 0.0, to = 0.0, shortest = 0.0, fixed = 0.0;
     return NConfig::parseDouble(source, from) && NConfig::parseDouble(converted, to) &&
@@ -45,7 +43,7 @@ bool isRounded(const std::string& source, const std::string& converted)
            NConfig::parseDouble(NConfig::fixedText(from), fixed) && (to == shortest || to == fixed);
 }
 
-bool isRoundedValue(const SDifference& difference)
+static bool isRoundedValue(const SDifference& difference)
 {
     if (difference.place.compare(0, std::strlen("deck/configuration/"), "deck/configuration/") != 0 ||
         difference.kind != eOtherValue || difference.source.find("STRING") != std::string::npos)
@@ -59,8 +57,6 @@ bool isRoundedValue(const SDifference& difference)
             return false;
     return true;
 }
-
-} // namespace
 
 bool hasNoPlace(const SDifference& difference) { return isLegacyArray(difference) || isRoundedValue(difference); }
 

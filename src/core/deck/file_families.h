@@ -15,6 +15,8 @@ namespace NBrenmark {
 class CDemDataStream;
 class CSimulation;
 class CSimulationData;
+class CVersionedStream;
+class GeometryGroups;
 class IFileFormatManager;
 struct SSaveOptions;
 
@@ -26,6 +28,11 @@ std::unique_ptr<IFileFormatManager> makeManager(CSimulation& simulation);
 /// that is neither a creator model nor a timestep is left alone.
 void readObject(CDemDataStream& stream, CSimulationData& object);
 void writeObject(CDemDataStream& stream, CSimulationData& object);
+/// Geometry that a selection keeps for itself in the settings file: groups in the form of creator data, bound to no
+/// properties of the deck.
+/// \throws std::exception  what follows isn't geometry
+std::shared_ptr<GeometryGroups> readOwnGeometry(CVersionedStream& stream);
+void writeOwnGeometry(CVersionedStream& stream, const GeometryGroups& groups);
 } // namespace NLegacyFamily
 
 namespace NHdf5Family {

@@ -5,11 +5,7 @@
 
 namespace NBrenmark {
 
-namespace {
-
-constexpr quint32 writtenEdition = 1;
-
-} // namespace
+static constexpr quint32 writtenEdition = 1;
 
 IFileFormatManager::IFileFormatManager(CSimulation& simulation)
     : writeOptions(simulation.writeOptions),

@@ -17,14 +17,10 @@
 
 namespace NBrenmark {
 
-namespace {
+static constexpr qint64 longestReadMs = 1200000; // 20 minutes
+static constexpr std::chrono::milliseconds readPoll(1000);
 
-constexpr qint64 longestReadMs = 1200000; // 20 minutes
-constexpr std::chrono::milliseconds readPoll(1000);
-
-CSimDataSerialiser* serialiserAtWork = nullptr;
-
-} // namespace
+static CSimDataSerialiser* serialiserAtWork = nullptr;
 
 CSimDataSerialiser* currentSerialiser() { return serialiserAtWork; }
 

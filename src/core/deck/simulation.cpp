@@ -14,12 +14,8 @@
 
 namespace NBrenmark {
 
-namespace {
-
 // A missing property file is no failure: the bit of that answer.
-constexpr int noPropertyFile = 2;
-
-} // namespace
+static constexpr int noPropertyFile = 2;
 
 CSimulation::CSimulation() : configuration(std::make_unique<NConfig::CConfigManager>()) {}
 

@@ -12,20 +12,16 @@
 
 namespace NBrenmark {
 
-namespace {
-
-constexpr std::size_t windowBytes = 0x40000;
-constexpr std::size_t pieceBytes = 0x100000;
+static constexpr std::size_t windowBytes = 0x40000;
+static constexpr std::size_t pieceBytes = 0x100000;
 
 /// Whether a zlib stream may begin here: deflate with a window of 32 kB, no dictionary, and the check of both bytes.
-bool isHeader(const char* bytes)
+static bool isHeader(const char* bytes)
 {
     const unsigned first = static_cast<unsigned char>(bytes[0]);
     const unsigned second = static_cast<unsigned char>(bytes[1]);
     return first == 0x78 && (second & 0x20) == 0 && (first * 256 + second) % 31 == 0;
 }
-
-} // namespace
 
 /// Bytes of a file by their place, a window of them at a time.
 class CInflateAhead::CFileWindow

@@ -1,9 +1,7 @@
 // The geometry that a selection keeps in the settings file has the form of a creator block, which is known in this
 // folder alone.
-#include "analysis/own_geometry.h"
-
 #include "core/data_place.h"
-#include "core/versioned_stream.h"
+#include "core/deck/file_families.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "model/geometry_groups.h"
@@ -31,12 +29,12 @@ private:
     const quint32 next = GeometryGroups::nextUniqueId();
 };
 
-std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream)
+std::shared_ptr<GeometryGroups> NLegacyFamily::readOwnGeometry(CVersionedStream& stream)
 {
     const CUnmovedIds ids;
     CDemDataStream own(stream.device(), withoutProperties());
-    own.setFileVersion(fileVersionOf(stream));
-    own.setLimit(blockEndOf(stream));
+    own.setFileVersion(stream.fileVersion());
+    own.setLimit(stream.limit());
     SDataPlace place = placeAtWork();
     place.object = "geometry of a selection";
     const CPlaceScope scope(place);
@@ -46,7 +44,7 @@ std::shared_ptr<GeometryGroups> readOwnGeometry(QDataStream& stream)
     return groups;
 }
 
-void writeOwnGeometry(QDataStream& stream, const GeometryGroups& groups)
+void NLegacyFamily::writeOwnGeometry(CVersionedStream& stream, const GeometryGroups& groups)
 {
     CDemDataStream own(stream.device(), withoutProperties());
     CDemCreatorDataWriter writer(own);

@@ -15,13 +15,11 @@
 
 namespace NBrenmark {
 
-namespace {
+static constexpr hsize_t leastChunked = 256;
+static constexpr hsize_t mostChunkValues = 250000;
+static constexpr unsigned deflateLevel = 6;
 
-constexpr hsize_t leastChunked = 256;
-constexpr hsize_t mostChunkValues = 250000;
-constexpr unsigned deflateLevel = 6;
-
-int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
+static int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
 {
     dimensions[0] = shape.rows;
     dimensions[1] = shape.columns;
@@ -29,7 +27,7 @@ int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
 }
 
 /// Leaves the values to the queue that is at work, or writes them through one of their own.
-void deflate(H5::DataSet dataset, const void* data, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
+static void deflate(H5::DataSet dataset, const void* data, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
 {
     if (CChunkQueue* const queue = CChunkQueue::current()) {
         queue->add(std::move(dataset), data, rows, rowBytes, chunkRows);
@@ -39,8 +37,6 @@ void deflate(H5::DataSet dataset, const void* data, hsize_t rows, hsize_t rowByt
     queue.add(std::move(dataset), data, rows, rowBytes, chunkRows);
     queue.finish();
 }
-
-} // namespace
 
 SArrayLayout arrayLayout(hsize_t count, hsize_t columns, bool compress)
 {

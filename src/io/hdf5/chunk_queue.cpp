@@ -9,14 +9,12 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// Twelve chunks of the greatest size. It decides where chunks lie in a file, and so must not depend on the machine.
-constexpr std::size_t mostWaitingBytes = std::size_t(12) * 250000 * 8;
+static constexpr std::size_t mostWaitingBytes = std::size_t(12) * 250000 * 8;
 /// Less is deflated in the time that another thread needs to hear of it.
-constexpr std::size_t leastShared = 0x4000;
+static constexpr std::size_t leastShared = 0x4000;
 
-thread_local CChunkQueue* queueOfThread = nullptr;
+static thread_local CChunkQueue* queueOfThread = nullptr;
 
 [[noreturn]] void failAt(const H5::DataSet& dataset, const std::string& what)
 {
@@ -27,8 +25,6 @@ thread_local CChunkQueue* queueOfThread = nullptr;
     const std::string folder = slash == std::string::npos || slash == 0 ? "/" : path.substr(0, slash);
     throw hdf5_error(folder + ", dataset \"" + path.substr(slash + 1) + "\": " + what);
 }
-
-} // namespace
 
 CChunkQueue::CChunkQueue() : before(std::exchange(queueOfThread, this)) {}
 

@@ -2,28 +2,25 @@
 // through it.
 #include "io/hdf5/error_text.h"
 
-#include <QMutex>
-
 #include <H5Cpp.h>
 
 #include <atomic>
 #include <exception>
+#include <mutex>
 
 namespace NBrenmark {
 
-namespace {
+static std::mutex textLock;
 
-QMutex textLock;
-
-QString& text()
+static QString& text()
 {
     static QString* const last = new QString; // outlives HDF5, which may still fail when the process ends
     return *last;
 }
 
-std::atomic<bool> outOfMemory{false};
+static std::atomic<bool> outOfMemory{false};
 
-herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) noexcept
+static herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) noexcept
 {
     if (error->maj_num == H5E_RESOURCE && error->min_num == H5E_NOSPACE)
         outOfMemory = true;
@@ -39,10 +36,10 @@ herr_t takeInnermost(unsigned record, const H5E_error2_t* error, void* target) n
 }
 
 /// HDF5 calls this and holds its lock meanwhile: an exception that passed through would leave it locked for ever.
-herr_t keepErrorText(hid_t stack, void* target) noexcept
+static herr_t keepErrorText(hid_t stack, void* target) noexcept
 {
     try {
-        const QMutexLocker locker(&textLock);
+        const std::lock_guard<std::mutex> guard(textLock);
         outOfMemory = false;
         static_cast<QString*>(target)->clear();
         return H5Ewalk2(stack, H5E_WALK_UPWARD, takeInnermost, target);
@@ -53,8 +50,6 @@ herr_t keepErrorText(hid_t stack, void* target) noexcept
     }
 }
 
-} // namespace
-
 void catchHdf5Errors()
 {
     H5E_auto2_t keep = keepErrorText;
@@ -63,7 +58,7 @@ void catchHdf5Errors()
 
 QString lastHdf5Error()
 {
-    const QMutexLocker locker(&textLock);
+    const std::lock_guard<std::mutex> guard(textLock);
     return text();
 }
 
@@ -72,7 +67,7 @@ bool lastHdf5ErrorWasMemory() { return outOfMemory; }
 void clearLastHdf5Error()
 {
     outOfMemory = false;
-    const QMutexLocker locker(&textLock);
+    const std::lock_guard<std::mutex> guard(textLock);
     text().clear();
 }
 

@@ -22,9 +22,7 @@ namespace NBrenmark {
 
 // ---------------------------------------------------------------- subset
 
-namespace {
-
-void moveCreator(H5::H5File& copy, quint32 from, quint32 to)
+static void moveCreator(H5::H5File& copy, quint32 from, quint32 to)
 {
     if (from == to)
         return;
@@ -33,7 +31,7 @@ void moveCreator(H5::H5File& copy, quint32 from, quint32 to)
 }
 
 /// Brings a creator model into a file whose timestep uses it, from the earlier file that holds it.
-void copyCreator(H5::H5File& holder, quint32 from, H5::H5File& copy, quint32 to)
+static void copyCreator(H5::H5File& holder, quint32 from, H5::H5File& copy, quint32 to)
 {
     const std::string source = creatorGroup + std::to_string(from);
     const std::string target = std::to_string(to);
@@ -50,8 +48,6 @@ void copyCreator(H5::H5File& holder, quint32 from, H5::H5File& copy, quint32 to)
     if (result < 0)
         throw hdf5_error(" Couldn't copy Creator Data across files. (" + std::to_string(from) + " to " + target + ").");
 }
-
-} // namespace
 
 void CHdf5IoManager::copyTimestep(SSubset& subset, quint32 source)
 {

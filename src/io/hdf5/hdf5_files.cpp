@@ -20,23 +20,19 @@
 
 namespace NBrenmark {
 
-namespace {
-
 // Attributes of the header, in file order.
-constexpr const char* firstVersionName = "original file version";
-constexpr const char* lastVersionName = "current file version";
-constexpr const char* countName = "num timesteps";
-constexpr const char* formatName = "file format";
-constexpr const char* editionName = "edition";
+static constexpr const char* firstVersionName = "original file version";
+static constexpr const char* lastVersionName = "current file version";
+static constexpr const char* countName = "num timesteps";
+static constexpr const char* formatName = "file format";
+static constexpr const char* editionName = "edition";
 
-constexpr quint32 onlyFormat = 0;
+static constexpr quint32 onlyFormat = 0;
 
-std::string nativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+static std::string nativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
 /// Ends the process if the HDF5 at run time isn't the one of the headers.
-void checkLibrary() { H5check_version(H5_VERS_MAJOR, H5_VERS_MINOR, H5_VERS_RELEASE); }
-
-} // namespace
+static void checkLibrary() { H5check_version(H5_VERS_MAJOR, H5_VERS_MINOR, H5_VERS_RELEASE); }
 
 // ---------------------------------------------------------------- files
 

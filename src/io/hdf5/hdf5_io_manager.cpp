@@ -26,12 +26,10 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// Takes two chunks of the greatest size that the chunk rule makes.
-constexpr size_t chunkCacheBytes = 0x500000;
+static constexpr size_t chunkCacheBytes = 0x500000;
 
-H5::FileAccPropList makeFileAccess()
+static H5::FileAccPropList makeFileAccess()
 {
     H5::FileAccPropList access;
     int metadataElements = 0; // not used by HDF5 any more
@@ -46,7 +44,7 @@ H5::FileAccPropList makeFileAccess()
 
 /// Runs body with HDF5's errors caught for this thread, and HDF5's exceptions made standard ones.
 template <class TBody>
-void inHdf5(TBody&& body)
+static void inHdf5(TBody&& body)
 {
     catchHdf5Errors();
     requireRoomForHdf5();
@@ -58,11 +56,12 @@ void inHdf5(TBody&& body)
     }
 }
 
-SDataPlace placeIn(const H5::H5File& file) { return NBrenmark::placeIn(QString::fromStdString(file.getFileName())); }
+static SDataPlace placeIn(const H5::H5File& file)
+{
+    return NBrenmark::placeIn(QString::fromStdString(file.getFileName()));
+}
 
-QString nameOf(const H5::H5File& file) { return QString::fromStdString(file.getFileName()); }
-
-} // namespace
+static QString nameOf(const H5::H5File& file) { return QString::fromStdString(file.getFileName()); }
 
 // ---------------------------------------------------------------- the family's doors
 

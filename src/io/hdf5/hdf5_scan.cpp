@@ -14,14 +14,15 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// A file with this number or a greater one is no timestep's: each number below takes memory and time, whether it has a
 /// file or not, and a name must not cost minutes. A deck may have lost all but one file in 64, and any that is small.
-constexpr quint32 mostTimesteps(int files) { return 20000 + 64 * static_cast<quint32>(std::min(files, 1 << 20)); }
+static constexpr quint32 mostTimesteps(int files)
+{
+    return 20000 + 64 * static_cast<quint32>(std::min(files, 1 << 20));
+}
 
 /// The folder wins over the header, but a file that is gone is somebody's loss.
-void tellOfCount(quint32 found, quint32 expected, const QString& folder)
+static void tellOfCount(quint32 found, quint32 expected, const QString& folder)
 {
     const auto plural = [](bool isPlural) { return QString(isPlural ? "s" : ""); };
     const QString text =
@@ -35,15 +36,13 @@ void tellOfCount(quint32 found, quint32 expected, const QString& folder)
 }
 
 /// One message, however many there are: a stray file with a great number opens a gap of millions.
-void tellOfGap(quint32 first, quint32 last, const QString& folder)
+static void tellOfGap(quint32 first, quint32 last, const QString& folder)
 {
     const std::string which = first == last
                                   ? "Timestep " + std::to_string(first) + " has"
                                   : "Timesteps " + std::to_string(first) + " to " + std::to_string(last) + " have";
     report(eRemark, NLogTitle::hdf5Read, which + " no file in " + folder.toStdString() + ".");
 }
-
-} // namespace
 
 bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
 {

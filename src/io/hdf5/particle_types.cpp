@@ -17,10 +17,8 @@ namespace NBrenmark {
 
 using HDF5DATATYPES::SSphereType;
 
-namespace {
-
 template <class TForm, class TType>
-void definitionForm(TForm& f, TType& t)
+static void definitionForm(TForm& f, TType& t)
 {
     f.attribute("material name", t.materialName);
     if (f.since(30, 0, 6)) {
@@ -37,7 +35,7 @@ void definitionForm(TForm& f, TType& t)
 
 /// The arrays of a type, each with its bit in the stored-fields word.
 template <class TForm, class TType, class TTimes>
-void particlesForm(TForm& f, TType& t, TTimes& creationTime, quint32 fields)
+static void particlesForm(TForm& f, TType& t, TTimes& creationTime, quint32 fields)
 {
     const auto has = [fields](quint32 field) { return (fields & field) != 0; };
     f.rows("ids", t.ids, has(eIds));                                                   // below 1: a free slot
@@ -54,7 +52,7 @@ void particlesForm(TForm& f, TType& t, TTimes& creationTime, quint32 fields)
 
 /// Runs check(name, rows) for each array that the word names.
 template <class TCheck>
-void forEachArray(const CParticleType& t, quint32 fields, TCheck&& check)
+static void forEachArray(const CParticleType& t, quint32 fields, TCheck&& check)
 {
     const auto checkIf = [&](quint32 field, const char* name, std::size_t rows) {
         if ((fields & field) != 0)
@@ -73,7 +71,7 @@ void forEachArray(const CParticleType& t, quint32 fields, TCheck&& check)
 }
 
 /// All arrays of a type have one length, or its slots mean nothing.
-quint32 commonLength(const CParticleType& t, quint32 fields)
+static quint32 commonLength(const CParticleType& t, quint32 fields)
 {
     const char* firstName = nullptr;
     std::size_t length = 0;
@@ -90,7 +88,7 @@ quint32 commonLength(const CParticleType& t, quint32 fields)
 }
 
 /// Charges have a place in this family only as custom properties of these names.
-void noteLostCharges(const CParticleType& t)
+static void noteLostCharges(const CParticleType& t)
 {
     const CCustomPropertyManager* const manager = t.customProperties.manager();
     const auto noteUnless = [&](const char* property, const char* what, std::size_t values) {
@@ -100,8 +98,6 @@ void noteLostCharges(const CParticleType& t)
     noteUnless("Charge", "charges of particles", t.electrostatic.charge.size());
     noteUnless("Electrostatic Force", "electrostatic forces on particles", t.electrostatic.electrostaticForce.size());
 }
-
-} // namespace
 
 // ---------------------------------------------------------------- one type
 

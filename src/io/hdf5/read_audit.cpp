@@ -11,18 +11,16 @@
 
 namespace NBrenmark {
 
-namespace {
+static thread_local CReadAudit* audit = nullptr;
 
-thread_local CReadAudit* audit = nullptr;
-
-std::string withoutSlashes(std::string path)
+static std::string withoutSlashes(std::string path)
 {
     while (path.size() > 1 && path.back() == '/')
         path.pop_back();
     return path;
 }
 
-std::string pathOf(const H5::H5Location& location)
+static std::string pathOf(const H5::H5Location& location)
 {
     const auto length = H5Iget_name(location.getId(), nullptr, 0);
     if (length <= 0)
@@ -32,14 +30,17 @@ std::string pathOf(const H5::H5Location& location)
     return withoutSlashes(path);
 }
 
-std::string joined(const std::string& group, const std::string& name)
+static std::string joined(const std::string& group, const std::string& name)
 {
     return withoutSlashes((group == "/" ? "" : group) + '/' + name);
 }
 
-void tell(const std::string& what) { report(eLost, NLogTitle::hdf5Read, what + " is there, and no reader knows it."); }
+static void tell(const std::string& what)
+{
+    report(eLost, NLogTitle::hdf5Read, what + " is there, and no reader knows it.");
+}
 
-std::vector<std::string> attributesOf(const H5::H5Object& object)
+static std::vector<std::string> attributesOf(const H5::H5Object& object)
 {
     std::vector<std::string> names;
     for (int i = 0; i < object.getNumAttrs(); ++i)
@@ -47,7 +48,7 @@ std::vector<std::string> attributesOf(const H5::H5Object& object)
     return names;
 }
 
-std::vector<std::string> childrenOf(const H5::Group& group)
+static std::vector<std::string> childrenOf(const H5::Group& group)
 {
     std::vector<std::string> names;
     for (hsize_t i = 0; i < group.getNumObjs(); ++i)
@@ -55,11 +56,11 @@ std::vector<std::string> childrenOf(const H5::Group& group)
     return names;
 }
 
-std::string inQuotes(const std::string& name) { return '"' + shortened(name) + '"'; }
+static std::string inQuotes(const std::string& name) { return '"' + shortened(name) + '"'; }
 
 /// Tells the children and attributes of a group that aren't among the expected ones.
-void tellOthers(const H5::Group& group, const std::string& path, const std::set<std::string>& children,
-                const std::set<std::string>& attributes)
+static void tellOthers(const H5::Group& group, const std::string& path, const std::set<std::string>& children,
+                       const std::set<std::string>& attributes)
 {
     for (const std::string& name : attributesOf(group))
         if (attributes.count(name) == 0)
@@ -68,8 +69,6 @@ void tellOthers(const H5::Group& group, const std::string& path, const std::set<
         if (children.count(name) == 0)
             tell("The object " + shortened(joined(path, name)));
 }
-
-} // namespace
 
 CReadAudit::CReadAudit(bool isWanted) : isWanted(isWanted)
 {

@@ -17,12 +17,10 @@ namespace NBrenmark {
 
 using H5::PredType;
 
-namespace {
-
 // ---------------------------------------------------------------- attributes
 
-void writeAs(const std::string& name, const H5::DataType& type, const H5::DataSpace& space, const void* value,
-             H5::H5Object& location)
+static void writeAs(const std::string& name, const H5::DataType& type, const H5::DataSpace& space, const void* value,
+                    H5::H5Object& location)
 {
     try {
         closed(location.createAttribute(name, type, space),
@@ -33,12 +31,12 @@ void writeAs(const std::string& name, const H5::DataType& type, const H5::DataSp
     }
 }
 
-void writeScalar(const std::string& name, const H5::DataType& type, const void* value, H5::H5Object& location)
+static void writeScalar(const std::string& name, const H5::DataType& type, const void* value, H5::H5Object& location)
 {
     closed(H5::DataSpace(H5S_SCALAR), [&](H5::DataSpace& space) { writeAs(name, type, space, value, location); });
 }
 
-void rewriteScalar(const std::string& name, const H5::DataType& type, const void* value, H5::H5Object& location)
+static void rewriteScalar(const std::string& name, const H5::DataType& type, const void* value, H5::H5Object& location)
 {
     try {
         closed(location.openAttribute(name), [&](H5::Attribute& attribute) {
@@ -54,7 +52,8 @@ void rewriteScalar(const std::string& name, const H5::DataType& type, const void
 
 /// \param allocate  is given the number of values and gives the place for them
 template <class TAllocate>
-void readValues(const std::string& name, const H5::DataType& type, const H5::H5Object& location, TAllocate&& allocate)
+static void readValues(const std::string& name, const H5::DataType& type, const H5::H5Object& location,
+                       TAllocate&& allocate)
 {
     try {
         CReadAudit::askedForAttribute(location, name);
@@ -71,7 +70,7 @@ void readValues(const std::string& name, const H5::DataType& type, const H5::H5O
     }
 }
 
-void readScalar(const std::string& name, const H5::DataType& type, void* value, const H5::H5Object& location)
+static void readScalar(const std::string& name, const H5::DataType& type, void* value, const H5::H5Object& location)
 {
     readValues(name, type, location, [&](hssize_t points) {
         if (points != 1)
@@ -80,24 +79,24 @@ void readScalar(const std::string& name, const H5::DataType& type, void* value, 
     });
 }
 
-H5::ArrayType rowOfDoubles(hsize_t count) { return H5::ArrayType(PredType::NATIVE_DOUBLE, 1, &count); }
+static H5::ArrayType rowOfDoubles(hsize_t count) { return H5::ArrayType(PredType::NATIVE_DOUBLE, 1, &count); }
 
-H5::ArrayType squareOfDoubles(hsize_t side)
+static H5::ArrayType squareOfDoubles(hsize_t side)
 {
     const hsize_t sides[] = {side, side};
     return H5::ArrayType(PredType::NATIVE_DOUBLE, 2, sides);
 }
 
-void writeArrayAttribute(const std::string& name, const H5::ArrayType& type, const double* values,
-                         H5::H5Object& location)
+static void writeArrayAttribute(const std::string& name, const H5::ArrayType& type, const double* values,
+                                H5::H5Object& location)
 {
     closed(H5::ArrayType(type), [&](H5::ArrayType& array) { writeScalar(name, array, values, location); });
 }
 
 // ---------------------------------------------------------------- datasets
 
-void writeData(const std::string& name, const H5::DataType& type, const H5::DataSpace& space, const void* value,
-               H5::H5Location& location)
+static void writeData(const std::string& name, const H5::DataType& type, const H5::DataSpace& space, const void* value,
+                      H5::H5Location& location)
 {
     try {
         closed(location.createDataSet(name, type, space), [&](H5::DataSet& dataset) {
@@ -111,7 +110,7 @@ void writeData(const std::string& name, const H5::DataType& type, const H5::Data
 }
 
 template <class TType>
-void writeScalarData(const std::string& name, TType type, const void* value, H5::H5Location& location)
+static void writeScalarData(const std::string& name, TType type, const void* value, H5::H5Location& location)
 {
     closed(std::move(type), [&](TType& memory) {
         closed(H5::DataSpace(H5S_SCALAR),
@@ -120,8 +119,8 @@ void writeScalarData(const std::string& name, TType type, const void* value, H5:
 }
 
 /// A file's compound may have its members in other places, but must have them.
-void checkMembers(const std::string& name, const H5::CompType& wanted, const H5::DataSet& dataset,
-                  const H5::H5Location& location)
+static void checkMembers(const std::string& name, const H5::CompType& wanted, const H5::DataSet& dataset,
+                         const H5::H5Location& location)
 {
     if (dataset.getTypeClass() != H5T_COMPOUND)
         throwAt(location, "dataset", name, "isn't a table of records");
@@ -133,7 +132,7 @@ void checkMembers(const std::string& name, const H5::CompType& wanted, const H5:
     }
 }
 
-void readRecord(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location)
+static void readRecord(const std::string& name, const H5::CompType& type, void* record, const H5::H5Location& location)
 {
     try {
         CReadAudit::askedForObject(location, name);
@@ -151,7 +150,7 @@ void readRecord(const std::string& name, const H5::CompType& type, void* record,
 }
 
 /// Texts of variable length end at a zero byte. What follows one is lost, and reported.
-std::string storableText(const std::string& name, const std::string& text)
+static std::string storableText(const std::string& name, const std::string& text)
 {
     const std::size_t end = text.find('\0');
     if (end == std::string::npos)
@@ -162,10 +161,10 @@ std::string storableText(const std::string& name, const std::string& text)
     return text.substr(0, end);
 }
 
-H5::StrType variableText() { return H5::StrType(PredType::C_S1, H5T_VARIABLE); }
+static H5::StrType variableText() { return H5::StrType(PredType::C_S1, H5T_VARIABLE); }
 
 /// The texts of a dataset of variable-length texts, of any rank.
-std::vector<std::string> readTexts(const std::string& name, const H5::H5Location& location)
+static std::vector<std::string> readTexts(const std::string& name, const H5::H5Location& location)
 {
     std::vector<std::string> texts;
     try {
@@ -190,8 +189,6 @@ std::vector<std::string> readTexts(const std::string& name, const H5::H5Location
     }
     return texts;
 }
-
-} // namespace
 
 // ---------------------------------------------------------------- attributes
 

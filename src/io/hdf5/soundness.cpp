@@ -15,22 +15,20 @@
 
 namespace NBrenmark {
 
-namespace {
-
 // ---------------------------------------------------------------- types
 
-bool isSound(hid_t type);
+static bool isSound(hid_t type);
 
-constexpr std::size_t mostNumberBytes = 16;
+static constexpr std::size_t mostNumberBytes = 16;
 
-bool isSoundNumber(hid_t type)
+static bool isSoundNumber(hid_t type)
 {
     const std::size_t bits = 8 * H5Tget_size(type);
     return bits <= 8 * mostNumberBytes && H5Tget_precision(type) > 0 &&
            static_cast<std::size_t>(H5Tget_offset(type)) + H5Tget_precision(type) <= bits;
 }
 
-bool isSoundFloat(hid_t type)
+static bool isSoundFloat(hid_t type)
 {
     std::size_t sign = 0;
     std::size_t exponent = 0;
@@ -44,7 +42,7 @@ bool isSoundFloat(hid_t type)
            mantissa + mantissaBits <= bits;
 }
 
-bool isSoundArray(hid_t type)
+static bool isSoundArray(hid_t type)
 {
     const int rank = H5Tget_array_ndims(type);
     if (rank < 1 || rank > H5S_MAX_RANK)
@@ -60,7 +58,7 @@ bool isSoundArray(hid_t type)
     return sound;
 }
 
-bool isSoundCompound(hid_t type)
+static bool isSoundCompound(hid_t type)
 {
     const int members = H5Tget_nmembers(type);
     bool sound = members > 0;
@@ -75,7 +73,7 @@ bool isSoundCompound(hid_t type)
 }
 
 /// Whether the sizes inside a type agree. Types of other classes are nowhere in a deck.
-bool isSound(hid_t type)
+static bool isSound(hid_t type)
 {
     switch (H5Tget_class(type)) {
     case H5T_INTEGER: return isSoundNumber(type);
@@ -87,27 +85,27 @@ bool isSound(hid_t type)
     }
 }
 
-constexpr const char* unsoundType = "is of a type that no deck has";
+static constexpr const char* unsoundType = "is of a type that no deck has";
 
 // ---------------------------------------------------------------- extents
 
 /// The most that a byte of a deflate stream can stand for.
-constexpr hsize_t mostInflation = 1032;
+static constexpr hsize_t mostInflation = 1032;
 /// A chunk of a foreign file may be greater than what it is inflated from lets expect, but not by any number.
-constexpr hsize_t largestOddChunk = hsize_t(64) << 20;
+static constexpr hsize_t largestOddChunk = hsize_t(64) << 20;
 
-hsize_t saturatedProduct(hsize_t a, hsize_t b)
+static hsize_t saturatedProduct(hsize_t a, hsize_t b)
 {
     constexpr hsize_t most = std::numeric_limits<hsize_t>::max();
     return a != 0 && b > most / a ? most : a * b;
 }
 
 /// The table of chunks is walked from its start for each of them: this many take no time.
-constexpr hsize_t mostCheckedChunks = 5000;
+static constexpr hsize_t mostCheckedChunks = 5000;
 
 /// Bytes of a chunk when it is inflated.
-hsize_t checkedChunkBytes(const H5::DataSet& dataset, const H5::DSetCreatPropList& properties,
-                          const H5::H5Location& location, const std::string& name)
+static hsize_t checkedChunkBytes(const H5::DataSet& dataset, const H5::DSetCreatPropList& properties,
+                                 const H5::H5Location& location, const std::string& name)
 {
     const H5::DataSpace space = dataset.getSpace();
     hsize_t chunk[H5S_MAX_RANK] = {};
@@ -127,8 +125,8 @@ hsize_t checkedChunkBytes(const H5::DataSet& dataset, const H5::DSetCreatPropLis
 }
 
 /// A chunk that passed no filter must be there in its full size; HDF5 takes that for granted.
-void checkChunks(const H5::DataSet& dataset, bool isFiltered, hsize_t chunkBytes, const H5::H5Location& location,
-                 const std::string& name)
+static void checkChunks(const H5::DataSet& dataset, bool isFiltered, hsize_t chunkBytes, const H5::H5Location& location,
+                        const std::string& name)
 {
     const H5::DataSpace space = dataset.getSpace();
     hsize_t count = 0;
@@ -147,7 +145,8 @@ void checkChunks(const H5::DataSet& dataset, bool isFiltered, hsize_t chunkBytes
 // ---------------------------------------------------------------- elsewhere
 
 /// Its values must be in the file itself, after filters that are part of HDF5.
-void checkStorage(const H5::DSetCreatPropList& properties, const H5::H5Location& location, const std::string& name)
+static void checkStorage(const H5::DSetCreatPropList& properties, const H5::H5Location& location,
+                         const std::string& name)
 {
     if (properties.getLayout() == H5D_VIRTUAL || H5Pget_external_count(properties.getId()) > 0)
         throwAt(location, "dataset", name, "its values are in another file, which isn't followed");
@@ -163,8 +162,6 @@ void checkStorage(const H5::DSetCreatPropList& properties, const H5::H5Location&
                     "it needs the filter " + std::to_string(filter) + ", which isn't loaded for a deck");
     }
 }
-
-} // namespace
 
 static H5T_conv_ret_t refuseOthers(H5T_conv_except_t exception, hid_t, hid_t target, void*, void*, void*)
 {

@@ -31,10 +31,10 @@ public:
     {
         out.group(NText::segment(name), body);
     }
-    void real(const char* name, double& value) override { out.value(name, value); }
-    void integer(const char* name, qint32& value) override { out.value(name, value); }
-    void flag(const char* name, bool& value) override { out.value(name, value); }
-    void strictFlag(const char* name, bool& value) override { out.value(name, value); }
+    void f64(const char* name, double& value) override { out.value(name, value); }
+    void i32(const char* name, qint32& value) override { out.value(name, value); }
+    void flag8(const char* name, bool& value) override { out.value(name, value); }
+    void strictFlag8(const char* name, bool& value) override { out.value(name, value); }
     using IEntryForm::text;
     void text(const char* name, QString& value) override { out.value(name, value); }
     void point(const char* name, C3DPoint& value) override { out.value(name, value); }
@@ -59,8 +59,8 @@ public:
         }
         out.array(name, parts);
     }
-    using IEntryForm::integers;
-    void integers(const char* name, std::vector<qint32>& values) override { out.array(name, values); }
+    using IEntryForm::i32List;
+    void i32List(const char* name, std::vector<qint32>& values) override { out.array(name, values); }
     void unlaid(const char* name, QByteArray& value, const std::function<qint64(const QByteArray&)>&) override
     {
         if (!value.isEmpty())

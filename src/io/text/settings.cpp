@@ -6,9 +6,7 @@
 
 namespace NBrenmark {
 
-namespace {
-
-void definitions(CTextOutput& out, const char* owner, const CCustomPropertyManager* manager)
+static void definitions(CTextOutput& out, const char* owner, const CCustomPropertyManager* manager)
 {
     if (!manager)
         return;
@@ -33,13 +31,13 @@ void definitions(CTextOutput& out, const char* owner, const CCustomPropertyManag
 // Real numbers with all their digits, of which the file's own form keeps six.
 
 template <class T>
-const T* heldIn(const NConfig::SConfigNode& node)
+static const T* heldIn(const NConfig::SConfigNode& node)
 {
     return std::any_cast<T>(&node.value);
 }
 
 template <class TNumbers>
-std::string inTurn(const TNumbers& numbers)
+static std::string inTurn(const TNumbers& numbers)
 {
     std::string text;
     for (const double number : numbers)
@@ -47,7 +45,7 @@ std::string inTurn(const TNumbers& numbers)
     return text;
 }
 
-std::string configurationValue(const NConfig::SConfigNode& node, const NConfig::SValueKind& kind)
+static std::string configurationValue(const NConfig::SConfigNode& node, const NConfig::SValueKind& kind)
 {
     if (const auto* const real = heldIn<double>(node))
         return NText::text(*real);
@@ -64,15 +62,13 @@ std::string configurationValue(const NConfig::SConfigNode& node, const NConfig::
     return kind.encode(node.value);
 }
 
-void configurationNode(CTextOutput& out, const NConfig::SConfigNode& node)
+static void configurationNode(CTextOutput& out, const NConfig::SConfigNode& node)
 {
     if (const NConfig::SValueKind* const kind = NConfig::valueKindOf(node.value))
         out.here(std::string(kind->name) + ':' + configurationValue(node, *kind));
     for (const auto& [name, child] : node.children)
         out.group(NText::segment(name), [&out, &child = child] { configurationNode(out, child); });
 }
-
-} // namespace
 
 void writePropertyDefinitions(CTextOutput& out, const SPropertyManagers& managers)
 {

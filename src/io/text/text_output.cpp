@@ -13,13 +13,11 @@
 
 namespace NBrenmark {
 
-namespace {
-
-constexpr size_t mostInlineValues = 8;      // an array this small is shown, not digested
-constexpr size_t digestBytes = 1024 * 1024; // handed to the digest at a time
+static constexpr size_t mostInlineValues = 8;      // an array this small is shown, not digested
+static constexpr size_t digestBytes = 1024 * 1024; // handed to the digest at a time
 
 /// Digest of the values as little-endian bytes, in hexadecimal.
-std::string digestOf(const void* data, size_t count, size_t bytes)
+static std::string digestOf(const void* data, size_t count, size_t bytes)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
     const auto* at = static_cast<const char*>(data);
@@ -43,7 +41,7 @@ std::string digestOf(const void* data, size_t count, size_t bytes)
     return hash.result().toHex().toStdString();
 }
 
-std::string quickDigestOf(const void* data, size_t bytes)
+static std::string quickDigestOf(const void* data, size_t bytes)
 {
     XXH128_canonical_t digest;
     XXH128_canonicalFromHash(&digest, XXH3_128bits(data, bytes));
@@ -51,7 +49,7 @@ std::string quickDigestOf(const void* data, size_t bytes)
 }
 
 /// The value at a place of an array, by the array's kind.
-std::string element(const char* kind, const void* data, size_t index)
+static std::string element(const char* kind, const void* data, size_t index)
 {
     const auto* bytes = static_cast<const char*>(data);
     if (kind[0] == 'f') {
@@ -63,8 +61,6 @@ std::string element(const char* kind, const void* data, size_t index)
     std::memcpy(&value, bytes + 4 * index, sizeof value);
     return kind[0] == 'i' ? NText::text(value) : NText::text(static_cast<quint32>(value));
 }
-
-} // namespace
 
 std::string SArrayView::row(size_t number) const
 {

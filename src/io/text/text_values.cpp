@@ -10,17 +10,15 @@
 
 namespace NBrenmark::NText {
 
-namespace {
-
-constexpr int significantDigits = 17; // enough to tell any two doubles apart
+static constexpr int significantDigits = 17; // enough to tell any two doubles apart
 
 template <class TInteger>
-std::string decimal(TInteger value)
+static std::string decimal(TInteger value)
 {
     return std::to_string(value);
 }
 
-std::string hexadecimal(std::uint64_t bits, int digits)
+static std::string hexadecimal(std::uint64_t bits, int digits)
 {
     static const char digit[] = "0123456789abcdef";
     std::string out;
@@ -31,7 +29,7 @@ std::string hexadecimal(std::uint64_t bits, int digits)
 
 /// The name in UTF-8. Half a surrogate pair becomes three bytes that no UTF-8 holds, so that it is
 /// neither lost nor taken for another character.
-std::string bytesOf(const QString& name)
+static std::string bytesOf(const QString& name)
 {
     std::string out;
     for (int i = 0; i < name.size(); ++i) {
@@ -55,7 +53,7 @@ std::string bytesOf(const QString& name)
 
 /// Bytes of the character at a position if it may be in a line as it is, else 0: no ASCII, which
 /// the callers judge, no control character, nothing that isn't the shortest UTF-8 of a character.
-size_t printableLength(const std::string& bytes, size_t at)
+static size_t printableLength(const std::string& bytes, size_t at)
 {
     const auto byte = [&](size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u; };
     const unsigned lead = byte(at);
@@ -76,7 +74,7 @@ size_t printableLength(const std::string& bytes, size_t at)
 
 /// The bytes with what may not be in a line escaped; ascii appends each character below 0x7F.
 template <class TAscii>
-std::string escaped(const std::string& bytes, const char* escape, TAscii&& ascii)
+static std::string escaped(const std::string& bytes, const char* escape, TAscii&& ascii)
 {
     std::string out;
     for (size_t i = 0; i < bytes.size();) {
@@ -93,7 +91,7 @@ std::string escaped(const std::string& bytes, const char* escape, TAscii&& ascii
     return out;
 }
 
-std::string quoted(const std::string& bytes)
+static std::string quoted(const std::string& bytes)
 {
     return '"' +
            escaped(bytes, "\\x",
@@ -113,8 +111,6 @@ std::string quoted(const std::string& bytes)
                    }) +
            '"';
 }
-
-} // namespace
 
 std::string text(double value)
 {

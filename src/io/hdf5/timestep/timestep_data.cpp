@@ -14,10 +14,8 @@ namespace NBrenmark {
 
 using HDF5DATATYPES::SNameCountType;
 
-namespace {
-
 template <class TForm, class TData>
-void contentForm(TForm& f, TData& data)
+static void contentForm(TForm& f, TData& data)
 {
     f.attribute("full timestep", data.isFull);
     f.attribute("timestep mask", data.timestepMask); // ETimestepMask
@@ -26,7 +24,7 @@ void contentForm(TForm& f, TData& data)
 }
 
 template <class TForm, class TData, class TTime>
-void momentForm(TForm& f, TData& data, TTime& time)
+static void momentForm(TForm& f, TData& data, TTime& time)
 {
     f.attribute("time", time);                          // s, simulated
     f.attribute("elapsed real time", data.elapsedTime); // s, real
@@ -34,23 +32,21 @@ void momentForm(TForm& f, TData& data, TTime& time)
     f.attribute("date", data.date); // dd/MM/yy, of the writing
 }
 
-const char* const removedName = "removed particles";
+static const char* const removedName = "removed particles";
 
-void readRemovedParticles(CHdf5FormReader& in, CTimestepData& data)
+static void readRemovedParticles(CHdf5FormReader& in, CTimestepData& data)
 {
     for (const SNameCountType::Row& row : in.table<SNameCountType>(removedName))
         data.removedParticles.insert(row.name, row.count);
 }
 
-void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
+static void writeRemovedParticles(CHdf5FormWriter& out, const CTimestepData& data)
 {
     std::vector<SNameCountType::Row> rows;
     for (auto entry = data.removedParticles.begin(); entry != data.removedParticles.end(); ++entry)
         rows.push_back({entry.key(), entry.value()});
     out.table<SNameCountType>(removedName, rows);
 }
-
-} // namespace
 
 void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
 {

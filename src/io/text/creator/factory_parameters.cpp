@@ -12,22 +12,18 @@ namespace NBrenmark {
 
 // Most parameters are definition alone: of those there is nothing to show in a timestep.
 
-namespace {
-
 /// Mean and spread, of a law of which no file holds the caps.
-void spread(CTextOutput& out, const CNormalDistribution& law)
+static void spread(CTextOutput& out, const CNormalDistribution& law)
 {
     out.value("mean", law.mean);
     out.value("deviation", law.deviation);
 }
 
-void range(CTextOutput& out, const CRandomDistribution& law)
+static void range(CTextOutput& out, const CRandomDistribution& law)
 {
     out.value("min", law.min);
     out.value("max", law.max);
 }
-
-} // namespace
 
 // ---------------------------------------------------------------- velocities
 

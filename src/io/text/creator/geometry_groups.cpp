@@ -27,10 +27,8 @@ void CTextWriter::writeGeometryGroups(const GeometryGroups& groups)
     }
 }
 
-namespace {
-
 /// The mesh as it was made: where a moving group is now follows from it and the transform.
-void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
+static void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
 {
     out.value("name", g.displayedName);
     out.value("uniqueId", g.uniqueId);
@@ -46,7 +44,7 @@ void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
 }
 
 /// Where a group is and how it moves. A timestep stores it of a moving group alone.
-void groupMotion(CTextOutput& out, const CGeometryGroup& g)
+static void groupMotion(CTextOutput& out, const CGeometryGroup& g)
 {
     out.value("transform", g.transform);
     out.value("translation", g.translation);
@@ -58,7 +56,7 @@ void groupMotion(CTextOutput& out, const CGeometryGroup& g)
     out.value("originalPointOfAction", g.originalPointOfAction);
 }
 
-void triangleState(CTextOutput& out, const CGeometryGroup& g)
+static void triangleState(CTextOutput& out, const CGeometryGroup& g)
 {
     out.array("triangleForces", g.triangleForces);
 
@@ -69,8 +67,6 @@ void triangleState(CTextOutput& out, const CGeometryGroup& g)
     if (anyCharge && !heldByProperty(g.customProperties, "Charge", charges))
         out.array("charges", charges);
 }
-
-} // namespace
 
 void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
 {

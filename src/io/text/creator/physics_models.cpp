@@ -1,7 +1,6 @@
 // The text of the chains of models, in order: the order is part of the physics.
 #include "physics/physics_models.h"
 #include "io/text/text_writer.h"
-#include "model/factories/plugin_factory_list.h"
 
 namespace NBrenmark {
 
@@ -25,11 +24,6 @@ void CTextWriter::writePhysicsModels(const CPhysicsModels& physics)
     list("sphereSphereModels", physics.sphereSphereModels, modelType);
     list("sphereGeometryModels", physics.sphereGeometryModels, modelType);
     list("externalForces", physics.externalForces, [](const IExternalForce&) {});
-}
-
-void CTextWriter::writePluginParticleFactoryList(const CPluginParticleFactoryList& factories)
-{
-    out.value("count", factories.count());
 }
 
 } // namespace NBrenmark

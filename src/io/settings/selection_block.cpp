@@ -1,6 +1,6 @@
 // Looks for the one way to cut a block into records. The search is bounded: a block that could be cut in many ways
 // is carried whole.
-#include "analysis/selection_block.h"
+#include "io/settings/selection_block.h"
 
 #include "analysis/selection.h"
 #include "analysis/selection_kinds.h"

@@ -1,4 +1,4 @@
-// The text of values without a name of their own.
+// The text of bare values: points, vectors, matrices, quaternions and axes.
 #include "io/text/text_writer.h"
 #include "maths/axis_angle.h"
 

@@ -1,12 +1,12 @@
 // Tries every place where the display options of a record may end, and says which one the rest fits.
-#include "analysis/selection_record.h"
+#include "io/settings/selection_record.h"
 
-#include "analysis/entry_form.h"
 #include "analysis/query_kinds.h"
 #include "analysis/selection.h"
 #include "core/log.h"
 #include "core/stop_flag.h"
 #include "core/versioned_stream.h"
+#include "io/settings/entry_forms.h"
 
 #include <QBuffer>
 #include <QStringList>
@@ -46,10 +46,11 @@ std::vector<QByteArray> streamed(const QStringList& words)
 {
     std::vector<QByteArray> list;
     for (const QString& word : words) {
-        QByteArray bytes;
-        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        CVersionedStream stream(&buffer);
         stream << word;
-        list.push_back(bytes);
+        list.push_back(buffer.data());
     }
     return list;
 }
@@ -101,7 +102,7 @@ private:
             QString name;
             bool flag = false;
             f.text("name", name);
-            f.flag("active", flag);
+            f.flag8("active", flag);
             const bool isKept = QString::fromStdString(name.toStdString()) == name; // no half of a surrogate pair
             return isKept ? static_cast<int>(source.buffer.pos()) : -1;
         }
@@ -210,7 +211,7 @@ void readRecord(CSelection& selection, const QByteArray& record, const SDisplayP
     SRecordStream source(record, version, edition);
     CInEntryForm f(source.stream, record);
     f.text("name", selection.name);
-    f.flag("active", selection.active);
+    f.flag8("active", selection.active);
     selection.particleDisplay.bytes = record.mid(display.begin, display.end - display.begin);
     selection.contactDisplay.bytes.clear();
     source.buffer.seek(display.end);

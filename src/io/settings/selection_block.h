@@ -2,7 +2,7 @@
 // The block of the selections, cut into the records of single ones. Nothing says how long a record is: it ends where the
 // next selection begins, which is known by its class, its name twice and a flag.
 
-#include "analysis/selection_record.h"
+#include "io/settings/selection_record.h"
 
 #include <QByteArray>
 #include <QString>

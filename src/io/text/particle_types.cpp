@@ -7,19 +7,15 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// The ids with every free slot as 0: which number below 1 a free slot holds only says in what order
 /// the slots were released, and no family keeps that.
-std::vector<qint32> idsWithoutLinks(const std::vector<qint32>& ids)
+static std::vector<qint32> idsWithoutLinks(const std::vector<qint32>& ids)
 {
     std::vector<qint32> plain(ids);
     for (qint32& id : plain)
         id = std::max(id, 0);
     return plain;
 }
-
-} // namespace
 
 void CTextWriter::writeParticleTypes(const CParticleTypes& types)
 {

@@ -5,10 +5,8 @@
 
 namespace NBrenmark {
 
-namespace {
-
 /// A block's properties are outside of the deck's definitions, so each shows its own.
-void blockProperties(CTextOutput& out, CTextWriter& writer, const std::vector<SBlockProperty>& properties)
+static void blockProperties(CTextOutput& out, CTextWriter& writer, const std::vector<SBlockProperty>& properties)
 {
     out.group("properties", [&] {
         CListSegments segments;
@@ -23,8 +21,6 @@ void blockProperties(CTextOutput& out, CTextWriter& writer, const std::vector<SB
         }
     });
 }
-
-} // namespace
 
 void CTextWriter::writeMaterialBlocks(const CMaterialBlockMap& blocks)
 {

@@ -38,7 +38,7 @@ struct SConversionMessage
         eCauseSource = 1,      ///< what is read is missing, damaged or can't be opened
         eCauseTarget = 2,      ///< what is written can't be
         eCauseNames = 3,       ///< a name or text that the new family can't hold
-        eCauseUnsupported = 4, ///< sound, and of a kind or version that this library can't carry
+        eCauseUnsupported = 4, ///< sound, and of a later version than this library knows, or of another kind
         eCauseMemory = 5,      ///< too little memory
         eCauseInternal = 6     ///< a fault of the library, or of the call
     };

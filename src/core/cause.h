@@ -15,7 +15,7 @@ enum ECause
     eCauseSource,      ///< what is read is missing, damaged or can't be opened
     eCauseTarget,      ///< what is written can't be
     eCauseNames,       ///< a name or text that the target's format can't hold
-    eCauseUnsupported, ///< sound, and of a kind or version that this program can't carry
+    eCauseUnsupported, ///< sound, and of a later version than this program knows, or of another kind
     eCauseMemory,      ///< too little memory
     eCauseInternal     ///< a fault of this program
 };

@@ -28,14 +28,3 @@
 #define BRENMARK_TIMESTEP_both(declaration) declaration;
 #define BRENMARK_TIMESTEP_nothing(declaration)
 // clang-format on
-
-// A slot whose forms aren't written yet (PENDING) belongs to the plain visitors alone: it refuses its object,
-// unless the family stores none of that class anyway. An includer needs core/not_carried.h.
-
-#define BRENMARK_REFUSE_nothing(declaration, type)                                                                     \
-    declaration {}
-#define BRENMARK_REFUSE_all(declaration, type)                                                                         \
-    declaration { refuseNotCarried(#type); }
-#define BRENMARK_REFUSE_creator(declaration, type) BRENMARK_REFUSE_all(declaration, type)
-#define BRENMARK_REFUSE_timestep(declaration, type) BRENMARK_REFUSE_all(declaration, type)
-#define BRENMARK_REFUSE_both(declaration, type) BRENMARK_REFUSE_all(declaration, type)

@@ -4,8 +4,8 @@
 #include "config/settings_file.h"
 
 #include "config/file_replacer.h"
+#include "core/cause.h"
 #include "core/log.h"
-#include "core/not_carried.h"
 #include "core/progress.h"
 #include "core/version.h"
 #include "core/versioned_stream.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr qint32 returnsFalse = -1;
 constexpr qint32 throwsError = -2;
-constexpr qint32 isNotCarried = -3;
+constexpr qint32 isUnsupported = -3;
 
 class CNumbers : public ISimulationSettingsEntry
 {
@@ -32,8 +32,8 @@ public:
         stream >> count;
         if (count == throwsError)
             throw std::length_error("too many");
-        if (count == isNotCarried)
-            throw not_carried_error("numbers that nobody carries");
+        if (count == isUnsupported)
+            throw caused_error(eCauseUnsupported, "numbers of a later kind");
         if (count < 0)
             return false;
         for (qint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
@@ -303,10 +303,10 @@ TEST(SettingsFile, tellsItsEntriesTheVersion)
 TEST(SettingsFile, thatCannotBeCarriedWholeIsNoDamage)
 {
     CThreeEntries entries;
-    EXPECT_FALSE(entries.load(header + goodBlock(1) + settingsBlock(2, CBytes().i32(isNotCarried)) + goodBlock(4)));
+    EXPECT_FALSE(entries.load(header + goodBlock(1) + settingsBlock(2, CBytes().i32(isUnsupported)) + goodBlock(4)));
     ASSERT_EQ(entries.messages.size(), 1u);
     EXPECT_EQ(std::get<0>(entries.messages[0]), int(eError));
-    EXPECT_NE(entries.logText().find("a.ess: This deck holds numbers that nobody carries"), std::string::npos);
+    EXPECT_NE(entries.logText().find("a.ess: numbers of a later kind"), std::string::npos);
 }
 
 /// Answers with a state from the n-th question on.

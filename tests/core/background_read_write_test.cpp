@@ -2,7 +2,7 @@
 
 #include "core/background_read_write.h"
 
-#include "core/not_carried.h"
+#include "core/cause.h"
 #include "core/progress.h"
 #include "core/read_write.h"
 #include "core/stop_flag.h"
@@ -79,9 +79,9 @@ TEST_F(BackgroundReadWrite, turnsExceptionsIntoAFailureWithTheirText)
     target.onRead = []() -> bool { throw std::runtime_error("reason"); };
     EXPECT_FALSE(execute(false));
     EXPECT_EQ(errorText, "reason");
-    target.onRead = []() -> bool { throw not_carried_error("walls"); };
+    target.onRead = []() -> bool { throw caused_error(eCauseUnsupported, "walls of glass"); };
     EXPECT_FALSE(execute(false));
-    EXPECT_EQ(errorText, "This deck holds walls, which this version can't carry over yet.");
+    EXPECT_EQ(errorText, "walls of glass");
     target.onRead = []() -> bool { throw CReadStopped(); };
     EXPECT_FALSE(execute(false));
     EXPECT_EQ(errorText, "");

@@ -1,5 +1,6 @@
 // Any bytes in place of the creator data of a legacy deck.
 
+#include "fuzz/legacy_mutator.h"
 #include "fuzz/legacy_stream.h"
 #include "io/dem/dem_reader.h"
 

@@ -1,6 +1,7 @@
 // Any bytes in place of the creator data of a legacy deck: what can be read is written in a form that reads and writes
 // the same again. The model stays as it is stored: an upgrade drops what it finds nothing for, once it looks.
 
+#include "fuzz/legacy_mutator.h"
 #include "fuzz/legacy_stream.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"

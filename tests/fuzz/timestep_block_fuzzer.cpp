@@ -1,6 +1,7 @@
 // Any bytes in place of a timestep of a legacy deck. The model that it belongs to is in front of it; as a timestep is
 // read by its model, both may be damaged.
 
+#include "fuzz/legacy_mutator.h"
 #include "fuzz/legacy_stream.h"
 #include "io/dem/dem_reader.h"
 

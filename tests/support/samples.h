@@ -22,6 +22,7 @@
 #include "model/kinematics/conveyor_translation.h"
 #include "model/kinematics/sinusoidal_rotation.h"
 #include "model/kinematics/sinusoidal_translation.h"
+#include "model/particle_template.h"
 #include "physics/parameter_records.h"
 #include "results/timestep_data.h"
 #include "visitors/stored_types.h"
@@ -46,7 +47,6 @@ struct SModel
 };
 
 #define STORED(operation, type, ...) void fill(type& object);
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 
 /// The parameters of a built-in model.

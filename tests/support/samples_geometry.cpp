@@ -399,4 +399,27 @@ void fill(GeometryGroups& groups)
     groups.rebuildElementIds();
 }
 
+void fill(CParticleTemplate& particle)
+{
+    particle.name = "Schotter";
+    particle.materialName = "Basalt";
+    fillAll(particle.scale, particle.domain, particle.orientation);
+    auto part = std::make_unique<CGeometryGroup>(nullptr);
+    part->index = 2;
+    part->uniqueId = 2;
+    part->setMesh({{0, 0, 0}, {1.5, 0, 0}, {0, 2.5, 0}, {0, 0, 3.5}}, {{0, 1, 2}, {0, 1, 3}, {0, 2, 3}, {1, 2, 3}});
+    fill(part->momentOfInertia);
+    particle.geometry.add(part.release(), true);
+}
+
+void fill(TemplateMap& templates)
+{
+    for (const char* name : {"Schotter", "Splitt"}) {
+        auto particle = std::make_unique<CParticleTemplate>();
+        fill(*particle);
+        particle->name = name;
+        templates[name] = std::move(particle);
+    }
+}
+
 } // namespace NBrenmark

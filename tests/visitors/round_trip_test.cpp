@@ -377,7 +377,6 @@ static std::vector<SRoundTripCase> allCases()
         add(#operation, hdf5Family(), #hdf5Read, #hdf5Write, row);                                                     \
         add(#operation, legacyFamily(), #legacyRead, #legacyWrite, row);                                               \
     }
-#define PENDING(...)
 #include "visitors/stored_classes.def"
     return cases;
 }

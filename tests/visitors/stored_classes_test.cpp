@@ -66,8 +66,6 @@ class CRecordingReader : public IFileVisitorReader
 public:
 #define STORED(operation, type, ...)                                                                                   \
     void read##operation(type& object) override { heard.emplace_back(#operation, &object); }
-#define PENDING(operation, type, ...)                                                                                  \
-    void read##operation(type&) override { heard.emplace_back(#operation, nullptr); }
 #define LEGACY(operation, type, column)                                                                                \
     void read##operation(NLegacySupport::type&) override { heard.emplace_back(#operation, nullptr); }
 #include "visitors/stored_classes.def"
@@ -82,8 +80,6 @@ public:
     void write##operation(const type& object) override { heard.emplace_back(#operation, &object); }
 #define STAMPED(operation, type, ...)                                                                                  \
     void write##operation(type& object) override { heard.emplace_back(#operation, &object); }
-#define PENDING(operation, type, ...)                                                                                  \
-    void write##operation(const type&) override { heard.emplace_back(#operation, nullptr); }
 #include "visitors/stored_classes.def"
 
     std::vector<std::pair<std::string, const void*>> heard;
@@ -132,7 +128,6 @@ static void expectItsOwnSlot(const std::string& operation)
 TEST(StoredClasses, anObjectHandsItselfToItsOwnSlotAndDoesNothingElse)
 {
 #define STORED(operation, type, ...) expectItsOwnSlot<type>(#operation);
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 }
 

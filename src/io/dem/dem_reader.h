@@ -2,7 +2,6 @@
 // The readers of the legacy family. Who reads what is said by visitors/stored_classes.def; the forms
 // are in creator/, in timestep/ and, where both kinds of data share them, in this folder.
 
-#include "core/not_carried.h"
 #include "io/dem/dem_visitor.h"
 #include "io/dem/form.h"
 #include "visitors/file_visitor_reader.h"
@@ -19,8 +18,6 @@ public:
 
 #define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_PLAIN_##readBy(void read##operation(type&) override)
-#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
-    BRENMARK_REFUSE_##readBy(void read##operation(type&) override, type)
 #define LEGACY(operation, type, readBy) BRENMARK_PLAIN_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
 
@@ -37,7 +34,6 @@ public:
 
 #define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
-#define PENDING(...)
 #define LEGACY(operation, type, readBy) BRENMARK_CREATOR_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
 };
@@ -49,7 +45,6 @@ public:
 
 #define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
     BRENMARK_TIMESTEP_##readBy(void read##operation(type&) override)
-#define PENDING(...)
 #define LEGACY(operation, type, readBy) BRENMARK_TIMESTEP_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
 };

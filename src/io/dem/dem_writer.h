@@ -1,7 +1,6 @@
 #pragma once
 // The writers of the legacy family. They write the form of the current version and no other.
 
-#include "core/not_carried.h"
 #include "io/dem/dem_reader.h"
 #include "visitors/file_visitor_writer.h"
 
@@ -16,8 +15,6 @@ public:
     BRENMARK_PLAIN_##writtenBy(void write##operation(const type&) override)
 #define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_PLAIN_##writtenBy(void write##operation(type&) override)
-#define PENDING(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
-    BRENMARK_REFUSE_##writtenBy(void write##operation(const type&) override, type)
 #include "visitors/stored_classes.def"
 
 protected:
@@ -33,7 +30,6 @@ public:
     BRENMARK_CREATOR_##writtenBy(void write##operation(const type&) override)
 #define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_CREATOR_##writtenBy(void write##operation(type&) override)
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 };
 
@@ -46,7 +42,6 @@ public:
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(const type&) override)
 #define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(type&) override)
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 };
 

@@ -4,6 +4,7 @@
 #include "core/deck/file_families.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/unmoved_ids.h"
 #include "model/geometry_groups.h"
 
 namespace NBrenmark {
@@ -15,19 +16,6 @@ static SSaveOptions withoutProperties()
     options.useNullPropertyManager = true;
     return options;
 }
-
-/// The groups' process-wide ids number the geometry of a deck: what a selection keeps must not move them.
-class CUnmovedIds
-{
-public:
-    CUnmovedIds() = default;
-    ~CUnmovedIds() { GeometryGroups::setNextUniqueId(next); }
-    CUnmovedIds(const CUnmovedIds&) = delete;
-    CUnmovedIds& operator=(const CUnmovedIds&) = delete;
-
-private:
-    const quint32 next = GeometryGroups::nextUniqueId();
-};
 
 std::shared_ptr<GeometryGroups> NLegacyFamily::readOwnGeometry(CVersionedStream& stream)
 {

@@ -2,7 +2,6 @@
 // Reads a creator model or a timestep from a numbered file. Every slot's form is in the file of its
 // area, beside the writer's.
 
-#include "core/not_carried.h"
 #include "io/hdf5/form.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/visitor_overrides.h"
@@ -18,7 +17,6 @@ public:
     CHdf5Reader(H5::H5File& file, SSaveOptions& options) : CHdf5Visitor(file, options), form(*this, fileVersion) {}
 
 #define STORED(operation, type, readBy, ...) BRENMARK_PLAIN_##readBy(void read##operation(type&) override)
-#define PENDING(operation, type, readBy, ...) BRENMARK_REFUSE_##readBy(void read##operation(type&) override, type)
 #define LEGACY(operation, type, ...)                                                                                   \
     void read##operation(NLegacySupport::type&) override {}
 #include "visitors/stored_classes.def"
@@ -38,7 +36,6 @@ public:
     using CHdf5Reader::CHdf5Reader;
 
 #define STORED(operation, type, readBy, ...) BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 };
 
@@ -48,7 +45,6 @@ public:
     using CHdf5Reader::CHdf5Reader;
 
 #define STORED(operation, type, readBy, ...) BRENMARK_TIMESTEP_##readBy(void read##operation(type&) override)
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 };
 

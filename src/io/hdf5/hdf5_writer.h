@@ -1,7 +1,6 @@
 #pragma once
 // Writes a creator model or a timestep into a numbered file.
 
-#include "core/not_carried.h"
 #include "io/hdf5/form.h"
 #include "visitors/file_visitor_writer.h"
 #include "visitors/visitor_overrides.h"
@@ -21,8 +20,6 @@ public:
     BRENMARK_PLAIN_##writtenBy(void write##operation(const type&) override)
 #define STAMPED(operation, type, readBy, writtenBy, ...)                                                               \
     BRENMARK_PLAIN_##writtenBy(void write##operation(type&) override)
-#define PENDING(operation, type, readBy, writtenBy, ...)                                                               \
-    BRENMARK_REFUSE_##writtenBy(void write##operation(const type&) override, type)
 #include "visitors/stored_classes.def"
 
 protected:
@@ -41,7 +38,6 @@ public:
     BRENMARK_CREATOR_##writtenBy(void write##operation(const type&) override)
 #define STAMPED(operation, type, readBy, writtenBy, ...)                                                               \
     BRENMARK_CREATOR_##writtenBy(void write##operation(type&) override)
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 };
 
@@ -54,7 +50,6 @@ public:
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(const type&) override)
 #define STAMPED(operation, type, readBy, writtenBy, ...)                                                               \
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(type&) override)
-#define PENDING(...)
 #include "visitors/stored_classes.def"
 };
 

@@ -6,8 +6,6 @@
 #include "io/text/text_output.h"
 #include "visitors/file_visitor_writer.h"
 
-#include "core/not_carried.h"
-
 #include <string>
 
 namespace NBrenmark {
@@ -34,8 +32,6 @@ public:
 
 #define STORED(operation, type, ...) void write##operation(const type& object) override;
 #define STAMPED(operation, type, ...) void write##operation(type& object) override;
-#define PENDING(operation, type, ...)                                                                                  \
-    void write##operation(const type&) override { refuseNotCarried(#type); }
 #include "visitors/stored_classes.def"
 
 private:

@@ -107,12 +107,12 @@ TEST(DemForm, recoversFromADamagedBlockAndSaysSo)
               "announced (2147483647 bytes), 0 bytes follow\n");
 }
 
-TEST(DemForm, neverRecoversFromWhatCantBeCarriedNorFromAStop)
+TEST(DemForm, neverRecoversFromWhatIsNoDamageNorFromAStop)
 {
     const CBytes bytes = CBytes().block(1, CBytes());
     CByteStream source(bytes);
     CInForm f(source.stream);
-    EXPECT_THROW(f.block(1, "rows", [] { throw not_carried_error("12 rows"); }), not_carried_error);
+    EXPECT_THROW(f.block(1, "rows", [] { throw caused_error(eCauseUnsupported, "12 rows"); }), caused_error);
     CByteStream again(bytes);
     CInForm g(again.stream);
     EXPECT_THROW(g.block(1, "rows", [] { throw CReadStopped(); }), CReadStopped);

@@ -46,12 +46,12 @@ static void endWithStatus()
     catch (...) { // no other is expected
     }
     const char* const text = isMemory ? "brenmark: too little memory\n  Free some memory, and try again.\n"
-                                      : "brenmark: ended where no failure is expected\n  Please report this.\n";
+                                      : "brenmark: unexpected failure\n  Please report this.\n";
     [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text, std::strlen(text));
     std::_Exit(isMemory ? eExitTarget : eExitDifferent);
 }
 
-/// Runs the command and tells what stopped it.
+/// Runs the command and reports what stopped it.
 static EExitCode runAndTell(int argumentCount, char** arguments)
 {
     const auto end = [&](const CFailure& failure) {
@@ -75,7 +75,7 @@ static EExitCode runAndTell(int argumentCount, char** arguments)
     catch (const COutputFailure& failure) {
         if (failure.readerGone())
             return eExitDone;
-        printFailure(CFailure(eExitTarget, failure.text(), "What is printed has to go somewhere: check where."));
+        printFailure(CFailure(eExitTarget, failure.text(), "Check where standard output goes."));
         return eExitTarget;
     }
     catch (const std::bad_alloc&) {

@@ -18,6 +18,11 @@ using namespace NField;
 /// Name, id, plane and two counts: no field is smaller.
 static constexpr qint64 leastFieldBytes = 5 * 4;
 
+static void reportUnwritten(const std::string& name, const std::string& lack)
+{
+    report(eLost, NLogTitle::settings, "Field \"" + name + "\" isn't written: " + lack + ".", 1, name);
+}
+
 bool NSettingsFamily::write(CVersionedStream& stream, CFieldManager& fields, IProgressController* progress)
 {
     const auto valid = std::count_if(fields.fields().begin(), fields.fields().end(),
@@ -26,7 +31,7 @@ bool NSettingsFamily::write(CVersionedStream& stream, CFieldManager& fields, IPr
     stream << qint32(valid);
     for (const auto& [name, field] : fields.fields()) {
         if (const std::string lack = field->invalidity(); !lack.empty()) {
-            report(eLost, NLogTitle::settings, "Field \"" + name + "\" isn't written: " + lack + ".", 1, name);
+            reportUnwritten(name, lack);
             continue;
         }
         if (step.isCancelled() || !field->write(stream, progress))

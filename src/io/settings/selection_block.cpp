@@ -209,7 +209,7 @@ std::optional<std::vector<SSelectionPiece>> cutSelections(const QByteArray& bloc
     const auto cutAt = [&](bool ofAnyClass) {
         return CCut(block, headsIn(block, *front, classes, ofAnyClass, mostHeads), count, version, edition).run();
     };
-    const auto known = cutAt(false);
+    auto known = cutAt(false);
     if (known && apart(*known) == count)
         return known;
     // The three texts of a head are found in queries, too: only where something is missing is a selection of an unknown

@@ -18,7 +18,7 @@ public:
 /// Of one timestep or of all, with the models that they belong to.
 void dumpRecords(CDeckReader& reader, ITextSink& sink, quint32 first, quint32 end)
 {
-    CStoredRecords records(sink);
+    CStoredRecords records(sink, reader.deck().currentFrame->creator);
     reader.deck().readOptions.oldRecords = &records;
     for (quint32 number = first; number < end; ++number) {
         records.enter(number);

@@ -6,6 +6,7 @@
 #include "legacy/old_collisions.h"
 #include "legacy/old_contacts.h"
 #include "legacy/particle_prototypes.h"
+#include "model/creator_data.h"
 
 namespace NBrenmark {
 
@@ -85,7 +86,7 @@ template <class TBody>
 void CStoredRecords::record(qint64 byte, TBody&& body)
 {
     ++heard;
-    if (failure != nullptr)
+    if (failure != nullptr || isShown)
         return;
     const std::string root = list == "prototypes" ? modelRoot(number) : timestepRoot(number);
     const CFields fields(sink, "stored/" + root + '/' + list + '/' + std::to_string(next++));
@@ -112,6 +113,7 @@ void CStoredRecords::begin(const char* name)
     list = again && isOf(name, "contacts/") ? std::string("again/") + name : name;
     withGeometry = list.find("surfaceGeometry") != std::string::npos;
     next = 0;
+    isShown = list == "prototypes" && !shownModels.emplace(model.storageIndex(), model.storageOffset()).second;
 }
 
 void CStoredRecords::hear(const CParticlePrototype& p, qint64 byte)

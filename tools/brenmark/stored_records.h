@@ -5,15 +5,20 @@
 #include "legacy/old_records.h"
 
 #include <exception>
+#include <set>
 #include <string>
+#include <utility>
 
 namespace NBrenmark {
+
+class CCreatorData;
 
 class CStoredRecords : public NLegacySupport::IOldRecordListener
 {
 public:
-    /// \param sink  not owned
-    explicit CStoredRecords(ITextSink& sink) : sink(sink) {}
+    /// \param sink   not owned
+    /// \param model  that is read with the timesteps; not owned
+    CStoredRecords(ITextSink& sink, const CCreatorData& model) : sink(sink), model(model) {}
 
     /// What follows is of the read of this timestep.
     void enter(quint32 timestep) { number = timestep; }
@@ -34,6 +39,9 @@ private:
     void record(qint64 byte, TBody&& body);
 
     ITextSink& sink;
+    const CCreatorData& model;
+    std::set<std::pair<quint64, quint64>> shownModels; ///< a block is read again after its geometry was replaced
+    bool isShown = false;
     quint32 number = 0;
     std::string list;
     quint64 next = 0; ///< in that list

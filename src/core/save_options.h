@@ -5,6 +5,10 @@
 
 namespace NBrenmark {
 
+namespace NLegacySupport {
+class IOldRecordListener;
+}
+
 /// Bits of SSaveOptions::timestepMask: which rows a timestep holds.
 enum ETimestepMask : quint32
 {
@@ -52,6 +56,7 @@ struct SSaveOptions
     bool upgradeOldModels = true;        ///< reading: a legacy model is upgraded to the current model
     bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported
+    NLegacySupport::IOldRecordListener* oldRecords = nullptr; ///< reading: hears of each of them; not owned
     bool reserved = false;
     QString note;
 };

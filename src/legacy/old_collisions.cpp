@@ -1,6 +1,7 @@
 // Collisions of timesteps below 20.0.0 hand themselves to the reader, base first.
 #include "legacy/old_collisions.h"
 
+#include "legacy/old_records.h"
 #include "visitors/file_visitor_reader.h"
 
 namespace NBrenmark::NLegacySupport {
@@ -20,6 +21,9 @@ void CSurfGeomCollision::read(IFileVisitorReader& v)
     CCollision::read(v);
     v.readLegacySurfGeomCollisionSides(*this);
 }
+
+void CSurfSurfCollision::tell(IOldRecordListener& listener, qint64 byte) const { listener.hear(*this, byte); }
+void CSurfGeomCollision::tell(IOldRecordListener& listener, qint64 byte) const { listener.hear(*this, byte); }
 
 std::unique_ptr<CCollision> createCollision(qint32 kind)
 {

@@ -15,6 +15,8 @@ class IFileVisitorReader;
 
 namespace NLegacySupport {
 
+class IOldRecordListener;
+
 /// One end of a collision: a sphere of a particle.
 class SLegacyParticleSide
 {
@@ -44,6 +46,8 @@ class CCollision
 public:
     virtual ~CCollision() = default;
     virtual void read(IFileVisitorReader& visitor);
+    /// As the kind that it is.
+    virtual void tell(IOldRecordListener& listener, qint64 byte) const = 0;
 
     /// It goes on until it has an end time.
     bool hasEnded() const { return endTime > 0.0; }
@@ -67,6 +71,7 @@ class CSurfSurfCollision : public CCollision
 {
 public:
     void read(IFileVisitorReader& visitor) override;
+    void tell(IOldRecordListener& listener, qint64 byte) const override;
 
     SLegacyParticleSide first;
     SLegacyParticleSide second;
@@ -76,6 +81,7 @@ class CSurfGeomCollision : public CCollision
 {
 public:
     void read(IFileVisitorReader& visitor) override;
+    void tell(IOldRecordListener& listener, qint64 byte) const override;
 
     SLegacyParticleSide first;
     SLegacyGeometrySide second;

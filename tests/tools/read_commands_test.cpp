@@ -1,5 +1,6 @@
 // check, info and dump on decks whose contents are known from the builder.
 #include "support/legacy_deck.h"
+#include "support/old_deck.h"
 #include "support/paths.h"
 #include "support/settings_file.h"
 #include "support/temp_folder.h"
@@ -239,6 +240,30 @@ TEST(Dump, showsWhatTheBuilderPutIn)
         if (line.first.rfind("timestep/2/", 0) == 0 || line.first.rfind("stored/timestep/2/", 0) == 0)
             second.insert(line);
     EXPECT_EQ(linesOf(runTool({"dump", "--full", path, "--timestep", "2"}).output), second);
+}
+
+TEST(Dump, showsTheRecordsOfAnOldDeckAsTheyAreStored)
+{
+    CTempFolder folder;
+    const std::string path = argument(writeOldDeck(makeVersion(13, 0, 9), folder.path(), "old"));
+    auto lines = linesOf(runTool({"dump", "--stored", path}).output);
+    EXPECT_EQ(lines["stored/creator/prototypes/0/elements/0/contactRadius"], "0.5 m");
+    // The second particle is twice as large, and the first end of each pair: nothing is rescaled or turned yet.
+    EXPECT_EQ(lines["stored/timestep/0/particles/1/name"], "\"Ball\"");
+    EXPECT_EQ(lines["stored/timestep/0/particles/1/position"], "(1, 0, 0) m");
+    EXPECT_EQ(lines["stored/timestep/0/particles/1/mass"], "8 kg");
+    EXPECT_EQ(lines["stored/timestep/0/particles/1/forceTorque/torque"], "(23, 24, 25) N m");
+    EXPECT_EQ(lines["stored/timestep/0/contacts/surfaceSurface/0/firstParticleId"], "2");
+    EXPECT_EQ(lines["stored/timestep/0/contacts/surfaceSurface/0/normalForce"], "(-1, -2, -3) N");
+    EXPECT_EQ(lines["stored/timestep/0/contacts/surfaceGeometry/0/triangleId"], "5");
+    EXPECT_EQ(lines["stored/timestep/1/collisions/surfaceSurface/0/startTime"], "0.5 s");
+    EXPECT_EQ(lines["stored/timestep/1/collisions/surfaceSurface/0/second/particleId"], "1");
+    EXPECT_EQ(lines["stored/timestep/1/bonds/0/tangentialTorque"], "(10, 11, 12) N m");
+    EXPECT_EQ(lines.count("timestep/0/time"), 0u) << "what becomes of them is another dump";
+
+    const SToolResult later = runTool({"dump", "--stored", sampleDeck("pile-27.dem")});
+    EXPECT_EQ(later.output, "");
+    EXPECT_NE(later.error.find("no records of versions below 20.0.0"), std::string::npos);
 }
 
 TEST(Dump, tellsATimestepOfWallsThatMoveAndStopAsIfItHadBeenReadAlone)

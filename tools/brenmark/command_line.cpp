@@ -206,7 +206,9 @@ void CCommandLine::addDump()
     command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
     CLI::Option* const number =
         command->add_option("--timestep", timestep, "This timestep alone, counted from 0")->type_name("N");
-    command->add_flag("--full", dump.full, "Show arrays with all their values");
+    CLI::Option* const full = command->add_flag("--full", dump.full, "Show arrays with all their values");
+    command->add_flag("--stored", dump.stored, "Show the records of a deck below 20.0.0 in place of what they become")
+        ->excludes(full);
     addReading(command);
     command->callback([this, number] {
         chosen = [this, number] {

@@ -52,6 +52,7 @@ struct SDumpOptions
     bool oneTimestep = false;
     quint32 timestep = 0;
     bool full = false;
+    bool stored = false; ///< the records of an old deck in place of the model that they become
 };
 
 struct SVerifyOptions

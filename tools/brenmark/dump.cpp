@@ -2,6 +2,7 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_text.h"
+#include "brenmark/stored_records.h"
 #include "brenmark/terminal.h"
 
 namespace NBrenmark {
@@ -14,30 +15,53 @@ public:
     void line(const std::string& path, const std::string& value) override { printResult(path + ' ' + value + '\n'); }
 };
 
+/// Of one timestep or of all, with the models that they belong to.
+void dumpRecords(CDeckReader& reader, ITextSink& sink, quint32 first, quint32 end)
+{
+    CStoredRecords records(sink, reader.deck().currentFrame->creator);
+    reader.deck().readOptions.oldRecords = &records;
+    for (quint32 number = first; number < end; ++number) {
+        records.enter(number);
+        reader.timestep(number);
+        records.rethrow();
+    }
+    if (records.count() == 0)
+        printError(
+            "brenmark: there are no records of versions below 20.0.0 here; without --stored dump shows what is\n");
+}
+
+void dumpModel(CDeckReader& reader, ITextSink& sink, const SDumpOptions& options, quint32 count)
+{
+    if (options.oneTimestep) {
+        reader.timestep(options.timestep);
+        timestepText(reader, sink, timestepRoot(options.timestep), options.full);
+        return;
+    }
+    deckText(reader, sink, options.full);
+    for (quint32 number = 0; number < count; ++number) {
+        reader.timestep(number);
+        if (reader.modelChanged())
+            modelText(reader, sink, modelRoot(number), options.full);
+        timestepText(reader, sink, timestepRoot(number), options.full);
+    }
+}
+
 } // namespace
 
 EExitCode runDump(const SDumpOptions& options)
 {
-    CDeckReader reader(options.deck);
+    CDeckReader reader(options.deck, options.stored ? eStoredModel : eUpgradedModel);
     const quint32 count = reader.timestepCount();
     if (options.oneTimestep && options.timestep >= count)
         throw CFailure(eExitUsage, utf8(options.deck) + ": has no timestep " + std::to_string(options.timestep),
                        "It has " + std::to_string(count) + ", counted from 0.");
 
     CPrintingSink sink;
-    if (options.oneTimestep) {
-        reader.timestep(options.timestep);
-        timestepText(reader, sink, timestepRoot(options.timestep), options.full);
-    }
-    else {
-        deckText(reader, sink, options.full);
-        for (quint32 number = 0; number < count; ++number) {
-            reader.timestep(number);
-            if (reader.modelChanged())
-                modelText(reader, sink, modelRoot(number), options.full);
-            timestepText(reader, sink, timestepRoot(number), options.full);
-        }
-    }
+    if (options.stored)
+        dumpRecords(reader, sink, options.oneTimestep ? options.timestep : 0,
+                    options.oneTimestep ? options.timestep + 1 : count);
+    else
+        dumpModel(reader, sink, options, count);
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
     return eExitDone;

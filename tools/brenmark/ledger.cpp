@@ -3,6 +3,8 @@
 #include "brenmark/failure.h"
 #include "brenmark/terminal.h"
 
+#include "core/log_titles.h"
+
 #include <algorithm>
 #include <array>
 
@@ -90,7 +92,8 @@ Ledger withoutFirstError(Ledger messages)
 void printLedger(const Ledger& messages, EShownMessages shown)
 {
     const auto isShown = [shown](const SLogRecord& message) {
-        return message.level >= eWarning && (shown != eWithoutUpgrades || message.effect != eUpgraded);
+        const bool isOfUpgrade = message.effect == eUpgraded || message.title == NLogTitle::conversionProblem.text;
+        return message.level >= eWarning && (shown != eWithoutUpgrades || !isOfUpgrade);
     };
     const std::vector<SSameWords> groups = grouped(messages, isShown, shown == eEveryMessage);
     const size_t lines = shown == eEveryMessage ? groups.size() : std::min(groups.size(), mostLines);

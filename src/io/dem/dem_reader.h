@@ -4,6 +4,7 @@
 
 #include "io/dem/dem_visitor.h"
 #include "io/dem/form.h"
+#include "legacy/old_records.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/visitor_overrides.h"
 
@@ -23,6 +24,19 @@ public:
 
 protected:
     CInForm in() { return CInForm(*stream); }
+
+    /// Tells who wants to know that records of a list follow, and each of them.
+    void beginRecords(const char* list) const
+    {
+        if (stream->options.oldRecords != nullptr)
+            stream->options.oldRecords->begin(list);
+    }
+    template <class TRecord>
+    void tellRecord(const TRecord& record, qint64 byte) const
+    {
+        if (stream->options.oldRecords != nullptr)
+            stream->options.oldRecords->hear(record, byte);
+    }
 
     int listDepth = 0; ///< lists of spheres that are being read, one within the other
 };

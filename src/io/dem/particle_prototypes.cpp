@@ -130,13 +130,16 @@ void CDemCreatorDataReader::readParticlePrototypeList(CParticlePrototypeMap& pro
     f.i32(count);
     if (count > 0)
         stream->require(qint64(count) * (4 + leastPrototypeBytes), counted(count, "particle prototype"));
+    beginRecords("prototypes");
     for (qint32 i = 0; i < count; ++i) {
         leaveIfStopped();
+        const qint64 byte = stream->position();
         CParticlePrototype prototype;
         f.text(prototype.name);
         const QString key = prototype.name;
         readParticlePrototypeExtras(prototype);
         readParticlePrototype(prototype);
+        tellRecord(prototype, byte);
         if (prototypes.contains(key))
             report(eLost, NLogTitle::legacyRead,
                    "particle prototype \"" + shortened(key) + "\" is stored twice: the first is dropped", 1,
@@ -154,8 +157,11 @@ void CDemTimestepDataReader::readLegacyParticlePrototypes(CParticlePrototypeReco
     admitMemory(quint64(count) * sizeof(CParticlePrototype), "particles");
     records.reserve(count);
     stream->rowsAtWork = count;
+    beginRecords("particles");
     for (quint32 i = 0; i < count; ++i) {
+        const qint64 byte = stream->position();
         readParticlePrototype(records.emplace_back());
+        tellRecord(records.back(), byte);
         leaveIfStopped();
     }
 }

@@ -63,15 +63,21 @@ void CDemTimestepDataReader::readLegacyContacts(SLegacyContactLists& contacts)
 {
     CInForm f = in();
     makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceSurface);
+    beginRecords("contacts/surfaceSurface");
     for (SLegacyContact& contact : contacts.surfaceSurface) {
+        const qint64 byte = stream->position();
         readLegacySurfSurfContactIds(contact);
         readLegacyContact(contact);
+        tellRecord(contact, byte);
     }
     leaveIfStopped();
     makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceGeometry);
+    beginRecords("contacts/surfaceGeometry");
     for (SLegacyContact& contact : contacts.surfaceGeometry) {
+        const qint64 byte = stream->position();
         readLegacySurfGeomContactIds(contact);
         readLegacyContact(contact);
+        tellRecord(contact, byte);
     }
     leaveIfStopped();
 }
@@ -102,8 +108,12 @@ void CDemTimestepDataReader::readLegacyBonds(CBondList& bonds)
 {
     CInForm f = in();
     makeRecords(f, "bond", "bonds", bondBytes, bonds);
-    for (CSurfSurfBond& bond : bonds)
+    beginRecords("bonds");
+    for (CSurfSurfBond& bond : bonds) {
+        const qint64 byte = stream->position();
         bond.read(*this);
+        tellRecord(bond, byte);
+    }
     leaveIfStopped();
 }
 
@@ -176,6 +186,7 @@ void CDemTimestepDataReader::readLegacyCollisionList(CCollisionList& collisions)
     const quint32 count = f.count("collision", objects ? kindBytes : pairBytes);
     for (quint32 i = 0; i < count; ++i) {
         leaveIfStopped();
+        const qint64 byte = stream->position();
         qint32 kind = 0;
         f.i32(kind);
         if (!objects) {
@@ -190,6 +201,8 @@ void CDemTimestepDataReader::readLegacyCollisionList(CCollisionList& collisions)
         }
         admitMemory(sizeof(CSurfSurfCollision), "collisions");
         collision->read(*this);
+        if (stream->options.oldRecords != nullptr)
+            collision->tell(*stream->options.oldRecords, byte);
         collisions.push_back(std::move(collision));
     }
     if (count > 0 && !objects)
@@ -200,7 +213,9 @@ void CDemTimestepDataReader::readLegacyCollisionList(CCollisionList& collisions)
 void CDemTimestepDataReader::readLegacyActiveCollisions(CActiveCollisions& collisions)
 {
     in().i32(nextCollisionId, gateCollisionObjects, nextCollisionId);
+    beginRecords("collisions/surfaceSurface");
     readLegacyCollisionList(collisions.surfaceSurface);
+    beginRecords("collisions/surfaceGeometry");
     readLegacyCollisionList(collisions.surfaceGeometry);
 }
 

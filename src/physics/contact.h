@@ -75,7 +75,7 @@ struct SContact
     double time = 0.0;     ///< s
     double timeStep = 0.0; ///< s
     bool multiThreaded = false;
-    quint32 threadIndex = 0; ///< below the number that starting() was told
+    quint32 threadIndex = 0; ///< below the number that starting() was given
     SContactElement element1;
     const CMaterial* material1 = nullptr; ///< not owned, never null when a model is asked
     C3DVector velocity1;                  ///< at the contact, m/s; models may change it

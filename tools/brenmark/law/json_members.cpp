@@ -12,7 +12,8 @@ CJsonMembers::CJsonMembers(const Json& json, const std::string& place)
     : json(json.is_null() ? Json::object() : json), place(place)
 {
     if (!this->json.is_object())
-        throw CFailure(eExitUsage, place + ": isn't an object", "Write it in braces, with a name before each value.");
+        throw CFailure(eExitUsage, place + (place.back() == ':' ? " isn't an object" : ": isn't an object"),
+                       "Write it in braces, with a name before each value.");
 }
 
 void CJsonMembers::refuse(const std::string& name, const char* expected) const

@@ -7,11 +7,13 @@
 #include "brenmark/law/states.h"
 #include "brenmark/terminal.h"
 
+#include "core/log_titles.h"
 #include "core/plain_file.h"
 
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 
@@ -35,7 +37,7 @@ static std::string positionIn(const QByteArray& text, std::size_t byte)
 {
     const QByteArray before = text.left(static_cast<int>(std::min<std::size_t>(byte, 1u << 30)));
     return "line " + std::to_string(before.count('\n') + 1) + ", column " +
-           std::to_string(before.size() - before.lastIndexOf('\n') - 1);
+           std::to_string(std::max(before.size() - before.lastIndexOf('\n') - 1, 1));
 }
 
 static EExitCode runStates(const QString& path)
@@ -65,6 +67,17 @@ static void save(const QString& path, const std::string& text)
                        adviceForWriting(utf8(file.errorString())));
 }
 
+/// \throws CFailure  the read of the deck left a model out
+static void requireWholeChains(const Ledger& messages, const SLawOptions& options)
+{
+    for (const SLogRecord& message : messages)
+        if (options.only.empty() && message.title == NLogTitle::customProperties.text && message.level == eError)
+            throw CFailure(eExitSource,
+                           utf8(options.deck) + ": the deck's " + oneLine(message.place.object) +
+                               " is left out: it clashes with custom properties",
+                           "Its force would be missing. --only MODEL takes one of the others.");
+}
+
 EExitCode runLaw(const SLawOptions& options)
 {
     if (!options.states.isEmpty())
@@ -81,6 +94,7 @@ EExitCode runLaw(const SLawOptions& options)
     CDeckReader reader(options.deck);
     if (reader.timestepCount() > 0)
         reader.timestep(reader.timestepCount() - 1);
+    requireWholeChains(reader.messages(), options);
     const SCurve curve = curveOf(reader.deck().currentFrame->creator, wanted);
     if (!options.csv.isEmpty())
         save(options.csv, csvText(curve));

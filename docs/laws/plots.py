@@ -42,11 +42,22 @@ LAWS = {  # file: (name, attributes, {table: (type, rows)}, overlaps, back, othe
                                                                  [("Glass", "Glass", 1e6)])}, "0:1e-5:60", False, []),
     "parallel_bond": (None, None, {}, "0:1e-5:60", False, ["--only", "Hertz-Mindlin with bonding"]),
     "archard_wear": (None, None, {}, "0:1e-5:60", False, ["--only", "Hertz-Mindlin with Archard Wear"]),
+    "relative_wear": (None, None, {}, "0:1e-5:100", True,
+                      ["--speed", "0.05", "--show", "Hopper: Normal Cumulative Contact Energy"]),
+    "tribocharging": ("Tribocharging", {"data": 2e4}, {}, "0:1e-5:100", True,
+                      ["--speed", "0.05", "--show", "Ball: Charge"]),
 }
 
 
-def write_law(h5, name, attributes, tables):
-    group = h5["CreatorData/0/PhysicsModels/SurfaceSurface"]
+ON_HOPPER = ("archard_wear", "relative_wear", "tribocharging")  # the others: Ball and Ball
+
+
+def write_law(h5, chain, name, attributes, tables):
+    materials = h5["CreatorData/0/Materials"]
+    values = materials[...]
+    values["workFunction"] = [4.5 if name == b"Glass" else 4.3 for name in values["name"]]  # eV
+    materials[...] = values
+    group = h5["CreatorData/0/PhysicsModels"][chain]
     for old in list(group):
         del group[old]
     group.create_dataset("order", data=[name], dtype=h5py.string_dtype("ascii"))
@@ -69,10 +80,10 @@ def main():
             shutil.copytree(deck[:-4] + "_data", copy + "_data")
             for suffix in (".dem", ".ess", ".dfg"):
                 shutil.copy(deck[:-4] + suffix, copy + suffix)
+            other, chain = ("Hopper", "SurfaceGeometry") if file in ON_HOPPER else ("Ball", "SurfaceSurface")
             if name is not None:
                 with h5py.File(copy + "_data/0.h5", "r+") as h5:
-                    write_law(h5, name, attributes, tables)
-            other = "Hopper" if file == "archard_wear" else "Ball"
+                    write_law(h5, chain, name, attributes, tables)
             subprocess.run([tool, "law", copy + ".dem", "--pair", "Ball", other, "--overlap", overlaps, "--svg",
                             os.path.join(here, file + ".svg"), *(["--load-unload"] if back else []), *options],
                            check=True, stdout=subprocess.DEVNULL)

@@ -11,20 +11,24 @@
 
 namespace NBrenmark {
 
-/// The arrays that always have one element a row.
+/// The arrays of a field set that have one element a row, whatever the deck.
 template <class TVisit>
-static void forEachArray(CContactsBase& c, const TVisit& visit)
+static void forEachArray(CContactsBase& c, quint32 fieldSet, const TVisit& visit)
 {
-    visit(c.rows);
-    visit(c.tangentialOverlap);
-    visit(c.contactVector1);
-    visit(c.contactVector2);
-    visit(c.position);
-    visit(c.normalOverlap);
-    visit(c.normalForce);
-    visit(c.tangentialForce);
-    visit(c.legacyScalar);
-    visit(c.legacyFlags);
+    const auto visitIf = [&](EContactField field, auto& array) {
+        if (fieldSet & field)
+            visit(array);
+    };
+    visitIf(eContactEnds, c.rows);
+    visitIf(eContactTangentialOverlap, c.tangentialOverlap);
+    visitIf(eContactVector1, c.contactVector1);
+    visitIf(eContactVector2, c.contactVector2);
+    visitIf(eContactPosition, c.position);
+    visitIf(eContactNormalOverlap, c.normalOverlap);
+    visitIf(eContactNormalForce, c.normalForce);
+    visitIf(eContactTangentialForce, c.tangentialForce);
+    visitIf(eContactLegacyScalar, c.legacyScalar);
+    visitIf(eContactLegacyFlags, c.legacyFlags);
 }
 
 // ---------------------------------------------------------------- rows
@@ -92,11 +96,17 @@ bool CContactsBase::findRow(const std::pair<quint32, quint32>& firstEnd, const s
 
 // ---------------------------------------------------------------- all rows at once
 
-void CContactsBase::reserveAll(std::size_t capacity)
+bool CContactsBase::hasCollisions(quint32 fieldSet) const
 {
-    forEachArray(*this, [capacity](auto& array) { array.reserve(capacity); });
-    contactRecords.reserveRows(capacity);
-    if (collisionsActive)
+    return collisionsActive && (fieldSet & eContactCollisions);
+}
+
+void CContactsBase::reserveAll(std::size_t capacity, quint32 fieldSet)
+{
+    forEachArray(*this, fieldSet, [capacity](auto& array) { array.reserve(capacity); });
+    if (fieldSet & eContactRecordValues)
+        contactRecords.reserveRows(capacity);
+    if (hasCollisions(fieldSet))
         activeCollisions.reserveRecords(capacity);
     customProperties.reserve(static_cast<unsigned int>(capacity));
 }
@@ -120,29 +130,31 @@ void CContactsBase::reserveRows(std::size_t count)
         reserveAll(std::max(count, leastCapacity));
 }
 
-void CContactsBase::resizeRows(std::size_t count)
+void CContactsBase::resizeRows(std::size_t count, quint32 fieldSet)
 {
-    forEachArray(*this, [count](auto& array) { array.resize(count); });
-    contactRecords.resizeRows(count);
-    if (collisionsActive)
+    forEachArray(*this, fieldSet, [count](auto& array) { array.resize(count); });
+    if (fieldSet & eContactRecordValues)
+        contactRecords.resizeRows(count);
+    if (hasCollisions(fieldSet))
         activeCollisions.resizeRecords(count);
     customProperties.resize(static_cast<unsigned int>(count));
 }
 
 void CContactsBase::clear()
 {
-    forEachArray(*this, [](auto& array) { array.clear(); });
+    forEachArray(*this, eAllContactFields, [](auto& array) { array.clear(); });
     contactRecords.clear();
     activeCollisions.clear();
     customProperties.resetAll();
     firstFree = 0;
 }
 
-void CContactsBase::copyRow(quint32 source, quint32 target)
+void CContactsBase::copyRow(quint32 source, quint32 target, quint32 fieldSet)
 {
-    forEachArray(*this, [=](auto& array) { array[target] = array[source]; });
-    contactRecords.copyRow(source, target);
-    if (collisionsActive)
+    forEachArray(*this, fieldSet, [=](auto& array) { array[target] = array[source]; });
+    if (fieldSet & eContactRecordValues)
+        contactRecords.copyRow(source, target);
+    if (hasCollisions(fieldSet))
         activeCollisions.copyRecord(source, target, eOwnCollisionFields);
     customProperties.copyItem(source, target);
 }

@@ -16,7 +16,7 @@ namespace NBrenmark {
 
 struct SLogTitle;
 
-/// Bits of a word that names arrays of a contact family.
+/// Bits of a word that names arrays of a contact family, a field set.
 enum EContactField : quint32
 {
     eContactEnds = 1u << 0,
@@ -30,7 +30,8 @@ enum EContactField : quint32
     eContactRecordValues = 1u << 9,
     eContactCollisions = 1u << 10, ///< the nested records, while they follow the rows
     eContactLegacyScalar = 1u << 11,
-    eContactLegacyFlags = 1u << 12
+    eContactLegacyFlags = 1u << 12,
+    eAllContactFields = 8191
 };
 
 /// What CContactsBase::normalOverlap holds where no contact is.
@@ -78,8 +79,11 @@ public:
 
     /// Makes room for so many rows, but at least leastCapacity; 0 makes room for one more.
     void reserveRows(std::size_t count);
-    /// New rows are zero, custom properties at their initial values.
-    void resizeRows(std::size_t count);
+    /// New rows are zero, custom properties, which always follow, at their initial values.
+    /// \param fieldSet  the arrays that take part
+    void resizeRows(std::size_t count, quint32 fieldSet = eAllContactFields);
+    /// The item of custom properties goes with the arrays of the field set.
+    void copyRow(quint32 source, quint32 target, quint32 fieldSet = eAllContactFields);
     /// collisionsActive and freedCount survive.
     void clear();
     /// Takes out the rows that aren't live, each replaced by the last one that is.
@@ -114,8 +118,8 @@ public:
 
 private:
     void makeRoom();
-    void reserveAll(std::size_t capacity);
-    void copyRow(quint32 source, quint32 target);
+    void reserveAll(std::size_t capacity, quint32 fieldSet = eAllContactFields);
+    bool hasCollisions(quint32 fieldSet) const;
 };
 
 class CSurfaceSurfaceContacts : public CContactsBase

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace NBrenmark {
@@ -145,6 +146,28 @@ struct SCompactCase
     const char* states; ///< one letter a row: l live, r released, t taken, o another negative overlap, n no number
     std::vector<quint32> order;
 };
+
+TEST_F(ContactRows, copiesTheArraysOfAFieldSetAlone)
+{
+    // The bits as both file families number them.
+    const std::pair<quint32, std::function<double(const CContactsBase&)>> fields[] = {{1, [](const auto& c) { return c.rows[0][0]; }},
+                                                                                      {2, [](const auto& c) { return c.tangentialOverlap[0].x; }},
+                                                                                      {4, [](const auto& c) { return c.contactVector1[0].x; }},
+                                                                                      {8, [](const auto& c) { return c.contactVector2[0].x; }},
+                                                                                      {16, [](const auto& c) { return c.position[0].x; }},
+                                                                                      {32, [](const auto& c) { return c.normalOverlap[0] - 0.5; }},
+                                                                                      {64, [](const auto& c) { return c.normalForce[0].x; }},
+                                                                                      {128, [](const auto& c) { return c.tangentialForce[0].x; }},
+                                                                                      {2048, [](const auto& c) { return c.legacyScalar[0]; }},
+                                                                                      {4096, [](const auto& c) { return c.legacyFlags[0]; }}};
+    for (const auto& [copied, unused] : fields) {
+        CContacts contacts(&manager);
+        number(contacts.surfaceSurface, 4);
+        contacts.surfaceSurface.copyRow(3, 0, copied);
+        for (const auto& [field, valueOf] : fields)
+            EXPECT_EQ(valueOf(contacts.surfaceSurface), field == copied ? 3.0 : 0.0) << copied << ' ' << field;
+    }
+}
 
 TEST_F(ContactRows, compactPutsTheLastLiveRowInEachGap)
 {

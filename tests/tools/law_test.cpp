@@ -34,6 +34,42 @@ TEST(Law, showsTheSumOfADecksChain)
     EXPECT_LT(rows[3].split(',')[1].toDouble(), alone);
 }
 
+TEST(Law, needsAllModelsOfTheChainAndDrawsAnyColumn)
+{
+    CTempFolder folder;
+    for (const char* const suffix : {".dem", ".idx", ".dfg"})
+        QFile::copy(QString::fromStdString(sampleDeck(std::string("physics-25") + suffix)), folder.path("a") + suffix);
+    // Settings that define "Charge" of geometry with two elements, where the model needs one.
+    QFile settings(QString::fromStdString(sampleDeck("properties-24.ess")));
+    ASSERT_TRUE(settings.open(QIODevice::ReadOnly));
+    folder.write("a.ess", settings.readAll().replace(QByteArray("\0I\0s\0-\0H\0o\0t", 12),
+                                                     QByteArray("\0C\0h\0a\0r\0g\0e", 12)));
+    const std::vector<std::string> clashing{
+        "law", argument(folder.path("a.dem")), "--pair", "Ball", "Ball", "--overlap", "0:1e-5:3"};
+    SToolResult result = runTool(clashing);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.error.find("contact model (Tribocharging) is left out"), std::string::npos) << result.error;
+
+    std::vector<std::string> wear{"law",
+                                  sampleDeck("physics-25.dem"),
+                                  "--pair",
+                                  "Ball",
+                                  "Hopper",
+                                  "--overlap",
+                                  "0:1e-5:3",
+                                  "--show",
+                                  "Hopper: Normal Cumulative Contact Energy"};
+    result = runTool(wear);
+    EXPECT_EQ(result.exitCode, 0) << result.error;
+    EXPECT_EQ(result.output.find("Hopper: Normal Cumulative Contact Energy ["), 0u) << result.output;
+    wear.back() = "Energy";
+    result = runTool(wear);
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_NE(result.error.find("It has: normal force, tangential force, torque, Previous Normal Velocity, "),
+              std::string::npos)
+        << result.error;
+}
+
 TEST(Law, goesOnFromTheStateBefore)
 {
     // Of two spheres that yield, loaded to 10 um with e of 0.6, 6.4 um are left: at 5 um nothing is borne.

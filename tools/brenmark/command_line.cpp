@@ -257,6 +257,8 @@ void CCommandLine::addLaw()
         ->type_name("V");
     command->add_flag("--load-unload", law.unloads, "Go back as well");
     command->add_option("--only", law.only, "This contact model of the chain alone")->type_name("MODEL");
+    command->add_option("--show", law.show, "Draw this column of the table; default: normal force")
+        ->type_name("COLUMN");
     command->add_option("--csv", csv, "Write the table to a file")->type_name("FILE");
     command->add_option("--svg", svg, "Draw the curve into a file")->type_name("FILE");
     command

@@ -68,10 +68,11 @@ struct SLawOptions
 {
     QString states; ///< a file of contact states, "-" for standard input; empty for none
     QString deck;
-    std::string first;  ///< a particle type
-    std::string second; ///< a particle type or a geometry group
-    std::string only;   ///< a model of the chain; empty for all
-    double from = 0.0;  ///< overlaps, m
+    std::string first;                 ///< a particle type
+    std::string second;                ///< a particle type or a geometry group
+    std::string only;                  ///< a model of the chain; empty for all
+    std::string show = "normal force"; ///< the column that is drawn
+    double from = 0.0;                 ///< overlaps, m
     double to = 0.0;
     quint32 count = 0;
     double speed = 1e-6; ///< m/s

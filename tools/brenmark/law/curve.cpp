@@ -196,6 +196,43 @@ SContactResults resultsOfChain(const std::vector<IContactModel*>& models, SConta
     return sum;
 }
 
+// ---------------------------------------------------------------- what the models keep
+
+const char* unitOf(unsigned int quantity)
+{
+    switch (quantity) {
+    case eEnergyQuantity: return "J";
+    case eForceQuantity: return "N";
+    case eChargeQuantity: return "C";
+    case eLengthQuantity: return "m";
+    case eVelocityQuantity: return "m/s";
+    case eTemperatureQuantity: return "K";
+    case eHeatFluxQuantity: return "W";
+    default: return "";
+    }
+}
+
+/// The properties of the contact or of one of the two.
+struct SKept
+{
+    const CPropertySet& set;
+    quint32 row;
+    std::string owner; ///< "Ball: "
+
+    void appendColumns(std::vector<SCurveColumn>& columns) const
+    {
+        for (const auto& [name, values] : set.sum(row))
+            for (std::size_t i = 0; i < values.size(); ++i)
+                columns.push_back({owner + name + (values.size() == 1 ? "" : ' ' + std::to_string(i + 1)),
+                                   unitOf(set.quantityOf(name))});
+    }
+    void appendValues(std::vector<double>& all) const
+    {
+        for (const auto& [name, values] : set.sum(row))
+            all.insert(all.end(), values.begin(), values.end());
+    }
+};
+
 } // namespace
 
 SCurve curveOf(const CCreatorData& deck, const SCurveOptions& options)
@@ -236,7 +273,7 @@ SCurve curveOf(const CCreatorData& deck, const SCurveOptions& options)
                            "Choose another pair, or --only with another model of the chain.");
         for (CPropertySet* const set : {&particles, &geometry, &contacts})
             for (const auto& property : model->requiredProperties(set->manager.managerType))
-                set->define(property->name, property->numberOfElements);
+                set->define(property->name, property->numberOfElements, property->unitsType);
     }
     for (CPropertySet* const set : {&particles, &geometry, &contacts}) {
         set->makeRows(2);
@@ -246,9 +283,15 @@ SCurve curveOf(const CCreatorData& deck, const SCurveOptions& options)
     contact.element1.properties = particles.item(0);
     contact.element2.properties = onGeometry ? geometry.item(1) : particles.item(1);
     contact.properties = contacts.item(0);
-    for (const auto& [name, values] : contacts.sum(0))
-        for (std::size_t i = 0; i < values.size(); ++i)
-            curve.history.push_back(values.size() == 1 ? name : name + " " + std::to_string(i + 1));
+    const bool areAlike = first.name() == second.name();
+    const SKept allKept[] = {
+        {contacts, 0, ""},
+        {particles, 0, first.name() + (areAlike ? " 1: " : ": ")},
+        {onGeometry ? geometry : particles, 1, second.name() + (areAlike ? " 2: " : ": ")},
+    };
+    curve.columns = {{"overlap", "m"}, {"normal force", "N"}, {"tangential force", "N"}, {"torque", "N m"}};
+    for (const SKept& kept : allKept)
+        kept.appendColumns(curve.columns);
 
     std::vector<double> overlaps;
     for (quint32 i = 0; i < options.count; ++i)
@@ -266,11 +309,11 @@ SCurve curveOf(const CCreatorData& deck, const SCurveOptions& options)
         const SContactResults results = resultsOfChain(models, contact);
         for (CPropertySet* const set : {&particles, &geometry, &contacts})
             set->apply();
-        SCurvePoint point{
-            overlaps[i], 0.0 - results.normalForce.x, results.tangentialForce.length(), results.torque1.length(), {}};
-        for (const auto& [name, values] : contacts.sum(0))
-            point.history.insert(point.history.end(), values.begin(), values.end());
-        curve.points.push_back(point);
+        std::vector<double> point{overlaps[i], 0.0 - results.normalForce.x, results.tangentialForce.length(),
+                                  results.torque1.length()};
+        for (const SKept& kept : allKept)
+            kept.appendValues(point);
+        curve.points.push_back(std::move(point));
     }
     for (IContactModel* const model : models)
         model->stopping();

@@ -20,23 +20,29 @@ struct SCurveOptions
     bool unloads = false;
 };
 
-/// One overlap and what acts at it.
-struct SCurvePoint
+/// Columns that every curve begins with.
+enum ECurveColumn
 {
-    double overlap = 0.0;         ///< m
-    double normalForce = 0.0;     ///< N, above 0 apart
-    double tangentialForce = 0.0; ///< N
-    double torque = 0.0;          ///< on the first, N m
-    std::vector<double> history;  ///< the values of the models' contact properties, in the order of their names
+    eOverlapColumn,         ///< m
+    eNormalForceColumn,     ///< N, above 0 apart
+    eTangentialForceColumn, ///< N
+    eTorqueColumn,          ///< on the first, N m
+    eFirstKeptColumn        ///< the custom properties of the models: of the contact, then of the two
+};
+
+struct SCurveColumn
+{
+    std::string name; ///< "normal force", "Residual Overlap", "Ball: Charge"
+    std::string unit; ///< empty without one
 };
 
 struct SCurve
 {
-    std::string title;                ///< "Ball on Steel wall"
-    std::vector<std::string> models;  ///< of the chain, in order
-    std::vector<std::string> history; ///< names of the values
-    std::vector<SCurvePoint> points;
-    std::size_t unloading = 0; ///< the first point on the way back; the number of points without one
+    std::string title;               ///< "Ball on Steel wall"
+    std::vector<std::string> models; ///< of the chain, in order
+    std::vector<SCurveColumn> columns;
+    std::vector<std::vector<double>> points; ///< a value a column
+    std::size_t unloading = 0;               ///< the first point on the way back; the number of points without one
 };
 
 /// \throws CFailure  a name that the deck lacks or that means two things, a model that can't be calculated, a pair of

@@ -96,11 +96,12 @@ EExitCode runLaw(const SLawOptions& options)
         reader.timestep(reader.timestepCount() - 1);
     requireWholeChains(reader.messages(), options);
     const SCurve curve = curveOf(reader.deck().currentFrame->creator, wanted);
+    const std::size_t column = columnNamed(curve, options.show);
     if (!options.csv.isEmpty())
         save(options.csv, csvText(curve));
     if (!options.svg.isEmpty())
-        save(options.svg, svgPlot(curve));
-    printResult(terminalPlot(curve, errorColumns()) + '\n' + tableText(curve));
+        save(options.svg, svgPlot(curve, column));
+    printResult(terminalPlot(curve, column, errorColumns()) + '\n' + tableText(curve));
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
     return eExitDone;

@@ -1,6 +1,7 @@
-// Draws curves of force over overlap.
+// Draws curves over the overlap.
 #include "brenmark/law/plot.h"
 
+#include "brenmark/failure.h"
 #include "brenmark/terminal.h"
 
 #include <algorithm>
@@ -49,9 +50,9 @@ struct SAxis
         return significant(std::abs(value) < 1e-9 ? 0.0 : value, 6);
     }
     /// "mm", "kN".
-    std::string unit(const char* base) const
+    std::string unit(const std::string& base) const
     {
-        switch (exponent) {
+        switch (base.empty() ? (exponent == 0 ? 0 : 1) : exponent) {
         case 0: return base;
         case 3: return std::string("k") + base;
         case 6: return std::string("M") + base;
@@ -59,7 +60,7 @@ struct SAxis
         case -6: return std::string("\u00b5") + base;
         case -9: return std::string("n") + base;
         case -12: return std::string("p") + base;
-        default: return "1e" + std::to_string(exponent) + " " + base;
+        default: return "1e" + std::to_string(exponent) + (base.empty() ? "" : " ") + base;
         }
     }
 
@@ -69,20 +70,27 @@ struct SAxis
     int exponent = 0;
 };
 
-template <class TValue>
-SAxis axisOf(const SCurve& curve, int ticks, const TValue& value)
+SAxis axisOf(const SCurve& curve, int ticks, std::size_t column)
 {
     double least = HUGE_VAL, greatest = -HUGE_VAL;
-    for (const SCurvePoint& point : curve.points)
-        if (std::isfinite(value(point))) {
-            least = std::min(least, value(point));
-            greatest = std::max(greatest, value(point));
+    for (const std::vector<double>& point : curve.points)
+        if (std::isfinite(point[column])) {
+            least = std::min(least, point[column]);
+            greatest = std::max(greatest, point[column]);
         }
     return least <= greatest ? SAxis(least, greatest, ticks) : SAxis(0, 1, ticks);
 }
 
-double overlapOf(const SCurvePoint& point) { return point.overlap; }
-double forceOf(const SCurvePoint& point) { return point.normalForce; }
+std::string withUnit(const std::string& name, const std::string& unit)
+{
+    return unit.empty() ? name : name + " [" + unit + "]";
+}
+
+/// "normal force [kN]"
+std::string axisText(const SCurve& curve, std::size_t column, const SAxis& axis)
+{
+    return withUnit(curve.columns[column].name, axis.unit(curve.columns[column].unit));
+}
 
 std::string padded(const std::string& text, std::size_t width)
 {
@@ -91,15 +99,9 @@ std::string padded(const std::string& text, std::size_t width)
 
 std::vector<std::string> heads(const SCurve& curve)
 {
-    std::vector<std::string> all{"overlap [m]", "normal force [N]", "tangential force [N]", "torque [N m]"};
-    all.insert(all.end(), curve.history.begin(), curve.history.end());
-    return all;
-}
-
-std::vector<double> values(const SCurvePoint& point)
-{
-    std::vector<double> all{point.overlap, point.normalForce, point.tangentialForce, point.torque};
-    all.insert(all.end(), point.history.begin(), point.history.end());
+    std::vector<std::string> all;
+    for (const SCurveColumn& column : curve.columns)
+        all.push_back(withUnit(column.name, column.unit));
     return all;
 }
 
@@ -121,6 +123,17 @@ std::string chainText(const SCurve& curve)
 
 } // namespace
 
+std::size_t columnNamed(const SCurve& curve, const std::string& name)
+{
+    std::string names;
+    for (std::size_t i = eNormalForceColumn; i < curve.columns.size(); ++i) {
+        if (curve.columns[i].name == name)
+            return i;
+        names += (names.empty() ? "" : ", ") + oneLine(curve.columns[i].name);
+    }
+    throw CFailure(eExitUsage, oneLine(name) + ": isn't a column of this curve", "It has: " + names + ".");
+}
+
 // ---------------------------------------------------------------- tables
 
 std::string tableText(const SCurve& curve)
@@ -133,8 +146,8 @@ std::string tableText(const SCurve& curve)
         text += '\n';
     };
     line([&](std::size_t i) { return oneLine(names[i]); });
-    for (const SCurvePoint& point : curve.points)
-        line([cells = values(point)](std::size_t i) { return significant(cells[i], 6); });
+    for (const std::vector<double>& point : curve.points)
+        line([&point](std::size_t i) { return significant(point[i], 6); });
     return text;
 }
 
@@ -148,9 +161,9 @@ std::string csvText(const SCurve& curve)
         text += (text.empty() ? "\"" : ",\"") + quoted + '"';
     }
     text += '\n';
-    for (const SCurvePoint& point : curve.points) {
+    for (const std::vector<double>& point : curve.points) {
         std::string line;
-        for (const double value : values(point))
+        for (const double value : point)
             line += (line.empty() ? "" : ",") + significant(value, 17);
         text += line + '\n';
     }
@@ -159,26 +172,25 @@ std::string csvText(const SCurve& curve)
 
 // ---------------------------------------------------------------- pictures
 
-std::string terminalPlot(const SCurve& curve, int columns)
+std::string terminalPlot(const SCurve& curve, std::size_t column, int columns)
 {
-    const SAxis x = axisOf(curve, 4, overlapOf), y = axisOf(curve, 4, forceOf);
+    const SAxis x = axisOf(curve, 4, eOverlapColumn), y = axisOf(curve, 4, column);
     const int height = 17;
     const int width = std::max(20, std::min(columns, 100) - 12);
     std::vector<std::string> rows(height, std::string(static_cast<std::size_t>(width), ' '));
     const auto cell = [](double share, int size) { return static_cast<int>(std::lround(share * (size - 1))); };
-    const auto put = [&](double overlap, double force, char mark) {
-        rows[static_cast<std::size_t>(height - 1 - cell(y.at(force), height))]
+    const auto put = [&](double overlap, double value, char mark) {
+        rows[static_cast<std::size_t>(height - 1 - cell(y.at(value), height))]
             [static_cast<std::size_t>(cell(x.at(overlap), width))] = mark;
     };
     if (y.from < 0.0 && y.to > 0.0)
-        for (int column = 0; column < width; ++column)
-            rows[static_cast<std::size_t>(height - 1 - cell(y.at(0.0), height))][static_cast<std::size_t>(column)] =
-                '-';
+        rows[static_cast<std::size_t>(height - 1 - cell(y.at(0.0), height))].assign(static_cast<std::size_t>(width),
+                                                                                    '-');
     for (std::size_t i = 0; i < curve.points.size(); ++i)
-        if (std::isfinite(curve.points[i].normalForce))
-            put(curve.points[i].overlap, curve.points[i].normalForce, i < curve.unloading ? '*' : 'o');
+        if (std::isfinite(curve.points[i][column]))
+            put(curve.points[i][eOverlapColumn], curve.points[i][column], i < curve.unloading ? '*' : 'o');
 
-    std::string text = "normal force [" + y.unit("N") + "]" +
+    std::string text = oneLine(axisText(curve, column, y)) +
                        (curve.unloading < curve.points.size() ? "   * loading  o unloading" : "") + '\n';
     for (int row = 0; row < height; ++row) {
         std::string label;
@@ -197,12 +209,12 @@ std::string terminalPlot(const SCurve& curve, int columns)
             labels.replace(at, label.size(), label);
     }
     return text + labels.substr(0, labels.find_last_not_of(' ') + 1) + '\n' +
-           padded("overlap [" + x.unit("m") + "]", 11 + static_cast<std::size_t>(width)) + '\n';
+           padded(axisText(curve, eOverlapColumn, x), 11 + static_cast<std::size_t>(width)) + '\n';
 }
 
-std::string svgPlot(const SCurve& curve)
+std::string svgPlot(const SCurve& curve, std::size_t column)
 {
-    const SAxis x = axisOf(curve, 6, overlapOf), y = axisOf(curve, 6, forceOf);
+    const SAxis x = axisOf(curve, 6, eOverlapColumn), y = axisOf(curve, 6, column);
     const double left = 80, top = 56, width = 600, height = 360;
     const auto px = [&](double value) { return left + x.at(value) * width; };
     const auto py = [&](double value) { return top + (1 - y.at(value)) * height; };
@@ -232,15 +244,15 @@ std::string svgPlot(const SCurve& curve)
         line(left, py(0), left + width, py(0), "#888");
     line(left, top, left, top + height, "#333");
     line(left, top + height, left + width, top + height, "#333");
-    label(left + width / 2, top + height + 46, "middle", "overlap [" + x.unit("m") + "]", "");
-    label(0, 0, "middle", "normal force [" + y.unit("N") + "]",
+    label(left + width / 2, top + height + 46, "middle", axisText(curve, eOverlapColumn, x), "");
+    label(0, 0, "middle", axisText(curve, column, y),
           ("transform=\"translate(24 " + number(top + height / 2) + ") rotate(-90)\"").c_str());
 
     const auto path = [&](std::size_t begin, std::size_t end, const char* colour, const char* dash) {
         std::string points;
         for (std::size_t i = begin; i < end; ++i)
-            if (std::isfinite(curve.points[i].normalForce))
-                points += number(px(curve.points[i].overlap)) + ',' + number(py(curve.points[i].normalForce)) + ' ';
+            if (std::isfinite(curve.points[i][column]))
+                points += number(px(curve.points[i][eOverlapColumn])) + ',' + number(py(curve.points[i][column])) + ' ';
         svg += "<polyline fill=\"none\" stroke=\"" + std::string(colour) + "\" stroke-width=\"2\" " + dash +
                " points=\"" + points + "\"/>\n";
     };

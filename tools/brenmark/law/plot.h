@@ -7,10 +7,12 @@
 
 namespace NBrenmark {
 
-/// Normal force over overlap in characters. \param columns  of the terminal
-std::string terminalPlot(const SCurve& curve, int columns);
+/// The column of a curve that a name means. \throws CFailure  there is none, or it is the overlap
+std::size_t columnNamed(const SCurve& curve, const std::string& name);
+/// A column over the overlap in characters. \param columns  of the terminal
+std::string terminalPlot(const SCurve& curve, std::size_t column, int columns);
 /// The same with axes, a grid, and the way back in a second colour.
-std::string svgPlot(const SCurve& curve);
+std::string svgPlot(const SCurve& curve, std::size_t column);
 /// A head line and a row a point, aligned.
 std::string tableText(const SCurve& curve);
 /// The same, separated by commas, with 17 digits.

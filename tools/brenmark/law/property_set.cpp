@@ -5,9 +5,9 @@
 
 namespace NBrenmark {
 
-void CPropertySet::define(const std::string& name, unsigned int elements)
+void CPropertySet::define(const std::string& name, unsigned int elements, unsigned int quantity)
 {
-    auto property = std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, elements, 0u);
+    auto property = std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, elements, quantity);
     if (manager.addProperty(property))
         manager.lastFinalisedPropertyIndex = static_cast<int>(manager.propertyCount()) - 1;
 }
@@ -44,6 +44,14 @@ PropertyValues CPropertySet::sum(quint32 row) const
         for (std::size_t i = 0; i < elements.size(); ++i)
             all[name][i] += elements[i];
     return all;
+}
+
+unsigned int CPropertySet::quantityOf(const std::string& name) const
+{
+    for (const auto& list : values.lists)
+        if (list->metaData().name == name)
+            return list->metaData().unitsType;
+    return 0;
 }
 
 void CPropertySet::apply()

@@ -3,24 +3,12 @@
 // as long as it holds the model.
 
 #include "properties/custom_property_meta_data.h"
+#include "units/quantity.h"
 
 #include <memory>
 #include <vector>
 
 namespace NBrenmark {
-
-/// Quantities of the properties below, in the numbering that files hold.
-enum EPropertyQuantity : unsigned int
-{
-    eNoQuantity = 1,
-    eEnergyQuantity = 7,
-    eForceQuantity = 9,
-    eChargeQuantity = 10,
-    eLengthQuantity = 11,
-    eVelocityQuantity = 17,
-    eTemperatureQuantity = 20,
-    eHeatFluxQuantity = 21
-};
 
 /// One row of a model's table: whose property, its name and its shape. All hold real numbers that
 /// start at zero.
@@ -29,7 +17,7 @@ struct SRequiredProperty
     unsigned int owner; ///< ECustomPropertyOwner
     const char* name;
     unsigned int numberOfElements;
-    unsigned int quantity;
+    EQuantity quantity;
 };
 
 class CCustomPropertyManager;

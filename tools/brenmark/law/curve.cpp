@@ -9,6 +9,7 @@
 #include "model/geometry/geometry_group.h"
 #include "physics/parameter_records.h"
 #include "physics/phantoms.h"
+#include "units/unit_table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -198,18 +199,11 @@ SContactResults resultsOfChain(const std::vector<IContactModel*>& models, SConta
 
 // ---------------------------------------------------------------- what the models keep
 
-const char* unitOf(unsigned int quantity)
+/// Of base values; empty for what has none.
+std::string baseUnitOf(unsigned int quantity)
 {
-    switch (quantity) {
-    case eEnergyQuantity: return "J";
-    case eForceQuantity: return "N";
-    case eChargeQuantity: return "C";
-    case eLengthQuantity: return "m";
-    case eVelocityQuantity: return "m/s";
-    case eTemperatureQuantity: return "K";
-    case eHeatFluxQuantity: return "W";
-    default: return "";
-    }
+    const std::vector<SUnit>& units = quantityOf(quantity).units;
+    return units.empty() ? "" : units.front().name;
 }
 
 /// The properties of the contact or of one of the two.
@@ -224,7 +218,7 @@ struct SKept
         for (const auto& [name, values] : set.sum(row))
             for (std::size_t i = 0; i < values.size(); ++i)
                 columns.push_back({owner + name + (values.size() == 1 ? "" : ' ' + std::to_string(i + 1)),
-                                   unitOf(set.quantityOf(name))});
+                                   baseUnitOf(set.quantityOf(name))});
     }
     void appendValues(std::vector<double>& all) const
     {

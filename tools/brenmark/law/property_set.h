@@ -21,7 +21,7 @@ public:
     {}
 
     /// Defines a property with values from here on; one that is there stays.
-    /// \param quantity  EPropertyQuantity
+    /// \param quantity  EQuantity
     void define(const std::string& name, unsigned int elements, unsigned int quantity = 0);
     /// Makes rows for so many items, all 0.
     void makeRows(quint32 items);
@@ -29,7 +29,7 @@ public:
     /// What was added to a row, and the sum with what was there.
     PropertyValues changed(quint32 row) const { return rowOf(changes, row); }
     PropertyValues sum(quint32 row) const;
-    /// EPropertyQuantity, 0 for a property that isn't there.
+    /// EQuantity, 0 for a property that isn't there.
     unsigned int quantityOf(const std::string& name) const;
     /// Adds the changes to the values, and sets them to 0.
     void apply();

@@ -3,6 +3,7 @@
 // to the same disk; the ordinary way has its input in memory, and no model to read.
 //
 //   conversion [--particles N] [--contacts N] [--timesteps N] [--rounds 5] [--from-floats] [--folder FOLDER]
+//   conversion --make NAME.dem [--particles N] [--contacts N] [--timesteps N]      makes the deck alone
 //
 // Without a size: 100,000 particles and 400,000 contacts at five times, 480 MB. Every step runs in a process of its own,
 // in turn, so that neither warms the other's heap and the peak of resident memory is the step's own. A round in which
@@ -404,6 +405,8 @@ int main(int argc, char** argv)
     size.timesteps = wordAfter(arguments, "--timesteps", "5").toUInt();
     fromFloats = arguments.contains("--from-floats");
     const quint32 rounds = wordAfter(arguments, "--rounds", "5").toUInt();
+    if (const QString deck = wordAfter(arguments, "--make", QString()); !deck.isEmpty())
+        return makeDeck(deck, size) ? 0 : 1;
     const QString parent = wordAfter(arguments, "--folder", QDir::tempPath());
     QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
     if (!folder.isValid() || size.particles < 2 || size.timesteps == 0 || rounds == 0) {

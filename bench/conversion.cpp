@@ -3,10 +3,12 @@
 // to the same disk; the ordinary way has its input in memory, and no model to read.
 //
 //   conversion [--particles N] [--contacts N] [--timesteps N] [--rounds 5] [--from-floats] [--folder FOLDER]
+//   conversion --make NAME.dem [--particles N] [--contacts N] [--timesteps N]      makes the deck alone
 //
 // Without a size: 100,000 particles and 400,000 contacts at five times, 480 MB. Every step runs in a process of its own,
 // in turn, so that neither warms the other's heap and the peak of resident memory is the step's own. A round in which
-// the ordinary way waited for a core for more than a twentieth of its time is repeated, up to ten times.
+// the ordinary way waited for a core for more than a twentieth of its time is repeated, up to ten times. The new deck of
+// each round is compared with its source by the command line, and both is done by convert --verify as well.
 
 #include "bench/measuring.h"
 
@@ -17,6 +19,7 @@
 #include "core/deflate.h"
 #include "core/thread_pool.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -306,13 +309,14 @@ void addSizes(const H5::Group& group, const std::string& path, SSizes& sizes)
 
 struct SRound
 {
-    SMeasure ordinary, all, one;
+    SMeasure ordinary, all, one, verify, both;
 };
 
 SRound measuredRound(const SSize& size, const QString& folder)
 {
     const QString source = folder + "/source.dem";
     const QString target = folder + "/target.dem";
+    const QString brenmark = QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../bin/brenmark");
     const auto conversion = [&](unsigned threads) {
         return measure("a conversion", [&, threads] {
             setThreadCount(threads);
@@ -330,6 +334,9 @@ SRound measuredRound(const SSize& size, const QString& folder)
         round.ordinary = measure("the ordinary way", [&] { return ordinaryWay(folder, size); });
         round.all = conversion(0);
         round.one = conversion(1);
+        round.verify = measureCommand("a comparison", brenmark, {"verify", source, target});
+        round.both = measureCommand("a conversion with its comparison", brenmark,
+                                    {"convert", "--verify", "--force", source, folder + "/compared.dem"});
         if (round.ordinary.wallSeconds <= 1.05 * round.ordinary.cpuSeconds)
             return round;
     }
@@ -345,7 +352,7 @@ void compare(const SSize& size, quint32 rounds, const QString& folder)
                 size.particles, size.contacts, size.timesteps, size.megabytes() * size.timesteps, size.megabytes(),
                 threadCount());
     measure("making the deck", [&] { return SCounted(makeDeck(folder + "/source.dem", size) ? 0.0 : -1.0); });
-    std::vector<double> elapsed, elapsedOfOne, cpu, scaling, peaks;
+    std::vector<double> elapsed, elapsedOfOne, cpu, scaling, peaks, verify, verifyCpu, both;
     for (quint32 number = 1; number <= rounds; ++number) {
         const SRound round = measuredRound(size, folder);
         elapsed.push_back(round.ordinary.wallSeconds / round.all.wallSeconds);
@@ -353,10 +360,15 @@ void compare(const SSize& size, quint32 rounds, const QString& folder)
         cpu.push_back(round.all.cpuSeconds / round.ordinary.cpuSeconds);
         scaling.push_back(round.one.wallSeconds / round.all.wallSeconds);
         peaks.push_back(round.all.peakMegabytes);
+        verify.push_back(round.verify.wallSeconds / round.all.wallSeconds);
+        verifyCpu.push_back(round.verify.cpuSeconds / round.all.cpuSeconds);
+        both.push_back(round.both.wallSeconds / round.all.wallSeconds);
         std::printf("round %u: ordinary %.2f s (%.2f s cpu); all threads %.2f s (%.2f s cpu, %.0f MiB); one %.2f s "
-                    "(%.2f s cpu)\n",
+                    "(%.2f s cpu); verify %.2f s (%.2f s cpu, %.0f MiB); convert --verify %.2f s\n",
                     number, round.ordinary.wallSeconds, round.ordinary.cpuSeconds, round.all.wallSeconds,
-                    round.all.cpuSeconds, round.all.peakMegabytes, round.one.wallSeconds, round.one.cpuSeconds);
+                    round.all.cpuSeconds, round.all.peakMegabytes, round.one.wallSeconds, round.one.cpuSeconds,
+                    round.verify.wallSeconds, round.verify.cpuSeconds, round.verify.peakMegabytes,
+                    round.both.wallSeconds);
         std::fflush(stdout);
     }
     SSizes sizes;
@@ -371,6 +383,9 @@ void compare(const SSize& size, quint32 rounds, const QString& folder)
     print("elapsed, one thread, pinned: times as fast", elapsedOfOne);
     print("CPU time: share of the ordinary way's", cpu);
     print("scaling from one thread to all", scaling);
+    print("verify: elapsed, in conversions", verify);
+    print("verify: CPU time, in conversions", verifyCpu);
+    print("convert --verify: elapsed, in conversions", both);
     print("peak memory, MiB", peaks);
     std::printf("%-44s %.3f\n", "the same, less 64 MiB, in largest timesteps",
                 (median(peaks) - 64.0) * 1.048576 / size.megabytes());
@@ -382,15 +397,16 @@ void compare(const SSize& size, quint32 rounds, const QString& folder)
 
 int main(int argc, char** argv)
 {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
     SSize size;
     size.particles = wordAfter(arguments, "--particles", "100000").toUInt();
     size.contacts = wordAfter(arguments, "--contacts", "400000").toUInt();
     size.timesteps = wordAfter(arguments, "--timesteps", "5").toUInt();
     fromFloats = arguments.contains("--from-floats");
     const quint32 rounds = wordAfter(arguments, "--rounds", "5").toUInt();
+    if (const QString deck = wordAfter(arguments, "--make", QString()); !deck.isEmpty())
+        return makeDeck(deck, size) ? 0 : 1;
     const QString parent = wordAfter(arguments, "--folder", QDir::tempPath());
     QTemporaryDir folder(parent + "/brenmark-bench-XXXXXX");
     if (!folder.isValid() || size.particles < 2 || size.timesteps == 0 || rounds == 0) {

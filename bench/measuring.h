@@ -99,6 +99,25 @@ inline SMeasure measure(const char* name, const std::function<SCounted()>& step)
     return result;
 }
 
+/// Runs the command line in a process of its own, with its results thrown away.
+inline SMeasure measureCommand(const char* name, const QString& program, const QStringList& words)
+{
+    return measure(name, [&] {
+        std::vector<QByteArray> texts{program.toLocal8Bit()};
+        for (const QString& word : words)
+            texts.push_back(word.toLocal8Bit());
+        std::vector<char*> arguments;
+        for (QByteArray& text : texts)
+            arguments.push_back(text.data());
+        arguments.push_back(nullptr);
+        const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(nothing, STDOUT_FILENO);
+        dup2(nothing, STDERR_FILENO);
+        ::execv(arguments.front(), arguments.data());
+        return SCounted(-1.0);
+    });
+}
+
 inline double median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());

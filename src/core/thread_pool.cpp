@@ -141,6 +141,29 @@ void CThreadPool::add(std::shared_ptr<CPooledTask::SState> task)
     wake.notify_one();
 }
 
+std::shared_ptr<CPooledTask::SState> CThreadPool::oldest()
+{
+    std::shared_ptr<CPooledTask::SState> task = std::move(waiting.front());
+    waiting.pop_front();
+    return task;
+}
+
+bool CThreadPool::help()
+{
+    CThreadPool* const pool = current();
+    if (pool == nullptr)
+        return false;
+    std::unique_lock<std::mutex> guard(pool->lock);
+    while (!pool->waiting.empty()) { // with those that others took back
+        const std::shared_ptr<CPooledTask::SState> task = pool->oldest();
+        guard.unlock();
+        if (CPooledTask::run(*task))
+            return true;
+        guard.lock();
+    }
+    return false;
+}
+
 void CThreadPool::serve()
 {
     std::unique_lock<std::mutex> guard(lock);
@@ -148,8 +171,7 @@ void CThreadPool::serve()
         wake.wait(guard, [this] { return isEnding || !waiting.empty(); });
         if (waiting.empty())
             return;
-        const std::shared_ptr<CPooledTask::SState> task = std::move(waiting.front());
-        waiting.pop_front();
+        const std::shared_ptr<CPooledTask::SState> task = oldest();
         guard.unlock();
         CPooledTask::run(*task);
         guard.lock();

@@ -58,12 +58,16 @@ public:
 
     /// The one at work, or null: where one thread does all there is none.
     static CThreadPool* current();
+    /// Does the oldest piece of work that no thread has begun: for one who waits for what a thread has begun.
+    /// \return whether there was one
+    static bool help();
     /// Whether someone has set a number of threads for this work, be it one: no others must compute beside them.
     static bool isSet();
 
 private:
     friend class CPooledTask;
     void add(std::shared_ptr<CPooledTask::SState> task);
+    std::shared_ptr<CPooledTask::SState> oldest();
     void serve();
 
     std::mutex lock;

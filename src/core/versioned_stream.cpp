@@ -20,10 +20,19 @@ qint64 CVersionedStream::bytesLeft() const
 {
     if (device() == nullptr)
         return 0;
-    const qint64 inDevice = qMax<qint64>(0, device()->size() - device()->pos());
-    return blockEnd < 0 ? inDevice : qBound<qint64>(0, blockEnd - device()->pos(), inDevice);
+    const qint64 at = device()->pos();
+    if (blockEnd < 0)
+        return qMax<qint64>(0, device()->size() - at);
+    if (deviceSize < 0)
+        deviceSize = device()->size();
+    return qMax<qint64>(0, qMin(blockEnd, deviceSize) - at);
 }
 
-qint64 CVersionedStream::setLimit(qint64 end) { return std::exchange(blockEnd, end); }
+qint64 CVersionedStream::setLimit(qint64 end)
+{
+    if (blockEnd < 0 || end < 0)
+        deviceSize = -1;
+    return std::exchange(blockEnd, end);
+}
 
 } // namespace NBrenmark

@@ -21,7 +21,8 @@ public:
     quint32 edition = 0;
 
     /// Bytes from here to the end of the innermost block, or of the device outside of blocks: what a count may
-    /// still ask for.
+    /// still ask for. Within blocks the device is asked once for its size, for each time is a call of the system; what
+    /// a device loses meanwhile fails the read that comes to it.
     qint64 bytesLeft() const;
     /// Sets where the innermost block ends; -1 outside of blocks. \return what stood before
     qint64 setLimit(qint64 end);
@@ -30,6 +31,7 @@ public:
 private:
     quint32 version = currentFileVersion();
     qint64 blockEnd = -1;
+    mutable qint64 deviceSize = -1; ///< when the outermost block was first asked for; -1: not asked
 };
 
 /// Has a block of the stream end somewhere while this lives.

@@ -8,6 +8,7 @@
 
 #include <exception>
 #include <new>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -59,11 +60,65 @@ thread_local bool CReserve::isAtWork = false;
 
 } // namespace
 
-CWorker::~CWorker()
+// ---------------------------------------------------------------- the kept thread
+
+static thread_local CKeptThread* keptOfThread = nullptr;
+
+CKeptThread::CKeptThread() : before(std::exchange(keptOfThread, this)) {}
+
+CKeptThread::~CKeptThread()
 {
+    keptOfThread = before;
+    {
+        const std::lock_guard<std::mutex> guard(lock);
+        isEnding = true;
+    }
+    changed.notify_one();
     if (thread.joinable())
         thread.join();
 }
+
+bool CKeptThread::begin(CWorker& worker)
+{
+    {
+        const std::lock_guard<std::mutex> guard(lock);
+        if (taken != nullptr)
+            return false;
+        if (!thread.joinable()) {
+            try {
+                thread = std::thread([this] { serve(); });
+            }
+            catch (const std::exception&) { // no thread, or no memory for its beginning
+                return false;
+            }
+        }
+        taken = &worker;
+    }
+    changed.notify_one();
+    return true;
+}
+
+void CKeptThread::serve()
+{
+    std::unique_lock<std::mutex> guard(lock);
+    while (true) {
+        changed.wait(guard, [this] { return isEnding || taken != nullptr; });
+        if (taken == nullptr)
+            return;
+        CWorker& worker = *taken;
+        guard.unlock();
+        worker.run();
+        guard.lock();
+        taken = nullptr;
+        guard.unlock();
+        worker.noteEnd(); // it may be gone afterwards
+        guard.lock();
+    }
+}
+
+// ---------------------------------------------------------------- a worker
+
+CWorker::~CWorker() { wait(); }
 
 bool CWorker::isRunning() const
 {
@@ -84,8 +139,12 @@ bool CWorker::wait(std::chrono::milliseconds longest)
 
 void CWorker::wait()
 {
-    if (thread.joinable())
+    if (thread.joinable()) {
         thread.join();
+        return;
+    }
+    std::unique_lock<std::mutex> lock(mutex);
+    ended.wait(lock, [this] { return isDone; });
 }
 
 void CWorker::enterThread()
@@ -99,6 +158,8 @@ void CWorker::startOrRun()
     wait();
     clearStop();
     isDone = false;
+    if (keptOfThread != nullptr && keptOfThread->begin(*this))
+        return;
     try {
         thread = std::thread([this] {
             run();

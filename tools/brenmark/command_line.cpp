@@ -11,6 +11,7 @@
 
 #include "core/memory_ceiling.h"
 #include "core/thread_pool.h"
+#include "core/worker.h"
 
 #include <CLI/CLI.hpp>
 
@@ -433,6 +434,7 @@ EExitCode CCommandLine::run(int argumentCount, char** arguments)
     setMemoryCeiling(mostMemory.empty() ? 0 : sizeFrom("--max-memory", mostMemory));
     setThreadCount(threadsChosen(threads));
     const CThreadPool pool(threadCount()); // idle where a command has nothing to share
+    const CKeptThread kept;
     return chosen();
 }
 

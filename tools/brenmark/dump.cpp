@@ -12,7 +12,14 @@ namespace {
 class CPrintingSink : public ITextSink
 {
 public:
-    void line(const std::string& path, const std::string& value) override { printResult(path + ' ' + value + '\n'); }
+    void line(const std::string& path, const std::string& value) override
+    {
+        text.assign(path).append(1, ' ').append(value).append(1, '\n');
+        printResult(text);
+    }
+
+private:
+    std::string text; ///< whose memory serves all lines
 };
 
 /// Of one timestep or of all, with the models that they belong to.

@@ -51,18 +51,26 @@ SCharacter characterAt(const std::string& text, size_t at)
 }
 
 /// \param kept  control characters that stay
+bool isPlain(char c, const char* kept)
+{
+    return (c >= 0x20 && c < 0x7F) || (c != '\0' && std::strchr(kept, c) != nullptr);
+}
+
+bool isPlain(const std::string& text, const char* kept)
+{
+    return std::all_of(text.begin(), text.end(), [kept](char c) { return isPlain(c, kept); });
+}
+
 std::string escaped(const std::string& text, const char* kept)
 {
-    const auto isPlain = [kept](char c) {
-        return (c >= 0x20 && c < 0x7F) || (c != '\0' && std::strchr(kept, c) != nullptr);
-    };
-    auto at = static_cast<size_t>(std::find_if_not(text.begin(), text.end(), isPlain) - text.begin());
+    const auto isOther = [kept](char c) { return !isPlain(c, kept); };
+    auto at = static_cast<size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
     std::string out = text.substr(0, at);
     while (at < text.size()) {
         const SCharacter next = characterAt(text, at);
         if (next.bytes == 0)
             out += hexadecimal(static_cast<unsigned char>(text[at]), 2);
-        else if (!isPlain(text[at]) && (isControlCharacter(next.code) || isDirectionControl(next.code)))
+        else if (!isPlain(text[at], kept) && (isControlCharacter(next.code) || isDirectionControl(next.code)))
             out += hexadecimal(next.code, 4);
         else
             out.append(text, at, next.bytes);
@@ -143,10 +151,12 @@ std::string COutputFailure::text() const { return std::string("standard output: 
 
 void printResult(const std::string& text)
 {
-    const std::string safe = safeText(text);
-    errno = 0;
-    if (std::fwrite(safe.data(), 1, safe.size(), stdout) != safe.size())
-        throw COutputFailure(errno);
+    const auto print = [](const std::string& safe) {
+        errno = 0;
+        if (std::fwrite(safe.data(), 1, safe.size(), stdout) != safe.size())
+            throw COutputFailure(errno);
+    };
+    isPlain(text, "\n\t") ? print(text) : print(safeText(text));
 }
 
 void flushResult()

@@ -6,6 +6,7 @@
 #include "core/deck/application_state.h"
 #include "core/log.h"
 #include "core/thread_pool.h"
+#include "core/worker.h"
 
 #include <optional>
 
@@ -24,6 +25,7 @@ public:
     CSimulation& simulation() { return *applicationState().simulation; }
 
     CThreadPool pool{threadCount()};
+    CKeptThread kept;
     CPersistentLogger logger{eWarning};
     bool ready = false;
 

@@ -129,7 +129,7 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
 
     const CPlaceScope scope(placeIn(dataFile).inTimestep(number));
     CDemDataStream stream(&dataFile, readOptions);
-    stream.ahead = ahead.get();
+    stream.ahead = present.get();
     SPlace creator{0, 0};
     const bool isTimestep = readHead(stream, [&](CInForm& f) {
         QString name;
@@ -178,13 +178,22 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         return false;
     const SPlace before = presentPlace();
     const SPlace place{index[number].segment, index[number].offset};
-    if (ahead && !(aheadPlace == place))
-        ahead.reset();
+    const bool isExpected = ahead && aheadPlace == place;
+    present = std::move(ahead);
+    if (!isExpected)
+        present.reset();
+    // Timesteps are read one after the other: the threads that this one leaves idle begin with the next. What it takes
+    // of memory is that of this one, which goes into the frame by and by.
+    if (isExpected)
+        beginAhead(index, number + 1);
     const bool isRead = goTo(place) && readTimestepBlock(frame, index, progress);
-    ahead.reset();
-    if (!isRead)
+    present.reset();
+    if (!isRead) {
+        ahead.reset();
         return false;
-    beginAhead(index, number + 1);
+    }
+    if (!isExpected)
+        beginAhead(index, number + 1);
     return !restorePosition || goTo(before);
 }
 

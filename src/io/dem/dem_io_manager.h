@@ -112,6 +112,7 @@ private:
     quint32 openSegment = 0; // that dataFile has open
     SPlace aheadPlace{0, 0}; // of the timestep that ahead is for
     std::unique_ptr<CInflateAhead> ahead;
+    std::unique_ptr<CInflateAhead> present; // of the timestep that is being read
 };
 
 namespace NDemBlockName {

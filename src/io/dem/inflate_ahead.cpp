@@ -14,6 +14,9 @@ namespace NBrenmark {
 
 static constexpr std::size_t windowBytes = 0x40000;
 static constexpr std::size_t pieceBytes = 0x100000;
+/// A group of a large timestep is longer than a part, so that each has a thread.
+static constexpr quint64 leastPartBytes = 0x100000;
+static constexpr quint64 mostParts = 32;
 
 /// Whether a zlib stream may begin here: deflate with a window of 32 kB, no dictionary, and the check of both bytes.
 static bool isHeader(const char* bytes)
@@ -90,38 +93,73 @@ std::size_t CInflatedGroup::take(char* target, std::size_t bytes)
     return taken;
 }
 
-CInflateAhead::CInflateAhead(std::string path, quint64 begin, quint64 end, std::size_t budget)
-    : path(std::move(path)), begin(begin), end(end), budget(budget), searched(begin)
+/// Bytes of memory that are counted until they are given back, or kept for the groups that are found.
+class CInflateAhead::CTaken
 {
-    task.emplace([this] {
-        try {
-            search();
-        }
-        catch (const std::exception&) { // too little memory: the read takes its own
-        }
-        const std::lock_guard<std::mutex> guard(lock);
-        isOver = true;
-        changed.notify_all();
-    });
+public:
+    CTaken(std::atomic<std::size_t>& held, std::size_t most) : held(held), most(most) {}
+    ~CTaken() { held -= bytes; }
+    CTaken(const CTaken&) = delete;
+    CTaken& operator=(const CTaken&) = delete;
+
+    /// \return whether that isn't too much
+    bool take(std::size_t more)
+    {
+        bytes += more;
+        return held.fetch_add(more) + more <= most;
+    }
+    void keep(std::size_t kept)
+    {
+        held -= bytes - kept;
+        bytes = 0;
+    }
+
+private:
+    std::atomic<std::size_t>& held;
+    const std::size_t most;
+    std::size_t bytes = 0;
+};
+
+CInflateAhead::CInflateAhead(std::string path, quint64 begin, quint64 end, std::size_t budget)
+    : path(std::move(path)), begin(begin), end(end), budget(budget)
+{
+    const quint64 most = CThreadPool::current() != nullptr ? mostParts : 1;
+    const quint64 count = std::max<quint64>(1, std::min(most, (end - begin) / leastPartBytes));
+    for (quint64 i = 0; i < count; ++i) {
+        SPart& part = parts.emplace_back();
+        part.begin = part.searched = begin + (end - begin) / count * i;
+        part.end = i + 1 == count ? end : begin + (end - begin) / count * (i + 1);
+    }
+    for (SPart& part : parts)
+        part.task.emplace([this, &part] {
+            try {
+                search(part);
+            }
+            catch (const std::exception&) { // too little memory: the read takes its own
+            }
+            const std::lock_guard<std::mutex> guard(lock);
+            part.isOver = true;
+            changed.notify_all();
+        });
 }
 
 CInflateAhead::~CInflateAhead()
 {
     isStopping = true;
-    task.reset();
+    parts.clear();
 }
 
-void CInflateAhead::setSearched(quint64 position)
+void CInflateAhead::setSearched(SPart& part, quint64 position)
 {
     const std::lock_guard<std::mutex> guard(lock);
-    searched = position;
+    part.searched = position;
     changed.notify_all();
 }
 
-void CInflateAhead::publish(quint64 position, std::unique_ptr<CInflatedGroup> group)
+void CInflateAhead::publish(SPart& part, quint64 position, std::unique_ptr<CInflatedGroup> group)
 {
     const std::lock_guard<std::mutex> guard(lock);
-    searched = position + group->storedBytes;
+    part.searched = position + group->storedBytes;
     groups[position] = std::move(group);
     changed.notify_all();
 }
@@ -131,8 +169,16 @@ std::unique_ptr<CInflatedGroup> CInflateAhead::takeGroup(qint64 position)
     const quint64 place = static_cast<quint64>(position);
     if (place < begin || place >= end)
         return nullptr;
+    const SPart& part = *std::find_if(parts.begin(), parts.end(), [&](const SPart& one) { return place < one.end; });
     std::unique_lock<std::mutex> guard(lock);
-    changed.wait(guard, [&] { return isOver || searched > place; });
+    const auto isKnown = [&] { return part.isOver || part.searched > place; };
+    while (!isKnown()) {
+        guard.unlock();
+        const bool isHelping = CThreadPool::help();
+        guard.lock();
+        if (!isHelping)
+            changed.wait(guard, isKnown);
+    }
     const auto found = groups.find(place);
     if (found == groups.end())
         return nullptr;
@@ -146,10 +192,11 @@ std::unique_ptr<CInflatedGroup> CInflateAhead::takeGroup(qint64 position)
 std::unique_ptr<CInflatedGroup> CInflateAhead::inflated(CInflater& inflater, CFileWindow& window, quint64 place)
 {
     auto group = std::make_unique<CInflatedGroup>();
+    CTaken taken(held, budget);
     quint64 next = place;
     inflater.restart();
     while (!inflater.hasEnded()) {
-        if (isStopping || held + group->pieces.size() * pieceBytes >= budget)
+        if (isStopping || !taken.take(pieceBytes))
             return nullptr;
         SBytes piece{std::unique_ptr<char[]>(new char[pieceBytes]), 0};
         while (piece.size < pieceBytes && !inflater.hasEnded()) {
@@ -173,16 +220,16 @@ std::unique_ptr<CInflatedGroup> CInflateAhead::inflated(CInflater& inflater, CFi
     SBytes exact{std::unique_ptr<char[]>(new char[last.size]), last.size};
     std::copy_n(last.data.get(), last.size, exact.data.get());
     last = std::move(exact);
-    held += (group->pieces.size() - 1) * pieceBytes + last.size;
+    taken.keep((group->pieces.size() - 1) * pieceBytes + last.size);
     group->storedBytes = next - inflater.waiting() - place;
     return group;
 }
 
-void CInflateAhead::search()
+void CInflateAhead::search(SPart& part)
 {
     CFileWindow window(path, end);
     CInflater inflater;
-    for (quint64 place = begin; place < end && !isStopping;) {
+    for (quint64 place = part.begin; place < part.end && !isStopping;) {
         const char* bytes = nullptr;
         const std::size_t there = window.at(place, 2, bytes);
         if (there < 2)
@@ -195,13 +242,13 @@ void CInflateAhead::search()
             ++place;
             continue;
         }
-        setSearched(place);
+        setSearched(part, place);
         try {
             std::unique_ptr<CInflatedGroup> group = inflated(inflater, window, place);
             if (!group)
                 return;
             const quint64 after = place + group->storedBytes;
-            publish(place, std::move(group));
+            publish(part, place, std::move(group));
             place = after;
         }
         catch (const inflate_error&) {

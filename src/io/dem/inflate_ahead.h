@@ -3,7 +3,8 @@
 //
 // Nothing says where a group begins but what stands before it, and reading that is the work of the next read. So the
 // bytes of the timestep are searched for zlib streams: whatever inflates to its end, with the right checksum, is kept
-// by its place. The read that comes to a group at that place finds it done. It finds nothing for a group that is
+// by its place. Several threads search, each in a part of the bytes of its own: the one whose part begins in the midst
+// of a group meets no stream there, and goes on until it does. The read that comes to a group at that place finds it done. It finds nothing for a group that is
 // damaged, or too large, and inflates it itself, as it would without this: what a read gives, and says, is the same.
 
 #include "core/deflate.h"
@@ -56,23 +57,31 @@ public:
 
 private:
     class CFileWindow;
-    void search();
+    class CTaken;
+    /// Bytes that one thread searches for the streams that begin there.
+    struct SPart
+    {
+        quint64 begin = 0;
+        quint64 end = 0;
+        quint64 searched = 0; ///< before this byte it is known where streams begin
+        bool isOver = false;
+        std::optional<CPooledTask> task; // the last member: it uses the others
+    };
+    void search(SPart& part);
     std::unique_ptr<CInflatedGroup> inflated(CInflater& inflater, CFileWindow& window, quint64 place);
-    void publish(quint64 position, std::unique_ptr<CInflatedGroup> group);
-    void setSearched(quint64 position);
+    void publish(SPart& part, quint64 position, std::unique_ptr<CInflatedGroup> group);
+    void setSearched(SPart& part, quint64 position);
 
     const std::string path;
     const quint64 begin;
     const quint64 end;
     const std::size_t budget;
     std::atomic<bool> isStopping{false};
-    std::size_t held = 0; ///< that the groups found have taken
+    std::atomic<std::size_t> held{0}; ///< that the groups found have taken, and those that are being inflated
     std::mutex lock;
     std::condition_variable changed;
-    quint64 searched; ///< before this byte it is known where streams begin
-    bool isOver = false;
     std::map<quint64, std::unique_ptr<CInflatedGroup>> groups;
-    std::optional<CPooledTask> task; // the last member: it uses the others
+    std::deque<SPart> parts; // the last member: their tasks use the others
 };
 
 } // namespace NBrenmark

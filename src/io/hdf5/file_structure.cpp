@@ -7,6 +7,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
@@ -52,7 +53,7 @@ public:
 
     void check()
     {
-        if (!openPlainFile(file).empty())
+        if (!openPlainFile(file, QIODevice::Unbuffered).empty())
             return; // the open itself says why
         size = static_cast<quint64>(file.size());
         CFileBytes head = at(0, superblockBytes);
@@ -88,12 +89,24 @@ private:
         if (address > size || count > size - address || count > largestPart)
             throw hdf5_error("The file is damaged: " + std::to_string(count) + " bytes are announced at byte " +
                              std::to_string(address) + " of " + std::to_string(size));
-        file.seek(static_cast<qint64>(address));
-        const QByteArray bytes = file.read(static_cast<qint64>(count));
-        throwIfUnreadable(file);
-        CFileBytes taken(bytes, address);
-        taken.require(static_cast<quint64>(bytes.size()) == count, "the file ends");
+        if (address < windowAt || address - windowAt > windowSize() || count > windowSize() - (address - windowAt))
+            moveWindow(address, count);
+        CFileBytes taken(window.mid(static_cast<int>(address - windowAt), static_cast<int>(count)), address);
+        taken.require(taken.left() == count, "the file ends");
         return taken;
+    }
+
+    quint64 windowSize() const { return static_cast<quint64>(window.size()); }
+
+    /// A file of a timestep without rows is held whole: its hundreds of parts are not in the order of their places.
+    void moveWindow(quint64 address, quint64 count)
+    {
+        constexpr quint64 smallFile = 0x20000;
+        constexpr quint64 leastRead = 0x1000;
+        windowAt = size <= smallFile ? 0 : address;
+        file.seek(static_cast<qint64>(windowAt));
+        window = file.read(static_cast<qint64>(size <= smallFile ? size : std::max(count, leastRead)));
+        throwIfUnreadable(file);
     }
 
     /// Every part of a file is held by one other part: what is met again leads back to itself.
@@ -337,6 +350,8 @@ private:
 
     QFile file;
     quint64 size = 0;
+    QByteArray window; ///< bytes that are in memory, from windowAt on
+    quint64 windowAt = 0;
     std::vector<quint64> headers; ///< that are still to be checked
     std::set<quint64> visited;
     std::map<quint64, std::map<quint32, quint64>> heaps;

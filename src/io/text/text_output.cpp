@@ -48,28 +48,38 @@ static std::string quickDigestOf(const void* data, size_t bytes)
     return QByteArray(reinterpret_cast<const char*>(digest.digest), sizeof digest.digest).toHex().toStdString();
 }
 
-/// The value at a place of an array, by the array's kind.
-static std::string element(const char* kind, const void* data, size_t index)
+/// Appends the value at a place of an array, by the array's kind.
+static void appendElement(std::string& out, const char* kind, const void* data, size_t index)
 {
     const auto* bytes = static_cast<const char*>(data);
     if (kind[0] == 'f') {
         double value = 0.0;
         std::memcpy(&value, bytes + 8 * index, sizeof value);
-        return NText::text(value);
+        NText::append(out, value);
+        return;
     }
     qint32 value = 0;
     std::memcpy(&value, bytes + 4 * index, sizeof value);
-    return kind[0] == 'i' ? NText::text(value) : NText::text(static_cast<quint32>(value));
+    out += kind[0] == 'i' ? NText::text(value) : NText::text(static_cast<quint32>(value));
 }
 
 std::string SArrayView::row(size_t number) const
 {
-    if (columns == 1)
-        return element(kind, data, number);
-    std::string out = "(";
-    for (size_t i = 0; i < columns; ++i)
-        out += (i > 0 ? ", " : "") + element(kind, data, number * columns + i);
-    return out + ')';
+    std::string out;
+    if (columns == 1) {
+        appendElement(out, kind, data, number);
+        return out;
+    }
+    constexpr size_t longestNumber = 26; // with what separates it from the next
+    out.reserve(columns * longestNumber);
+    out += '(';
+    for (size_t i = 0; i < columns; ++i) {
+        if (i > 0)
+            out += ", ";
+        appendElement(out, kind, data, number * columns + i);
+    }
+    out += ')';
+    return out;
 }
 
 void CTextOutput::rows(const std::string& where, const SArrayView& array)

@@ -112,17 +112,25 @@ static std::string quoted(const std::string& bytes)
            '"';
 }
 
-std::string text(double value)
+void append(std::string& out, double value)
 {
     if (std::isnan(value)) {
         std::uint64_t bits = 0;
         std::memcpy(&bits, &value, sizeof bits);
-        return "nan:" + hexadecimal(bits, 16);
+        out += "nan:" + hexadecimal(bits, 16);
+        return;
     }
     char digits[40];
     const auto end =
         std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, significantDigits);
-    return std::string(digits, end.ptr);
+    out.append(digits, end.ptr);
+}
+
+std::string text(double value)
+{
+    std::string out;
+    append(out, value);
+    return out;
 }
 
 std::string text(bool value) { return value ? "true" : "false"; }

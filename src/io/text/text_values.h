@@ -16,6 +16,8 @@ namespace NBrenmark::NText {
 /// A number with 17 significant digits, as "%.17g" prints it; "inf", "-inf", "-0"; a NaN with its
 /// bits in hexadecimal: "nan:7ff8000000000000".
 std::string text(double value);
+/// The same at the end of a text, for those who write many.
+void append(std::string& out, double value);
 std::string text(bool value);
 std::string text(qint32 value);
 std::string text(quint32 value);

@@ -224,6 +224,8 @@ static CBytes stamp(const CVersionBytes& v)
     return v.from(2, 4, 51) ? b.i32(1).i32(-9) : b;
 }
 
+CBytes oldGroupBytes(quint32 version) { return CVersionBytes(version).groups(); }
+
 CBytes oldCreatorBytes(quint32 version)
 {
     const CVersionBytes v(version);

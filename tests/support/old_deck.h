@@ -10,6 +10,8 @@ namespace NBrenmark {
 /// The versions below 20.0.16 from which on something is stored otherwise, in order.
 extern const std::vector<quint32> oldVersions;
 
+/// The geometry alone.
+CBytes oldGroupBytes(quint32 version);
 /// Behind the name of a creator block.
 CBytes oldCreatorBytes(quint32 version);
 /// Behind the creator pair of a timestep block.

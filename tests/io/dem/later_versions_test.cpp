@@ -3,6 +3,7 @@
 // by hand from what support/legacy_deck.cpp stores.
 #include "io/dem/dem_testing.h"
 #include "model/geometry/geometry_group.h"
+#include "model/particle_template.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
 #include "support/text_lines.h"
@@ -251,5 +252,56 @@ TEST_P(LaterVersion, readsWhatItStoresAndNotOneByteMore)
 INSTANTIATE_TEST_SUITE_P(Gates, LaterVersion, testing::ValuesIn(versionsAndThoseBelow()), [](const auto& version) {
     return versionText(version.param).replace('.', '_').toStdString();
 });
+
+// ---------------------------------------------------------------- particles whose shape is a mesh
+
+// No block holds them: hosts do. A part is a tetrahedron of glass.
+TEST(DemTemplates, haveWholeGroupsBareMeshesAndMomentsOfInertia)
+{
+    SDeckGroup part = sampleGroups()[1];
+    part.index = 0;
+    const SDeckMesh& mesh = part.mesh;
+    const CBytes arrays =
+        CBytes().rawI32(mesh.vertexIds).rawF64(mesh.coords).rawI32(mesh.triangleIds).rawI32(mesh.nodes);
+    const CBytes bare = CBytes().i32(1).i32(0).i32(4).i32(4).i32(3) + arrays;
+    const CBytes inertia = CBytes().f64s({1, 2, 3, 4, 5, 6});
+    const CBytes domain = CBytes().f64s({-1, -1, -1, 2, 2, 2}).i32(0).i32(1).i32(0);
+    const CBytes turn = CBytes().f64s({0, 1, 0, 1, 0, 0, 0, 0, 1});
+    const CBytes name = CBytes().text("Stone").f64(2.5);
+    const auto whole = [&](quint32 version) {
+        return groupListBytes(version, {part}) + domain + CBytes().f64s({9, 9, 9}) + turn + name;
+    };
+    struct SCase
+    {
+        quint32 version;
+        CBytes stored;
+        const char* turned;
+        double inertia;
+    };
+    const char* const turned = "orientation (0, 1, 0, 1, 0, 0, 0, 0, 1)";
+    const char* const straight = "orientation (1, 0, 0, 0, 1, 0, 0, 0, 1)";
+    const CBytes material = CBytes().text("glass");
+    const SCase cases[] = {
+        {makeVersion(20, 0, 16), whole(makeVersion(20, 0, 16)), turned, 1.5},
+        {makeVersion(24, 0, 20), whole(makeVersion(24, 0, 20)), turned, 1.5},
+        {makeVersion(24, 0, 21), bare + domain + name + material, straight, 0.0},
+        {makeVersion(30, 0, 10), bare + domain + name + material, straight, 0.0},
+        {makeVersion(30, 0, 11), bare + inertia + domain + name + material + turn, turned, 1.0},
+    };
+    for (const SCase& c : cases) {
+        const std::string version = versionText(c.version).toStdString();
+        TemplateMap templates;
+        const CBytes stored = CBytes().i32(1) + c.stored;
+        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(templates, stored + CBytes::garbage(64), c.version), stored.size())
+            << version;
+        CParticleTemplate& stone = *templates.at("Stone");
+        expectText(stone, "name \"Stone\"; scale 2.5; materialName \"glass\"; domain/periodicY true", version);
+        expectText(stone, c.turned, version);
+        ASSERT_EQ(stone.geometry.count(), 1u);
+        EXPECT_EQ(stone.geometry.at(0)->momentOfInertia.values[0], c.inertia) << version;
+        EXPECT_EQ(stone.geometry.at(0)->coords[2].y, 1.0);
+        EXPECT_EQ(stone.geometry.at(0)->triangleAreas.size(), 4u);
+    }
+}
 
 } // namespace NBrenmark

@@ -4,8 +4,7 @@
 
 #include "core/log.h"
 #include "legacy/definition_index.h"
-#include "model/domain.h"
-#include "model/particle_types.h"
+#include "model/creator_data.h"
 
 #include <cmath>
 #include <map>
@@ -124,10 +123,15 @@ static void mendScales(CParticlePrototypeRecords& records)
 }
 
 /// Each type of the definition has its place in the timestep, with particles or without.
-static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CParticleTypes& creatorTypes)
+static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CCreatorData& creator)
 {
-    for (const auto& defined : creatorTypes.types) {
-        CParticleType* const found = index.find(*defined);
+    CParticleType stored(types.properties());
+    for (const auto& defined : creator.particleTypes.types) {
+        stored.copyDefinition(*defined);
+        if (const auto before = creator.materialsBefore.find(defined->displayName);
+            before != creator.materialsBefore.end())
+            stored.materialName = before->second;
+        CParticleType* const found = index.find(stored);
         if (found == nullptr) {
             CParticleType& added = types.append();
             added.copyDefinition(*defined);
@@ -141,8 +145,7 @@ static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& in
     }
 }
 
-void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CParticleTypes& creatorTypes,
-                     const CDomain& domain)
+void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CCreatorData& creator)
 {
     types.clear();
     mendScales(records);
@@ -171,14 +174,14 @@ void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, 
     tellCustomValues(records, types);
     for (std::size_t i = 0; i < records.size(); ++i)
         addPrototypeParticle(*typeOfRecord[i], records[i]);
-    addTypesWithoutParticles(types, index, creatorTypes);
+    addTypesWithoutParticles(types, index, creator);
     for (const auto& type : types.types)
         type->rebuildFreeList();
     types.recomputeMaxId(true);
     types.rebuildIdLookup();
     for (const auto& type : types.types)
         for (quint32 slot = 0; slot < type->slotCount(); ++slot)
-            type->updateSpherePositions(slot, domain);
+            type->updateSpherePositions(slot, creator.domain);
 }
 
 } // namespace NBrenmark::NLegacySupport

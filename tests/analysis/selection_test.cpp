@@ -188,7 +188,7 @@ TEST(SelectionMap, readsTheGeometryOfRegionsOfEveryAge)
     const auto wallsOf = [&](quint32 version) { return groupListBytes(version, walls); };
     const std::pair<quint32, CBytes> cases[] = {
         {makeVersion(2, 4, 2), oldGroupBytes(makeVersion(2, 4, 2))},
-        {makeVersion(13, 0, 3), oldGroupBytes(makeVersion(13, 0, 3))},
+        {makeVersion(13, 0, 9), oldGroupBytes(makeVersion(13, 0, 9))},
         {makeVersion(20, 0, 9), oldGroupBytes(makeVersion(20, 0, 9))},
         {makeVersion(20, 0, 16), wallsOf(makeVersion(20, 0, 16))},
         {makeVersion(24, 0, 30), wallsOf(makeVersion(24, 0, 30))},

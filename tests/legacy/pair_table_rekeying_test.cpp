@@ -24,14 +24,6 @@ struct SOldDeck : SOldModel
     void rekeyGeometry() { NLegacySupport::rekeyPairTables(creator, creator.physicsModels.sphereGeometryModels, true); }
 };
 
-static std::string textOf(const CPairTable<double>& table)
-{
-    std::string text;
-    for (const auto& [pair, value] : table.entries)
-        text += pair.first + "/" + pair.second + "=" + QString::number(value).toStdString() + " ";
-    return text;
-}
-
 TEST(PairTableRekeying, namesMaterialsAndMakesOneForASecondValue)
 {
     struct SCase

@@ -131,8 +131,7 @@ static void readParticles(CDemTimestepDataReader& reader, CTimestepData& timeste
 {
     NLegacySupport::CParticlePrototypeRecords records;
     reader.readLegacyParticlePrototypes(records);
-    const CCreatorData& creator = timestep.creatorData;
-    NLegacySupport::fillFromRecords(timestep.particleTypes, records, creator.particleTypes, creator.domain);
+    NLegacySupport::fillFromRecords(timestep.particleTypes, records, timestep.creatorData);
 }
 
 /// Contacts, collisions and bonds.

@@ -31,9 +31,13 @@ void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion)
     rekeyPairTables(creator, creator.physicsModels.sphereSphereModels, false);
     rekeyPairTables(creator, creator.physicsModels.sphereGeometryModels, true);
     buildSizeDistributions(creator);
-    for (const auto& [type, material] : materialsOfTypes(creator))
-        if (const auto stored = before.find(type); stored != before.end() && stored->second != material)
-            creator.materialsBefore.insert(*stored);
+    for (const auto& [type, material] : materialsOfTypes(creator)) {
+        const auto stored = before.find(type);
+        if (stored == before.end())
+            creator.materialsBefore[type] = QString();
+        else if (stored->second != material)
+            creator.materialsBefore[type] = stored->second;
+    }
 }
 
 } // namespace NBrenmark::NLegacySupport

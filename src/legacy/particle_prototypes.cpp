@@ -129,7 +129,7 @@ static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& in
     for (const auto& defined : creator.particleTypes.types) {
         stored.copyDefinition(*defined);
         if (const auto before = creator.materialsBefore.find(defined->displayName);
-            before != creator.materialsBefore.end())
+            before != creator.materialsBefore.end() && !before->second.isNull())
             stored.materialName = before->second;
         CParticleType* const found = index.find(stored);
         if (found == nullptr) {

@@ -76,7 +76,7 @@ void fillFromPrototypes(CParticleTypes& types, const CParticlePrototypeMap& prot
 
 /// The types of a timestep and their particles, from one record each. A type of the definition that has no particle
 /// comes after those that have. The records are used up.
-/// \param creator  the definition; a timestep names the materials that its types had before an upgrade
+/// \param creator  the definition; records name the materials that its types had before an upgrade
 void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CCreatorData& creator);
 
 } // namespace NLegacySupport

@@ -85,7 +85,7 @@ TEST(ParticlePrototypes, areOneTypeWhereTheyDifferByTheirScaleAlone)
     }
 }
 
-// A timestep keeps the definitions that it was stored with: what an upgrade did to the model's makes no second type.
+// Records name the materials that their types had: what an upgrade did to the model makes no second type.
 TEST(ParticlePrototypes, areOfTheirTypeWhateverMaterialAnUpgradeGaveIt)
 {
     CCreatorData creator{SPropertyManagers()};

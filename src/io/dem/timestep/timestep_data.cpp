@@ -134,6 +134,23 @@ static void readParticles(CDemTimestepDataReader& reader, CTimestepData& timeste
     NLegacySupport::fillFromRecords(timestep.particleTypes, records, timestep.creatorData);
 }
 
+/// What upgrades did to the types of the model is done to those of the timestep, so that one deck has one definition of each.
+static void followUpgrades(CTimestepData& timestep)
+{
+    const CCreatorData& creator = timestep.creatorData;
+    CParticleTypes& types = timestep.particleTypes;
+    for (const auto& [name, stored] : creator.materialsBefore) {
+        const CParticleType* const definition = creator.particleTypes.find(name);
+        if (definition == nullptr)
+            continue;
+        for (const auto& type : types.types)
+            if (type->displayName == name && type->materialName == stored)
+                type->materialName = definition->materialName;
+        if (stored.isNull() && types.find(name) == nullptr)
+            types.append().copyDefinition(*definition);
+    }
+}
+
 /// Contacts, collisions and bonds.
 static void readPairs(CDemTimestepDataReader& reader, CInForm& f, CTimestepData& timestep)
 {
@@ -208,6 +225,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
         timestep.particleTypes.read(*this);
     else
         readParticles(*this, timestep);
+    followUpgrades(timestep);
 
     if (f.stores(gateParticleTypes))
         readPairs(*this, f, timestep);

@@ -256,6 +256,25 @@ TEST(DemCustomProperties, writeWhatTheBuilderWrites)
 
 // ---------------------------------------------------------------- the whole block
 
+TEST(DemCreatorData, tellsOfNamesThatComeTwice)
+{
+    SDeckCreator stored = sampleCreator();
+    stored.materials.push_back(stored.materials[0]);
+    stored.interactions.push_back(stored.interactions[1]);
+    const CBytes pairs = CBytes().i32(2).text("a").text("b").f64(1).text("b").text("a");
+    stored.particleParticle = {{"Linear Cohesion V2", 0, pairs + CBytes().f64(2)},
+                               {"Linear Cohesion V2", 0, pairs + CBytes().f64(1)}}; // the same once more is no loss
+    stored.forces = {{"Temperature Update", 0, CBytes().i32(2).text("Ball").f64(1).text("Ball").f64(2)}};
+    COwnFrame own;
+    const CLogCapture log;
+    consumedBy<CDemCreatorDataReader>(own.frame.creator, creatorBytes(makeVersion(27, 0, 3), stored));
+    std::string expected;
+    for (const char* twice :
+         {"pair of names \"a - b\"", "number of \"Ball\"", "material \"glass\"", "interaction \"glass~seed\""})
+        expected += "WARNING Legacy read: " + std::string(twice) + " is stored twice: the first is dropped\n";
+    EXPECT_EQ(log.text(), expected);
+}
+
 TEST(DemCreatorData, everyPrefixEndsInACleanError)
 {
     for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(27, 0, 3)})

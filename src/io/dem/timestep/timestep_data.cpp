@@ -6,6 +6,7 @@
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/geometry_forms.h"
+#include "io/dem/repeated_names.h"
 #include "io/dem/version_stamp.h"
 #include "legacy/creator_upgrades.h"
 #include "legacy/old_collisions.h"
@@ -59,6 +60,8 @@ static void readRemovedParticles(CInForm& f, CTimestepData& timestep)
     for (quint32 i = 0; i < count; ++i) {
         QString typeName;
         f.text(typeName);
+        if (timestep.removedParticles.contains(typeName))
+            reportRepeated("count of removed particles", typeName);
         f.i32(timestep.removedParticles[typeName]);
     }
 }

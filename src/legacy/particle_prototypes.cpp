@@ -139,9 +139,13 @@ static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& in
             index.add(added);
             continue;
         }
+        // Of several types of a name the last is the one that is found by it: that has to be the definition's.
         CParticleType* const named = types.find(defined->displayName);
-        if (named != nullptr && named != found)
-            named->swapContents(*found);
+        if (named == nullptr || named == found)
+            continue;
+        named->swapContents(*found);
+        index.add(*named);
+        index.add(*found);
     }
 }
 

@@ -103,4 +103,29 @@ TEST(ParticlePrototypes, areOfTheirTypeWhateverMaterialAnUpgradeGaveIt)
     EXPECT_EQ(typesOf(types), "A:m*1 B:m*1");
 }
 
+// Of one name there may be several: by it, the last is found, which has to be the one that the model defines.
+TEST(ParticlePrototypes, ofOneNameTheDefinedOneIsFound)
+{
+    CCreatorData creator{SPropertyManagers()};
+    CParticlePrototypeMap prototypes;
+    for (const char* key : {"1", "2"}) { // a stored name takes the place of the key
+        prototypes.insert(key, recordOf("A", 0, 1.0));
+        prototypes[key].mass = *key == '1' ? 2 : 9;
+    }
+    fillFromPrototypes(creator.particleTypes, prototypes);
+    CParticlePrototypeRecords records;
+    for (const int id : {1, 2, 3}) {
+        records.push_back(recordOf("A", id, 1.0));
+        records.back().mass = id == 3 ? 9 : 2;
+    }
+    CParticleTypes types(nullptr);
+    fillFromRecords(types, records, creator);
+    EXPECT_EQ(typesOf(types), "A:m*2 A:m*1") << "changed over for the first definition, and back for the second";
+    EXPECT_EQ(types.find("A")->rawMass, 9);
+    quint32 type = 0;
+    quint32 slot = 0;
+    ASSERT_TRUE(types.locate(3, type, slot));
+    EXPECT_EQ(type, 1u);
+}
+
 } // namespace NBrenmark

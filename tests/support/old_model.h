@@ -9,6 +9,7 @@
 #include "model/factories/particle_factory.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
+#include "physics/name_tables.h"
 
 #include <memory>
 #include <string>

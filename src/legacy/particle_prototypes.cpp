@@ -2,10 +2,12 @@
 // particle's own size, so that it has to be brought back to size 1 before two of them can be known for one type.
 #include "legacy/particle_prototypes.h"
 
+#include "core/counted.h"
 #include "core/log.h"
 #include "legacy/definition_index.h"
 #include "model/creator_data.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 
@@ -122,6 +124,15 @@ static void mendScales(CParticlePrototypeRecords& records)
                repaired);
 }
 
+/// The id of a particle is 1 or more; a place without one is free.
+static void tellParticlesWithoutId(const CParticlePrototypeRecords& records)
+{
+    const auto without =
+        std::count_if(records.begin(), records.end(), [](const CParticlePrototype& record) { return record.id < 1; });
+    report(eLost, NLogTitle::legacyRead, counted(without, "particle") + " without an id dropped",
+           static_cast<quint64>(without));
+}
+
 /// Each type of the definition has its place in the timestep, with particles or without.
 static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CCreatorData& creator)
 {
@@ -153,6 +164,7 @@ void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, 
 {
     types.clear();
     mendScales(records);
+    tellParticlesWithoutId(records);
     CDefinitionIndex index;
     CParticleType working(types.properties());
     std::vector<CParticleType*> typeOfRecord;

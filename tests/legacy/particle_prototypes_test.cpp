@@ -114,12 +114,14 @@ TEST(ParticlePrototypes, ofOneNameTheDefinedOneIsFound)
     }
     fillFromPrototypes(creator.particleTypes, prototypes);
     CParticlePrototypeRecords records;
-    for (const int id : {1, 2, 3}) {
+    for (const int id : {1, 2, 3, 0, -7}) {
         records.push_back(recordOf("A", id, 1.0));
         records.back().mass = id == 3 ? 9 : 2;
     }
     CParticleTypes types(nullptr);
+    const CLogCapture log;
     fillFromRecords(types, records, creator);
+    EXPECT_EQ(log.text(), "WARNING Legacy read: 2 particles without an id dropped\n");
     EXPECT_EQ(typesOf(types), "A:m*2 A:m*1") << "changed over for the first definition, and back for the second";
     EXPECT_EQ(types.find("A")->rawMass, 9);
     quint32 type = 0;

@@ -108,7 +108,7 @@ static void bringToSizeOne(CParticlePrototype& record)
 }
 
 /// A particle without a size has no template either: it is taken as it stands.
-static void mendScales(CParticlePrototypeRecords& records)
+static void repairScales(CParticlePrototypeRecords& records)
 {
     quint64 repaired = 0;
     for (CParticlePrototype& record : records) {
@@ -163,7 +163,7 @@ static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& in
 void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CCreatorData& creator)
 {
     types.clear();
-    mendScales(records);
+    repairScales(records);
     tellParticlesWithoutId(records);
     CDefinitionIndex index;
     CParticleType working(types.properties());

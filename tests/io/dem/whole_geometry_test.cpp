@@ -108,6 +108,7 @@ TEST(OldDecks, convertAndVerify)
         const QString deck = writeOldDeck(version, folder.path(), "old");
         const SToolResult run = runTool({"convert", argument(deck), argument(folder.path("new")), "--verify"});
         EXPECT_EQ(run.exitCode, 0) << versionText(version).toStdString() << run.error << run.output;
+        EXPECT_EQ(run.error.find("equipment material (2 times)"), std::string::npos) << "said with every timestep";
     }
 }
 

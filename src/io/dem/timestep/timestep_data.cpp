@@ -104,10 +104,15 @@ static void readWholeGeometry(CDemDataStream& stream, CCreatorData& creator)
     creator.geometryGroups.read(reader);
     creator.settle(NLogTitle::legacyRead);
     creator.geometryReplaced = true;
-    if (creator.upgradesPending && stream.options.upgradeOldModels)
+    creator.modified = true;
+}
+
+/// What waited for the walls of a timestep.
+static void runPendingUpgrades(const SSaveOptions& options, CCreatorData& creator)
+{
+    if (creator.upgradesPending && options.upgradeOldModels)
         NLegacySupport::upgradeCreatorData(creator, creator.fileVersion);
     creator.upgradesPending = false;
-    creator.modified = true;
 }
 
 bool wholeGeometryFollows(CDemDataStream& stream)
@@ -221,7 +226,8 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     const bool wholeGeometry = storesWholeGeometry(f);
     if (wholeGeometry)
         readWholeGeometry(*stream, creator);
-    else
+    runPendingUpgrades(stream->options, creator);
+    if (!wholeGeometry)
         creator.geometryGroups.read(*this);
 
     if (f.stores(gateParticleTypes))

@@ -150,7 +150,8 @@ private:
 
     void tell(EEffect effect, const std::string& text) const
     {
-        reportOnce(effect, NLogTitle::conversion, model + ": " + text, 1, model);
+        reportOnce(effect, NLogTitle::conversion, model + (geometrySide ? " (with geometry): " : ": ") + text, 1,
+                   model);
     }
 
     CCreatorData& creator;

@@ -12,7 +12,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cstring>
+#include <cmath>
 #include <stdexcept>
 
 namespace NBrenmark {
@@ -20,7 +20,7 @@ namespace NBrenmark {
 static SDataPlace creatorPlace(const QFile& file) { return placeIn(file).inBlock("creator data"); }
 
 /// Times that are no numbers are the same, too.
-static bool isSameTime(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0 || a == b; }
+static bool isSameTime(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
 static std::string secondsText(double time) { return QString::number(time, 'g', 17).toStdString() + " s"; }
 

@@ -1,6 +1,5 @@
 // The creator block, slot by slot and whole: what each version stores, and not one byte more.
 #include "io/dem/dem_testing.h"
-#include "legacy/creator_upgrades.h"
 #include "maths/axis_angle.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
@@ -10,76 +9,17 @@
 
 namespace NBrenmark {
 
-// ---------------------------------------------------------------- materials
-
-struct SMaterialCase
-{
-    quint32 version;
-    qint64 bytes;
-    double workFunction;
-    qint32 type;
-};
-
-// "Steel" takes 4 + 10 bytes, three doubles 24; then what the version adds.
-const SMaterialCase materialCases[] = {
-    {makeVersion(2, 4, 39), 38, 0.0, 1}, // the first that stores materials
-    {makeVersion(13, 0, 0), 38, 0.0, 1},     {makeVersion(13, 0, 1), 46, 4.5, 1},
-    {makeVersion(19, 255, 255), 46, 4.5, 1}, {makeVersion(20, 0, 0), 38, 0.0, 1}, // the gap between two lines
-    {makeVersion(20, 0, 15), 38, 0.0, 1},    {makeVersion(20, 0, 16), 46, 4.5, 1},
-    {makeVersion(3, 0, 15), 38, 0.0, 1}, // old numbering: 3 counts as 20
-    {makeVersion(3, 0, 16), 46, 4.5, 1},     {makeVersion(27, 0, 3), 46, 4.5, 1},
-    {makeVersion(30, 0, 3), 46, 4.5, 1},     {makeVersion(30, 0, 4), 50, 4.5, 0},
-    {makeVersion(30, 0, 20), 50, 4.5, 0},
-};
-
-TEST(DemMaterial, readsWhatTheVersionStoresAndNotOneByteMore)
-{
-    const CBytes stored = CBytes().text("Steel").f64s({0.3, 8e10, 7850.0, 4.5}).i32(0);
-    for (const SMaterialCase& c : materialCases) {
-        const std::string version = versionText(c.version).toStdString();
-        CMaterial material;
-        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(material, stored.first(c.bytes) + CBytes::garbage(64), c.version),
-                  c.bytes)
-            << version;
-        EXPECT_EQ(material.name, "Steel");
-        EXPECT_EQ(material.shearModulus, 8e10);
-        EXPECT_EQ(material.workFunction, c.workFunction) << version;
-        EXPECT_EQ(material.type, c.type) << version;
-    }
-}
-
 // ---------------------------------------------------------------- bare values
 
-TEST(DemPoints, stopWhereTheyEnd)
+TEST(DemPoints, haveTwoAnglesOfWhichTheSecondCounts)
 {
-    const CBytes garbage = CBytes::garbage(64);
     CAxisAngle axis;
-    const CBytes points = CBytes().f64s({1, 2, 3, 4, 5, 6});
-    struct SAxisCase
-    {
-        quint32 version;
-        CBytes angles;
-        double angle;
-    };
-    const SAxisCase cases[] = {
-        {makeVersion(2, 4, 8), CBytes(), 0.0},
-        {makeVersion(2, 4, 9), CBytes().f64s({7, 8, 9}), 9.0},
-        {makeVersion(2, 4, 16), CBytes().f64s({7, 8, 9}), 9.0},
-        {makeVersion(2, 4, 17), CBytes().f64s({7, 8}), 8.0},
-        {makeVersion(30, 0, 20), CBytes().f64s({7, 8}), 8.0},
-    };
-    for (const SAxisCase& c : cases) {
-        CByteStream source(points + c.angles + garbage, c.version);
-        CDemCreatorDataReader reader(source.stream);
-        reader.readAxisAngle(axis);
-        EXPECT_EQ(source.stream.position(), 48 + c.angles.size());
-        EXPECT_EQ(axis.angle, c.angle);
-        EXPECT_EQ(axis.end.y, 5.0);
-    }
+    axis.end.y = 5.0;
+    axis.angle = 8.0;
     CByteStream target;
     CDemCreatorDataWriter writer(target.stream);
     writer.writeAxisAngle(axis);
-    EXPECT_EQ(target.written(), points + CBytes().f64s({0, 8}));
+    EXPECT_EQ(target.written(), CBytes().f64s({0, 0, 0, 0, 5, 0, 0, 8}));
 }
 
 // ---------------------------------------------------------------- particle types
@@ -299,16 +239,6 @@ TEST(DemCreatorData, writesTheCurrentFormThatTheBuilderSays)
     EXPECT_EQ(firstDifference(expected, writtenBy<CDemCreatorDataWriter>(creator)), "");
     EXPECT_FALSE(creator.modified);
     EXPECT_EQ(creator.fileVersion, now);
-}
-
-TEST(CreatorUpgrades, followTheVersionOfTheBlock)
-{
-    for (const auto& [version, bulk] : {std::pair(makeVersion(30, 0, 3), false), {makeVersion(30, 0, 4), true}}) {
-        COwnFrame own;
-        own.frame.creator.materials.set("steel", new CMaterial("steel", 0.3, 7e10, 7850.0, 0.0, eBulkMaterial));
-        NLegacySupport::upgradeCreatorData(own.frame.creator, version);
-        EXPECT_EQ(own.frame.creator.materials.find("steel")->isBulk(), bulk) << "no particle type uses it";
-    }
 }
 
 } // namespace NBrenmark

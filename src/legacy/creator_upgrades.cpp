@@ -7,18 +7,37 @@
 #include "legacy/size_distributions_of_factories.h"
 #include "model/creator_data.h"
 
+#include <functional>
+#include <map>
+
 namespace NBrenmark::NLegacySupport {
+
+static std::map<QString, QString> materialsOfTypes(const CCreatorData& creator)
+{
+    std::map<QString, QString> materials;
+    for (const auto& type : creator.particleTypes.types)
+        materials[type->displayName] = type->materialName;
+    return materials;
+}
 
 void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion)
 {
+    const std::map<QString, QString> before = materialsOfTypes(creator);
     // What belongs to materials comes first: pair tables and size laws go by the materials as they are then.
     splitSharedMaterials(creator);
     checkFactoryMaterials(creator);
     if (fileVersion < NFileVersion::materialKinds)
-        applyMaterialRule(creator);
+        applyMaterialRule(creator, std::not_fn(storesPairsOfTypes));
     rekeyPairTables(creator, creator.physicsModels.sphereSphereModels, false);
     rekeyPairTables(creator, creator.physicsModels.sphereGeometryModels, true);
     buildSizeDistributions(creator);
+    for (const auto& [type, material] : materialsOfTypes(creator)) {
+        const auto stored = before.find(type);
+        if (stored == before.end())
+            creator.materialsBefore[type] = QString();
+        else if (stored->second != material)
+            creator.materialsBefore[type] = stored->second;
+    }
 }
 
 } // namespace NBrenmark::NLegacySupport

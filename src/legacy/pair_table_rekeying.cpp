@@ -5,16 +5,18 @@
 
 #include "core/log.h"
 #include "core/shortened.h"
-#include "legacy/table_copies.h"
 #include "model/creator_data.h"
 #include "model/geometry/geometry_group.h"
 #include "physics/cohesion.h"
 #include "physics/hysteretic_spring.h"
 #include "physics/jkr.h"
 #include "physics/parallel_bond.h"
+#include "physics/table_copies.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 
 namespace NBrenmark::NLegacySupport {
 
@@ -65,7 +67,7 @@ static std::optional<SMaterialPair> geometryPair(CCreatorData& creator, const st
 
 // ---------------------------------------------------------------- one table
 
-using Models = std::vector<IContactModel*>;
+using Models = std::set<const IContactModel*>;
 
 class CRekeying
 {
@@ -136,9 +138,9 @@ private:
         }
         tell(eUpgraded, "material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
                             "\", for the entry of " + names + " has a value of its own.");
-        for (IContactModel* const done : finished)
-            copyPairEntries(*done, moved, made);
-        copyNamedEntries(creator, moved, made);
+        copyEntries(creator.physicsModels, moved, made, [this](const IContactModel& other) {
+            return !storesPairsOfTypes(other) || finished.count(&other) > 0;
+        });
         if (pair.isOfOneType)
             pair.first = made;
         *pair.movable = made;
@@ -148,7 +150,8 @@ private:
 
     void tell(EEffect effect, const std::string& text) const
     {
-        report(effect, NLogTitle::conversion, model + ": " + text, 1, model);
+        reportOnce(effect, NLogTitle::conversion, model + (geometrySide ? " (with geometry): " : ": ") + text, 1,
+                   model);
     }
 
     CCreatorData& creator;
@@ -170,24 +173,36 @@ static void rekeyRecord(CCreatorData& creator, IContactModel& model, TTable TRec
     model.setParamData(*record);
 }
 
+constexpr const char* linearCohesion = "Linear Cohesion";
+constexpr const char* hystereticSpring = "Hysteretic Spring";
+constexpr const char* jkr = "Hertz-Mindlin with JKR";
+constexpr const char* bonding = "Hertz-Mindlin with bonding";
+
+bool storesPairsOfTypes(const IContactModel& model)
+{
+    const QString name = model.modelName();
+    const auto names = {linearCohesion, hystereticSpring, jkr, bonding};
+    return std::any_of(names.begin(), names.end(), [&](const char* known) { return name == QLatin1String(known); });
+}
+
 void rekeyPairTables(CCreatorData& creator, CPhysicsModels::Chain& chain, bool geometrySide)
 {
     Models finished;
     if (geometrySide)
         for (const auto& model : creator.physicsModels.sphereSphereModels)
-            finished.push_back(model.get());
+            finished.insert(model.get());
     for (const auto& model : chain) {
         const QString name = model->modelName();
         const auto rekey = [&](auto table) { rekeyRecord(creator, *model, table, geometrySide, finished); };
-        if (name == QLatin1String("Linear Cohesion"))
+        if (name == QLatin1String(linearCohesion))
             rekey(&CCohesionContactModelParamData::energyDensity);
-        else if (name == QLatin1String("Hysteretic Spring"))
+        else if (name == QLatin1String(hystereticSpring))
             rekey(&CHystereticContactModelParamData::interactions);
-        else if (name == QLatin1String("Hertz-Mindlin with JKR"))
+        else if (name == QLatin1String(jkr))
             rekey(&CJkrContactModelParamData::surfaceEnergy);
-        else if (name == QLatin1String("Hertz-Mindlin with bonding"))
+        else if (name == QLatin1String(bonding))
             rekey(&CParallelBondContactModelParamData::bondParameters);
-        finished.push_back(model.get());
+        finished.insert(model.get());
     }
 }
 

@@ -10,6 +10,10 @@ class CCreatorData;
 
 namespace NLegacySupport {
 
+/// The models whose tables by pair name particle types and walls in the stream, until they are turned. Those of all others
+/// name materials.
+bool storesPairsOfTypes(const IContactModel& model);
+
 /// Turns the pair tables of a chain: linear cohesion, hysteretic spring, JKR and bonding. Where two
 /// pairs with different values meet in one pair of materials, the second gets a material of its own.
 /// Every entry that is dropped and every material that is made is reported.

@@ -2,11 +2,12 @@
 // particle's own size, so that it has to be brought back to size 1 before two of them can be known for one type.
 #include "legacy/particle_prototypes.h"
 
+#include "core/counted.h"
 #include "core/log.h"
 #include "legacy/definition_index.h"
-#include "model/domain.h"
-#include "model/particle_types.h"
+#include "model/creator_data.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 
@@ -107,7 +108,7 @@ static void bringToSizeOne(CParticlePrototype& record)
 }
 
 /// A particle without a size has no template either: it is taken as it stands.
-static void mendScales(CParticlePrototypeRecords& records)
+static void repairScales(CParticlePrototypeRecords& records)
 {
     quint64 repaired = 0;
     for (CParticlePrototype& record : records) {
@@ -123,11 +124,25 @@ static void mendScales(CParticlePrototypeRecords& records)
                repaired);
 }
 
-/// Each type of the definition has its place in the timestep, with particles or without.
-static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CParticleTypes& creatorTypes)
+/// The id of a particle is 1 or more; a place without one is free.
+static void tellParticlesWithoutId(const CParticlePrototypeRecords& records)
 {
-    for (const auto& defined : creatorTypes.types) {
-        CParticleType* const found = index.find(*defined);
+    const auto without =
+        std::count_if(records.begin(), records.end(), [](const CParticlePrototype& record) { return record.id < 1; });
+    report(eLost, NLogTitle::legacyRead, counted(without, "particle") + " without an id dropped",
+           static_cast<quint64>(without));
+}
+
+/// Each type of the definition has its place in the timestep, with particles or without.
+static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CCreatorData& creator)
+{
+    CParticleType stored(types.properties());
+    for (const auto& defined : creator.particleTypes.types) {
+        stored.copyDefinition(*defined);
+        if (const auto before = creator.materialsBefore.find(defined->displayName);
+            before != creator.materialsBefore.end() && !before->second.isNull())
+            stored.materialName = before->second;
+        CParticleType* const found = index.find(stored);
         if (found == nullptr) {
             CParticleType& added = types.append();
             added.copyDefinition(*defined);
@@ -135,17 +150,21 @@ static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& in
             index.add(added);
             continue;
         }
+        // Of several types of a name the last is the one that is found by it: that has to be the definition's.
         CParticleType* const named = types.find(defined->displayName);
-        if (named != nullptr && named != found)
-            named->swapContents(*found);
+        if (named == nullptr || named == found)
+            continue;
+        named->swapContents(*found);
+        index.add(*named);
+        index.add(*found);
     }
 }
 
-void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CParticleTypes& creatorTypes,
-                     const CDomain& domain)
+void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CCreatorData& creator)
 {
     types.clear();
-    mendScales(records);
+    repairScales(records);
+    tellParticlesWithoutId(records);
     CDefinitionIndex index;
     CParticleType working(types.properties());
     std::vector<CParticleType*> typeOfRecord;
@@ -171,14 +190,14 @@ void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, 
     tellCustomValues(records, types);
     for (std::size_t i = 0; i < records.size(); ++i)
         addPrototypeParticle(*typeOfRecord[i], records[i]);
-    addTypesWithoutParticles(types, index, creatorTypes);
+    addTypesWithoutParticles(types, index, creator);
     for (const auto& type : types.types)
         type->rebuildFreeList();
     types.recomputeMaxId(true);
     types.rebuildIdLookup();
     for (const auto& type : types.types)
         for (quint32 slot = 0; slot < type->slotCount(); ++slot)
-            type->updateSpherePositions(slot, domain);
+            type->updateSpherePositions(slot, creator.domain);
 }
 
 } // namespace NBrenmark::NLegacySupport

@@ -13,7 +13,7 @@
 
 namespace NBrenmark {
 
-class CDomain;
+class CCreatorData;
 class CParticleTypes;
 
 namespace NLegacySupport {
@@ -76,8 +76,8 @@ void fillFromPrototypes(CParticleTypes& types, const CParticlePrototypeMap& prot
 
 /// The types of a timestep and their particles, from one record each. A type of the definition that has no particle
 /// comes after those that have. The records are used up.
-void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CParticleTypes& creatorTypes,
-                     const CDomain& domain);
+/// \param creator  the definition; records name the materials that its types had before an upgrade
+void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, const CCreatorData& creator);
 
 } // namespace NLegacySupport
 } // namespace NBrenmark

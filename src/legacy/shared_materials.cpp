@@ -5,11 +5,13 @@
 #include "core/log.h"
 #include "core/shortened.h"
 #include "legacy/deck_factories.h"
-#include "legacy/table_copies.h"
+#include "legacy/pair_table_rekeying.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory.h"
+#include "physics/table_copies.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 namespace NBrenmark::NLegacySupport {
@@ -37,10 +39,10 @@ static void tellSkipped(const std::vector<SDeckFactory>& factories)
 {
     for (const SDeckFactory& factory : factories)
         if (factory.typeNames.empty())
-            report(eRemark, NLogTitle::conversion,
-                   "Factory " + quoted(factory.factory->name) +
-                       " names no particle type: materials are split without it.",
-                   1, shortened(factory.factory->name));
+            reportOnce(eRemark, NLogTitle::conversion,
+                       "Factory " + quoted(factory.factory->name) +
+                           " names no particle type: materials are split without it.",
+                       1, shortened(factory.factory->name));
 }
 
 /// A second type like one that there is, without its particles.
@@ -69,24 +71,24 @@ static void splitMaterialOf(CCreatorData& creator, const QString& material, QStr
             continue;
         QString& name = factory.typeNames.front();
         const QString made = creator.materials.splitMaterial(material, false, creator.interactions);
-        copyNamedEntries(creator, material, made);
+        copyEntries(creator.physicsModels, material, made, std::not_fn(storesPairsOfTypes));
         CParticleType* type = creator.particleTypes.find(name);
         const std::string why = "Factory " + quoted(factory.factory->name) + " feeds particle type " + quoted(name) +
                                 " alone, which shares the material " + quoted(material) + ": ";
         if (needTypeCopies) {
             type = &appendCopy(creator.particleTypes, *type);
-            copyEntriesOfType(creator, name, type->displayName);
+            copyEntries(creator.physicsModels, name, type->displayName, storesPairsOfTypes);
             factory.factory->renameType(name, type->displayName);
-            report(eUpgraded, NLogTitle::conversion,
-                   why + "it feeds the new type " + quoted(type->displayName) + " of the new material " + quoted(made) +
-                       " from now on.",
-                   1, shortened(factory.factory->name));
+            reportOnce(eUpgraded, NLogTitle::conversion,
+                       why + "it feeds the new type " + quoted(type->displayName) + " of the new material " +
+                           quoted(made) + " from now on.",
+                       1, shortened(factory.factory->name));
             name = type->displayName;
         }
         else {
             sharing.removeOne(name);
-            report(eUpgraded, NLogTitle::conversion, why + "the type gets the new material " + quoted(made) + ".", 1,
-                   shortened(factory.factory->name));
+            reportOnce(eUpgraded, NLogTitle::conversion, why + "the type gets the new material " + quoted(made) + ".",
+                       1, shortened(factory.factory->name));
         }
         type->materialName = made;
     }
@@ -135,10 +137,11 @@ void checkFactoryMaterials(const CCreatorData& creator)
         const QString text = QStringLiteral("Problem with conversion. Factory %1 uses particle types belonging to "
                                             "different materials. You should delete and recreate this factory.\n"
                                             "Particle Types: %2\nMaterials: %3\n");
-        report(eRemark, NLogTitle::conversionProblem,
-               text.arg(factory.factory->name, types.join(QStringLiteral(", ")), materials.join(QStringLiteral(", ")))
-                   .toStdString(),
-               1, shortened(factory.factory->name));
+        reportOnce(
+            eRemark, NLogTitle::conversionProblem,
+            text.arg(factory.factory->name, types.join(QStringLiteral(", ")), materials.join(QStringLiteral(", ")))
+                .toStdString(),
+            1, shortened(factory.factory->name));
     }
 }
 

@@ -28,10 +28,10 @@ static std::map<std::string, Laws> lawsOf(const CCreatorData& creator)
             if (size != factory.factory->sizes.end() && size->second != nullptr)
                 laws[typeName.toStdString()].push_back(&size->second->distribution());
             else
-                report(eRemark, NLogTitle::conversion,
-                       "Factory \"" + shortened(factory.factory->name) + "\" has no size for particle type \"" +
-                           shortened(typeName) + "\": the size law of the type comes without it.",
-                       1, shortened(factory.factory->name));
+                reportOnce(eRemark, NLogTitle::conversion,
+                           "Factory \"" + shortened(factory.factory->name) + "\" has no size for particle type \"" +
+                               shortened(typeName) + "\": the size law of the type comes without it.",
+                           1, shortened(factory.factory->name));
         }
     }
     return laws;
@@ -45,9 +45,9 @@ static void tellConflict(const std::string& name, const Laws& laws)
     const QString text = QStringLiteral("Conflict with size distributions for Particle %1. This was used by multiple "
                                         "factories with different Size parameters: %2. \n"
                                         "Zorv advises recreating simulation with latest version!");
-    report(eNotCarried, NLogTitle::conversionProblem,
-           text.arg(QString::fromStdString(name), words.join(QStringLiteral(", "))).toStdString(), laws.size() - 1,
-           shortened(name));
+    reportOnce(eNotCarried, NLogTitle::conversionProblem,
+               text.arg(QString::fromStdString(name), words.join(QStringLiteral(", "))).toStdString(), laws.size() - 1,
+               shortened(name));
 }
 
 void buildSizeDistributions(CCreatorData& creator)

@@ -46,6 +46,7 @@ void CCreatorData::clear()
     legacyStreamFlag = false;
     upgradesPending = false;
     geometryReplaced = false;
+    materialsBefore.clear();
     particleTypes.clear();
     velocityRestricted = 0;
     angularVelocityRestricted = 0;
@@ -84,10 +85,11 @@ void CCreatorData::settle(const SLogTitle& title)
             factory->type->attachParticleTypes(&particleTypes);
             for (const QString& typeName : factory->type->typeNames())
                 if (!known.contains(typeName))
-                    report(eRemark, title,
-                           "The particle factory \"" + shortened(factory->name) +
-                               "\" creates particles of the type \"" + shortened(typeName) + "\", which isn't there.",
-                           1, shortened(factory->name));
+                    reportOnce(eRemark, title,
+                               "The particle factory \"" + shortened(factory->name) +
+                                   "\" creates particles of the type \"" + shortened(typeName) +
+                                   "\", which isn't there.",
+                               1, shortened(factory->name));
         }
     }
 }

@@ -14,6 +14,9 @@
 #include "physics/physics_models.h"
 #include "physics/physics_owner.h"
 
+#include <functional>
+#include <map>
+
 namespace NBrenmark {
 
 class CCreatorData : public CSimulationData, public IPhysicsOwner
@@ -81,6 +84,8 @@ public:
     bool legacyStreamFlag = false; ///< of a legacy creator block; handed on to the legacy stream
     bool upgradesPending = false;  ///< of a legacy creator block, until its geometry comes with a timestep
     bool geometryReplaced = false; ///< by a timestep that holds its geometry whole
+    /// By the names of particle types, those that they had before an upgrade gave them another; null for a type that it made.
+    std::map<QString, QString> materialsBefore;
 
 private:
     quint32 index = noStorageIndex;   ///< HDF5: number of the stored group; legacy: segment
@@ -91,7 +96,8 @@ private:
 
 /// The material rule for definitions stored before 30.0.4, by which a material is used either by
 /// particle types (bulk) or by geometry (equipment): a bulk material that no particle type uses
-/// becomes equipment. Each change is reported.
-void applyMaterialRule(CCreatorData& creator);
+/// becomes equipment, and geometry of one that they use moves to an equipment copy. Each change is reported.
+/// \param namesMaterials  whether the table by pair of a model goes by materials; those get the entries of the copy
+void applyMaterialRule(CCreatorData& creator, const std::function<bool(const IContactModel&)>& namesMaterials);
 
 } // namespace NBrenmark

@@ -1,9 +1,11 @@
 // The rule by which decks from before 30.0.4 get the two kinds of material.
+#include "core/counted.h"
 #include "core/log.h"
 #include "core/shortened.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
+#include "physics/table_copies.h"
 
 #include <QHash>
 
@@ -23,12 +25,12 @@ static CGroupsByMaterial groupsByMaterial(const GeometryGroups& geometry)
 static void becomeEquipment(CMaterial& material, const QString& name)
 {
     material.type = eEquipmentMaterial;
-    report(eUpgraded, NLogTitle::conversion,
-           "Material \"" + shortened(name) + "\" is used by no particle type: it becomes an equipment material.", 1,
-           shortened(name));
+    reportOnce(eUpgraded, NLogTitle::conversion,
+               "Material \"" + shortened(name) + "\" is used by no particle type: it becomes an equipment material.", 1,
+               shortened(name));
 }
 
-void applyMaterialRule(CCreatorData& creator)
+void applyMaterialRule(CCreatorData& creator, const HasPairsOfThese& namesMaterials)
 {
     const CGroupsByMaterial groups = groupsByMaterial(creator.geometryGroups);
     const QStringList names = creator.materials.keys(); // copies made below are no bulk materials
@@ -44,12 +46,14 @@ void applyMaterialRule(CCreatorData& creator)
         if (users.empty())
             continue;
         const QString copy = creator.materials.splitMaterial(name, true, creator.interactions);
+        copyEntries(creator.physicsModels, name, copy, namesMaterials);
         for (CGeometryGroup* group : users)
             group->materialName = copy;
-        report(eUpgraded, NLogTitle::conversion,
-               "Material \"" + shortened(name) + "\" is used by particles and by " + std::to_string(users.size()) +
-                   " geometry groups: the groups get the equipment material \"" + shortened(copy) + "\".",
-               1, shortened(name));
+        reportOnce(eUpgraded, NLogTitle::conversion,
+                   "Material \"" + shortened(name) + "\" is used by particles and by " +
+                       counted(static_cast<qint64>(users.size()), "geometry group") + ", which get" +
+                       (users.size() == 1 ? "s" : "") + " the equipment material \"" + shortened(copy) + "\".",
+                   1, shortened(name));
     }
 }
 

@@ -58,30 +58,22 @@ quint32 CTimestepData::removeDanglingContacts()
     return before - contacts.liveCount();
 }
 
-/// What a type of a timestep is made of today. A timestep keeps the definitions that it was stored with, while an old
-/// model may have got new materials since, by which its bonding parameters go.
-static std::string materialOf(const CParticleType& type, const CParticleTypes& definitions)
-{
-    const CParticleType* const definition = definitions.find(type.displayName);
-    return (definition != nullptr ? definition : &type)->materialName.toStdString();
-}
-
 /// Empty without a model that bonds.
-static BondParametersOf bondParametersOf(const CPhysicsModels& physics, const CParticleTypes& definitions)
+static BondParametersOf bondParametersOf(const CPhysicsModels& physics)
 {
     const auto* model = dynamic_cast<const CParallelBondContactModel*>(
         CPhysicsModels::findModel(physics.sphereSphereModels, QStringLiteral("Hertz-Mindlin with bonding")));
     if (model == nullptr)
         return BondParametersOf();
     const CBondParametersMap& map = model->parameters.bondParameters;
-    return [&map, &definitions](const CParticleType& a, const CParticleType& b) {
-        return map.find(CBondParametersMap::pairKey(materialOf(a, definitions), materialOf(b, definitions)));
+    return [&map](const CParticleType& a, const CParticleType& b) {
+        return map.find(CBondParametersMap::pairKey(a.materialName.toStdString(), b.materialName.toStdString()));
     };
 }
 
 SUnmatchedBonds CTimestepData::matchBondParameters()
 {
-    const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels, creatorData.particleTypes);
+    const BondParametersOf parametersOf = bondParametersOf(creatorData.physicsModels);
     return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : SUnmatchedBonds();
 }
 

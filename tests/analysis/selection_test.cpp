@@ -7,7 +7,9 @@
 #include "core/deck/simulation_settings.h"
 #include "model/geometry/box.h"
 #include "model/geometry_groups.h"
+#include "support/legacy_deck.h"
 #include "support/log_capture.h"
+#include "support/old_deck.h"
 #include "support/paths.h"
 #include "support/settings_entries.h"
 
@@ -176,6 +178,35 @@ TEST(SelectionMap, keepsTheGeometryOfARegion)
     EXPECT_EQ(read.source, "behind it");
     EXPECT_EQ(written(again.map), bytes);
     EXPECT_EQ(GeometryGroups::nextUniqueId(), nextId) << "the numbers of the deck's geometry stand still";
+}
+
+// Of the age of the settings file, whatever the deck's. Both builders have a "Drum" whose mesh has one corner at (0, 1, 0).
+TEST(SelectionMap, readsTheGeometryOfRegionsOfEveryAge)
+{
+    std::vector<SDeckGroup> walls{sampleGroups()[1]};
+    walls[0].index = 0;
+    const auto wallsOf = [&](quint32 version) { return groupListBytes(version, walls); };
+    const std::pair<quint32, CBytes> cases[] = {
+        {makeVersion(2, 4, 2), oldGroupBytes(makeVersion(2, 4, 2))},
+        {makeVersion(13, 0, 9), oldGroupBytes(makeVersion(13, 0, 9))},
+        {makeVersion(20, 0, 9), oldGroupBytes(makeVersion(20, 0, 9))},
+        {makeVersion(20, 0, 16), wallsOf(makeVersion(20, 0, 16))},
+        {makeVersion(24, 0, 30), wallsOf(makeVersion(24, 0, 30))},
+        {current, wallsOf(current)},
+    };
+    for (const auto& [version, groups] : cases) {
+        const CBytes region = CBytes().i8(1) + groups + regionBytes().from(1);
+        const CBytes block = CBytes().i32(1) + selectionHead("Primitive Geometry Bin", "bin") +
+                             selectionBase(oneQuery) + colourBytes(version) + region + primitiveBytes();
+        const CReadMap read(block, version);
+        ASSERT_TRUE(read.result) << read.logText;
+        EXPECT_EQ(read.consumed, block.size());
+        const auto& bin = read.at<CPrimitiveSelection>("bin");
+        ASSERT_NE(bin.ownGeometry, nullptr);
+        EXPECT_EQ(bin.ownGeometry->at(0)->name, "Drum");
+        EXPECT_EQ(bin.ownGeometry->at(0)->coords[2], C3DPoint(0, 1, 0)) << versionText(version).toStdString();
+        EXPECT_EQ(bin.secondAxis, C3DPoint(7, 8, 9));
+    }
 }
 
 // ---------------------------------------------------------------- what can't be read

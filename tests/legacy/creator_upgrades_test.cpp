@@ -5,6 +5,8 @@
 #include "legacy/shared_materials.h"
 #include "legacy/size_distributions_of_factories.h"
 #include "physics/cohesion.h"
+#include "physics/heat_conduction.h"
+#include "physics/jkr.h"
 #include "support/log_capture.h"
 #include "support/old_model.h"
 
@@ -34,10 +36,16 @@ TEST(SharedMaterials, aTypeFedByAFactoryOfItsOwnGetsAMaterial)
     const CParticleFactory& first = model.addFactory(box, "first", {{"B", 1.0}});
     model.addFactory(box, "second", {{"A", 1.0}});
     model.addFactory(box, "third", {{"C", 1.0}});
+    auto& byMaterials = model.addModel<CCohesionV2ContactModel>().energyDensity;
+    byMaterials.set("m", "n", 4);
+    auto& byTypes = model.addModel<CCohesionContactModel>().energyDensity;
+    byTypes.set("A", "B", 5);
     const CLogCapture log;
     splitSharedMaterials(model.creator);
     EXPECT_EQ(model.types(), "A:m B:m(1) C:n") << "A is alone by then, as C always was";
     EXPECT_EQ(typesOf(first), "B");
+    EXPECT_EQ(textOf(byMaterials), "m/n=4 m(1)/n=4 ");
+    EXPECT_EQ(textOf(byTypes), "A/B=5 ");
     EXPECT_EQ(model.creator.materials.keys(), (QStringList{"m", "m(1)", "n"}));
     EXPECT_EQ(model.creator.materials.find("m(1)")->density, 2500);
     for (const auto& [a, b] : {std::pair("m(1)", "m"), std::pair("m(1)", "m(1)"), std::pair("m(1)", "n")}) {
@@ -59,10 +67,17 @@ TEST(SharedMaterials, besideAFactoryOfBothTheOthersGetTypesOfTheirOwn)
     CParticleFactory& a = model.addFactory(box, "a", {{"A", 2.0}});
     a.typeAccounting["A"].massCreated = 4.5;
     const CParticleFactory& b = model.addFactory(model.addGroup("Lid", "n"), "b", {{"B", 3.0}});
+    auto& conductivities = model.addModel<CHeatConductionModel>().conductivities;
+    conductivities.set("B", 6);
+    auto& byTypes = model.addModel<CJkrContactModel>().surfaceEnergy;
+    byTypes.set("A", "B", 7);
     const CLogCapture log;
     splitSharedMaterials(model.creator);
     EXPECT_EQ(model.types(), "A:m B:m A(1):m(1) B(1):m(2)");
     EXPECT_EQ(typesOf(both) + " " + typesOf(a) + " " + typesOf(b), "A+B A(1) B(1)");
+    EXPECT_EQ(textOf(byTypes), "A/B=7 A/B(1)=7 A(1)/B=7 A(1)/B(1)=7 ");
+    EXPECT_EQ(conductivities.valueOf("B(1)"), 6);
+    EXPECT_EQ(conductivities.entries.size(), 2u);
     EXPECT_EQ(a.sizes.size(), 1u);
     EXPECT_EQ(a.sizes.at("A(1)")->minimum(), 2.0);
     EXPECT_EQ(a.typeAccounting.at("A(1)").massCreated, 4.5);

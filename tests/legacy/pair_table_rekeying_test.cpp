@@ -24,14 +24,6 @@ struct SOldDeck : SOldModel
     void rekeyGeometry() { NLegacySupport::rekeyPairTables(creator, creator.physicsModels.sphereGeometryModels, true); }
 };
 
-static std::string textOf(const CPairTable<double>& table)
-{
-    std::string text;
-    for (const auto& [pair, value] : table.entries)
-        text += pair.first + "/" + pair.second + "=" + QString::number(value).toStdString() + " ";
-    return text;
-}
-
 TEST(PairTableRekeying, namesMaterialsAndMakesOneForASecondValue)
 {
     struct SCase
@@ -125,11 +117,13 @@ TEST(PairTableRekeying, namesTheMaterialsOfATypeAndAGroupInEitherOrder)
     const CLogCapture log;
     deck.rekeyGeometry();
     EXPECT_EQ(textOf(table), "brass/n=2 m/steel=1 n/rubber=3 ");
-    EXPECT_EQ(log.text(),
-              "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"B\" and \"C\" is dropped, because "
-              "no pair of materials corresponds to it.\n"
-              "WARNING Conversion: Hertz-Mindlin with JKR: the entry of \"Lid\" and \"Wall\" is dropped, because "
-              "no pair of materials corresponds to it.\n");
+    EXPECT_EQ(
+        log.text(),
+        "WARNING Conversion: Hertz-Mindlin with JKR (with geometry): the entry of \"B\" and \"C\" is dropped, because "
+        "no pair of materials corresponds to it.\n"
+        "WARNING Conversion: Hertz-Mindlin with JKR (with geometry): the entry of \"Lid\" and \"Wall\" is dropped, "
+        "because "
+        "no pair of materials corresponds to it.\n");
 }
 
 TEST(PairTableRekeying, itIsTheGroupThatGetsANewMaterial)

@@ -166,11 +166,11 @@ TEST(MaterialRule, bulkThatNoParticleTypeUsesBecomesEquipment)
     creator.particleTypes.append().materialName = "rock";
     creator.particleTypes.append().materialName = "absent";
     CLogCapture log;
-    applyMaterialRule(creator);
+    applyMaterialRule(creator, [](const IContactModel&) { return true; });
     EXPECT_EQ(kindsOf(creator.materials), "odd:2 rock:1 steel:0 wall:0");
     EXPECT_EQ(log.text(), "WARNING Conversion: Material \"steel\" is used by no particle type: "
                           "it becomes an equipment material.\n");
-    applyMaterialRule(creator); // nothing is left to be changed
+    applyMaterialRule(creator, [](const IContactModel&) { return true; }); // nothing is left to be changed
     EXPECT_EQ(log.count(), 1u);
 }
 

@@ -5,6 +5,7 @@
 #include "model/creator_data.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/box.h"
+#include "physics/jkr.h"
 #include "support/log_capture.h"
 
 #include <gtest/gtest.h>
@@ -240,8 +241,14 @@ TEST(GeometryGroups, theCreatorModelFindsAGroupByItsName)
 
 TEST(MaterialRule, groupsGetOneEquipmentCopyOfAMaterialThatParticlesUse)
 {
+    clearLogOnceMemory();
     CLogCapture log;
     CCreatorData creator{SPropertyManagers()};
+    auto made = std::make_unique<CJkrContactModel>(quint32(eSphereGeometryModel));
+    CPairTable<double>& energies = made->parameters.surfaceEnergy;
+    energies.set("glass", "steel", 2);
+    energies.set("steel", "steel", 3);
+    creator.physicsModels.addContactModel(std::move(made), CPhysicsModels::atEnd);
     for (const char* name : {"glass", "steel"})
         creator.materials.set(name, new CMaterial(name, 0.3, 1e9, 7850, 4.5, eBulkMaterial));
     creator.interactions.set("glass", "steel", new CInteraction);
@@ -251,7 +258,7 @@ TEST(MaterialRule, groupsGetOneEquipmentCopyOfAMaterialThatParticlesUse)
     for (CGeometryGroup* group : creator.geometryGroups.groups())
         group->materialName = group->displayedName.mid(3);
 
-    applyMaterialRule(creator);
+    applyMaterialRule(creator, [](const IContactModel&) { return true; });
     EXPECT_TRUE(creator.materials.find("glass")->isBulk());
     ASSERT_NE(creator.materials.find("glass(1)"), nullptr);
     EXPECT_FALSE(creator.materials.find("glass(1)")->isBulk());
@@ -261,6 +268,8 @@ TEST(MaterialRule, groupsGetOneEquipmentCopyOfAMaterialThatParticlesUse)
     for (const CGeometryGroup* group : creator.geometryGroups.groups())
         used << group->materialName;
     EXPECT_EQ(used.join(","), "glass(1),steel,glass(1),absent");
+    EXPECT_EQ(energies.valueOf("glass(1)", "steel"), 2) << "as the material that it was made from";
+    EXPECT_EQ(energies.entries.size(), 3u);
     EXPECT_EQ(log.count(), 2u) << log.text();
 }
 

@@ -61,18 +61,13 @@ TEST_F(TimestepData, clearLeavesTheModelAndWhatAReadOverwrites)
     EXPECT_EQ(timestep.date, QString("24/11/25"));
 }
 
-TEST_F(TimestepData, bondsHaveTheParametersOfTheMaterialsOfToday)
+TEST_F(TimestepData, bondsHaveTheParametersOfTheMaterialsOfTheirTypes)
 {
-    const auto addTypes = [](CParticleTypes& types, const std::vector<std::pair<const char*, const char*>>& stored) {
-        for (const auto& [name, material] : stored) {
-            CParticleType& type = types.append();
-            type.setName(name);
-            type.materialName = material;
-        }
-    };
-    // The timestep still says of what the types were made when it was stored.
-    addTypes(timestep.particleTypes, {{"A", "m"}, {"B", "m"}, {"gone", "n"}});
-    addTypes(creator.particleTypes, {{"A", "m"}, {"B", "m(1)"}});
+    for (const auto& [name, material] : {std::pair("A", "m"), std::pair("B", "m(1)"), std::pair("C", "n")}) {
+        CParticleType& type = timestep.particleTypes.append();
+        type.setName(name);
+        type.materialName = material;
+    }
     auto model = std::make_unique<CParallelBondContactModel>(eSphereSphereModel);
     CBondParametersMap& parameters = model->parameters.bondParameters;
     for (const char* key : {"m <> m(1)", "m <> n"})

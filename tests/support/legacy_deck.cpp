@@ -19,11 +19,11 @@ CBytes stampBytes(quint32 version, const SDeckStamp& stamp)
     return b;
 }
 
-CBytes materialBytes(const SDeckMaterial& m)
+CBytes materialBytes(quint32 version, const SDeckMaterial& m)
 {
     CBytes b;
     b.text(m.name).f64(m.poissonsRatio).f64(m.shearModulus).f64(m.density).f64(m.workFunction);
-    return b;
+    return since(version, 30, 0, 4) ? b.i32(m.type) : b;
 }
 
 CBytes interactionBytes(const SDeckInteraction& i)
@@ -96,8 +96,9 @@ CBytes creatorBytes(quint32 version, const SDeckCreator& c)
     b += triple(c.gravity) + triple(c.domainMin) + triple(c.domainMax);
     b.i32(c.periodic[0]).i32(c.periodic[1]).i32(c.periodic[2]);
     b += physicsBytes(c) + particleTypesBytes(version, c.particles);
-    b += listBytes(c.materials,
-                   [](const auto& material) { return CBytes().text(material.name) + materialBytes(material); });
+    b += listBytes(c.materials, [=](const auto& material) {
+        return CBytes().text(material.name) + materialBytes(version, material);
+    });
     b += listBytes(c.interactions, [](const auto& pair) { return CBytes().text(pair.key) + interactionBytes(pair); });
     b += groupListBytes(version, c.groups);
     b.text(c.title).i32(c.reservedTitleWord).f64(c.damping).text(c.description);

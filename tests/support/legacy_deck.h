@@ -1,5 +1,5 @@
 #pragma once
-// Whole legacy decks, built byte by byte for file versions 20.0.16 (or 3.0.16) to 27.0.3: what readers are held
+// Whole legacy decks, built byte by byte for file versions from 20.0.16 (or 3.0.16) on: what readers are held
 // against. The records below say what a deck holds, the functions what that looks like on disk in a
 // version; nothing here knows the library's own forms.
 
@@ -19,6 +19,7 @@ struct SDeckMaterial
 {
     QString name;
     double poissonsRatio = 0.3, shearModulus = 1e7, density = 2500.0, workFunction = 0.0;
+    int type = 1; ///< from 30.0.4 on
 };
 
 struct SDeckInteraction
@@ -203,7 +204,7 @@ SDeckModel defaultDeckModel();
 
 CBytes stampBytes(quint32 version, const SDeckStamp& stamp);
 /// Behind the key of the material map.
-CBytes materialBytes(const SDeckMaterial& material);
+CBytes materialBytes(quint32 version, const SDeckMaterial& material);
 CBytes interactionBytes(const SDeckInteraction& interaction);
 CBytes customPropertyBytes(const SDeckCustomProperties& properties);
 /// From the marker of a type to the last of its spheres.

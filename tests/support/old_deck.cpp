@@ -57,7 +57,7 @@ public:
         b.text(name);
         b += when(from(2, 4, 53), CBytes().f64(-9));
         b += when(in13(1), CBytes().f64(0.125 * id).f64s({-9, -9, -9}));
-        return in13(5) ? b.i32(1).f64(-9) : b;
+        return in13(5) ? b.i32(2).f64(300 + id).f64(-9) : b;
     }
 
     CBytes particleTypes(int rows) const
@@ -75,9 +75,9 @@ public:
         return from(20, 0, 6) ? b : b.rawF64(std::vector<double>(2 * (3 + 9 + 3 + 1 + 7 + 7 + 7), 1.0));
     }
 
-    CBytes factory() const
+    CBytes factory(bool isDynamic) const
     {
-        CBytes b = CBytes().text("dynamic").text("Feed").i32(3);
+        CBytes b = CBytes().text(isDynamic ? "dynamic" : "static").text("Feed").i32(3);
         b += when(from(2, 4, 27), CBytes().i32(30));
         b.text("normal").f64s({1, 0});
         b += when(from(2, 4, 22), CBytes().f64s({0, 2, 0}));
@@ -90,6 +90,8 @@ public:
         b += when(from(2, 4, 22), CBytes().f64s({0.5, 0.25, 0.125, 0, 0, 1}));
         b += when(in13(1), CBytes().text("fixed").f64(1e-9));
         b += when(in13(7), CBytes().i32(0));
+        if (!isDynamic)
+            return b.i32(1).f64(0.125) += when(from(2, 4, 50), CBytes().i32(0).i32(250));
         b.i32(500).i32(0).f64s({100, 0.125});
         b += when(from(2, 4, 20) && before(2, 4, 27), CBytes().i32(40));
         return from(2, 4, 52) ? b.f64(12.5).i32(0) : b;
@@ -145,7 +147,7 @@ public:
         CBytes b = CBytes().i32(index);
         b += when(from(2, 4, 5), CBytes().text(shape) += own);
         b += motions();
-        b.i32(1) += factory();
+        b.i32(1) += factory(index == 0);
         b.f64s({1, 1, 1, 0, 0, 0}).f64s({1, 2, 3, 4, 5, 6});
         b += when(from(2, 4, 31), CBytes().f64s({7, 8, 9}));
         b += when(from(2, 4, 7), CBytes().text(index == 0 ? "Drum" : "Plate"));
@@ -222,6 +224,8 @@ static CBytes stamp(const CVersionBytes& v)
     return v.from(2, 4, 51) ? b.i32(1).i32(-9) : b;
 }
 
+CBytes oldGroupBytes(quint32 version) { return CVersionBytes(version).groups(); }
+
 CBytes oldCreatorBytes(quint32 version)
 {
     const CVersionBytes v(version);
@@ -266,7 +270,7 @@ CBytes oldTimestepBytes(quint32 version)
         b.i32(0);
         for (int group = 0; group < 2; ++group) {
             b.i8(1);
-            b += when(v.from(20, 0, 12), CBytes().i32(4).f64s({0.1, 0.2, 0.3, 0, 1, 0}).i32(5));
+            b += when(v.from(20, 0, 12), CBytes().i32(4).f64s({0.1, 0.2, 0.3, 0, 1, 0}).i32(group == 0 ? 5 : 0));
         }
     }
     else

@@ -1,7 +1,7 @@
 #pragma once
 // The smallest deck with one of everything, byte by byte for any file version below 20.0.16: two particles of one
-// template (ids 1 and 2, the second twice as large), a cylinder with one triangle and a factory, a polygon, one contact,
-// collision and bond of particle 2 with particle 1. Nothing here knows the library's own forms.
+// template (ids 1 and 2, the second twice as large), a cylinder and a polygon with one triangle and one factory each, one
+// contact, collision and bond of particle 2 with particle 1. Nothing here knows the library's own forms.
 
 #include "support/bytes.h"
 
@@ -10,6 +10,8 @@ namespace NBrenmark {
 /// The versions below 20.0.16 from which on something is stored otherwise, in order.
 extern const std::vector<quint32> oldVersions;
 
+/// The geometry alone.
+CBytes oldGroupBytes(quint32 version);
 /// Behind the name of a creator block.
 CBytes oldCreatorBytes(quint32 version);
 /// Behind the creator pair of a timestep block.

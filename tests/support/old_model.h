@@ -2,12 +2,14 @@
 // A model as a legacy creator block leaves it before its upgrades, built by hand: materials, particle types, geometry
 // and the factories in it.
 
+#include "core/log.h"
 #include "model/creator_data.h"
 #include "model/factories/factory_size.h"
 #include "model/factories/factory_type.h"
 #include "model/factories/particle_factory.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
+#include "physics/name_tables.h"
 
 #include <memory>
 #include <string>
@@ -18,9 +20,10 @@ namespace NBrenmark {
 
 struct SOldModel
 {
-    /// The materials "m" and "n" that touch themselves and each other, and no physics.
+    /// The materials "m" and "n" that touch themselves and each other, and no physics; of a deck of which nothing was said.
     SOldModel()
     {
+        clearLogOnceMemory();
         creator.physicsModels.clear();
         for (const char* material : {"m", "n"})
             creator.materials.set(material, new CMaterial(material, 0.25, 1e8, 2500, 0, eBulkMaterial));
@@ -85,5 +88,14 @@ struct SOldModel
 
     CCreatorData creator{SPropertyManagers()};
 };
+
+/// "m/n=4 n/n=5 "
+inline std::string textOf(const CPairTable<double>& table)
+{
+    std::string text;
+    for (const auto& [pair, value] : table.entries)
+        text += pair.first + "/" + pair.second + "=" + QString::number(value).toStdString() + " ";
+    return text;
+}
 
 } // namespace NBrenmark

@@ -41,7 +41,7 @@ static TextMap storedModel()
         {"physicsModels/sphereSphereModels/Linear%20Cohesion/energyDensity/A/A", "0.5"},
         {"physicsModels/sphereSphereModels/Linear%20Cohesion/energyDensity/A/gone", "0.75"},
         {"physicsModels/sphereSphereModels/Linear%20Cohesion/energyDensity/gone/A", "0.25"},
-        {"physicsModels/sphereSphereModels/Linear%20Cohesion%20V2/energyDensity/A/A", "8"},
+        {"physicsModels/sphereSphereModels/Linear%20Cohesion%20V2/energyDensity/m/n", "8"},
         {"physicsModels/sphereGeometryModels/Hysteretic%20Spring/interactions/A/Wall/damping", "0.5"},
         {"physicsModels/sphereSphereModels/Hertz-Mindlin%20with%20bonding/bondParameters/A%20<>%20C/bondRadius", "4"},
         {"interactions/m~n/restitution", "0.5"},
@@ -147,7 +147,14 @@ const SChangeCase changeCases[] = {
          t[cohesion + "m/m"] = "0.625";
      }},
     {"a table that never went by types", 0, 1,
-     [](TextMap& t) { t["physicsModels/sphereSphereModels/Linear%20Cohesion%20V2/energyDensity/A/A"] = "7"; }},
+     [](TextMap& t) { t["physicsModels/sphereSphereModels/Linear%20Cohesion%20V2/energyDensity/m/n"] = "7"; }},
+    {"entries of a copy in such a table", 4, 1,
+     [](TextMap& t) {
+         const std::string table = "physicsModels/sphereSphereModels/Linear%20Cohesion%20V2/energyDensity/";
+         makeMaterial(t, "m(1)");
+         t[table + "m(1)/n"] = "8";
+         t[table + "m/m(1)"] = "8"; // m doesn't touch itself
+     }},
     {"pairs with walls and bonds", 4, 0,
      [](TextMap& t) {
          const std::string walls = "physicsModels/sphereGeometryModels/Hysteretic%20Spring/interactions/";

@@ -101,9 +101,10 @@ void printLedger(const Ledger& messages, EShownMessages shown)
         const SLogRecord& message = *groups[i].first;
         const bool isError = message.level == eError;
         const std::string word = isError ? "error:" : "warning:";
+        const std::string text = indented(withoutEnd(message.placedText())) + timesText(groups[i].times);
+        const bool isSentence = !text.empty() && text.back() == '!';
         printSequences("brenmark: " + coloured(word, isError ? "31" : "33") +
-                       safeText(' ' + message.title + ": " + indented(withoutEnd(message.placedText())) +
-                                timesText(groups[i].times) + ".\n"));
+                       safeText(' ' + message.title + ": " + text + (isSentence ? "\n" : ".\n")));
     }
     if (groups.size() > lines)
         printError("brenmark: " + std::to_string(groups.size() - lines) +

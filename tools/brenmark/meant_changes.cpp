@@ -182,6 +182,21 @@ bool copied(const CUpgradedModel& model, const Segments& path, const SModelChang
     return original != path && value != nullptr && model.originalOf(change.upgraded) == *value;
 }
 
+/// The same in a table by pairs of materials, of which the first is at that place. Either may be a copy.
+bool copiedInPair(const CUpgradedModel& model, const Segments& path, const SModelChange& change)
+{
+    Segments original = path;
+    for (const size_t name : {nameInTable, nameInTable + 1})
+        original[name] = model.originalOf(path[name]);
+    Segments turned = original;
+    std::swap(turned[nameInTable], turned[nameInTable + 1]);
+    const auto has = [&](const Segments& line) {
+        const std::string* const value = model.stored.find(joined(line));
+        return value != nullptr && *value == change.upgraded;
+    };
+    return original != path && (has(original) || has(turned));
+}
+
 /// Of a material that is made for walls.
 bool copiedAsEquipment(const CUpgradedModel& model, const Segments& path, const SModelChange& change)
 {
@@ -328,6 +343,7 @@ const SMeant meantChanges[] = {
     {newMaterials, "interactions/*/*", eAdded, copied<ownName>},
     {newMaterials, "particles/*/materialName", eChanged, movedToACopy},
     {newMaterials, "geometryGroups/*/materialName", eChanged, movedToACopy},
+    {newMaterials, "physicsModels/*/Linear%20Cohesion%20V2/energyDensity/*/*", eAdded, copiedInPair},
 
     {newTypes, "particles/*/index", eAdded, copiedToTheEnd},
     {newTypes, "particles/*/**", eAdded, copied<ownName>},

@@ -13,6 +13,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstring>
 #include <optional>
@@ -70,6 +71,7 @@ void compareWithStored(const QString& path, const SDeckDigest& digest, SVerifica
     if (!isLegacy)
         return;
     CDeckReader reader(path, eStoredModel);
+    std::set<std::array<std::string, 3>> known; // of models that follow one another most lines are the same
     for (const SDeckDigest::SModel& model : digest.models) {
         const std::string root = modelRoot(model.firstTimestep);
         reader.timestep(model.firstTimestep);
@@ -77,7 +79,7 @@ void compareWithStored(const QString& path, const SDeckDigest& digest, SVerifica
             if (change.upgrade.empty())
                 result.differences.push_back({eOtherValue, change.path, "not as stored, and no upgrade explains it",
                                               change.stored, change.upgraded});
-            else
+            else if (known.insert({change.path.substr(root.size()), change.stored, change.upgraded}).second)
                 result.meant.push_back(std::move(change));
         }
     }

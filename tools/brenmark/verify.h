@@ -25,9 +25,9 @@ enum EVerdict
 struct SVerification
 {
     std::vector<SDifference> differences;
-    bool more = false;                   ///< there are others, beyond the limit
-    std::vector<SModelChange> meant;     ///< what the upgrades of a legacy source changed in its models
-    std::vector<std::string> lost;       ///< of the source, through damage
+    bool more = false;               ///< there are others, beyond the limit
+    std::vector<SModelChange> meant; ///< what the upgrades of a legacy source changed in its models, each change once
+    std::vector<std::string> lost;   ///< of the source, through damage
     std::vector<std::string> notCarried; ///< of the source: the converted deck's family has no place for it
     quint32 timesteps = 0;               ///< of the source
     double seconds = 0.0;

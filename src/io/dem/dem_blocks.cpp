@@ -12,7 +12,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cstring>
+#include <cmath>
 #include <stdexcept>
 
 namespace NBrenmark {
@@ -20,7 +20,7 @@ namespace NBrenmark {
 static SDataPlace creatorPlace(const QFile& file) { return placeIn(file).inBlock("creator data"); }
 
 /// Times that are no numbers are the same, too.
-static bool isSameTime(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0 || a == b; }
+static bool isSameTime(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
 static std::string secondsText(double time) { return QString::number(time, 'g', 17).toStdString() + " s"; }
 
@@ -100,8 +100,14 @@ bool CDemIoManager::readCreatorAt(SSimulationFrame& frame, const SPlace& place, 
                                   IProgressController* progress)
 {
     const SPlace before = presentPlace();
-    if (!goTo(place) || !readCreatorBlock(frame, progress))
+    if (!goTo(place))
         return false;
+    readOptions.isReadAgain = readModels.count(place) > 0;
+    const bool isRead = readCreatorBlock(frame, progress);
+    readOptions.isReadAgain = false;
+    if (!isRead)
+        return false;
+    readModels.insert(place);
     return !restore || goTo(before);
 }
 
@@ -113,6 +119,7 @@ bool CDemIoManager::readCreatorData(SSimulationFrame& frame)
 bool CDemIoManager::writeCreatorBlock(QFile& file, SSimulationFrame& frame)
 {
     const CPlaceScope scope(creatorPlace(file));
+    readModels.clear(); // another model may be in the place of one that was read
     CDemDataStream stream(&file, writeOptions);
     stream << QString(NDemBlockName::creatorData);
     return runWriter(stream, frame.creator, writeOptions, file);

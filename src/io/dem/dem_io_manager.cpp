@@ -171,6 +171,7 @@ void CDemIoManager::reset()
 {
     resetFileState();
     clearLogOnceMemory();
+    readModels.clear();
     closeFiles();
     lastSegment = 0;
     openSegment = 0;
@@ -198,6 +199,7 @@ int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIn
     if (!readHeader())
         return eOpenHeaderRefused;
     blockStarts.clear();
+    readModels.clear();
     const CPlaceScope scope(placeIn(dataFile));
     if (timestepCount > 0)
         checkFirstBlock(dataFile.pos());

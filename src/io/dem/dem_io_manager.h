@@ -9,7 +9,7 @@
 
 #include <QFile>
 #include <memory>
-
+#include <set>
 #include <tuple>
 #include <vector>
 
@@ -103,6 +103,7 @@ private:
     void checkBlockEnd(const SPlace& start);
 
     qint64 segmentLimit;
+    std::set<SPlace> readModels;     // creator blocks of which all has been said that there is to say
     std::vector<SPlace> blockStarts; // of the timesteps in the index that was read, in their order in the files
     QFile dataFile;
     QFile indexFile;

@@ -7,6 +7,7 @@
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/old_charge.h"
+#include "io/dem/repeated_names.h"
 #include "model/domain.h"
 
 #include <stdexcept>
@@ -141,9 +142,7 @@ void CDemCreatorDataReader::readParticlePrototypeList(CParticlePrototypeMap& pro
         readParticlePrototype(prototype);
         tellRecord(prototype, byte);
         if (prototypes.contains(key))
-            report(eLost, NLogTitle::legacyRead,
-                   "particle prototype \"" + shortened(key) + "\" is stored twice: the first is dropped", 1,
-                   shortened(key));
+            reportRepeated("particle prototype", key);
         prototypes.insert(key, prototype);
     }
 }

@@ -1,6 +1,5 @@
 // The creator block, slot by slot and whole: what each version stores, and not one byte more.
 #include "io/dem/dem_testing.h"
-#include "legacy/creator_upgrades.h"
 #include "maths/axis_angle.h"
 #include "support/legacy_deck.h"
 #include "support/log_capture.h"
@@ -10,76 +9,17 @@
 
 namespace NBrenmark {
 
-// ---------------------------------------------------------------- materials
-
-struct SMaterialCase
-{
-    quint32 version;
-    qint64 bytes;
-    double workFunction;
-    qint32 type;
-};
-
-// "Steel" takes 4 + 10 bytes, three doubles 24; then what the version adds.
-const SMaterialCase materialCases[] = {
-    {makeVersion(2, 4, 39), 38, 0.0, 1}, // the first that stores materials
-    {makeVersion(13, 0, 0), 38, 0.0, 1},     {makeVersion(13, 0, 1), 46, 4.5, 1},
-    {makeVersion(19, 255, 255), 46, 4.5, 1}, {makeVersion(20, 0, 0), 38, 0.0, 1}, // the gap between two lines
-    {makeVersion(20, 0, 15), 38, 0.0, 1},    {makeVersion(20, 0, 16), 46, 4.5, 1},
-    {makeVersion(3, 0, 15), 38, 0.0, 1}, // old numbering: 3 counts as 20
-    {makeVersion(3, 0, 16), 46, 4.5, 1},     {makeVersion(27, 0, 3), 46, 4.5, 1},
-    {makeVersion(30, 0, 3), 46, 4.5, 1},     {makeVersion(30, 0, 4), 50, 4.5, 0},
-    {makeVersion(30, 0, 20), 50, 4.5, 0},
-};
-
-TEST(DemMaterial, readsWhatTheVersionStoresAndNotOneByteMore)
-{
-    const CBytes stored = CBytes().text("Steel").f64s({0.3, 8e10, 7850.0, 4.5}).i32(0);
-    for (const SMaterialCase& c : materialCases) {
-        const std::string version = versionText(c.version).toStdString();
-        CMaterial material;
-        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(material, stored.first(c.bytes) + CBytes::garbage(64), c.version),
-                  c.bytes)
-            << version;
-        EXPECT_EQ(material.name, "Steel");
-        EXPECT_EQ(material.shearModulus, 8e10);
-        EXPECT_EQ(material.workFunction, c.workFunction) << version;
-        EXPECT_EQ(material.type, c.type) << version;
-    }
-}
-
 // ---------------------------------------------------------------- bare values
 
-TEST(DemPoints, stopWhereTheyEnd)
+TEST(DemPoints, haveTwoAnglesOfWhichTheSecondCounts)
 {
-    const CBytes garbage = CBytes::garbage(64);
     CAxisAngle axis;
-    const CBytes points = CBytes().f64s({1, 2, 3, 4, 5, 6});
-    struct SAxisCase
-    {
-        quint32 version;
-        CBytes angles;
-        double angle;
-    };
-    const SAxisCase cases[] = {
-        {makeVersion(2, 4, 8), CBytes(), 0.0},
-        {makeVersion(2, 4, 9), CBytes().f64s({7, 8, 9}), 9.0},
-        {makeVersion(2, 4, 16), CBytes().f64s({7, 8, 9}), 9.0},
-        {makeVersion(2, 4, 17), CBytes().f64s({7, 8}), 8.0},
-        {makeVersion(30, 0, 20), CBytes().f64s({7, 8}), 8.0},
-    };
-    for (const SAxisCase& c : cases) {
-        CByteStream source(points + c.angles + garbage, c.version);
-        CDemCreatorDataReader reader(source.stream);
-        reader.readAxisAngle(axis);
-        EXPECT_EQ(source.stream.position(), 48 + c.angles.size());
-        EXPECT_EQ(axis.angle, c.angle);
-        EXPECT_EQ(axis.end.y, 5.0);
-    }
+    axis.end.y = 5.0;
+    axis.angle = 8.0;
     CByteStream target;
     CDemCreatorDataWriter writer(target.stream);
     writer.writeAxisAngle(axis);
-    EXPECT_EQ(target.written(), points + CBytes().f64s({0, 8}));
+    EXPECT_EQ(target.written(), CBytes().f64s({0, 0, 0, 0, 5, 0, 0, 8}));
 }
 
 // ---------------------------------------------------------------- particle types
@@ -256,40 +196,23 @@ TEST(DemCustomProperties, writeWhatTheBuilderWrites)
 
 // ---------------------------------------------------------------- the whole block
 
-/// Versions at which the block changes, and one on each side of them.
-const quint32 creatorVersions[] = {
-    makeVersion(3, 0, 16),  makeVersion(20, 0, 16), makeVersion(20, 0, 17), makeVersion(20, 0, 18),
-    makeVersion(20, 0, 23), makeVersion(21, 0, 0),  makeVersion(21, 0, 2),  makeVersion(21, 0, 3),
-    makeVersion(21, 0, 4),  makeVersion(22, 0, 0),  makeVersion(22, 1, 1),  makeVersion(24, 0, 30),
-    makeVersion(25, 0, 3),  makeVersion(27, 0, 3),
-};
-
-TEST(DemCreatorData, everyVersionReadsToItsLastByte)
+TEST(DemCreatorData, tellsOfNamesThatComeTwice)
 {
     SDeckCreator stored = sampleCreator();
-    stored.stamp.reservedWord = 1; // a word more below 21.0.3
-    stored.legacyStreamFlag = 1;
-    stored.groups = sampleGroups();
-    for (const quint32 version : creatorVersions) {
-        const std::string name = versionText(version).toStdString();
-        const CBytes bytes = creatorBytes(version, stored);
-        COwnFrame own;
-        CCreatorData& creator = own.frame.creator;
-        EXPECT_EQ(consumedBy<CDemCreatorDataReader>(creator, bytes + CBytes::garbage(64), 0), bytes.size()) << name;
-        EXPECT_EQ(creator.fileVersion, mendOldNumbering(version));
-        EXPECT_EQ(creator.buildRevision, creator.fileVersion >= makeVersion(20, 0, 18) ? 28438u : 0u) << name;
-        EXPECT_EQ(creator.buildBranch, creator.fileVersion >= makeVersion(20, 0, 18) ? "Brenmark/trunk" : "") << name;
-        EXPECT_EQ(creator.legacyStreamFlag, creator.fileVersion < makeVersion(22, 0, 0)) << name;
-        expectText(creator,
-                   "domain/periodicX false; domain/periodicY true; materials/glass/workFunction 4.5; "
-                   "particles/Oval%20(größer)/index 1; particles/Oval%20(größer)/calculateProperties false; "
-                   "interactions/glass~seed/rollingFriction 0.02; title \"Kiste\"; damping 0.25; "
-                   "description \"Description\"; velocityRestricted 1; velocityLimit 12.5; "
-                   "angularVelocityRestricted 0; angularVelocityLimit 80",
-                   name);
-        EXPECT_EQ(creator.geometryGroups.count(), 4u) << name;
-        EXPECT_FALSE(creator.modified);
-    }
+    stored.materials.push_back(stored.materials[0]);
+    stored.interactions.push_back(stored.interactions[1]);
+    const CBytes pairs = CBytes().i32(2).text("a").text("b").f64(1).text("b").text("a");
+    stored.particleParticle = {{"Linear Cohesion V2", 0, pairs + CBytes().f64(2)},
+                               {"Linear Cohesion V2", 0, pairs + CBytes().f64(1)}}; // the same once more is no loss
+    stored.forces = {{"Temperature Update", 0, CBytes().i32(2).text("Ball").f64(1).text("Ball").f64(2)}};
+    COwnFrame own;
+    const CLogCapture log;
+    consumedBy<CDemCreatorDataReader>(own.frame.creator, creatorBytes(makeVersion(27, 0, 3), stored));
+    std::string expected;
+    for (const char* twice :
+         {"pair of names \"a - b\"", "number of \"Ball\"", "material \"glass\"", "interaction \"glass~seed\""})
+        expected += "WARNING Legacy read: " + std::string(twice) + " is stored twice: the first is dropped\n";
+    EXPECT_EQ(log.text(), expected);
 }
 
 TEST(DemCreatorData, everyPrefixEndsInACleanError)
@@ -310,32 +233,12 @@ TEST(DemCreatorData, writesTheCurrentFormThatTheBuilderSays)
     COwnFrame own;
     CCreatorData& creator = own.frame.creator;
     consumedBy<CDemCreatorDataReader>(creator, creatorBytes(makeVersion(27, 0, 3), sampleCreator()));
-    // The builder's deck differs from the current form by the stamp's version and by a material's type,
-    // which follows each material; both materials are in particles here.
     const quint32 now = makeVersion(30, 0, 20);
-    CBytes expected = creatorBytes(now, sampleCreator());
-    for (const char* name : {"glass", "seed"}) {
-        const SDeckMaterial material =
-            name == std::string("glass") ? sampleCreator().materials[0] : sampleCreator().materials[1];
-        const CBytes stored = materialBytes(material);
-        const int at = expected.bytes().indexOf(stored.bytes());
-        ASSERT_GT(at, 0);
-        expected = expected.first(at) + stored + CBytes().i32(1) + expected.from(at + stored.size());
-    }
+    const CBytes expected = creatorBytes(now, sampleCreator()); // both materials are in particles
     creator.modified = true;
     EXPECT_EQ(firstDifference(expected, writtenBy<CDemCreatorDataWriter>(creator)), "");
     EXPECT_FALSE(creator.modified);
     EXPECT_EQ(creator.fileVersion, now);
-}
-
-TEST(CreatorUpgrades, followTheVersionOfTheBlock)
-{
-    for (const auto& [version, bulk] : {std::pair(makeVersion(30, 0, 3), false), {makeVersion(30, 0, 4), true}}) {
-        COwnFrame own;
-        own.frame.creator.materials.set("steel", new CMaterial("steel", 0.3, 7e10, 7850.0, 0.0, eBulkMaterial));
-        NLegacySupport::upgradeCreatorData(own.frame.creator, version);
-        EXPECT_EQ(own.frame.creator.materials.find("steel")->isBulk(), bulk) << "no particle type uses it";
-    }
 }
 
 } // namespace NBrenmark

@@ -54,71 +54,6 @@ public:
 
 // ---------------------------------------------------------------- factories
 
-struct SFactoryCase
-{
-    quint32 version;
-    qint64 bytes;        ///< of a dynamic factory "A"
-    bool counters;       ///< from 20.0.23
-    bool goals;          ///< from 22.0.1
-    bool rateChangeTime; ///< from 22.0.2
-};
-// Words and names: dynamic 18, A 6, fixed 14, fixed 14, random 16, fixed 14, fixed 14 with Ball 12, random 16;
-// the numbers of velocity 24, size 8, angular velocity 24, position 4 + 80; two counts 8. That is 272; the factory's
-// own first six are 36. The charge takes 14 + 8, custom parameters 4, counters 20.
-const SFactoryCase factoryCases[] = {
-    {makeVersion(20, 0, 16), 330, false, false, false},
-    {makeVersion(20, 0, 22), 330, false, false, false},
-    {makeVersion(20, 0, 23), 350, true, false, false},
-    {makeVersion(21, 0, 0), 350, true, false, false},
-    {makeVersion(21, 0, 1), 354, true, false, false},
-    {makeVersion(22, 0, 0), 354, true, false, false},
-    {makeVersion(22, 0, 1), 362, true, true, false},
-    {makeVersion(22, 0, 2), 370, true, true, true},
-    {makeVersion(26, 0, 0), 370, true, true, true},
-    {makeVersion(26, 0, 1), 348, true, true, true},
-    {makeVersion(27, 0, 3), 348, true, true, true},
-    {makeVersion(30, 0, 0), 364, true, true, true},
-    {current, 364, true, true, true}, // a count and a name for the size
-};
-
-TEST(DemFactories, readWhatTheVersionStoresAndNotOneByteMore)
-{
-    for (const SFactoryCase& c : factoryCases) {
-        const std::string version = versionText(c.version).toStdString();
-        SDeckFactory dynamic = deckFactory("A", "Ball");
-        SDeckFactory filler = deckFactory("B", "Ball");
-        filler.kind = "static";
-        EXPECT_EQ(factoryBytes(c.version, dynamic).size(), c.bytes) << version;
-        CFactoryDeck deck;
-        deck.read({dynamic, filler}, c.version);
-        auto& a = deck.factory<CDynamicParticleFactory>(0);
-        EXPECT_EQ(a.name, "A");
-        expectText(a,
-                   "creationCount 3; maxAttempts 30; numToCreate 500; unlimited false; creationRate 100; "
-                   "creationTime 0.125; massToCreate 12.5",
-                   version);
-        EXPECT_EQ(a.counters, (c.counters ? std::array<quint32, 4>{4, 3, 2, 1} : std::array<quint32, 4>{})) << version;
-        EXPECT_EQ(a.massCreation, c.goals) << version;
-        EXPECT_EQ(a.rateChangeTime, c.rateChangeTime ? 0.5 : 0.0) << version;
-        const auto& b = deck.factory<CStaticParticleFactory>(1);
-        EXPECT_TRUE(b.completed);
-        EXPECT_FALSE(b.fillShape);
-        EXPECT_EQ(b.numToCreate, 500u);
-        EXPECT_EQ(b.massCreation, c.rateChangeTime) << version;
-        EXPECT_EQ(b.massToCreate, c.rateChangeTime ? 12.5 : 0.0) << version;
-
-        deck.readState(c.version);
-        EXPECT_EQ(a.creationCount, 7u);
-        EXPECT_EQ(a.createdSinceRateChange, 5u);
-        EXPECT_EQ(a.counters[3], c.counters ? 4u : 0u) << version;
-        const double created = c.goals ? 1.5 : 0.0; // accounts came with the goals
-        EXPECT_EQ(a.accounting.massCreated, created) << version;
-        EXPECT_EQ(a.accounting.massRemainder, c.goals ? 0.25 : 0.0) << version;
-        EXPECT_EQ(a.accounting.massSinceRateChange, c.goals ? 0.5 : 0.0) << version;
-        EXPECT_FALSE(b.completed);
-    }
-}
-
 TEST(DemFactories, keepFourCountersOfAnyNumber)
 {
     for (const int counters : {0, 2, 4, 6}) {
@@ -260,11 +195,12 @@ TEST(DemFactoryParameters, keepEachNumberInItsPlace)
                                            "bands f64[2,2] (0.5, 30) (1.5, 100)");
 }
 
-/// Bytes of a parameter in the version that has them first, and in the one before.
+/// Bytes of a parameter in the version that has them first, and in the one before; and what comes of them.
 struct SGateCase
 {
     quint32 version;
     qint64 bytes;
+    const char* text;
 };
 
 template <class TParam>
@@ -273,38 +209,48 @@ static void expectGates(const CBytes& whole, std::initializer_list<SGateCase> ca
     for (const SGateCase& c : cases) {
         TParam param;
         throughReader(param, whole.first(c.bytes), c.version);
+        expectText(param, c.text, versionText(c.version).toStdString());
     }
 }
 
 TEST(DemFactoryParameters, readWhatTheVersionStores)
 {
     const CBytes numbers = CBytes().f64s({1, 0.5, 0.25, 0.75}).i32(1).i32(0);
-    expectGates<CNormalFactorySize>(numbers, {{makeVersion(2, 4, 27), 16},
-                                              {makeVersion(2, 4, 28), 36},
-                                              {makeVersion(2, 4, 48), 36},
-                                              {makeVersion(2, 4, 49), 40},
-                                              {makeVersion(27, 0, 3), 40}});
-    expectGates<CRandomFactorySize>(CBytes().f64s({1, 2}).i32(0),
-                                    {{makeVersion(26, 255, 0), 16}, {makeVersion(27, 0, 0), 20}});
-    expectGates<CNormalFactoryVelocity>(CBytes().f64s({1, 2, 0, 0, 1}),
-                                        {{makeVersion(2, 4, 21), 16}, {makeVersion(2, 4, 22), 40}});
-    expectGates<CNormalFactoryAngVel>(CBytes().f64s({1, 2, 0, 0, 1}),
-                                      {{makeVersion(2, 4, 21), 16}, {makeVersion(2, 4, 22), 40}});
-    expectGates<CFixedValueCustomPropertyFactoryParam>(CBytes().f64(1), {{makeVersion(25, 0, 0), 8}});
-    expectGates<CFixedValueCustomPropertyFactoryParam>(CBytes().i32(1).f64(1), {{makeVersion(25, 0, 1), 12}});
-    expectGates<CBinaryFactoryType>(CBytes().i32(1).text("a").text("b"), {{makeVersion(24, 0, 27), 16}});
-    expectGates<CBinaryFactoryType>(CBytes().i32(1).i32(1).text("a"), {{makeVersion(24, 0, 28), 14}});
+    expectGates<CNormalFactorySize>(
+        numbers, {{makeVersion(2, 4, 27), 16, "lowerCap 1e-05; upperCap 1; capped false; radiusScaling true"},
+                  {makeVersion(2, 4, 28), 36, "lowerCap 0.25; upperCap 0.75; capped true; radiusScaling true"},
+                  {makeVersion(2, 4, 48), 36, "lowerCap 0.25; upperCap 0.75; capped true; radiusScaling true"},
+                  {makeVersion(2, 4, 49), 40, "mean 1; deviation 0.5; capped true; radiusScaling false"}});
+    expectGates<CRandomFactorySize>(CBytes().f64s({1, 2}).i32(0), {{makeVersion(26, 255, 0), 16, "radiusScaling true"},
+                                                                   {makeVersion(27, 0, 0), 20, "radiusScaling false"}});
+    const CBytes direction = CBytes().f64s({1, 2, 0, 0, 1});
+    for (const auto expectDirections : {expectGates<CNormalFactoryVelocity>, expectGates<CNormalFactoryAngVel>})
+        expectDirections(direction, {{makeVersion(2, 4, 21), 16, "direction (1, 0, 0)"},
+                                     {makeVersion(2, 4, 22), 40, "direction (0, 0, 1)"}});
+    const char* const one = "values f64[1] 1";
+    expectGates<CFixedValueCustomPropertyFactoryParam>(CBytes().f64(1), {{makeVersion(25, 0, 0), 8, one}});
+    expectGates<CFixedValueCustomPropertyFactoryParam>(CBytes().i32(1).f64(1), {{makeVersion(25, 0, 1), 12, one}});
+    expectGates<CBinaryFactoryType>(CBytes().i32(1).text("a").text("b"),
+                                    {{makeVersion(24, 0, 27), 16, "names/1 \"b\""}});
+    expectGates<CBinaryFactoryType>(CBytes().i32(1).i32(1).text("a"), {{makeVersion(24, 0, 28), 14, "names/0 \"a\""}});
     CBytes many;
     for (int i = 0; i < 30; ++i)
         many.f64(i);
-    expectGates<CRandomFactoryPosition>(CBytes().i32(0) + many, {{makeVersion(2, 4, 21), 28},
-                                                                 {makeVersion(2, 4, 22), 76},
-                                                                 {makeVersion(2, 4, 32), 76},
-                                                                 {makeVersion(2, 4, 33), 84}});
-    expectGates<CFCCFactoryPosition>(many, {{makeVersion(2, 4, 20), 96},
-                                            {makeVersion(2, 4, 21), 168},
-                                            {makeVersion(2, 4, 30), 168},
-                                            {makeVersion(2, 4, 31), 216}});
+    expectGates<CRandomFactoryPosition>(
+        CBytes().i32(0) + many,
+        {{makeVersion(2, 4, 21), 28,
+          "separation 0; seedPosition (nan:7ff8000020000000, nan:7ff8000020000000, nan:7ff8000020000000); seedVector "
+          "(1, 0, 0)"},
+         {makeVersion(2, 4, 22), 76, "separation 0; seedPosition (3, 4, 5); seedVector (6, 7, 8)"},
+         {makeVersion(2, 4, 32), 76, "separation 0; seedPosition (3, 4, 5); seedVector (6, 7, 8)"},
+         {makeVersion(2, 4, 33), 84, "separation 3; seedPosition (4, 5, 6); seedVector (7, 8, 9)"}});
+    expectGates<CFCCFactoryPosition>(
+        many, {{makeVersion(2, 4, 20), 96,
+                "rotation (0, 0, 0); cursor1 (0, 0, 0); cursor0 (nan:7ff8000020000000, nan:7ff8000020000000, "
+                "nan:7ff8000020000000)"},
+               {makeVersion(2, 4, 21), 168, "rotation (12, 13, 14); cursor0 (18, 19, 20); cursor2 (0, 0, 0)"},
+               {makeVersion(2, 4, 30), 168, "rotation (12, 13, 14); cursor0 (18, 19, 20); cursor2 (0, 0, 0)"},
+               {makeVersion(2, 4, 31), 216, "cursor1 (15, 16, 17); cursor2 (21, 22, 23); cursor3 (24, 25, 26)"}});
     CNormalFactorySize empty; // caps that would leave no size
     throughReader(empty, CBytes().f64s({1, 0.5, 0, 1e-26}).i32(1).i32(1), makeVersion(27, 0, 3));
     EXPECT_EQ(empty.sizeDistribution.lowerCap, 1e-5);

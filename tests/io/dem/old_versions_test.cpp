@@ -2,6 +2,9 @@
 // of everything is read to its last byte, and what each version stores or leaves out has its value. The values are counted
 // by hand from what support/old_deck.cpp stores.
 #include "io/dem/dem_testing.h"
+#include "model/factories/dynamic_particle_factory.h"
+#include "model/factories/particle_factory_list.h"
+#include "model/factories/static_particle_factory.h"
 #include "model/geometry/cylinder.h"
 #include "model/geometry/polygon.h"
 #include "physics/cohesion.h"
@@ -19,6 +22,7 @@ protected:
     /// Reads both blocks to their last bytes.
     void SetUp() override
     {
+        finalizeProperty(own.particle, "Heat", {293.0});
         const CBytes model = oldCreatorBytes(GetParam());
         const CBytes timestep = oldTimestepBytes(GetParam());
         ASSERT_EQ(consumedBy<CDemCreatorDataReader>(own.frame.creator, model), model.size());
@@ -93,6 +97,23 @@ TEST_P(OldVersion, hasTheValuesOfItsWalls)
     }
 }
 
+TEST_P(OldVersion, hasTheValuesOfItsFactories)
+{
+    const auto factoryOf = [&](quint32 group) -> CParticleFactory& {
+        return *creator.geometryGroups.at(group)->factories->factories.at(0);
+    };
+    auto& feed = dynamic_cast<CDynamicParticleFactory&>(factoryOf(0));
+    EXPECT_EQ(feed.creationCount, from(20, 0, 12) ? 4u : 3u);
+    EXPECT_EQ(feed.maxAttempts, from(2, 4, 27) ? 30u : from(2, 4, 20) ? 40u : 20u);
+    EXPECT_EQ(feed.massToCreate, from(2, 4, 52) ? 12.5 : 100.0);
+    EXPECT_EQ(feed.createdSinceRateChange, from(20, 0, 12) ? 5u : 0u);
+    EXPECT_EQ(feed.electrostatic.fixedValue, in13(1) ? 1e-9 : 0.0);
+    const auto& filler = dynamic_cast<CStaticParticleFactory&>(factoryOf(1));
+    EXPECT_EQ(filler.completed, !from(20, 0, 12));
+    EXPECT_EQ(filler.fillShape, !from(2, 4, 50));
+    EXPECT_EQ(filler.numToCreate, from(2, 4, 50) ? 250u : 1000u);
+}
+
 TEST_P(OldVersion, hasTheValuesOfItsParticles)
 {
     ASSERT_EQ(timestep.particleTypes.count(), 1u) << "two sizes of one template";
@@ -117,6 +138,7 @@ TEST_P(OldVersion, hasTheValuesOfItsParticles)
     EXPECT_EQ(type.unscaledForceTorque.at(1)[0], 40.0);
     EXPECT_EQ(type.externalForceTorque.at(1)[0], from(2, 4, 29) ? 60.0 : 0.0);
     EXPECT_EQ(type.electrostatic.charge.at(1), in13(1) ? 0.25 : 0.0);
+    EXPECT_EQ(type.customProperties.lists[0]->item(1)[0], in13(5) ? 302.0 : 293.0);
 }
 
 TEST_P(OldVersion, hasTheValuesOfItsPairs)

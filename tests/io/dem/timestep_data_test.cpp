@@ -11,60 +11,6 @@
 
 namespace NBrenmark {
 
-const quint32 timestepVersions[] = {
-    makeVersion(3, 0, 16),   makeVersion(20, 0, 16), makeVersion(20, 0, 17), makeVersion(20, 0, 18),
-    makeVersion(20, 0, 23),  makeVersion(21, 0, 0),  makeVersion(21, 0, 2),  makeVersion(21, 0, 3),
-    makeVersion(21, 0, 4),   makeVersion(22, 0, 0),  makeVersion(22, 1, 0),  makeVersion(22, 1, 1),
-    makeVersion(22, 255, 0), makeVersion(23, 0, 0),  makeVersion(24, 0, 30), makeVersion(27, 0, 3),
-};
-
-TEST(DemTimestepData, everyVersionReadsToItsLastByte)
-{
-    for (const quint32 version : timestepVersions) {
-        const std::string name = versionText(version).toStdString();
-        const bool hasMasks = mendOldNumbering(version) >= makeVersion(22, 0, 0);
-        for (const int fullGeometry : {0, 1}) {
-            SDeckTimestep stored = sampleTimestep(0.125);
-            stored.isFull = 0;
-            stored.timestepMask = 0x7F;
-            stored.particleMask = 0x2B;
-            stored.geometryMask = 0x09;
-            stored.fullGeometry = fullGeometry;
-            stored.groups = sampleGroups();
-            stored.pluginFactories = {{"library", "Feeder", "libfeeder"}};
-            const CBytes bytes = timestepBytes(version, stored);
-            COwnFrame own;
-            GeometryGroups& groups = own.frame.creator.geometryGroups;
-            consumedBy<CDemCreatorDataReader>(groups, groupListBytes(version, stored.groups),
-                                              mendOldNumbering(version));
-            own.frame.creator.gravity = C3DPoint(1.0, 2.0, 3.0);
-            CTimestepData& timestep = own.frame.timestep;
-            EXPECT_EQ(consumedBy<CDemTimestepDataReader>(timestep, bytes + CBytes::garbage(64)), bytes.size()) << name;
-            EXPECT_EQ(timestep.isFull, !hasMasks);
-            EXPECT_EQ(timestep.timestepMask, hasMasks ? 0x7Fu : 255u);
-            EXPECT_EQ(timestep.particleMask, hasMasks ? 0x2Bu : 47u);
-            EXPECT_EQ(timestep.geometryMask, hasMasks ? 0x09u : 41u);
-            EXPECT_EQ(timestep.particleTypes.particleCount(), 72u);
-            EXPECT_EQ(timestep.particleTypes.types[1]->gravity.y, 2.0);
-            EXPECT_EQ(timestep.particleTypes.types[1]->position[11].z, deckValue(61, 2, 11, 2)) << name;
-            EXPECT_EQ(timestep.time, 0.125);
-            ASSERT_EQ(groups.count(), 4u) << name;
-            const bool isWhole = fullGeometry != 0 && !hasMasks;
-            const bool hasOwnTime = mendOldNumbering(version) >= makeVersion(20, 0, 21);
-            EXPECT_EQ(groups.at(0)->coords[1].x, isWhole ? 0.5 : 1.5) << name;
-            EXPECT_EQ(groups.at(0)->time, isWhole ? 0.5 : hasOwnTime ? 0.625 : 0.125) << name;
-            EXPECT_EQ(groups.totalBounds.upper.x, isWhole ? 1.0 : 1.5) << name;
-            EXPECT_EQ(own.frame.creator.pluginFactories.count(), 0u);
-            EXPECT_EQ(timestep.date, "17/03/18");
-            expectText(timestep,
-                       "elapsedTime 12.5; runNumber 3; energy/cumulative/external 5.5; energy/total 8.5; "
-                       "energy/potential 9.5; energy/kinetic 10.5; removedParticles/Oval%20(größer) 2; "
-                       "removedParticles/Ball 1",
-                       name);
-        }
-    }
-}
-
 TEST(DemTimestepData, propertiesThatAVersionDoesntStoreAreReset)
 {
     const SDeckTimestep stored = sampleTimestep(0.125);

@@ -3,6 +3,7 @@
 #include "io/dem/dem_deck_testing.h"
 #include "model/geometry/geometry_group.h"
 #include "support/old_deck.h"
+#include "support/text_lines.h"
 #include "support/tool_run.h"
 
 namespace NBrenmark {
@@ -46,7 +47,56 @@ TEST(WholeGeometry, getsTheMaterialsThatItsWallsNeed)
         EXPECT_EQ(materialsOf(deck), expected[number]) << number;
         EXPECT_EQ(deck.creator().modified, number != 3) << number;
     }
-    EXPECT_EQ(log.count(), 6u) << "one new material a read\n" << log.text();
+    EXPECT_EQ(log.count(), 2u) << "of each of two new materials once\n" << log.text();
+}
+
+/// Two types and the wall are of glass, each type has a factory of its own, and each pair has its own cohesion.
+static SDeckCreator modelOfOneMaterial()
+{
+    SDeckCreator model = sampleCreator();
+    model.particles.types[1].materialName = "glass";
+    SDeckGroup wall = sampleGroups()[1];
+    wall.index = 0;
+    wall.factories = {deckFactory("F", "Ball"), deckFactory("G", "Oval (größer)")};
+    model.groups = {wall};
+    const CBytes grains = CBytes().i32(2).text("Ball").text("Ball").f64(1).text("Ball").text("Oval (größer)").f64(2);
+    const CBytes walls = CBytes().i32(2).text("Ball").text("Drum").f64(3).text("Drum").text("Oval (größer)").f64(4);
+    model.particleParticle.push_back({"Linear Cohesion", 0, grains});
+    model.particleGeometry.push_back({"Linear Cohesion", 0, walls});
+    return model;
+}
+
+// Ball gets glass(1) from its factory; then the wall leaves the material of the grains.
+TEST(WholeGeometry, agreesWithTheModelThatItComesTo)
+{
+    const SDeckCreator model = modelOfOneMaterial();
+    CLegacyDeck stored(makeVersion(21, 0, 0));
+    stored.creator(model);
+    for (const int fullGeometry : {1, 0, 1}) {
+        SDeckTimestep timestep = sampleTimestep(0.1);
+        timestep.particles.types[1].materialName = "glass";
+        timestep.groups = model.groups;
+        timestep.fullGeometry = fullGeometry;
+        stored.timestep(timestep);
+    }
+    const CTempFolder folder;
+    CManagedDeck deck;
+    ASSERT_EQ(deck.open(stored.write(folder.path(), "deck")), eOpened);
+    const CLogCapture log;
+    for (const quint32 number : {0u, 1u, 2u}) {
+        ASSERT_TRUE(deck.read(number));
+        EXPECT_EQ(materialsOf(deck), "glass glass(1) glass(2) seed Drum:glass(2)") << number;
+        expectText(deck.creator(),
+                   "particles/Ball/materialName \"glass(1)\"; particles/Oval%20(größer)/materialName \"glass\"; "
+                   "geometryGroups/Drum/factories/F/type/names/0 \"Ball\"; "
+                   "physicsModels/sphereSphereModels/Linear%20Cohesion/energyDensity/glass(1)/glass(1) 1; "
+                   "physicsModels/sphereSphereModels/Linear%20Cohesion/energyDensity/glass/glass(1) 2; "
+                   "physicsModels/sphereGeometryModels/Linear%20Cohesion/energyDensity/glass(1)/glass(2) 3; "
+                   "physicsModels/sphereGeometryModels/Linear%20Cohesion/energyDensity/glass/glass(2) 4");
+        EXPECT_EQ(deck.timestep().particleTypes.types[0]->materialName, "glass(1)");
+        EXPECT_EQ(deck.timestep().particleTypes.types[1]->materialName, "glass");
+    }
+    EXPECT_EQ(log.count(), 3u) << "of both splits, and of the seed that no type is of\n" << log.text();
 }
 
 TEST(OldDecks, convertAndVerify)
@@ -58,6 +108,7 @@ TEST(OldDecks, convertAndVerify)
         const QString deck = writeOldDeck(version, folder.path(), "old");
         const SToolResult run = runTool({"convert", argument(deck), argument(folder.path("new")), "--verify"});
         EXPECT_EQ(run.exitCode, 0) << versionText(version).toStdString() << run.error << run.output;
+        EXPECT_EQ(run.error.find("equipment material (2 times)"), std::string::npos) << "said with every timestep";
     }
 }
 

@@ -7,6 +7,8 @@
 #include "legacy/creator_upgrades.h"
 #include "legacy/particle_prototypes.h"
 
+#include <optional>
+
 namespace NBrenmark {
 
 /// A unique id of 16 bytes, and two numbers of one kind of damping.
@@ -61,33 +63,44 @@ static void readStreamFlag(CInForm& f, CCreatorData& creator)
     f.stream.options.legacyCreatorFlag = creator.legacyStreamFlag;
 }
 
-void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
+/// All that is stored.
+static void readModel(CDemCreatorDataReader& reader, CInForm& f, CCreatorData& creator)
 {
-    readFileVersionInfo(creator);
-    CInForm f = in();
+    reader.readFileVersionInfo(creator);
     readStreamFlag(f, creator);
     f.point(creator.gravity); // m/s^2
-    creator.domain.read(*this);
+    creator.domain.read(reader);
     if (f.stores(gatePhysicsInFront))
-        creator.physicsModels.read(*this);
+        creator.physicsModels.read(reader);
     if (f.stores(gateParticleTypes))
-        creator.particleTypes.read(*this);
+        creator.particleTypes.read(reader);
     else {
         NLegacySupport::CParticlePrototypeMap prototypes;
-        readParticlePrototypeList(prototypes);
+        reader.readParticlePrototypeList(prototypes);
         NLegacySupport::fillFromPrototypes(creator.particleTypes, prototypes);
-        creator.physicsModels.read(*this);
+        creator.physicsModels.read(reader);
     }
     if (f.since(2, 4, 39)) {
-        creator.materials.read(*this);
-        creator.interactions.read(*this);
+        creator.materials.read(reader);
+        creator.interactions.read(reader);
     }
     if (f.stores(gateGeometryInCreator))
-        creator.geometryGroups.read(*this);
+        creator.geometryGroups.read(reader);
     creator.settle(NLogTitle::legacyRead);
     titleForm(f, creator);
     limitsForm(f, creator);
-    stream->checkStatus("creator data");
+    f.stream.checkStatus("creator data");
+}
+
+void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
+{
+    CInForm f = in();
+    {
+        std::optional<CLogSilence> silence;
+        if (stream->options.isReadAgain)
+            silence.emplace();
+        readModel(*this, f, creator);
+    }
     // What belongs to walls waits for them, where they come with a timestep.
     creator.upgradesPending = !f.stores(gateGeometryInCreator) || stream->options.upgradeWithGeometry;
     if (stream->options.upgradeOldModels && !creator.upgradesPending)

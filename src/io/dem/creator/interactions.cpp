@@ -4,6 +4,7 @@
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/repeated_names.h"
 
 namespace NBrenmark {
 
@@ -29,7 +30,9 @@ void CDemCreatorDataReader::readInteractionMap(InteractionMap& interactions)
         f.text(key);
         auto interaction = std::make_unique<CInteraction>();
         interaction->read(*this);
-        interactions.setByKey(key, interaction.release()); // a key met before is replaced
+        if (interactions.entries.contains(key))
+            reportRepeated("interaction", key);
+        interactions.setByKey(key, interaction.release());
     }
 }
 

@@ -6,6 +6,7 @@
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/repeated_names.h"
 
 namespace NBrenmark {
 
@@ -39,7 +40,9 @@ void CDemCreatorDataReader::readMaterialMap(MaterialMap& materials)
                    "The material that is listed as \"" + shortened(key) + "\" calls itself \"" +
                        shortened(material->name) + "\": a current deck keeps this name alone.",
                    1, shortened(material->name));
-        materials.set(key, material.release()); // a name met before is replaced
+        if (materials.contains(key))
+            reportRepeated("material", key);
+        materials.set(key, material.release());
     }
 }
 

@@ -4,6 +4,7 @@
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/geometry_forms.h"
+#include "io/dem/repeated_names.h"
 #include "io/dem/unmoved_ids.h"
 
 namespace NBrenmark {
@@ -124,6 +125,8 @@ void CDemCreatorDataReader::readTemplateMap(TemplateMap& templates)
         auto particle = std::make_unique<CParticleTemplate>();
         particle->read(*this);
         const QString name = particle->name;
+        if (templates.count(name) > 0)
+            reportRepeated("particle template", name);
         templates[name] = std::move(particle);
     }
 }

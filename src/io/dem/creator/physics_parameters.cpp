@@ -4,6 +4,7 @@
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
+#include "io/dem/repeated_names.h"
 #include "physics/parameter_records.h"
 
 namespace NBrenmark {
@@ -57,7 +58,10 @@ static void pairsForm(CInForm& f, CPairTable<TValue>& table, const SGate& joined
         const SNamePair pair = readPair(f, joined);
         TValue value{};
         valueForm(f, value);
-        table.set(pair.first, pair.second, value); // a pair met before is replaced
+        const TValue* const known = table.find(pair.first, pair.second);
+        if (known != nullptr && !(*known == value))
+            reportRepeated("pair of names", pair.first + " - " + pair.second);
+        table.set(pair.first, pair.second, value);
     }
 }
 
@@ -87,6 +91,9 @@ static void namesForm(CInForm& f, CNameTable& table)
         double value = 0.0;
         f.text(name);
         f.f64(value);
+        const auto known = table.entries.find(name);
+        if (known != table.entries.end() && known->second != value)
+            reportRepeated("number of", name);
         table.set(name, value);
     }
 }
@@ -224,6 +231,9 @@ void CDemCreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
             if (!pair.first.empty()) // else it is no pair, and stays as it is
                 key = CBondParametersMap::pairKey(pair.first, pair.second);
         }
+        const CBondParameters* const known = bonds.find(key);
+        if (known != nullptr && *known != bond)
+            reportRepeated("bond of", key);
         bonds.set(key, bond);
     }
 }

@@ -6,6 +6,7 @@
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/geometry_forms.h"
+#include "io/dem/repeated_names.h"
 #include "io/dem/version_stamp.h"
 #include "legacy/creator_upgrades.h"
 #include "legacy/old_collisions.h"
@@ -59,6 +60,8 @@ static void readRemovedParticles(CInForm& f, CTimestepData& timestep)
     for (quint32 i = 0; i < count; ++i) {
         QString typeName;
         f.text(typeName);
+        if (timestep.removedParticles.contains(typeName))
+            reportRepeated("count of removed particles", typeName);
         f.i32(timestep.removedParticles[typeName]);
     }
 }
@@ -101,10 +104,15 @@ static void readWholeGeometry(CDemDataStream& stream, CCreatorData& creator)
     creator.geometryGroups.read(reader);
     creator.settle(NLogTitle::legacyRead);
     creator.geometryReplaced = true;
-    if (creator.upgradesPending && stream.options.upgradeOldModels)
+    creator.modified = true;
+}
+
+/// What waited for the walls of a timestep.
+static void runPendingUpgrades(const SSaveOptions& options, CCreatorData& creator)
+{
+    if (creator.upgradesPending && options.upgradeOldModels)
         NLegacySupport::upgradeCreatorData(creator, creator.fileVersion);
     creator.upgradesPending = false;
-    creator.modified = true;
 }
 
 bool wholeGeometryFollows(CDemDataStream& stream)
@@ -131,8 +139,24 @@ static void readParticles(CDemTimestepDataReader& reader, CTimestepData& timeste
 {
     NLegacySupport::CParticlePrototypeRecords records;
     reader.readLegacyParticlePrototypes(records);
+    NLegacySupport::fillFromRecords(timestep.particleTypes, records, timestep.creatorData);
+}
+
+/// What upgrades did to the types of the model is done to those of the timestep, so that one deck has one definition of each.
+static void followUpgrades(CTimestepData& timestep)
+{
     const CCreatorData& creator = timestep.creatorData;
-    NLegacySupport::fillFromRecords(timestep.particleTypes, records, creator.particleTypes, creator.domain);
+    CParticleTypes& types = timestep.particleTypes;
+    for (const auto& [name, stored] : creator.materialsBefore) {
+        const CParticleType* const definition = creator.particleTypes.find(name);
+        if (definition == nullptr)
+            continue;
+        for (const auto& type : types.types)
+            if (type->displayName == name && type->materialName == stored)
+                type->materialName = definition->materialName;
+        if (stored.isNull() && types.find(name) == nullptr)
+            types.append().copyDefinition(*definition);
+    }
 }
 
 /// Contacts, collisions and bonds.
@@ -202,13 +226,15 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     const bool wholeGeometry = storesWholeGeometry(f);
     if (wholeGeometry)
         readWholeGeometry(*stream, creator);
-    else
+    runPendingUpgrades(stream->options, creator);
+    if (!wholeGeometry)
         creator.geometryGroups.read(*this);
 
     if (f.stores(gateParticleTypes))
         timestep.particleTypes.read(*this);
     else
         readParticles(*this, timestep);
+    followUpgrades(timestep);
 
     if (f.stores(gateParticleTypes))
         readPairs(*this, f, timestep);

@@ -52,7 +52,7 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
     });
     data.settle(NLogTitle::hdf5Read);
     if (!in().since(30, 0, 4))
-        applyMaterialRule(data);
+        applyMaterialRule(data, [](const IContactModel&) { return true; });
 }
 
 void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)

@@ -1,16 +1,18 @@
 // What a new type or material takes over from its original in the tables of models and forces.
-#include "legacy/table_copies.h"
+#include "physics/table_copies.h"
 
-#include "model/creator_data.h"
 #include "physics/archard_wear.h"
 #include "physics/cohesion.h"
+#include "physics/edinburgh_adhesion.h"
 #include "physics/heat_conduction.h"
 #include "physics/hysteretic_spring.h"
 #include "physics/jkr.h"
+#include "physics/leeds_adhesion.h"
 #include "physics/parallel_bond.h"
+#include "physics/physics_models.h"
 #include "physics/temperature_update.h"
 
-namespace NBrenmark::NLegacySupport {
+namespace NBrenmark {
 
 /// Changes a table of an object whose parameters are of one class; any other is left alone.
 /// \return whether they are
@@ -26,23 +28,24 @@ static bool changeTable(IParameterSupport& object, TTable TRecord::*table, TChan
     return true;
 }
 
-void copyPairEntries(IContactModel& model, const QString& original, const QString& copy)
+static void copyPairEntries(IContactModel& model, const QString& original, const QString& copy)
 {
     const auto add = [&](auto& table) { addCopies(table, original.toStdString(), copy.toStdString()); };
     changeTable(model, &CCohesionContactModelParamData::energyDensity, add) ||
         changeTable(model, &CHystereticContactModelParamData::interactions, add) ||
         changeTable(model, &CJkrContactModelParamData::surfaceEnergy, add) ||
-        changeTable(model, &CParallelBondContactModelParamData::bondParameters, add);
+        changeTable(model, &CParallelBondContactModelParamData::bondParameters, add) ||
+        changeTable(model, &CEdinburghCohesionContactModelParamData::pairs, add) ||
+        changeTable(model, &CLeedsAdhesionContactModelParamData::pairs, add);
 }
 
-void copyNamedEntries(CCreatorData& creator, const QString& original, const QString& copy)
+static void copyNamedEntries(CPhysicsModels& physics, const QString& original, const QString& copy)
 {
     const auto add = [&](CNameTable& table) {
         const auto entry = table.entries.find(original.toStdString());
         if (entry != table.entries.end())
             table.entries.emplace(copy.toStdString(), entry->second);
     };
-    CPhysicsModels& physics = creator.physicsModels;
     for (CPhysicsModels::Chain* const chain : {&physics.sphereSphereModels, &physics.sphereGeometryModels})
         for (const auto& model : *chain)
             changeTable(*model, &CHystereticContactModelParamData::yields, add) ||
@@ -52,13 +55,13 @@ void copyNamedEntries(CCreatorData& creator, const QString& original, const QStr
         changeTable(*force, &CHeatConductionExtForceParamData::heatCapacities, add);
 }
 
-void copyEntriesOfType(CCreatorData& creator, const QString& original, const QString& copy)
+void copyEntries(CPhysicsModels& physics, const QString& original, const QString& copy, const HasPairsOfThese& hasPairs)
 {
-    copyNamedEntries(creator, original, copy);
-    CPhysicsModels& physics = creator.physicsModels;
+    copyNamedEntries(physics, original, copy);
     for (CPhysicsModels::Chain* const chain : {&physics.sphereSphereModels, &physics.sphereGeometryModels})
         for (const auto& model : *chain)
-            copyPairEntries(*model, original, copy);
+            if (hasPairs(*model))
+                copyPairEntries(*model, original, copy);
 }
 
-} // namespace NBrenmark::NLegacySupport
+} // namespace NBrenmark

@@ -6,15 +6,14 @@
 #include "physics/name_tables.h"
 
 #include <QString>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace NBrenmark {
 
-class CCreatorData;
+class CPhysicsModels;
 class IContactModel;
-
-namespace NLegacySupport {
 
 template <class TValue>
 struct SPairEntry
@@ -84,12 +83,11 @@ void addCopies(TTable& table, const std::string& original, const std::string& co
     }
 }
 
-/// In the table by pair of a model, if it has one.
-void copyPairEntries(IContactModel& model, const QString& original, const QString& copy);
-/// In all tables by name.
-void copyNamedEntries(CCreatorData& creator, const QString& original, const QString& copy);
-/// In all tables, of which those by pair still name types.
-void copyEntriesOfType(CCreatorData& creator, const QString& original, const QString& copy);
+/// Whether the table by pair of a model, if it has one, goes by what is copied: materials, or types and walls.
+using HasPairsOfThese = std::function<bool(const IContactModel&)>;
 
-} // namespace NLegacySupport
+/// Gives the copy of a material, particle type or wall what its original has in all tables.
+void copyEntries(CPhysicsModels& physics, const QString& original, const QString& copy,
+                 const HasPairsOfThese& hasPairs);
+
 } // namespace NBrenmark

@@ -53,8 +53,25 @@ void CPersistentLogger::log(ELogLevel level, const std::string& title, const std
 
 void CPersistentLogger::record(const SLogRecord& message)
 {
-    if (message.level >= threshold)
+    constexpr std::size_t mostKept = 20000;
+    if (message.level < threshold)
+        return;
+    if (kept.size() < mostKept || message.level >= eError) {
         kept.push_back(message);
+        return;
+    }
+    const auto [known, isNew] =
+        tallies.emplace(std::tuple(message.level, message.title, message.effect),
+                        STally{kept.size(), 1, shortened(message.placedText(), 200)});
+    if (isNew) {
+        kept.push_back(message);
+        return;
+    }
+    STally& tally = known->second;
+    SLogRecord& record = kept[tally.place];
+    record.count += message.count;
+    record.place = SDataPlace();
+    record.text = std::to_string(++tally.messages) + " more messages of this kind, of which the first: " + tally.first;
 }
 
 void CPersistentLogger::setThreshold(ELogLevel level) { threshold = level; }

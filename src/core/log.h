@@ -7,6 +7,7 @@
 #include "core/log_titles.h"
 
 #include <QtGlobal>
+#include <map>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -82,7 +83,8 @@ public:
 /// Level, title and text of one kept message.
 using SLogMessage = std::tuple<int, std::string, std::string>;
 
-/// Keeps messages in memory, in the order of arrival.
+/// Keeps messages in memory, in the order of arrival. A damaged deck may cause one for each of its bytes: beyond a great
+/// number one message of each kind counts the others.
 class CPersistentLogger : public ILogModule
 {
 public:
@@ -100,6 +102,13 @@ public:
 private:
     ELogLevel threshold;
     std::vector<SLogRecord> kept;
+    struct STally
+    {
+        std::size_t place; ///< in kept
+        quint64 messages;
+        std::string first; ///< the words of the first one
+    };
+    std::map<std::tuple<ELogLevel, std::string, EEffect>, STally> tallies;
 };
 
 /// Appends a module to the list; a null pointer or a module that is in the list is ignored.

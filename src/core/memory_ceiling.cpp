@@ -1,49 +1,86 @@
-// Counts what one read takes against a limit that follows from the file's size, unless the user has set one.
+// Counts what a deck takes against a limit that follows from its size, unless the user has set one.
 #include "core/memory_ceiling.h"
 
 #include "platform/free_memory.h"
 
 #include <algorithm>
-#include <atomic>
+#include <array>
 #include <limits>
+#include <mutex>
 
 namespace NBrenmark {
 
-static std::atomic<quint64> chosenCeiling{0};
-static std::atomic<quint64> taken{0};
-static std::atomic<quint64> bytesOfFile{0};
+// A process needs room beside what is counted: for itself, for HDF5, and for a part of an array on its way. Together
+// with that a deck without worth stays below 256 MiB and four times its size.
+static constexpr quint64 alwaysAllowed = quint64(128) << 20;
+static constexpr quint64 growthOfDeck = 3;
 
-// Positions are in every timestep, and hardly to be deflated: a row takes 15 times what is stored of it in the worst
-// of lawful decks. What takes four times as much again is zeros that somebody made.
-static constexpr quint64 mostGrowth = 64;
-static constexpr quint64 alwaysAllowed = quint64(192) << 20;
+static std::mutex memoryLock;
+static quint64 chosenCeiling = 0;
+static std::array<quint64, 2> taken{};  // by the newest read of a kind
+static std::array<quint64, 2> takenBefore{}; // by the one before it, which may be in memory still
+static EMemoryOf kindAtWork = eMemoryOfTimestep;
+static quint64 bytesOfDeck = 0;
+static quint64 mostOfDeck = 0;
+static quint64 leastCeiling = 0;
 
-void setMemoryCeiling(quint64 bytes) { chosenCeiling = bytes; }
+static quint64 memoryTaken() { return taken[0] + taken[1] + takenBefore[0] + takenBefore[1]; }
 
-quint64 memoryCeiling()
+void setMemoryCeiling(quint64 bytes)
+{
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    chosenCeiling = bytes;
+}
+
+void setLeastMemoryCeiling(quint64 bytes)
+{
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    leastCeiling = bytes;
+}
+
+quint64 mostMemoryTaken()
+{
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    return mostOfDeck;
+}
+
+static quint64 memoryCeiling()
 {
     static const quint64 free = freeMemory();
     if (chosenCeiling > 0)
         return chosenCeiling;
     const quint64 half = free > 0 ? free / 2 : std::numeric_limits<quint64>::max();
-    return bytesOfFile > 0 ? std::min(half, alwaysAllowed + mostGrowth * bytesOfFile) : half;
+    return std::min(half, std::max(leastCeiling, alwaysAllowed + growthOfDeck * bytesOfDeck));
 }
 
-void beginMemoryCount(quint64 fileBytes)
+void beginDeckMemory(quint64 bytes)
 {
-    taken = 0;
-    bytesOfFile = fileBytes;
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    bytesOfDeck = bytes;
+    mostOfDeck = 0;
+    taken = {};
+    takenBefore = {};
+}
+
+void beginMemoryCount(EMemoryOf kind)
+{
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    kindAtWork = kind;
+    takenBefore[kind] = taken[kind];
+    taken[kind] = 0;
 }
 
 void admitMemory(quint64 bytes, const char* what)
 {
-    const quint64 before = taken;
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    const quint64 sofar = memoryTaken();
     const quint64 most = memoryCeiling();
-    if (bytes > most || before > most - bytes)
+    if (bytes > most || sofar > most - bytes)
         throw memory_ceiling_error(std::string(what) + " need " + std::to_string(bytes) + " bytes of memory beside " +
-                                   std::to_string(before) + ", and one timestep or model may take " +
+                                   std::to_string(sofar) + ", and a deck of this size may take " +
                                    std::to_string(most));
-    taken += bytes;
+    taken[kindAtWork] += bytes;
+    mostOfDeck = std::max(mostOfDeck, memoryTaken());
 }
 
 } // namespace NBrenmark

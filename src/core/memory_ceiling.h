@@ -1,6 +1,6 @@
 #pragma once
-// The most memory that one read may take. What is stored deflated may be a thousand times as large in memory, in lawful
-// decks too: it is counted as its bytes arrive, and the read ends before the machine does.
+// The most memory that a deck may take. What is stored deflated may be a thousand times as large in memory: it is counted
+// as its bytes arrive, and the read ends before the machine does.
 
 #include "core/cause.h"
 
@@ -17,14 +17,28 @@ public:
     explicit memory_ceiling_error(const std::string& what) : caused_error(eCauseMemory, what) {}
 };
 
-/// \param bytes  that one creator model or timestep may take; 0: half of what was free when the first one was read, and
-///               no more than what a file of its size is known to need
-void setMemoryCeiling(quint64 bytes);
-quint64 memoryCeiling();
+/// What a read fills. Two of each kind may be in memory: while one is written the next one is read.
+enum EMemoryOf
+{
+    eMemoryOfModel,
+    eMemoryOfTimestep
+};
 
+/// \param bytes  that a deck may take; 0: what follows from its size, and no more than half of what was free when the
+///               first one was read
+void setMemoryCeiling(quint64 bytes);
+
+/// What a deck may take whatever its size: one that was made from another may be stored much smaller.
+/// \param bytes  0: nothing
+void setLeastMemoryCeiling(quint64 bytes);
+/// The most that was counted of the deck that was opened last.
+quint64 mostMemoryTaken();
+
+/// Begins the count of a deck.
+/// \param bytes  of all of its files
+void beginDeckMemory(quint64 bytes);
 /// Begins the count of one read. Reads follow each other: one is at work at a time.
-/// \param fileBytes  of the file that is read; 0: not known
-void beginMemoryCount(quint64 fileBytes = 0);
+void beginMemoryCount(EMemoryOf kind);
 /// Counts what is about to be taken.
 /// \param what  it is for, in the plural: "velocities"
 /// \throws memory_ceiling_error  if that would be too much

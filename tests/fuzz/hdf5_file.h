@@ -22,7 +22,7 @@ void readHdf5(const std::uint8_t* bytes, std::size_t size, TObject& object)
     file.hold(bytes, size);
     catchHdf5Errors();
     setMemoryCeiling(fuzzedCeiling);
-    beginMemoryCount();
+    beginMemoryCount(eMemoryOfTimestep);
     try {
         checkStructure(file.path());
         H5::FileAccPropList access;

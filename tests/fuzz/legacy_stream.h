@@ -24,7 +24,7 @@ public:
     {
         buffer.open(QIODevice::ReadOnly);
         setMemoryCeiling(fuzzedCeiling);
-        beginMemoryCount();
+        beginMemoryCount(eMemoryOfTimestep);
     }
 
 private:

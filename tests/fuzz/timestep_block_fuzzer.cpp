@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     try {
         CDemCreatorDataReader creatorReader(source.stream);
         fuzzed.frame.creator.read(creatorReader);
-        beginMemoryCount();
+        beginMemoryCount(eMemoryOfTimestep);
         CDemTimestepDataReader reader(source.stream);
         fuzzed.frame.timestep.read(reader);
         checkTypes(fuzzed.frame.timestep);

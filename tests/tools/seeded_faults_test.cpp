@@ -86,6 +86,15 @@ const SFault faults[] = {
      [](Files f) { f.timestep(2).attribute("SystemEnergy", "kinetic energy", 0.5); }},
     {"pile-27", "timestep/2/isFull", "isFull", [](Files f) { f.timestep(2).attribute("", "full timestep", char(0)); }},
     {"pile-27", "timestep/2/particleMask", "15", [](Files f) { f.timestep(2).attribute("", "particle mask", 15); }},
+    // what belongs to the storing
+    {"pile-27", "deck/edition", "edition", [](Files f) { f.header("edition", 2); }},
+    {"pile-27", "deck/firstVersion", "30.0.19", [](Files f) { f.header("original file version", 0x1E0013); }},
+    {"pile-27", "timestep/1/buildRevision", "28439",
+     [](Files f) { f.timestep(1).attribute("", "svn version", 28439); }},
+    {"pile-27", "timestep/2/particles/Glass%20bead/dataMask", "8703",
+     [](Files f) { f.timestep(2).attribute("ParticleTypes/0", "mask", 8703 - 2); }},
+    {"pile-27", "timestep/2", "holds 2", [](Files f) { f.timestep(2).attribute("", "full timestep", char(2)); }},
+    {"pile-27", "creator", "dimensions", [](Files f) { f.model().attribute("", "dimensions", 2); }},
     // the model
     {"pile-27", "creator/materials/glass/density", "2500", [](Files f) { f.model().flip("Materials", 272); }},
     {"pile-27", "creator/interactions", "restitution", [](Files f) { f.model().flip("Interactions", 515); }},

@@ -101,7 +101,7 @@ CLI::App* CCommandLine::add(const char* name, const char* what)
 
 void CCommandLine::addReading(CLI::App* command)
 {
-    command->add_option("--max-memory", mostMemory, "Memory limit for one timestep, for example 4GB")
+    command->add_option("--max-memory", mostMemory, "Memory limit for a deck, for example 4GB")
         ->type_name("SIZE");
 }
 

@@ -95,6 +95,7 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
     for (quint32 number = 0; number < count; ++number) {
         try {
             const SSimulationFrame& frame = reader.timestep(number);
+            digest.storing.look(frame, number, reader.modelChanged());
             if (reader.modelChanged()) {
                 CDigestSink model;
                 modelText(reader, model, std::string(), false);
@@ -114,6 +115,7 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
         }
         progress.update(number + 1);
     }
+    digest.storing.lookAtHeader(reader.manager());
     // Behind the models: one that asks for a custom property defines it in the settings.
     CLineSink beside;
     deckText(reader, beside, false);

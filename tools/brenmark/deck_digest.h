@@ -4,6 +4,7 @@
 
 #include "brenmark/array_diff.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/storing_check.h"
 #include "brenmark/text_diff.h"
 
 #include <QByteArray>
@@ -34,6 +35,7 @@ struct SDeckDigest
     std::vector<STimestep> timesteps;
     std::vector<SModel> models;
     Ledger messages; ///< of the reading
+    CStoringCheck storing;
     EDeckFormat format = eFormatUnknown;
 };
 

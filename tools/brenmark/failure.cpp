@@ -15,8 +15,8 @@ const char* const sourceAdvice = "The source is damaged or incomplete; it is unt
 const char* const namesAdvice =
     "The source is untouched. Change or shorten that in the program that made the deck, and convert it again.";
 const char* const memoryAdvice =
-    "The source is untouched and need not be damaged. Free some memory, or give a greater --max-memory; the deck's "
-    "largest timestep has to fit in it.";
+    "The source is untouched and need not be damaged. Free some memory, or give a greater --max-memory; two of the "
+    "deck's largest timesteps have to fit in it.";
 const char* const internalAdvice =
     "This shouldn't happen; the source is untouched. Please report it with the text above.";
 const char* const unsupportedAdvice = "Keep the source: it is untouched, and a later version of brenmark may carry it.";

@@ -7,6 +7,9 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <string_view>
+#include <tuple>
 
 namespace NBrenmark {
 
@@ -19,26 +22,22 @@ struct SSameWords
 {
     const SLogRecord* first;
     quint64 times = 0;
-
-    bool hasWordsOf(const SLogRecord& other) const
-    {
-        return first->level == other.level && first->title == other.title && first->text == other.text;
-    }
 };
 
-/// In the order of their first coming.
+/// In the order of their first coming. A damaged deck may have as many kinds of messages as it has bytes.
 template <class TWanted>
 std::vector<SSameWords> grouped(const Ledger& messages, TWanted&& wanted, bool isEachByItself = false)
 {
     std::vector<SSameWords> groups;
+    std::map<std::tuple<ELogLevel, std::string_view, std::string_view>, size_t> known;
     for (const SLogRecord& message : messages) {
         if (!wanted(message))
             continue;
-        auto group = std::find_if(groups.begin(), groups.end(),
-                                  [&](const SSameWords& known) { return known.hasWordsOf(message); });
-        if (group == groups.end() || isEachByItself)
-            group = groups.insert(groups.end(), {&message, 0});
-        ++group->times;
+        const auto [group, isNew] = known.emplace(std::tuple(message.level, std::string_view(message.title), std::string_view(message.text)), groups.size());
+        if (isNew || isEachByItself)
+            groups.push_back({&message, 1});
+        else
+            ++groups[group->second].times;
     }
     return groups;
 }

@@ -10,6 +10,8 @@
 #include "brenmark/uncarried.h"
 #include "brenmark/units_text.h"
 
+#include "core/memory_ceiling.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -306,6 +308,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
     const auto begin = std::chrono::steady_clock::now();
     SVerification result;
     const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
+    setLeastMemoryCeiling(mostMemoryTaken()); // the converted deck may be deflated, and the source not
     result.timesteps = static_cast<quint32>(first.timesteps.size());
     result.lost = linesOf(first.messages, [](const SLogRecord& message) { return isDamage(message.effect); });
     result.notCarried =
@@ -328,8 +331,14 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
                       compareParts(source, converted, timesteps.timesteps, limit, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5)
             setUncarriedApart(result);
+        if (second.format == eFormatHdf5) {
+            const std::vector<SDifference> stored =
+                second.storing.differences(first.storing.edition(), first.format == eFormatLegacy);
+            differences.insert(differences.end(), stored.begin(), stored.end());
+        }
         joinReadingFaults(differences, second.messages, first.messages, known, timesteps.reportedTimesteps);
     });
+    setLeastMemoryCeiling(0);
     if (limit > 0 && result.differences.size() > limit) {
         result.differences.resize(limit);
         result.more = true;

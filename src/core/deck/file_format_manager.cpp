@@ -5,8 +5,6 @@
 
 namespace NBrenmark {
 
-static constexpr quint32 writtenEdition = 1;
-
 IFileFormatManager::IFileFormatManager(CSimulation& simulation)
     : writeOptions(simulation.writeOptions),
       readOptions(simulation.readOptions),

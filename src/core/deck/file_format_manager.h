@@ -14,6 +14,9 @@ class CSimulation;
 class IProgressController;
 struct SSimulationFrame;
 
+/// Word of the header of a deck that is written anew.
+constexpr quint32 writtenEdition = 1;
+
 /// Result of IFileFormatManager::open.
 enum EOpenCode : int
 {

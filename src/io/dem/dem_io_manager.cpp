@@ -15,6 +15,8 @@
 
 #include <QFileInfo>
 
+#include <set>
+
 namespace NBrenmark {
 
 // ---------------------------------------------------------------- the doors of the family
@@ -26,12 +28,13 @@ std::unique_ptr<IFileFormatManager> NLegacyFamily::makeManager(CSimulation& simu
 
 void NLegacyFamily::readObject(CDemDataStream& stream, CSimulationData& object)
 {
-    beginMemoryCount(static_cast<quint64>(stream.device()->size()));
     if (auto* creator = dynamic_cast<CCreatorData*>(&object)) {
+        beginMemoryCount(eMemoryOfModel);
         CDemCreatorDataReader reader(stream);
         creator->read(reader);
     }
     else if (auto* timestep = dynamic_cast<CTimestepData*>(&object)) {
+        beginMemoryCount(eMemoryOfTimestep);
         CDemTimestepDataReader reader(stream);
         timestep->read(reader);
     }
@@ -204,9 +207,23 @@ int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIn
     if (timestepCount > 0)
         checkFirstBlock(dataFile.pos());
     const QString indexName = stripLegacySuffix(dataFile.fileName()) + NDeckFile::indexSuffix;
-    if (regenerateIndex)
-        return regenerateIndexFile(indexName, frame, index) ? eOpened : eOpenIndexNotRebuilt;
-    return readIndexFile(indexName, index) ? eOpened : eOpenIndexUnreadable;
+    const bool isRead =
+        regenerateIndex ? regenerateIndexFile(indexName, frame, index) : readIndexFile(indexName, index);
+    if (!isRead)
+        return regenerateIndex ? eOpenIndexNotRebuilt : eOpenIndexUnreadable;
+    beginDeckMemory(bytesOfSegments(index));
+    return eOpened;
+}
+
+quint64 CDemIoManager::bytesOfSegments(const TimestepIndex& index) const
+{
+    std::set<quint32> segments{0};
+    for (const STimestepIndexEntry& entry : index)
+        segments.insert(entry.segment);
+    quint64 bytes = 0;
+    for (const quint32 n : segments)
+        bytes += static_cast<quint64>(QFileInfo(segmentPath(fileName, n)).size());
+    return bytes;
 }
 
 bool CDemIoManager::readHeader()

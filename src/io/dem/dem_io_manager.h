@@ -79,6 +79,8 @@ private:
 
     // The header and the index.
     bool readHeader();
+    /// Bytes of all files that the index names.
+    quint64 bytesOfSegments(const TimestepIndex& index) const;
     bool rewriteHeader();
     bool readIndexFile(const QString& name, TimestepIndex& index);
     bool writeIndexFile(const TimestepIndex& index);

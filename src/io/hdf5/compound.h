@@ -6,6 +6,7 @@
 // format. Texts have a fixed size and end with a zero byte.
 
 #include "core/version.h"
+#include "io/hdf5/read_audit.h"
 #include "maths/quaternion.h"
 #include "maths/vector.h"
 
@@ -200,6 +201,8 @@ void take(const SField<TRow, TMember>& each, TObject& row, const char* bytes)
     else {
         typename Field::Number number;
         std::memcpy(&number, bytes, each.bytes);
+        if constexpr (std::is_same_v<TMember, bool>)
+            CReadAudit::compareFlag(number, "column", each.name);
         row.*each.member = static_cast<TMember>(number);
     }
 }

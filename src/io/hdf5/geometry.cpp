@@ -6,10 +6,10 @@
 
 namespace NBrenmark {
 
-void checkForces(const CGeometryGroup& g)
+void checkForces(const CGeometryGroup& g, bool examine)
 {
     if (!g.triangleForces.empty() && g.triangleForces.size() != g.triangleNodes.size())
-        report(eRemark, NLogTitle::hdf5Read,
+        report(examine ? eRepaired : eRemark, NLogTitle::hdf5Read,
                "Geometry group \"" + shortened(g.name) + "\" has " + std::to_string(g.triangleNodes.size()) +
                    " triangles and forces for " + std::to_string(g.triangleForces.size()) + ".",
                1, shortened(g.name));

@@ -35,6 +35,7 @@ std::string kinematicsName(const TForm& f)
 }
 
 /// Warns of a group whose file holds a record of forces for another number of triangles.
-void checkForces(const CGeometryGroup& g);
+/// \param examine  it is no remark then: the rows are cut or filled up
+void checkForces(const CGeometryGroup& g, bool examine);
 
 } // namespace NBrenmark

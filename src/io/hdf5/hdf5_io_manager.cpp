@@ -93,15 +93,16 @@ void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulatio
 {
     beginStorageCount();
     inHdf5([&] {
-        beginMemoryCount(file.getFileSize());
         CReadAudit audit(options.examine);
         if (const auto* const creator = dynamic_cast<CCreatorData*>(&object)) {
+            beginMemoryCount(eMemoryOfModel);
             const std::string number = std::to_string(creator->storageIndex());
             CHdf5CreatorDataReader reader(file, options);
             object.read(reader);
             audit.tellUnread(file, creatorGroup + number);
         }
         else if (dynamic_cast<CTimestepData*>(&object)) {
+            beginMemoryCount(eMemoryOfTimestep);
             CHdf5TimestepDataReader reader(file, options);
             object.read(reader);
             audit.tellUnread(file, timestepGroup + openOnlyTimestepName(file));

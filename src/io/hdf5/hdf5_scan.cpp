@@ -3,12 +3,13 @@
 #include "io/hdf5/hdf5_io_manager.h"
 
 #include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/deck_tree.h"
 #include "io/hdf5/guarded.h"
 #include "io/hdf5/shapes.h"
 
-#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -55,6 +56,11 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     }
     if (const auto found = static_cast<quint32>(names.size()); found != timestepCount)
         tellOfCount(found, timestepCount, folder);
+
+    auto bytes = static_cast<quint64>(QFileInfo(fileName).size());
+    for (const QString& name : names)
+        bytes += static_cast<quint64>(QFileInfo(folder + name).size());
+    beginDeckMemory(bytes);
 
     std::vector<quint32> numbers; // ascending, as the names are
     for (const QString& name : names) {

@@ -114,6 +114,14 @@ void CReadAudit::compareTypes(const H5::DataType& stored, const H5::DataType& wa
                    std::to_string(wanted.getSize()) + '.');
 }
 
+void CReadAudit::compareFlag(unsigned char stored, const char* kind, const std::string& name)
+{
+    if (audit != nullptr && stored > 1)
+        report(eRepaired, NLogTitle::hdf5Read,
+               std::string("The ") + kind + ' ' + inQuotes(name) + " holds " + std::to_string(stored) +
+                   ", which is read as 1.");
+}
+
 void CReadAudit::tellUnread(const H5::H5File& file, const std::string& group)
 {
     if (!isWanted)

@@ -32,6 +32,8 @@ public:
     /// A stored number of another kind or of more bytes than the one that it is read into is reported.
     static void compareTypes(const H5::DataType& stored, const H5::DataType& wanted, const char* kind,
                              const std::string& name);
+    /// A flag that is neither 0 nor 1 is reported, for it is read as true.
+    static void compareFlag(unsigned char stored, const char* kind, const std::string& name);
 
 private:
     void tellUnreadIn(const H5::Group& group, const std::string& path);

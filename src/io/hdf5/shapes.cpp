@@ -304,6 +304,7 @@ void readAttribute(const std::string& name, bool& value, const H5::H5Object& loc
 {
     unsigned char byte = 0;
     readScalar(name, PredType::NATIVE_UCHAR, &byte, location);
+    CReadAudit::compareFlag(byte, "attribute", name);
     value = byte != 0;
 }
 
@@ -314,6 +315,8 @@ void readAttribute(const std::string& name, std::vector<bool>& flags, const H5::
         bytes.resize(static_cast<std::size_t>(points)); // no more than an object header holds
         return static_cast<void*>(bytes.data());
     });
+    for (const unsigned char byte : bytes)
+        CReadAudit::compareFlag(byte, "attribute", name);
     flags.assign(bytes.size(), false);
     std::transform(bytes.begin(), bytes.end(), flags.begin(), [](unsigned char byte) { return byte != 0; });
 }

@@ -57,7 +57,7 @@ TEST(DemMemory, isNotTakenForWhatIsSmallInTheDeck)
         CParticleType type(&own.particle);
         const CBytes empty = writtenBy<CDemTimestepDataWriter>(type); // ends in four words: no rows, no properties
         const CBytes bytes = c.after(empty.first(empty.size() - 16));
-        beginMemoryCount();
+        beginMemoryCount(eMemoryOfTimestep);
         peak();
         const quint64 before = peak();
         ECause cause = eCauseNone;

@@ -3,6 +3,7 @@
 
 #include "core/deck/application_state.h"
 #include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "core/shortened.h"
 #include "core/stop_flag.h"
 #include "io/dem/dem_reader.h"
@@ -11,6 +12,7 @@
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/cad_geometry.h"
 #include "model/geometry/geometry_factory.h"
+#include "model/geometry/mesh_bytes.h"
 
 namespace NBrenmark {
 
@@ -198,6 +200,7 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
     }
     else
         readOldMesh(*this, f, group);
+    admitMemory(derivedMeshBytes(group), "meshes");
     group.settle();
 
     group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));

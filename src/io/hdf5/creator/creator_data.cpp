@@ -8,6 +8,8 @@
 
 namespace NBrenmark {
 
+static constexpr qint32 spaceDimensions = 3;
+
 template <class TForm, class TData>
 static void scalarsForm(TForm& f, TData& data, qint32& dimensions)
 {
@@ -47,6 +49,9 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
             readFileVersionInfo(data);
             qint32 dimensions = 0;
             scalarsForm(in(), data, dimensions);
+            if (options.examine && dimensions != spaceDimensions)
+                report(eRepaired, NLogTitle::hdf5Read,
+                       "The attribute \"dimensions\" holds " + std::to_string(dimensions) + ", which is read as 3.");
             forEachPart(data, [this](auto& part) { in().examined("", [&] { part.read(*this); }); });
         });
     });
@@ -61,7 +66,7 @@ void CHdf5CreatorDataWriter::writeCreatorData(CCreatorData& data)
         out().sameGroup("CreatorData/", [&] {
             out().group(std::to_string(data.storageIndex()), [&] {
                 writeFileVersionInfo(data);
-                qint32 dimensions = 3;
+                qint32 dimensions = spaceDimensions;
                 scalarsForm(out(), data, dimensions);
                 forEachPart(data, [this](const auto& part) { part.write(*this); });
             });

@@ -6,11 +6,13 @@
 
 #include "core/deck/application_state.h"
 #include "core/log.h"
+#include "core/memory_ceiling.h"
 #include "core/shortened.h"
 #include "io/hdf5/geometry.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/cad_geometry.h"
 #include "model/geometry/geometry_factory.h"
+#include "model/geometry/mesh_bytes.h"
 #include "model/geometry_groups.h"
 
 namespace NBrenmark {
@@ -135,7 +137,11 @@ void CHdf5CreatorDataReader::readGeometryGroup(CGeometryGroup& g)
     QString name;
     groupForm(in(), g, name, g.enclosedMagnitude, g.dataMask, [this](auto& part) { part.read(*this); });
     g.setName(name);
-    checkForces(g);
+    if (options.examine && !g.closed && g.enclosedMagnitude != 0.0)
+        report(eRepaired, NLogTitle::hdf5Read,
+               "The attribute \"enclosed magnitude\" isn't 0 in an open group, which encloses nothing.");
+    checkForces(g, options.examine);
+    admitMemory(derivedMeshBytes(g), "meshes");
     g.settle();
     if ((options.geometryMask & eGeometryProperties) != 0)
         g.customProperties.read(*this);

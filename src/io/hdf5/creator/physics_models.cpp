@@ -30,6 +30,15 @@ static void tellPhantom(const H5::Group& group, const char* noun, const TModel& 
                1, shortened(model.modelName()));
 }
 
+/// A model that is built in is that, whatever a file says of its origin.
+static void compareSource(const QString& name, quint32 stored, quint32 own)
+{
+    if (stored != own)
+        report(eRepaired, NLogTitle::hdf5Read,
+               "The attribute \"model source\" of " + shortened(name) + " holds " + std::to_string(stored) +
+                   ", which is read as " + std::to_string(own) + '.');
+}
+
 /// Runs body(name, source) in the group of each model that the order names. One that isn't there ends the read.
 template <class TBody>
 static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const TBody& body)
@@ -50,6 +59,8 @@ static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhys
     readList(reader, in, [&](const QString& name, quint32 source) {
         std::unique_ptr<IContactModel> model = models.makeContactModel(name, modelType, source, true);
         tellPhantom<CContactModelPhantom>(*reader.location, "contact model", *model);
+        if (reader.options.examine)
+            compareSource(name, source, model->source);
         model->read(reader);
         models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is reported and left out
     });
@@ -62,6 +73,8 @@ static void readForces(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhy
         if (force == nullptr) // the word for no force
             return;
         tellPhantom<CExternalForcePhantom>(*reader.location, "external force", *force);
+        if (reader.options.examine)
+            compareSource(name, source, force->source);
         force->read(reader);
         models.addExternalForce(std::move(force), CPhysicsModels::atEnd);
     });

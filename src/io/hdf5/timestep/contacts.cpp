@@ -69,7 +69,11 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     if ((options.timestepMask & eContactProperties) != 0 && contacts.rowCount() > 0)
         contacts.customProperties.read(*this);
     else if (in().has("CustomProperties")) // without rows the values that a mask left belong to nothing
-        in().group("CustomProperties/", [&] { in().children([](const QString&) {}); });
+        in().group("CustomProperties/", [&] {
+            for (std::size_t i = 0; i < contacts.customProperties.lists.size(); ++i)
+                if (in().has(std::to_string(i)))
+                    in().group(std::to_string(i), [] {});
+        });
     reading.whole = true;
 }
 

@@ -57,7 +57,7 @@ void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
         fields &= ~eTriangleForces;
     g.triangleForces.clear(); // those of another timestep
     trianglesForm(in(), g, fields);
-    checkForces(g);
+    checkForces(g, options.examine);
     g.triangleForces.resize(g.triangleNodes.size());
     if ((fields & eTriangleNodes) != 0)
         g.recomputeDerivedData();

@@ -60,9 +60,8 @@ void CPersistentLogger::record(const SLogRecord& message)
         kept.push_back(message);
         return;
     }
-    const auto [known, isNew] =
-        tallies.emplace(std::tuple(message.level, message.title, message.effect),
-                        STally{kept.size(), 1, shortened(message.placedText(), 200)});
+    const auto [known, isNew] = tallies.emplace(std::tuple(message.level, message.title, message.effect),
+                                                STally{kept.size(), 1, shortened(message.placedText(), 200)});
     if (isNew) {
         kept.push_back(message);
         return;

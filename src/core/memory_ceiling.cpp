@@ -17,7 +17,7 @@ static constexpr quint64 growthOfDeck = 3;
 
 static std::mutex memoryLock;
 static quint64 chosenCeiling = 0;
-static std::array<quint64, 2> taken{};  // by the newest read of a kind
+static std::array<quint64, 2> taken{};       // by the newest read of a kind
 static std::array<quint64, 2> takenBefore{}; // by the one before it, which may be in memory still
 static EMemoryOf kindAtWork = eMemoryOfTimestep;
 static quint64 bytesOfDeck = 0;

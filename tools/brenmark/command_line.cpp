@@ -101,8 +101,7 @@ CLI::App* CCommandLine::add(const char* name, const char* what)
 
 void CCommandLine::addReading(CLI::App* command)
 {
-    command->add_option("--max-memory", mostMemory, "Memory limit for a deck, for example 4GB")
-        ->type_name("SIZE");
+    command->add_option("--max-memory", mostMemory, "Memory limit for a deck, for example 4GB")->type_name("SIZE");
 }
 
 void CCommandLine::addProgress(CLI::App* command)

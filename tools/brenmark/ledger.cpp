@@ -33,7 +33,8 @@ std::vector<SSameWords> grouped(const Ledger& messages, TWanted&& wanted, bool i
     for (const SLogRecord& message : messages) {
         if (!wanted(message))
             continue;
-        const auto [group, isNew] = known.emplace(std::tuple(message.level, std::string_view(message.title), std::string_view(message.text)), groups.size());
+        const auto [group, isNew] = known.emplace(
+            std::tuple(message.level, std::string_view(message.title), std::string_view(message.text)), groups.size());
         if (isNew || isEachByItself)
             groups.push_back({&message, 1});
         else

@@ -1,3 +1,4 @@
+// Holds what was stored with the parts of a converted deck against each other.
 #include "brenmark/storing_check.h"
 
 #include "brenmark/deck_text.h"

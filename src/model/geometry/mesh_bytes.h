@@ -11,7 +11,8 @@ inline quint64 derivedMeshBytes(const CGeometryGroup& group)
 {
     constexpr quint64 tables = 4 * sizeof(quint32);
     constexpr quint64 ofVertex = sizeof(C3DPoint) + sizeof(quint32) + tables;
-    constexpr quint64 ofTriangle = sizeof(C3DPoint) + sizeof(C3DVector) + 2 * sizeof(double) + sizeof(ForceTorque) + tables;
+    constexpr quint64 ofTriangle =
+        sizeof(C3DPoint) + sizeof(C3DVector) + 2 * sizeof(double) + sizeof(ForceTorque) + tables;
     const quint64 vertices = std::max(group.coords.size(), group.originalCoords.size());
     return vertices * ofVertex + group.triangleNodes.size() * ofTriangle;
 }

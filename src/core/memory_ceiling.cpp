@@ -11,9 +11,10 @@
 namespace NBrenmark {
 
 // A process needs room beside what is counted: for itself, for HDF5, and for a part of an array on its way. Together
-// with that a deck without worth stays below 256 MiB and four times its size.
+// with that a deck without worth, of up to 5 MiB, stays below 256 MiB and four times its size.
 static constexpr quint64 alwaysAllowed = quint64(128) << 20;
-static constexpr quint64 growthOfDeck = 3;
+// A bed at rest that was saved once takes 15 times what is stored of it: of its arrays positions alone hardly deflate.
+static constexpr quint64 growthOfDeck = 16;
 
 static std::mutex memoryLock;
 static quint64 chosenCeiling = 0;
@@ -50,6 +51,8 @@ static quint64 memoryCeiling()
     if (chosenCeiling > 0)
         return chosenCeiling;
     const quint64 half = free > 0 ? free / 2 : std::numeric_limits<quint64>::max();
+    if (bytesOfDeck == 0) // no deck is open: what is read has no size to be held against
+        return half;
     return std::min(half, std::max(leastCeiling, alwaysAllowed + growthOfDeck * bytesOfDeck));
 }
 

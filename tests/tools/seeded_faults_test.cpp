@@ -92,7 +92,7 @@ const SFault faults[] = {
     {"pile-27", "timestep/1/buildRevision", "28439",
      [](Files f) { f.timestep(1).attribute("", "svn version", 28439); }},
     {"pile-27", "timestep/2/particles/Glass%20bead/dataMask", "8703",
-     [](Files f) { f.timestep(2).attribute("ParticleTypes/0", "mask", 8703 - 2); }},
+     [](Files f) { f.timestep(2).attribute("ParticleTypes/0", "mask", 8703 + 1024); }},
     {"pile-27", "timestep/2", "holds 2", [](Files f) { f.timestep(2).attribute("", "full timestep", char(2)); }},
     {"pile-27", "creator", "dimensions", [](Files f) { f.model().attribute("", "dimensions", 2); }},
     // the model

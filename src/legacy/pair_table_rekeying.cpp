@@ -7,11 +7,14 @@
 #include "core/shortened.h"
 #include "model/creator_data.h"
 #include "model/geometry/geometry_group.h"
+#include "model/split_material.h"
 #include "physics/cohesion.h"
 #include "physics/hysteretic_spring.h"
 #include "physics/jkr.h"
 #include "physics/parallel_bond.h"
 #include "physics/table_copies.h"
+
+#include <QHash>
 
 #include <algorithm>
 #include <map>
@@ -22,9 +25,20 @@ namespace NBrenmark::NLegacySupport {
 
 // ---------------------------------------------------------------- whose materials
 
-static QString* materialOfType(CCreatorData& creator, const std::string& name)
+/// Particle types by their names: of several of one name the last.
+using TypesByName = QHash<QString, CParticleType*>;
+
+static TypesByName typesByName(CCreatorData& creator)
 {
-    CParticleType* const type = creator.particleTypes.find(QString::fromStdString(name));
+    TypesByName types;
+    for (const auto& type : creator.particleTypes.types)
+        types[type->displayName] = type.get();
+    return types;
+}
+
+static QString* materialOfType(const TypesByName& types, const std::string& name)
+{
+    CParticleType* const type = types.value(QString::fromStdString(name));
     return type == nullptr ? nullptr : &type->materialName;
 }
 
@@ -44,19 +58,20 @@ struct SMaterialPair
     bool isOfOneType = false;   ///< both names are one
 };
 
-static std::optional<SMaterialPair> typesPair(CCreatorData& creator, const std::string& a, const std::string& b)
+static std::optional<SMaterialPair> typesPair(const TypesByName& types, const std::string& a, const std::string& b)
 {
-    const QString* const ofA = materialOfType(creator, a);
+    const QString* const ofA = materialOfType(types, a);
     if (ofA == nullptr)
         return std::nullopt;
-    QString* const ofB = materialOfType(creator, b);
+    QString* const ofB = materialOfType(types, b);
     return SMaterialPair{*ofA, ofB == nullptr ? *ofA : *ofB, ofB, false, a == b};
 }
 
-static std::optional<SMaterialPair> geometryPair(CCreatorData& creator, const std::string& a, const std::string& b)
+static std::optional<SMaterialPair> geometryPair(CCreatorData& creator, const TypesByName& types, const std::string& a,
+                                                 const std::string& b)
 {
     for (const bool groupFirst : {false, true}) {
-        const QString* const ofType = materialOfType(creator, groupFirst ? b : a);
+        const QString* const ofType = materialOfType(types, groupFirst ? b : a);
         QString* const ofGroup = materialOfGroup(creator, groupFirst ? a : b);
         if (ofType != nullptr && ofGroup != nullptr)
             return SMaterialPair{groupFirst ? *ofGroup : *ofType, groupFirst ? *ofType : *ofGroup, ofGroup, groupFirst,
@@ -74,7 +89,11 @@ class CRekeying
 public:
     /// \param finished  the models whose tables go by materials by now
     CRekeying(CCreatorData& creator, const QString& model, bool geometrySide, const Models& finished)
-        : creator(creator), model(model.toStdString()), geometrySide(geometrySide), finished(finished)
+        : creator(creator),
+          types(typesByName(creator)),
+          model(model.toStdString()),
+          geometrySide(geometrySide),
+          finished(finished)
     {}
 
     template <class TTable>
@@ -113,7 +132,7 @@ public:
 private:
     std::optional<SMaterialPair> pairOf(const std::string& a, const std::string& b)
     {
-        return geometrySide ? geometryPair(creator, a, b) : typesPair(creator, a, b);
+        return geometrySide ? geometryPair(creator, types, a, b) : typesPair(types, a, b);
     }
 
     template <class TTable, class TEntry>
@@ -130,7 +149,9 @@ private:
         QString& moved = pair.movesFirst ? pair.first : pair.second;
         const QString made = pair.movable == nullptr
                                  ? QString()
-                                 : creator.materials.splitMaterial(moved, geometrySide, creator.interactions);
+                                 : splitMaterial(creator, moved, geometrySide, [this](const IContactModel& other) {
+                                       return !storesPairsOfTypes(other) || finished.count(&other) > 0;
+                                   });
         if (made.isEmpty()) {
             tell(eNotCarried,
                  "the entry of " + names + " is dropped, for its materials have another value and can't be doubled.");
@@ -138,9 +159,6 @@ private:
         }
         tell(eUpgraded, "material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
                             "\", for the entry of " + names + " has a value of its own.");
-        copyEntries(creator.physicsModels, moved, made, [this](const IContactModel& other) {
-            return !storesPairsOfTypes(other) || finished.count(&other) > 0;
-        });
         if (pair.isOfOneType)
             pair.first = made;
         *pair.movable = made;
@@ -155,6 +173,7 @@ private:
     }
 
     CCreatorData& creator;
+    const TypesByName types;
     const std::string model;
     const bool geometrySide;
     const Models& finished;

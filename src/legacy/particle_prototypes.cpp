@@ -7,6 +7,8 @@
 #include "legacy/definition_index.h"
 #include "model/creator_data.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -137,6 +139,9 @@ static void tellParticlesWithoutId(const CParticlePrototypeRecords& records)
 static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& index, const CCreatorData& creator)
 {
     CParticleType stored(types.properties());
+    QHash<QString, CParticleType*> lastOfName;
+    for (const auto& type : types.types)
+        lastOfName[type->displayName] = type.get();
     for (const auto& defined : creator.particleTypes.types) {
         stored.copyDefinition(*defined);
         if (const auto before = creator.materialsBefore.find(defined->displayName);
@@ -148,10 +153,11 @@ static void addTypesWithoutParticles(CParticleTypes& types, CDefinitionIndex& in
             added.copyDefinition(*defined);
             added.dataMask = recordFields;
             index.add(added);
+            lastOfName[added.displayName] = &added;
             continue;
         }
         // Of several types of a name the last is the one that is found by it: that has to be the definition's.
-        CParticleType* const named = types.find(defined->displayName);
+        CParticleType* const named = lastOfName.value(defined->displayName);
         if (named == nullptr || named == found)
             continue;
         named->swapContents(*found);

@@ -8,7 +8,9 @@
 #include "legacy/pair_table_rekeying.h"
 #include "model/creator_data.h"
 #include "model/factories/particle_factory.h"
-#include "physics/table_copies.h"
+#include "model/split_material.h"
+
+#include <QHash>
 
 #include <algorithm>
 #include <functional>
@@ -18,13 +20,12 @@ namespace NBrenmark::NLegacySupport {
 
 // ---------------------------------------------------------------- splitting
 
-/// The names of the types of a material, in the order of the types.
-static QStringList typesThatShare(const CCreatorData& creator, const QString& material)
+/// The names of the types of each material, in the order of the types.
+static QHash<QString, QStringList> typesByMaterial(const CCreatorData& creator)
 {
-    QStringList names;
+    QHash<QString, QStringList> names;
     for (const auto& type : creator.particleTypes.types)
-        if (type->materialName == material)
-            names.append(type->displayName);
+        names[type->materialName].append(type->displayName);
     return names;
 }
 
@@ -70,8 +71,7 @@ static void splitMaterialOf(CCreatorData& creator, const QString& material, QStr
         if (factory.typeNames.size() != 1 || !feedsOneOf(factory, sharing))
             continue;
         QString& name = factory.typeNames.front();
-        const QString made = creator.materials.splitMaterial(material, false, creator.interactions);
-        copyEntries(creator.physicsModels, material, made, std::not_fn(storesPairsOfTypes));
+        const QString made = splitMaterial(creator, material, false, std::not_fn(storesPairsOfTypes));
         CParticleType* type = creator.particleTypes.find(name);
         const std::string why = "Factory " + quoted(factory.factory->name) + " feeds particle type " + quoted(name) +
                                 " alone, which shares the material " + quoted(material) + ": ";
@@ -98,9 +98,10 @@ void splitSharedMaterials(CCreatorData& creator)
 {
     std::vector<SDeckFactory> factories = factoriesOf(creator);
     bool isTold = false;
+    const QHash<QString, QStringList> typesOf = typesByMaterial(creator);
     const QStringList materials = creator.materials.keys(); // of those made below nothing is shared
     for (const QString& material : materials) {
-        const QStringList sharing = typesThatShare(creator, material);
+        const QStringList sharing = typesOf.value(material);
         if (sharing.size() < 2)
             continue;
         if (!isTold)

@@ -67,8 +67,12 @@ void buildSizeDistributions(CCreatorData& creator)
             CSizeDistributionRegistry::instance().create(CFixedSizeDistribution::word);
         map.add(type->name, whole, law); // one that has a law keeps it
     }
-    for (const QString& material : creator.materials.keys())
-        map.setEqualShares(creator.particleTypes.typesOfMaterial(material));
+    std::map<QString, std::vector<std::string>> typesOf; // by material
+    for (const auto& type : creator.particleTypes.types)
+        typesOf[type->materialName].push_back(type->name);
+    for (const auto& [material, types] : typesOf)
+        if (creator.materials.contains(material))
+            map.setEqualShares(types);
 }
 
 } // namespace NBrenmark::NLegacySupport

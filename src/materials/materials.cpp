@@ -5,7 +5,7 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
-#include <QRegularExpression>
+#include <algorithm>
 #include <memory>
 
 namespace NBrenmark {
@@ -74,11 +74,16 @@ QString MaterialMap::splitMaterial(const QString& materialName, bool equipmentCo
 
 QString makeUniqueName(const QString& base, const QStringList& existingNames)
 {
-    const QRegularExpression numbered(
-        QRegularExpression::anchoredPattern(QRegularExpression::escape(base) + "\\((\\d+)\\)"));
+    const QString start = base + QLatin1Char('(');
     qulonglong greatest = 0;
-    for (const QString& name : existingNames)
-        greatest = qMax(greatest, numbered.match(name).captured(1).toULongLong());
+    for (const QString& name : existingNames) {
+        if (!name.startsWith(start) || !name.endsWith(QLatin1Char(')')))
+            continue;
+        const QStringRef number = name.midRef(start.size()).chopped(1);
+        const bool isNumber = std::all_of(number.begin(), number.end(), [](QChar c) { return c >= '0' && c <= '9'; });
+        if (isNumber && !number.isEmpty())
+            greatest = qMax(greatest, number.toULongLong());
+    }
     return base + QLatin1Char('(') + QString::number(greatest + 1) + QLatin1Char(')');
 }
 

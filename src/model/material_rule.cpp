@@ -5,9 +5,10 @@
 #include "model/creator_data.h"
 #include "model/factories/particle_factory_list.h"
 #include "model/geometry/geometry_group.h"
-#include "physics/table_copies.h"
+#include "model/split_material.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace NBrenmark {
 
@@ -22,6 +23,14 @@ static CGroupsByMaterial groupsByMaterial(const GeometryGroups& geometry)
     return groups;
 }
 
+static QSet<QString> materialsOfTypes(const CParticleTypes& types)
+{
+    QSet<QString> materials;
+    for (const auto& type : types.types)
+        materials.insert(type->materialName);
+    return materials;
+}
+
 static void becomeEquipment(CMaterial& material, const QString& name)
 {
     material.type = eEquipmentMaterial;
@@ -33,20 +42,20 @@ static void becomeEquipment(CMaterial& material, const QString& name)
 void applyMaterialRule(CCreatorData& creator, const HasPairsOfThese& namesMaterials)
 {
     const CGroupsByMaterial groups = groupsByMaterial(creator.geometryGroups);
+    const QSet<QString> used = materialsOfTypes(creator.particleTypes);
     const QStringList names = creator.materials.keys(); // copies made below are no bulk materials
     for (const QString& name : names) {
         CMaterial& material = *creator.materials.find(name);
         if (!material.isBulk())
             continue;
-        if (creator.particleTypes.typesOfMaterial(name).empty()) {
+        if (!used.contains(name)) {
             becomeEquipment(material, name);
             continue;
         }
         const std::vector<CGeometryGroup*> users = groups.value(name);
         if (users.empty())
             continue;
-        const QString copy = creator.materials.splitMaterial(name, true, creator.interactions);
-        copyEntries(creator.physicsModels, name, copy, namesMaterials);
+        const QString copy = splitMaterial(creator, name, true, namesMaterials);
         for (CGeometryGroup* group : users)
             group->materialName = copy;
         reportOnce(eUpgraded, NLogTitle::conversion,

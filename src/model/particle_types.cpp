@@ -6,6 +6,8 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <limits>
 
@@ -66,9 +68,13 @@ bool CParticleTypes::findIndex(const QString& name, quint32& outIndex) const
 QStringList CParticleTypes::names() const
 {
     QStringList names;
-    for (const std::unique_ptr<CParticleType>& type : types)
-        if (!names.contains(type->displayName))
+    QSet<QString> known;
+    for (const std::unique_ptr<CParticleType>& type : types) {
+        const int before = known.size();
+        known.insert(type->displayName);
+        if (known.size() > before)
             names.append(type->displayName);
+    }
     return names;
 }
 

@@ -2,6 +2,7 @@
 // Tables by pair in either shape, and the entries that the copy of a type or of a material has in the tables of contact
 // models and forces: those of its original.
 
+#include "core/memory_ceiling.h"
 #include "physics/bond_parameters.h"
 #include "physics/name_tables.h"
 
@@ -70,8 +71,11 @@ template <class TTable>
 void addCopies(TTable& table, const std::string& original, const std::string& copy)
 {
     const auto add = [&table](const std::string& a, const std::string& b, const auto& value) {
-        if (find(table, a, b) == nullptr)
-            set(table, a, b, value);
+        constexpr quint64 bytesOfEntry = 256; // with its names
+        if (find(table, a, b) != nullptr)
+            return;
+        admitMemory(bytesOfEntry, "entries of new materials and particle types");
+        set(table, a, b, value);
     };
     for (const auto& entry : entriesOf(table)) {
         if (entry.first != original && entry.second != original)

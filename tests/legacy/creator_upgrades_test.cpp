@@ -1,6 +1,7 @@
 // What ends every read of a legacy model: materials and sizes go over from factories to particle types.
 #include "legacy/creator_upgrades.h"
 
+#include "core/memory_ceiling.h"
 #include "core/version.h"
 #include "legacy/shared_materials.h"
 #include "legacy/size_distributions_of_factories.h"
@@ -109,6 +110,26 @@ TEST(SharedMaterials, aFactoryWithoutATypeIsLeftOutAndTold)
               "WARNING Conversion: Factory \"bare\" names no particle type: materials are split without it.\n"
               "WARNING Conversion: Factory \"a\" feeds particle type \"A\" alone, which shares the "
               "material \"m\": the type gets the new material \"m(1)\".\n");
+}
+
+// Sixty types of one material that touches a thousand others, each type with a factory: sixty thousand interactions.
+TEST(SharedMaterials, areSplitWithinTheMemoryThatAModelMayTake)
+{
+    SOldModel model;
+    for (int i = 0; i < 1000; ++i)
+        model.creator.interactions.set("m", QString("x%1").arg(i), new CInteraction);
+    CGeometryGroup& box = model.addGroup("Box", "n");
+    for (int i = 0; i < 60; ++i) {
+        const QByteArray name = QByteArray::number(i);
+        model.addType(name.constData(), "m");
+        model.addFactory(box, name.constData(), {{name.constData(), 1.0}});
+    }
+    setMemoryCeiling(4 << 20);
+    beginMemoryCount();
+    EXPECT_THROW(splitSharedMaterials(model.creator), memory_ceiling_error);
+    setMemoryCeiling(0);
+    beginMemoryCount();
+    EXPECT_LT(model.creator.interactions.entries.size(), 20000);
 }
 
 TEST(FactoryMaterials, theFirstFactoryOfAGroupThatMixesMaterialsIsTold)

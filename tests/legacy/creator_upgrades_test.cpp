@@ -125,10 +125,10 @@ TEST(SharedMaterials, areSplitWithinTheMemoryThatAModelMayTake)
         model.addFactory(box, name.constData(), {{name.constData(), 1.0}});
     }
     setMemoryCeiling(4 << 20);
-    beginMemoryCount();
+    beginMemoryCount(eMemoryOfModel);
     EXPECT_THROW(splitSharedMaterials(model.creator), memory_ceiling_error);
     setMemoryCeiling(0);
-    beginMemoryCount();
+    beginMemoryCount(eMemoryOfModel);
     EXPECT_LT(model.creator.interactions.entries.size(), 20000);
 }
 

@@ -20,7 +20,9 @@ try:
     import h5py
     import numpy
 except ImportError:
-    sys.exit(77)
+    if sys.executable == "/usr/bin/python3" or not os.path.exists("/usr/bin/python3"):
+        sys.exit(77)
+    os.execv("/usr/bin/python3", ["/usr/bin/python3", *sys.argv])  # the one that Debian's h5py belongs to
 
 # What a deck of one's own writing has of its own: when it was written.
 OF_THE_WRITING = re.compile(r"@date$")

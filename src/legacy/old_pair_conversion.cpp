@@ -284,7 +284,7 @@ void linkLegacyRows(CCollisions& collisions, CContacts& contacts, const CActiveC
         reportOnce(eNotCarried, NLogTitle::legacyRead,
                    "of the ends of " + std::to_string(counts.finished) +
                        " finished collisions the number of the sphere or triangle is kept; names and ids of the "
-                       "particles have no place today",
+                       "particles have no place in the current format",
                    counts.finished);
 }
 

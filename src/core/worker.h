@@ -3,8 +3,8 @@
 // the stop flag belongs to all of them.
 //
 // It is none of Qt's threads: those end the process, or are waited for without an end, where there is too little memory
-// or no further thread to be had. Nor is each begun anew where there is one that is kept: a deck of many timesteps without
-// rows would spend more on the beginning and ending of threads than on the timesteps.
+// or no further thread to be had. Nor is each begun anew where there is one that is kept: a deck of many timesteps
+// without rows would spend more on the beginning and ending of threads than on the timesteps.
 
 #include <chrono>
 #include <condition_variable>
@@ -61,8 +61,9 @@ protected:
     /// object there, and doesn't survive if it can't.
     static void enterThread();
 
-    /// Starts the work on the kept thread, else on a new one. If none is to be had it is done before this returns. A stop that was meant for
-    /// another worker is forgotten before the thread begins, so that none that comes later can be lost.
+    /// Starts the work on the kept thread, else on a new one. If none is to be had it is done before this returns. A
+    /// stop that was meant for another worker is forgotten before the thread begins, so that none that comes later can
+    /// be lost.
     void startOrRun();
     /// Raises the stop flag and waits for the thread, which leaves by itself at its next test of the flag: killed, it
     /// would keep its files and the lock of the HDF5 library.

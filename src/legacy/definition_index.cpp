@@ -11,7 +11,8 @@
 namespace NBrenmark::NLegacySupport {
 
 /// About the logarithm of a number to the base 2, straight from one power of 2 to the next: numbers that are equal within
-/// 1e-12 of each other have values within 2e-12. Numbers near nothing have one value, as those within 1e-40 of it are equal.
+/// 1e-12 of each other have values within 2e-12. Numbers near nothing have one value, as those within 1e-40 of it are
+/// equal.
 static double sizeOf(double number)
 {
     constexpr double least = 1e-28;

@@ -10,8 +10,8 @@ class CCreatorData;
 
 namespace NLegacySupport {
 
-/// The models whose tables by pair name particle types and walls in the stream, until they are turned. Those of all others
-/// name materials.
+/// The models whose tables by pair name particle types and walls in the stream, until they are turned. Those of all
+/// others name materials.
 bool storesPairsOfTypes(const IContactModel& model);
 
 /// Turns the pair tables of a chain: linear cohesion, hysteretic spring, JKR and bonding. Where two

@@ -84,7 +84,8 @@ public:
     bool legacyStreamFlag = false; ///< of a legacy creator block; handed on to the legacy stream
     bool upgradesPending = false;  ///< of a legacy creator block, until its geometry comes with a timestep
     bool geometryReplaced = false; ///< by a timestep that holds its geometry whole
-    /// By the names of particle types, those that they had before an upgrade gave them another; null for a type that it made.
+    /// By the names of particle types, the materials that they had before an upgrade gave them another; null for a type
+    /// that it made.
     std::map<QString, QString> materialsBefore;
 
 private:

@@ -2,8 +2,9 @@
 // The manager of the legacy family. A deck is name.dem (segment 0: a header, then creator blocks and
 // timesteps), further segments name.dem.scn.N with blocks alone, and the index name.idx.
 //
-// The sources say where to look: dem_io_manager.cpp (files and opening), dem_blocks.cpp (one block in or
-// out), dem_tiling.cpp (what lies between blocks), dem_index_rebuild.cpp, dem_append.cpp (appending, cutting, creating), dem_copy.cpp (whole decks).
+// The sources say where to look: dem_io_manager.cpp (files and opening), dem_blocks.cpp (one block in or out),
+// dem_tiling.cpp (what lies between blocks), dem_index_rebuild.cpp, dem_append.cpp (appending, cutting, creating),
+// dem_copy.cpp (whole decks).
 
 #include "core/deck/file_format_manager.h"
 

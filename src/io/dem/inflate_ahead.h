@@ -1,11 +1,12 @@
 #pragma once
 // Inflating the array groups of the next timestep while the present one is still at work.
 //
-// Nothing says where a group begins but what stands before it, and reading that is the work of the next read. So the
+// Nothing says where a group begins but what is stored before it, and reading that is the work of the next read. So the
 // bytes of the timestep are searched for zlib streams: whatever inflates to its end, with the right checksum, is kept
 // by its place. Several threads search, each in a part of the bytes of its own: the one whose part begins in the midst
-// of a group meets no stream there, and goes on until it does. The read that comes to a group at that place finds it done. It finds nothing for a group that is
-// damaged, or too large, and inflates it itself, as it would without this: what a read gives, and says, is the same.
+// of a group meets no stream there, and goes on until it does. The read that comes to a group at that place finds it
+// done. It finds nothing for a group that is damaged, or too large, and inflates it itself, as it would without this:
+// what a read gives, and says, is the same.
 
 #include "core/deflate.h"
 #include "core/thread_pool.h"

@@ -142,7 +142,8 @@ static void readParticles(CDemTimestepDataReader& reader, CTimestepData& timeste
     NLegacySupport::fillFromRecords(timestep.particleTypes, records, timestep.creatorData);
 }
 
-/// What upgrades did to the types of the model is done to those of the timestep, so that one deck has one definition of each.
+/// What upgrades did to the types of the model is done to those of the timestep, so that one deck has one definition of
+/// each.
 static void followUpgrades(CTimestepData& timestep)
 {
     const CCreatorData& creator = timestep.creatorData;

@@ -85,8 +85,9 @@ const SRefusal refusals[] = {
 /// Puts the folder's path in the place of DIR.
 std::string at(std::string text, const CTempFolder& folder)
 {
-    for (size_t place = text.find("DIR"); place != std::string::npos; place = text.find("DIR", place + 1))
-        text.replace(place, 3, argument(folder.path()));
+    const std::string path = argument(folder.path()); // whose random part may hold the word as well
+    for (size_t place = text.find("DIR"); place != std::string::npos; place = text.find("DIR", place + path.size()))
+        text.replace(place, 3, path);
     return text;
 }
 

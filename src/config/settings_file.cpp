@@ -80,7 +80,7 @@ bool CSettingsFile::loadSettings(const QString& fileName, IProgressController* p
 {
     clearSettings(false);
     const CPlaceScope scope(placeIn(fileName));
-    QFile file(fileName);
+    CSourceFile file(fileName);
     if (const std::string cause = openPlainFile(file); !cause.empty()) {
         if (hasEntry(fileName))
             report(eLost, NLogTitle::settings, "The file is left out, it can't be opened: " + cause);
@@ -123,7 +123,7 @@ static void resynchronise(QIODevice& device)
             matched = 0;
         }
         if (matched == markerLength) {
-            device.seek(candidate);
+            seekTo(device, candidate);
             return;
         }
     }
@@ -186,8 +186,9 @@ static bool takeMarker(CVersionedStream& stream, const char* marker)
 static bool markerStandsAt(QIODevice& device, qint64 position, const char* marker)
 {
     const qint64 before = device.pos();
-    const bool isThere = device.seek(position) && device.read(markerLength) == QByteArray(marker, markerLength);
-    device.seek(before);
+    seekTo(device, position);
+    const bool isThere = device.read(markerLength) == QByteArray(marker, markerLength);
+    seekTo(device, before);
     return isThere;
 }
 
@@ -220,7 +221,7 @@ bool CSettingsFile::readBlock(CVersionedStream& stream, IProgressController* pro
     const auto entryFailed = [&](EMessage message, const std::string& cause) {
         // An entry with a damaged count may have run through blocks that aren't its own.
         if (hasEnd && device.pos() > announcedEnd)
-            device.seek(announcedEnd);
+            seekTo(device, announcedEnd);
         return failed(message, cause);
     };
 
@@ -237,7 +238,7 @@ bool CSettingsFile::readBlock(CVersionedStream& stream, IProgressController* pro
 
     if (device.pos() - lengthAt != length) {
         if (hasEnd)
-            device.seek(announcedEnd);
+            seekTo(device, announcedEnd);
         return failed(eMessageSettingsWrongLength);
     }
     if (!takeMarker(stream, endMarker))

@@ -4,7 +4,6 @@
 
 #include "core/cause.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace NBrenmark {
@@ -25,6 +24,15 @@ void throwIfUnreadable(const QIODevice& device)
     if (file && file->error() == QFileDevice::ReadError)
         throw device_error("byte " + std::to_string(file->pos()) +
                            " can't be read: " + file->errorString().toStdString());
+    const auto* const source = dynamic_cast<const CSourceFile*>(&device);
+    if (source && source->hasFailed())
+        throw device_error("a read before byte " + std::to_string(source->pos()) + " failed");
+}
+
+void seekTo(QIODevice& device, qint64 byte)
+{
+    if (!device.seek(byte))
+        throw device_error("byte " + std::to_string(byte) + " can't be reached");
 }
 
 bool hasEntry(const QString& path)

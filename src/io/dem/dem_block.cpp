@@ -88,8 +88,7 @@ void CDemBlock::skip()
     if (saving)
         throw block_error("Attempt to use skip during save data", *stream, tag, true);
     stream->resetStatus(); // what ended early lies within this block
-    if (!stream->device()->seek(static_cast<qint64>(start + size)))
-        throw block_error(wrongSize, *stream, tag, false);
+    seekTo(*stream->device(), static_cast<qint64>(start + size));
 }
 
 } // namespace NBrenmark

@@ -78,8 +78,7 @@ public:
                 fail("deflated arrays hold more bytes than announced");
         // Whole pieces were read: give back what was not inflated, or the next scalar is read from the
         // middle of somewhere else.
-        if (!stream->device()->seek(stream->position() - static_cast<qint64>(inflater.waiting())))
-            fail("end of deflated arrays can't be found");
+        seekTo(*stream->device(), stream->position() - static_cast<qint64>(inflater.waiting()));
     }
 
 private:
@@ -142,8 +141,7 @@ public:
         char surplus = 0;
         if (group->take(&surplus, 1) > 0)
             fail("deflated arrays hold more bytes than announced");
-        if (!stream->device()->seek(start + static_cast<qint64>(group->storedBytes)))
-            fail("end of deflated arrays can't be found");
+        seekTo(*stream->device(), start + static_cast<qint64>(group->storedBytes));
     }
 
 private:

@@ -1,4 +1,5 @@
 // What changes with time of particle factories. Each follows in place, in the order of its list.
+#include "core/plain_file.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
 #include "io/dem/geometry_forms.h"
@@ -47,8 +48,7 @@ static void readSharedSize(CDemTimestepDataReader& reader, CInForm& f, CParticle
 {
     const qint64 start = f.stream.position();
     for (const auto& [typeName, size] : factory.sizes) {
-        if (!f.stream.device()->seek(start))
-            throw std::runtime_error("byte " + std::to_string(start) + " can't be found again");
+        seekTo(*f.stream.device(), start);
         if (size != nullptr)
             size->read(reader);
     }

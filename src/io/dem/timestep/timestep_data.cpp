@@ -2,6 +2,7 @@
 #include "results/timestep_data.h"
 
 #include "core/log.h"
+#include "core/plain_file.h"
 #include "io/dem/custom_properties.h"
 #include "io/dem/dem_reader.h"
 #include "io/dem/dem_writer.h"
@@ -129,8 +130,7 @@ bool wholeGeometryFollows(CDemDataStream& stream)
     }
     catch (const std::exception&) { // the read itself meets it again, and says so
     }
-    if (!stream.device()->seek(start))
-        throw device_error("byte " + std::to_string(start) + " can't be found again");
+    seekTo(*stream.device(), start);
     return whole;
 }
 

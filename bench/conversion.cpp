@@ -10,7 +10,7 @@
 // the ordinary way waited for a core for more than a twentieth of its time is repeated, up to ten times. The new deck of
 // each round is compared with its source by the command line, and both is done by convert --verify as well.
 
-#include "bench/measuring.h"
+#include "bench/legacy_deck.h"
 
 #include "api/data_converter.h"
 #include "core/deck/application_state.h"
@@ -121,28 +121,14 @@ void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
 
 bool makeDeck(const QString& path, const SSize& size)
 {
-    SApplicationState& state = applicationState();
-    if (!initialiseApplication(state))
-        return false;
-    CSimulation& simulation = *state.simulation;
-    SSimulationFrame& frame = *simulation.currentFrame;
-    frame.creator.title = "Benchmark";
-    frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
-    frame.creator.particleTypes.append().setName("Grain");
-
-    const auto manager = NLegacyFamily::makeManager(simulation);
-    TimestepIndex index(1);
-    fillTimestep(frame.timestep, 0, size);
-    bool made = manager->createSimulation(path, frame, true, index);
-    for (quint32 number = 1; made && number < size.timesteps; ++number) {
-        fillTimestep(frame.timestep, number, size);
-        index.emplace_back();
-        index.back().time = frame.timestep.time;
-        made = manager->appendTimestep(frame, index, false, true);
-    }
-    manager->reset();
-    simulation.close(false);
-    return made && markAsLegacy(path);
+    return makeLegacyDeck(
+        path, size.timesteps,
+        [](SSimulationFrame& frame) {
+            frame.creator.title = "Benchmark";
+            frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
+            frame.creator.particleTypes.append().setName("Grain");
+        },
+        [&size](SSimulationFrame& frame, quint32 number) { fillTimestep(frame.timestep, number, size); });
 }
 
 bool convert(const QString& source, const QString& target)

@@ -3,7 +3,7 @@
 //   dump [--particles 200000] [--rounds 3] [--folder FOLDER]
 //
 // The plain way prints the same number of values with the shortest digits that give them back, one a line, into a file.
-#include "bench/measuring.h"
+#include "bench/legacy_deck.h"
 
 #include "core/deck/application_state.h"
 #include "core/deck/file_families.h"
@@ -23,23 +23,15 @@ namespace {
 
 constexpr quint32 valuesPerParticle = 3 * 4 + 3 * 7; // rough ones, of those that makeDeck fills in
 
-bool makeDeck(const QString& path, quint32 particles)
+void fillTimestep(CTimestepData& timestep, quint32 particles)
 {
-    SApplicationState& state = applicationState();
-    if (!initialiseApplication(state))
-        return false;
-    CSimulation& simulation = *state.simulation;
-    SSimulationFrame& frame = *simulation.currentFrame;
-    frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
-    frame.creator.particleTypes.append().setName("Grain");
-    CParticleType& grains = frame.timestep.particleTypes.append();
+    CParticleType& grains = timestep.particleTypes.append();
     grains.setName("Grain");
     grains.materialName = "glass";
     grains.spheres.resize(1);
     grains.resizeSlots(particles);
     grains.dataMask = allParticleFields;
-    frame.timestep.particleTypes.maxId = particles;
-    frame.timestep.timestepIndex = 0;
+    timestep.particleTypes.maxId = particles;
     std::mt19937_64 random(1);
     std::uniform_real_distribution<double> unit(-1.0, 1.0);
     for (quint32 i = 0; i < particles; ++i) {
@@ -53,12 +45,17 @@ bool makeDeck(const QString& path, quint32 particles)
             for (size_t component = 0; component < (*forces)[i].size(); ++component)
                 (*forces)[i][component] = unit(random);
     }
-    const auto manager = NLegacyFamily::makeManager(simulation);
-    TimestepIndex index(1);
-    const bool made = manager->createSimulation(path, frame, true, index);
-    manager->reset();
-    simulation.close(false);
-    return made && markAsLegacy(path);
+}
+
+bool makeDeck(const QString& path, quint32 particles)
+{
+    return makeLegacyDeck(
+        path, 1,
+        [](SSimulationFrame& frame) {
+            frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
+            frame.creator.particleTypes.append().setName("Grain");
+        },
+        [particles](SSimulationFrame& frame, quint32) { fillTimestep(frame.timestep, particles); });
 }
 
 bool printPlainly(const QString& path, quint64 count)

@@ -4,7 +4,7 @@
 //   mesh [--triangles 1000000] [--rounds 3] [--folder FOLDER]
 //
 // The steps should grow with the number of triangles and no faster: compare a run at a quarter of it.
-#include "bench/measuring.h"
+#include "bench/legacy_deck.h"
 
 #include "core/deck/application_state.h"
 #include "core/deck/file_families.h"
@@ -62,20 +62,13 @@ double secondsOf(const std::function<void()>& step)
 
 bool makeDeck(const QString& path, quint32 triangles)
 {
-    SApplicationState& state = applicationState();
-    if (!initialiseApplication(state))
-        return false;
-    CSimulation& simulation = *state.simulation;
-    SSimulationFrame& frame = *simulation.currentFrame;
-    frame.creator.materials.set("steel", new CMaterial("steel", 0.3, 7e10, 7850.0, 0.0, eEquipmentMaterial));
-    frame.creator.geometryGroups.add(movingSheet(triangles).release(), true);
-    frame.timestep.timestepIndex = 0;
-    const auto manager = NLegacyFamily::makeManager(simulation);
-    TimestepIndex index(1);
-    const bool made = manager->createSimulation(path, frame, true, index);
-    manager->reset();
-    simulation.close(false);
-    return made && markAsLegacy(path);
+    return makeLegacyDeck(
+        path, 1,
+        [triangles](SSimulationFrame& frame) {
+            frame.creator.materials.set("steel", new CMaterial("steel", 0.3, 7e10, 7850.0, 0.0, eEquipmentMaterial));
+            frame.creator.geometryGroups.add(movingSheet(triangles).release(), true);
+        },
+        [](SSimulationFrame&, quint32) {});
 }
 
 /// Reads, moves and writes the mesh and prints a line.

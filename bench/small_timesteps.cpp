@@ -5,7 +5,7 @@
 //
 // Every step runs in a process of its own, in turn.
 
-#include "bench/measuring.h"
+#include "bench/legacy_deck.h"
 
 #include "core/deck/application_state.h"
 #include "core/deck/file_families.h"
@@ -22,27 +22,13 @@ namespace {
 
 bool makeDeck(const QString& path, quint32 timesteps)
 {
-    SApplicationState& state = applicationState();
-    if (!initialiseApplication(state))
-        return false;
-    CSimulation& simulation = *state.simulation;
-    SSimulationFrame& frame = *simulation.currentFrame;
-    frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
-    frame.creator.particleTypes.append().setName("Grain");
-    const auto manager = NLegacyFamily::makeManager(simulation);
-    TimestepIndex index(1);
-    frame.timestep.timestepIndex = 0;
-    bool made = manager->createSimulation(path, frame, true, index);
-    for (quint32 number = 1; made && number < timesteps; ++number) {
-        frame.timestep.timestepIndex = number;
-        frame.timestep.time = 0.01 * number;
-        index.emplace_back();
-        index.back().time = frame.timestep.time;
-        made = manager->appendTimestep(frame, index, false, true);
-    }
-    manager->reset();
-    simulation.close(false);
-    return made && markAsLegacy(path);
+    return makeLegacyDeck(
+        path, timesteps,
+        [](SSimulationFrame& frame) {
+            frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
+            frame.creator.particleTypes.append().setName("Grain");
+        },
+        [](SSimulationFrame& frame, quint32 number) { frame.timestep.time = 0.01 * number; });
 }
 
 bool convert(const QString& source, const QString& target)

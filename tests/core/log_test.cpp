@@ -93,6 +93,21 @@ TEST_F(Log, loggerKeepsFromItsThresholdOn)
     EXPECT_EQ(std::get<2>(kept.back()), "kept");
 }
 
+TEST_F(Log, loggerCountsWhatComesBeyondAGreatNumber)
+{
+    CPersistentLogger logger(eWarning);
+    addLogModule(&logger);
+    const quint64 kept = 20000, more = 5; // of two rows each
+    for (quint64 i = 0; i < kept + more; ++i)
+        report(eLost, NLogTitle::legacyRead, "row " + std::to_string(i), 2);
+    reportFailure(NLogTitle::legacyRead, "cut");
+    ASSERT_EQ(logger.records().size(), kept + 2);
+    const SLogRecord& others = logger.records()[kept];
+    EXPECT_EQ(others.count, 2 * more);
+    EXPECT_EQ(others.text, "5 more messages of this kind, of which the first: row 20000");
+    EXPECT_EQ(logger.records().back().text, "cut") << "what ends a conversion is never one of many";
+}
+
 TEST_F(Log, loggerLosesNothingWhenATeamOfThreadsLogs)
 {
     CPersistentLogger logger(eDebug);

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 #include <cmath>
-#include <functional>
 #include <limits>
 
 namespace NBrenmark {
@@ -149,23 +148,30 @@ struct SCompactCase
 
 TEST_F(ContactRows, copiesTheArraysOfAFieldSetAlone)
 {
-    // The bits as both file families number them.
-    const std::pair<quint32, std::function<double(const CContactsBase&)>> fields[] = {{1, [](const auto& c) { return c.rows[0][0]; }},
-                                                                                      {2, [](const auto& c) { return c.tangentialOverlap[0].x; }},
-                                                                                      {4, [](const auto& c) { return c.contactVector1[0].x; }},
-                                                                                      {8, [](const auto& c) { return c.contactVector2[0].x; }},
-                                                                                      {16, [](const auto& c) { return c.position[0].x; }},
-                                                                                      {32, [](const auto& c) { return c.normalOverlap[0] - 0.5; }},
-                                                                                      {64, [](const auto& c) { return c.normalForce[0].x; }},
-                                                                                      {128, [](const auto& c) { return c.tangentialForce[0].x; }},
-                                                                                      {2048, [](const auto& c) { return c.legacyScalar[0]; }},
-                                                                                      {4096, [](const auto& c) { return c.legacyFlags[0]; }}};
-    for (const auto& [copied, unused] : fields) {
+    struct SField
+    {
+        quint32 bit; // as both file families number them
+        double (*value)(const CContactsBase&);
+    };
+    const SField fields[] = {
+        {1, [](const CContactsBase& c) -> double { return c.rows[0][0]; }},
+        {2, [](const CContactsBase& c) -> double { return c.tangentialOverlap[0].x; }},
+        {4, [](const CContactsBase& c) -> double { return c.contactVector1[0].x; }},
+        {8, [](const CContactsBase& c) -> double { return c.contactVector2[0].x; }},
+        {16, [](const CContactsBase& c) -> double { return c.position[0].x; }},
+        {32, [](const CContactsBase& c) -> double { return c.normalOverlap[0] - 0.5; }},
+        {64, [](const CContactsBase& c) -> double { return c.normalForce[0].x; }},
+        {128, [](const CContactsBase& c) -> double { return c.tangentialForce[0].x; }},
+        {2048, [](const CContactsBase& c) -> double { return c.legacyScalar[0]; }},
+        {4096, [](const CContactsBase& c) -> double { return c.legacyFlags[0]; }},
+    };
+    for (const SField& copied : fields) {
         CContacts contacts(&manager);
         number(contacts.surfaceSurface, 4);
-        contacts.surfaceSurface.copyRow(3, 0, copied);
-        for (const auto& [field, valueOf] : fields)
-            EXPECT_EQ(valueOf(contacts.surfaceSurface), field == copied ? 3.0 : 0.0) << copied << ' ' << field;
+        contacts.surfaceSurface.copyRow(3, 0, copied.bit);
+        for (const SField& field : fields)
+            EXPECT_EQ(field.value(contacts.surfaceSurface), field.bit == copied.bit ? 3.0 : 0.0)
+                << copied.bit << ' ' << field.bit;
     }
 }
 

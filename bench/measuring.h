@@ -99,23 +99,27 @@ inline SMeasure measure(const char* name, const std::function<SCounted()>& step)
     return result;
 }
 
-/// Runs the command line in a process of its own, with its results thrown away.
+/// Turns this process into the command line, with its results thrown away.
+[[noreturn]] inline void becomeCommand(const QString& program, const QStringList& words)
+{
+    std::vector<QByteArray> texts{program.toLocal8Bit()};
+    for (const QString& word : words)
+        texts.push_back(word.toLocal8Bit());
+    std::vector<char*> arguments;
+    for (QByteArray& text : texts)
+        arguments.push_back(text.data());
+    arguments.push_back(nullptr);
+    const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(nothing, STDOUT_FILENO);
+    dup2(nothing, STDERR_FILENO);
+    ::execv(arguments.front(), arguments.data());
+    _exit(127);
+}
+
+/// Runs the command line in a process of its own.
 inline SMeasure measureCommand(const char* name, const QString& program, const QStringList& words)
 {
-    return measure(name, [&] {
-        std::vector<QByteArray> texts{program.toLocal8Bit()};
-        for (const QString& word : words)
-            texts.push_back(word.toLocal8Bit());
-        std::vector<char*> arguments;
-        for (QByteArray& text : texts)
-            arguments.push_back(text.data());
-        arguments.push_back(nullptr);
-        const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(nothing, STDOUT_FILENO);
-        dup2(nothing, STDERR_FILENO);
-        ::execv(arguments.front(), arguments.data());
-        return SCounted(-1.0);
-    });
+    return measure(name, [&]() -> SCounted { becomeCommand(program, words); });
 }
 
 inline double median(std::vector<double> values)

@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "core/stop_flag.h"
 #include "core/version.h"
+#include "io/hdf5/child_names.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/hdf5_visitor.h"
@@ -375,8 +376,8 @@ public:
 
     /// Number of the groups and datasets in a group.
     hsize_t childCount() const { return visitor.location->getNumObjs(); }
-    /// Name of one of them, in the order of the group's index.
-    std::string childName(hsize_t index) const { return visitor.location->getObjnameByIdx(index); }
+    /// Their names, in the order of their bytes.
+    std::vector<std::string> childNames() const { return NBrenmark::childNames(*visitor.location); }
     bool has(const std::string& name) const { return visitor.location->nameExists(name); }
     bool hasAttribute(const std::string& name) const { return visitor.location->attrExists(name); }
 
@@ -385,9 +386,8 @@ public:
     template <class TBody>
     void children(TBody&& body)
     {
-        for (hsize_t i = 0; i < childCount(); ++i) {
+        for (const std::string& name : childNames()) {
             leaveIfStopped();
-            const std::string name = childName(i);
             group(name, [&] { body(storedText(name)); });
         }
     }

@@ -3,6 +3,7 @@
 
 #include "core/log.h"
 #include "core/shortened.h"
+#include "io/hdf5/child_names.h"
 #include "io/hdf5/deck_tree.h"
 #include "io/hdf5/form.h"
 
@@ -48,14 +49,6 @@ static std::vector<std::string> attributesOf(const H5::H5Object& object)
     return names;
 }
 
-static std::vector<std::string> childrenOf(const H5::Group& group)
-{
-    std::vector<std::string> names;
-    for (hsize_t i = 0; i < group.getNumObjs(); ++i)
-        names.push_back(group.getObjnameByIdx(i));
-    return names;
-}
-
 static std::string inQuotes(const std::string& name) { return '"' + shortened(name) + '"'; }
 
 /// Tells the children and attributes of a group that aren't among the expected ones.
@@ -65,7 +58,7 @@ static void tellOthers(const H5::Group& group, const std::string& path, const st
     for (const std::string& name : attributesOf(group))
         if (attributes.count(name) == 0)
             tell("The attribute " + inQuotes(name) + " of " + path);
-    for (const std::string& name : childrenOf(group))
+    for (const std::string& name : childNames(group))
         if (children.count(name) == 0)
             tell("The object " + shortened(joined(path, name)));
 }
@@ -135,7 +128,7 @@ void CReadAudit::tellUnreadIn(const H5::Group& group, const std::string& path)
     if (givenUp.count(path) > 0)
         return;
     const std::vector<std::string> attributes = attributesOf(group);
-    const std::vector<std::string> children = childrenOf(group);
+    const std::vector<std::string> children = childNames(group);
     const auto isAttributeRead = [&](const std::string& name) { return asked.count(path + '@' + name) > 0; };
     const auto isChildRead = [&](const std::string& name) { return asked.count(joined(path, name)) > 0; };
     if (attributes.size() + children.size() > 0 &&

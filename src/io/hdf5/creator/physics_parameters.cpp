@@ -276,9 +276,7 @@ static const char* const motionsName = "motions";
 void CHdf5CreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelParamData& data)
 {
     data.planes.clear();
-    const hsize_t count = in().childCount();
-    for (hsize_t child = 0; child < count; ++child) {
-        const std::string name = in().childName(child);
+    for (const std::string& name : in().childNames()) {
         bool isNumber = false;
         const qint32 id = QString::fromStdString(name).toInt(&isNumber);
         if (!isNumber) {

@@ -53,9 +53,10 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
     H5::Group root = file.openGroup("/");
     const CHdf5Place place(*this, root);
     in().group("TimestepData/", [&] {
-        if (in().childCount() == 0)
+        const std::vector<std::string> names = in().childNames();
+        if (names.empty())
             throwAt(*location, "group", "", "holds no timestep");
-        in().group(in().childName(0), [&] {
+        in().group(names.front(), [&] {
             readFileVersionInfo(data);
             contentForm(in(), data);
             data.creatorData.geometryGroups.read(*this);

@@ -1,4 +1,5 @@
 // convert, run as a user runs it: what it leaves on disk, what it says, and what it never touches.
+#include "support/failing_disk.h"
 #include "support/legacy_deck.h"
 #include "support/paths.h"
 #include "support/settings_file.h"
@@ -452,13 +453,12 @@ TEST(ConvertFailure, ofAWriteGivesTheAdviceThatFitsItsError)
     const std::pair<int, const char*> cases[] = {{EACCES, "Check the permissions"}, {ENOSPC, "Free some space"}};
     for (const auto& [error, advice] : cases) {
         CSource source;
-        const SToolResult result = CToolRun({"convert", source.path, source.target(), "--json"})
-                                       .environment("LD_PRELOAD", failingCallsModule())
-                                       .environment("FAILING_CALLS_BELOW", argument(source.out.path()))
-                                       .environment("FAILING_CALLS_KINDS", "write")
-                                       .environment("FAILING_CALLS_ERRNO", std::to_string(error))
-                                       .environment("FAILING_CALLS_AT", "5")
-                                       .run();
+        const CTempFolder notes;
+        CFailingDisk disk(source.out.path(), notes.path("note"));
+        disk.fail(5, error, false);
+        CToolRun run({"convert", source.path, source.target(), "--json"});
+        disk.preloadInto(run);
+        const SToolResult result = run.run();
         EXPECT_EQ(result.exitCode, 4) << result.error;
         EXPECT_TRUE(contains(Json::parse(result.output)["error"]["advice"].get<std::string>(), advice))
             << result.output;

@@ -104,12 +104,10 @@ public:
     template <class T>
     void attribute(const std::string& name, const T& value)
     {
-        if (!measures)
+        if (measures)
+            measureAttribute(name, value);
+        else
             writeAttribute(name, value, *visitor.location);
-        else if constexpr (std::is_same_v<T, std::string>)
-            checkAttributeText(name, value);
-        else if constexpr (std::is_same_v<T, QString>)
-            checkAttributeText(name, value.toStdString());
     }
     /// A count that files hold as a signed number.
     void signedAttribute(const std::string& name, quint32 value) { attribute(name, static_cast<qint32>(value)); }
@@ -226,6 +224,16 @@ public:
     void throwIfFailed();
 
 private:
+    /// Of what attributes hold texts alone may be too long.
+    template <class T>
+    static void measureAttribute(const std::string&, const T&)
+    {}
+    static void measureAttribute(const std::string& name, const std::string& text) { checkAttributeText(name, text); }
+    static void measureAttribute(const std::string& name, const QString& text)
+    {
+        checkAttributeText(name, text.toStdString());
+    }
+
     CArrayWriter arrays() { return CArrayWriter(*visitor.location, compress); }
     H5::Group made(const std::string& name)
     {

@@ -18,8 +18,8 @@ bool SDemHeader::read(QIODevice& device)
     if (!device.seek(0))
         return false;
     CDemDataStream stream(&device);
-    stream >> firstVersion;
-    lastVersion = firstVersion;
+    stream >> firstVersion;     // of the program that made the deck; says which words follow
+    lastVersion = firstVersion; // and the last one too, before 2.4.58
     if (firstVersion >= fullHeader)
         stream >> lastVersion;
     stream >> timesteps;

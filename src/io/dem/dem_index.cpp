@@ -20,11 +20,11 @@ static STimestepIndexEntry readEntry(CDemDataStream& stream, quint32 lastVersion
     if (lastVersion >= NFileVersion::longOffsets)
         stream >> entry.offset;
     else {
-        quint32 shortOffset = 0;
+        quint32 shortOffset = 0; // enough, for a segment is closed at 1.5 GiB
         stream >> shortOffset;
         entry.offset = shortOffset;
     }
-    entry.isFull = true;
+    entry.isFull = true; // before masks came, each timestep is
     if (lastVersion >= NFileVersion::masks) {
         quint32 isFull = 0;
         stream >> isFull;

@@ -1,3 +1,5 @@
+// Cuts a timestep's bytes into parts, searches each for whole zlib streams, and keeps what they inflate to until a read
+// asks for it.
 #include "io/dem/inflate_ahead.h"
 
 #include "core/inflate.h"

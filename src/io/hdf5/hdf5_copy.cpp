@@ -167,7 +167,7 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
     index.resize(std::size_t(current) + 1);
     index[current].time = frame.timestep.time;
     index[current].isFull = true;
-    index[current].creatorIndex = -1;
+    index[current].creatorIndex = -1; // not known before the timestep is appended
     timestepCount = current;
     if (!appendTimestep(frame, index, true, true))
         return false;

@@ -96,8 +96,8 @@ bool CHdf5IoManager::readIndexEntry(quint32 number, STimestepIndexEntry& entry)
                        readAttribute("time", entry.time, timestep);
                        readAttribute("full timestep", entry.isFull, timestep);
                        readAttribute(creatorIndexName, entry.creatorIndex, timestep);
-                       entry.segment = number;
-                       entry.offset = 1;
+                       entry.segment = number; // here that of its file
+                       entry.offset = 1;       // not 0: the file is there
                    });
 }
 

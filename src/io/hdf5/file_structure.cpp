@@ -186,8 +186,8 @@ private:
         message.require(message.u8() == 1, "a link is of an unknown version");
         const quint8 flags = message.u8();
         const quint8 kind = (flags & 0x08) != 0 ? message.u8() : 0;
-        message.skip(((flags & 0x04) != 0 ? 8 : 0) +
-                     ((flags & 0x10) != 0 ? 1 : 0)); // order of creation, encoding of the name
+        // The order of creation, the encoding of the name.
+        message.skip(((flags & 0x04) != 0 ? 8 : 0) + ((flags & 0x10) != 0 ? 1 : 0));
         quint64 nameBytes = 0;
         for (int i = 0; i < 1 << (flags & 3); ++i)
             nameBytes |= quint64(message.u8()) << (8 * i);

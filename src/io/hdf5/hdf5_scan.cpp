@@ -72,7 +72,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
                    "The file " + (folder + name).toStdString() + " isn't a timestep of this deck.");
     }
     timestepCount = numbers.empty() ? 0 : numbers.back() + 1;
-    index.assign(timestepCount, STimestepIndexEntry());
+    index.assign(timestepCount, STimestepIndexEntry()); // numbers without a file remain as gaps
     quint32 expected = 0;
     for (const quint32 number : numbers) {
         if (number > expected)

@@ -44,8 +44,8 @@ static void writeBlockProperties(CHdf5Writer& writer, CHdf5FormWriter& out, cons
         out.numbered(properties, [&](const SBlockProperty& property) {
             out.attribute("name", property.metaData->name);
             out.attribute("data type", static_cast<qint32>(property.metaData->dataType));
-            out.attribute("number of elements",
-                          property.metaData->numberOfElements); // values for each particle or contact
+            // Values for each particle or contact.
+            out.attribute("number of elements", property.metaData->numberOfElements);
             out.attribute("units", static_cast<qint32>(property.metaData->unitsType)); // which kind of quantity it is
             property.values->write(writer);
         });

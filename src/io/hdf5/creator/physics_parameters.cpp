@@ -67,9 +67,9 @@ static void namesForm(CHdf5FormReader& f, const std::string& name, CNameTable& t
 template <class TForm, class TData>
 static void rollingFrictionForm(TForm& f, TData& data)
 {
+    // Before 30.0.20 there was no choice: yes between spheres, no at geometry.
     if (data.hasRollingFrictionOption() && f.since(30, 0, 20))
-        f.attribute("enable rolling friction",
-                    data.enableRollingFriction); // before: yes between spheres, no at geometry
+        f.attribute("enable rolling friction", data.enableRollingFriction);
 }
 
 // ---------------------------------------------------------------- contact models

@@ -86,8 +86,8 @@ void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)
         out().sameGroup("TimestepData/", [&] {
             out().group(QString::number(time, 'g', 6).toStdString(), [&] {
                 writeFileVersionInfo(data);
-                out().attribute("creatordata index",
-                                data.creatorData.storageIndex()); // of the model that the timestep belongs to
+                // Of the model that the timestep belongs to.
+                out().attribute("creatordata index", data.creatorData.storageIndex());
                 contentForm(out(), data);
                 data.creatorData.geometryGroups.write(*this);
                 data.particleTypes.write(*this);

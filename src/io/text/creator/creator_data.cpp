@@ -7,8 +7,8 @@ namespace NBrenmark {
 void CTextWriter::writeCreatorData(CCreatorData& creator)
 {
     writeFileVersionInfo(creator);
-    out.stored("storageIndex",
-               creator.storageIndex()); // of a segment in the legacy family, of a timestep's file in HDF5
+    // Of a segment in the legacy family, of a timestep's file in HDF5.
+    out.stored("storageIndex", creator.storageIndex());
     out.stored("storageOffset", creator.storageOffset()); // byte in that segment; legacy family only
     out.stored("legacyStreamFlag", creator.legacyStreamFlag);
 

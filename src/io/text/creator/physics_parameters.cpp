@@ -140,10 +140,9 @@ void CTextWriter::writeMovingPlaneParamData(const CMovingPlaneContactModelParamD
                 out.value("startPoint", plane.startPoint);
                 out.value("endPoint", plane.endPoint);
                 out.value("display", plane.display);
-                std::vector<std::array<double, 4>> rows;
+                std::vector<std::array<double, 4>> rows; // m/s, m/s^2, s, s
                 for (const SMovingPlaneMotion& motion : plane.motions)
-                    rows.push_back(
-                        {motion.velocity, motion.acceleration, motion.startTime, motion.endTime}); // m/s, m/s^2, s, s
+                    rows.push_back({motion.velocity, motion.acceleration, motion.startTime, motion.endTime});
                 out.array("motions", rows);
             });
     });

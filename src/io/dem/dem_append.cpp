@@ -81,7 +81,7 @@ bool CDemIoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex&
     }
     if (!ensureSegment(cut.segment))
         return false;
-    // Nothing of this segment stays: it goes as a file.
+    // Nothing of this segment stays, so its file goes.
     if (cut.offset == 0) {
         if (cut.segment == 0 || !dataFile.remove()) // closes it
             return fileFailed(NLogTitle::legacyWrite, "delete", dataFile);

@@ -1,3 +1,4 @@
+// Deflating with the libraries that this build was made with: which of them serves which effort.
 #include "core/deflate.h"
 
 #include <zlib.h>

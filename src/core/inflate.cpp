@@ -1,3 +1,4 @@
+// Inflating with the library that this build was made with; failures are in zlib's words with either.
 #include "core/inflate.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The threads of the pool, and the tasks that wait for one of them.
 #include "core/thread_pool.h"
 
 #include "platform/core_count.h"

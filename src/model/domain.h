@@ -30,8 +30,8 @@ public:
     /// \return false if the point lies outside on an axis that isn't periodic; NaN counts as outside
     bool wrapIntoDomain(C3DPoint& point) const;
 
-    C3DPoint min;
-    C3DPoint max;
+    C3DPoint min; ///< m
+    C3DPoint max; ///< m
     bool periodicX = false;
     bool periodicY = false;
     bool periodicZ = false;
@@ -50,10 +50,10 @@ public:
     void write(IFileVisitorWriter& visitor) const;
 
     bool enabled = false;
-    QString geometryName;
-    QString kinematicName;
-    double length = 0.0; ///< m
-    double angle = 0.0;  ///< rad
+    QString geometryName;  ///< of the geometry group, by name
+    QString kinematicName; ///< of the motion, by name
+    double length = 0.0;   ///< m
+    double angle = 0.0;    ///< rad
 };
 
 } // namespace NBrenmark

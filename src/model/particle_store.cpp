@@ -92,7 +92,7 @@ void CParticleType::reserveSlots(quint32 capacity)
 quint32 CParticleType::allocateSlot()
 {
     if (freeCount > 0) {
-        const auto slot = static_cast<quint32>(~firstFree);
+        const auto slot = static_cast<quint32>(~firstFree); // links are complements, below 0, so that no link is an id
         firstFree = ids[slot];
         --freeCount;
         emptySlot(slot);
@@ -103,7 +103,7 @@ quint32 CParticleType::allocateSlot()
     const bool growing = ids.size() == ids.capacity();
     ids.push_back(0);
     if (growing)
-        reserveSlots(static_cast<quint32>(ids.capacity()));
+        reserveSlots(static_cast<quint32>(ids.capacity())); // all arrays grow as one
     resizeArrays(slot + 1);
     scale[slot] = 1.0;
     return slot;
@@ -146,7 +146,7 @@ void CParticleType::rebuildFreeList()
     freeCount = 0;
     for (quint32 slot = 0; slot < slotCount(); ++slot)
         if (!isLive(slot))
-            releaseSlot(slot, false);
+            releaseSlot(slot, false); // the number of slots stays as it was stored
 }
 
 void CParticleType::clear()

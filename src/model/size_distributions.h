@@ -15,8 +15,8 @@ class IFileVisitorWriter;
 
 struct SParticleDistribution
 {
-    double percentage = 0.0;
-    std::unique_ptr<ISizeDistribution> distribution;
+    double percentage = 0.0;                         ///< 0 to 100, of the types of a material
+    std::unique_ptr<ISizeDistribution> distribution; ///< null: no law
 };
 
 /// By the name of the particle type, in byte order.

@@ -1,3 +1,4 @@
+// What limits the cores of a process: where it may run, and the time that its control groups give it.
 #include "platform/core_count.h"
 
 #include <algorithm>

@@ -18,7 +18,7 @@ static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "arrays are in the files as the w
 
 /// The most that one call moves: what a QDataStream counts is an int.
 static constexpr quint64 largestMove = 0x40000000;
-static constexpr quint64 firstBytes = 0x1000000;
+static constexpr quint64 firstBytes = 0x1000000; // that an array may take before any of it was inflated
 
 bool compressArrays() { return userPreferences().compress(); }
 
@@ -74,7 +74,7 @@ quint64 CArrayGroupReader::admit(const char* what, quint64 count, quint64 elemen
 {
     leaveIfStopped(); // nearly all of a long read's time goes by between two arrays
     const quint64 most = static_cast<quint64>(attribute->mostBytes());
-    if (count > most / elementBytes)
+    if (count > most / elementBytes) // divided, for a product could run over
         throw std::length_error("byte " + std::to_string(stream->position()) + ": " + std::to_string(count) + ' ' +
                                 what + " announced (" + std::to_string(elementBytes) + " bytes each), " +
                                 std::to_string(stream->bytesLeft()) + " bytes follow");

@@ -15,7 +15,7 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
     const quint32 number = frame.timestep.timestepIndex;
     if (number >= index.size() || !startWriting() || !ensureSegment(lastSegment, eIsCreated))
         return false;
-    if (dataFile.size() >= segmentLimit) {
+    if (dataFile.size() >= segmentLimit) { // tested before a block only: no block is split
         if (!ensureSegment(lastSegment + 1, eIsCreated))
             return false;
         ++lastSegment;
@@ -26,6 +26,7 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
         return fileFailed(NLogTitle::legacyWrite, "write", dataFile);
 
     CCreatorData& creator = frame.creator;
+    // Otherwise the block that served the timestep before serves this one as well.
     if (creatorChanged || creatorRewritePending || creator.modified) {
         creator.setStorageIndex(lastSegment);
         creator.setStorageOffset(static_cast<quint64>(dataFile.pos()));
@@ -40,7 +41,7 @@ bool CDemIoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& index
     if (!writeTimestepBlock(dataFile, frame.timestep, SPlace{creator.storageIndex(), creator.storageOffset()}))
         return false;
     ++timestepCount;
-    return appendIndexEntry(index, number) && rewriteHeader();
+    return appendIndexEntry(index, number) && rewriteHeader(); // the block is whole before anything announces it
 }
 
 /// Removes the segments of a deck after the last one that stays.
@@ -66,7 +67,7 @@ bool CDemIoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex&
         return true; // nothing comes after it
     if (!startWriting())
         return false;
-    SPlace cut{index[kept].segment, index[kept].offset};
+    SPlace cut{index[kept].segment, index[kept].offset}; // the first byte that goes
     if (discardCurrent) {
         const CCreatorData& creator = frame.creator;
         const SPlace block{creator.storageIndex(), creator.storageOffset()};
@@ -80,6 +81,7 @@ bool CDemIoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex&
     }
     if (!ensureSegment(cut.segment))
         return false;
+    // Nothing of this segment stays, so its file goes.
     if (cut.offset == 0) {
         if (cut.segment == 0 || !dataFile.remove()) // closes it
             return fileFailed(NLogTitle::legacyWrite, "delete", dataFile);
@@ -116,7 +118,7 @@ bool CDemIoManager::createSimulation(const QString& path, SSimulationFrame& fram
         return giveUp();
     }
     const quint32 current = currentFileVersion();
-    if (!SDemHeader{current, current, 1, 0, edition}.write(newData)) {
+    if (!SDemHeader{current, current, 1, 0, edition}.write(newData)) { // one timestep, not marked
         fileFailed(NLogTitle::legacyWrite, "write", newData);
         return giveUp();
     }

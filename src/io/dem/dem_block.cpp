@@ -13,7 +13,7 @@ namespace NBrenmark {
 
 static constexpr const char* wrongMarker = "Invalid marker found in data stream";
 static constexpr const char* wrongSize = "Invalid size found in data stream";
-static constexpr qint64 trailerBytes = 8;
+static constexpr qint64 trailerBytes = 8; // size and tag again
 
 block_error::block_error(const char* message, const CDemDataStream& stream, quint32 tag, bool saving)
     : text(std::string(message) + (saving ? " saving" : " loading") + " expected tag=" + std::to_string(tag) +
@@ -43,7 +43,7 @@ CDemBlock::CDemBlock(CDemDataStream& stream, quint32 tag, bool saving) : stream(
     stream.checkStatus("size of a block");
     stream.require(size + trailerBytes, "block with tag " + std::to_string(tag));
     start = static_cast<quint64>(stream.position());
-    outerLimit = stream.setLimit(static_cast<qint64>(start + size));
+    outerLimit = stream.setLimit(static_cast<qint64>(start + size)); // blocks nest
 }
 
 CDemBlock::~CDemBlock()
@@ -66,7 +66,7 @@ void CDemBlock::close()
         *stream << size;
         if (!device->seek(static_cast<qint64>(end)))
             throw block_error("End can't be found in data stream", *stream, tag, true);
-        *stream << size << tag;
+        *stream << size << tag; // in the other order than in front
         auto* file = qobject_cast<QFileDevice*>(device);
         if (file != nullptr && !file->flush())
             stream->setStatus(QDataStream::WriteFailed);

@@ -155,8 +155,8 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
     });
     if (!isTimestep)
         return false;
-    // Geometry that comes whole with a timestep takes the place of the model's: each such timestep begins with the model
-    // as it is stored, and so does the next one that has its geometry from there.
+    // Geometry that comes whole with a timestep takes the place of the model's: each such timestep begins with the
+    // model as it is stored, and so does the next one that has its geometry from there.
     const bool wholeGeometry = wholeGeometryFollows(stream);
     if (wholeGeometry || frame.creator.geometryReplaced || creator.segment != frame.creator.storageIndex() ||
         creator.offset != frame.creator.storageOffset()) {
@@ -208,7 +208,7 @@ void CDemIoManager::beginAhead(const TimestepIndex& index, quint32 number)
 {
     constexpr quint64 leastBytes = 0x10000; // of a timestep, for which another thread is worth its start
     constexpr quint64 mostGrowth = 4;       // of numbers in a lawful deck; what grows more is left to its read
-    constexpr quint64 slack = 0x1000000;
+    constexpr quint64 slack = 0x1000000;    // bytes, for what is small and grows much
     if (CThreadPool::current() == nullptr || writing || number >= index.size())
         return;
     aheadPlace = {index[number].segment, index[number].offset};
@@ -227,7 +227,7 @@ bool CDemIoManager::writeTimestepBlock(QFile& file, CTimestepData& timestep, con
 {
     const CPlaceScope scope(placeIn(file).inTimestep(timestep.timestepIndex));
     CDemDataStream stream(&file, writeOptions);
-    stream << QString(NDemBlockName::timestep) << creator.segment << creator.offset;
+    stream << QString(NDemBlockName::timestep) << creator.segment << creator.offset; // always the form of 64 bits
     if (!runWriter(stream, timestep, writeOptions, file))
         return false;
     // A time given in place of the timestep's own is used once.

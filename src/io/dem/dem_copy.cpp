@@ -34,13 +34,13 @@ bool CDemIoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex& 
     fileName = tempName;
     lastSegment = cut.segment;
     index.resize(std::size_t(number) + 1);
-    index.back() = STimestepIndexEntry();
+    index.back() = STimestepIndexEntry(); // of the current timestep, which is written anew
     index.back().time = frame.timestep.time;
     index.back().isFull = true;
-    timestepCount = number;
+    timestepCount = number; // the append counts the last one
     indexFile.setFileName(tempBase + NDeckFile::indexSuffix);
-    indexRewriteNeeded = true;
-    const bool appended = appendTimestep(frame, index, true, true);
+    indexRewriteNeeded = true;                                      // the copy has no index yet
+    const bool appended = appendTimestep(frame, index, true, true); // with the model as the frame has it
     closeFiles();
     if (!appended || !deleteFamily(newName))
         return false;
@@ -154,7 +154,7 @@ bool CDemIoManager::saveSubset(const QString& newName, quint32 first, quint32 la
                 return false;
         }
         CTimestepData& timestep = frame.timestep;
-        writeOptions.fullSave = timestep.isFull;
+        writeOptions.fullSave = timestep.isFull; // each is written with as much as was saved of it
         writeOptions.timestepMask = timestep.timestepMask;
         writeOptions.particleMask = timestep.particleMask;
         writeOptions.geometryMask = timestep.geometryMask;
@@ -168,7 +168,7 @@ bool CDemIoManager::saveSubset(const QString& newName, quint32 first, quint32 la
         target.index.push_back(entry);
         if (progress != nullptr)
             progress->tick(1);
-        next = next + stride > last && next != last ? last : next + stride;
+        next = next + stride > last && next != last ? last : next + stride; // the last is taken whatever the stride
     }
     const auto written = static_cast<quint32>(target.index.size());
     if (!target.finish(SDemHeader{creator, currentFileVersion(), written, 0, edition}))

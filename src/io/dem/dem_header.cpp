@@ -18,23 +18,23 @@ bool SDemHeader::read(QIODevice& device)
     if (!device.seek(0))
         return false;
     CDemDataStream stream(&device);
-    stream >> firstVersion;
-    lastVersion = firstVersion;
-    if (firstVersion >= fullHeader)
+    stream >> firstVersion;         // of the program that made the deck; says which words follow
+    lastVersion = firstVersion;     // and the last one too, before 2.4.58
+    if (firstVersion >= fullHeader) // from 2.4.58 on
         stream >> lastVersion;
     stream >> timesteps;
-    if (firstVersion >= reservedWords) {
+    if (firstVersion >= reservedWords) { // from 2.4.16 on
         quint32 reserved = 0;
         stream >> reservedFlag >> reserved >> reserved >> reserved;
     }
-    if (firstVersion >= withEdition)
+    if (firstVersion >= withEdition) // from 2.4.35 on
         stream >> edition;
     return stream.status() == QDataStream::Ok;
 }
 
 bool SDemHeader::isOfFamily() const
 {
-    if (firstVersion < first || firstVersion >= hdf5 || timesteps == 0)
+    if (firstVersion < first || firstVersion >= hdf5 || timesteps == 0) // any bytes can be read as a header
         return false;
     return (lastVersion < mark || reservedFlag == 0) && edition <= greatestEdition;
 }
@@ -54,7 +54,7 @@ bool SDemHeader::isAcceptable() const
         return false;
     if (firstVersion < reservedWords || lastVersion <= lastBeforeMark)
         return true;
-    return lastVersion >= mark && reservedFlag == 0;
+    return lastVersion >= mark && reservedFlag == 0; // what lies between the two was never meant for others
 }
 
 bool SDemHeader::write(QIODevice& device) const

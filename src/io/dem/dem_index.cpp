@@ -16,15 +16,15 @@ bool isCurrentForm(quint32 lastVersion) { return lastVersion >= NFileVersion::ma
 static STimestepIndexEntry readEntry(CDemDataStream& stream, quint32 lastVersion)
 {
     STimestepIndexEntry entry;
-    stream >> entry.time >> entry.segment;
+    stream >> entry.time >> entry.segment; // s; 0: name.dem itself
     if (lastVersion >= NFileVersion::longOffsets)
         stream >> entry.offset;
     else {
-        quint32 shortOffset = 0;
+        quint32 shortOffset = 0; // enough, for a segment is closed at 1.5 GiB
         stream >> shortOffset;
         entry.offset = shortOffset;
     }
-    entry.isFull = true;
+    entry.isFull = true; // before masks came, each timestep is
     if (lastVersion >= NFileVersion::masks) {
         quint32 isFull = 0;
         stream >> isFull;
@@ -58,7 +58,7 @@ bool write(QIODevice& device, const TimestepIndex& index)
     CDemDataStream stream(&device);
     stream << static_cast<quint32>(index.size());
     for (const STimestepIndexEntry& entry : index)
-        if (entry.segment != 0 || entry.offset != 0)
+        if (entry.segment != 0 || entry.offset != 0) // at the very first byte is a header: such an entry has no block
             writeEntry(stream, entry);
     return stream.status() == QDataStream::Ok;
 }
@@ -68,7 +68,7 @@ bool append(QIODevice& device, quint32 count, const STimestepIndexEntry& entry)
     CDemDataStream stream(&device);
     if (!device.seek(0))
         return false;
-    stream << count;
+    stream << count; // the new one included
     if (!device.seek(device.size()))
         return false;
     writeEntry(stream, entry);

@@ -47,7 +47,7 @@ bool CDemIoManager::scanSegment(SSimulationFrame& frame, TimestepIndex& index, q
             if (!readTimestepBlock(frame, index, nullptr))
                 return false;
             index.back().time = frame.timestep.time;
-            index.back().isFull = frame.timestep.isFull;
+            index.back().isFull = frame.timestep.isFull; // what the index would have said
             ++found;
         }
         else {
@@ -68,7 +68,7 @@ bool CDemIoManager::regenerateIndexFile(const QString& name, SSimulationFrame& f
     if (!indexFile.open(QIODevice::ReadWrite))
         return fileFailed(NLogTitle::legacyWrite, "open", indexFile);
 
-    const auto segments = static_cast<quint32>(segmentFiles(fileName).size()) + 1;
+    const auto segments = static_cast<quint32>(segmentFiles(fileName).size()) + 1; // and name.dem itself
     index.clear();
     quint32 found = 0;
     for (quint32 segment = 0; segment < segments; ++segment) {

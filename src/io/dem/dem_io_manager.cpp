@@ -109,7 +109,7 @@ bool CDemIoManager::ensureSegment(quint32 n, EMissing missing)
     if (!openDataFile(fileName, n, dataFile, missing))
         return false;
     openSegment = n;
-    if (!writing && n > 0) {
+    if (!writing && n > 0) { // of segment 0 the header is read first
         const CPlaceScope scope(placeIn(dataFile));
         checkFirstBlock(0);
     }
@@ -217,7 +217,7 @@ int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIn
 
 quint64 CDemIoManager::bytesOfSegments(const TimestepIndex& index) const
 {
-    std::set<quint32> segments{0};
+    std::set<quint32> segments{0}; // each is counted once
     for (const STimestepIndexEntry& entry : index)
         segments.insert(entry.segment);
     quint64 bytes = 0;
@@ -271,7 +271,7 @@ bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
         return false;
     }
     // A tail of other bytes would come before the next entry.
-    const qint64 bytes = 4 + qint64(timestepCount) * NDemIndex::entryBytes(lastVersion);
+    const qint64 bytes = 4 + qint64(timestepCount) * NDemIndex::entryBytes(lastVersion); // the count, and the entries
     indexRewriteNeeded = !NDemIndex::isCurrentForm(lastVersion) || indexFile.size() != bytes;
     if (indexFile.size() > bytes)
         report(eLost, NLogTitle::legacyRead,

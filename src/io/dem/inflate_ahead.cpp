@@ -1,3 +1,5 @@
+// Cuts a timestep's bytes into parts, searches each for whole zlib streams, and keeps what they inflate to until a read
+// asks for it.
 #include "io/dem/inflate_ahead.h"
 
 #include "core/inflate.h"
@@ -12,7 +14,7 @@
 
 namespace NBrenmark {
 
-static constexpr std::size_t windowBytes = 0x40000;
+static constexpr std::size_t windowBytes = 0x40000; // read from the file at a time
 static constexpr std::size_t pieceBytes = 0x100000;
 /// A group of a large timestep is longer than a part, so that each has a thread.
 static constexpr quint64 leastPartBytes = 0x100000;
@@ -145,8 +147,8 @@ CInflateAhead::CInflateAhead(std::string path, quint64 begin, quint64 end, std::
 
 CInflateAhead::~CInflateAhead()
 {
-    isStopping = true;
-    parts.clear();
+    isStopping = true; // parts that are being searched end soon
+    parts.clear();     // lets go of those not begun, and waits for the others
 }
 
 void CInflateAhead::setSearched(SPart& part, quint64 position)
@@ -174,7 +176,7 @@ std::unique_ptr<CInflatedGroup> CInflateAhead::takeGroup(qint64 position)
     const auto isKnown = [&] { return part.isOver || part.searched > place; };
     while (!isKnown()) {
         guard.unlock();
-        const bool isHelping = CThreadPool::help();
+        const bool isHelping = CThreadPool::help(); // rather than wait idly
         guard.lock();
         if (!isHelping)
             changed.wait(guard, isKnown);
@@ -217,7 +219,7 @@ std::unique_ptr<CInflatedGroup> CInflateAhead::inflated(CInflater& inflater, CFi
         group->pieces.push_back(std::move(piece));
     }
     SBytes& last = group->pieces.back();
-    SBytes exact{std::unique_ptr<char[]>(new char[last.size]), last.size};
+    SBytes exact{std::unique_ptr<char[]>(new char[last.size]), last.size}; // the last piece is hardly ever full
     std::copy_n(last.data.get(), last.size, exact.data.get());
     last = std::move(exact);
     taken.keep((group->pieces.size() - 1) * pieceBytes + last.size);
@@ -234,6 +236,7 @@ void CInflateAhead::search(SPart& part)
         const std::size_t there = window.at(place, 2, bytes);
         if (there < 2)
             return;
+        // Every header begins with this byte.
         const auto* const first = static_cast<const char*>(std::memchr(bytes, 0x78, there - 1));
         place += first != nullptr ? static_cast<std::size_t>(first - bytes) : there - 1;
         if (first == nullptr)
@@ -249,9 +252,9 @@ void CInflateAhead::search(SPart& part)
                 return;
             const quint64 after = place + group->storedBytes;
             publish(part, place, std::move(group));
-            place = after;
+            place = after; // groups don't overlap
         }
-        catch (const inflate_error&) {
+        catch (const inflate_error&) { // what looked like a header was none, or its group is damaged
             ++place;
         }
     }

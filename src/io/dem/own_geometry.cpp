@@ -22,7 +22,7 @@ std::shared_ptr<GeometryGroups> NLegacyFamily::readOwnGeometry(CVersionedStream&
     const CUnmovedIds ids;
     CDemDataStream own(stream.device(), withoutProperties());
     own.setFileVersion(stream.fileVersion());
-    own.setLimit(stream.limit());
+    own.setLimit(stream.limit()); // no count may reach beyond the selection
     SDataPlace place = placeAtWork();
     place.object = "geometry of a selection";
     const CPlaceScope scope(place);

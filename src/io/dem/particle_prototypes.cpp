@@ -40,13 +40,13 @@ void CDemReader::readPrototypeElement(SPrototypeElement& element)
     CInForm f = in();
     C3DVector dropped;
     CPrototypeElementList children; // no sphere is made of others
-    f.point(element.position);
+    f.point(element.position);      // m, in the particle's frame
     f.point(dropped);
     readPrototypeElementList(children);
-    f.f64(element.contactRadius);
+    f.f64(element.contactRadius); // m
     f.dropI32();
     f.text(element.name);
-    f.f64(element.physicalRadius, from(2, 4, 3), element.contactRadius);
+    f.f64(element.physicalRadius, from(2, 4, 3), element.contactRadius); // m; before, a sphere has one radius
     f.point(dropped, from(2, 4, 41), C3DVector());
     if (!children.empty())
         reportOnce(eNotCarried, NLogTitle::legacyRead,
@@ -83,32 +83,32 @@ void CDemReader::readParticlePrototype(CParticlePrototype& p)
     CInForm f = in();
     ForceTorque droppedForce{};
     C3DVector dropped;
-    forceTorque(*this, p.forceTorque);
-    forceTorque(*this, p.unscaledForceTorque);
-    f.point(p.position);
-    f.point(p.velocity);
+    forceTorque(*this, p.forceTorque);         // N, N m, N
+    forceTorque(*this, p.unscaledForceTorque); // the same, not scaled
+    f.point(p.position);                       // m
+    f.point(p.velocity);                       // m/s
     readQuaternion(p.orientation);
     if (f.stores(from(2, 4, 29)))
-        forceTorque(*this, p.externalForceTorque);
+        forceTorque(*this, p.externalForceTorque); // N, N m, N
     if (f.stores(from(2, 4, 56)))
         forceTorque(*this, droppedForce);
-    f.point(p.angularVelocity);
-    f.point(p.inertia);
+    f.point(p.angularVelocity); // rad/s
+    f.point(p.inertia);         // kg m^2: Ixx, Iyy, Izz
     readPrototypeElementList(p.elements);
     f.text(p.materialName);
     f.i32(p.id);
     f.f64(p.volume); // before the mass, other than in a particle type
-    f.f64(p.mass);
-    f.f64(p.scale);
+    f.f64(p.mass);   // kg
+    f.f64(p.scale);  // what came before is of this scale, not of 1
     f.dropI32(0, below(2, 4, 19));
     f.text(p.name);
-    f.dropF64(from(2, 4, 53));
+    f.dropF64(from(2, 4, 53)); // nothing uses it
     if (storesOldCharge(f)) {
-        f.f64(p.charge);
+        f.f64(p.charge); // C
         f.point(dropped);
     }
     if (f.stores(from(13, 0, 5))) {
-        f.length("custom value", 8, p.customValues);
+        f.length("custom value", 8, p.customValues); // one property after the other, by their elements
         for (double& value : p.customValues)
             f.f64(value);
     }
@@ -118,7 +118,7 @@ void CDemCreatorDataReader::readParticlePrototypeExtras(CParticlePrototype&)
 {
     CInForm f = in();
     CDomain dropped;
-    f.dropI32(0, from(2, 4, 18));
+    f.dropI32(0, from(2, 4, 18)); // whether it has a domain
     if (f.stores(from(2, 4, 54)))
         dropped.read(*this);
 }
@@ -136,7 +136,7 @@ void CDemCreatorDataReader::readParticlePrototypeList(CParticlePrototypeMap& pro
         leaveIfStopped();
         const qint64 byte = stream->position();
         CParticlePrototype prototype;
-        f.text(prototype.name);
+        f.text(prototype.name); // the key; that of the record replaces it
         const QString key = prototype.name;
         readParticlePrototypeExtras(prototype);
         readParticlePrototype(prototype);

@@ -10,7 +10,7 @@
 namespace NBrenmark {
 
 // The least that an element takes, with empty texts.
-static constexpr qint64 leastSphereBytes = 4 + 5 * 8;
+static constexpr qint64 leastSphereBytes = 4 + 5 * 8; // its name, two radii and a position
 static constexpr qint64 leastTypeBytes = 4 + 2 * 4 + 5 * 8 + 3 * 4;
 
 /// The fields that have an array here.

@@ -31,7 +31,7 @@ void CDemWriter::writeMatrix4(const C3DTransform& matrix) { matrixForm(out(), ma
 template <class TForm, class TQuaternion>
 static void quaternionForm(TForm&& f, TQuaternion& quaternion)
 {
-    f.f64(quaternion.w);
+    f.f64(quaternion.w); // the scalar part comes first
     f.f64(quaternion.x);
     f.f64(quaternion.y);
     f.f64(quaternion.z);
@@ -44,7 +44,7 @@ static void axisAngleForm(TForm&& f, TAxis& axis)
 {
     f.point(axis.start);
     f.point(axis.end);
-    f.dropF64(from(2, 4, 9).below(2, 4, 17));
+    f.dropF64(from(2, 4, 9).below(2, 4, 17)); // one more number, soon gone again
     f.dropF64(from(2, 4, 9));
     f.f64(axis.angle, from(2, 4, 9), 0.0);
 }

@@ -166,7 +166,7 @@ public:
         state.next_in = static_cast<Bytef*>(buffer);
         state.avail_in = length;
         while (state.avail_in > 0)
-            deflateSome(Z_NO_FLUSH);
+            deflateSome(Z_NO_FLUSH); // one stream goes on through all arrays of a group
     }
 
     void finish() override

@@ -15,9 +15,9 @@
 
 namespace NBrenmark {
 
-static constexpr hsize_t leastChunked = 256;
-static constexpr hsize_t mostChunkValues = 250000;
-static constexpr unsigned deflateLevel = 6;
+static constexpr hsize_t leastChunked = 256;       // values; smaller arrays are stored in one piece, not deflated
+static constexpr hsize_t mostChunkValues = 250000; // 2 MB of doubles
+static constexpr unsigned deflateLevel = 6;        // what a file says of its filter; CChunkQueue makes the streams
 
 static int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
 {

@@ -144,7 +144,7 @@ H5FD_t* openFile(const char* name, unsigned flags, hid_t, haddr_t)
         return nullptr;
     }
     H5FD_t* const opened = withoutExceptions(static_cast<H5FD_t*>(nullptr), [&] {
-        failures().forget(name);
+        failures().forget(name); // of an earlier file of that name
         auto file = std::make_unique<SCheckedFile>();
         file->descriptor = descriptor;
         file->size = static_cast<haddr_t>(status.st_size);
@@ -224,7 +224,7 @@ herr_t readBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size, 
 herr_t writeBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size, const void* buffer)
 {
     SCheckedFile& file = self(base);
-    file.size = std::max(file.size, address + size);
+    file.size = std::max(file.size, address + size); // even when nothing is written: HDF5 has to believe in its end
     const char* source = static_cast<const char*>(buffer);
     while (size > 0 && !file.failed) {
         const ssize_t put = ::pwrite(file.descriptor, source, size, static_cast<off_t>(address));
@@ -234,7 +234,7 @@ herr_t writeBytes(H5FD_t* base, H5FD_mem_t, hid_t, haddr_t address, size_t size,
             char action[96] = {};
             std::snprintf(action, sizeof action, "write %zu bytes at byte %llu of", size,
                           static_cast<unsigned long long>(address));
-            fail(file, action, put < 0 ? errno : EIO);
+            fail(file, action, put < 0 ? errno : EIO); // a write of nothing has no cause of its own
             break;
         }
         source += put;
@@ -289,8 +289,8 @@ const H5FD_class_t& driverClass()
     static const H5FD_class_t driver = [] {
         H5FD_class_t d = {};
         d.name = "brenmark checked file";
-        d.maxaddr = (haddr_t(1) << (8 * sizeof(off_t) - 1)) - 1;
-        d.fc_degree = H5F_CLOSE_WEAK;
+        d.maxaddr = (haddr_t(1) << (8 * sizeof(off_t) - 1)) - 1; // what an off_t counts
+        d.fc_degree = H5F_CLOSE_WEAK;                            // as the library's own drivers have it
         d.open = openFile;
         d.close = closeFile;
         d.cmp = compareFiles;

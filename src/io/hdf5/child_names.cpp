@@ -1,3 +1,4 @@
+// One walk over the links of a group, for all of their names.
 #include "io/hdf5/child_names.h"
 
 #include <exception>

@@ -1,3 +1,4 @@
+// Fetches the chunks of a dataset as they are stored, has the pool inflate them, and lays each into its place.
 #include "io/hdf5/chunk_inflating.h"
 
 #include "core/deflate.h"

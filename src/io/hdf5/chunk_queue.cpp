@@ -1,3 +1,4 @@
+// Hands the chunks to HDF5 in the order in which they came, whichever is deflated first.
 #include "io/hdf5/chunk_queue.h"
 
 #include "io/hdf5/error_text.h"

@@ -18,7 +18,7 @@ namespace NBrenmark {
 namespace {
 
 constexpr quint64 undefinedAddress = ~quint64(0);
-constexpr quint64 superblockBytes = 8 + 16 + 4 * 8 + 40;
+constexpr quint64 superblockBytes = 8 + 16 + 4 * 8 + 40; // signature, versions and sizes, addresses, root
 /// Chunks of what has no checksum are read whole: more than this of them is in no deck.
 constexpr quint64 largestPart = quint64(1) << 26;
 
@@ -68,12 +68,12 @@ public:
         if (version == 1) {
             head = at(8 + 16, superblockBytes - 8 - 16 + 4);
             head.require(head.u16() <= 1024, "its tables are larger than those of decks");
-            head.skip(2);
+            head.skip(2); // reserved
         }
         head.require(head.u64() == 0, "it begins elsewhere");
         head.skip(8);
-        head.require(head.u64() <= size, "it is cut short");
-        head.skip(8 + 8); // of a driver; the name of the root
+        head.require(head.u64() <= size, "it is cut short"); // where HDF5 put the end
+        head.skip(8 + 8);                                    // of a driver; the name of the root
         headers.push_back(head.u64());
         while (!headers.empty()) {
             leaveIfStopped();
@@ -122,7 +122,7 @@ private:
         CFileBytes head = at(address, 16);
         visit(head);
         head.require(head.u8() == 1, "an object is of another form than those of decks");
-        head.skip(1 + 2 + 4);
+        head.skip(1 + 2 + 4); // reserved, number of messages, of references
         const quint64 bytes = head.u32();
         SObject object;
         std::vector<CFileBytes> chunks{at(address + 16, bytes)};
@@ -130,8 +130,8 @@ private:
             while (chunks[i].left() >= 8) {
                 const quint16 kind = chunks[i].u16();
                 const quint16 messageBytes = chunks[i].u16();
-                const bool isShared = (chunks[i].u8() & 2) != 0;
-                chunks[i].skip(3);
+                const bool isShared = (chunks[i].u8() & 2) != 0; // the message is a reference to one elsewhere
+                chunks[i].skip(3);                               // reserved
                 CFileBytes message = chunks[i].part(messageBytes);
                 if (kind == eContinuationMessage) {
                     const quint64 next = message.u64();
@@ -176,7 +176,7 @@ private:
     void checkShared(CFileBytes& message) const
     {
         const quint8 version = message.u8();
-        message.skip(version == 1 ? 7 : 1);
+        message.skip(version == 1 ? 7 : 1); // the kind of sharing; once with six bytes reserved
         message.require(message.u64() < size, "a shared type isn't in the file");
     }
 
@@ -186,6 +186,7 @@ private:
         message.require(message.u8() == 1, "a link is of an unknown version");
         const quint8 flags = message.u8();
         const quint8 kind = (flags & 0x08) != 0 ? message.u8() : 0;
+        // The order of creation, the encoding of the name.
         message.skip(((flags & 0x04) != 0 ? 8 : 0) + ((flags & 0x10) != 0 ? 1 : 0));
         quint64 nameBytes = 0;
         for (int i = 0; i < 1 << (flags & 3); ++i)
@@ -194,7 +195,7 @@ private:
         if (kind == 0)
             headers.push_back(message.u64());
         else
-            message.skip(message.u16());
+            message.skip(message.u16()); // the text of a link that leads elsewhere
     }
 
     // ------------------------------------------------------------ groups
@@ -234,7 +235,7 @@ private:
     template <class TLeaf>
     void checkTree(quint64 address, quint8 type, int level, quint64 keyBytes, TLeaf&& leaf)
     {
-        CFileBytes head = at(address, 24);
+        CFileBytes head = at(address, 24); // with the addresses of two neighbours
         visit(head);
         head.signature("TREE");
         head.require(head.u8() == type, "a tree is of another kind");
@@ -272,7 +273,7 @@ private:
             const quint64 header = entries.u64();
             const quint32 kind = entries.u32();
             entries.require(kind <= 2, "a link is of an unknown kind");
-            entries.skip(4);
+            entries.skip(4); // reserved
             CFileBytes cached = entries.part(16);
             if (kind == 2) // leads elsewhere, by a text
                 checkName(cached.u32());
@@ -290,10 +291,10 @@ private:
             return;
         if (layout.kind == SStoredLayout::eChunked) {
             checkTree(layout.address, 1, -1, 8 + 8 * layout.extents.size(), [&](quint64 address, CFileBytes key) {
-                const quint32 bytes = key.u32();
+                const quint32 bytes = key.u32(); // as stored, deflated
                 key.require(address <= size && bytes <= size - address, "a chunk isn't in the file");
-                key.skip(4);
-                for (std::size_t i = 0; i + 1 < layout.extents.size(); ++i)
+                key.skip(4);                                                // filters that the chunk skipped
+                for (std::size_t i = 0; i + 1 < layout.extents.size(); ++i) // the last is the element's size
                     key.require(key.u64() % layout.extents[i] == 0, "a chunk is in the wrong place");
             });
             return;
@@ -328,14 +329,14 @@ private:
         CFileBytes head = at(address, 16);
         head.signature("GCOL");
         head.require(head.u8() == 1, "a heap is of an unknown version");
-        head.skip(3);
+        head.skip(3); // reserved
         const quint64 bytes = head.u64();
         head.require(bytes >= 16, "a heap is too small");
         CFileBytes body = at(address + 16, bytes - 16);
         std::map<quint32, quint64> objects;
         while (body.left() >= 16) {
             const quint16 index = body.u16();
-            body.skip(2 + 4);
+            body.skip(2 + 4); // number of references, reserved
             const quint64 objectBytes = body.u64();
             if (index == 0) { // free to the end, counted with what is here
                 body.require(objectBytes >= 16 && objectBytes - 16 == body.left(), "free space of a heap is damaged");
@@ -343,7 +344,7 @@ private:
             }
             body.require(objectBytes <= body.left(), "a text is larger than its heap");
             body.require(objects.emplace(index, objectBytes).second, "a text is twice in its heap");
-            body.skip((objectBytes + 7) / 8 * 8);
+            body.skip((objectBytes + 7) / 8 * 8); // each begins at a multiple of eight
         }
         return objects;
     }

@@ -74,11 +74,11 @@ void CHdf5IoManager::copyTimestep(SSubset& subset, quint32 source)
         subset.sourceCreator = creator;
         subset.targetCreator = target;
         if (copy->openGroup(creatorGroup).getNumObjs() > 0) {
-            moveCreator(*copy, creator, target);
+            moveCreator(*copy, creator, target); // a model is named by the number of its file
         }
         else {
             File holder = opened(fileName, creator, eReadOnly, "Creator Data");
-            copyCreator(*holder, creator, *copy, target);
+            copyCreator(*holder, creator, *copy, target); // the file that holds it isn't part of the subset
         }
     }
     closed(openOnlyTimestep(*copy),
@@ -100,6 +100,7 @@ bool CHdf5IoManager::saveSubset(const QString& newName, quint32 first, quint32 l
             throw hdf5_error(newName.toStdString() + " is the deck itself.");
         File newMain = createFile(newName);
         isBegun = true;
+        // The true count comes when the copies are made.
         writeHeader(*newMain, {firstVersion, currentFileVersion(), 1, edition});
         if (!QDir().mkpath(dataFolderPath(newName)))
             throw hdf5_error("Could not make folder " + dataFolderPath(newName).toStdString() + ".");
@@ -167,7 +168,7 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
     index.resize(std::size_t(current) + 1);
     index[current].time = frame.timestep.time;
     index[current].isFull = true;
-    index[current].creatorIndex = -1;
+    index[current].creatorIndex = -1; // not known before the timestep is appended
     timestepCount = current;
     if (!appendTimestep(frame, index, true, true))
         return false;

@@ -27,7 +27,7 @@ static constexpr const char* countName = "num timesteps";
 static constexpr const char* formatName = "file format";
 static constexpr const char* editionName = "edition";
 
-static constexpr quint32 onlyFormat = 0;
+static constexpr quint32 onlyFormat = 0; // a deck of any other is refused
 
 static std::string nativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
 
@@ -84,7 +84,7 @@ void CHdf5IoManager::closeFiles()
 {
     mainFile.reset();
     timestepFile.reset();
-    currentFileNumber = -1;
+    currentFileNumber = -1; // none is open
     SDataPlace place;
     place.file = QFileInfo(fileName).fileName().toStdString();
     const CPlaceScope scope(place);
@@ -100,7 +100,7 @@ bool CHdf5IoManager::switchToFile(qint64 number)
         if (!QFileInfo(path).isFile())
             throw hdf5_error("There is no such file.");
         timestepFile.reset();
-        currentFileNumber = -1;
+        currentFileNumber = -1; // none is open
         timestepFile = openFile(path, eReadOnly);
         currentFileNumber = number;
     });
@@ -115,9 +115,9 @@ void CHdf5IoManager::writeHeader(H5::H5File& mainFile, const SHeader& header)
         const auto put = [&](const char* name, auto value) {
             isNew ? writeAttribute(name, value, root) : rewriteAttribute(name, value, root);
         };
-        put(firstVersionName, header.firstVersion);
-        put(lastVersionName, header.lastVersion);
-        put(countName, static_cast<qint32>(header.timesteps));
+        put(firstVersionName, header.firstVersion);            // of the program that made the deck
+        put(lastVersionName, header.lastVersion);              // of the newest program that wrote to it
+        put(countName, static_cast<qint32>(header.timesteps)); // signed in files
         put(formatName, onlyFormat);
         put(editionName, header.edition);
     });

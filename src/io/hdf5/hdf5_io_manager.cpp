@@ -172,7 +172,7 @@ int CHdf5IoManager::open(const QString& path, SSimulationFrame&, TimestepIndex& 
         return eOpenNoFile;
     if (!readHeader())
         return eOpenHeaderRefused;
-    if (!scanDataFolder(index) || !switchToFile(0))
+    if (!scanDataFolder(index) || !switchToFile(0)) // no index is stored: the folder is what there is
         return eOpenNoFile;
     return eOpened;
 }

@@ -72,7 +72,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
                    "The file " + (folder + name).toStdString() + " isn't a timestep of this deck.");
     }
     timestepCount = numbers.empty() ? 0 : numbers.back() + 1;
-    index.assign(timestepCount, STimestepIndexEntry());
+    index.assign(timestepCount, STimestepIndexEntry()); // numbers without a file remain as gaps
     quint32 expected = 0;
     for (const quint32 number : numbers) {
         if (number > expected)
@@ -96,8 +96,8 @@ bool CHdf5IoManager::readIndexEntry(quint32 number, STimestepIndexEntry& entry)
                        readAttribute("time", entry.time, timestep);
                        readAttribute("full timestep", entry.isFull, timestep);
                        readAttribute(creatorIndexName, entry.creatorIndex, timestep);
-                       entry.segment = number;
-                       entry.offset = 1;
+                       entry.segment = number; // here that of its file
+                       entry.offset = 1;       // not 0: the file is there
                    });
 }
 

@@ -105,7 +105,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
     }
 
     timestepFile.reset();
-    currentFileNumber = -1;
+    currentFileNumber = -1; // none is open
     // A model that lies in the very file that is made anew goes with it.
     const bool withCreator =
         creatorChanged || creatorRewritePending || frame.creator.modified || frame.creator.storageIndex() == number;
@@ -121,8 +121,8 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
         index.resize(std::size_t(number) + 1);
     STimestepIndexEntry& entry = index[number];
     entry.time = time;
-    entry.segment = number;
-    entry.offset = 1;
+    entry.segment = number; // here that of its file
+    entry.offset = 1;       // not 0: the file is there
     entry.isFull = isFull;
     entry.creatorIndex = static_cast<qint32>(frame.creator.storageIndex());
     timestepCount += 1;
@@ -142,7 +142,7 @@ bool CHdf5IoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex
         creatorRewritePending =
             keep == 0 || (keep < index.size() && index[keep].creatorIndex > index[keep - 1].creatorIndex);
     timestepFile.reset();
-    currentFileNumber = -1;
+    currentFileNumber = -1; // none is open
     const QString folder = dataFolderPath(fileName);
     for (const QString& name : dataFileNames(folder)) {
         const std::optional<quint32> number = timestepNumber(name);
@@ -189,7 +189,7 @@ bool CHdf5IoManager::createSimulation(const QString& path, SSimulationFrame& fra
     timestepCount = 1;
     index.assign(1, STimestepIndexEntry());
     index[0].time = time;
-    index[0].offset = 1;
+    index[0].offset = 1; // not 0: the file is there
     index[0].isFull = true;
     if (isTimeFixed)
         frame.timestep.time = time;

@@ -27,8 +27,8 @@ static void readBlockProperties(CHdf5Reader& reader, CHdf5FormReader& in, Proper
             qint32 units = 0;
             in.attribute("name", name);
             in.attribute("data type", dataType);
-            in.attribute("number of elements", elements);
-            in.attribute("units", units);
+            in.attribute("number of elements", elements); // values for each particle or contact
+            in.attribute("units", units);                 // which kind of quantity it is, not the unit of the numbers
             property.metaData = std::make_shared<CCustomPropertyMetaData>(name, static_cast<unsigned int>(dataType),
                                                                           elements, static_cast<unsigned int>(units));
             property.values = std::make_shared<CCustomPropertyValueList>(*property.metaData, false);
@@ -44,8 +44,9 @@ static void writeBlockProperties(CHdf5Writer& writer, CHdf5FormWriter& out, cons
         out.numbered(properties, [&](const SBlockProperty& property) {
             out.attribute("name", property.metaData->name);
             out.attribute("data type", static_cast<qint32>(property.metaData->dataType));
+            // Values for each particle or contact.
             out.attribute("number of elements", property.metaData->numberOfElements);
-            out.attribute("units", static_cast<qint32>(property.metaData->unitsType));
+            out.attribute("units", static_cast<qint32>(property.metaData->unitsType)); // which kind of quantity it is
             property.values->write(writer);
         });
     });
@@ -89,7 +90,7 @@ static void checkRows(const CMaterialBlockParticleData& data)
 void CHdf5Reader::readMaterialBlockParticleData(CMaterialBlockParticleData& data)
 {
     in().attribute("name", data.name);
-    in().attribute("spheres", data.sphereCount);
+    in().attribute("spheres", data.sphereCount); // of one particle
     quint32 size = 0;
     in().attribute("size", size); // what is announced; the arrays have the last word
     if (size > 0)
@@ -103,8 +104,8 @@ void CHdf5Writer::writeMaterialBlockParticleData(const CMaterialBlockParticleDat
 {
     checkRows(data);
     out().attribute("name", data.name);
-    out().attribute("spheres", data.sphereCount);
-    out().attribute("size", static_cast<quint32>(data.ids.size()));
+    out().attribute("spheres", data.sphereCount);                   // of one particle
+    out().attribute("size", static_cast<quint32>(data.ids.size())); // particles
     if (!data.ids.empty())
         blockParticlesForm(out(), data);
     writeBlockProperties(*this, out(), data.customProperties);
@@ -123,7 +124,7 @@ void CHdf5Reader::readMaterialBlockContactData(CMaterialBlockContactData& data)
 
 void CHdf5Writer::writeMaterialBlockContactData(const CMaterialBlockContactData& data)
 {
-    out().attribute("size", static_cast<quint32>(data.contacts.size()));
+    out().attribute("size", static_cast<quint32>(data.contacts.size())); // contacts
     out().rows("contacts", data.contacts, !data.contacts.empty());
     writeBlockProperties(*this, out(), data.customProperties);
 }
@@ -162,7 +163,7 @@ void CHdf5Writer::writeMaterialBlock(const CMaterialBlock& block)
 
 void CHdf5Reader::readMaterialBlocks(CMaterialBlockMap& blocks)
 {
-    if (!in().since(30, 0, 16))
+    if (!in().since(30, 0, 16)) // before, there were no blocks
         return;
     in().group("MaterialBlocks/", [&] {
         std::vector<std::shared_ptr<CMaterialBlock>> read(in().childCount());

@@ -96,7 +96,7 @@ void CReadAudit::gaveUp(const H5::H5Location& location, const std::string& name)
 void CReadAudit::compareTypes(const H5::DataType& stored, const H5::DataType& wanted, const char* kind,
                               const std::string& name)
 {
-    if (audit == nullptr || wanted.getClass() != H5T_INTEGER)
+    if (audit == nullptr || wanted.getClass() != H5T_INTEGER) // a real number holds every whole one of 32 bits
         return;
     const std::string what = std::string("The ") + kind + ' ' + inQuotes(name) + " holds ";
     if (stored.getClass() == H5T_FLOAT)

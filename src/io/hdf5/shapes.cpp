@@ -181,8 +181,8 @@ static std::vector<std::string> readTexts(const std::string& name, const H5::H5L
         const H5::StrType type = variableText();
         dataset.read(pointers.data(), type);
         for (const char* text : pointers)
-            texts.emplace_back(text ? text : "");
-        H5::DataSet::vlenReclaim(pointers.data(), type, space);
+            texts.emplace_back(text ? text : "");               // a text that was never written is a null
+        H5::DataSet::vlenReclaim(pointers.data(), type, space); // HDF5 took the memory of each text
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);
@@ -209,7 +209,7 @@ void writeAttribute(const std::string& name, double value, H5::H5Object& locatio
 
 void writeAttribute(const std::string& name, bool value, H5::H5Object& location)
 {
-    const unsigned char byte = value ? 1 : 0;
+    const unsigned char byte = value ? 1 : 0; // files hold yes and no as 1 and 0
     writeScalar(name, PredType::NATIVE_UCHAR, &byte, location);
 }
 
@@ -292,7 +292,7 @@ void readAttribute(const std::string& name, quint32& value, const H5::H5Object& 
 
 void readAttribute(const std::string& name, qint64& value, const H5::H5Object& location)
 {
-    readScalar(name, PredType::NATIVE_LLONG, &value, location);
+    readScalar(name, PredType::NATIVE_LLONG, &value, location); // holds what is signed and what is unsigned
 }
 
 void readAttribute(const std::string& name, double& value, const H5::H5Object& location)
@@ -505,7 +505,7 @@ void putText(char* bytes, std::size_t size, const QString& text)
     if (const std::size_t end = stored.find('\0'); end != std::string::npos)
         throw unstorable_error("The name \"" + stored.substr(0, end) +
                                "\" goes on after a zero byte, where texts end.");
-    std::memset(bytes, 0, size);
+    std::memset(bytes, 0, size); // what follows a text is part of the file, too
     std::copy(stored.begin(), stored.end(), bytes);
 }
 

@@ -56,7 +56,7 @@ static void takeMember(CFileBytes& bytes, int version, quint64 size, int depth)
     if (version == 1) { // arrays were no types of their own
         const int rank = bytes.u8();
         bytes.require(rank <= 4, "a member has too many dimensions");
-        bytes.skip(3 + 4 + 4);
+        bytes.skip(3 + 4 + 4); // reserved, an order of dimensions that no one used, reserved
         for (int i = 0; i < 4; ++i) {
             const quint32 extent = bytes.u32();
             elements = i < rank ? product(elements, extent) : elements;
@@ -70,11 +70,11 @@ static void takeArray(CFileBytes& bytes, int version, quint64 size, int depth)
 {
     const int rank = bytes.u8();
     bytes.require(rank >= 1 && rank <= 32, "an array has too many dimensions");
-    bytes.skip(version < 3 ? 3 : 0);
+    bytes.skip(version < 3 ? 3 : 0); // reserved
     quint64 elements = 1;
     for (int i = 0; i < rank; ++i)
         elements = product(elements, bytes.u32());
-    bytes.skip(version < 3 ? 4 * quint64(rank) : 0);
+    bytes.skip(version < 3 ? 4 * quint64(rank) : 0); // an order of dimensions that no one used
     bytes.require(product(elements, takeType(bytes, depth + 1).size) == size, "an array has another size");
 }
 
@@ -105,11 +105,11 @@ static SStoredType takeType(CFileBytes& bytes, int depth)
         bytes.require(offset + bytes.u16() <= 8 * type.size, "a number has more bits than bytes");
         break;
     }
-    case eFloat: bytes.skip(12); break;
-    case eTime: bytes.skip(2); break;
+    case eFloat: bytes.skip(12); break; // where sign, exponent and mantissa are
+    case eTime: bytes.skip(2); break;   // bits
     case eText:
     case eReference: break;
-    case eOpaque: bytes.skip(toEights(bits & 0xFF)); break;
+    case eOpaque: bytes.skip(toEights(bits & 0xFF)); break; // a tag
     case eCompound:
         for (quint32 i = 0; i < (bits & 0xFFFF); ++i)
             takeMember(bytes, version, type.size, depth);
@@ -139,10 +139,10 @@ quint64 takeExtent(CFileBytes& bytes)
     const quint8 kind = bytes.u8();
     if (version == 1)
         bytes.skip(4);
-    quint64 elements = version == 2 && kind == 2 ? 0 : 1;
+    quint64 elements = version == 2 && kind == 2 ? 0 : 1; // kind 2 has no element, whatever its rank
     for (int i = 0; i < rank; ++i)
         elements = product(elements, bytes.u64());
-    if ((flags & 1) != 0)
+    if ((flags & 1) != 0) // the greatest extents follow
         bytes.skip(8 * quint64(rank));
     return elements;
 }
@@ -167,7 +167,7 @@ SStoredLayout takeLayout(CFileBytes& bytes)
         layout.size = bytes.u64();
     }
     else {
-        const int dimensions = bytes.u8();
+        const int dimensions = bytes.u8(); // one more than the rank: the last is the element's size
         bytes.require(dimensions >= 2 && dimensions <= 33, "chunks have too many dimensions");
         layout.address = bytes.u64();
         for (int i = 0; i < dimensions; ++i)
@@ -206,7 +206,7 @@ void checkFilters(CFileBytes bytes)
     const int count = bytes.u8();
     bytes.require(count <= 32, "there are too many filters");
     if (version == 1)
-        bytes.skip(6);
+        bytes.skip(6); // reserved
     for (int i = 0; i < count; ++i) {
         const quint16 identifier = bytes.u16();
         const quint16 nameBytes = version == 1 || identifier >= 256 ? bytes.u16() : 0;
@@ -217,7 +217,7 @@ void checkFilters(CFileBytes bytes)
             name.text(1);
         }
         bytes.skip(4 * quint64(parameters));
-        if (version == 1 && parameters % 2 != 0)
+        if (version == 1 && parameters % 2 != 0) // filled up to eight bytes
             bytes.skip(4);
     }
 }

@@ -20,10 +20,10 @@ struct SMaterialType
     using Row = CMaterial;
     static constexpr std::tuple fields{
         text<256>("name", &Row::name),
-        field("poisson", &Row::poissonsRatio),
-        field("shearMod", &Row::shearModulus), // Pa
-        field("density", &Row::density),       // kg/m^3
-        field("workFunction", &Row::workFunction),
+        field("poisson", &Row::poissonsRatio),                    // no unit
+        field("shearMod", &Row::shearModulus),                    // Pa
+        field("density", &Row::density),                          // kg/m^3
+        field("workFunction", &Row::workFunction),                // J; for tribocharging alone
         field("type", &Row::type).since(30, 0, 4, eBulkMaterial), // materials had no type before
     };
     static_assert(sizeOf(fields) == 296 && sizeOf(fields, makeVersion(30, 0, 3)) == 288);
@@ -36,10 +36,10 @@ struct SInteractionType
         QString key; ///< of both materials
     };
     static constexpr std::tuple fields{
-        text<512>("key", &Row::key),
-        field("restitution", &Row::restitution),
-        field("staticFriction", &Row::staticFriction),
-        field("rollingFriction", &Row::rollingFriction),
+        text<512>("key", &Row::key),                     // both names, and what joins them
+        field("restitution", &Row::restitution),         // speed of parting to speed of approach
+        field("staticFriction", &Row::staticFriction),   // coefficient
+        field("rollingFriction", &Row::rollingFriction), // coefficient
     };
     static_assert(sizeOf(fields) == 536);
 };
@@ -90,8 +90,8 @@ struct STwoDoublesType
         double share;
     };
     static constexpr std::tuple fields{
-        field("first", &Row::size),
-        field("second", &Row::share),
+        field("first", &Row::size),   // factor of a radius or of a volume, as the law says
+        field("second", &Row::share), // percent, that of all sizes up to this one
     };
     static_assert(sizeOf(fields) == 16);
 };
@@ -118,7 +118,7 @@ struct SPointType
         C3DPoint xyz;
     };
     static constexpr std::tuple fields{
-        field("xyz", &Row::xyz),
+        field("xyz", &Row::xyz), // in the unit of its dataset
     };
     static_assert(sizeOf(fields) == 24);
 };
@@ -130,7 +130,7 @@ struct SQuaternionType
         CQuaternion wxyz;
     };
     static constexpr std::tuple fields{
-        field("wxyz", &Row::wxyz),
+        field("wxyz", &Row::wxyz), // the scalar part comes first
     };
     static_assert(sizeOf(fields) == 32);
 };
@@ -173,8 +173,8 @@ struct SCohesionCmpdType
 {
     using Row = SPairRow<SNumberOfPair>;
     static constexpr std::tuple fields{
-        text<256>("name1", &Row::name1),
-        text<256>("name2", &Row::name2),
+        text<256>("name1", &Row::name1), // the smaller by its bytes
+        text<256>("name2", &Row::name2), // the greater; a reader takes any order
         field("value", &SNumberOfPair::value),
     };
     static_assert(sizeOf(fields) == 520);
@@ -184,10 +184,10 @@ struct SHystereticCmpdInterType
 {
     using Row = SPairRow<SHystereticInteraction>;
     static constexpr std::tuple fields{
-        text<256>("name1", &Row::name1),
-        text<256>("name2", &Row::name2),
-        field("damping", &SHystereticInteraction::damping),
-        field("stiffness", &SHystereticInteraction::stiffness),
+        text<256>("name1", &Row::name1),                        // the smaller by its bytes
+        text<256>("name2", &Row::name2),                        // the greater; a reader takes any order
+        field("damping", &SHystereticInteraction::damping),     // factor
+        field("stiffness", &SHystereticInteraction::stiffness), // factor from the normal to the tangential stiffness
     };
     static_assert(sizeOf(fields) == 528);
 };
@@ -196,14 +196,14 @@ struct SEcmCmpdType
 {
     using Row = SPairRow<SEdinburghPair>;
     static constexpr std::tuple fields{
-        text<512>("name1", &Row::name1),
-        text<512>("name2", &Row::name2),
+        text<512>("name1", &Row::name1),                                // the smaller by its bytes
+        text<512>("name2", &Row::name2),                                // the greater; a reader takes any order
         field("constPullOffForce", &SEdinburghPair::constPullOffForce), // N
         field("surfaceEnergy", &SEdinburghPair::surfaceEnergy),         // J/m^2
-        field("contactPlasticityRatio", &SEdinburghPair::contactPlasticityRatio),
-        field("slopeExponential", &SEdinburghPair::slopeExponential),
-        field("tensileExponential", &SEdinburghPair::tensileExponential),
-        field("tangentStiffMultiplier", &SEdinburghPair::tangentStiffMultiplier),
+        field("contactPlasticityRatio", &SEdinburghPair::contactPlasticityRatio), // below 1
+        field("slopeExponential", &SEdinburghPair::slopeExponential),             // exponent of the loading branch
+        field("tensileExponential", &SEdinburghPair::tensileExponential),         // exponent of the adhesive branch
+        field("tangentStiffMultiplier", &SEdinburghPair::tangentStiffMultiplier), // factor
     };
     static_assert(sizeOf(fields) == 1072);
 };
@@ -212,10 +212,10 @@ struct SLeedsAdhesionCmpdType
 {
     using Row = SPairRow<SLeedsPair>;
     static constexpr std::tuple fields{
-        text<512>("name1", &Row::name1),
-        text<512>("name2", &Row::name2),
-        field("plasticStiffness", &SLeedsPair::plasticStiffness),                       // N/m
-        field("elasticStiffness", &SLeedsPair::elasticStiffness),                       // N/m
+        text<512>("name1", &Row::name1),                          // the smaller by its bytes
+        text<512>("name2", &Row::name2),                          // the greater; a reader takes any order
+        field("plasticStiffness", &SLeedsPair::plasticStiffness), // N/m
+        field("elasticStiffness", &SLeedsPair::elasticStiffness), // N/m
         field("plasticAdhesiveStiffness", &SLeedsPair::plasticAdhesiveStiffness),       // N/m
         field("tangentialStiffness", &SLeedsPair::tangentialStiffness),                 // N/m
         field("initialAdhesiveForce", &SLeedsPair::initialAdhesiveForce),               // N
@@ -232,7 +232,7 @@ struct SBondParamCmpdType
         QString key; ///< both names and what joins them
     };
     static constexpr std::tuple fields{
-        text<512>("key", &Row::key),
+        text<512>("key", &Row::key),                     // both names, and what joins them
         field("normalStiffness", &Row::normalStiffness), // N/m^3
         field("shearStiffness", &Row::shearStiffness),   // N/m^3
         field("normalStrength", &Row::normalStrength),   // Pa

@@ -22,8 +22,8 @@ struct SStoredProperty
 {
     QString name;
     qint32 dataType = eDoubleProperty;
-    qint32 elements = 0;
-    qint32 unitsType = 0;
+    qint32 elements = 0;        // for each item, as stored
+    qint32 unitsType = 0;       // code of the quantity, not of a unit
     std::vector<double> values; ///< one for each element
 
     bool isKnown() const { return dataType == eDoubleProperty || dataType == eBooleanProperty; }
@@ -37,8 +37,8 @@ static void valueForm(IEntryForm& f, const SStoredProperty& property, double& va
         f.f64("value", value);
         return;
     }
-    qint32 flag = value != 0.0;
-    f.i32("value", flag);
+    qint32 flag = value != 0.0; // a yes or no takes four bytes, a number eight
+    f.i32("value", flag);       // any other number than 0 is a yes
     value = flag != 0 ? 1.0 : 0.0;
 }
 
@@ -47,19 +47,19 @@ static void propertyForm(IEntryForm& f, SStoredProperty& property)
 {
     f.text("name", property.name);
     f.i32("dataType", property.dataType);
-    f.i32("elements", property.elements);
-    f.i32("unitsType", property.unitsType);
+    f.i32("elements", property.elements);   // for each particle, contact or triangle; below 0 counts as the most
+    f.i32("unitsType", property.unitsType); // code of the quantity, not of a unit
     if (!property.isKnown())
         return;
     const auto elements = std::min(static_cast<unsigned int>(property.elements), CCustomPropertyMetaData::mostElements);
     property.values.resize(elements);
-    if (f.since(23, 0, 0)) {
+    if (f.since(23, 0, 0)) { // before, one value serves all elements
         for (double& value : property.values)
             valueForm(f, property, value);
         return;
     }
     double ofAll = 0.0;
-    f.f64("value", ofAll);
+    f.f64("value", ofAll); // eight bytes of a yes or no as well
     property.values.assign(elements, ofAll);
 }
 
@@ -91,7 +91,7 @@ static std::unique_ptr<CCustomPropertyMetaData> readProperty(CVersionedStream& s
 
 bool NSettingsFamily::write(CVersionedStream& stream, CCustomPropertyManager& manager)
 {
-    stream << qint32(manager.lastFinalisedPropertyIndex) << qint32(manager.propertyCount());
+    stream << qint32(manager.lastFinalisedPropertyIndex) << qint32(manager.propertyCount()); // -1: all are drafts
     COutEntryForm f(stream);
     for (unsigned int index = 0; index < manager.propertyCount(); ++index) {
         const CCustomPropertyMetaData& metaData = *manager.property(index);
@@ -115,11 +115,11 @@ bool NSettingsFamily::read(CVersionedStream& stream, CCustomPropertyManager& man
     const auto refuse = [&manager](const QString& reason) {
         // Whoever reads the block reports the loss.
         report(eRemark, NLogTitle::settings, manager.name + " not read: " + reason.toStdString() + ".");
-        manager.clear(true);
+        manager.clear(true); // half a list would give values to the wrong properties
         return false;
     };
 
-    qint32 lastFinalised = -1;
+    qint32 lastFinalised = -1; // number of the last property of which decks hold values
     qint32 count = 0;
     stream >> lastFinalised >> count;
     if (stream.status() != QDataStream::Ok)
@@ -147,7 +147,7 @@ bool NSettingsFamily::read(CVersionedStream& stream, CCustomPropertyManager& man
                manager.name + ": last finalized property " + std::to_string(lastFinalised) + " of " +
                    std::to_string(manager.propertyCount()) + " taken as " + std::to_string(finalisedInSequence) + ".",
                1, manager.name);
-    manager.lastFinalisedPropertyIndex = finalisedInSequence;
+    manager.lastFinalisedPropertyIndex = finalisedInSequence; // a greater one would name values that no property has
     manager.setModified(false);
     if (manager.lastFinalisedPropertyIndex != -1)
         manager.notifyChanged(0);

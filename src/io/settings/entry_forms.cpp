@@ -49,7 +49,7 @@ quint32 CInEntryForm::count(const char* name, quint32, qint64 elementBytes)
     qint32 stored = 0;
     i32(name, stored);
     const qint64 left = stream.bytesLeft();
-    if (stored < 0 || stored > left / elementBytes)
+    if (stored < 0 || stored > left / elementBytes) // tested before any memory is taken
         throw std::length_error(placeIn(stream) + std::to_string(stored) + " entries of " + name + " announced, " +
                                 std::to_string(left) + " bytes follow");
     return static_cast<quint32>(stored);
@@ -83,10 +83,10 @@ void CInEntryForm::flag8(const char* name, bool& value)
     value = stored != 0;
 }
 
-void CInEntryForm::strictFlag8(const char* name, bool& value) { value = byte(name) == 1; }
+void CInEntryForm::strictFlag8(const char* name, bool& value) { value = byte(name) == 1; } // a 2 means no
 
-/// A length in bytes, then UTF-16; all bits set for a null text. Not by the stream's own operator, which takes memory for
-/// a damaged length up to the end of the file.
+/// A length in bytes, then UTF-16; all bits set for a null text. Not by the stream's own operator, which takes memory
+/// for a damaged length up to the end of the file.
 void CInEntryForm::text(const char* name, QString& value)
 {
     constexpr quint32 nullText = 0xFFFFFFFFu;
@@ -96,14 +96,14 @@ void CInEntryForm::text(const char* name, QString& value)
     value = QString();
     if (bytes == nullText)
         return;
-    if (bytes % sizeof(QChar) != 0 || bytes > stream.bytesLeft())
+    if (bytes % sizeof(QChar) != 0 || bytes > stream.bytesLeft()) // half a letter, or more than there is
         stream.setStatus(QDataStream::ReadPastEnd);
     check(name);
     value = QString(static_cast<int>(bytes / sizeof(QChar)), Qt::Uninitialized);
     if (stream.readRawData(reinterpret_cast<char*>(value.data()), static_cast<int>(bytes)) != static_cast<int>(bytes))
         stream.setStatus(QDataStream::ReadPastEnd);
     check(name);
-    qFromBigEndian<ushort>(value.data(), value.size(), value.data());
+    qFromBigEndian<ushort>(value.data(), value.size(), value.data()); // letters are big-endian like the numbers
 }
 
 void CInEntryForm::point(const char* name, C3DPoint& value)
@@ -114,7 +114,7 @@ void CInEntryForm::point(const char* name, C3DPoint& value)
 
 void CInEntryForm::rgb(const char* name, QColor& value)
 {
-    qint32 red = 0, green = 0, blue = 0;
+    qint32 red = 0, green = 0, blue = 0; // 0 to 255
     stream >> red >> green >> blue;
     check(name);
     const QColor stored(qBound(0, red, 255), qBound(0, green, 255), qBound(0, blue, 255));
@@ -142,14 +142,14 @@ void CInEntryForm::i32List(const char* name, std::vector<qint32>& values)
     check(name);
 }
 
-/// A vector, of bytes that the caller counts: to ask a file for its size at each of a million points takes as long as to
-/// read them.
+/// A vector, of bytes that the caller counts: to ask a file for its size at each of a million points takes as long as
+/// to read them.
 /// \param left  how many the block still has; less by what was read
 static bool readWithin(CVersionedStream& stream, qint64& left, NField::CNdData& vector)
 {
     qint32 stored = 0;
     stream >> stored;
-    left -= 4;
+    left -= 4; // the count itself
     if (stream.status() != QDataStream::Ok || stored < 0 || stored > left / 8)
         return false;
     vector.resize(static_cast<quint32>(stored));
@@ -161,12 +161,12 @@ static bool readWithin(CVersionedStream& stream, qint64& left, NField::CNdData& 
 
 void CInEntryForm::vectors(const char* name, std::vector<NField::CNdData>& values)
 {
-    const quint32 announced = count(name, 0, 4);
+    const quint32 announced = count(name, 0, 4); // an empty vector is a count and no more
     values.clear();
     values.reserve(announced);
     qint64 left = stream.bytesLeft();
     for (quint32 i = 0; i < announced; ++i) {
-        if (i % 4096 == 0)
+        if (i % 4096 == 0) // to ask for a stop costs more than to read a vector
             leaveIfStopped();
         if (!readWithin(stream, left, values.emplace_back()))
             throw std::runtime_error(placeIn(stream) + name + ": entry " + std::to_string(i) + " ended early");
@@ -180,26 +180,26 @@ void CInEntryForm::geometry(const char* name, std::shared_ptr<GeometryGroups>& g
     groups.reset();
     if (!isThere)
         return;
-    const QByteArray ahead = stream.device()->peek(4);
+    const QByteArray ahead = stream.device()->peek(4); // how many groups, unknown shapes included
     groups = NLegacyFamily::readOwnGeometry(stream);
     check(name);
     const quint32 announced = ahead.size() == 4 ? qFromBigEndian<quint32>(ahead.constData()) : 0;
     if (record != nullptr && groups->count() != announced)
         throw std::runtime_error(placeIn(stream) + name + " with a group of no known shape");
-    wordsMet += groups->count();
+    wordsMet += groups->count(); // the word of each shape was known
 }
 
 void CInEntryForm::unlaid(const char* name, QByteArray& value,
                           const std::function<qint64(const QByteArray& rest)>& lengthIn)
 {
-    if (record == nullptr)
+    if (record == nullptr) // elsewhere nothing bounds the search for the end
         throw std::logic_error(std::string(name) + " outside of a record");
     const int begin = static_cast<int>(stream.device()->pos());
     const int left = record->size() - begin;
     const qint64 length = lengthIn(QByteArray::fromRawData(record->constData() + begin, left));
     if (length < 0 || length > left)
         throw std::runtime_error(placeIn(stream) + name + ": where it ends can't be found out");
-    value = record->mid(begin, static_cast<int>(length));
+    value = record->mid(begin, static_cast<int>(length)); // carried as they are
     stream.device()->seek(begin + length);
 }
 
@@ -218,11 +218,11 @@ void COutEntryForm::unlaid(const char*, QByteArray& value, const std::function<q
 
 void COutEntryForm::f64(const char*, double& value) { stream << value; }
 void COutEntryForm::i32(const char*, qint32& value) { stream << value; }
-void COutEntryForm::flag8(const char*, bool& value) { stream << value; }
+void COutEntryForm::flag8(const char*, bool& value) { stream << value; } // a byte, 0 or 1
 void COutEntryForm::strictFlag8(const char*, bool& value) { stream << value; }
-void COutEntryForm::text(const char*, QString& value) { stream << value; }
+void COutEntryForm::text(const char*, QString& value) { stream << value; } // a null text stays one
 void COutEntryForm::point(const char*, C3DPoint& value) { stream << value.x << value.y << value.z; }
-void COutEntryForm::colour(const char*, QColor& value) { stream << value; }
+void COutEntryForm::colour(const char*, QColor& value) { stream << value; } // a kind, and five parts of 16 bits
 
 void COutEntryForm::rgb(const char*, QColor& value)
 {

@@ -1,5 +1,5 @@
-// The block of fields. A field that is damaged ends the block, for fields have no length of their own; those ahead of it
-// stay.
+// The block of fields. A field that is damaged ends the block, for fields have no length of their own; those ahead of
+// it stay.
 #include "analysis/field_manager.h"
 #include "analysis/progress_step.h"
 #include "core/log.h"
@@ -28,7 +28,7 @@ bool NSettingsFamily::write(CVersionedStream& stream, CFieldManager& fields, IPr
     const auto valid = std::count_if(fields.fields().begin(), fields.fields().end(),
                                      [](const auto& entry) { return entry.second->isValid(); });
     CProgressStep step(progress, static_cast<int>(valid), QStringLiteral("Writing Field Data"));
-    stream << qint32(valid);
+    stream << qint32(valid); // the others are reported, and left out
     for (const auto& [name, field] : fields.fields()) {
         if (const std::string lack = field->invalidity(); !lack.empty()) {
             reportUnwritten(name, lack);
@@ -46,12 +46,13 @@ bool NSettingsFamily::write(CVersionedStream& stream, CFieldManager& fields, IPr
 static void leaveRest(CVersionedStream& stream, const std::string& name, qint64 begin, quint64 fields,
                       const std::string& cause)
 {
+    // Where no length of the block is known, only as far as was read.
     const qint64 end = stream.limit() >= 0 ? stream.limit() : stream.device()->pos();
     report(eLost, NLogTitle::settings,
            "Fields: " + cause + " It is left out, and what follows it in the block as well (" +
                std::to_string(end - begin) + " bytes).",
            fields, name);
-    stream.resetStatus();
+    stream.resetStatus(); // the blocks after this one are to be read
     stream.device()->seek(end);
 }
 
@@ -87,7 +88,7 @@ static bool readFields(CVersionedStream& stream, CFieldManager& fields, IProgres
             leaveRest(stream, field->name, begin, static_cast<quint64>(count - i),
                       "field " + std::to_string(i + 1) + " of " + std::to_string(count) + " (\"" + field->name +
                           "\") " + refusal + ".");
-            break;
+            break; // where the next field begins isn't known
         }
         step.tick();
     }

@@ -38,8 +38,8 @@ static std::unique_ptr<CCustomPropertyMetaData> readRecord(QDataStream& stream, 
     QString name;
     qint32 dataType = 0;
     qint32 numberOfElements = 0;
-    qint32 unitsType = 0;
-    double defaultValue = 0.0;
+    qint32 unitsType = 0;      // code of the quantity, not of a unit
+    double defaultValue = 0.0; // of every element, of a yes or no as well
     stream >> name >> dataType >> numberOfElements >> unitsType >> defaultValue;
     if (stream.status() != QDataStream::Ok) {
         reason = "the file ends in a property";
@@ -63,7 +63,7 @@ int NSettingsFamily::readPropertyFile(CLegacyCustomPropertyManager& manager)
         return ePropertyFileRead;
     QFile file(QString::fromStdString(path));
     if (!file.exists())
-        return ePropertyFileMissing;
+        return ePropertyFileMissing; // the rule: only old decks have such a file
     const auto told = [&path](int result, const std::string& reason) {
         reportFailure(NLogTitle::settings, path + ": " + reason, eCauseSource);
         return result;
@@ -71,7 +71,7 @@ int NSettingsFamily::readPropertyFile(CLegacyCustomPropertyManager& manager)
     if (const std::string cause = openPlainFile(file); !cause.empty())
         return told(ePropertyFileNotOpened, cause);
 
-    manager.clear(true);
+    manager.clear(true); // the settings' own definitions give way
     const auto refused = [&](const std::string& reason) {
         manager.clear(true);
         return told(ePropertyFileRefused, reason + ", no property is taken from it.");
@@ -79,13 +79,13 @@ int NSettingsFamily::readPropertyFile(CLegacyCustomPropertyManager& manager)
     QDataStream stream(&file); // in the form of the Qt of the day, unlike every other file of a deck
     if (!takeHeader(stream))
         return refused("the header of a property file is missing");
-    qint32 formatWord = 0;
-    qint32 lastFinalised = -1;
+    qint32 formatWord = 0;     // no reader tests it
+    qint32 lastFinalised = -1; // number of the last property of which decks hold values
     qint32 count = 0;
     stream >> formatWord >> lastFinalised >> count;
     if (stream.status() != QDataStream::Ok)
         return refused("the file ends before its properties");
-    if (count > file.bytesAvailable() / leastRecordBytes)
+    if (count > file.bytesAvailable() / leastRecordBytes) // below 0: no record, and no error
         return refused(std::to_string(count) + " properties announced, " + std::to_string(file.bytesAvailable()) +
                        " bytes follow");
 

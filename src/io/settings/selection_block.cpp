@@ -30,21 +30,21 @@ struct SHead
 
 /// More starts than selections by so many aren't sorted out: it would take the square of their number.
 constexpr int mostFalseHeads = 64;
-constexpr qint64 mostStates = 1 << 18;
+constexpr qint64 mostStates = 1 << 18; // of the search, in memory
 
 /// Letters of a class that isn't known here.
 constexpr quint32 mostClassBytes = 2 * 64;
 
-constexpr quint32 nullText = 0xFFFFFFFF;
+constexpr quint32 nullText = 0xFFFFFFFF; // in place of a length
 
 /// A text of a block, at a place; moves the place to its end. False if none is there.
 bool takeText(const QByteArray& block, qint64& at, QByteArray& text)
 {
-    if (at + 4 > block.size())
+    if (at + 4 > block.size()) // no room for a length
         return false;
     const auto stored = qFromBigEndian<quint32>(block.constData() + at);
     const quint32 bytes = stored == nullText ? 0 : stored;
-    if (bytes % 2 != 0 || bytes > quint64(block.size() - at - 4))
+    if (bytes % 2 != 0 || bytes > quint64(block.size() - at - 4)) // half a letter, or more than there is
         return false;
     text = QByteArray::fromRawData(block.constData() + at + 4, static_cast<int>(bytes));
     at += 4 + qint64(bytes);
@@ -68,7 +68,7 @@ bool hasOnlyLetters(const QString& text)
 std::optional<SHead> headAt(const QByteArray& block, qint64 place, const QStringList& classes, bool mustBeOne)
 {
     qint64 at = place;
-    QByteArray typeId, name, again;
+    QByteArray typeId, name, again; // a record begins with the name once more
     if (!takeText(block, at, typeId) || quint32(typeId.size()) > mostClassBytes || !takeText(block, at, name))
         return std::nullopt;
     const qint64 recordAt = at;
@@ -88,11 +88,11 @@ std::vector<SHead> headsIn(const QByteArray& block, const SHead& front, const QS
                            size_t most)
 {
     std::vector<SHead> heads{front};
-    for (qint64 place = 1; place + 4 <= block.size() && heads.size() <= most; ++place) {
+    for (qint64 place = 1; place + 4 <= block.size() && heads.size() <= most; ++place) { // nothing is aligned
         if (place % 65536 == 0)
             leaveIfStopped();
         const auto bytes = qFromBigEndian<quint32>(block.constData() + place);
-        if (bytes == 0 || bytes > mostClassBytes || bytes % 2 != 0)
+        if (bytes == 0 || bytes > mostClassBytes || bytes % 2 != 0) // the length of a class: most places end here
             continue;
         if (const std::optional<SHead> head = headAt(block, place, classes, false);
             head && (head->isKnown || ofAnyClass))
@@ -112,13 +112,13 @@ public:
     std::optional<std::vector<SSelectionPiece>> run()
     {
         const int headCount = static_cast<int>(heads.size());
-        const int falseHeads = headCount - count;
+        const int falseHeads = headCount - count; // what only looks like a selection
         if (falseHeads < 0 || falseHeads > mostFalseHeads || qint64(falseHeads) * headCount > mostStates)
             return std::nullopt;
-        for (int first = headCount - 1; first >= 0; --first)
+        for (int first = headCount - 1; first >= 0; --first) // from the end, for each builds on those after it
             for (int pieces = std::max(1, count - first); pieces <= std::min(headCount - first, count); ++pieces)
                 best[{first, pieces}] = bestFrom(first, pieces);
-        if (best.at({0, count}).ways != 1 || bytesSearched > mostBytesSearched())
+        if (best.at({0, count}).ways != 1 || bytesSearched > mostBytesSearched()) // none, or more than one
             return std::nullopt;
         std::vector<SSelectionPiece> cut;
         cut.reserve(static_cast<size_t>(count));
@@ -145,7 +145,7 @@ private:
     {
         const int end = static_cast<int>(heads.size());
         if (pieces == 1)
-            return {display(first, end) ? 1 : 0, 1, end};
+            return {display(first, end) ? 1 : 0, 1, end}; // the last piece takes all that is left
         SBest found;
         for (int next = first + 1; next <= end - (pieces - 1); ++next) {
             const auto rest = best.find({next, pieces - 1});
@@ -155,7 +155,7 @@ private:
             if (found.ways == 0 || apart > found.apart)
                 found = {apart, rest->second.ways, next};
             else if (apart == found.apart)
-                found.ways = 2;
+                found.ways = 2; // or more
         }
         return found;
     }
@@ -173,7 +173,7 @@ private:
         if (isNew && heads[first].isKnown && bytesSearched <= mostBytesSearched()) {
             leaveIfStopped();
             bytesSearched += record(first, next).size();
-            CDisplayOptions particle, contact;
+            CDisplayOptions particle, contact; // taken and thrown away
             const std::unique_ptr<CSelection> scratch =
                 createSelection(heads[first].typeId, std::string(), particle, contact);
             found->second = displayOf(*scratch, record(first, next), version, edition);
@@ -181,6 +181,7 @@ private:
         return found->second;
     }
 
+    // In proportion to the block, whatever it holds.
     qint64 mostBytesSearched() const { return 16 * qint64(block.size()) + (qint64(1) << 20); }
 
     const QByteArray& block;

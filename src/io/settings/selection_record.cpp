@@ -117,7 +117,7 @@ private:
     {
         const CInEntryForm f(source.stream, record);
         if (scratch.mayOwnGeometry(f))
-            geometryFlag = countsBytes + CAutoSelection::colourBytes(f);
+            geometryFlag = countsBytes + CAutoSelection::colourBytes(f); // after two empty lists and the colour
     }
 
     /// Whether a list of filters and one of query sections may begin at a place: what costs next to nothing to see.
@@ -126,15 +126,15 @@ private:
         if (place + countsBytes > record.size())
             return false;
         if (wordAt(record, place) != 0)
-            return holdsOneAt(record, place + 4, filterWords);
-        const quint32 sections = wordAt(record, place + 4);
-        if (sections == 0)
+            return holdsOneAt(record, place + 4, filterWords); // a filter begins with the word of its class
+        const quint32 sections = wordAt(record, place + 4);    // of queries: their count follows that of the filters
+        if (sections == 0) // two zeros: possible nearly everywhere, and so proof of nothing
             return true;
         const quint32 left = static_cast<quint32>(record.size() - place - countsBytes);
         const quint32 nameBytes = wordAt(record, place + 8) == nullText ? 0 : wordAt(record, place + 8);
         if (sections > left / countsBytes || nameBytes % 2 != 0 || nameBytes > left)
             return false;
-        const qint64 queriesAt = place + 12 + nameBytes;
+        const qint64 queriesAt = place + 12 + nameBytes; // two counts, the name of the first section and its length
         return wordAt(record, queriesAt) == 0 || holdsOneAt(record, queriesAt + 4, queryWords);
     }
 
@@ -150,13 +150,13 @@ private:
     /// Reads the rest at a place, and takes the place if it reads to the last byte.
     void take(int place)
     {
-        source.stream.resetStatus();
+        source.stream.resetStatus(); // of the place before
         source.buffer.seek(place);
         CInEntryForm f(source.stream, record);
         bool isRead = false;
         try {
             scratch.rest(f);
-            isRead = source.buffer.atEnd();
+            isRead = source.buffer.atEnd(); // what leaves a byte over began in the wrong place
         }
         catch (const std::exception& error) { // not here, then
             if (!meansDamage(error))
@@ -172,7 +172,8 @@ private:
     }
 
     /// Whether display options would hold words of lists: those that are there begin with something unknown then, and
-    /// the place is a wrong one. A query's word may be that of an attribute, too: it speaks against a place without any.
+    /// the place is a wrong one. A query's word may be that of an attribute, too: it speaks against a place without
+    /// any.
     bool holdsAny(int begin, int end, const std::vector<QByteArray>& words) const
     {
         const QByteArray display = QByteArray::fromRawData(record.constData() + begin, end - begin);
@@ -210,10 +211,10 @@ void readRecord(CSelection& selection, const QByteArray& record, const SDisplayP
 {
     SRecordStream source(record, version, edition);
     CInEntryForm f(source.stream, record);
-    f.text("name", selection.name);
+    f.text("name", selection.name); // again: the block has it in front of the record
     f.flag8("active", selection.active);
     selection.particleDisplay.bytes = record.mid(display.begin, display.end - display.begin);
-    selection.contactDisplay.bytes.clear();
+    selection.contactDisplay.bytes.clear(); // nothing parts them from those of the particles
     source.buffer.seek(display.end);
     selection.rest(f);
     selection.applyToQueries();

@@ -25,7 +25,7 @@ using namespace NSelection;
 
 bool NSettingsFamily::read(CVersionedStream& stream, CSelection& selection)
 {
-    const QByteArray record = stream.device()->read(stream.bytesLeft());
+    const QByteArray record = stream.device()->read(stream.bytesLeft()); // up to the end of the block
     const auto parts = displayOf(selection, record, stream.fileVersion(), stream.edition);
     if (!parts)
         throw std::runtime_error("Where the display options of a selection end can't be found out.");
@@ -123,7 +123,7 @@ bool NSettingsFamily::read(CVersionedStream& stream, CSelectionMap& map, IProgre
 {
     map.clear(true);
     const quint32 version = stream.fileVersion();
-    const quint32 edition = stream.edition;
+    const quint32 edition = stream.edition; // some layouts grew at other versions in edition 1
     const QByteArray payload = stream.device()->read(stream.bytesLeft());
     if (payload.size() < countBytes)
         throw std::length_error("the selections end early");
@@ -148,7 +148,8 @@ bool NSettingsFamily::read(CVersionedStream& stream, CSelectionMap& map, IProgre
     for (const SSelectionPiece& piece : *pieces) {
         const std::string name = piece.name.toStdString();
         const std::string shown = "Selection \"" + name + "\" (" + piece.typeId.toStdString() + ")";
-        const bool isNamed = QString::fromStdString(name) == piece.name;
+        const bool isNamed = QString::fromStdString(name) == piece.name; // no half of a surrogate pair
+        // Its bytes may be written back as they are.
         const bool isToday = version == currentFileVersion() && edition == 0;
         std::unique_ptr<CSelection> selection;
         std::string cause;
@@ -193,7 +194,7 @@ bool NSettingsFamily::write(CVersionedStream& stream, CCarriedSelections& carrie
 {
     stream << qint32(std::count_if(carried.selections().begin(), carried.selections().end(), isAway));
     for (const SCarriedSelection& selection : carried.selections()) {
-        if (!isAway(selection))
+        if (!isAway(selection)) // those at home are in the block of the selections
             continue;
         stream << selection.typeId << selection.name << selection.version << selection.edition
                << qint32(selection.bytes.size());

@@ -15,7 +15,7 @@ static void blockProperties(CTextOutput& out, CTextWriter& writer, const std::ve
             out.group(segment, [&] {
                 out.value("dataType", property.metaData->dataType);
                 out.value("numberOfElements", property.metaData->numberOfElements);
-                out.value("unitsType", property.metaData->unitsType);
+                out.value("unitsType", property.metaData->unitsType); // code of the quantity, not of a unit
                 out.group("values", [&] { property.values->write(writer); });
             });
         }

@@ -38,17 +38,17 @@ void CTextWriter::writeParticleType(const CParticleType& t)
     out.value("autoCenterParticle", t.autoCenterParticle);
     out.value("templateName", t.templateName);
     out.value("autoProperties", t.autoProperties);
-    out.value("rawMass", t.rawMass);
-    out.value("rawVolume", t.rawVolume);
-    out.value("rawInertia", t.rawInertia);
+    out.value("rawMass", t.rawMass);       // kg, at scale 1
+    out.value("rawVolume", t.rawVolume);   // m^3
+    out.value("rawInertia", t.rawInertia); // kg m^2: Ixx, Iyy, Izz
     out.value("calculateProperties", t.calculateProperties);
     out.group("spheres", [&] {
         for (size_t i = 0; i < t.spheres.size(); ++i) {
             out.group(std::to_string(i), [&, &sphere = t.spheres[i]] {
                 out.value("name", sphere.name);
-                out.value("position", sphere.position);
-                out.value("contactRadius", sphere.contactRadius);
-                out.value("physicalRadius", sphere.physicalRadius);
+                out.value("position", sphere.position);             // m, in the particle's frame
+                out.value("contactRadius", sphere.contactRadius);   // m
+                out.value("physicalRadius", sphere.physicalRadius); // m
             });
         }
     });
@@ -60,24 +60,24 @@ void CTextWriter::writeParticleType(const CParticleType& t)
     out.value("slots", t.slotCount());
     out.value("particles", t.liveCount());
     out.array("ids", idsWithoutLinks(t.ids));
-    out.array("scale", t.scale);
-    out.array("velocity", t.velocity);
-    out.array("position", t.position);
-    out.array("orientation", t.orientation);
-    out.array("angularVelocity", t.angularVelocity);
-    out.array("forceTorque", t.forceTorque);
-    out.array("unscaledForceTorque", t.unscaledForceTorque);
-    out.array("externalForceTorque", t.externalForceTorque);
-    out.array("creationTime", t.creationTime);
+    out.array("scale", t.scale);                             // factor of all lengths
+    out.array("velocity", t.velocity);                       // m/s
+    out.array("position", t.position);                       // m
+    out.array("orientation", t.orientation);                 // w, x, y, z
+    out.array("angularVelocity", t.angularVelocity);         // rad/s
+    out.array("forceTorque", t.forceTorque);                 // N, N m, N
+    out.array("unscaledForceTorque", t.unscaledForceTorque); // the same, not scaled
+    out.array("externalForceTorque", t.externalForceTorque); // N, N m, N
+    out.array("creationTime", t.creationTime);               // s
 
     // Old decks store charges beside the particles. They live on as custom properties; those that
     // didn't find one are shown here.
     const CParticleTypeElectrostatic& e = t.electrostatic;
     if ((t.dataMask & eCharge) && !heldByProperty(t.customProperties, "Charge", e.charge))
-        out.array("charge", e.charge);
+        out.array("charge", e.charge); // C
     if ((t.dataMask & eElectrostaticForce) &&
         !heldByProperty(t.customProperties, "Electrostatic Force", e.electrostaticForce))
-        out.array("electrostaticForce", e.electrostaticForce);
+        out.array("electrostaticForce", e.electrostaticForce); // N
 
     t.customProperties.write(*this);
 }

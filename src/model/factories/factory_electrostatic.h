@@ -27,12 +27,12 @@ public:
     /// happens without such a property or parameter, or if kind is no known word.
     void applyTo(const CCustomPropertyManager& manager, FactoryCustomParams& customParams) const;
 
-    QString kind;            ///< "fixed", "random" or "normal"
-    double fixedValue = 0.0; ///< C
-    double randomMin = 0.0;
-    double randomMax = 1.0;
-    double normalMean = 0.0;
-    double normalDeviation = 0.0;
+    QString kind;                 ///< "fixed", "random" or "normal"
+    double fixedValue = 0.0;      ///< C
+    double randomMin = 0.0;       ///< C
+    double randomMax = 1.0;       ///< C
+    double normalMean = 0.0;      ///< C
+    double normalDeviation = 0.0; ///< C
 };
 
 } // namespace NLegacySupport

@@ -129,7 +129,7 @@ public:
 class CRandomPositionParamData : public CParamData<CRandomPositionParamData>
 {
 public:
-    QString style;
+    QString style;         ///< "random" or "random_walk"
     double maxAngle = 0.0; ///< rad
     double multiFactor = 0.0;
     double densityFactor = 0.0;

@@ -26,7 +26,7 @@ static void keepGreatest(C3DPoint& greatest, const C3DPoint& p)
 
 void CGeometryGroup::updateBounds()
 {
-    constexpr qint64 worthThreads = 100000;
+    constexpr qint64 worthThreads = 100000; // fewer are through before a team is awake
     constexpr double farthest = std::numeric_limits<double>::max();
     const auto count = static_cast<qint64>(coords.size());
     if (count == 0) {
@@ -125,7 +125,7 @@ void CGeometryGroup::recomputeDerivedData()
             // Rounding leaves a needle a little below zero.
             const double square = std::max(0.0, e1.squaredLength() * e2.squaredLength() - mixed * mixed);
             triangleAreas[triangle] = 0.5 * std::sqrt(square);
-            volume += determinant(a, corners.b, corners.c) / 6.0;
+            volume += determinant(a, corners.b, corners.c) / 6.0; // of the tetrahedron over the origin, with its sign
         }
         else if (corners.state == SCorners::eOutside)
             ++outside;
@@ -136,7 +136,7 @@ void CGeometryGroup::recomputeDerivedData()
     }
     surfaceMagnitude = surface;
     if (closed)
-        enclosedMagnitude = std::abs(volume);
+        enclosedMagnitude = std::abs(volume); // corners in the other order give it below 0
     tellBrokenTriangles(outside, noNumbers);
 }
 
@@ -185,14 +185,14 @@ void CGeometryGroup::computeCentreOfMass()
         const SCorners corners(coords, nodes);
         if (corners.state != SCorners::eWhole)
             continue;
-        const double weight = determinant(corners.a, corners.b, corners.c);
+        const double weight = determinant(corners.a, corners.b, corners.c); // six times the tetrahedron's volume
         weights += weight;
         sum += weight * corners.sum();
     }
     if (weights == 0.0) // flat or without a mesh: nothing to weigh
         defaultCentreOfMass();
     else
-        setCentreOfMass(C3DPoint(0.25 / weights * sum));
+        setCentreOfMass(C3DPoint(0.25 / weights * sum)); // a tetrahedron's centre is the mean of its four corners
 }
 
 } // namespace NBrenmark

@@ -21,13 +21,13 @@ C3DVector CLinearRotation::angularVelocityAt(double time, const C3DTransform& tr
         return C3DVector();
     const double span = std::min(time, effectiveEnd()) - start;
     const C3DVector velocity = angularAcceleration * span + angularVelocity;
-    return movesWithBody ? transform * velocity : velocity;
+    return movesWithBody ? transform * velocity : velocity; // rad/s
 }
 
 C3DVector CLinearRotation::angularDisplacementBetween(double t0, double t1) const
 {
     const double span = spanOf(t0, t1);
-    return (angularVelocityAt(t0, C3DTransform()) + 0.5 * span * angularAcceleration) * span;
+    return (angularVelocityAt(t0, C3DTransform()) + 0.5 * span * angularAcceleration) * span; // rad
 }
 
 void CLinearRotation::moveBy(const C3DTransform& matrix)
@@ -41,7 +41,7 @@ void CLinearRotation::moveBy(const C3DTransform& matrix)
 
 void CLinearRotation::axisChanged()
 {
-    if (legacyVectorsSet)
+    if (legacyVectorsSet) // an old deck stored the vectors, and no axis
         return;
     const C3DVector unit = axis.direction();
     angularVelocity = unit * initialAngularVelocity;

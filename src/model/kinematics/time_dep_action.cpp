@@ -27,7 +27,7 @@ void CTimeDepAction::setAxisEnd(const C3DPoint& point)
 double CTimeDepAction::effectiveEnd() const
 {
     const double end = loopIndex * loopInterval + endTime;
-    return loop ? std::min(end, loopEndTime) : end;
+    return loop ? std::min(end, loopEndTime) : end; // the last turn of a loop may be cut short
 }
 
 bool CTimeDepAction::clipSpan(double& from, double& to) const

@@ -14,9 +14,9 @@ namespace NBrenmark {
 /// A unique id of 16 bytes, and two numbers of one kind of damping.
 static void dropAfterDamping(CInForm& f, qint32 kind)
 {
-    constexpr qint32 kindWithNumbers = 2;
-    f.dropF64(below(2, 4, 16));
-    f.dropF64(below(2, 4, 16));
+    constexpr qint32 kindWithNumbers = 2; // the only kind that stores numbers of its own
+    f.dropF64(below(2, 4, 16));           // first half of the id
+    f.dropF64(below(2, 4, 16));           // second half of the id
     if (kind != kindWithNumbers)
         return;
     f.dropF64();
@@ -27,11 +27,11 @@ static void dropAfterDamping(CInForm& f, qint32 kind)
 template <class TForm, class TCreator>
 static void titleForm(TForm& f, TCreator& creator)
 {
-    constexpr qint32 writtenWord = 3;
+    constexpr qint32 writtenWord = 3; // dropped by a reader; its meaning is lost
     f.text(creator.title);
     if constexpr (TForm::isReading) {
         qint32 kind = 0;
-        f.i32(kind, below(2, 4, 19), 0);
+        f.i32(kind, below(2, 4, 19), 0); // of damping
         f.dropI32();
         f.f64(creator.damping); // factor
         dropAfterDamping(f, kind);
@@ -46,10 +46,10 @@ static void titleForm(TForm& f, TCreator& creator)
 template <class TForm, class TCreator>
 static void limitsForm(TForm& f, TCreator& creator)
 {
-    f.i32(creator.velocityRestricted, gateLimits, 0); // not 0: limited
-    f.f64(creator.velocityLimit, gateLimits, 0.0);    // m/s
-    f.i32(creator.angularVelocityRestricted, gateLimits, 0);
-    f.f64(creator.angularVelocityLimit, gateLimits, 0.0); // rad/s
+    f.i32(creator.velocityRestricted, gateLimits, 0);        // not 0: limited
+    f.f64(creator.velocityLimit, gateLimits, 0.0);           // m/s
+    f.i32(creator.angularVelocityRestricted, gateLimits, 0); // not 0: limited
+    f.f64(creator.angularVelocityLimit, gateLimits, 0.0);    // rad/s
 }
 
 /// Whether charges are stored beside the particles of old timesteps. From 22.0.0 the flag keeps its value.
@@ -59,7 +59,7 @@ static void readStreamFlag(CInForm& f, CCreatorData& creator)
         return;
     qint32 stored = 0;
     f.i32(stored, gateStreamFlag, 0);
-    creator.legacyStreamFlag = stored == 1;
+    creator.legacyStreamFlag = stored == 1; // any other number means no
     f.stream.options.legacyCreatorFlag = creator.legacyStreamFlag;
 }
 
@@ -80,7 +80,7 @@ static void readModel(CDemCreatorDataReader& reader, CInForm& f, CCreatorData& c
         NLegacySupport::fillFromPrototypes(creator.particleTypes, prototypes);
         creator.physicsModels.read(reader);
     }
-    if (f.since(2, 4, 39)) {
+    if (f.since(2, 4, 39)) { // before, no material is stored
         creator.materials.read(reader);
         creator.interactions.read(reader);
     }

@@ -21,9 +21,9 @@
 namespace NBrenmark {
 
 // The least that an element takes, with empty texts.
-static constexpr qint64 leastFactoryBytes = 2 * 4;
-static constexpr qint64 leastSizeBytes = 2 * 4;
-static constexpr qint64 leastCustomBytes = 2 * 4;
+static constexpr qint64 leastFactoryBytes = 2 * 4; // its kind and its name
+static constexpr qint64 leastSizeBytes = 2 * 4;    // particle type and kind
+static constexpr qint64 leastCustomBytes = 2 * 4;  // property and kind
 
 static void tell(EEffect effect, const CParticleFactory& factory, const std::string& what)
 {
@@ -36,7 +36,7 @@ static void tell(EEffect effect, const CParticleFactory& factory, const std::str
 void CDemCreatorDataReader::readParticleFactoryElectrostatic(NLegacySupport::CParticleFactoryElectrostatic& charge)
 {
     CInForm f = in();
-    f.text(charge.kind);
+    f.text(charge.kind); // says how many numbers follow; none after another word
     if (charge.kind == CFixedValueCustomPropertyFactoryParam::word)
         f.f64(charge.fixedValue); // C
     else if (charge.kind == CRandomValueCustomPropertyFactoryParam::word) {
@@ -249,6 +249,7 @@ static void dynamicForm(TForm&& f, TFactory& factory)
 void CDemCreatorDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
 {
     dynamicForm(in(), factory);
+    // The definition starts the rate anew, with nothing created by it; the counts so far come with the timestep.
     factory.changeCreationRate(factory.creationRate, factory.rateChangeTime);
 }
 void CDemCreatorDataWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& factory)
@@ -259,7 +260,7 @@ void CDemCreatorDataWriter::writeDynamicParticleFactory(const CDynamicParticleFa
 template <class TForm, class TFactory>
 static void staticForm(TForm&& f, TFactory& factory)
 {
-    f.flag(factory.completed);
+    f.flag(factory.completed);                           // it has filled its shape
     f.f64(factory.creationTime);                         // s
     f.flag(factory.fillShape, from(2, 4, 50), true);     // as many as fit, whatever the goal
     f.i32(factory.numToCreate, from(2, 4, 50), 1000u);   // particles

@@ -71,7 +71,7 @@ template <class TForm, class TParam>
 static void normalDirectionForm(TForm&& f, TParam& param)
 {
     normalForm(f, param.magnitude);
-    f.point(param.direction, from(2, 4, 22), C3DVector(1.0, 0.0, 0.0));
+    f.point(param.direction, from(2, 4, 22), C3DVector(1.0, 0.0, 0.0)); // before, along x
 }
 void CDemCreatorDataReader::readNormalFactoryVelocity(CNormalFactoryVelocity& param)
 {
@@ -92,8 +92,8 @@ template <class TForm, class TParam>
 static void sprayForm(TForm&& f, TParam& param)
 {
     normalForm(f, param.magnitude);
-    f.f64(param.sprayAngle); // rad
-    f.point(param.direction);
+    f.f64(param.sprayAngle);  // rad
+    f.point(param.direction); // turned by up to the angle for each particle
 }
 void CDemCreatorDataReader::readSprayFactoryVelocity(CSprayFactoryVelocity& param) { sprayForm(in(), param); }
 void CDemCreatorDataWriter::writeSprayFactoryVelocity(const CSprayFactoryVelocity& param) { sprayForm(out(), param); }
@@ -137,7 +137,7 @@ static void binaryTypeForm(TForm&& f, TParam& param)
     if (f.since(24, 0, 28))
         f.length("name of a particle type", leastNameBytes, param.names);
     else if constexpr (std::decay_t<TForm>::isReading)
-        param.names.resize(2);
+        param.names.resize(2); // before, always two types
     for (auto& name : param.names)
         f.text(name);
 }
@@ -151,14 +151,14 @@ static void randomPositionForm(TForm&& f, TParam& param)
 {
     f.i32(param.style); // 0 anywhere, 1 on a walk
     if constexpr (std::decay_t<TForm>::isReading)
-        f.dropF64();
+        f.dropF64(); // the density factor
     else
-        f.f64(param.densityFactor); // a reader of this family doesn't keep it, an older solver may
-    f.f64(param.multiFactor);
-    f.f64(param.maxAngle);                                     // rad
-    f.f64(param.separation, from(2, 4, 33), 0.0);              // m
-    f.point(param.seedPosition, from(2, 4, 22), unsetPoint()); // m; three not-a-numbers: not set
-    f.point(param.seedVector, from(2, 4, 22), C3DVector(1.0, 0.0, 0.0));
+        f.f64(param.densityFactor);               // a reader of this family doesn't keep it, an older solver may
+    f.f64(param.multiFactor);                     // no unit
+    f.f64(param.maxAngle);                        // rad
+    f.f64(param.separation, from(2, 4, 33), 0.0); // m
+    f.point(param.seedPosition, from(2, 4, 22), unsetPoint());           // m; three not-a-numbers: not set
+    f.point(param.seedVector, from(2, 4, 22), C3DVector(1.0, 0.0, 0.0)); // state of the walk
 }
 void CDemCreatorDataReader::readRandomFactoryPosition(CRandomFactoryPosition& param)
 {
@@ -202,14 +202,14 @@ void CDemCreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValue
     const std::size_t elements = param.property() != nullptr ? param.property()->numberOfElements : 0;
     if (!f.since(25, 0, 1)) {
         double value = 0.0;
-        f.f64(value);
+        f.f64(value); // in the unit of the property
         param.values.assign(std::max<std::size_t>(1, elements), value);
         return;
     }
     std::vector<double> stored;
     f.length("value", 8, stored);
     for (double& value : stored)
-        f.f64(value);
+        f.f64(value); // in the unit of the property
     if (!param.takeStored(stored))
         report(stored.size() > elements ? eLost : eDefaulted, NLogTitle::legacyRead,
                counted(static_cast<qint64>(stored.size()), "value") + " in the factory parameter of the property \"" +
@@ -223,7 +223,7 @@ void CDemCreatorDataWriter::writeFixedValueCustomPropertyFactoryParam(
     COutForm f = out();
     f.length("value", 8, param.values);
     for (const double value : param.values)
-        f.f64(value);
+        f.f64(value); // in the unit of the property
 }
 
 void CDemCreatorDataReader::readRandomValueCustomPropertyFactoryParam(CRandomValueCustomPropertyFactoryParam& param)

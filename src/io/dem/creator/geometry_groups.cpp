@@ -66,7 +66,7 @@ static void bodyForm(TForm& f, TGroup& group)
     f.flag(group.closed); // the mesh encloses a volume
     f.text(group.materialName);
     reality(f, group);
-    f.dropI32();
+    f.dropI32();                    // always there, never used
     f.f64(group.enclosedMagnitude); // m^3; without meaning in an open group
     f.f64(group.surfaceMagnitude);  // m^2
     f.f64(group.time);              // s
@@ -145,7 +145,7 @@ static void readMesh(CInForm& f, CGeometryGroup& group)
             readTriangles(arrays);
     });
     if (!f.since(20, 0, 3)) {
-        f.i32(head.triangles);
+        f.i32(head.triangles); // before 20.0.3 they are counted here, and always raw
         f.group(false, head.triangles, readTriangles);
     }
     if (group.triangleNodes.size() != head.triangles)
@@ -183,7 +183,7 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
     group.momentOfInertia.read(*this);
     f.point(group.desiredForce, from(2, 4, 31), C3DVector()); // N
     QString name;
-    f.text(name, from(2, 4, 7), QString());
+    f.text(name, from(2, 4, 7), QString()); // before, it comes after the mesh
     group.setName(name);
     f.i32(group.uniqueId, from(24, 0, 30), CGeometryGroup::notSet); // unique in the deck
 
@@ -193,14 +193,14 @@ void CDemCreatorDataReader::readGeometryGroup(CGeometryGroup& group)
         bodyForm(f, group);
         group.motionHistory.read(*this);
         if (f.stores(gateGeometryInCreator))
-            readMatrix4(group.transform);
+            readMatrix4(group.transform);                        // from the mesh as it was made to where it is
         f.point(group.translation, from(25, 0, 3), C3DVector()); // m
         if (f.stores(gateGroupCharge))
             group.electrostatic.read(*this);
     }
     else
         readOldMesh(*this, f, group);
-    admitMemory(derivedMeshBytes(group), "meshes");
+    admitMemory(derivedMeshBytes(group), "meshes"); // of what isn't stored, but follows from the mesh
     group.settle();
 
     group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
@@ -222,8 +222,8 @@ void CDemCreatorDataWriter::writeGeometryGroup(const CGeometryGroup& group)
     writeMesh(f, group);
     bodyForm(f, group);
     group.motionHistory.write(*this);
-    writeMatrix4(group.transform);
-    f.point(group.translation); // m
+    writeMatrix4(group.transform); // from the mesh as it was made to where it is
+    f.point(group.translation);    // m
     group.electrostatic.write(*this);
     group.customProperties.write(*this);
 }

@@ -13,9 +13,9 @@ static constexpr qint64 interactionBytes = 4 + 3 * 8; // with an empty key
 template <class TForm, class TInteraction>
 static void interactionForm(TForm&& f, TInteraction& interaction)
 {
-    f.f64(interaction.restitution);
-    f.f64(interaction.staticFriction);
-    f.f64(interaction.rollingFriction);
+    f.f64(interaction.restitution);     // speed of parting to speed of approach
+    f.f64(interaction.staticFriction);  // coefficient
+    f.f64(interaction.rollingFriction); // coefficient
 }
 void CDemCreatorDataReader::readInteraction(CInteraction& interaction) { interactionForm(in(), interaction); }
 void CDemCreatorDataWriter::writeInteraction(const CInteraction& interaction) { interactionForm(out(), interaction); }
@@ -27,7 +27,7 @@ void CDemCreatorDataReader::readInteractionMap(InteractionMap& interactions)
     for (quint32 i = 0; i < count; ++i) {
         leaveIfStopped();
         QString key;
-        f.text(key);
+        f.text(key); // the smaller of two material names, "~", the greater one
         auto interaction = std::make_unique<CInteraction>();
         interaction->read(*this);
         if (interactions.entries.contains(key))

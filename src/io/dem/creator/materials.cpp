@@ -15,11 +15,11 @@ static constexpr qint64 leastMaterialBytes = 2 * 4 + 3 * 8; // its key, and itse
 template <class TForm, class TMaterial>
 static void materialForm(TForm&& f, TMaterial& m)
 {
-    f.text(m.name);
-    f.f64(m.poissonsRatio);
-    f.f64(m.shearModulus); // Pa
-    f.f64(m.density);      // kg/m^3
-    f.f64(m.workFunction, gateCharge, 0.0);
+    f.text(m.name);                                       // counts where it differs from the key
+    f.f64(m.poissonsRatio);                               // no unit
+    f.f64(m.shearModulus);                                // Pa
+    f.f64(m.density);                                     // kg/m^3
+    f.f64(m.workFunction, gateCharge, 0.0);               // J; for tribocharging alone
     f.i32(m.type, from(30, 0, 4), qint32(eBulkMaterial)); // 1 bulk, else equipment
 }
 void CDemCreatorDataReader::readMaterial(CMaterial& material) { materialForm(in(), material); }
@@ -32,7 +32,7 @@ void CDemCreatorDataReader::readMaterialMap(MaterialMap& materials)
     for (quint32 i = 0; i < count; ++i) {
         leaveIfStopped();
         QString key;
-        f.text(key);
+        f.text(key); // what the list calls it
         auto material = std::make_unique<CMaterial>();
         material->read(*this);
         if (key.toStdString() != material->name)

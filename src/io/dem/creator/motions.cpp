@@ -11,7 +11,7 @@
 
 namespace NBrenmark {
 
-static constexpr qint64 leastMotionBytes = 4;
+static constexpr qint64 leastMotionBytes = 4; // the word of its kind: an unknown kind has no data
 
 // ---------------------------------------------------------------- parts that motions share
 

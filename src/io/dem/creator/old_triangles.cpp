@@ -15,8 +15,8 @@
 
 namespace NBrenmark {
 
-static constexpr qint64 leastTriangleBytes = 4 + 48 + 24 + 4 + 4 + 4 + 2 * 4;
-static constexpr qint64 cornerBytes = 4 + 24;
+static constexpr qint64 leastTriangleBytes = 4 + 48 + 24 + 4 + 4 + 4 + 2 * 4; // empty texts and lists, no corners
+static constexpr qint64 cornerBytes = 4 + 24;                                 // id and point
 /// Stands for a vertex that has no id of its own in the file.
 static constexpr quint32 noVertexId = 0xFFFFFFFFu;
 
@@ -51,7 +51,7 @@ private:
     /// The first vertex at that point; noVertexId if there is none.
     quint32 find(const C3DPoint& point) const
     {
-        const double tolerance = 1e-11 * std::abs(point.x) + 1e-30;
+        const double tolerance = 1e-11 * std::abs(point.x) + 1e-30; // wider than the fuzzy test, which decides
         quint32 first = noVertexId;
         for (auto i = byX.lower_bound(point.x - tolerance); i != byX.end() && i->first <= point.x + tolerance; ++i)
             if (i->second < first && group.coords[i->second] == point)
@@ -72,7 +72,7 @@ static TriangleNodes readCorners(CInForm& f, CVertexGathering& vertices)
         quint32 id = 0;
         C3DPoint point;
         f.i32(id);
-        f.point(point);
+        f.point(point); // m
         if (i < nodes.size())
             nodes[i] = vertices.place(id, point);
     }
@@ -96,20 +96,20 @@ static void readTriangle(CDemCreatorDataReader& reader, CInForm& f, CGeometryGro
     CAxisAngle force; // force, torque and compressive force
     quint32 id = 0;
     double charge = 0.0;
-    f.text(dropped);
+    f.text(dropped); // a name that nothing uses
     reader.readAxisAngle(force);
-    f.point(group.velocity);
+    f.point(group.velocity); // m/s
     group.motionHistory.read(reader);
-    if (f.stores(from(2, 4, 2)))
+    if (f.stores(from(2, 4, 2))) // before, a triangle has no corners
         group.triangleNodes.push_back(readCorners(f, vertices));
-    f.text(group.materialName);
+    f.text(group.materialName); // the group's own comes after the mesh, and counts
     f.i32(id);
     dropWords(f);
     dropWords(f);
     if (storesOldCharge(f))
-        f.f64(charge);
+        f.f64(charge); // C
     C3DVector droppedForce;
-    f.point(droppedForce, from(13, 0, 1).upTo(13, 0, 1), C3DVector());
+    f.point(droppedForce, from(13, 0, 1).upTo(13, 0, 1), C3DVector()); // in this one version
     group.triangleIds.push_back(id);
     group.triangleForces.push_back(
         {force.start.x, force.start.y, force.start.z, force.end.x, force.end.y, force.end.z, force.angle});
@@ -132,22 +132,22 @@ static void readTrailer(CDemCreatorDataReader& reader, CInForm& f, CGeometryGrou
 {
     qint32 isReal = 1;
     QString name;
-    f.flag(group.closed);
+    f.flag(group.closed); // the mesh encloses a volume
     f.text(group.materialName);
-    f.i32(isReal);
-    f.text(name, upTo(2, 4, 6), group.displayedName);
+    f.i32(isReal);                                    // above 0: real, otherwise virtual
+    f.text(name, upTo(2, 4, 6), group.displayedName); // from 2.4.7 on it comes before the mesh
     f.dropI32();
-    f.f64(group.enclosedMagnitude);
-    f.f64(group.surfaceMagnitude);
+    f.f64(group.enclosedMagnitude); // m^3; without meaning in an open group
+    f.f64(group.surfaceMagnitude);  // m^2
     f.flag(group.resetVelocities);
-    f.f64(group.time, from(2, 4, 4), 0.0);
+    f.f64(group.time, from(2, 4, 4), 0.0); // s
     f.dropF64(from(2, 4, 12).below(2, 4, 31));
-    f.f64(group.gain, from(2, 4, 31), 0.0);
-    f.flag(group.resetVelocities, from(2, 4, 34), group.resetVelocities);
-    f.point(group.centreOfMass, from(2, 4, 59), C3DPoint());
+    f.f64(group.gain, from(2, 4, 31), 0.0);                               // carried; nothing here uses it
+    f.flag(group.resetVelocities, from(2, 4, 34), group.resetVelocities); // again, and this one counts
+    f.point(group.centreOfMass, from(2, 4, 59), C3DPoint());              // m
     if (f.stores(from(13, 0, 1)))
         group.electrostatic.read(reader);
-    f.i32(isReal, from(13, 0, 3), isReal);
+    f.i32(isReal, from(13, 0, 3), isReal); // again, and this one counts
     group.geometryType = isReal > 0 ? eRealGeometry : eVirtualGeometry;
     group.setName(name);
 }

@@ -9,8 +9,8 @@
 
 namespace NBrenmark {
 
-static constexpr qint64 leastTemplateBytes = 4 + 48 + 12 + 4 + 8;
-static constexpr qint64 leastPartBytes = 4 + 12;
+static constexpr qint64 leastTemplateBytes = 4 + 48 + 12 + 4 + 8; // no parts, the domain, an empty name, the scale
+static constexpr qint64 leastPartBytes = 4 + 12;                  // its index, two counts and the mask
 
 // ---------------------------------------------------------------- a part
 
@@ -44,10 +44,10 @@ static void readParts(CDemReader& reader, CInForm& f, GeometryGroups& parts)
         SPartHead head;
         f.i32(part->index);
         partForm(f, *part, head);
-        if (f.stores(from(30, 0, 11)))
+        if (f.stores(from(30, 0, 11))) // before, it isn't known
             part->momentOfInertia.read(reader);
         part->dataMask = head.mask;
-        part->uniqueId = part->index;
+        part->uniqueId = part->index; // a part has no other id in the file
         part->settle();
         parts.add(part.release(), false);
     }
@@ -102,7 +102,7 @@ void CDemCreatorDataReader::readParticleTemplate(CParticleTemplate& particle)
     f.text(particle.name);
     f.f64(particle.scale);
     f.text(particle.materialName);
-    if (f.stores(from(30, 0, 11)))
+    if (f.stores(from(30, 0, 11))) // absent from 24.0.21 to here
         readMatrix3(particle.orientation);
 }
 

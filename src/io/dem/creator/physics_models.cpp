@@ -9,7 +9,7 @@
 
 namespace NBrenmark {
 
-static constexpr qint64 leastModelBytes = 4;
+static constexpr qint64 leastModelBytes = 4; // its name
 /// The source of a model where the version doesn't store it: look among all.
 static constexpr quint32 anySource = 2;
 
@@ -24,7 +24,7 @@ static SModelHead readModelHead(CInForm& f)
 {
     SModelHead head;
     f.text(head.name);
-    f.i32(head.source, gateModelSource, anySource);
+    f.i32(head.source, gateModelSource, anySource); // EModelSource
     head.name = mendedModelName(head.name);
     return head;
 }
@@ -55,7 +55,7 @@ static void readChain(CDemCreatorDataReader& reader, CInForm& f, CPhysicsModels&
 void CDemCreatorDataReader::readPhysicsModels(CPhysicsModels& models)
 {
     CInForm f = in();
-    if (!f.stores(gateForces))
+    if (!f.stores(gateForces)) // such decks say nothing of their physics
         return;
     const CPhysicsModels::CLoading loading(models);
     models.clear();
@@ -82,7 +82,7 @@ void CDemCreatorDataWriter::writePhysicsModels(const CPhysicsModels& models)
         f.length(noun, leastModelBytes, list);
         for (const auto& model : list) {
             f.text(model->modelName());
-            f.i32(model->source);
+            f.i32(model->source); // EModelSource
             model->write(*this);
         }
     };

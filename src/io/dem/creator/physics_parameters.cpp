@@ -75,7 +75,7 @@ static void pairsForm(COutForm& f, const CPairTable<TValue>& table, const SGate&
     }
 }
 
-static constexpr SGate never = below(0, 0, 0);
+static constexpr SGate never = below(0, 0, 0); // for pairs that always had two texts
 static constexpr SGate gateJoinedNames = from(13, 0, 3).below(20, 0, 0);
 
 static const auto oneNumber = [](auto& f, auto& value) { f.f64(value); };
@@ -126,7 +126,7 @@ void CDemCreatorDataWriter::writeLinearSpringParamData(const CLinearSpringContac
 template <class TForm, class TData>
 static void jkrForm(TForm&& f, TData& data)
 {
-    pairsForm(f, data.surfaceEnergy, gateJoinedNames, oneNumber);
+    pairsForm(f, data.surfaceEnergy, gateJoinedNames, oneNumber); // J/m^2
 }
 void CDemCreatorDataReader::readJkrParamData(CJkrContactModelParamData& data) { jkrForm(in(), data); }
 void CDemCreatorDataWriter::writeJkrParamData(const CJkrContactModelParamData& data) { jkrForm(out(), data); }
@@ -134,7 +134,7 @@ void CDemCreatorDataWriter::writeJkrParamData(const CJkrContactModelParamData& d
 template <class TForm, class TData>
 static void cohesionForm(TForm&& f, TData& data)
 {
-    pairsForm(f, data.energyDensity, gateJoinedNames, oneNumber);
+    pairsForm(f, data.energyDensity, gateJoinedNames, oneNumber); // J/m^3
 }
 void CDemCreatorDataReader::readCohesionParamData(CCohesionContactModelParamData& data) { cohesionForm(in(), data); }
 void CDemCreatorDataWriter::writeCohesionParamData(const CCohesionContactModelParamData& data)
@@ -146,10 +146,10 @@ template <class TForm, class TData>
 static void hystereticForm(TForm&& f, TData& data)
 {
     pairsForm(f, data.interactions, never, [](auto& form, auto& interaction) {
-        form.f64(interaction.damping);
-        form.f64(interaction.stiffness);
+        form.f64(interaction.damping);   // factor
+        form.f64(interaction.stiffness); // factor from the normal to the tangential stiffness
     });
-    namesForm(f, data.yields);
+    namesForm(f, data.yields); // Pa, by particle type or geometry
 }
 void CDemCreatorDataReader::readHystereticParamData(CHystereticContactModelParamData& data)
 {
@@ -163,7 +163,7 @@ void CDemCreatorDataWriter::writeHystereticParamData(const CHystereticContactMod
 template <class TForm, class TData>
 static void heatConductionForm(TForm&& f, TData& data)
 {
-    namesForm(f, data.conductivities);
+    namesForm(f, data.conductivities); // W/(m K), by particle type
 }
 void CDemCreatorDataReader::readHeatConductionParamData(CHeatConductionModelParamData& data)
 {
@@ -177,7 +177,7 @@ void CDemCreatorDataWriter::writeHeatConductionParamData(const CHeatConductionMo
 template <class TForm, class TData>
 static void archardForm(TForm&& f, TData& data)
 {
-    namesForm(f, data.wearConstants);
+    namesForm(f, data.wearConstants); // 1/Pa, by geometry
 }
 void CDemCreatorDataReader::readArchardParamData(CArchardContactModelParamData& data) { archardForm(in(), data); }
 void CDemCreatorDataWriter::writeArchardParamData(const CArchardContactModelParamData& data)
@@ -213,7 +213,7 @@ static void bondForm(TForm&& f, TParameters& bond)
 void CDemCreatorDataReader::readBondParameters(CBondParameters& bond) { bondForm(in(), bond); }
 void CDemCreatorDataWriter::writeBondParameters(const CBondParameters& bond) { bondForm(out(), bond); }
 
-static constexpr qint64 leastBondBytes = leastNameBytes + 5 * 8;
+static constexpr qint64 leastBondBytes = leastNameBytes + 5 * 8; // an empty key and its numbers
 
 void CDemCreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
 {
@@ -268,9 +268,9 @@ void CDemCreatorDataWriter::writeParallelBondParamData(const CParallelBondContac
 
 // ---------------------------------------------------------------- moving planes
 
-static constexpr qint64 planePointBytes = 4 + 3 * 8;
-static constexpr qint64 leastPlaneNameBytes = 4 + 2 * leastNameBytes;
-static constexpr qint64 planeBytes = 4 + 2 * 3 * 8;
+static constexpr qint64 planePointBytes = 4 + 3 * 8;                  // an id and a point
+static constexpr qint64 leastPlaneNameBytes = 4 + 2 * leastNameBytes; // an id and two texts
+static constexpr qint64 planeBytes = 4 + 2 * 3 * 8;                   // an id and two points
 static constexpr SGate gatePlaneNames = from(27, 0, 1);
 
 /// Two tables that nothing here has a use for come before the planes.
@@ -317,8 +317,8 @@ void CDemCreatorDataReader::readMovingPlaneParamData(CMovingPlaneContactModelPar
 void CDemCreatorDataWriter::writeMovingPlaneParamData(const CMovingPlaneContactModelParamData& data)
 {
     COutForm f = out();
-    f.i32(0); // points
-    f.i32(0, gatePlaneNames, 0);
+    f.i32(0);                    // points
+    f.i32(0, gatePlaneNames, 0); // names
     f.length("moving plane", planeBytes, data.planes);
     for (const auto& [id, plane] : data.planes) {
         f.i32(id);
@@ -346,7 +346,7 @@ void CDemCreatorDataWriter::writeElectrostaticsExtForceParamData(const CElectros
 template <class TForm, class TData>
 static void temperatureUpdateForm(TForm&& f, TData& data)
 {
-    namesForm(f, data.heatCapacities);
+    namesForm(f, data.heatCapacities); // J/(kg K), by particle type
 }
 void CDemCreatorDataReader::readHeatConductionExtForceParamData(CHeatConductionExtForceParamData& data)
 {

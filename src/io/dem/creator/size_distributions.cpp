@@ -98,7 +98,7 @@ void CDemCreatorDataReader::readUserDefinedFactorySize(CUserDefinedFactorySize& 
     law.bands.clear();
     for (quint32 i = 0; i < count; ++i) {
         double value = 0.0;
-        f.f64(value);
+        f.f64(value);            // the size
         f.f64(law.bands[value]); // a size met before gets another share
     }
 }
@@ -110,8 +110,8 @@ void CDemCreatorDataWriter::writeUserDefinedFactorySize(const CUserDefinedFactor
     f.flag(law.radiusScaling); // else of the volume
     f.length("size band", bandBytes, law.bands);
     for (const auto& [value, share] : law.bands) {
-        f.f64(value);
-        f.f64(share);
+        f.f64(value); // the size
+        f.f64(share); // percent, that of all sizes up to this one
     }
 }
 

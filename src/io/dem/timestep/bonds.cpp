@@ -9,7 +9,7 @@ namespace NBrenmark {
 template <class TArrays, class TBonds>
 static void rowsForm(TArrays& arrays, TBonds& b)
 {
-    arrays.rows("bond ends", b.rows);
+    arrays.rows("bond ends", b.rows);                      // positions in types and meshes, not ids
     arrays.rows("normal forces", b.normalForce);           // N
     arrays.rows("tangential forces", b.tangentialForce);   // N
     arrays.rows("normal torques", b.normalTorque);         // N m

@@ -22,7 +22,7 @@ static constexpr quint32 droppedWordField = 0x4000;
 static constexpr quint32 fieldsWithRows =
     contactFields | eContactLegacyScalar | eContactLegacyFlags | repeatedForceField | droppedWordField;
 
-static constexpr qint64 leastRecordBytes = 2 * 4 + 4 + 4 * 8;
+static constexpr qint64 leastRecordBytes = 2 * 4 + 4 + 4 * 8; // two words, an empty name and four numbers
 
 // ---------------------------------------------------------------- extra values
 
@@ -32,7 +32,7 @@ static void recordForm(TForm& f, TRecord& record)
     f.i32(record.kind); // 0 numbers, 1 vectors; others have no values
     f.i32(record.type);
     f.text(record.name);
-    f.f64(record.scale);
+    f.f64(record.scale); // carried; nothing here uses it
     f.point(record.defaultValue);
 }
 
@@ -98,8 +98,8 @@ static void rowsForm(TArrays& arrays, quint32 fields, TContacts& c)
     };
     rows(eContactEnds, "contact ends", c.rows); // positions in types and meshes: checked after the read
     rows(eContactTangentialOverlap, "tangential overlaps", c.tangentialOverlap); // m
-    rows(eContactVector1, "first contact vectors", c.contactVector1); // m, from the first centre to the contact
-    rows(eContactVector2, "second contact vectors", c.contactVector2);
+    rows(eContactVector1, "first contact vectors", c.contactVector1);      // m, from the first centre to the contact
+    rows(eContactVector2, "second contact vectors", c.contactVector2);     // m, from the second partner's centre
     rows(eContactPosition, "contact positions", c.position);               // m
     rows(eContactNormalOverlap, "normal overlaps", c.normalOverlap);       // m; below 0: released
     rows(eContactNormalForce, "normal forces", c.normalForce);             // N
@@ -122,7 +122,7 @@ static void rowsForm(TArrays& arrays, quint32 fields, TContacts& c)
 static quint32 readFields(CInForm& f)
 {
     quint32 fields = contactFields;
-    f.i32(fields, from(20, 0, 6), contactFields);
+    f.i32(fields, from(20, 0, 6), contactFields); // EContactField; below 20.0.17 not to be believed
     if (!f.stores(gateContactBlocks))
         fields = fieldsBeforeBlocks | (f.stores(below(20, 0, 9)) ? repeatedForceField : 0);
     return fields;
@@ -189,7 +189,7 @@ void CDemTimestepDataReader::readContacts(CContacts& contacts)
         return;
     }
     CEmptiedUnlessWhole<CContacts> reading(contacts);
-    f.dropI32();
+    f.dropI32(); // before blocks came, one word that no one uses
     contacts.surfaceSurface.read(*this);
     contacts.surfaceGeometry.read(*this);
     reading.whole = true;

@@ -18,12 +18,12 @@
 
 namespace NBrenmark {
 
-static constexpr qint64 leastSizeBytes = 4;
-static constexpr qint64 leastAccountBytes = 4 + 3 * 8;
+static constexpr qint64 leastSizeBytes = 4;            // the particle type; most sizes have no state
+static constexpr qint64 leastAccountBytes = 4 + 3 * 8; // the particle type and its account
 
 // ---------------------------------------------------------------- accounts
 
-static const SGate gateAccounts = from(22, 0, 1);
+static const SGate gateAccounts = from(22, 0, 1); // when goals and rates of mass came
 
 template <class TForm, class TAccount>
 static void accountForm(TForm&& f, TAccount& account)
@@ -132,7 +132,7 @@ void CDemTimestepDataReader::readDynamicParticleFactory(CDynamicParticleFactory&
     CInForm f = in();
     f.i32(factory.createdSinceRateChange); // particles
     factory.typeAccounting.clear();
-    if (!f.since(30, 0, 0))
+    if (!f.since(30, 0, 0)) // before, the factory has one account for all types
         return;
     const quint32 count = f.count("account of a particle type", leastAccountBytes);
     for (quint32 i = 0; i < count; ++i) {
@@ -156,7 +156,7 @@ void CDemTimestepDataWriter::writeDynamicParticleFactory(const CDynamicParticleF
 template <class TForm, class TFactory>
 static void staticForm(TForm&& f, TFactory& factory)
 {
-    f.flag(factory.completed);
+    f.flag(factory.completed); // it has filled its shape
 }
 void CDemTimestepDataReader::readStaticParticleFactory(CStaticParticleFactory& factory) { staticForm(in(), factory); }
 void CDemTimestepDataWriter::writeStaticParticleFactory(const CStaticParticleFactory& factory)

@@ -22,7 +22,7 @@ template <class TForm, class TParam>
 static void randomPositionForm(TForm&& f, TParam& param)
 {
     f.point(param.seedPosition); // m; three not-a-numbers: not set
-    f.point(param.seedVector);
+    f.point(param.seedVector);   // state of the walk
 }
 void CDemTimestepDataReader::readRandomFactoryPosition(CRandomFactoryPosition& param)
 {

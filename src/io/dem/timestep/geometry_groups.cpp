@@ -34,7 +34,7 @@ static void readMotion(CDemTimestepDataReader& reader, CInForm& f, CGeometryGrou
         group.motionHistory.read(reader);
     }
     C3DTransform transform;
-    reader.readMatrix4(transform);
+    reader.readMatrix4(transform); // from the mesh as it was made to where it is now
     placeForm(f, group);
     group.moveTo(transform);
 }
@@ -44,7 +44,7 @@ static void writeMotion(CDemTimestepDataWriter& writer, COutForm& f, const CGeom
     f.flag(group.resetVelocities);
     f.point(group.velocity); // m/s
     group.motionHistory.write(writer);
-    writer.writeMatrix4(group.transform);
+    writer.writeMatrix4(group.transform); // from the mesh as it was made to where it is now
     placeForm(f, group);
 }
 
@@ -77,7 +77,7 @@ static void readTriangles(CInForm& f, CGeometryGroup& group)
 {
     if (f.stores(upTo(20, 0, 14)))
         group.dataMask = eTriangleIds | eTriangleNodes | eTriangleForces;
-    if (!f.since(20, 0, 16))
+    if (!f.since(20, 0, 16)) // from 20.0.10 to here a timestep has nothing of the triangles
         return;
     f.f64(group.time, from(20, 0, 21), group.time); // s
     quint32 count = 0;
@@ -134,7 +134,7 @@ void CDemTimestepDataReader::readGeometryGroup(CGeometryGroup& group)
     group.customProperties.resetToInitialValues(static_cast<unsigned int>(group.triangleNodes.size()));
     if (f.since(23, 0, 0))
         group.customProperties.read(*this);
-    if (f.since(20, 0, 12))
+    if (f.since(20, 0, 12)) // before, no state of factories is stored
         group.factories->read(*this);
 }
 

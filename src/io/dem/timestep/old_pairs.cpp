@@ -18,34 +18,34 @@ static constexpr qint64 bondBytes = 4 * 4 + 4 * 24 + 4 + 8;
 void CDemTimestepDataReader::readLegacySurfSurfContactIds(SLegacyContact& contact)
 {
     CInForm f = in();
-    f.i32(contact.firstElement);
+    f.i32(contact.firstElement); // number of the sphere within its particle
     f.i32(contact.firstParticleId);
-    f.i32(contact.secondElement);
+    f.i32(contact.secondElement); // number of the sphere within its particle
     f.i32(contact.secondParticleId);
 }
 
 void CDemTimestepDataReader::readLegacySurfGeomContactIds(SLegacyContact& contact)
 {
     CInForm f = in();
-    f.i32(contact.firstElement);
+    f.i32(contact.firstElement); // number of the sphere within its particle
     f.i32(contact.firstParticleId);
-    f.i32(contact.triangleId);
+    f.i32(contact.triangleId); // unique in the deck: no group is named
 }
 
 void CDemTimestepDataReader::readLegacyContact(SLegacyContact& contact)
 {
     CInForm f = in();
-    f.point(contact.normalForce);
-    f.point(contact.tangentialForce);
-    f.point(contact.contactVector1);
-    f.point(contact.contactVector2);
-    f.point(contact.tangentialOverlap);
-    f.point(contact.position);
-    f.f64(contact.normalOverlap);
+    f.point(contact.normalForce);       // N
+    f.point(contact.tangentialForce);   // N
+    f.point(contact.contactVector1);    // m, from the first centre to the contact
+    f.point(contact.contactVector2);    // m, from the second partner's centre
+    f.point(contact.tangentialOverlap); // m
+    f.point(contact.position);          // m
+    f.f64(contact.normalOverlap);       // m
     f.dropI32(0, from(2, 4, 48));
     // The forces once more, which count.
-    f.point(contact.normalForce, from(2, 4, 52), contact.normalForce);
-    f.point(contact.tangentialForce, from(2, 4, 52), contact.tangentialForce);
+    f.point(contact.normalForce, from(2, 4, 52), contact.normalForce);         // N
+    f.point(contact.tangentialForce, from(2, 4, 52), contact.tangentialForce); // N
 }
 
 /// A list of records that are read one by one afterwards.
@@ -87,21 +87,21 @@ void CDemTimestepDataReader::readLegacyContacts(SLegacyContactLists& contacts)
 void CDemTimestepDataReader::readLegacySurfSurfBondIds(CSurfSurfBond& bond)
 {
     CInForm f = in();
-    f.i32(bond.firstElement);
+    f.i32(bond.firstElement); // number of the sphere within its particle
     f.i32(bond.firstParticleId);
-    f.i32(bond.secondElement);
+    f.i32(bond.secondElement); // number of the sphere within its particle
     f.i32(bond.secondParticleId);
 }
 
 void CDemTimestepDataReader::readLegacyBond(CBond& bond)
 {
     CInForm f = in();
-    f.point(bond.normalForce);
-    f.point(bond.tangentialForce);
-    f.point(bond.normalTorque);
-    f.point(bond.tangentialTorque);
-    f.i32(bond.state);
-    f.f64(bond.breakTime);
+    f.point(bond.normalForce);      // N
+    f.point(bond.tangentialForce);  // N
+    f.point(bond.normalTorque);     // N m
+    f.point(bond.tangentialTorque); // N m
+    f.i32(bond.state);              // EBondState
+    f.f64(bond.breakTime);          // s
 }
 
 void CDemTimestepDataReader::readLegacyBonds(CBondList& bonds)
@@ -125,22 +125,22 @@ static constexpr SGate gateCollisionObjects = from(2, 4, 37);
 void CDemTimestepDataReader::readLegacyParticleContactSide(SLegacyParticleSide& side)
 {
     CInForm f = in();
-    f.point(side.velocity);
-    f.point(side.angularVelocity);
+    f.point(side.velocity);        // m/s
+    f.point(side.angularVelocity); // rad/s
     readQuaternion(side.orientation);
-    f.point(side.position);
-    f.i32(side.element);
+    f.point(side.position); // m
+    f.i32(side.element);    // number of the sphere within its particle
     f.i32(side.particleId);
     f.text(side.name);
-    f.f64(side.radius);
+    f.f64(side.radius); // m
 }
 
 void CDemTimestepDataReader::readLegacyGeometryContactSide(SLegacyGeometrySide& side)
 {
     CInForm f = in();
-    f.point(side.velocity);
-    f.point(side.position);
-    f.i32(side.triangleId);
+    f.point(side.velocity); // m/s
+    f.point(side.position); // m
+    f.i32(side.triangleId); // unique in the deck: no group is named
     f.text(side.name);
 }
 
@@ -159,18 +159,18 @@ void CDemTimestepDataReader::readLegacySurfGeomCollisionSides(CSurfGeomCollision
 void CDemTimestepDataReader::readLegacyCollision(CCollision& collision)
 {
     CInForm f = in();
-    f.point(collision.position);
-    f.point(collision.maxNormalForce);
-    f.point(collision.totalNormalForce);
-    f.point(collision.maxTangentialForce);
-    f.point(collision.totalTangentialForce);
-    f.point(collision.unitCpVector);
-    f.point(collision.relativeVelocity);
-    f.f64(collision.startTime);
-    f.f64(collision.endTime);
-    f.i32(collision.iterations);
-    f.f64(collision.shearEnergy);
-    f.f64(collision.normalEnergy);
+    f.point(collision.position);             // m
+    f.point(collision.maxNormalForce);       // N
+    f.point(collision.totalNormalForce);     // N
+    f.point(collision.maxTangentialForce);   // N
+    f.point(collision.totalTangentialForce); // N
+    f.point(collision.unitCpVector);         // of length 1, along the line of contact
+    f.point(collision.relativeVelocity);     // m/s
+    f.f64(collision.startTime);              // s
+    f.f64(collision.endTime);                // s; above 0: it has ended
+    f.i32(collision.iterations);             // time steps
+    f.f64(collision.shearEnergy);            // J; before the normal one, other than in the rows of today
+    f.f64(collision.normalEnergy);           // J
     f.i32(collision.id);
     if (collision.id >= nextCollisionId)
         nextCollisionId = collision.id + 1;

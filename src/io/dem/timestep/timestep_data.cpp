@@ -21,7 +21,7 @@
 
 namespace NBrenmark {
 
-static constexpr qint64 leastRemovedBytes = 4 + 4;
+static constexpr qint64 leastRemovedBytes = 4 + 4; // an empty name and a number
 
 /// What the timestep holds.
 static void readMasks(CInForm& f, CTimestepData& timestep)
@@ -63,7 +63,7 @@ static void readRemovedParticles(CInForm& f, CTimestepData& timestep)
         f.text(typeName);
         if (timestep.removedParticles.contains(typeName))
             reportRepeated("count of removed particles", typeName);
-        f.i32(timestep.removedParticles[typeName]);
+        f.i32(timestep.removedParticles[typeName]); // particles so far
     }
 }
 
@@ -205,9 +205,9 @@ static void readEnergies(CDemTimestepDataReader& reader, CInForm& f, CTimestepDa
     if (f.stores(gateBalance))
         energy.read(reader);
     else {
-        f.f64(energy.total);
-        f.f64(energy.potential, from(2, 4, 30), 0.0);
-        f.f64(energy.kinetic, from(2, 4, 30), 0.0);
+        f.f64(energy.total);                          // J
+        f.f64(energy.potential, from(2, 4, 30), 0.0); // J
+        f.f64(energy.kinetic, from(2, 4, 30), 0.0);   // J
     }
     f.dropI32(0, from(2, 4, 36).below(2, 4, 38));
     if (f.stores(from(2, 4, 38)))

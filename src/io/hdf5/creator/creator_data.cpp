@@ -15,13 +15,13 @@ static void scalarsForm(TForm& f, TData& data, qint32& dimensions)
 {
     f.attribute("title", data.title);
     f.attribute("description", data.description);
-    f.attribute("dimensions", dimensions);                // always 3; of no use
-    f.attribute("damping", data.damping);                 // factor
-    f.attribute("vel restrict", data.velocityRestricted); // not 0: limited
-    f.attribute("vel limit", data.velocityLimit);         // m/s
-    f.attribute("angvel restrict", data.angularVelocityRestricted);
-    f.attribute("angvel limit", data.angularVelocityLimit); // rad/s
-    f.attribute("gravity", data.gravity);                   // m/s^2
+    f.attribute("dimensions", dimensions);                          // always 3; of no use
+    f.attribute("damping", data.damping);                           // factor
+    f.attribute("vel restrict", data.velocityRestricted);           // not 0: limited
+    f.attribute("vel limit", data.velocityLimit);                   // m/s
+    f.attribute("angvel restrict", data.angularVelocityRestricted); // not 0: limited
+    f.attribute("angvel limit", data.angularVelocityLimit);         // rad/s
+    f.attribute("gravity", data.gravity);                           // m/s^2
 }
 
 /// Runs visit on each part of a creator model, in file order.
@@ -46,7 +46,7 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
     const CHdf5Place place(*this, root);
     in().group("CreatorData/", [&] {
         in().group(std::to_string(data.storageIndex()), [&] {
-            readFileVersionInfo(data);
+            readFileVersionInfo(data); // first: every gate goes by it
             qint32 dimensions = 0;
             scalarsForm(in(), data, dimensions);
             if (options.examine && dimensions != spaceDimensions)
@@ -56,7 +56,7 @@ void CHdf5CreatorDataReader::readCreatorData(CCreatorData& data)
         });
     });
     data.settle(NLogTitle::hdf5Read);
-    if (!in().since(30, 0, 4))
+    if (!in().since(30, 0, 4)) // before, a material had no type
         applyMaterialRule(data, [](const IContactModel&) { return true; });
 }
 

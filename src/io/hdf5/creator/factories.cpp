@@ -125,7 +125,7 @@ void CHdf5CreatorDataReader::readParticleFactory(CParticleFactory& factory)
     // After the type, which it is given.
     read("FactPosition/", factory.position, [&](const QString& word) { factory.setPositionKind(word); });
     in().group("FactCustomParams/", [&] { readCustomParams(*this, in(), factory); });
-    in().fixedRows("Counters/", factory.counters);
+    in().fixedRows("Counters/", factory.counters); // the solver's, kept as they are
 }
 
 void CHdf5CreatorDataWriter::writeParticleFactory(const CParticleFactory& factory)
@@ -142,7 +142,7 @@ void CHdf5CreatorDataWriter::writeParticleFactory(const CParticleFactory& factor
     out().group("FactType/", [&] { writeParameter(*this, out(), factory.type); });
     out().group("FactPosition/", [&] { writeParameter(*this, out(), factory.position); });
     out().group("FactCustomParams/", [&] { writeCustomParams(*this, out(), factory); });
-    out().fixedRows("Counters/", factory.counters);
+    out().fixedRows("Counters/", factory.counters); // the solver's, kept as they are
 }
 
 // ---------------------------------------------------------------- the two kinds
@@ -164,6 +164,7 @@ static void dynamicForm(TForm& f, TFactory& factory)
 void CHdf5CreatorDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
 {
     dynamicForm(in(), factory);
+    // The definition starts the rate anew, with nothing created by it; the counts so far come with the timestep.
     factory.changeCreationRate(factory.creationRate, factory.rateChangeTime);
 }
 
@@ -175,7 +176,7 @@ void CHdf5CreatorDataWriter::writeDynamicParticleFactory(const CDynamicParticleF
 template <class TForm, class TFactory>
 static void staticForm(TForm& f, TFactory& factory)
 {
-    f.attribute("completed", factory.completed);
+    f.attribute("completed", factory.completed);             // it has filled its shape
     f.attribute("fill shape", factory.fillShape);            // as many as fit, whatever the goal
     f.attribute("is mass creation", factory.massCreation);   // the goal is a mass
     f.attribute("creation time", factory.creationTime);      // s

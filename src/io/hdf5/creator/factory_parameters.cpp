@@ -21,8 +21,8 @@ namespace NBrenmark {
 template <class TForm, class TLaw>
 static void spreadForm(TForm& f, TLaw& law)
 {
-    f.attribute("mean", law.mean);
-    f.attribute("standard deviation", law.deviation);
+    f.attribute("mean", law.mean);                    // in the unit of what is drawn
+    f.attribute("standard deviation", law.deviation); // in the unit of what is drawn
 }
 
 // ---------------------------------------------------------------- velocities
@@ -32,7 +32,7 @@ static void sprayVelocityForm(TForm& f, TParam& p)
 {
     spreadForm(f, p.magnitude);
     f.attribute("max angle", p.sprayAngle); // rad
-    f.dataset("direction", p.direction);
+    f.dataset("direction", p.direction);    // turned by up to the angle for each particle
 }
 
 void CHdf5CreatorDataReader::readSprayFactoryVelocity(CSprayFactoryVelocity& p) { sprayVelocityForm(in(), p); }
@@ -117,13 +117,13 @@ static const char* const turnName = "value";
 void CHdf5CreatorDataReader::readFixedFactoryOrientation(CFixedFactoryOrientation& p)
 {
     CQuaternion turn;
-    in().dataset(turnName, turn);
+    in().dataset(turnName, turn); // w, x, y, z
     p.setQuaternion(turn);
 }
 
 void CHdf5CreatorDataWriter::writeFixedFactoryOrientation(const CFixedFactoryOrientation& p)
 {
-    out().dataset(turnName, p.quaternion());
+    out().dataset(turnName, p.quaternion()); // w, x, y, z
 }
 
 // ---------------------------------------------------------------- type
@@ -143,7 +143,7 @@ void CHdf5CreatorDataWriter::writeFixedFactoryType(const CFixedFactoryType& p)
 
 void CHdf5CreatorDataReader::readBinaryFactoryType(CBinaryFactoryType& p)
 {
-    in().attribute("next", p.next);
+    in().attribute("next", p.next); // index of a name; any number is taken round
     QStringList names;
     in().dataset(typeNames, names);
     p.names.assign(names.begin(), names.end());
@@ -151,7 +151,7 @@ void CHdf5CreatorDataReader::readBinaryFactoryType(CBinaryFactoryType& p)
 
 void CHdf5CreatorDataWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
 {
-    out().attribute("next", p.next);
+    out().attribute("next", p.next); // index of a name; any number is taken round
     QStringList names;
     for (const QString& name : p.names)
         names.append(name);
@@ -163,12 +163,12 @@ void CHdf5CreatorDataWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
 template <class TForm, class TParam>
 static void randomPositionForm(TForm& f, TParam& p)
 {
-    f.signedAttribute("style", p.style); // 0 anywhere, 1 on a walk
-    f.attribute("multi factor", p.multiFactor);
+    f.signedAttribute("style", p.style);        // 0 anywhere, 1 on a walk
+    f.attribute("multi factor", p.multiFactor); // no unit
     f.attribute("max angle", p.maxAngle);       // rad
     f.attribute("separation", p.separation);    // m
     f.dataset("seed position", p.seedPosition); // m; three not-a-numbers: not set
-    f.dataset("seed vector", p.seedVector);
+    f.dataset("seed vector", p.seedVector);     // state of the walk
 }
 
 void CHdf5CreatorDataReader::readRandomFactoryPosition(CRandomFactoryPosition& p) { randomPositionForm(in(), p); }
@@ -254,7 +254,7 @@ static const char* const valuesName = "data";
 void CHdf5CreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValueCustomPropertyFactoryParam& p)
 {
     std::vector<double> stored;
-    in().plainRows(valuesName, stored);
+    in().plainRows(valuesName, stored); // in the unit of the property
     if (!p.takeStored(stored))
         report(stored.size() > p.values.size() ? eLost : eDefaulted, NLogTitle::hdf5Read,
                "A particle factory gives " + std::to_string(stored.size()) + " values to the custom property \"" +
@@ -265,7 +265,7 @@ void CHdf5CreatorDataReader::readFixedValueCustomPropertyFactoryParam(CFixedValu
 
 void CHdf5CreatorDataWriter::writeFixedValueCustomPropertyFactoryParam(const CFixedValueCustomPropertyFactoryParam& p)
 {
-    out().plainRows(valuesName, p.values);
+    out().plainRows(valuesName, p.values); // in the unit of the property
 }
 
 } // namespace NBrenmark

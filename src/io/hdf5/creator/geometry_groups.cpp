@@ -22,14 +22,14 @@ namespace NBrenmark {
 void CHdf5CreatorDataReader::readBoundingBox(CBoundingBox& box)
 {
     std::array<C3DPoint, 2> corners;
-    in().fixedRows("bounding box", corners);
+    in().fixedRows("bounding box", corners); // m; the lower corner comes first, other than in the legacy family
     box.lower = corners[0];
     box.upper = corners[1];
 }
 
 void CHdf5CreatorDataWriter::writeBoundingBox(const CBoundingBox& box)
 {
-    out().fixedRows("bounding box", std::array<C3DPoint, 2>{box.lower, box.upper});
+    out().fixedRows("bounding box", std::array<C3DPoint, 2>{box.lower, box.upper}); // m; the lower corner comes first
 }
 
 template <class TForm, class TMoment>
@@ -141,7 +141,7 @@ void CHdf5CreatorDataReader::readGeometryGroup(CGeometryGroup& g)
         report(eRepaired, NLogTitle::hdf5Read,
                "The attribute \"enclosed magnitude\" isn't 0 in an open group, which encloses nothing.");
     checkForces(g, options.examine);
-    admitMemory(derivedMeshBytes(g), "meshes");
+    admitMemory(derivedMeshBytes(g), "meshes"); // of what isn't stored, but follows from the mesh
     g.settle();
     if ((options.geometryMask & eGeometryProperties) != 0)
         g.customProperties.read(*this);
@@ -156,7 +156,7 @@ void CHdf5CreatorDataWriter::writeGeometryGroup(const CGeometryGroup& g)
     if ((options.geometryMask & eGeometryProperties) != 0)
         g.customProperties.write(*this);
     else
-        out().group("CustomProperties/", [] {});
+        out().group("CustomProperties/", [] {}); // left out by a mask, the group is there all the same
 }
 
 // ---------------------------------------------------------------- all groups
@@ -173,7 +173,7 @@ void CHdf5CreatorDataReader::readGeometryGroups(GeometryGroups& groups)
                 return;
             std::unique_ptr<CGeometryGroup> group = createGeometry(type, properties);
             bool isNumber = false;
-            const quint32 index = number.toUInt(&isNumber);
+            const quint32 index = number.toUInt(&isNumber); // the group's name is its place in the list
             if (group == nullptr || !isNumber) {
                 report(eLost, NLogTitle::hdf5Read,
                        "Geometry group " + shortened(number) + " of type \"" + shortened(type) +

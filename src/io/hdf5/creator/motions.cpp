@@ -20,11 +20,11 @@ template <class TForm, class TMotion>
 static void commonForm(TForm& f, TMotion& motion)
 {
     const bool knowsLoops = f.since(30, 0, 8);
-    f.attribute(knowsLoops ? "name" : "id", motion.name);
-    f.attribute("start time", motion.startTime); // s
-    f.attribute("end time", motion.endTime);     // s
+    f.attribute(knowsLoops ? "name" : "id", motion.name); // the name's own name changed when loops came
+    f.attribute("start time", motion.startTime);          // s
+    f.attribute("end time", motion.endTime);              // s
     if (knowsLoops) {
-        f.attribute("loop", motion.loop);
+        f.attribute("loop", motion.loop);                  // starts again every interval until the end time of the loop
         f.attribute("loop interval", motion.loopInterval); // s
         f.attribute("loop end time", motion.loopEndTime);  // s
     }

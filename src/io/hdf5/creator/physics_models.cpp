@@ -44,11 +44,11 @@ template <class TBody>
 static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const TBody& body)
 {
     QStringList order;
-    readDataset(orderName, order, *reader.location);
+    readDataset(orderName, order, *reader.location); // that of the chain
     for (const QString& name : order) {
         in.group(name.toStdString(), [&] {
             qint32 source = 0;
-            in.attribute(sourceName, source);
+            in.attribute(sourceName, source); // EModelSource
             body(mendedModelName(name), static_cast<quint32>(source));
         });
     }
@@ -115,11 +115,11 @@ static void writeList(CHdf5CreatorDataWriter& writer, CHdf5FormWriter& out, cons
         }
         order.append(name);
         out.group(name.toStdString(), [&] {
-            out.attribute(sourceName, static_cast<qint32>(model->source));
+            out.attribute(sourceName, static_cast<qint32>(model->source)); // EModelSource
             model->write(writer);
         });
     }
-    out.dataset(orderName, order);
+    out.dataset(orderName, order); // a group's children have no order of their own
 }
 
 void CHdf5CreatorDataWriter::writePhysicsModels(const CPhysicsModels& models)

@@ -67,6 +67,7 @@ static void namesForm(CHdf5FormReader& f, const std::string& name, CNameTable& t
 template <class TForm, class TData>
 static void rollingFrictionForm(TForm& f, TData& data)
 {
+    // Before 30.0.20 there was no choice: yes between spheres, no at geometry.
     if (data.hasRollingFrictionOption() && f.since(30, 0, 20))
         f.attribute("enable rolling friction", data.enableRollingFriction);
 }
@@ -100,7 +101,7 @@ void CHdf5CreatorDataWriter::writeLinearSpringParamData(const CLinearSpringConta
 template <class TForm, class TData>
 static void jkrForm(TForm& f, TData& data)
 {
-    pairsForm<SCohesionCmpdType>(f, "data", data.surfaceEnergy);
+    pairsForm<SCohesionCmpdType>(f, "data", data.surfaceEnergy); // J/m^2
     rollingFrictionForm(f, data);
 }
 void CHdf5CreatorDataReader::readJkrParamData(CJkrContactModelParamData& data) { jkrForm(in(), data); }
@@ -109,7 +110,7 @@ void CHdf5CreatorDataWriter::writeJkrParamData(const CJkrContactModelParamData& 
 template <class TForm, class TData>
 static void cohesionForm(TForm& f, TData& data)
 {
-    pairsForm<SCohesionCmpdType>(f, "data", data.energyDensity);
+    pairsForm<SCohesionCmpdType>(f, "data", data.energyDensity); // J/m^3
 }
 void CHdf5CreatorDataReader::readCohesionParamData(CCohesionContactModelParamData& data) { cohesionForm(in(), data); }
 void CHdf5CreatorDataWriter::writeCohesionParamData(const CCohesionContactModelParamData& data)
@@ -120,8 +121,8 @@ void CHdf5CreatorDataWriter::writeCohesionParamData(const CCohesionContactModelP
 template <class TForm, class TData>
 static void hystereticForm(TForm& f, TData& data)
 {
-    pairsForm<SHystereticCmpdInterType>(f, "interactions", data.interactions);
-    namesForm(f, "yields", data.yields);
+    pairsForm<SHystereticCmpdInterType>(f, "interactions", data.interactions); // two factors a pair
+    namesForm(f, "yields", data.yields);                                       // Pa, by particle type or geometry
     rollingFrictionForm(f, data);
 }
 void CHdf5CreatorDataReader::readHystereticParamData(CHystereticContactModelParamData& data)
@@ -136,7 +137,7 @@ void CHdf5CreatorDataWriter::writeHystereticParamData(const CHystereticContactMo
 template <class TForm, class TData>
 static void edinburghForm(TForm& f, TData& data)
 {
-    pairsForm<SEcmCmpdType>(f, "data", data.pairs);
+    pairsForm<SEcmCmpdType>(f, "data", data.pairs); // units as in the compound
     rollingFrictionForm(f, data);
 }
 void CHdf5CreatorDataReader::readEdinburghCohesionParamData(CEdinburghCohesionContactModelParamData& data)
@@ -151,7 +152,7 @@ void CHdf5CreatorDataWriter::writeEdinburghCohesionParamData(const CEdinburghCoh
 template <class TForm, class TData>
 static void leedsForm(TForm& f, TData& data)
 {
-    pairsForm<SLeedsAdhesionCmpdType>(f, "data", data.pairs);
+    pairsForm<SLeedsAdhesionCmpdType>(f, "data", data.pairs); // N/m and N
     rollingFrictionForm(f, data);
 }
 void CHdf5CreatorDataReader::readLeedsAdhesionParamData(CLeedsAdhesionContactModelParamData& data)
@@ -166,7 +167,7 @@ void CHdf5CreatorDataWriter::writeLeedsAdhesionParamData(const CLeedsAdhesionCon
 template <class TForm, class TData>
 static void heatConductionForm(TForm& f, TData& data)
 {
-    namesForm(f, "data", data.conductivities);
+    namesForm(f, "data", data.conductivities); // W/(m K), by particle type
 }
 void CHdf5CreatorDataReader::readHeatConductionParamData(CHeatConductionModelParamData& data)
 {
@@ -180,7 +181,7 @@ void CHdf5CreatorDataWriter::writeHeatConductionParamData(const CHeatConductionM
 template <class TForm, class TData>
 static void archardForm(TForm& f, TData& data)
 {
-    namesForm(f, "data", data.wearConstants);
+    namesForm(f, "data", data.wearConstants); // 1/Pa, by geometry
     rollingFrictionForm(f, data);
 }
 void CHdf5CreatorDataReader::readArchardParamData(CArchardContactModelParamData& data) { archardForm(in(), data); }
@@ -268,7 +269,7 @@ static void planeForm(TForm& f, TPlane& plane)
 {
     f.attribute("start point", plane.startPoint); // m
     f.attribute("end point", plane.endPoint);     // m
-    f.attribute("display", plane.display);
+    f.attribute("display", plane.display);        // its arrow is shown
 }
 
 static const char* const motionsName = "motions";
@@ -324,7 +325,7 @@ void CHdf5CreatorDataWriter::writeElectrostaticsExtForceParamData(const CElectro
 template <class TForm, class TData>
 static void temperatureUpdateForm(TForm& f, TData& data)
 {
-    namesForm(f, "data", data.heatCapacities);
+    namesForm(f, "data", data.heatCapacities); // J/(kg K), by particle type
 }
 void CHdf5CreatorDataReader::readHeatConductionExtForceParamData(CHeatConductionExtForceParamData& data)
 {

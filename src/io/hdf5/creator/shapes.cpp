@@ -16,12 +16,12 @@ namespace NBrenmark {
 template <class TForm, class TBox>
 static void boxForm(TForm& f, TBox& box)
 {
-    f.attribute("centre", box.centre);       // m
-    f.attribute("rotations", box.rotations); // rad, about x, y and z
-    f.attribute("width", box.width);         // m, along x
-    f.attribute("length", box.length);       // m, along z
-    f.attribute("height", box.height);       // m, along y
-    f.flags("sides enabled", box.sidesEnabled);
+    f.attribute("centre", box.centre);          // m
+    f.attribute("rotations", box.rotations);    // rad, about x, y and z
+    f.attribute("width", box.width);            // m, along x
+    f.attribute("length", box.length);          // m, along z
+    f.attribute("height", box.height);          // m, along y
+    f.flags("sides enabled", box.sidesEnabled); // a side that isn't has no triangles
 }
 
 void CHdf5CreatorDataReader::readBox(CBox& box)
@@ -46,8 +46,8 @@ static void cylinderForm(TForm& f, TCylinder& cylinder)
     f.attribute("radius start", cylinder.radiusStart); // m
     f.attribute("radius end", cylinder.radiusEnd);     // m
     f.attribute("cylinder detail", cylinder.detail);   // facets
-    f.attribute("closed start", cylinder.closedStart);
-    f.attribute("closed end", cylinder.closedEnd);
+    f.attribute("closed start", cylinder.closedStart); // has a cap
+    f.attribute("closed end", cylinder.closedEnd);     // has a cap
 }
 
 void CHdf5CreatorDataReader::readCylinder(CCylinder& cylinder)

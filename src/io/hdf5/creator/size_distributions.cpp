@@ -1,5 +1,5 @@
-// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law. Numbers are factors of
-// a size, or in the unit of what is drawn: m/s, rad/s, or that of a custom property.
+// The laws of sizes and magnitudes, and which share of the particles of a mix gets which size law. Numbers are factors
+// of a size, or in the unit of what is drawn: m/s, rad/s, or that of a custom property.
 
 #include "io/hdf5/hdf5_reader.h"
 #include "io/hdf5/hdf5_writer.h"
@@ -68,7 +68,7 @@ void CHdf5CreatorDataReader::readUserDefinedDistribution(CUserDefinedDistributio
     const auto rows = in().table<STwoDoublesType>(bandsName);
     law.bands.clear();
     for (const STwoDoublesType::Row& row : rows)
-        law.bands[row.size] = row.share;
+        law.bands[row.size] = row.share; // the share is percent, that of all sizes up to this one
     if (law.bands.size() < rows.size())
         report(eLost, NLogTitle::hdf5Read,
                "A size law has " + std::to_string(rows.size()) + " bands of " + std::to_string(law.bands.size()) +
@@ -80,7 +80,7 @@ void CHdf5CreatorDataWriter::writeUserDefinedDistribution(const CUserDefinedDist
 {
     std::vector<STwoDoublesType::Row> rows;
     for (const auto& [size, share] : law.bands)
-        rows.push_back({size, share});
+        rows.push_back({size, share}); // the share is percent, that of all sizes up to this one
     out().table<STwoDoublesType>(bandsName, rows);
 }
 

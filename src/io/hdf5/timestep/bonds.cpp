@@ -16,7 +16,7 @@ namespace NBrenmark {
 template <class TForm, class TBonds>
 static void rowsForm(TForm& f, TBonds& b)
 {
-    f.rows("bonds", b.rows);
+    f.rows("bonds", b.rows);                         // positions in types and meshes, not ids
     f.rows("normal force", b.normalForce);           // N
     f.rows("tangential force", b.tangentialForce);   // N
     f.rows("normal torque", b.normalTorque);         // N m

@@ -28,9 +28,9 @@ static void rowsForm(TForm& f, TContacts& c, quint32 fields)
     const auto has = [fields](quint32 field) { return (fields & field) != 0; };
     f.rows("contacts", c.rows, has(eContactEnds));         // positions in types and meshes: checked after the read
     f.rows("position", c.position, has(eContactPosition)); // m
-    f.rows("contact vector 1", c.contactVector1, has(eContactVector1)); // m, from the first centre to the contact
-    f.rows("contact vector 2", c.contactVector2, has(eContactVector2));
-    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap));             // m; below 0: released
+    f.rows("contact vector 1", c.contactVector1, has(eContactVector1));    // m, from the first centre to the contact
+    f.rows("contact vector 2", c.contactVector2, has(eContactVector2));    // m, from the second partner's centre
+    f.rows("normal overlap", c.normalOverlap, has(eContactNormalOverlap)); // m; below 0: released
     f.rows("tangential overlap", c.tangentialOverlap, has(eContactTangentialOverlap)); // m
     f.rows("normal force", c.normalForce, has(eContactNormalForce));                   // N
     f.rows("tangential force", c.tangentialForce, has(eContactTangentialForce));       // N
@@ -54,7 +54,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     if (isWanted && (size > 0 || in().hasRows({"contacts", "position"}))) {
         quint32 fields = contactFields;
         in().attribute("mask", fields); // EContactField
-        fields &= contactFields;
+        fields &= contactFields;        // other bits are of arrays that only the legacy family has
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
         const quint32 held = lengths.admitted(contactRowBytes);
@@ -100,7 +100,7 @@ void CHdf5TimestepDataWriter::writeContactsBase(CContactsBase& contacts)
         commonLength(contacts, contactFields);
         if (!out().isMeasuring())
             noteLegacyValues(contacts);
-        out().attribute("mask", contactFields);
+        out().attribute("mask", contactFields); // EContactField
         rowsForm(out(), contacts, contactFields);
     }
     out().group("CollisionsBase/", [&] { contacts.activeCollisions.write(*this); });

@@ -134,15 +134,15 @@ static const char* const createdName = "created since rate change";
 
 void CHdf5TimestepDataReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
 {
-    in().signedAttribute(createdName, factory.createdSinceRateChange);
-    factory.typeAccounting.clear(); // those of another timestep
+    in().signedAttribute(createdName, factory.createdSinceRateChange); // particles
+    factory.typeAccounting.clear();                                    // those of another timestep
     in().group("TypeAccounting/",
                [&] { in().children([&](const QString& typeName) { factory.typeAccounting[typeName].read(*this); }); });
 }
 
 void CHdf5TimestepDataWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& factory)
 {
-    out().signedAttribute(createdName, factory.createdSinceRateChange);
+    out().signedAttribute(createdName, factory.createdSinceRateChange); // particles
     out().group("TypeAccounting/", [&] {
         CLinkNames names("particle type with an account", "factory \"" + factory.name.toStdString() + "\"");
         for (const auto& entry : factory.typeAccounting)
@@ -153,7 +153,7 @@ void CHdf5TimestepDataWriter::writeDynamicParticleFactory(const CDynamicParticle
 template <class TForm, class TFactory>
 static void staticForm(TForm& f, TFactory& factory)
 {
-    f.attribute("completed", factory.completed);
+    f.attribute("completed", factory.completed); // it has filled its shape
 }
 
 void CHdf5TimestepDataReader::readStaticParticleFactory(CStaticParticleFactory& factory) { staticForm(in(), factory); }

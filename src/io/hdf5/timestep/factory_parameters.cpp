@@ -17,7 +17,7 @@ template <class TForm, class TParam>
 static void randomPositionForm(TForm& f, TParam& p)
 {
     f.dataset("seed position", p.seedPosition); // m; three not-a-numbers: not set
-    f.dataset("seed vector", p.seedVector);
+    f.dataset("seed vector", p.seedVector);     // state of the walk
 }
 
 void CHdf5TimestepDataReader::readRandomFactoryPosition(CRandomFactoryPosition& p) { randomPositionForm(in(), p); }

@@ -51,7 +51,7 @@ void CHdf5TimestepDataReader::readGeometryGroup(CGeometryGroup& g)
                std::to_string(size) + " triangles are announced and " + std::to_string(g.triangleNodes.size()) +
                    " are there.",
                1, g.name);
-    in().attribute("mask", g.dataMask);
+    in().attribute("mask", g.dataMask); // ETriangleField
     quint32 fields = size > 0 ? g.dataMask : 0;
     if ((options.geometryMask & eGeometryForces) == 0)
         fields &= ~eTriangleForces;
@@ -83,7 +83,7 @@ void CHdf5TimestepDataWriter::writeGeometryGroup(const CGeometryGroup& g)
 {
     if (!out().isMeasuring())
         noteLostCharges(g);
-    out().attribute("static", g.isStatic);
+    out().attribute("static", g.isStatic); // never moved so far
     if (!g.isStatic)
         movingForm(out(), g, [this](const auto& part) { part.write(*this); });
     out().attribute("time", g.time); // s

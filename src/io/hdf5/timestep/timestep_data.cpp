@@ -17,7 +17,7 @@ using HDF5DATATYPES::SNameCountType;
 template <class TForm, class TData>
 static void contentForm(TForm& f, TData& data)
 {
-    f.attribute("full timestep", data.isFull);
+    f.attribute("full timestep", data.isFull);       // else the masks say what was left out
     f.attribute("timestep mask", data.timestepMask); // ETimestepMask
     f.attribute("particle mask", data.particleMask); // EParticleMask
     f.attribute("geometry mask", data.geometryMask); // EGeometryMask
@@ -64,7 +64,7 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             data.contacts.read(*this);
             data.collisions.read(*this);
             data.bonds.read(*this);
-            if (!in().since(30, 0, 5))
+            if (!in().since(30, 0, 5)) // from there on they belong to the model
                 readPluginFactories(in(), data.creatorData.pluginFactories);
             momentForm(in(), data, data.time);
             data.systemEnergy.read(*this);
@@ -77,7 +77,7 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
 
 void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)
 {
-    const double time = options.overrideTime ? options.timeOverride : data.time;
+    const double time = options.overrideTime ? options.timeOverride : data.time; // s, simulated
     data.isFull = options.fullSave;
     data.timestepMask = options.timestepMask;
     data.particleMask = options.particleMask;
@@ -86,6 +86,7 @@ void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)
         out().sameGroup("TimestepData/", [&] {
             out().group(QString::number(time, 'g', 6).toStdString(), [&] {
                 writeFileVersionInfo(data);
+                // Of the model that the timestep belongs to.
                 out().attribute("creatordata index", data.creatorData.storageIndex());
                 contentForm(out(), data);
                 data.creatorData.geometryGroups.write(*this);

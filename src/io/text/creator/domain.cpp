@@ -7,8 +7,8 @@ namespace NBrenmark {
 
 void CTextWriter::writeDomain(const CDomain& domain)
 {
-    out.value("min", domain.min);
-    out.value("max", domain.max);
+    out.value("min", domain.min); // m
+    out.value("max", domain.max); // m
     out.value("periodicX", domain.periodicX);
     out.value("periodicY", domain.periodicY);
     out.value("periodicZ", domain.periodicZ);
@@ -19,14 +19,14 @@ void CTextWriter::writeCylindricalPeriodicBoundaryConditions(const CCylindricalP
     out.value("enabled", c.enabled);
     out.value("geometryName", c.geometryName);
     out.value("kinematicName", c.kinematicName);
-    out.value("length", c.length);
-    out.value("angle", c.angle);
+    out.value("length", c.length); // m
+    out.value("angle", c.angle);   // rad
 }
 
 void CTextWriter::writeBoundingBox(const CBoundingBox& box)
 {
-    out.value("upper", box.upper);
-    out.value("lower", box.lower);
+    out.value("upper", box.upper); // m
+    out.value("lower", box.lower); // m
 }
 
 } // namespace NBrenmark

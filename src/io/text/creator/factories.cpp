@@ -40,10 +40,10 @@ void CTextWriter::writeParticleFactoryList(const CParticleFactoryList& list)
 void CTextWriter::writeParticleFactory(const CParticleFactory& f)
 {
     if (tells(ETextPart::eDefinition))
-        out.value("maxAttempts", f.maxAttempts);
+        out.value("maxAttempts", f.maxAttempts); // to place one particle
     if (tells(ETextPart::eState)) {
-        out.value("creationCount", f.creationCount);
-        out.array("counters", std::vector<quint32>(f.counters.begin(), f.counters.end()));
+        out.value("creationCount", f.creationCount);                                       // particles so far
+        out.array("counters", std::vector<quint32>(f.counters.begin(), f.counters.end())); // the solver's
         out.group("accounting", [&] { f.accounting.write(*this); });
     }
     const auto parameter = [this](const std::string& segment, const IFactoryParameter* held) {
@@ -76,15 +76,15 @@ void CTextWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& f)
     if (tells(ETextPart::eDefinition)) {
         out.value("unlimited", f.unlimited);
         out.value("massCreation", f.massCreation);
-        out.value("massGeneration", f.massGeneration);
-        out.value("creationRate", f.creationRate);
-        out.value("creationTime", f.creationTime);
-        out.value("rateChangeTime", f.rateChangeTime);
-        out.value("numToCreate", f.numToCreate);
-        out.value("massToCreate", f.massToCreate);
+        out.value("massGeneration", f.massGeneration); // the rate is of mass
+        out.value("creationRate", f.creationRate);     // 1/s, or kg/s of a rate of mass
+        out.value("creationTime", f.creationTime);     // s
+        out.value("rateChangeTime", f.rateChangeTime); // s
+        out.value("numToCreate", f.numToCreate);       // particles
+        out.value("massToCreate", f.massToCreate);     // kg
     }
     if (tells(ETextPart::eState)) {
-        out.value("createdSinceRateChange", f.createdSinceRateChange);
+        out.value("createdSinceRateChange", f.createdSinceRateChange); // particles
         out.group("typeAccounting", [&] {
             for (const auto& [typeName, account] : f.typeAccounting)
                 out.group(NText::segment(typeName), [this, &held = account] { held.write(*this); });
@@ -97,9 +97,9 @@ void CTextWriter::writeStaticParticleFactory(const CStaticParticleFactory& f)
     if (tells(ETextPart::eDefinition)) {
         out.value("fillShape", f.fillShape);
         out.value("massCreation", f.massCreation);
-        out.value("creationTime", f.creationTime);
-        out.value("numToCreate", f.numToCreate);
-        out.value("massToCreate", f.massToCreate);
+        out.value("creationTime", f.creationTime); // s
+        out.value("numToCreate", f.numToCreate);   // particles
+        out.value("massToCreate", f.massToCreate); // kg
     }
     if (tells(ETextPart::eState))
         out.value("completed", f.completed);
@@ -107,9 +107,9 @@ void CTextWriter::writeStaticParticleFactory(const CStaticParticleFactory& f)
 
 void CTextWriter::writeFactoryAccounting(const CFactoryAccounting& a)
 {
-    out.value("massCreated", a.massCreated);
-    out.value("massRemainder", a.massRemainder);
-    out.value("massSinceRateChange", a.massSinceRateChange);
+    out.value("massCreated", a.massCreated);                 // kg
+    out.value("massRemainder", a.massRemainder);             // kg
+    out.value("massSinceRateChange", a.massSinceRateChange); // kg
 }
 
 } // namespace NBrenmark

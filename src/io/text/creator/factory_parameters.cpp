@@ -15,14 +15,14 @@ namespace NBrenmark {
 /// Mean and spread, of a law of which no file holds the caps.
 static void spread(CTextOutput& out, const CNormalDistribution& law)
 {
-    out.value("mean", law.mean);
-    out.value("deviation", law.deviation);
+    out.value("mean", law.mean);           // in the unit of what is drawn
+    out.value("deviation", law.deviation); // in the unit of what is drawn
 }
 
 static void range(CTextOutput& out, const CRandomDistribution& law)
 {
-    out.value("min", law.min);
-    out.value("max", law.max);
+    out.value("min", law.min); // in the unit of what is drawn
+    out.value("max", law.max); // in the unit of what is drawn
 }
 
 // ---------------------------------------------------------------- velocities
@@ -32,7 +32,7 @@ void CTextWriter::writeSprayFactoryVelocity(const CSprayFactoryVelocity& p)
     if (!tells(ETextPart::eDefinition))
         return;
     spread(out, p.magnitude);
-    out.value("sprayAngle", p.sprayAngle);
+    out.value("sprayAngle", p.sprayAngle); // rad
     out.value("direction", p.direction);
 }
 
@@ -54,14 +54,14 @@ void CTextWriter::writeLinearFactoryVelocity(const CLinearFactoryVelocity& p)
 {
     if (!tells(ETextPart::eDefinition))
         return;
-    out.value("startVelocity", p.startVelocity);
-    out.value("endVelocity", p.endVelocity);
+    out.value("startVelocity", p.startVelocity); // m/s or rad/s
+    out.value("endVelocity", p.endVelocity);     // m/s or rad/s
 }
 
 void CTextWriter::writeFixedFactoryVelocity(const CFixedFactoryVelocity& p)
 {
     if (tells(ETextPart::eDefinition))
-        out.value("value", p.value);
+        out.value("value", p.value); // m/s or rad/s
 }
 
 // ---------------------------------------------------------------- angular velocities
@@ -70,8 +70,8 @@ void CTextWriter::writeLinearFactoryAngVel(const CLinearFactoryAngVel& p)
 {
     if (!tells(ETextPart::eDefinition))
         return;
-    out.value("startVelocity", p.startVelocity);
-    out.value("endVelocity", p.endVelocity);
+    out.value("startVelocity", p.startVelocity); // m/s or rad/s
+    out.value("endVelocity", p.endVelocity);     // m/s or rad/s
 }
 
 void CTextWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel& p)
@@ -83,7 +83,7 @@ void CTextWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel& p)
 void CTextWriter::writeFixedFactoryAngVel(const CFixedFactoryAngVel& p)
 {
     if (tells(ETextPart::eDefinition))
-        out.value("value", p.value);
+        out.value("value", p.value); // m/s or rad/s
 }
 
 void CTextWriter::writeNormalFactoryAngVel(const CNormalFactoryAngVel& p)
@@ -121,7 +121,7 @@ void CTextWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
     if (tells(ETextPart::eDefinition))
         typeNames(out, p.names);
     if (tells(ETextPart::eState))
-        out.value("next", p.next);
+        out.value("next", p.next); // index of a name; any number is taken round
 }
 
 // ---------------------------------------------------------------- position
@@ -132,11 +132,11 @@ void CTextWriter::writeRandomFactoryPosition(const CRandomFactoryPosition& p)
         out.value("style", p.style);
         out.value("densityFactor", p.densityFactor);
         out.value("multiFactor", p.multiFactor);
-        out.value("maxAngle", p.maxAngle);
-        out.value("separation", p.separation);
+        out.value("maxAngle", p.maxAngle);     // rad
+        out.value("separation", p.separation); // m
     }
     if (tells(ETextPart::eState)) {
-        out.value("seedPosition", p.seedPosition);
+        out.value("seedPosition", p.seedPosition); // m; three not-a-numbers: not set
         out.value("seedVector", p.seedVector);
     }
 }
@@ -144,14 +144,14 @@ void CTextWriter::writeRandomFactoryPosition(const CRandomFactoryPosition& p)
 void CTextWriter::write3DLattice(const C3DLattice& lattice)
 {
     if (tells(ETextPart::eDefinition)) {
-        out.value("axisA", lattice.axisA);
-        out.value("axisB", lattice.axisB);
-        out.value("axisC", lattice.axisC);
-        out.value("start", lattice.start);
-        out.value("rotation", lattice.rotation);
+        out.value("axisA", lattice.axisA);       // m
+        out.value("axisB", lattice.axisB);       // m
+        out.value("axisC", lattice.axisC);       // m
+        out.value("start", lattice.start);       // m
+        out.value("rotation", lattice.rotation); // rad, about x, y and z
     }
     if (tells(ETextPart::eState)) {
-        out.value("cursor0", lattice.cursor0);
+        out.value("cursor0", lattice.cursor0); // three not-a-numbers: the walk hasn't begun
         out.value("cursor1", lattice.cursor1);
         out.value("cursor2", lattice.cursor2);
         out.value("cursor3", lattice.cursor3);
@@ -216,7 +216,7 @@ void CTextWriter::writeRandomValueCustomPropertyFactoryParam(const CRandomValueC
 void CTextWriter::writeFixedValueCustomPropertyFactoryParam(const CFixedValueCustomPropertyFactoryParam& p)
 {
     if (tells(ETextPart::eDefinition))
-        out.array("values", p.values);
+        out.array("values", p.values); // in the unit of the property
 }
 
 } // namespace NBrenmark

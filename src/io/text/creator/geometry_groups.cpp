@@ -33,39 +33,39 @@ static void groupDefinition(CTextOutput& out, const CGeometryGroup& g)
     out.value("name", g.displayedName);
     out.value("uniqueId", g.uniqueId);
     out.value("materialName", g.materialName);
-    out.value("geometryType", g.geometryType);
+    out.value("geometryType", g.geometryType); // 1 real, 2 virtual; a file may hold others
     out.value("closed", g.closed);
-    out.value("desiredForce", g.desiredForce);
+    out.value("desiredForce", g.desiredForce); // N
     out.value("gain", g.gain);
-    out.array("vertices", g.isStatic ? g.coords : g.originalCoords);
+    out.array("vertices", g.isStatic ? g.coords : g.originalCoords); // m
     out.array("vertexIds", g.vertexIds);
     out.array("triangleIds", g.triangleIds);
-    out.array("triangleNodes", g.triangleNodes);
+    out.array("triangleNodes", g.triangleNodes); // rows of the vertices; their order gives the normal
 }
 
 /// Where a group is and how it moves. A timestep stores it of a moving group alone.
 static void groupMotion(CTextOutput& out, const CGeometryGroup& g)
 {
     out.value("transform", g.transform);
-    out.value("translation", g.translation);
-    out.value("velocity", g.velocity);
+    out.value("translation", g.translation); // m
+    out.value("velocity", g.velocity);       // m/s
     out.value("resetVelocities", g.resetVelocities);
-    out.value("centreOfMass", g.centreOfMass);
-    out.value("originalCentreOfMass", g.originalCentreOfMass);
-    out.value("pointOfAction", g.pointOfAction);
-    out.value("originalPointOfAction", g.originalPointOfAction);
+    out.value("centreOfMass", g.centreOfMass);                   // m
+    out.value("originalCentreOfMass", g.originalCentreOfMass);   // m, before it moved
+    out.value("pointOfAction", g.pointOfAction);                 // m
+    out.value("originalPointOfAction", g.originalPointOfAction); // m, before it moved
 }
 
 static void triangleState(CTextOutput& out, const CGeometryGroup& g)
 {
-    out.array("triangleForces", g.triangleForces);
+    out.array("triangleForces", g.triangleForces); // N, N m, N
 
     // Old decks store charges beside the triangles. They live on as a custom property; those that didn't find one are
     // shown here.
     const std::vector<double>& charges = g.electrostatic.charges;
     const bool anyCharge = std::any_of(charges.begin(), charges.end(), [](double charge) { return charge != 0.0; });
     if (anyCharge && !heldByProperty(g.customProperties, "Charge", charges))
-        out.array("charges", charges);
+        out.array("charges", charges); // C
 }
 
 void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
@@ -78,13 +78,13 @@ void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
             out.group("block", [&] { g.materialBlockRef->write(*this); });
         // In a timestep they follow from the mesh and its place.
         out.group("bounds", [&] { g.bounds.write(*this); });
-        out.value("enclosedMagnitude", g.enclosedMagnitude);
-        out.value("surfaceMagnitude", g.surfaceMagnitude);
+        out.value("enclosedMagnitude", g.enclosedMagnitude); // m^3
+        out.value("surfaceMagnitude", g.surfaceMagnitude);   // m^2
     }
     if (tells(ETextPart::eState)) {
         out.stored("dataMask", g.dataMask);
         out.value("isStatic", g.isStatic);
-        out.value("time", g.time);
+        out.value("time", g.time); // s
     }
     if (tells(ETextPart::eState) && (tells(ETextPart::eDefinition) || !g.isStatic)) {
         groupMotion(out, g);
@@ -106,7 +106,7 @@ void CTextWriter::writeMomentOfInertia(const CMomentOfInertia& moment)
 void CTextWriter::writeGeometryGroupElectrostatic(const CGeometryGroupElectrostatic& electrostatic)
 {
     out.value("exempt", electrostatic.exempt);
-    out.value("startCharge", electrostatic.startCharge);
+    out.value("startCharge", electrostatic.startCharge); // C
 }
 
 void CTextWriter::writeBlockLink(const CBlockLink& link) { out.value("blockName", link.blockName); }
@@ -119,8 +119,8 @@ void CTextWriter::writeAngVelAndPosList(const AngVelAndPosList& list)
 
 void CTextWriter::writeAngVelAndPos(const CAngVelAndPos& rotation)
 {
-    out.value("angularVelocity", rotation.angularVelocity);
-    out.value("pointOfAction", rotation.pointOfAction);
+    out.value("angularVelocity", rotation.angularVelocity); // rad/s
+    out.value("pointOfAction", rotation.pointOfAction);     // m
 }
 
 } // namespace NBrenmark

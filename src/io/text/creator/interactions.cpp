@@ -13,7 +13,7 @@ void CTextWriter::writeInteractionMap(const InteractionMap& interactions)
 
 void CTextWriter::writeInteraction(const CInteraction& i)
 {
-    out.value("restitution", i.restitution);
+    out.value("restitution", i.restitution); // speed of parting to speed of approach
     out.value("staticFriction", i.staticFriction);
     out.value("rollingFriction", i.rollingFriction);
 }

@@ -14,10 +14,10 @@ void CTextWriter::writeMaterial(const CMaterial& m)
 {
     out.value("name", m.name);
     out.value("poissonsRatio", m.poissonsRatio);
-    out.value("shearModulus", m.shearModulus);
-    out.value("density", m.density);
-    out.value("workFunction", m.workFunction);
-    out.value("type", m.type);
+    out.value("shearModulus", m.shearModulus); // Pa
+    out.value("density", m.density);           // kg/m^3
+    out.value("workFunction", m.workFunction); // J; for tribocharging alone
+    out.value("type", m.type);                 // 1 bulk, else equipment
 }
 
 } // namespace NBrenmark

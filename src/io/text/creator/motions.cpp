@@ -31,11 +31,11 @@ void CTextWriter::writeTimeDepAction(const CTimeDepAction& motion)
     if (!tells(ETextPart::eDefinition))
         return;
     out.value("name", motion.name);
-    out.value("startTime", motion.startTime);
-    out.value("endTime", motion.endTime);
+    out.value("startTime", motion.startTime); // s
+    out.value("endTime", motion.endTime);     // s
     out.value("loop", motion.loop);
-    out.value("loopInterval", motion.loopInterval);
-    out.value("loopEndTime", motion.loopEndTime);
+    out.value("loopInterval", motion.loopInterval); // s
+    out.value("loopEndTime", motion.loopEndTime);   // s
 }
 
 void CTextWriter::writeRotation(const CRotation& rotation)
@@ -43,23 +43,23 @@ void CTextWriter::writeRotation(const CRotation& rotation)
     if (tells(ETextPart::eDefinition))
         out.value("movesWithBody", rotation.movesWithBody);
     if (tells(ETextPart::eState))
-        out.value("pointOfAction", rotation.pointOfAction);
+        out.value("pointOfAction", rotation.pointOfAction); // m
 }
 
 void CTextWriter::writeSinusoid(const CSinusoid& sinusoid)
 {
     if (tells(ETextPart::eDefinition)) {
-        out.value("frequency", sinusoid.frequency);
-        out.value("offset", sinusoid.offset);
+        out.value("frequency", sinusoid.frequency); // Hz
+        out.value("offset", sinusoid.offset);       // rad, the phase
     }
     if (tells(ETextPart::eState))
-        out.value("displacement", sinusoid.displacement);
+        out.value("displacement", sinusoid.displacement); // m or rad; amplitude and direction
 }
 
 static void axis(CTextOutput& out, const CTimeDepAction& motion)
 {
-    out.value("startPoint", motion.axis.startPoint);
-    out.value("endPoint", motion.axis.endPoint);
+    out.value("startPoint", motion.axis.startPoint); // m
+    out.value("endPoint", motion.axis.endPoint);     // m
 }
 
 void CTextWriter::writeLinearTranslation(const CLinearTranslation& motion)
@@ -67,8 +67,8 @@ void CTextWriter::writeLinearTranslation(const CLinearTranslation& motion)
     writeTimeDepAction(motion);
     if (!tells(ETextPart::eDefinition))
         return;
-    out.value("initialVelocity", motion.initialVelocity);
-    out.value("acceleration", motion.acceleration);
+    out.value("initialVelocity", motion.initialVelocity); // m/s, along the axis
+    out.value("acceleration", motion.acceleration);       // m/s^2
     axis(out, motion);
 }
 
@@ -86,7 +86,7 @@ void CTextWriter::writeSinusoidalTranslation(const CSinusoidalTranslation& motio
     if (!tells(ETextPart::eDefinition))
         return;
     axis(out, motion);
-    out.value("displacementMagnitude", motion.displacementMagnitude);
+    out.value("displacementMagnitude", motion.displacementMagnitude); // m or rad
 }
 
 void CTextWriter::writeLinearRotation(const CLinearRotation& motion)
@@ -94,13 +94,13 @@ void CTextWriter::writeLinearRotation(const CLinearRotation& motion)
     writeTimeDepAction(motion);
     writeRotation(motion);
     if (tells(ETextPart::eDefinition)) {
-        out.value("initialAngularVelocity", motion.initialAngularVelocity);
-        out.value("angularAccelerationMagnitude", motion.angularAccelerationMagnitude);
+        out.value("initialAngularVelocity", motion.initialAngularVelocity);             // rad/s, about the axis
+        out.value("angularAccelerationMagnitude", motion.angularAccelerationMagnitude); // rad/s^2
         axis(out, motion);
     }
     if (tells(ETextPart::eState)) {
-        out.value("angularVelocity", motion.angularVelocity);
-        out.value("angularAcceleration", motion.angularAcceleration);
+        out.value("angularVelocity", motion.angularVelocity);         // rad/s, as the axis is turned by now
+        out.value("angularAcceleration", motion.angularAcceleration); // rad/s^2, likewise
     }
 }
 
@@ -112,7 +112,7 @@ void CTextWriter::writeSinusoidalRotation(const CSinusoidalRotation& motion)
     if (!tells(ETextPart::eDefinition))
         return;
     axis(out, motion);
-    out.value("displacementMagnitude", motion.displacementMagnitude);
+    out.value("displacementMagnitude", motion.displacementMagnitude); // m or rad
 }
 
 } // namespace NBrenmark

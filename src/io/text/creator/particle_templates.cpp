@@ -17,7 +17,7 @@ void CTextWriter::writeParticleTemplate(const CParticleTemplate& particle)
         if (part == nullptr)
             continue;
         out.group(std::to_string(part->index), [&] {
-            out.array("vertices", part->coords);
+            out.array("vertices", part->coords); // m
             out.array("vertexIds", part->vertexIds);
             out.array("triangleIds", part->triangleIds);
             out.array("triangleNodes", part->triangleNodes);

@@ -14,7 +14,7 @@ void CTextWriter::writePhysicsModels(const CPhysicsModels& physics)
                 out.group(segments.next(model->modelName()), [&] {
                     out.value("index", index++);
                     describe(*model);
-                    out.value("source", model->source);
+                    out.value("source", model->source); // EModelSource
                     model->write(*this);
                 });
             }

@@ -39,19 +39,19 @@ void CTextWriter::writeHertzMindlinNoSlipParamData(const CHertzMindlinNoSlipCont
 
 void CTextWriter::writeLinearSpringParamData(const CLinearSpringContactModelParamData& data)
 {
-    out.value("characteristicVelocity", data.characteristicVelocity);
+    out.value("characteristicVelocity", data.characteristicVelocity); // m/s
     out.value("enableRollingFriction", data.enableRollingFriction);
 }
 
 void CTextWriter::writeJkrParamData(const CJkrContactModelParamData& data)
 {
-    pairs(out, "surfaceEnergy", data.surfaceEnergy);
+    pairs(out, "surfaceEnergy", data.surfaceEnergy); // J/m^2
     out.value("enableRollingFriction", data.enableRollingFriction);
 }
 
 void CTextWriter::writeCohesionParamData(const CCohesionContactModelParamData& data)
 {
-    pairs(out, "energyDensity", data.energyDensity);
+    pairs(out, "energyDensity", data.energyDensity); // J/m^3
 }
 
 void CTextWriter::writeHystereticParamData(const CHystereticContactModelParamData& data)
@@ -60,15 +60,15 @@ void CTextWriter::writeHystereticParamData(const CHystereticContactModelParamDat
         out.value("damping", interaction.damping);
         out.value("stiffness", interaction.stiffness);
     });
-    names(out, "yields", data.yields);
+    names(out, "yields", data.yields); // Pa
     out.value("enableRollingFriction", data.enableRollingFriction);
 }
 
 void CTextWriter::writeEdinburghCohesionParamData(const CEdinburghCohesionContactModelParamData& data)
 {
     pairs(out, "pairs", data.pairs, [&](const SEdinburghPair& pair) {
-        out.value("constPullOffForce", pair.constPullOffForce);
-        out.value("surfaceEnergy", pair.surfaceEnergy);
+        out.value("constPullOffForce", pair.constPullOffForce); // N
+        out.value("surfaceEnergy", pair.surfaceEnergy);         // J/m^2
         out.value("contactPlasticityRatio", pair.contactPlasticityRatio);
         out.value("slopeExponential", pair.slopeExponential);
         out.value("tensileExponential", pair.tensileExponential);
@@ -80,39 +80,39 @@ void CTextWriter::writeEdinburghCohesionParamData(const CEdinburghCohesionContac
 void CTextWriter::writeLeedsAdhesionParamData(const CLeedsAdhesionContactModelParamData& data)
 {
     pairs(out, "pairs", data.pairs, [&](const SLeedsPair& pair) {
-        out.value("plasticStiffness", pair.plasticStiffness);
-        out.value("elasticStiffness", pair.elasticStiffness);
-        out.value("plasticAdhesiveStiffness", pair.plasticAdhesiveStiffness);
-        out.value("tangentialStiffness", pair.tangentialStiffness);
-        out.value("initialAdhesiveForce", pair.initialAdhesiveForce);
-        out.value("initialAdhesivePlasticForce", pair.initialAdhesivePlasticForce);
+        out.value("plasticStiffness", pair.plasticStiffness);                       // N/m
+        out.value("elasticStiffness", pair.elasticStiffness);                       // N/m
+        out.value("plasticAdhesiveStiffness", pair.plasticAdhesiveStiffness);       // N/m
+        out.value("tangentialStiffness", pair.tangentialStiffness);                 // N/m
+        out.value("initialAdhesiveForce", pair.initialAdhesiveForce);               // N
+        out.value("initialAdhesivePlasticForce", pair.initialAdhesivePlasticForce); // N
     });
     out.value("enableRollingFriction", data.enableRollingFriction);
 }
 
 void CTextWriter::writeHeatConductionParamData(const CHeatConductionModelParamData& data)
 {
-    names(out, "conductivities", data.conductivities);
+    names(out, "conductivities", data.conductivities); // W/(m K)
 }
 
 void CTextWriter::writeArchardParamData(const CArchardContactModelParamData& data)
 {
-    names(out, "wearConstants", data.wearConstants);
+    names(out, "wearConstants", data.wearConstants); // 1/Pa
     out.value("enableRollingFriction", data.enableRollingFriction);
 }
 
 void CTextWriter::writeTribochargingParamData(const CTribochargingContactModelParamData& data)
 {
-    out.value("alpha", data.alpha);
+    out.value("alpha", data.alpha); // 1/s
 }
 
 void CTextWriter::writeBondParameters(const CBondParameters& bond)
 {
-    out.value("normalStiffness", bond.normalStiffness);
-    out.value("shearStiffness", bond.shearStiffness);
-    out.value("normalStrength", bond.normalStrength);
-    out.value("shearStrength", bond.shearStrength);
-    out.value("bondRadius", bond.bondRadius);
+    out.value("normalStiffness", bond.normalStiffness); // N/m^3
+    out.value("shearStiffness", bond.shearStiffness);   // N/m^3
+    out.value("normalStrength", bond.normalStrength);   // Pa
+    out.value("shearStrength", bond.shearStrength);     // Pa
+    out.value("bondRadius", bond.bondRadius);           // m
 }
 
 void CTextWriter::writeBondParametersMap(const CBondParametersMap& bonds)
@@ -123,9 +123,9 @@ void CTextWriter::writeBondParametersMap(const CBondParametersMap& bonds)
 
 void CTextWriter::writeParallelBondParamData(const CParallelBondContactModelParamData& data)
 {
-    out.value("formationStartTime", data.formationStartTime);
-    out.value("formationEndTime", data.formationEndTime);
-    out.value("state", data.state);
+    out.value("formationStartTime", data.formationStartTime); // s
+    out.value("formationEndTime", data.formationEndTime);     // s
+    out.value("state", data.state);                           // EBondFormation
     out.value("torqueFeedback", data.torqueFeedback);
     out.value("enableRollingFriction", data.enableRollingFriction);
     out.group("bondParameters", [&] { data.bondParameters.write(*this); });
@@ -140,7 +140,7 @@ void CTextWriter::writeMovingPlaneParamData(const CMovingPlaneContactModelParamD
                 out.value("startPoint", plane.startPoint);
                 out.value("endPoint", plane.endPoint);
                 out.value("display", plane.display);
-                std::vector<std::array<double, 4>> rows;
+                std::vector<std::array<double, 4>> rows; // m/s, m/s^2, s, s
                 for (const SMovingPlaneMotion& motion : plane.motions)
                     rows.push_back({motion.velocity, motion.acceleration, motion.startTime, motion.endTime});
                 out.array("motions", rows);
@@ -152,12 +152,12 @@ void CTextWriter::writeMovingPlaneParamData(const CMovingPlaneContactModelParamD
 
 void CTextWriter::writeElectrostaticsExtForceParamData(const CElectrostaticsExtForceParamData& data)
 {
-    out.value("screeningDistance", data.screeningDistance);
+    out.value("screeningDistance", data.screeningDistance); // in radii of the smallest particle
 }
 
 void CTextWriter::writeHeatConductionExtForceParamData(const CHeatConductionExtForceParamData& data)
 {
-    names(out, "heatCapacities", data.heatCapacities);
+    names(out, "heatCapacities", data.heatCapacities); // J/(kg K)
 }
 
 } // namespace NBrenmark

@@ -8,7 +8,7 @@ void CTextWriter::writeParticleSizeDistributionMap(const CParticleSizeDistributi
 {
     for (const auto& [name, share] : map.entries) {
         out.group(NText::segment(name), [this, &share = share] {
-            out.value("percentage", share.percentage);
+            out.value("percentage", share.percentage); // 0 to 100, of the types of a material
             if (!share.distribution)
                 return;
             out.value("kind", share.distribution->kindWord());

@@ -15,12 +15,12 @@ void CTextWriter::writeBondsBase(CBondsBase& b)
     b.compact();
     out.value("rows", b.rowCount());
     out.array("ends", b.rows);
-    out.array("normalForce", b.normalForce);
-    out.array("tangentialForce", b.tangentialForce);
-    out.array("normalTorque", b.normalTorque);
-    out.array("tangentialTorque", b.tangentialTorque);
-    out.array("state", b.state);
-    out.array("breakTime", b.breakTime);
+    out.array("normalForce", b.normalForce);           // N
+    out.array("tangentialForce", b.tangentialForce);   // N
+    out.array("normalTorque", b.normalTorque);         // N m
+    out.array("tangentialTorque", b.tangentialTorque); // N m
+    out.array("state", b.state);                       // EBondState
+    out.array("breakTime", b.breakTime);               // s
 }
 
 } // namespace NBrenmark

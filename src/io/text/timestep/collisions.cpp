@@ -29,21 +29,21 @@ static void writeEnd(CTextOutput& out, const char* name, const SCollisionEnd& en
 void CTextWriter::writeCollisionsBase(const CCollisionsBase& c)
 {
     out.value("records", c.recordCount());
-    out.array("ids", c.ids);
-    out.array("startTime", c.startTime);
+    out.array("ids", c.ids);             // 0: no collision
+    out.array("startTime", c.startTime); // s
     out.array("position", c.position);
-    out.array("unitCpVector", c.unitCpVector);
+    out.array("unitCpVector", c.unitCpVector); // of length 1
     out.array("relativeVelocity", c.relativeVelocity);
     writeEnd(out, "first", c.first, c.mask);
     writeEnd(out, "second", c.second, c.mask >> secondEndShift);
     out.array("maxNormalForce", c.maxNormalForce);
     out.array("maxTangentialForce", c.maxTangentialForce);
-    out.array("iterations", c.iterations);
-    out.array("normalEnergy", c.normalEnergy);
-    out.array("shearEnergy", c.shearEnergy);
+    out.array("iterations", c.iterations);     // time steps
+    out.array("normalEnergy", c.normalEnergy); // J
+    out.array("shearEnergy", c.shearEnergy);   // J
     out.array("totalNormalForce", c.totalNormalForce);
     out.array("totalTangentialForce", c.totalTangentialForce);
-    out.array("endTime", c.endTime);
+    out.array("endTime", c.endTime); // s
 }
 
 } // namespace NBrenmark

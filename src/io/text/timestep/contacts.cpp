@@ -25,13 +25,13 @@ void CTextWriter::writeContactsBase(CContactsBase& c)
     out.value("rows", c.rowCount());
     out.value("collisionsActive", c.collisionsActive);
     out.array("ends", c.rows);
-    out.array("position", c.position);
-    out.array("contactVector1", c.contactVector1);
-    out.array("contactVector2", c.contactVector2);
-    out.array("normalOverlap", c.normalOverlap);
-    out.array("tangentialOverlap", c.tangentialOverlap);
-    out.array("normalForce", c.normalForce);
-    out.array("tangentialForce", c.tangentialForce);
+    out.array("position", c.position);                   // m
+    out.array("contactVector1", c.contactVector1);       // m, from the first centre to the contact
+    out.array("contactVector2", c.contactVector2);       // m, from the second partner's centre
+    out.array("normalOverlap", c.normalOverlap);         // m
+    out.array("tangentialOverlap", c.tangentialOverlap); // m
+    out.array("normalForce", c.normalForce);             // N
+    out.array("tangentialForce", c.tangentialForce);     // N
     // What only some legacy decks hold.
     if (holdsAnything(c.legacyScalar))
         out.array("legacyScalar", c.legacyScalar);

@@ -6,7 +6,7 @@ namespace NBrenmark {
 
 void CTextWriter::writeSystemEnergy(const CSystemEnergy& e)
 {
-    out.value("total", e.total);
+    out.value("total", e.total); // J
     out.value("potential", e.potential);
     out.value("kinetic", e.kinetic);
     out.group("cumulative", [&] { e.cumulative.write(*this); });

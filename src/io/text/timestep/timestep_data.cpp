@@ -12,8 +12,8 @@ void CTextWriter::writeTimestepData(CTimestepData& t)
     out.stored("creator", t.creatorData.storageIndex());
     out.stored("date", t.date);
 
-    out.value("time", t.time);
-    out.value("elapsedTime", t.elapsedTime);
+    out.value("time", t.time);               // s, simulated
+    out.value("elapsedTime", t.elapsedTime); // s, real
     out.value("runNumber", t.runNumber);
     out.value("isFull", t.isFull);
     out.value("timestepMask", t.timestepMask);

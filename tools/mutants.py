@@ -33,6 +33,7 @@ static inline bool isPlanted(int number)
 }
 #endif
 """
+COMMENT = re.compile(r"(?<=\S)\s+// .*$")
 STATEMENT = re.compile(r"^(\s+)((?:f\.\w+|report|reportOnce)\(.*)$")
 CONDITION = re.compile(r"^(\s+(?:else )?)if \(([^;=]|[=!<>]=)+\)( \{)?$")
 LOOP = re.compile(r"^(\s+for \([^;]*; \w+ < )([\w.()]+)(; .*)$")
@@ -44,6 +45,7 @@ FIRST = "StoredForms*:DeckTree*:*RoundTrip*:*Versions*:*Forms*"
 
 def mutations(line, following):
     """What may be done to a line: (kind, new line as a function of the number, lines that are used up)."""
+    line, following = COMMENT.sub("", line), COMMENT.sub("", following)
     found = []
     statement = STATEMENT.match(line)
     if statement:

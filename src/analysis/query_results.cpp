@@ -4,6 +4,7 @@
 #include "visitors/attribute_retrieval.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace NBrenmark {
@@ -147,7 +148,7 @@ static constexpr qint32 mostIntervals = 100000;
 /// The interval of a value among equal ones between two ends, both of which belong to one; -1 for none.
 static int intervalOf(double value, double from, double to, qint32 intervals)
 {
-    if (!(value >= from && value <= to))
+    if (!(value >= from && value <= to) || !std::isfinite(to - from))
         return -1;
     const double share = to > from ? (value - from) / (to - from) : 0.0;
     return std::min(static_cast<int>(share * intervals), intervals - 1);

@@ -32,7 +32,7 @@ int CLatticeVolume::elementAt(const C3DPoint& point) const
     const std::array<double, 3> from{local.x + size[0] / 2, local.y + size[1] / 2, local.z + size[2] / 2};
     std::array<int, 3> place{};
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (!(from[axis] >= 0.0 && from[axis] <= size[axis]))
+        if (!(from[axis] >= 0.0 && from[axis] <= size[axis]) || !std::isfinite(size[axis]))
             return -1;
         const double share = size[axis] > 0.0 ? from[axis] / size[axis] : 0.0;
         place[axis] = std::min(static_cast<int>(share * bins[axis]), bins[axis] - 1);

@@ -321,6 +321,7 @@ void CCommandLine::addValues()
     command->add_flag("--json", values.json, "Show the summary as JSON");
     command->add_option("--histogram", intervals, "Draw how the values are spread over N intervals instead")
         ->type_name("N");
+    command->add_option("--svg", svg, "Draw the histogram into a file as well")->type_name("FILE");
     addReading(command);
     command->callback([this] {
         chosen = [this] {
@@ -339,6 +340,9 @@ void CCommandLine::addValues()
                                "What the query is about is in the query itself.");
             values.deck = pathFrom(source);
             values.output = output.empty() ? QString() : pathFrom(output);
+            if (!svg.empty() && intervals.empty())
+                throw CFailure(eExitUsage, "--svg needs --histogram", "A table has no picture.");
+            values.svg = svg.empty() ? QString() : pathFrom(svg);
             if (!intervals.empty())
                 values.intervals = countFrom("--histogram", intervals);
             values.allTimesteps = timestep.empty() || timestep == "all";

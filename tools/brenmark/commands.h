@@ -98,6 +98,7 @@ struct SValuesOptions
     bool summary = false;
     bool json = false;
     quint32 intervals = 0; ///< of a histogram; 0 for none
+    QString svg;           ///< file for the histogram; empty for none
 };
 
 EExitCode runConvert(const SConvertOptions& options);

@@ -24,7 +24,13 @@ static std::unique_ptr<CQuery> requiredQuery(CDeckReader& reader, const SValuesO
 {
     NConfig::CConfigManager& configuration = *reader.deck().configuration;
     CDataMiners miners(configuration);
-    miners.loadConfiguration(configuration);
+    try {
+        miners.loadConfiguration(configuration);
+    }
+    catch (const NConfig::CConfigException& error) { // a key holds a value of another kind
+        throw CFailure(eExitSource, utf8(options.deck) + ": its queries can't be read: " + withoutEnd(error.what()),
+                       "Copy its configuration again from the archive.");
+    }
     std::vector<std::string> names;
     std::string all;
     for (const auto& miner : miners.miners())

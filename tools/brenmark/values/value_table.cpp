@@ -1,8 +1,11 @@
 #include "brenmark/values/value_table.h"
 
+#include "brenmark/plot_axis.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
 namespace NBrenmark {
 
@@ -110,6 +113,40 @@ std::string SHistogram::text(const std::string& head, int columns) const
         result += line + std::string(static_cast<std::size_t>(std::lround(share * width)), '*') + '\n';
     }
     return result;
+}
+
+std::string SHistogram::svg(const std::string& title, const std::string& axisHead) const
+{
+    const double left = 80, top = 56, width = 600, height = 360;
+    const SAxis x(from, to, 6), y(0.0, static_cast<double>(*std::max_element(counts.begin(), counts.end())), 6);
+    const auto px = [&](double value) { return significant(left + x.at(value) * width, 6); };
+    const auto py = [&](double value) { return significant(top + (1 - y.at(value)) * height, 6); };
+    const auto tickText = [](const SAxis& axis, int tick) {
+        const double value = axis.tick(tick);
+        return significant(std::abs(value) < 1e-9 * axis.step ? 0.0 : value, 6);
+    };
+    const auto label = [](const std::string& atX, const std::string& atY, const char* anchor, const std::string& text) {
+        return "<text x=\"" + atX + "\" y=\"" + atY + "\" text-anchor=\"" + anchor + "\">" + svgText(text) +
+               "</text>\n";
+    };
+    std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 720 480\" "
+                      "font-family=\"Helvetica, Arial, sans-serif\" font-size=\"13\" fill=\"#333\">\n"
+                      "<rect width=\"720\" height=\"480\" fill=\"#fff\"/>\n";
+    svg += label("80", "36", "start", title);
+    for (int tick = 0; tick < y.tickCount(); ++tick) {
+        const std::string at = py(y.tick(tick));
+        svg += "<line x1=\"80\" x2=\"680\" y1=\"" + at + "\" y2=\"" + at + "\" stroke=\"#e4e4e4\"/>\n";
+        svg += label("72", at, "end", tickText(y, tick));
+    }
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const double share = y.at(static_cast<double>(counts[i]));
+        svg += "<rect x=\"" + px(edge(i)) + "\" y=\"" + py(static_cast<double>(counts[i])) + "\" width=\"" +
+               significant((x.at(edge(i + 1)) - x.at(edge(i))) * width, 6) + "\" height=\"" +
+               significant(share * height, 6) + "\" fill=\"#0b5fa5\" stroke=\"#fff\"/>\n";
+    }
+    for (int tick = 0; tick < x.tickCount(); ++tick)
+        svg += label(px(x.tick(tick)), "436", "middle", tickText(x, tick));
+    return svg + label("380", "462", "middle", axisHead) + "</svg>\n";
 }
 
 } // namespace NBrenmark

@@ -65,6 +65,8 @@ struct SHistogram
     double edge(std::size_t number) const;
     /// In characters. \param columns  of the terminal
     std::string text(const std::string& head, int columns) const;
+    /// As bars over an axis. \param axisHead  with the unit
+    std::string svg(const std::string& title, const std::string& axisHead) const;
 
     double from;
     double to;

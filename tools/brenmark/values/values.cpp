@@ -16,6 +16,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <tuple>
 
@@ -212,27 +213,51 @@ void CValueReading::printMissing() const
 
 // ---------------------------------------------------------------- forms of output
 
+namespace {
+
+/// A file that gets its name once it is whole.
+class CTargetFile
+{
+public:
+    explicit CTargetFile(const QString& path) : file(path) { require(file.open(QIODevice::WriteOnly)); }
+    void write(const std::string& text)
+    {
+        const auto size = static_cast<qint64>(text.size());
+        require(file.write(text.data(), size) == size);
+    }
+    void commit() { require(file.commit()); }
+
+private:
+    /// \throws CFailure  it isn't done
+    void require(bool done) const
+    {
+        const std::string cause = utf8(file.errorString());
+        if (!done)
+            throw CFailure(eExitTarget, utf8(file.fileName()) + ": can't be written: " + cause,
+                           adviceForWriting(cause));
+    }
+
+    QSaveFile file;
+};
+
+} // namespace
+
+static void writeTable(CValueReading& reading, const CValueTable::Out& out)
+{
+    CValueTable table(reading.timeHead(), reading.heads(), out);
+    reading.forEachBlock([&table](const SValueBlock& block) { table.add(block); });
+    table.finish();
+}
+
 static void writeTable(CValueReading& reading, const QString& path)
 {
     if (path.isEmpty()) {
-        CValueTable table(reading.timeHead(), reading.heads(), printResult);
-        reading.forEachBlock([&table](const SValueBlock& block) { table.add(block); });
-        table.finish();
+        writeTable(reading, CValueTable::Out(printResult));
         return;
     }
-    QSaveFile file(path);
-    const auto require = [&](bool done) {
-        if (!done)
-            throw CFailure(eExitTarget, utf8(path) + ": can't be written: " + utf8(file.errorString()),
-                           adviceForWriting(utf8(file.errorString())));
-    };
-    require(file.open(QIODevice::WriteOnly));
-    CValueTable table(reading.timeHead(), reading.heads(), [&](const std::string& text) {
-        require(file.write(text.data(), static_cast<qint64>(text.size())) == static_cast<qint64>(text.size()));
-    });
-    reading.forEachBlock([&table](const SValueBlock& block) { table.add(block); });
-    table.finish();
-    require(file.commit());
+    CTargetFile file(path);
+    writeTable(reading, [&file](const std::string& text) { file.write(text); });
+    file.commit();
 }
 
 static std::vector<SValueSummary> summaryOf(CValueReading& reading)
@@ -288,19 +313,28 @@ static void printSummary(CValueReading& reading)
     }
 }
 
-static void printHistogram(CValueReading& reading, quint32 intervals)
+static void printHistogram(CValueReading& reading, const SValuesOptions& options)
 {
     if (reading.heads().size() != 1)
         throw CFailure(eExitUsage, "--histogram takes one number a row, and this attribute has several",
                        "Ask for one of its components or its magnitude.");
     const SValueSummary summary = summaryOf(reading).front();
-    SHistogram histogram(summary.minimum, summary.maximum, intervals);
+    if (!std::isfinite(summary.maximum - summary.minimum))
+        throw CFailure(eExitSource, utf8(options.deck) + ": some values are infinite, or too large for intervals",
+                       "--summary shows the extremes.");
+    SHistogram histogram(summary.minimum, summary.maximum, options.intervals);
     reading.forEachBlock([&histogram](const SValueBlock& block) {
         for (std::size_t i = 0; i < block.count; ++i)
             histogram.add(block.values[i]);
     });
-    printResult(
-        histogram.text(oneLine(reading.heads().front()) + ", " + countText(summary.count, "value"), errorColumns()));
+    const std::string& head = reading.heads().front();
+    const std::string number = countText(summary.count, "value");
+    if (!options.svg.isEmpty()) {
+        CTargetFile file(options.svg);
+        file.write(histogram.svg(number, head));
+        file.commit();
+    }
+    printResult(histogram.text(oneLine(head) + ", " + number, errorColumns()));
 }
 
 static void printList(CDeckReader& reader, const SValuesOptions& options)
@@ -336,7 +370,7 @@ EExitCode runValues(const SValuesOptions& options)
         else if (options.summary)
             printSummary(reading);
         else if (options.intervals > 0)
-            printHistogram(reading, options.intervals);
+            printHistogram(reading, options);
         else
             writeTable(reading, options.output);
         reading.printMissing();

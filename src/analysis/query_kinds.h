@@ -5,9 +5,12 @@
 
 #include <QStringList>
 
+#include <utility>
+#include <vector>
+
 namespace NBrenmark {
 
-/// What a class of queries has for itself alone: a copy of its own kind. Nothing is calculated here.
+/// What a class of queries has for itself alone: a copy of its own kind.
 template <class TQuery, class TBase = CQuery>
 class CQueryKind : public TBase
 {
@@ -18,7 +21,6 @@ public:
     {
         return std::make_unique<TQuery>(static_cast<const TQuery&>(*this));
     }
-    bool calculate(std::vector<double>&) const override { return false; }
     QString header() const override { return this->name() + QLatin1Char(' ') + this->primaryAttribute; }
 };
 
@@ -26,6 +28,7 @@ class CNormalQuery : public CQueryKind<CNormalQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Standard"); }
+    bool calculate(std::vector<double>& result) const override;
 };
 
 class CTotalQuery : public CQueryKind<CTotalQuery>
@@ -34,43 +37,55 @@ public:
     explicit CTotalQuery(bool overTime = false) : overTime(overTime) {}
 
     QString name() const override { return overTime ? QStringLiteral("Total Over Time") : QStringLiteral("Total"); }
+    bool calculate(std::vector<double>& result) const override;
+    bool isOverTime() const override { return overTime; }
+    void collect(const SQueryValues& values) override;
     void form(IEntryForm& f) override;
 
     bool overTime;
-    bool useIdCounter = false;
+    bool useIdCounter = false; ///< counts the rows in place of their values
 
 protected:
     void keys(CQueryKeys& keys) override;
+
+private:
+    std::vector<double> total; ///< of the timesteps so far, or of the last one
 };
 
 class CCoGQuery : public CQueryKind<CCoGQuery>
 {
 public:
     QString name() const override { return QStringLiteral("CoG"); }
+    bool calculate(std::vector<double>& result) const override;
+    bool weighsRows() const override { return true; }
 };
 
 class CAverageQuery : public CQueryKind<CAverageQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Average"); }
+    bool calculate(std::vector<double>& result) const override;
 };
 
 class CMaximumQuery : public CQueryKind<CMaximumQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Maximum"); }
+    bool calculate(std::vector<double>& result) const override;
 };
 
 class CMinimumQuery : public CQueryKind<CMinimumQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Minimum"); }
+    bool calculate(std::vector<double>& result) const override;
 };
 
 class CMaxMinQuery : public CQueryKind<CMaxMinQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Maximum & Minimum"); }
+    bool calculate(std::vector<double>& result) const override;
 };
 
 class CDistributionQuery : public CQueryKind<CDistributionQuery>
@@ -79,6 +94,7 @@ public:
     explicit CDistributionQuery(bool ofContacts = false) : ofContacts(ofContacts) {}
 
     QString name() const override { return QStringLiteral("Distribution"); }
+    bool calculate(std::vector<double>& result) const override;
     void form(IEntryForm& f) override;
 
     bool ofContacts;
@@ -105,6 +121,9 @@ class CTimeDistributionQuery : public CQueryKind<CTimeDistributionQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Time Distribution"); }
+    bool calculate(std::vector<double>& result) const override;
+    bool isOverTime() const override { return true; }
+    void collect(const SQueryValues& values) override;
     void form(IEntryForm& f) override;
 
     qint32 intervals = 0;
@@ -114,12 +133,16 @@ public:
 
 protected:
     void keys(CQueryKeys& keys) override;
+
+private:
+    std::vector<std::pair<double, double>> answers; ///< time, s, and answer of each timestep
 };
 
 class CTwoAttribQuery : public CQueryKind<CTwoAttribQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Two Attribute"); }
+    bool calculate(std::vector<double>& result) const override;
     void form(IEntryForm& f) override;
 
     QString queryType1;
@@ -134,6 +157,9 @@ class CMassFlowQuery : public CQueryKind<CMassFlowQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Mass Flow Rate"); }
+    // What it measures through is in numbers whose meaning isn't known here.
+    bool calculate(std::vector<double>&) const override { return false; }
+    bool isCalculated() const override { return false; }
     void form(IEntryForm& f) override;
 
     QString displayQueryType;
@@ -146,12 +172,18 @@ class CPressurePerSelectionQuery : public CQueryKind<CPressurePerSelectionQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Total Pressure"); }
+    // What it measures through is in numbers whose meaning isn't known here.
+    bool calculate(std::vector<double>&) const override { return false; }
+    bool isCalculated() const override { return false; }
 };
 
 class CDensityQuery : public CQueryKind<CDensityQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Density"); }
+    // What it measures through is in numbers whose meaning isn't known here.
+    bool calculate(std::vector<double>&) const override { return false; }
+    bool isCalculated() const override { return false; }
     void form(IEntryForm& f) override;
 
     qint32 densityKind = 0; ///< carried

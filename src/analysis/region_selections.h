@@ -121,6 +121,9 @@ class CSensorSelection : public CPrimitiveSelection
 {
 public:
     using CPrimitiveSelection::CPrimitiveSelection;
+
+    /// Its queries are about what is inside the sensor.
+    void applyToQueries() override;
 };
 
 class CMassFlowSensorSelection : public CSensorSelection

@@ -142,4 +142,25 @@ bool CParticleType::sphereCentreAndRadius(quint32 slot, quint32 sphere, C3DPoint
     return true;
 }
 
+// ---------------------------------------------------------------- values by the names of attributes
+
+bool CParticleType::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                             quint32 row) const
+{
+    if (attribute == nullptr) {
+        out = NAttributes::SAttributeValue();
+        return false;
+    }
+    return valueOfRows(
+        out, row, slotCount(), attribute->valueKind == NAttributes::eIntegerValue,
+        [this](quint32 i) { return isLive(i); },
+        [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForParticle(one, *this, i); });
+}
+
+bool CParticleType::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
+{
+    return getValue(
+        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eParticleAttribute), row);
+}
+
 } // namespace NBrenmark

@@ -10,6 +10,7 @@
 #include "maths/quaternion.h"
 #include "maths/vector.h"
 #include "properties/custom_property_data.h"
+#include "visitors/attribute_retrieval.h"
 
 #include <QString>
 #include <array>
@@ -95,7 +96,7 @@ struct SParticleState
     std::vector<double> customValues;
 };
 
-class CParticleType
+class CParticleType : public IAttributeRetrieval
 {
 public:
     /// \param propertyManager  of the particle properties; not owned, may be null
@@ -103,6 +104,10 @@ public:
 
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
+
+    bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const override;
+    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
 
     /// Sets both forms of the name.
     void setName(const QString& text);

@@ -4,6 +4,7 @@
 
 #include "maths/vector.h"
 #include "results/pair_rows.h"
+#include "visitors/attribute_retrieval.h"
 
 #include <functional>
 #include <mutex>
@@ -28,7 +29,7 @@ enum EBondState : quint32
 /// The parameters of a pair of materials in a model that bonds, or null.
 using BondParametersOf = std::function<const CBondParameters*(const CParticleType& type, const CParticleType& other)>;
 
-class CBondsBase
+class CBondsBase : public IAttributeRetrieval
 {
 public:
     /// Capacity that the arrays get at the first growth.
@@ -37,13 +38,17 @@ public:
     static constexpr quint32 noSlot = 0xFFFFFFFFu;
 
     CBondsBase() = default;
-    virtual ~CBondsBase() = default;
+    ~CBondsBase() override = default;
     CBondsBase(const CBondsBase&) = delete;
     CBondsBase& operator=(const CBondsBase&) = delete;
 
     void read(IFileVisitorReader& visitor);
     /// Takes the dropped rows out before.
     void write(IFileVisitorWriter& visitor);
+
+    bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const override;
+    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
 
     /// The centres of the two spheres that a bond holds, m.
     /// \return false if the family or the store has none

@@ -5,6 +5,7 @@
 #include "core/save_options.h"
 #include "maths/quaternion.h"
 #include "maths/vector.h"
+#include "visitors/attribute_retrieval.h"
 
 #include <mutex>
 #include <vector>
@@ -57,17 +58,21 @@ struct SCollisionEnd
     std::vector<CQuaternion> orientation;
 };
 
-class CCollisionsBase
+class CCollisionsBase : public IAttributeRetrieval
 {
 public:
     /// \param mask  the arrays that the family has; the others stay empty
     explicit CCollisionsBase(quint32 mask) : mask(mask) {}
-    virtual ~CCollisionsBase() = default;
+    ~CCollisionsBase() override = default;
     CCollisionsBase(const CCollisionsBase&) = delete;
     CCollisionsBase& operator=(const CCollisionsBase&) = delete;
 
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
+
+    bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const override;
+    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
 
     /// The family's bit of the timestep mask.
     virtual quint32 familyMask() const = 0;

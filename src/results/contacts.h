@@ -8,6 +8,7 @@
 #include "results/collisions.h"
 #include "results/contact_records.h"
 #include "results/pair_rows.h"
+#include "visitors/attribute_retrieval.h"
 
 #include <mutex>
 #include <utility>
@@ -38,7 +39,7 @@ enum EContactField : quint32
 constexpr double takenOverlap = -1.0;    ///< given out again and not filled yet
 constexpr double releasedOverlap = -2.0; ///< on the chain of released rows
 
-class CContactsBase
+class CContactsBase : public IAttributeRetrieval
 {
 public:
     /// Capacity that the arrays get at the first growth: a reallocation touches more than ten of them.
@@ -48,13 +49,17 @@ public:
     CContactsBase(CCustomPropertyManager* propertyManager, CCollisionsBase& activeCollisions)
         : customProperties(propertyManager), activeCollisions(activeCollisions)
     {}
-    virtual ~CContactsBase() = default;
+    ~CContactsBase() override = default;
     CContactsBase(const CContactsBase&) = delete;
     CContactsBase& operator=(const CContactsBase&) = delete;
 
     void read(IFileVisitorReader& visitor);
     /// Takes the released rows out before.
     void write(IFileVisitorWriter& visitor);
+
+    bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const override;
+    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
 
     /// The family's bit of the timestep mask.
     virtual quint32 familyMask() const = 0;

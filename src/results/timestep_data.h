@@ -9,6 +9,7 @@
 #include "results/collisions.h"
 #include "results/contacts.h"
 #include "results/energies.h"
+#include "visitors/attribute_retrieval.h"
 
 #include <QMap>
 
@@ -16,7 +17,7 @@ namespace NBrenmark {
 
 class CCreatorData;
 
-class CTimestepData : public CSimulationData
+class CTimestepData : public CSimulationData, public IAttributeRetrieval
 {
     Q_OBJECT
 public:
@@ -28,6 +29,10 @@ public:
 
     void read(IFileVisitorReader& visitor) override;
     void write(IFileVisitorWriter& visitor) override;
+
+    bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const override;
+    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
 
     /// Before each read into the frame. isFull, the masks, time and date stay; a read overwrites them.
     void clear() override;

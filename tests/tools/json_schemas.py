@@ -28,7 +28,7 @@ def validator(name):
     return jsonschema.Draft7Validator(schema, resolver=resolver)
 
 
-VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "progress")}
+VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress")}
 
 
 def complaint(name, text):
@@ -107,10 +107,11 @@ def main():
             run("info", "--quick", deck)
             run("info", "--settings", deck)
             run("config", deck)
+            run("values", "--summary", "--attribute", "Velocity", deck)
             run("convert", "--progress=json", "--verify", deck, folder / f"out{number}")
             run("verify", deck, folder / f"out{number}.dem")
             run("verify", ROOT / "samples" / "pile-27.dem", deck)
-        for command in ("convert", "check", "info", "config", "verify"):
+        for command in ("convert", "check", "info", "config", "verify", "values"):
             run(command)
             run(command, "--no-such-option")
     for line in complaints:

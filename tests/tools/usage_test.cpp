@@ -20,7 +20,10 @@ struct SRefusal
 };
 
 const SRefusal refusals[] = {
-    {{"transmute"}, 2, "transmute: there is no such command", "convert, check, info, config, dump, verify, law"},
+    {{"transmute"},
+     2,
+     "transmute: there is no such command",
+     "convert, check, info, config, dump, verify, law, values"},
     {{"convrt", "DIR/pile.dem"}, 2, "no such command", "Did you mean brenmark convert?"},
     {{"help", "veri"}, 2, "no such command", "Did you mean brenmark verify?"},
     {{"--json", "info"}, 2, "--json: brenmark has no such option", "The command comes first"},
@@ -47,6 +50,9 @@ const SRefusal refusals[] = {
     {{"dump", "--timestep", "first", "DIR/pile.dem"}, 2, "\"first\" isn't a whole number", "--timestep"},
     {{"dump", "--timestep", "3", "DIR/pile.dem"}, 2, "no timestep 3", "It has 3"},
     {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is missing", "brenmark help verify"},
+    {{"values", "DIR/pile.dem"}, 2, "needs either --attribute, --query or --list", "For example"},
+    {{"values", "DIR/pile.dem", "--attribute", "Mas"}, 2, "there is no attribute \"Mas\"", "Did you mean Mass?"},
+    {{"values", "DIR/pile.dem", "--attribute", "Mass", "--units", "mass=gg"}, 2, "isn't a unit of mass", "mean g?"},
     {{"law", "DIR/pile.dem"}, 2, "needs DECK, --pair and --overlap", "For example"},
     {{"law", "DIR/pile.dem", "--pair", "A", "B", "--overlap", "0:1"}, 2, "\"0:1\" isn't FROM:TO:COUNT", "--overlap"},
     {{"law", "DIR/pile.dem", "--pair", "A", "B", "--overlap", "0:1:2"},

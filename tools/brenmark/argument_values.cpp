@@ -11,6 +11,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace NBrenmark {
@@ -101,6 +102,33 @@ std::tuple<double, double, quint32> rangeFrom(const char* option, const std::str
         last != end || count < 2 || count > most || from == to)
         throw valueFailure(option, argument, "FROM:TO:COUNT with two different numbers and a count from 2 to 100000");
     return {from, to, count};
+}
+
+quint32 countFrom(const char* option, const std::string& argument)
+{
+    constexpr quint32 most = 1000;
+    quint32 number = 0;
+    const char* const end = argument.data() + argument.size();
+    const auto [last, error] = std::from_chars(argument.data(), end, number);
+    if (error != std::errc() || last != end || number < 1 || number > most)
+        throw valueFailure(option, argument, "a whole number from 1 to " + std::to_string(most));
+    return number;
+}
+
+std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument)
+{
+    quint32 first = 0, last = 0;
+    const char* const begin = argument.data();
+    const char* const end = begin + argument.size();
+    const char* const colon = std::find(begin, end, ':');
+    const auto isNumber = [](const char* from, const char* to, quint32& number) {
+        const auto [rest, error] = std::from_chars(from, to, number);
+        return error == std::errc() && rest == to;
+    };
+    if (!isNumber(begin, colon, first) || !isNumber(colon == end ? begin : colon + 1, end, last) || first > last ||
+        last == std::numeric_limits<quint32>::max())
+        throw valueFailure(option, argument, "a timestep such as 3, a range such as 2:5, or all");
+    return {first, last};
 }
 
 double speedFrom(const char* option, const std::string& argument)

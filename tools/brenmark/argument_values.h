@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <tuple>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -23,6 +24,10 @@ quint32 numberFrom(const char* option, const std::string& argument);
 unsigned threadsChosen(const std::string& argument);
 /// "0:1e-5:50": two different numbers, and how many there are from one to the other, at least two.
 std::tuple<double, double, quint32> rangeFrom(const char* option, const std::string& argument);
+/// A number of parts, from 1 to 1000.
+quint32 countFrom(const char* option, const std::string& argument);
+/// "3" or "2:5": the first and the last timestep.
+std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument);
 /// A number above 0.
 double speedFrom(const char* option, const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);

@@ -40,6 +40,7 @@ private:
     void addDump();
     void addVerify();
     void addLaw();
+    void addValues();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -56,7 +57,8 @@ private:
     CLI::App* convertCommand = nullptr;
     std::function<EExitCode()> chosen;
 
-    std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg;
+    std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
+        intervals;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -66,6 +68,7 @@ private:
     SDumpOptions dump;
     SVerifyOptions verify;
     SLawOptions law;
+    SValuesOptions values;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -89,6 +92,7 @@ CCommandLine::CCommandLine()
     addDump();
     addVerify();
     addLaw();
+    addValues();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -285,6 +289,66 @@ void CCommandLine::addLaw()
                 law.svg = svg.empty() ? QString() : pathFrom(svg);
             }
             return runLaw(law);
+        };
+    });
+}
+
+void CCommandLine::addValues()
+{
+    CLI::App* const command = add("values", "Show the values of an attribute at the timesteps of a deck, as a table");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--attribute", values.attribute, "The attribute, for example \"Velocity Magnitude\"")
+        ->type_name("NAME");
+    command
+        ->add_option("--query", values.query, "Instead, the answers of a query of the deck's data exports, by its ID")
+        ->type_name("NAME");
+    command->add_flag("--list", values.list, "Show the attributes of the deck by their owners instead");
+    command
+        ->add_option("--owner", values.owner,
+                     "Whose values: particle, contact, bond, collision, geometry or simulation; default: the first of "
+                     "them that has the attribute")
+        ->type_name("OWNER");
+    command->add_option("--type", values.type, "Of this particle type, geometry group or family of pairs alone")
+        ->type_name("NAME");
+    command->add_option("--selection", values.selection, "Of the particles of this selection of the deck alone")
+        ->type_name("NAME");
+    command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
+        ->type_name("N");
+    command->add_option("--units", values.units, "Units for quantities, for example length=mm,angVel=rpm")
+        ->type_name("LIST");
+    command->add_option("--output", output, "Write the table to a file")->type_name("FILE");
+    command->add_flag("--summary", values.summary, "Show count, minimum, maximum, mean and sum instead of the table");
+    command->add_flag("--json", values.json, "Show the summary as JSON");
+    command->add_option("--histogram", intervals, "Draw how the values are spread over N intervals instead")
+        ->type_name("N");
+    command->add_option("--svg", svg, "Draw the histogram into a file as well")->type_name("FILE");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            if (int(values.list) + int(!values.attribute.empty()) + int(!values.query.empty()) != 1)
+                throw CFailure(eExitUsage, "values: needs either --attribute, --query or --list",
+                               "For example: brenmark values pile.dem --attribute \"Velocity Magnitude\"");
+            if (values.json && !values.summary)
+                throw CFailure(eExitUsage, "--json needs --summary", "The table itself has no JSON form.");
+            if (int(values.summary) + int(!intervals.empty()) + int(!output.empty()) + int(values.list) > 1)
+                throw CFailure(eExitUsage, "--list, --summary, --histogram and --output can't be used together",
+                               "Use one of them.");
+            const bool hasMore = values.summary || !intervals.empty() || !output.empty() || !values.owner.empty() ||
+                                 !values.type.empty() || !values.selection.empty() || !values.units.empty();
+            if (!values.query.empty() && hasMore)
+                throw CFailure(eExitUsage, "--query takes --timestep alone",
+                               "What the query is about is in the query itself.");
+            values.deck = pathFrom(source);
+            values.output = output.empty() ? QString() : pathFrom(output);
+            if (!svg.empty() && intervals.empty())
+                throw CFailure(eExitUsage, "--svg needs --histogram", "A table has no picture.");
+            values.svg = svg.empty() ? QString() : pathFrom(svg);
+            if (!intervals.empty())
+                values.intervals = countFrom("--histogram", intervals);
+            values.allTimesteps = timestep.empty() || timestep == "all";
+            if (!values.allTimesteps)
+                std::tie(values.firstTimestep, values.lastTimestep) = timestepsFrom("--timestep", timestep);
+            return runValues(values);
         };
     });
 }

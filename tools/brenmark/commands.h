@@ -81,6 +81,26 @@ struct SLawOptions
     QString svg;
 };
 
+struct SValuesOptions
+{
+    QString deck;
+    bool list = false; ///< shows the attributes instead of values
+    std::string attribute;
+    std::string query;     ///< of the deck's data exports, in place of an attribute
+    std::string owner;     ///< "particle", "contact"...; empty for the first that the attribute serves
+    std::string type;      ///< of the particle type, geometry group or family of pairs; empty for all
+    std::string selection; ///< of the deck's settings, by its name; empty for all
+    bool allTimesteps = true;
+    quint32 firstTimestep = 0;
+    quint32 lastTimestep = 0;
+    std::string units; ///< "length=mm,time=min"; base units for what isn't named
+    QString output;    ///< of the table; empty for standard output
+    bool summary = false;
+    bool json = false;
+    quint32 intervals = 0; ///< of a histogram; 0 for none
+    QString svg;           ///< file for the histogram; empty for none
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -88,5 +108,6 @@ EExitCode runConfig(const SConfigOptions& options);
 EExitCode runDump(const SDumpOptions& options);
 EExitCode runVerify(const SVerifyOptions& options);
 EExitCode runLaw(const SLawOptions& options);
+EExitCode runValues(const SValuesOptions& options);
 
 } // namespace NBrenmark

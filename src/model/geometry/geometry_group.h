@@ -15,6 +15,7 @@
 #include "model/kinematics/ang_vel_and_pos.h"
 #include "model/kinematics/kinematics.h"
 #include "properties/custom_property_data.h"
+#include "visitors/attribute_retrieval.h"
 
 #include <QString>
 #include <array>
@@ -62,7 +63,7 @@ struct CTriangleColoringData
     std::vector<quint32> flags;
 };
 
-class CGeometryGroup : public IFactoryBoundingShape
+class CGeometryGroup : public IFactoryBoundingShape, public IAttributeRetrieval
 {
 public:
     static constexpr quint32 notSet = 0xFFFFFFFFu; ///< index or uniqueId
@@ -80,6 +81,10 @@ public:
     virtual QString displayName() const;
     virtual void read(IFileVisitorReader& visitor);
     virtual void write(IFileVisitorWriter& visitor) const;
+
+    bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const override;
+    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
 
     /// Takes the mesh to matrix x originalCoords and makes the group a moving one. A group that hasn't
     /// moved yet keeps a copy of its mesh first. Bounds and derived data aren't updated: see moveTo.

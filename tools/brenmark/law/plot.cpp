@@ -2,6 +2,7 @@
 #include "brenmark/law/plot.h"
 
 #include "brenmark/failure.h"
+#include "brenmark/plot_axis.h"
 #include "brenmark/terminal.h"
 
 #include <algorithm>
@@ -10,67 +11,7 @@
 
 namespace NBrenmark {
 
-namespace {
-
-std::string significant(double value, int digits)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, "%.*g", digits, value);
-    return text;
-}
-
-// ---------------------------------------------------------------- axes
-
-/// A range with ticks at round numbers.
-struct SAxis
-{
-    SAxis(double least, double greatest, int ticks)
-    {
-        if (!(greatest > least)) {
-            const double pad = std::max(std::abs(least) * 0.5, 1e-12);
-            least -= pad;
-            greatest += pad;
-        }
-        const double raw = (greatest - least) / ticks;
-        const double power = std::pow(10.0, std::floor(std::log10(raw)));
-        const double rest = raw / power;
-        step = (rest <= 1 ? 1 : rest <= 2 ? 2 : rest <= 5 ? 5 : 10) * power;
-        from = std::floor(least / step + 1e-9) * step;
-        to = std::ceil(greatest / step - 1e-9) * step;
-        exponent = static_cast<int>(std::floor(std::log10(std::max(std::abs(from), std::abs(to))) / 3.0 + 1e-9)) * 3;
-    }
-    /// 0 to 1 along the axis.
-    double at(double value) const { return (value - from) / (to - from); }
-    int tickCount() const { return static_cast<int>(std::lround((to - from) / step)) + 1; }
-    double tick(int number) const { return from + number * step; }
-    /// In units of the axis.
-    std::string tickText(int number) const
-    {
-        const double value = tick(number) / std::pow(10.0, exponent);
-        return significant(std::abs(value) < 1e-9 ? 0.0 : value, 6);
-    }
-    /// "mm", "kN".
-    std::string unit(const std::string& base) const
-    {
-        switch (base.empty() ? (exponent == 0 ? 0 : 1) : exponent) {
-        case 0: return base;
-        case 3: return std::string("k") + base;
-        case 6: return std::string("M") + base;
-        case -3: return std::string("m") + base;
-        case -6: return std::string("\u00b5") + base;
-        case -9: return std::string("n") + base;
-        case -12: return std::string("p") + base;
-        default: return "1e" + std::to_string(exponent) + (base.empty() ? "" : " ") + base;
-        }
-    }
-
-    double from = 0.0;
-    double to = 1.0;
-    double step = 1.0;
-    int exponent = 0;
-};
-
-SAxis axisOf(const SCurve& curve, int ticks, std::size_t column)
+static SAxis axisOf(const SCurve& curve, int ticks, std::size_t column)
 {
     double least = HUGE_VAL, greatest = -HUGE_VAL;
     for (const std::vector<double>& point : curve.points)
@@ -81,23 +22,18 @@ SAxis axisOf(const SCurve& curve, int ticks, std::size_t column)
     return least <= greatest ? SAxis(least, greatest, ticks) : SAxis(0, 1, ticks);
 }
 
-std::string withUnit(const std::string& name, const std::string& unit)
-{
-    return unit.empty() ? name : name + " [" + unit + "]";
-}
-
 /// "normal force [kN]"
-std::string axisText(const SCurve& curve, std::size_t column, const SAxis& axis)
+static std::string axisText(const SCurve& curve, std::size_t column, const SAxis& axis)
 {
     return withUnit(curve.columns[column].name, axis.unit(curve.columns[column].unit));
 }
 
-std::string padded(const std::string& text, std::size_t width)
+static std::string padded(const std::string& text, std::size_t width)
 {
     return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
 }
 
-std::vector<std::string> heads(const SCurve& curve)
+static std::vector<std::string> heads(const SCurve& curve)
 {
     std::vector<std::string> all;
     for (const SCurveColumn& column : curve.columns)
@@ -105,23 +41,13 @@ std::vector<std::string> heads(const SCurve& curve)
     return all;
 }
 
-std::string escaped(const std::string& text)
-{
-    std::string out;
-    for (const char c : oneLine(text))
-        out += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : c == '"' ? "&quot;" : std::string(1, c);
-    return out;
-}
-
-std::string chainText(const SCurve& curve)
+static std::string chainText(const SCurve& curve)
 {
     std::string text;
     for (const std::string& model : curve.models)
         text += (text.empty() ? "" : ", ") + model;
     return text.empty() ? "no contact model" : text;
 }
-
-} // namespace
 
 std::size_t columnNamed(const SCurve& curve, const std::string& name)
 {
@@ -224,7 +150,7 @@ std::string svgPlot(const SCurve& curve, std::size_t column)
                       "<rect width=\"720\" height=\"480\" fill=\"#fff\"/>\n";
     const auto label = [&](double atX, double atY, const char* anchor, const std::string& text, const char* more) {
         svg += "<text x=\"" + number(atX) + "\" y=\"" + number(atY) + "\" text-anchor=\"" + anchor + "\" " + more +
-               ">" + escaped(text) + "</text>\n";
+               ">" + svgText(text) + "</text>\n";
     };
     const auto line = [&](double x1, double y1, double x2, double y2, const char* colour) {
         svg += "<line x1=\"" + number(x1) + "\" y1=\"" + number(y1) + "\" x2=\"" + number(x2) + "\" y2=\"" +

@@ -1,0 +1,97 @@
+// brenmark values: what is stored of the sample pile, and the same rows from a deck and from its conversion.
+#include "support/paths.h"
+#include "support/settings_file.h"
+#include "support/temp_folder.h"
+#include "support/tool_run.h"
+
+#include <gtest/gtest.h>
+#include <cmath>
+
+namespace NBrenmark {
+
+TEST(Values, areTheSameInBothFamiliesAndInAnyUnit)
+{
+    CTempFolder folder;
+    const std::string deck = sampleDeck("pile-27.dem");
+    ASSERT_EQ(runTool({"convert", "-q", deck, argument(folder.path("new"))}).exitCode, 0);
+    const std::string converted = argument(folder.path("new.dem"));
+    for (const char* const attribute : {"Position", "Total Energy", "ID", "Pressure"}) {
+        const std::vector<std::string> rest{"--attribute", attribute, "--timestep", "1:3"};
+        std::vector<std::string> first{"values", deck}, second{"values", converted};
+        first.insert(first.end(), rest.begin(), rest.end());
+        second.insert(second.end(), rest.begin(), rest.end());
+        const SToolResult legacy = runTool(first), current = runTool(second);
+        EXPECT_EQ(legacy.exitCode, current.exitCode) << attribute << legacy.error;
+        EXPECT_EQ(legacy.output, current.output) << attribute;
+    }
+    const auto column = [&](const std::vector<std::string>& more) {
+        std::vector<std::string> words{"values", deck, "--attribute", "Position Z", "--timestep", "3"};
+        words.insert(words.end(), more.begin(), more.end());
+        const QList<QByteArray> lines = QByteArray::fromStdString(runTool(words).output).trimmed().split('\n');
+        QList<QByteArray> cells;
+        for (const QByteArray& line : lines)
+            cells += line.split(',').last();
+        return cells;
+    };
+    const QList<QByteArray> metres = column({}), millimetres = column({"--units", "length=mm"});
+    ASSERT_EQ(metres.size(), 1 + 2000);
+    EXPECT_EQ(metres[0], "\"Position Z [m]\"");
+    EXPECT_EQ(millimetres[0], "\"Position Z [mm]\"");
+    double sum = 0;
+    for (int i = 1; i < metres.size(); ++i) {
+        EXPECT_NEAR(millimetres[i].toDouble(), 1000 * metres[i].toDouble(), 1e-9);
+        sum += metres[i].toDouble();
+    }
+    const SToolResult summary = runTool({"values", deck, "--attribute", "Position Z", "--timestep", "3", "--summary"});
+    const std::size_t at = summary.output.find("sum");
+    ASSERT_NE(at, std::string::npos) << summary.output << summary.error;
+    EXPECT_NEAR(std::stod(summary.output.substr(at + 3)), sum, 1e-9);
+}
+
+/// The last cell of the second line of a table.
+static double firstValueOf(const SToolResult& result)
+{
+    const QList<QByteArray> lines = QByteArray::fromStdString(result.output).split('\n');
+    EXPECT_GT(lines.size(), 1) << result.error;
+    return lines.size() > 1 ? lines[1].split(',').last().toDouble() : 0.0;
+}
+
+TEST(Values, agreeWithWhatWasWorkedOutByHand)
+{
+    // Particle 1 at the last timestep: m = 4.2893212e-5 x 0.94372472^3 kg, at a height of 3.28673291e-3 m, with
+    // 2.88944e-3 m/s and 0.79606 rad/s; I = 4.3922649e-11 x 0.94372472^5 kg m^2, the same about all axes.
+    const double mass = 4.2893211697e-5 * std::pow(0.94372471571, 3);
+    const double inertia = 4.39226487777e-11 * std::pow(0.94372471571, 5);
+    const double speeds = 2.88473835e-3 * 2.88473835e-3 + 1.38496566e-4 * 1.38496566e-4 + 8.92891161e-5 * 8.92891161e-5;
+    const double spins = 0.684233849 * 0.684233849 + 0.378047312 * 0.378047312 + 0.150324236 * 0.150324236;
+    const double energy = mass * speeds / 2 + inertia * spins / 2 + mass * 9.81 * 3.2867329058e-3;
+    const std::string deck = sampleDeck("pile-27.dem");
+    const double value = firstValueOf(runTool({"values", deck, "--attribute", "Total Energy", "--timestep", "3"}));
+    EXPECT_NEAR(value, energy, 1e-7 * energy);
+}
+
+TEST(Values, answerTheQueriesOfADeckAndKeepToItsSelections)
+{
+    CTempFolder folder;
+    for (const char* const suffix : {".dem", ".idx", ".ess"})
+        QFile::copy(QString::fromStdString(sampleDeck(std::string("pile-27") + suffix)), folder.path("a") + suffix);
+    const std::string place = "ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:00001:";
+    configurationFile("27.0.0", {place + "SECTION=QT STRING:S", place + "QUERY TYPE=QT STRING:Maximum",
+                                 place + "ID=QT STRING:top", place + "ATTR=QT STRING:Position",
+                                 place + "PRIMARY COMPONENT=QT STRING:Z"})
+        .toFile(folder.path("a.dfg"));
+    const std::string deck = argument(folder.path("a.dem"));
+    const SToolResult summary = runTool({"values", deck, "--attribute", "Position Z", "--timestep", "2", "--summary"});
+    const double top = std::stod(summary.output.substr(summary.output.find("maximum") + 7));
+    EXPECT_EQ(firstValueOf(runTool({"values", deck, "--query", "top", "--timestep", "2"})), top);
+    EXPECT_EQ(runTool({"values", deck, "--query", "tip"}).exitCode, 2);
+
+    const std::string selections = sampleDeck("selections-27.dem");
+    const auto exitCode = [&](const char* selection) {
+        return runTool({"values", selections, "--attribute", "Mass", "--selection", selection}).exitCode;
+    };
+    EXPECT_EQ(exitCode("Picked by hand"), 0);
+    EXPECT_EQ(exitCode("Picked"), 2);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,197 @@
+// The definitions of custom properties, an element for each under that of their owner, and the values of single items.
+
+#include "core/cause.h"
+#include "core/log.h"
+#include "core/shortened.h"
+#include "properties/custom_property_data.h"
+#include "xml/property_definitions.h"
+#include "xml/property_values.h"
+#include "xml/serialisers.h"
+
+#include <algorithm>
+
+namespace NBrenmark {
+
+QString tagPart(const std::string& name)
+{
+    QString part;
+    for (const QChar c : QString::fromStdString(name)) {
+        if (c.isSpace())
+            part += '_';
+        else if (c.isLetterOrNumber() || c == '_')
+            part += c;
+    }
+    return part;
+}
+
+// ---------------------------------------------------------------- values of an item
+
+static QString valueName(const CCustomPropertyMetaData& property)
+{
+    return "cust_attr_" + tagPart(property.name) + '_';
+}
+
+/// Whether a property before this one has its name in documents.
+static bool isNameTaken(const CCustomPropertyData& data, std::size_t property)
+{
+    const QString name = tagPart(data.lists[property]->metaData().name);
+    return std::any_of(data.lists.begin(), data.lists.begin() + static_cast<std::ptrdiff_t>(property),
+                       [&](const auto& list) { return tagPart(list->metaData().name) == name; });
+}
+
+void writeValues(CXmlOutput& out, const CCustomPropertyData& data, unsigned int item)
+{
+    for (std::size_t property = 0; property < data.lists.size(); ++property) {
+        const CCustomPropertyValueList& list = *data.lists[property];
+        const double* const values = list.item(item);
+        if (values == nullptr)
+            continue;
+        if (isNameTaken(data, property)) {
+            reportOnce(eNotCarried, NLogTitle::xmlExport,
+                       "The values of the custom property \"" + shortened(list.metaData().name) +
+                           "\" are left out: another property has its name in XML.",
+                       1, shortened(list.metaData().name));
+            continue;
+        }
+        const QString name = valueName(list.metaData());
+        for (unsigned int element = 0; element < list.elementsPerItem(); ++element)
+            out.attribute(name + QString::number(element), values[element]);
+    }
+}
+
+void readValues(const CXmlAttributes& attributes, CCustomPropertyData& data, unsigned int item)
+{
+    for (const auto& list : data.lists) {
+        double* const values = list->item(item);
+        const QString name = valueName(list->metaData());
+        for (unsigned int element = 0; values != nullptr && element < list->elementsPerItem(); ++element)
+            if (attributes.has(name + QString::number(element)))
+                values[element] = attributes.number(name + QString::number(element));
+    }
+}
+
+// ---------------------------------------------------------------- definitions
+
+static QString managerTag(const CCustomPropertyManager& manager)
+{
+    return "custom_properties_" + tagPart(manager.name);
+}
+
+static const QLatin1String definitionPrefix("custom_property_");
+
+/// \param index  of the property
+static void writeDefinition(CXmlOutput& out, const CCustomPropertyManager& manager, unsigned int index)
+{
+    const CCustomPropertyMetaData& property = *manager.property(index);
+    out.element(definitionPrefix + tagPart(property.name), [&] {
+        out.attribute("name", property.name);
+        out.attribute("index", index);
+        out.attribute("data_type", property.dataType); // ECustomPropertyType
+        out.attribute("number_of_elements", property.numberOfElements);
+        out.attribute("units", property.unitsType);         // the quantity
+        out.flag("type", index < manager.finalizedCount()); // whether values are stored for it
+        for (unsigned int element = 0; element < property.numberOfElements; ++element)
+            out.attribute("initial_value_" + QString::number(element), property.initialValue(element));
+    });
+}
+
+void writePropertyDefinitions(CXmlOutput& out, const CCustomPropertyManager* manager)
+{
+    if (manager == nullptr || manager->propertyCount() == 0)
+        return;
+    out.element(managerTag(*manager), [&] {
+        for (unsigned int index = 0; index < manager->propertyCount(); ++index)
+            writeDefinition(out, *manager, index);
+    });
+}
+
+static std::unique_ptr<CCustomPropertyMetaData> readDefinition(const CXmlAttributes& attributes)
+{
+    const std::string name = attributes.text("name").toStdString();
+    const quint32 dataType = attributes.count("data_type");
+    const quint32 elements =
+        std::min(attributes.count("number_of_elements"), quint32(CCustomPropertyMetaData::mostElements));
+    const quint32 units = attributes.count("units");
+    std::vector<double> values(elements);
+    for (quint32 element = 0; element < elements; ++element) {
+        const QString own = "initial_value_" + QString::number(element);
+        values[element] = attributes.number(attributes.has(own) ? own : QString("initial_value"));
+    }
+    if (dataType != eBooleanProperty)
+        return std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, elements, units, values);
+    std::vector<bool> flags;
+    for (const double value : values)
+        flags.push_back(value != 0.0);
+    return std::make_unique<CCustomPropertyMetaData>(name, eBooleanProperty, elements, units, flags);
+}
+
+namespace {
+
+class CPropertyDefinitionsPart : public CXmlSerialiser
+{
+public:
+    explicit CPropertyDefinitionsPart(const SPropertyManagers& managers)
+        : managers{managers.particle, managers.contact, managers.geometry, managers.simulation}
+    {}
+
+    void fromDomElement(const CXmlAttributes& attributes, const CXmlIoOptions&) override { add(attributes); }
+    void toDomElement(CXmlOutput& out, CXmlIoOptions&) override
+    {
+        for (const CCustomPropertyManager* manager : managers)
+            writePropertyDefinitions(out, manager);
+    }
+
+    bool startDomElement(const QString& tagName, const CXmlAttributes& attributes,
+                         const CXmlIoOptions& options) override
+    {
+        for (CCustomPropertyManager* manager : managers)
+            if (manager != nullptr && tagName == managerTag(*manager)) {
+                current = manager;
+                return true;
+            }
+        if (current == nullptr || !tagName.startsWith(definitionPrefix))
+            return false;
+        fromDomElement(attributes, options);
+        return true;
+    }
+
+    void endDomElement(const QString& tagName, const CXmlIoOptions&) override
+    {
+        if (current == nullptr || tagName != managerTag(*current))
+            return;
+        current->notifyChanged(0); // values of those that have some from now on
+        current = nullptr;
+    }
+
+private:
+    void add(const CXmlAttributes& attributes)
+    {
+        // Each is held against all names before it, and every particle has values of each.
+        constexpr unsigned int mostProperties = 1000;
+        if (current->propertyCount() >= mostProperties)
+            throw caused_error(eCauseSource, "More than " + std::to_string(mostProperties) +
+                                                 " custom properties of one owner can't be read.");
+        std::unique_ptr<CCustomPropertyMetaData> property = readDefinition(attributes);
+        const std::string name = property->name;
+        if (!current->addProperty(property)) {
+            report(eLost, NLogTitle::xmlImport,
+                   "The custom property \"" + shortened(name) + "\" is left out: its name isn't valid or met twice.", 1,
+                   shortened(name));
+            return;
+        }
+        if (attributes.flag("type"))
+            current->lastFinalisedPropertyIndex = static_cast<int>(current->propertyCount()) - 1;
+    }
+
+    const std::array<CCustomPropertyManager*, 4> managers;
+    CCustomPropertyManager* current = nullptr; ///< not owned
+};
+
+} // namespace
+
+std::unique_ptr<CXmlSerialiser> propertyDefinitionsPart(const SPropertyManagers& managers)
+{
+    return std::make_unique<CPropertyDefinitionsPart>(managers);
+}
+
+} // namespace NBrenmark

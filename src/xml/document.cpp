@@ -187,6 +187,40 @@ void readDefinition(QIODevice& device, CCreatorData& creator, CXmlIoOptions& opt
     creator.modified = false;
 }
 
+/// The types of a definition, without a particle.
+static void takeTypes(CParticleTypes& types, const CParticleTypes& defined)
+{
+    for (const std::unique_ptr<CParticleType>& type : defined.types)
+        types.append().copyDefinition(*type);
+}
+
+void beginTimestep(CTimestepData& timestep)
+{
+    timestep.clear();
+    timestep.creatorData.geometryGroups.restoreState();
+    timestep.time = 0.0;
+    timestep.elapsedTime = 0.0;
+    timestep.runNumber = 0;
+    timestep.date.clear();
+    timestep.isFull = true;
+    timestep.timestepMask = defaultTimestepMask;
+    timestep.particleMask = defaultParticleMask;
+    timestep.geometryMask = defaultGeometryMask;
+    takeTypes(timestep.particleTypes, timestep.creatorData.particleTypes);
+    timestep.simulationProperties.resetToInitialValues(1);
+}
+
+void readTimestep(QIODevice& device, CTimestepData& timestep, CXmlIoOptions& options)
+{
+    CDocumentReader document(device);
+    if (kindOf(document.root()) != eXmlTimestep)
+        document.fail("The document is that of a definition.");
+    beginMemoryCount(eMemoryOfTimestep);
+    beginTimestep(timestep);
+    document.run(*timestepRoot(timestep), options);
+    timestep.settle(NLogTitle::xmlImport);
+}
+
 // ---------------------------------------------------------------- writing
 
 template <class TData>

@@ -29,6 +29,8 @@ void writeTimestep(QIODevice& device, CTimestepData& timestep, CXmlIoOptions& op
 /// Replaces a definition, its custom properties included, by what a document holds.
 /// \param options  get the version of the document
 void readDefinition(QIODevice& device, CCreatorData& creator, CXmlIoOptions& options);
+/// Makes a timestep the first one of its definition, without a particle.
+void beginTimestep(CTimestepData& timestep);
 /// Replaces a timestep. Its definition has been read before: the particles are of its types.
 void readTimestep(QIODevice& device, CTimestepData& timestep, CXmlIoOptions& options);
 

@@ -40,6 +40,7 @@ private:
 
     CXmlOutput& output;
     CXmlIoOptions& options;
+    const CTimestepData* timestep = nullptr; ///< that is being written; not owned
 };
 
 } // namespace NBrenmark

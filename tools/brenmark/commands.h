@@ -81,6 +81,24 @@ struct SLawOptions
     QString svg;
 };
 
+/// A deck into a document, or documents into a deck.
+struct SXmlOptions
+{
+    bool exports = true;
+    QString source; ///< a deck, or the document of a definition
+    QString target; ///< a document, or a deck
+    bool force = false;
+    // Export.
+    bool oneTimestep = false; ///< a timestep's document in place of the definition's
+    quint32 timestep = 0;
+    bool particles = true;
+    bool contacts = false;
+    bool bonds = false;
+    bool collisions = false;
+    // Import.
+    QString timestepDocument; ///< empty for none
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -88,5 +106,6 @@ EExitCode runConfig(const SConfigOptions& options);
 EExitCode runDump(const SDumpOptions& options);
 EExitCode runVerify(const SVerifyOptions& options);
 EExitCode runLaw(const SLawOptions& options);
+EExitCode runXml(const SXmlOptions& options);
 
 } // namespace NBrenmark

@@ -1,18 +1,8 @@
-// Particle types, a "template" for each in a definition, and the particles, a "particle" for each in a timestep.
+// Particle types: a "template" for each, and in it its spheres.
 
 #include "model/particle_types.h"
-#include "core/counted.h"
-#include "core/log.h"
 #include "core/memory_ceiling.h"
-#include "core/shortened.h"
-#include "model/slot_bytes.h"
-#include "xml/property_values.h"
 #include "xml/serialisers.h"
-
-#include <QHash>
-
-#include <array>
-#include <unordered_set>
 
 namespace NBrenmark {
 

@@ -10,6 +10,7 @@
 #include "results/timestep_data.h"
 #include "xml/guarded_device.h"
 #include "xml/serialisers.h"
+#include "xml/without_form.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -183,6 +184,7 @@ void readDefinition(QIODevice& device, CCreatorData& creator, CXmlIoOptions& opt
     creator.particleTypes.settle(0, NLogTitle::xmlImport);
     creator.geometryGroups.settle();
     creator.settle(NLogTitle::xmlImport);
+    reportNotHeld(creator);
     creator.geometryGroups.keepState();
     creator.modified = false;
 }

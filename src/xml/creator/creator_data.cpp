@@ -3,6 +3,7 @@
 #include "model/creator_data.h"
 #include "xml/property_definitions.h"
 #include "xml/serialisers.h"
+#include "xml/without_form.h"
 
 #include <cmath>
 
@@ -11,6 +12,7 @@ namespace NBrenmark {
 // A contact model's properties come before the models: those that define them find them there.
 void CXmlWriter::writeCreatorData(CCreatorData& creator)
 {
+    reportWithoutForm(creator);
     const SPropertyManagers& managers = creator.geometryGroups.managers;
     out().element("simulation", [&] {
         out().attribute("name", creator.title);

@@ -234,7 +234,7 @@ private:
         reader.readGeometryGroup(*current);
         hasMotionOfGain = hasServoControl(*current);
         if (hasMotionOfGain)
-            addServoMotion(*current);
+            addServoMotion(*current); // which a motion of the document may replace
     }
 
     /// A group that comes once more replaces what was read of it.
@@ -315,6 +315,12 @@ private:
         CGeometryGroup& group = *current;
         current = nullptr;
         vertexOfId.clear();
+        if (hasMotionOfGain)
+            report(eRemark, NLogTitle::xmlImport,
+                   "Geometry group \"" + shortened(group.name) +
+                       "\" has a gain, and gets the translation for its control.",
+                   1, shortened(group.name));
+        hasMotionOfGain = false;
         report(eLost, NLogTitle::xmlImport,
                counted(static_cast<qint64>(skipped), "vertex or triangle") + " of geometry group \"" +
                    shortened(group.name) + "\" skipped: the id is no number or met twice, or a corner isn't there.",

@@ -2,10 +2,38 @@
 
 #include "results/timestep_data.h"
 #include "model/creator_data.h"
+#include "xml/losses.h"
 #include "xml/particles.h"
 #include "xml/property_values.h"
 
+#include <algorithm>
+
 namespace NBrenmark {
+
+/// What a document has no place for, of the parts that are written.
+static void reportWithoutForm(const CTimestepData& t, const CXmlIoOptions& options)
+{
+    const auto& types = t.particleTypes.types;
+    const auto& groups = t.creatorData.geometryGroups.groups();
+    CXmlLosses losses;
+    losses.addIf(t.elapsedTime != 0.0, "its elapsed real time");
+    losses.addIf(!t.removedParticles.isEmpty(), "how many particles were removed");
+    losses.addIf(
+        options.writeParticles &&
+            std::any_of(types.begin(), types.end(),
+                        [](const auto& type) { return (type->dataMask & eForceTorque) != 0 && type->liveCount() > 0; }),
+        "forces and torques of particles");
+    losses.addIf(
+        std::any_of(groups.begin(), groups.end(), [](const CGeometryGroup* group) { return group != nullptr; }),
+        "the state of its geometry");
+    losses.addIf(options.writeCollisions &&
+                     t.collisions.surfaceSurface.liveCount() + t.collisions.surfaceGeometry.liveCount() > 0,
+                 "all of a collision but that there is one");
+    losses.addIf(options.writeContacts && (t.contacts.surfaceSurface.contactRecords.count() > 0 ||
+                                           t.contacts.surfaceGeometry.contactRecords.count() > 0),
+                 "records of contacts");
+    losses.tell("the timestep", "");
+}
 
 static const char* const propertiesTag = "simulation_properties";
 
@@ -20,6 +48,7 @@ static void timeForm(TForm& f, qint32& runs, TTime& time, QString& date)
 void CXmlWriter::writeTimestepData(CTimestepData& t)
 {
     timestep = &t;
+    reportWithoutForm(t, options);
     double time = options.overrideTime ? options.timeOverride : t.time;
     options.overrideTime = false;
     options.timeOverride = 0.0;

@@ -9,6 +9,7 @@
 #include "xml/serialisers.h"
 
 #include <algorithm>
+#include <array>
 
 namespace NBrenmark {
 
@@ -132,7 +133,11 @@ class CPropertyDefinitionsPart : public CXmlSerialiser
 public:
     explicit CPropertyDefinitionsPart(const SPropertyManagers& managers)
         : managers{managers.particle, managers.contact, managers.geometry, managers.simulation}
-    {}
+    {
+        for (std::size_t owner = 0; owner < tags.size(); ++owner)
+            if (this->managers[owner] != nullptr)
+                tags[owner] = managerTag(*this->managers[owner]);
+    }
 
     void fromDomElement(const CXmlAttributes& attributes, const CXmlIoOptions&) override { add(attributes); }
     void toDomElement(CXmlOutput& out, CXmlIoOptions&) override
@@ -144,9 +149,9 @@ public:
     bool startDomElement(const QString& tagName, const CXmlAttributes& attributes,
                          const CXmlIoOptions& options) override
     {
-        for (CCustomPropertyManager* manager : managers)
-            if (manager != nullptr && tagName == managerTag(*manager)) {
-                current = manager;
+        for (std::size_t owner = 0; owner < tags.size(); ++owner)
+            if (managers[owner] != nullptr && tagName == tags[owner]) {
+                current = managers[owner];
                 return true;
             }
         if (current == nullptr || !tagName.startsWith(definitionPrefix))
@@ -184,6 +189,7 @@ private:
     }
 
     const std::array<CCustomPropertyManager*, 4> managers;
+    std::array<QString, 4> tags;               ///< of their elements
     CCustomPropertyManager* current = nullptr; ///< not owned
 };
 

@@ -123,8 +123,6 @@ CXmlAttributes CDocumentReader::root()
 
 void CDocumentReader::open(CXmlSerialiser& target, const CXmlIoOptions& options)
 {
-    constexpr quint64 elementBytes = 256;
-    admitMemory(elementBytes, "the elements of a document");
     const CXmlAttributes found = element();
     if (!target.startDomElement(found.tag(), found, options))
         unknown.note(found.place(), "The element \"" + shortened(found.tag()) + "\" isn't known and is left out.");

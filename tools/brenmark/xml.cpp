@@ -25,7 +25,7 @@ namespace {
 void requireFreeDocument(const SXmlOptions& options)
 {
     const QFileInfo target(options.target);
-    for (const QString& file : sourceFiles(options.source))
+    for (const QString& file : familyFiles(options.source))
         if (target.exists() && QFileInfo(file).canonicalFilePath() == target.canonicalFilePath())
             throw CFailure(eExitTarget, utf8(options.target) + ": is a file of the deck itself",
                            "Choose another name for the document: the deck must stay as it is.");

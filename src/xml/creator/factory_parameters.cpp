@@ -176,14 +176,29 @@ static void readLattice(CXmlFormReader& in, C3DLattice& lattice)
     lattice.setParamData(record);
 }
 
-/// The lengths of the axes: which way they go follows from the rotation.
+static bool hasSameAxes(const C3DLattice& a, const C3DLattice& b)
+{
+    const auto same = [](const C3DVector& v, const C3DVector& w) { return v.x == w.x && v.y == w.y && v.z == w.z; };
+    return same(a.axisA, b.axisA) && same(a.axisB, b.axisB) && same(a.axisC, b.axisC);
+}
+
+/// The lengths of the axes: which way they go follows from the rotation. A length that a turn has rounded is written as
+/// the shorter number that it comes from, if that gives the same axes again.
 static void writeLattice(CXmlOutput& out, const C3DLattice& lattice)
 {
+    constexpr int digitsBeforeTurn = 15;
+    const auto shorter = [](double length) { return QString::number(length, 'g', digitsBeforeTurn).toDouble(); };
     C3DLatticePositionParamData record;
     record.separations = C3DVector(lattice.axisA.length(), lattice.axisB.length(), lattice.axisC.length());
     record.rotation = lattice.rotation;
     record.start = lattice.start;
-    latticeForm(out, std::as_const(record));
+    C3DLatticePositionParamData unturned = record;
+    unturned.separations =
+        C3DVector(shorter(record.separations.x), shorter(record.separations.y), shorter(record.separations.z));
+    const std::unique_ptr<IFactoryPosition> remade = lattice.clone();
+    remade->setParamData(unturned);
+    const bool isSame = hasSameAxes(dynamic_cast<const C3DLattice&>(*remade), lattice);
+    latticeForm(out, std::as_const(isSame ? unturned : record));
 }
 
 void CXmlReader::readCubicFactoryPosition(CCubicFactoryPosition& p) { readLattice(in(), p); }

@@ -147,8 +147,10 @@ quint64 trianglesOf(const CGeometryGroup& group)
     return boxTriangles;
 }
 
-/// What a triangle takes with what is derived from it, at most.
-constexpr quint64 triangleBytes = 512;
+// What each takes, with what is derived from it and the tables that find it by its id.
+constexpr quint64 vertexBytes = 128;
+constexpr quint64 triangleBytes = 256;
+constexpr quint64 groupBytes = 2048;
 
 void rebuildShape(CGeometryGroup& group)
 {
@@ -248,7 +250,6 @@ private:
 
     bool make(const CXmlAttributes& attributes, const QString& name, quint32 id)
     {
-        constexpr quint64 groupBytes = 4096;
         admitMemory(groupBytes, "geometry groups");
         std::unique_ptr<CGeometryGroup> group = createGeometry(attributes.text("shape"), object.managers.geometry);
         if (group == nullptr) {
@@ -278,7 +279,7 @@ private:
             ++skipped;
             return;
         }
-        admitMemory(triangleBytes, "vertices");
+        admitMemory(vertexBytes, "vertices");
         C3DPoint point;
         CXmlFormReader(attributes).xyz("", point);
         current->coords.push_back(point);

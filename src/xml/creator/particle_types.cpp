@@ -67,7 +67,7 @@ public:
     bool startDomElement(const QString&, const CXmlAttributes& attributes, const CXmlIoOptions& options) override
     {
         if (attributes.is("template")) {
-            constexpr quint64 typeBytes = 4096;
+            constexpr quint64 typeBytes = 2048;
             admitMemory(typeBytes, "particle types");
             current = &object.append();
             CXmlReader reader(attributes, options);

@@ -71,6 +71,10 @@ void addSizes(CXmlLosses& losses, const CParticleFactory& factory)
         losses.addIf(!banded->bandAccounting.empty(), "the accounts of size bands");
         losses.addIf(banded->sizeDistribution.radiusScaling,
                      "size bands by radius, which are written as their cubes by volume");
+        const auto& bands = banded->sizeDistribution.bands;
+        losses.addIf(std::any_of(bands.begin(), bands.end(),
+                                 [](const auto& band) { return isRounded(band.first) || isRounded(band.second); }),
+                     "size bands with more than six significant digits");
     }
 }
 

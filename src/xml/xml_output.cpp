@@ -9,6 +9,7 @@
 #include <QIODevice>
 
 #include <charconv>
+#include <cmath>
 
 namespace NBrenmark {
 
@@ -35,6 +36,10 @@ bool isXmlCharacter(const QString& text, int at, int& length)
 
 void CXmlOutput::attribute(const QString& name, double value)
 {
+    if (std::isnan(value)) { // whose sign no reader takes
+        put(name, QStringLiteral("nan"));
+        return;
+    }
     char digits[40];
     const auto end = std::to_chars(digits, digits + sizeof digits, value);
     put(name, QString::fromLatin1(digits, static_cast<int>(end.ptr - digits)));

@@ -8,6 +8,8 @@
 #include "xml/property_values.h"
 #include "xml/serialisers.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <array>
 
@@ -27,48 +29,49 @@ QString tagPart(const std::string& name)
 
 // ---------------------------------------------------------------- values of an item
 
-static QString valueName(const CCustomPropertyMetaData& property)
+CXmlValues::CXmlValues(const CCustomPropertyManager* manager)
 {
-    return "cust_attr_" + tagPart(property.name) + '_';
-}
-
-/// Whether a property before this one has its name in documents.
-static bool isNameTaken(const CCustomPropertyData& data, std::size_t property)
-{
-    const QString name = tagPart(data.lists[property]->metaData().name);
-    return std::any_of(data.lists.begin(), data.lists.begin() + static_cast<std::ptrdiff_t>(property),
-                       [&](const auto& list) { return tagPart(list->metaData().name) == name; });
-}
-
-void writeValues(CXmlOutput& out, const CCustomPropertyData& data, unsigned int item)
-{
-    for (std::size_t property = 0; property < data.lists.size(); ++property) {
-        const CCustomPropertyValueList& list = *data.lists[property];
-        const double* const values = list.item(item);
-        if (values == nullptr)
-            continue;
-        if (isNameTaken(data, property)) {
+    QSet<QString> taken;
+    const unsigned int count = manager != nullptr ? manager->finalizedCount() : 0;
+    for (unsigned int index = 0; index < count; ++index) {
+        const CCustomPropertyMetaData& property = *manager->property(index);
+        const QString name = "cust_attr_" + tagPart(property.name) + '_';
+        QStringList& ofProperty = names.emplace_back();
+        if (taken.contains(name)) {
             reportOnce(eNotCarried, NLogTitle::xmlExport,
-                       "The values of the custom property \"" + shortened(list.metaData().name) +
-                           "\" are left out: another property has its name in XML.",
-                       1, shortened(list.metaData().name));
+                       "The custom property \"" + shortened(property.name) +
+                           "\" has no values in XML: another one has its name there.",
+                       1, shortened(property.name));
             continue;
         }
-        const QString name = valueName(list.metaData());
-        for (unsigned int element = 0; element < list.elementsPerItem(); ++element)
-            out.attribute(name + QString::number(element), values[element]);
+        taken.insert(name);
+        for (unsigned int element = 0; element < property.numberOfElements; ++element)
+            ofProperty << name + QString::number(element);
     }
 }
 
-void readValues(const CXmlAttributes& attributes, CCustomPropertyData& data, unsigned int item)
+/// Runs visit(name, value) for each named element of an item.
+template <class TData, class TVisit>
+static void forEachValue(const std::vector<QStringList>& names, TData& data, unsigned int item, TVisit&& visit)
 {
-    for (const auto& list : data.lists) {
-        double* const values = list->item(item);
-        const QString name = valueName(list->metaData());
-        for (unsigned int element = 0; values != nullptr && element < list->elementsPerItem(); ++element)
-            if (attributes.has(name + QString::number(element)))
-                values[element] = attributes.number(name + QString::number(element));
+    for (std::size_t property = 0; property < std::min(names.size(), data.lists.size()); ++property) {
+        auto* const values = data.lists[property]->item(item);
+        for (int element = 0; values != nullptr && element < names[property].size(); ++element)
+            visit(names[property][element], values[element]);
     }
+}
+
+void CXmlValues::write(CXmlOutput& out, const CCustomPropertyData& data, unsigned int item) const
+{
+    forEachValue(names, data, item, [&](const QString& name, double value) { out.attribute(name, value); });
+}
+
+void CXmlValues::read(const CXmlAttributes& attributes, CCustomPropertyData& data, unsigned int item) const
+{
+    forEachValue(names, data, item, [&](const QString& name, double& value) {
+        if (attributes.has(name))
+            value = attributes.number(name);
+    });
 }
 
 // ---------------------------------------------------------------- definitions

@@ -38,14 +38,14 @@ public:
     {
         constexpr quint64 mostShown = 20;
         if (++count <= mostShown)
-            report(effect, NLogTitle::xmlImport,
+            report(effect, NLogTitle::xmlAnalysis,
                    "Line " + std::to_string(place.line) + ", column " + std::to_string(place.column) + ": " + text);
         else
             ++unshown;
     }
     void close()
     {
-        report(effect, NLogTitle::xmlImport, counted(static_cast<qint64>(unshown), noun) + " more of the kind.",
+        report(effect, NLogTitle::xmlAnalysis, counted(static_cast<qint64>(unshown), noun) + " more of the kind.",
                unshown);
     }
 
@@ -78,7 +78,7 @@ private:
     QXmlStreamReader xml;
     QStringList path;
     CXmlNotes unknown{eNotCarried, "unknown element"};
-    CXmlNotes notNumbers{eDefaulted, "text"};
+    CXmlNotes notNumbers{eDefaulted, "wrong number"};
 };
 
 void CDocumentReader::fail(const std::string& what, ECause cause) const

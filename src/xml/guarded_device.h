@@ -1,6 +1,6 @@
 #pragma once
-// Hands a document on to the parser, which takes a token as a whole and compares each of its attributes with all others:
-// a token without an end must not take all memory, nor one of a million attributes all time.
+// Hands a document on to the parser, which takes a token as a whole and compares each of its attributes with all
+// others: a token without an end must not take all memory, nor one of a million attributes all time.
 
 #include <QIODevice>
 

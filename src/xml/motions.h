@@ -10,7 +10,7 @@ bool hasServoControl(const CGeometryGroup& group);
 /// Gives a group that translation.
 void addServoMotion(CGeometryGroup& group);
 /// Takes an element that is a motion.
-/// \param hasMotionOfGain  whether the group has the translation that its gain gave it, which one of the document replaces
+/// \param hasMotionOfGain  whether the group has the translation that its gain gave it: one of the document replaces it
 /// \return false for any other element
 bool readMotion(CGeometryGroup& group, const CXmlAttributes& attributes, const CXmlIoOptions& options,
                 bool& hasMotionOfGain);

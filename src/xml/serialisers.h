@@ -1,6 +1,6 @@
 #pragma once
-// The parts of a deck as the documents see them, one for each list of it. The two roots pass every opening tag to theirs
-// in order; each takes what it knows.
+// The parts of a deck as the documents see them, one for each list of it. The two roots pass every opening tag to
+// theirs in order; each takes what it knows.
 
 #include "visitors/dom_serialiser.h"
 #include "xml/xml_reader.h"

@@ -1,6 +1,6 @@
 #pragma once
-// How a class names its attributes once, for both directions: the same form runs with either of these. The order is that
-// of the document.
+// How a class names its attributes once, for both directions: the same form runs with either of these. The order is
+// that of the document.
 
 #include "core/xml_io_options.h"
 #include "xml/xml_attributes.h"

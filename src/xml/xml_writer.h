@@ -1,7 +1,7 @@
 #pragma once
-// Writes a definition or a timestep as a document. Of a class with an element of its own the slot writes attributes and
-// children into the element that its container has opened; a list opens its own. The forms are in creator/, in timestep/
-// and, where both kinds of document share them, in this folder.
+// Writes a definition or a timestep as a document. Of a class with an element of its own the slot writes attributes
+// and children into the element that its container has opened; a list opens its own. The forms are in creator/ and in
+// timestep/.
 
 #include "core/xml_io_options.h"
 #include "visitors/file_visitor_writer.h"

@@ -65,7 +65,7 @@ static bool isSameTurn(const QString& a, const QString& b)
     return left.size() == right.size() && std::min(same, negative) < 1e-12;
 }
 
-/// The lines of a timestep for which a document has a place. The bonds at geometry of a sample are at none that is there.
+/// The lines of a timestep for which a document has a place. What the samples have of bonds at geometry is at none.
 static QStringList stateOf(const QString& deck)
 {
     static const QRegularExpression noPlace("^stored/|/elapsedTime|/removedParticles|orceTorque|/geometryGroups|"

@@ -76,8 +76,10 @@ EExitCode exportDeck(const SXmlOptions& options)
 /// What was begun here before is finished if its deck was about to take its place, and else only discarded by force.
 void makeRoom(CPartialFolder& folder, bool force)
 {
-    if (!folder.isBegun())
+    if (!folder.isBegun()) {
+        folder.clear(); // of what an import left that was ended
         return;
+    }
     const SJournal earlier = folder.read();
     if (earlier.state >= eReplacing)
         folder.place(earlier);

@@ -19,6 +19,8 @@
 #include "xml/losses.h"
 #include "xml/motions.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace NBrenmark {
@@ -119,9 +121,11 @@ void tellFactory(const CParticleFactory& factory)
 
 // ---------------------------------------------------------------- geometry
 
-void tellGroup(const CGeometryGroup& g, quint32 ordinal)
+/// \param isNamesake  a group before it has its name
+void tellGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
 {
     CXmlLosses losses;
+    losses.addIf(isNamesake, "all of it, for another group has its name");
     const std::vector<C3DPoint>& vertices = g.isStatic ? g.coords : g.originalCoords;
     losses.addIf(std::any_of(vertices.begin(), vertices.end(),
                              [](const C3DPoint& p) { return isRounded(p.x) || isRounded(p.y) || isRounded(p.z); }),
@@ -212,9 +216,13 @@ void reportWithoutForm(const CCreatorData& creator)
         ofType.tell("particle type", type->name);
     }
     quint32 ordinal = 0;
-    for (const CGeometryGroup* group : creator.geometryGroups.groups())
-        if (group != nullptr)
-            tellGroup(*group, ordinal++);
+    QSet<QString> names;
+    for (const CGeometryGroup* group : creator.geometryGroups.groups()) {
+        if (group == nullptr)
+            continue;
+        tellGroup(*group, ordinal++, names.contains(group->displayedName));
+        names.insert(group->displayedName);
+    }
     for (const CPhysicsModels::Chain* chain :
          {&creator.physicsModels.sphereSphereModels, &creator.physicsModels.sphereGeometryModels})
         for (const std::unique_ptr<IContactModel>& model : *chain)

@@ -35,6 +35,7 @@ void CXmlWriter::writeContacts(CContacts& contacts)
 void CXmlWriter::writeContactsBase(CContactsBase& c)
 {
     const bool isGeometry = c.familyMask() == eSurfaceGeometryContacts;
+    const CXmlValues values(options.writeCustomProperties ? c.customProperties.manager() : nullptr);
     quint64 dangling = 0;
     for (quint32 row = 0; row < c.rowCount(); ++row) {
         SPairIds ids;
@@ -47,8 +48,7 @@ void CXmlWriter::writeContactsBase(CContactsBase& c)
         out().element(contactTag, [&] {
             pairForm(out(), ids, isGeometry);
             contactForm(out(), c, row);
-            if (options.writeCustomProperties)
-                writeValues(out(), c.customProperties, row);
+            values.write(out(), c.customProperties, row);
         });
     }
     report(eNotCarried, NLogTitle::xmlExport,
@@ -67,6 +67,7 @@ public:
     {
         if (attributes.is("contacts")) {
             object.particleTypes.rebuildIdLookup();
+            values = CXmlValues(object.contacts.surfaceSurface.customProperties.manager());
             return true;
         }
         if (attributes.is(surfaceContactsTag) || attributes.is(geometryContactsTag)) {
@@ -110,12 +111,13 @@ private:
         current->allocateRow(row, true);
         current->rows[row] = ends;
         contactForm(form, *current, row);
-        readValues(attributes, current->customProperties, row);
+        values.read(attributes, current->customProperties, row);
     }
 
     CContactsBase* current = nullptr; ///< not owned
     bool isGeometry = false;
     quint64 dropped = 0;
+    CXmlValues values;
 };
 
 } // namespace

@@ -37,7 +37,7 @@ static void turnForm(TForm& f, TMatrix& matrix)
         f.attribute(names[i], matrix.data()[i]);
 }
 
-static void writeParticle(CXmlOutput& out, const CParticleType& t, quint32 slot, bool withProperties)
+static void writeParticle(CXmlOutput& out, const CParticleType& t, quint32 slot, const CXmlValues& values)
 {
     SParticleState state;
     state.position = t.position[slot];
@@ -49,18 +49,18 @@ static void writeParticle(CXmlOutput& out, const CParticleType& t, quint32 slot,
     placeForm(out, std::as_const(state));
     const C3DMatrix turn = t.orientation[slot].toMatrix();
     turnForm(out, turn);
-    if (withProperties)
-        writeValues(out, t.customProperties, slot);
+    values.write(out, t.customProperties, slot);
 }
 
 void writeParticles(CXmlOutput& out, const CParticleTypes& types, bool withProperties)
 {
+    const CXmlValues values(withProperties ? types.properties() : nullptr);
     out.element("particles", [&] {
         out.element("list", [&] {
             for (const std::unique_ptr<CParticleType>& type : types.types)
                 for (quint32 slot = 0; slot < type->slotCount(); ++slot)
                     if (type->isLive(slot))
-                        out.element(particleTag, [&] { writeParticle(out, *type, slot, withProperties); });
+                        out.element(particleTag, [&] { writeParticle(out, *type, slot, values); });
         });
     });
 }
@@ -75,6 +75,7 @@ public:
     bool startDomElement(const QString&, const CXmlAttributes& attributes, const CXmlIoOptions&) override
     {
         if (attributes.is("list")) {
+            values = CXmlValues(object.properties());
             for (std::size_t index = 0; index < object.types.size(); ++index)
                 typeOfName[object.types[index]->displayName] = object.types[index].get();
             return true;
@@ -117,10 +118,11 @@ private:
         turnForm(form, turn);
         state.orientation = CQuaternion::fromMatrix(turn);
         const quint32 slot = type->addParticle(state);
-        readValues(attributes, type->customProperties, slot);
+        values.read(attributes, type->customProperties, slot);
     }
 
     QHash<QString, CParticleType*> typeOfName;
+    CXmlValues values;
     std::unordered_set<qint32> ids;
     quint64 dropped = 0;
 };

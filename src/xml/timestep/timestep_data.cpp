@@ -56,7 +56,9 @@ void CXmlWriter::writeTimestepData(CTimestepData& t)
         timeForm(out(), t.runNumber, time, t.date);
         out().element("globals", [&] { out().element("energy", [&] { t.systemEnergy.write(*this); }); });
         if (options.writeCustomProperties)
-            out().element(propertiesTag, [&] { writeValues(out(), t.simulationProperties, 0); });
+            out().element(propertiesTag, [&] {
+                CXmlValues(t.simulationProperties.manager()).write(out(), t.simulationProperties, 0);
+            });
         if (options.writeParticles)
             writeParticles(out(), t.particleTypes, options.writeCustomProperties);
         if (options.writeContacts)
@@ -93,7 +95,7 @@ public:
         }
         if (attributes.is(propertiesTag)) {
             object.simulationProperties.resetToInitialValues(1);
-            readValues(attributes, object.simulationProperties, 0);
+            CXmlValues(object.simulationProperties.manager()).read(attributes, object.simulationProperties, 0);
             return true;
         }
         bool isTaken = attributes.is("globals");

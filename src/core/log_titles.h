@@ -26,6 +26,9 @@ constexpr SLogTitle conversionProblem{"CONVERSION", eCauseSource}; ///< what a u
 constexpr SLogTitle customProperties{"Custom properties", eCauseSource};
 constexpr SLogTitle geometry{"Geometry", eCauseSource};
 constexpr SLogTitle textureError{"Texture co-ordinate mapping error", eCauseInternal};
+constexpr SLogTitle xmlAnalysis{"Analysing XML File", eCauseSource}; ///< what it holds that nothing here knows
+constexpr SLogTitle xmlImport{"Importing XML File", eCauseSource};
+constexpr SLogTitle xmlExport{"Exporting XML File", eCauseTarget};
 constexpr SLogTitle serialiser{"Serialiser", eCauseInternal};
 
 } // namespace NLogTitle

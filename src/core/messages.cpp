@@ -50,6 +50,9 @@ constexpr std::array<SMessageSource, eMessageCount> sources = {{
                        "Detected Corruption in settings file (block end marker not found at expected position)\n"
                        "Will attempt to restart reading with next settings entry")},
     {"Simulation Settings", QT_TRANSLATE_NOOP("Simulation Settings", "Skipping obsolete data in settings file")},
+    {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "Could not open file: %1")},
+    {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "XML import failed, please check input deck for validity.")},
+    {"FileOperations", QT_TRANSLATE_NOOP("FileOperations", "XML versions older than 2.4.0 are no longer supported.")},
 }};
 
 std::array<QString, eMessageCount>& texts()

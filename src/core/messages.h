@@ -24,6 +24,10 @@ enum EMessage
     eMessageSettingsWrongLength,
     eMessageSettingsNoBlockEnd,
     eMessageSettingsObsolete,
+    // Context "FileOperations": documents.
+    eMessageXmlNotOpened, ///< %1 path
+    eMessageXmlImportFailed,
+    eMessageXmlTooOld,
     eMessageCount
 };
 

@@ -365,7 +365,7 @@ static std::vector<SRoundTripCase> allCases()
             cases.back().onDefinition = std::string(readBy) == "both";
         }
     };
-#define STORED(operation, type, hdf5Read, hdf5Write, legacyRead, legacyWrite)                                          \
+#define STORED(operation, type, hdf5Read, hdf5Write, legacyRead, legacyWrite, ...)                                     \
     {                                                                                                                  \
         const auto write = [](IFileVisitorWriter& visitor, type& object) { visitor.write##operation(object); };        \
         const auto read = [](IFileVisitorReader& visitor, type& object) { visitor.read##operation(object); };          \

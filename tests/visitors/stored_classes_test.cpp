@@ -53,7 +53,7 @@ TEST(StoredClasses, everyOperationAndColumnIsSpelledOnce)
         for (const std::string& column : columns)
             EXPECT_EQ(kinds.count(column), 1u) << operation << ": " << column;
     };
-#define STORED(operation, type, hdf5Read, hdf5Write, legacyRead, legacyWrite)                                          \
+#define STORED(operation, type, hdf5Read, hdf5Write, legacyRead, legacyWrite, ...)                                     \
     meet(#operation, {#hdf5Read, #hdf5Write, #legacyRead, #legacyWrite});
 #define LEGACY(operation, type, legacyRead) meet(#operation, {#legacyRead});
 #include "visitors/stored_classes.def"

@@ -41,6 +41,8 @@ private:
     void addVerify();
     void addLaw();
     void addValues();
+    void addXml();
+    void chooseXml();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -58,7 +60,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals;
+        intervals, action;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -69,6 +71,7 @@ private:
     SVerifyOptions verify;
     SLawOptions law;
     SValuesOptions values;
+    SXmlOptions xml;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -93,6 +96,7 @@ CCommandLine::CCommandLine()
     addVerify();
     addLaw();
     addValues();
+    addXml();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -351,6 +355,53 @@ void CCommandLine::addValues()
             return runValues(values);
         };
     });
+}
+
+void CCommandLine::addXml()
+{
+    CLI::App* const command = add("xml", "Write a deck as an XML document, or make one of documents");
+    command->add_option("ACTION", action, "export: a deck into a document; import: documents into a new deck")
+        ->required();
+    command->add_option("FROM", source, "The deck's first file, NAME.dem; of an import the definition's document")
+        ->required();
+    command->add_option("TO", target, "The document; of an import the new deck, or a folder for it")->required();
+    command
+        ->add_option("--timestep", timestep,
+                     "Export this timestep in place of the definition, counted from 0; import this document of one")
+        ->type_name("N|FILE");
+    command->add_flag("--contacts", xml.contacts, "Export the timestep's contacts");
+    command->add_flag("--bonds", xml.bonds, "Export the timestep's bonds");
+    command->add_flag("--collisions", xml.collisions, "Export how many collisions the timestep has");
+    command->add_flag_callback(
+        "--no-particles", [this] { xml.particles = false; }, "Leave out the timestep's particles");
+    command->add_flag("--force", xml.force, "Replace an existing TO");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            chooseXml();
+            return runXml(xml);
+        };
+    });
+}
+
+void CCommandLine::chooseXml()
+{
+    const bool ofTimestep = xml.contacts || xml.bonds || xml.collisions || !xml.particles;
+    xml.exports = action == "export";
+    if (!xml.exports && action != "import")
+        throw CFailure(eExitUsage, oneLine(action) + ": xml has no such action", "The actions are export and import.");
+    if (ofTimestep && (!xml.exports || timestep.empty()))
+        throw CFailure(eExitUsage, "--contacts, --bonds, --collisions and --no-particles are for a timestep's export",
+                       "Give --timestep N with xml export, or leave them out.");
+    xml.source = pathFrom(source);
+    xml.target = pathFrom(target);
+    if (timestep.empty())
+        return;
+    xml.oneTimestep = xml.exports;
+    if (xml.exports)
+        xml.timestep = numberFrom("--timestep", timestep);
+    else
+        xml.timestepDocument = pathFrom(timestep);
 }
 
 // ---------------------------------------------------------------- what can't be understood

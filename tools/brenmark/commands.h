@@ -101,6 +101,24 @@ struct SValuesOptions
     QString svg;           ///< file for the histogram; empty for none
 };
 
+/// A deck into a document, or documents into a deck.
+struct SXmlOptions
+{
+    bool exports = true;
+    QString source; ///< a deck, or the document of a definition
+    QString target; ///< a document, or a deck
+    bool force = false;
+    // Export.
+    bool oneTimestep = false; ///< a timestep's document in place of the definition's
+    quint32 timestep = 0;
+    bool particles = true;
+    bool contacts = false;
+    bool bonds = false;
+    bool collisions = false;
+    // Import.
+    QString timestepDocument; ///< empty for none
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -109,5 +127,6 @@ EExitCode runDump(const SDumpOptions& options);
 EExitCode runVerify(const SVerifyOptions& options);
 EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
+EExitCode runXml(const SXmlOptions& options);
 
 } // namespace NBrenmark

@@ -4,6 +4,9 @@
 #include "brenmark/deck_text.h"
 #include "brenmark/stored_records.h"
 #include "brenmark/terminal.h"
+#include "brenmark/xml_deck.h"
+
+#include "io/text/text_writer.h"
 
 namespace NBrenmark {
 
@@ -53,10 +56,27 @@ void dumpModel(CDeckReader& reader, ITextSink& sink, const SDumpOptions& options
     }
 }
 
+/// The definition that a document holds, as it came in.
+EExitCode dumpDocument(const SDumpOptions& options)
+{
+    if (options.oneTimestep || options.stored)
+        throw CFailure(eExitUsage, utf8(options.deck) + ": is a document, which has neither timesteps nor records",
+                       "Leave --timestep and --stored out.");
+    const CXmlDeck deck(options.deck, QString());
+    CPrintingSink sink;
+    CTextWriter writer(sink, modelRoot(0), options.full);
+    deck.frame().creator.write(writer);
+    flushResult();
+    printLedger(deck.messages());
+    return eExitDone;
+}
+
 } // namespace
 
 EExitCode runDump(const SDumpOptions& options)
 {
+    if (isDocument(options.deck))
+        return dumpDocument(options);
     CDeckReader reader(options.deck, options.stored ? eStoredModel : eUpgradedModel);
     const quint32 count = reader.timestepCount();
     if (options.oneTimestep && options.timestep >= count)

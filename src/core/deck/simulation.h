@@ -5,6 +5,7 @@
 #include "core/deck/background_simulation_reader.h"
 #include "core/deck/io_manager.h"
 #include "core/deck/simulation_frame.h"
+#include "core/xml_io_options.h"
 
 #include <array>
 #include <memory>
@@ -66,6 +67,7 @@ public:
     /// What is there of .ess, .ppf and .dfg and can't be read is left out and reported as lost. Without this it fails
     /// the load, all but an .ess that can't be opened, which counts as lost either way.
     bool ignoreUnreadableCompanions = false;
+    CXmlIoOptions xmlOptions;  ///< of documents that are written and read
     SSaveOptions writeOptions; ///< what a writer is to store
     SSaveOptions readOptions;  ///< what a reader found or is to fetch
     CBackgroundSimulationReader backgroundReader{*this};

@@ -17,7 +17,7 @@ class CDemReader : public CDemVisitor, public IFileVisitorReader
 public:
     using CDemVisitor::CDemVisitor;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                           \
     BRENMARK_PLAIN_##readBy(void read##operation(type&) override)
 #define LEGACY(operation, type, readBy) BRENMARK_PLAIN_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
@@ -46,7 +46,7 @@ class CDemCreatorDataReader : public CDemReader
 public:
     using CDemReader::CDemReader;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                           \
     BRENMARK_CREATOR_##readBy(void read##operation(type&) override)
 #define LEGACY(operation, type, readBy) BRENMARK_CREATOR_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"
@@ -57,7 +57,7 @@ class CDemTimestepDataReader : public CDemReader
 public:
     using CDemReader::CDemReader;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                           \
     BRENMARK_TIMESTEP_##readBy(void read##operation(type&) override)
 #define LEGACY(operation, type, readBy) BRENMARK_TIMESTEP_##readBy(void read##operation(NLegacySupport::type&) override)
 #include "visitors/stored_classes.def"

@@ -11,9 +11,9 @@ class CDemWriter : public CDemVisitor, public IFileVisitorWriter
 public:
     using CDemVisitor::CDemVisitor;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                           \
     BRENMARK_PLAIN_##writtenBy(void write##operation(const type&) override)
-#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
+#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                          \
     BRENMARK_PLAIN_##writtenBy(void write##operation(type&) override)
 #include "visitors/stored_classes.def"
 
@@ -26,9 +26,9 @@ class CDemCreatorDataWriter : public CDemWriter
 public:
     using CDemWriter::CDemWriter;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                           \
     BRENMARK_CREATOR_##writtenBy(void write##operation(const type&) override)
-#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
+#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                          \
     BRENMARK_CREATOR_##writtenBy(void write##operation(type&) override)
 #include "visitors/stored_classes.def"
 };
@@ -38,9 +38,9 @@ class CDemTimestepDataWriter : public CDemWriter
 public:
     using CDemWriter::CDemWriter;
 
-#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                                \
+#define STORED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                           \
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(const type&) override)
-#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy)                                               \
+#define STAMPED(operation, type, hdf5Read, hdf5Write, readBy, writtenBy, ...)                                          \
     BRENMARK_TIMESTEP_##writtenBy(void write##operation(type&) override)
 #include "visitors/stored_classes.def"
 };

@@ -377,7 +377,7 @@ EExitCode runValues(const SValuesOptions& options)
     }
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return eExitDone;
+    return holdsDamage(reader.messages()) ? eExitSource : eExitDone;
 }
 
 } // namespace NBrenmark

@@ -4,6 +4,7 @@
 #include "core/deck/simulation_settings.h"
 #include "core/log.h"
 #include "core/memory_ceiling.h"
+#include "model/creator_data.h"
 #include "results/timestep_data.h"
 #include "xml/document.h"
 

@@ -17,12 +17,10 @@
 
 namespace NBrenmark {
 
-namespace {
-
 // ---------------------------------------------------------------- export
 
 /// The document may replace neither a file of the deck, by whatever path or link, nor without force any other.
-void requireFreeDocument(const SXmlOptions& options)
+static void requireFreeDocument(const SXmlOptions& options)
 {
     const QFileInfo target(options.target);
     for (const QString& file : familyFiles(options.source))
@@ -36,7 +34,7 @@ void requireFreeDocument(const SXmlOptions& options)
                        "Choose another name for the document, or replace it with --force.");
 }
 
-EExitCode exportDeck(const SXmlOptions& options)
+static EExitCode exportDeck(const SXmlOptions& options)
 {
     CDeckReader reader(options.source);
     requireFreeDocument(options);
@@ -74,7 +72,7 @@ EExitCode exportDeck(const SXmlOptions& options)
 // ---------------------------------------------------------------- import
 
 /// What was begun here before is finished if its deck was about to take its place, and else only discarded by force.
-void makeRoom(CPartialFolder& folder, bool force)
+static void makeRoom(CPartialFolder& folder, bool force)
 {
     if (!folder.isBegun()) {
         folder.clear(); // of what an import left that was ended
@@ -91,7 +89,7 @@ void makeRoom(CPartialFolder& folder, bool force)
 }
 
 /// Makes the deck in its folder, with all that belongs to it.
-void makeDeck(CXmlDeck& deck, const CPartialFolder& folder)
+static void makeDeck(CXmlDeck& deck, const CPartialFolder& folder)
 {
     CSimulation& simulation = deck.simulation();
     const QString base = stripDeckSuffix(folder.deck());
@@ -110,7 +108,7 @@ void makeDeck(CXmlDeck& deck, const CPartialFolder& folder)
     folder.syncDeck();
 }
 
-EExitCode importDeck(const SXmlOptions& options)
+static EExitCode importDeck(const SXmlOptions& options)
 {
     const QString stem = QFileInfo(options.source).completeBaseName() + NDeckFile::demSuffix;
     const QString target = targetPath(stem, options.target);
@@ -142,8 +140,6 @@ EExitCode importDeck(const SXmlOptions& options)
     flushResult();
     return holdsDamage(deck.messages()) ? eExitSource : eExitDone;
 }
-
-} // namespace
 
 EExitCode runXml(const SXmlOptions& options) { return options.exports ? exportDeck(options) : importDeck(options); }
 

@@ -176,29 +176,28 @@ static void readLattice(CXmlFormReader& in, C3DLattice& lattice)
     lattice.setParamData(record);
 }
 
-static bool hasSameAxes(const C3DLattice& a, const C3DLattice& b)
-{
-    const auto same = [](const C3DVector& v, const C3DVector& w) { return v.x == w.x && v.y == w.y && v.z == w.z; };
-    return same(a.axisA, b.axisA) && same(a.axisB, b.axisB) && same(a.axisC, b.axisC);
-}
-
 /// The lengths of the axes: which way they go follows from the rotation. A length that a turn has rounded is written as
-/// the shorter number that it comes from, if that gives the same axes again.
+/// the shorter number that it comes from, if that gives the same axis again.
 static void writeLattice(CXmlOutput& out, const C3DLattice& lattice)
 {
     constexpr int digitsBeforeTurn = 15;
     const auto shorter = [](double length) { return QString::number(length, 'g', digitsBeforeTurn).toDouble(); };
+    const auto same = [](const C3DVector& v, const C3DVector& w) { return v.x == w.x && v.y == w.y && v.z == w.z; };
     C3DLatticePositionParamData record;
-    record.separations = C3DVector(lattice.axisA.length(), lattice.axisB.length(), lattice.axisC.length());
     record.rotation = lattice.rotation;
     record.start = lattice.start;
-    C3DLatticePositionParamData unturned = record;
-    unturned.separations =
-        C3DVector(shorter(record.separations.x), shorter(record.separations.y), shorter(record.separations.z));
-    const std::unique_ptr<IFactoryPosition> remade = lattice.clone();
-    remade->setParamData(unturned);
-    const bool isSame = hasSameAxes(dynamic_cast<const C3DLattice&>(*remade), lattice);
-    latticeForm(out, std::as_const(isSame ? unturned : record));
+    const C3DVector lengths(lattice.axisA.length(), lattice.axisB.length(), lattice.axisC.length());
+    record.separations = C3DVector(shorter(lengths.x), shorter(lengths.y), shorter(lengths.z));
+    const std::unique_ptr<IFactoryPosition> clone = lattice.clone();
+    clone->setParamData(record);
+    const auto& remade = dynamic_cast<const C3DLattice&>(*clone);
+    if (!same(remade.axisA, lattice.axisA))
+        record.separations.x = lengths.x;
+    if (!same(remade.axisB, lattice.axisB))
+        record.separations.y = lengths.y;
+    if (!same(remade.axisC, lattice.axisC))
+        record.separations.z = lengths.z;
+    latticeForm(out, std::as_const(record));
 }
 
 void CXmlReader::readCubicFactoryPosition(CCubicFactoryPosition& p) { readLattice(in(), p); }

@@ -10,7 +10,6 @@
 #include "model/geometry/cad_geometry.h"
 #include "model/geometry/cylinder.h"
 #include "model/geometry/geometry_factory.h"
-#include "model/geometry/mesh_bytes.h"
 #include "model/geometry/polygon.h"
 #include "xml/factories.h"
 #include "xml/motions.h"

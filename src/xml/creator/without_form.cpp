@@ -25,22 +25,20 @@
 
 namespace NBrenmark {
 
-namespace {
-
 template <class TRange>
-bool holdsAnything(const TRange& rows)
+static bool holdsAnything(const TRange& rows)
 {
     return std::any_of(rows.begin(), rows.end(), [](const auto& row) {
         return std::any_of(row.begin(), row.end(), [](double value) { return value != 0.0; });
     });
 }
 
-bool isRounded(double coordinate) { return QString::number(coordinate, 'g', 6).toDouble() != coordinate; }
+static bool isRounded(double coordinate) { return QString::number(coordinate, 'g', 6).toDouble() != coordinate; }
 
 // ---------------------------------------------------------------- factories
 
 /// Whether the axes are as the rotation and their lengths give them.
-bool followsRotation(const C3DLattice& lattice)
+static bool followsRotation(const C3DLattice& lattice)
 {
     const auto data = lattice.paramData();
     const std::unique_ptr<IFactoryPosition> other = lattice.clone();
@@ -49,7 +47,7 @@ bool followsRotation(const C3DLattice& lattice)
     return own.axisA == lattice.axisA && own.axisB == lattice.axisB && own.axisC == lattice.axisC;
 }
 
-void addPosition(CXmlLosses& losses, const CParticleFactory& factory)
+static void addPosition(CXmlLosses& losses, const CParticleFactory& factory)
 {
     const CRandomFactoryPosition fresh;
     if (const auto* random = dynamic_cast<const CRandomFactoryPosition*>(factory.position.get()))
@@ -63,7 +61,7 @@ void addPosition(CXmlLosses& losses, const CParticleFactory& factory)
     }
 }
 
-void addSizes(CXmlLosses& losses, const CParticleFactory& factory)
+static void addSizes(CXmlLosses& losses, const CParticleFactory& factory)
 {
     for (const auto& entry : factory.sizes) {
         losses.addIf(entry.second == nullptr, "a particle type without a size");
@@ -80,7 +78,7 @@ void addSizes(CXmlLosses& losses, const CParticleFactory& factory)
     }
 }
 
-bool givesProperties(const CParticleFactory& factory)
+static bool givesProperties(const CParticleFactory& factory)
 {
     return std::any_of(factory.customParams.begin(), factory.customParams.end(), [](const auto& entry) {
         if (entry.second == nullptr || entry.second->property() == nullptr)
@@ -95,7 +93,7 @@ bool givesProperties(const CParticleFactory& factory)
     });
 }
 
-bool hasGoalWithoutEffect(const CParticleFactory& factory)
+static bool hasGoalWithoutEffect(const CParticleFactory& factory)
 {
     if (const auto* dynamic = dynamic_cast<const CDynamicParticleFactory*>(&factory))
         return dynamic->unlimited &&
@@ -104,7 +102,7 @@ bool hasGoalWithoutEffect(const CParticleFactory& factory)
     return filling != nullptr && filling->fillShape && filling->numToCreate != CStaticParticleFactory().numToCreate;
 }
 
-void tellFactory(const CParticleFactory& factory)
+static void tellFactory(const CParticleFactory& factory)
 {
     CXmlLosses losses;
     losses.addIf(std::any_of(factory.counters.begin(), factory.counters.end(), [](quint32 n) { return n != 0; }),
@@ -122,7 +120,7 @@ void tellFactory(const CParticleFactory& factory)
 // ---------------------------------------------------------------- geometry
 
 /// \param isNamesake  a group before it has its name
-void tellGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
+static void tellGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
 {
     CXmlLosses losses;
     losses.addIf(isNamesake, "all of it, for another group has its name");
@@ -164,18 +162,18 @@ void tellGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
 // ---------------------------------------------------------------- physics
 
 /// Models whose parameters are a table without a form.
-bool hasTableWithoutForm(const IContactModel& model)
+static bool hasTableWithoutForm(const IContactModel& model)
 {
     return dynamic_cast<const CEdinburghCohesionContactModel*>(&model) != nullptr ||
            dynamic_cast<const CLeedsAdhesionContactModel*>(&model) != nullptr;
 }
 
-const CRollingFrictionParamData* rollingFrictionOf(const IParamData& data)
+static const CRollingFrictionParamData* rollingFrictionOf(const IParamData& data)
 {
     return dynamic_cast<const CRollingFrictionParamData*>(&data);
 }
 
-void tellModel(const IContactModel& model)
+static void tellModel(const IContactModel& model)
 {
     CXmlLosses losses;
     const auto* edinburgh = dynamic_cast<const CEdinburghCohesionContactModel*>(&model);
@@ -192,8 +190,6 @@ void tellModel(const IContactModel& model)
                  "its option of rolling friction");
     losses.tell("contact model", model.modelName().toStdString());
 }
-
-} // namespace
 
 void reportWithoutForm(const CCreatorData& creator)
 {

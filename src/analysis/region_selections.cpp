@@ -143,11 +143,4 @@ void CPrimitiveSelection::rest(IEntryForm& f)
     f.i32("facets", facets);
 }
 
-void CSensorSelection::applyToQueries()
-{
-    for (const QList<CQuery*>& section : queries.sections())
-        for (CQuery* const query : section)
-            query->group = QString::fromStdString(name);
-}
-
 } // namespace NBrenmark::NSelection

@@ -121,9 +121,6 @@ class CSensorSelection : public CPrimitiveSelection
 {
 public:
     using CPrimitiveSelection::CPrimitiveSelection;
-
-    /// Its queries are about what is inside the sensor.
-    void applyToQueries() override;
 };
 
 class CMassFlowSensorSelection : public CSensorSelection

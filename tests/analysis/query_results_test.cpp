@@ -23,7 +23,7 @@ TEST(QueryResults, areReductionsOfTheRowsInRange)
         {"Maximum", {4}},
         {"Minimum", {1}},
         {"Maximum & Minimum", {4, 1}},
-        {"Distribution", {1, 1, 0, 0, 1}}, // 1 to 2, 2 to 3, ... of the range 1 to 6
+        {"Distribution", {1, 1, 0, 1, 0}}, // 1 in [1, 2), 2 in [2, 3), 4 in [4, 5)
         {"Time Distribution", {4, 4}},     // the maximum, at 0.25 and at 0.75 of 0 to 1
         {"Two Attribute", {7, 40}},        // the total of the first, the maximum of the second
         {"Mass Flow Rate", {}},

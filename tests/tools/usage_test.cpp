@@ -52,7 +52,7 @@ const SRefusal refusals[] = {
     {{"verify", "DIR/pile.dem"}, 2, "CONVERTED is missing", "brenmark help verify"},
     {{"values", "DIR/pile.dem"}, 2, "needs either --attribute, --query or --list", "For example"},
     {{"values", "DIR/pile.dem", "--attribute", "Mas"}, 2, "there is no attribute \"Mas\"", "Did you mean Mass?"},
-    {{"values", "DIR/pile.dem", "--attribute", "Mass", "--units", "mass=gg"}, 2, "isn't a unit of mass", "mean g?"},
+    {{"values", "DIR/pile.dem", "--attribute", "Mass", "--units", "mass=lbs"}, 2, "isn't a unit of mass", "mean lb?"},
     {{"law", "DIR/pile.dem"}, 2, "needs DECK, --pair and --overlap", "For example"},
     {{"law", "DIR/pile.dem", "--pair", "A", "B", "--overlap", "0:1"}, 2, "\"0:1\" isn't FROM:TO:COUNT", "--overlap"},
     {{"law", "DIR/pile.dem", "--pair", "A", "B", "--overlap", "0:1:2"},

@@ -3,6 +3,7 @@
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/json_text.h"
+#include "brenmark/ledger.h"
 #include "brenmark/nearest_word.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
@@ -284,6 +285,12 @@ static Json jsonSummary(const std::string& head, const SValueSummary& summary)
             {"sum", orNull(summary.sum())}};
 }
 
+/// Damage that the deck was read with shows in the status, whatever it hit.
+static EExitCode codeOf(const CDeckReader& reader)
+{
+    return holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+}
+
 static void printJsonSummary(CValueReading& reading, const CDeckReader& reader, const SValuesOptions& options)
 {
     const std::vector<SValueSummary> summaries = summaryOf(reading);
@@ -295,6 +302,7 @@ static void printJsonSummary(CValueReading& reading, const CDeckReader& reader, 
                {"owner", ownerWord(reading.owner())},
                {"columns", columns},
                {"messages", jsonMessages(reader.messages())},
+               {"code", codeOf(reader)},
                {"error", nullptr}});
 }
 
@@ -377,7 +385,7 @@ EExitCode runValues(const SValuesOptions& options)
     }
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return codeOf(reader);
 }
 
 } // namespace NBrenmark

@@ -286,10 +286,7 @@ static Json jsonSummary(const std::string& head, const SValueSummary& summary)
 }
 
 /// Damage that the deck was read with shows in the status, whatever it hit.
-static EExitCode codeOf(const CDeckReader& reader)
-{
-    return holdsDamage(reader.messages()) ? eExitSource : eExitDone;
-}
+static EExitCode codeOf(const CDeckReader& reader) { return holdsDamage(reader.messages()) ? eExitSource : eExitDone; }
 
 static void printJsonSummary(CValueReading& reading, const CDeckReader& reader, const SValuesOptions& options)
 {

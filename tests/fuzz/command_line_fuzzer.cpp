@@ -55,5 +55,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     endsKnown([&] { runInfo({deck, false, false, true}); });
     endsKnown([&] { runDump({deck, false, 0, false}); });
     endsKnown([&] { runConfig({deck, QString(), true}); });
+    SValuesOptions values;
+    values.deck = deck;
+    values.attribute = "Total Energy";
+    values.summary = true;
+    endsKnown([&] { runValues(values); });
     return 0;
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace NBrenmark::NSelection {
 
@@ -76,10 +77,38 @@ int CMeshVolume::elementAt(const C3DPoint& point) const
 
 // ---------------------------------------------------------------- of a selection
 
+using Edge = std::array<double, 6>; // from one point to another, m
+
+static bool isPoint(const Edge& edge) { return std::equal(edge.begin(), edge.begin() + 3, edge.begin() + 3); }
+
+/// Whether every edge is passed as often in one direction as in the other, so that the surface has no rim. By places, for an
+/// imported mesh has a vertex for each corner of each triangle. What a group says of itself isn't enough: a box is closed
+/// with sides left out as well.
+static bool hasNoRim(const CGeometryGroup& group)
+{
+    std::map<Edge, int> open;
+    for (const TriangleNodes& nodes : group.triangleNodes)
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            const quint32 from = nodes[corner], to = nodes[(corner + 1) % 3];
+            if (from >= group.coords.size() || to >= group.coords.size())
+                return false;
+            const C3DPoint &a = group.coords[from], &b = group.coords[to];
+            const Edge forth{a.x, a.y, a.z, b.x, b.y, b.z}, back{b.x, b.y, b.z, a.x, a.y, a.z};
+            if (!std::all_of(forth.begin(), forth.end(), [](double x) { return std::isfinite(x); }))
+                return false;
+            if (forth < back)
+                ++open[forth];
+            else
+                --open[back];
+        }
+    return std::all_of(open.begin(), open.end(),
+                       [](const auto& edge) { return edge.second == 0 || isPoint(edge.first); });
+}
+
 static std::unique_ptr<IVolume> meshVolume(const std::vector<const CGeometryGroup*>& groups, std::string& why)
 {
     const bool isClosed = std::all_of(groups.begin(), groups.end(), [](const CGeometryGroup* group) {
-        return group->closed && !group->triangleNodes.empty();
+        return group->closed && !group->triangleNodes.empty() && hasNoRim(*group);
     });
     if (isClosed && !groups.empty())
         return std::make_unique<CMeshVolume>(groups);

@@ -41,6 +41,12 @@ TEST(Volumes, holdThePointsOfLatticesAndClosedMeshes)
     box->rebuildMesh();
     EXPECT_TRUE(volumeOf(bin, deck, why)->contains(C3DPoint(0.49, -0.49, 0.3)));
     EXPECT_FALSE(volumeOf(bin, deck, why)->contains(C3DPoint(0.51, 0, 0)));
+    box->sidesEnabled[2] = false; // which the box still calls closed
+    box->rebuildMesh();
+    EXPECT_EQ(volumeOf(bin, deck, why), nullptr);
+    box->sidesEnabled[2] = true;
+    box->rebuildMesh();
+    EXPECT_NE(volumeOf(bin, deck, why), nullptr);
     box->closed = false;
     EXPECT_EQ(volumeOf(bin, deck, why), nullptr);
 }

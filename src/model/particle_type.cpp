@@ -147,20 +147,9 @@ bool CParticleType::sphereCentreAndRadius(quint32 slot, quint32 sphere, C3DPoint
 bool CParticleType::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                              quint32 row) const
 {
-    if (attribute == nullptr) {
-        out = NAttributes::SAttributeValue();
-        return false;
-    }
     return valueOfRows(
-        out, row, slotCount(), attribute->valueKind == NAttributes::eIntegerValue,
-        [this](quint32 i) { return isLive(i); },
+        out, row, slotCount(), attribute, [this](quint32 i) { return isLive(i); },
         [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForParticle(one, *this, i); });
-}
-
-bool CParticleType::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
-{
-    return getValue(
-        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eParticleAttribute), row);
 }
 
 } // namespace NBrenmark

@@ -107,7 +107,7 @@ public:
 
     bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                   quint32 row) const override;
-    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
+    NAttributes::EAttributeOwner attributeOwner() const override { return NAttributes::eParticleAttribute; }
 
     /// Sets both forms of the name.
     void setName(const QString& text);

@@ -256,19 +256,9 @@ SUnmatchedBonds CBonds::matchParameters(const CParticleTypes& types, double time
 bool CBondsBase::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                           quint32 row) const
 {
-    if (attribute == nullptr) {
-        out = NAttributes::SAttributeValue();
-        return false;
-    }
     return valueOfRows(
-        out, row, rowCount(), attribute->valueKind == NAttributes::eIntegerValue, [](quint32) { return true; },
+        out, row, rowCount(), attribute, [](quint32) { return true; },
         [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForBond(one, *this, i); });
-}
-
-bool CBondsBase::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
-{
-    return getValue(
-        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eBondAttribute), row);
 }
 
 } // namespace NBrenmark

@@ -48,7 +48,7 @@ public:
 
     bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                   quint32 row) const override;
-    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
+    NAttributes::EAttributeOwner attributeOwner() const override { return NAttributes::eBondAttribute; }
 
     /// The centres of the two spheres that a bond holds, m.
     /// \return false if the family or the store has none

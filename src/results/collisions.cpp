@@ -132,20 +132,9 @@ void CCollisions::clear()
 bool CCollisionsBase::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                                quint32 row) const
 {
-    if (attribute == nullptr) {
-        out = NAttributes::SAttributeValue();
-        return false;
-    }
     return valueOfRows(
-        out, row, recordCount(), attribute->valueKind == NAttributes::eIntegerValue,
-        [this](quint32 i) { return ids[i] != 0; },
+        out, row, recordCount(), attribute, [this](quint32 i) { return ids[i] != 0; },
         [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForCollision(one, *this, i); });
-}
-
-bool CCollisionsBase::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
-{
-    return getValue(
-        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eCollisionAttribute), row);
 }
 
 } // namespace NBrenmark

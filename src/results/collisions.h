@@ -72,7 +72,7 @@ public:
 
     bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                   quint32 row) const override;
-    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
+    NAttributes::EAttributeOwner attributeOwner() const override { return NAttributes::eCollisionAttribute; }
 
     /// The family's bit of the timestep mask.
     virtual quint32 familyMask() const = 0;

@@ -272,20 +272,9 @@ quint32 CContacts::removeDanglingRows(const CParticleTypes& types, const Triangl
 bool CContactsBase::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                              quint32 row) const
 {
-    if (attribute == nullptr) {
-        out = NAttributes::SAttributeValue();
-        return false;
-    }
     return valueOfRows(
-        out, row, rowCount(), attribute->valueKind == NAttributes::eIntegerValue,
-        [this](quint32 i) { return isLive(i); },
+        out, row, rowCount(), attribute, [this](quint32 i) { return isLive(i); },
         [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForContact(one, *this, i); });
-}
-
-bool CContactsBase::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
-{
-    return getValue(
-        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eContactAttribute), row);
 }
 
 } // namespace NBrenmark

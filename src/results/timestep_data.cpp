@@ -92,20 +92,9 @@ void CTimestepData::settle(const SLogTitle& title)
 bool CTimestepData::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                              quint32 row) const
 {
-    if (attribute == nullptr) {
-        out = NAttributes::SAttributeValue();
-        return false;
-    }
     return valueOfRows(
-        out, row, 1, attribute->valueKind == NAttributes::eIntegerValue, [](quint32) { return true; },
+        out, row, 1, attribute, [](quint32) { return true; },
         [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForSimulation(one, *this, i); });
-}
-
-bool CTimestepData::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
-{
-    return getValue(
-        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eSimulationAttribute),
-        row);
 }
 
 } // namespace NBrenmark

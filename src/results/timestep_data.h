@@ -32,7 +32,7 @@ public:
 
     bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                   quint32 row) const override;
-    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
+    NAttributes::EAttributeOwner attributeOwner() const override { return NAttributes::eSimulationAttribute; }
 
     /// Before each read into the frame. isFull, the masks, time and date stay; a read overwrites them.
     void clear() override;

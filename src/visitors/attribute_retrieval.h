@@ -118,8 +118,13 @@ public:
     virtual bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                           quint32 row) const = 0;
     /// The same by the name of an attribute; false without a table.
-    virtual bool getValueByName(NAttributes::SAttributeValue& out, const QString& name, quint32 row) const = 0;
+    virtual bool getValueByName(NAttributes::SAttributeValue& out, const QString& name, quint32 row) const
+    {
+        return getValue(out, attributes == nullptr ? nullptr : attributes->attribute(name, attributeOwner()), row);
+    }
     virtual ~IAttributeRetrieval() = default;
+    /// Which of an attribute's reads it is asked by.
+    virtual NAttributes::EAttributeOwner attributeOwner() const = 0;
 
     /// In which names are looked up: of the timestep that was loaded last, or null. Not owned.
     const NAttributes::IAttributeTable* attributes = nullptr;
@@ -129,12 +134,16 @@ protected:
     /// \param isLive   bool(quint32 row)
     /// \param valueOf  bool(SAttributeValue&, quint32 row)
     template <class TIsLive, class TValueOf>
-    static bool valueOfRows(NAttributes::SAttributeValue& out, quint32 row, quint32 rowCount, bool wholeNumbers,
-                            const TIsLive& isLive, const TValueOf& valueOf)
+    static bool valueOfRows(NAttributes::SAttributeValue& out, quint32 row, quint32 rowCount,
+                            const NAttributes::CAttributeDescriptor* attribute, const TIsLive& isLive,
+                            const TValueOf& valueOf)
     {
         out = NAttributes::SAttributeValue();
+        if (attribute == nullptr)
+            return false;
         if (row != allRows)
             return row < rowCount && isLive(row) && valueOf(out, row);
+        const bool wholeNumbers = attribute->valueKind == NAttributes::eIntegerValue;
         NAttributes::SAttributeValue all, one;
         all.tag = wholeNumbers ? NAttributes::SAttributeValue::eIntegerList : NAttributes::SAttributeValue::eNumberList;
         for (quint32 i = 0; i < rowCount; ++i) {
@@ -144,7 +153,7 @@ protected:
             all.width = isList ? static_cast<quint32>(one.list.size()) : widthOf(one.tag);
             all.units = one.units;
             if (wholeNumbers)
-                all.integers.push_back(static_cast<qint32>(one.numbers[0]));
+                all.integers.push_back(static_cast<qint32>(static_cast<qint64>(one.numbers[0]))); // up to 2^32
             else if (isList)
                 all.list.insert(all.list.end(), one.list.begin(), one.list.end());
             else

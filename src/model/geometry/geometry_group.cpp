@@ -218,20 +218,9 @@ void CGeometryGroup::setCentreOfMass(const C3DPoint& centre)
 bool CGeometryGroup::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                               quint32 row) const
 {
-    if (attribute == nullptr) {
-        out = NAttributes::SAttributeValue();
-        return false;
-    }
     return valueOfRows(
-        out, row, static_cast<quint32>(triangleNodes.size()), attribute->valueKind == NAttributes::eIntegerValue,
-        [](quint32) { return true; },
+        out, row, static_cast<quint32>(triangleNodes.size()), attribute, [](quint32) { return true; },
         [&](NAttributes::SAttributeValue& one, quint32 i) { return attribute->valueForGeometry(one, *this, i); });
-}
-
-bool CGeometryGroup::getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const
-{
-    return getValue(
-        out, attributes == nullptr ? nullptr : attributes->attribute(attribute, NAttributes::eGeometryAttribute), row);
 }
 
 } // namespace NBrenmark

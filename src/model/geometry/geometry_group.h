@@ -84,7 +84,7 @@ public:
 
     bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                   quint32 row) const override;
-    bool getValueByName(NAttributes::SAttributeValue& out, const QString& attribute, quint32 row) const override;
+    NAttributes::EAttributeOwner attributeOwner() const override { return NAttributes::eGeometryAttribute; }
 
     /// Takes the mesh to matrix x originalCoords and makes the group a moving one. A group that hasn't
     /// moved yet keeps a copy of its mesh first. Bounds and derived data aren't updated: see moveTo.

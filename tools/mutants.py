@@ -12,6 +12,7 @@ tried, and a second run goes on where the first one stopped.
 """
 import argparse
 import concurrent.futures
+import json
 import os
 import pathlib
 import random
@@ -39,8 +40,9 @@ CONDITION = re.compile(r"^(\s+(?:else )?)if \(([^;=]|[=!<>]=)+\)( \{)?$")
 LOOP = re.compile(r"^(\s+for \([^;]*; \w+ < )([\w.()]+)(; .*)$")
 GATE = re.compile(r"\b(?:f|\w+\.stream|version)\.(?:since|stores)\([^()]*\)")
 NAME = re.compile(r"(\.(?:attribute|rows|group|dataset|text)\()(\"[^\"]+\")")
-# Quick tests that compare whole stored forms come first; what they notice needs no other.
+# Tests that compare whole stored forms come first, then what is quick; what they notice needs no other.
 FIRST = "StoredForms*:DeckTree*:*RoundTrip*:*Versions*:*Forms*"
+QUICK_SECONDS = 0.12
 
 
 def mutations(line, following):
@@ -146,17 +148,31 @@ def build(faults, folder):
         left_out |= found
 
 
-def is_noticed(number, folder, seconds):
-    tests = folder / "build/tests/brenmark_tests"
+def slow_tests(folder):
+    """Runs all tests without a fault. Returns those that aren't quick as a pattern."""
+    times = folder / "times.json"
+    run = run_tests(0, folder, ["*", f"--gtest_output=json:{times}"], None)
+    if run != 0:
+        sys.exit("the tests fail without a fault as well")
+    suites = json.loads(times.read_text())["testsuites"]
+    return ":".join(f"{test['classname']}.{test['name']}" for suite in suites for test in suite["testsuite"]
+                    if float(test["time"].rstrip("s")) > QUICK_SECONDS)
+
+
+def run_tests(number, folder, arguments, seconds):
     environment = dict(os.environ, BRENMARK_MUTANT=str(number), QT_LOGGING_RULES="*=false")
-    for pattern in (FIRST, "-" + FIRST):
+    tests = folder / "build/tests/brenmark_tests"
+    return subprocess.run([str(tests), f"--gtest_filter={arguments[0]}", *arguments[1:], "--gtest_fail_fast"],
+                          env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=seconds).returncode
+
+
+def is_noticed(number, folder, slow, seconds):
+    for pattern in (FIRST, f"-{FIRST}:{slow}", slow):
         try:
-            run = subprocess.run([str(tests), f"--gtest_filter={pattern}", "--gtest_fail_fast"], env=environment,
-                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=seconds)
+            if run_tests(number, folder, [pattern], seconds) != 0:
+                return True
         except subprocess.TimeoutExpired:
             return True  # a fault that never ends is noticed by whoever waits
-        if run.returncode != 0:
-            return True
     return False
 
 
@@ -173,15 +189,14 @@ def main():
     faults = chosen(options.rooms, options.number, options.seed)
     left_out = build(faults, folder)
     start = time.monotonic()
-    if is_noticed(0, folder, None):
-        sys.exit("the tests fail without a fault as well")
+    slow = slow_tests(folder)
     patience = 60 + 5 * (time.monotonic() - start)
 
     results = folder / "results.txt"
     tried = dict(line.split(" ", 1) for line in results.read_text().splitlines()) if results.exists() else {}
     rest = [n for n in range(1, len(faults) + 1) if n not in left_out and str(n) not in tried]
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool, open(results, "a") as log:
-        for number, noticed in zip(rest, pool.map(lambda n: is_noticed(n, folder, patience), rest)):
+        for number, noticed in zip(rest, pool.map(lambda n: is_noticed(n, folder, slow, patience), rest)):
             tried[str(number)] = "noticed" if noticed else "unnoticed"
             log.write(f"{number} {tried[str(number)]}\n")
             log.flush()

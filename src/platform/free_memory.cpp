@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+#include <sys/mman.h>
+
 namespace NBrenmark {
 
 quint64 freeMemory()
@@ -18,6 +20,12 @@ quint64 freeMemory()
         file.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
     }
     return 0;
+}
+
+bool isMemoryToBeHad(std::size_t bytes)
+{
+    void* room = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return room != MAP_FAILED && munmap(room, bytes) == 0;
 }
 
 } // namespace NBrenmark

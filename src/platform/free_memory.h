@@ -3,9 +3,15 @@
 
 #include <QtGlobal>
 
+#include <cstddef>
+
 namespace NBrenmark {
 
 /// Bytes that can be taken without swapping; 0 where the system doesn't say.
 quint64 freeMemory();
+
+/// Whether this process can still get so many bytes at once. They are asked for and given back untouched, so it costs
+/// no memory and next to no time.
+bool isMemoryToBeHad(std::size_t bytes);
 
 } // namespace NBrenmark

@@ -87,10 +87,8 @@ bool CDemIoManager::readCreatorBlock(SSimulationFrame& frame, IProgressControlle
     creator.clear();
     creator.setStorageIndex(place.segment);
     creator.setStorageOffset(place.offset);
-    if (runReader(stream, creator, readOptions, progress)) {
-        checkBlockEnd(place);
-        return true;
-    }
+    if (runReader(stream, creator, readOptions, progress))
+        return checkBlockEnd(place);
     // Half a model must not pass for the one that the next timestep asks for.
     creator.clear();
     return false;
@@ -169,7 +167,8 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
     frame.timestep.clear();
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;
-    checkBlockEnd(place);
+    if (!checkBlockEnd(place))
+        return false;
     if (!isSameTime(index[number].time, frame.timestep.time))
         report(eRepaired, NLogTitle::legacyRead,
                "the index has another time (" + secondsText(index[number].time) + ") than the timestep itself (" +

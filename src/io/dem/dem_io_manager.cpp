@@ -111,7 +111,7 @@ bool CDemIoManager::ensureSegment(quint32 n, EMissing missing)
     openSegment = n;
     if (!writing && n > 0) { // of segment 0 the header is read first
         const CPlaceScope scope(placeIn(dataFile));
-        checkFirstBlock(0);
+        return checkFirstBlock(0);
     }
     return true;
 }
@@ -155,11 +155,15 @@ bool CDemIoManager::goTo(const SPlace& place)
 {
     if (!ensureSegment(place.segment))
         return false;
-    if (place.offset <= static_cast<quint64>(dataFile.size()) && dataFile.seek(static_cast<qint64>(place.offset)))
+    const bool isInside = place.offset <= static_cast<quint64>(dataFile.size());
+    if (isInside && dataFile.seek(static_cast<qint64>(place.offset)))
         return true;
+    const std::string byte = "byte " + std::to_string(place.offset);
     reportFailure(writing ? NLogTitle::legacyWrite : NLogTitle::legacyRead,
-                  dataFile.fileName().toStdString() + ": a block is announced at byte " + std::to_string(place.offset) +
-                      ", the file has " + std::to_string(dataFile.size()) + " bytes");
+                  dataFile.fileName().toStdString() + ": " +
+                      (isInside ? byte + " can't be reached"
+                                : "a block is announced at " + byte + ", the file has " +
+                                      std::to_string(dataFile.size()) + " bytes"));
     return false;
 }
 
@@ -204,8 +208,8 @@ int CDemIoManager::open(const QString& path, SSimulationFrame& frame, TimestepIn
     blockStarts.clear();
     readModels.clear();
     const CPlaceScope scope(placeIn(dataFile));
-    if (timestepCount > 0)
-        checkFirstBlock(dataFile.pos());
+    if (timestepCount > 0 && !checkFirstBlock(dataFile.pos()))
+        return eOpenHeaderRefused;
     const QString indexName = stripLegacySuffix(dataFile.fileName()) + NDeckFile::indexSuffix;
     const bool isRead =
         regenerateIndex ? regenerateIndexFile(indexName, frame, index) : readIndexFile(indexName, index);

@@ -98,12 +98,13 @@ private:
     bool writeCreatorBlock(QFile& file, SSimulationFrame& frame);
     bool writeTimestepBlock(QFile& file, CTimestepData& timestep, const SPlace& creator);
 
-    // The gaps that mustn't be between blocks; what is found is reported as lost (dem_tiling.cpp).
+    // The gaps that mustn't be between blocks; what is found is reported as lost (dem_tiling.cpp). False where the
+    // device can't be read, which is logged.
     void noteBlockStarts(const TimestepIndex& index);
     /// \param place  in the open segment
-    void checkFirstBlock(qint64 place);
+    bool checkFirstBlock(qint64 place);
     /// \param start  of the block that was read up to the present position
-    void checkBlockEnd(const SPlace& start);
+    bool checkBlockEnd(const SPlace& start);
 
     qint64 segmentLimit;
     std::set<SPlace> readModels;     // creator blocks of which all has been said that there is to say

@@ -1,6 +1,7 @@
 // The blocks of a segment follow each other without a gap from its first byte, or from the header, to its end. What was
 // read of a block and doesn't end where it should was damaged, however well it read.
 #include "core/log.h"
+#include "core/plain_file.h"
 #include "io/dem/dem_data_stream.h"
 #include "io/dem/dem_io_manager.h"
 
@@ -26,6 +27,7 @@ enum EFound
 };
 
 /// What a place of a segment has; the file stays where it is.
+/// \throws device_error  it can't be read, which isn't damage
 static EFound foundAt(QFile& file, qint64 place)
 {
     if (place >= file.size())
@@ -33,9 +35,10 @@ static EFound foundAt(QFile& file, qint64 place)
     static const QByteArray creator = storedName(NDemBlockName::creatorData);
     static const QByteArray timesteps[] = {storedName(NDemBlockName::timestep), storedName(NDemBlockName::oldTimestep)};
     const qint64 before = file.pos();
-    file.seek(place);
+    seekTo(file, place);
     const QByteArray bytes = file.read(timesteps[0].size());
-    file.seek(before);
+    throwIfUnreadable(file);
+    seekTo(file, before);
     if (bytes.startsWith(creator))
         return eCreatorBlock;
     const bool isTimestep = std::any_of(std::begin(timesteps), std::end(timesteps),
@@ -59,17 +62,21 @@ void CDemIoManager::noteBlockStarts(const TimestepIndex& index)
                    " of segment " + std::to_string(repeated->segment));
 }
 
-void CDemIoManager::checkFirstBlock(qint64 place)
-{
+bool CDemIoManager::checkFirstBlock(qint64 place)
+try {
     if (foundAt(dataFile, place) == eNothing)
         reportOnce(eLost, NLogTitle::legacyRead,
                    "no block begins at " + byteText(place) + ", where the first one should");
+    return true;
+}
+catch (const device_error& error) {
+    return blockFailed(NLogTitle::legacyRead, error.what());
 }
 
-void CDemIoManager::checkBlockEnd(const SPlace& start)
-{
+bool CDemIoManager::checkBlockEnd(const SPlace& start)
+try {
     if (writing || blockStarts.empty()) // the index changes with what is written, or is being made
-        return;
+        return true;
     const qint64 end = dataFile.pos();
     // Beyond the last timestep of a segment, or of the deck, no place is known.
     const auto next = std::upper_bound(blockStarts.begin(), blockStarts.end(), start);
@@ -80,22 +87,25 @@ void CDemIoManager::checkBlockEnd(const SPlace& start)
     if (end > nextStart) {
         reportOnce(eLost, NLogTitle::legacyRead,
                    ends + std::to_string(end - nextStart) + " bytes beyond the start of the next timestep");
-        return;
+        return true;
     }
     switch (foundAt(dataFile, end)) {
-    case eCreatorBlock: return; // one that no timestep uses stays when a deck is cut
+    case eCreatorBlock: break; // one that no timestep uses stays when a deck is cut
     case eEndOfSegment:
     case eTimestepBlock:
-        if (end == nextStart)
-            return;
-        reportOnce(eLost, NLogTitle::legacyRead, ends + "where a timestep begins that the index doesn't have");
-        return;
+        if (end != nextStart)
+            reportOnce(eLost, NLogTitle::legacyRead, ends + "where a timestep begins that the index doesn't have");
+        break;
     case eNothing:
         reportOnce(eLost, NLogTitle::legacyRead,
                    ends + std::to_string(nextStart - end) + " bytes before " +
                        (isKnown ? "the next timestep" : "the end of the file") + ", and no block begins there");
-        return;
+        break;
     }
+    return true;
+}
+catch (const device_error& error) {
+    return blockFailed(NLogTitle::legacyRead, error.what());
 }
 
 } // namespace NBrenmark

@@ -79,7 +79,7 @@ void CArrayWriter::writePlain(const std::string& name, const H5::PredType& type,
 void CArrayWriter::write(const std::string& name, const H5::PredType& type, const SArrayShape& shape, const void* data,
                          const H5::DSetCreatPropList& properties, const SArrayLayout& layout) const
 {
-    requireRoomForHdf5();
+    requireRoomForArray(shape.elements() * type.getSize());
     try {
         hsize_t dimensions[2];
         const int rank = fillDimensions(shape, dimensions);
@@ -139,7 +139,7 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
                         " are needed");
         checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
-        requireRoomForHdf5();
+        requireRoomForArray(dataset.getStorageSize());
         if (space.getSimpleExtentNpoints() > 0 && !inflateChunks(dataset, type, target))
             dataset.read(target, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
     }

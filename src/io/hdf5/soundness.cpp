@@ -3,6 +3,7 @@
 
 #include "core/memory_ceiling.h"
 #include "io/hdf5/error_text.h"
+#include "platform/free_memory.h"
 
 #include <QtGlobal>
 
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
+#include <new>
 #include <vector>
 
 namespace NBrenmark {
@@ -211,7 +213,17 @@ void checkSound(const H5::Attribute& attribute, const H5::H5Location& location, 
 void requireRoomForHdf5()
 {
     constexpr std::size_t room = std::size_t(32) << 20; // chunks on their way, metadata, what is deflated
-    ::operator delete(::operator new(room));
+    if (!isMemoryToBeHad(room))
+        throw std::bad_alloc();
+}
+
+void requireRoomForArray(hsize_t bytes)
+{
+    // Asking takes as long as a small array does, and sixteen of those with their metadata take far less than the room.
+    constexpr hsize_t small = 0x10000;
+    static std::atomic<unsigned> smallOnes{0};
+    if (bytes > small || smallOnes++ % 16 == 0)
+        requireRoomForHdf5();
 }
 
 static std::atomic<hsize_t> storageCounted{0};

@@ -2,6 +2,8 @@
 // What is asked of a stored value before HDF5 reads it. The library trusts what a file says of itself:
 // it takes any memory that is announced, converts from types that can't be, and goes where a link leads.
 
+#include <H5public.h>
+
 #include <string>
 
 namespace H5 {
@@ -39,6 +41,10 @@ private:
 /// Whether HDF5 has the memory for its own work: it doesn't survive where it has too little.
 /// \throws std::bad_alloc  otherwise
 void requireRoomForHdf5();
+
+/// The same before an array of so many bytes is read or written; of small ones one in several asks.
+/// \throws std::bad_alloc  there is too little
+void requireRoomForArray(hsize_t bytes);
 
 /// Begins the count of what the datasets of one read claim to have stored: more than the file has is damage.
 void beginStorageCount();

@@ -121,8 +121,8 @@ double megabytesOf(const QString& path)
 }
 
 /// Runs a command in a process of its own, whatever it ends with.
-/// \param megabytes  that it reads
-/// \param written    that it writes
+/// \param megabytes  of the deck that it reads, by which its memory goes
+/// \param written    that it writes, or reads beside that
 void report(const char* what, const QString& program, const QStringList& words, double megabytes, double written = 0.0)
 {
     int status = 0;
@@ -170,7 +170,7 @@ int main(int count, char** words)
         report(c.what, brenmark, {"convert", source, folder.filePath("default.dem"), "--force"}, megabytes, written);
         for (const char* command : {"info", "check"})
             report(c.what, brenmark, {command, target}, written);
-        report(c.what, brenmark, {"verify", target, target}, written);
+        report(c.what, brenmark, {"verify", target, target}, written, written); // which reads it twice
     }
     return 0;
 }

@@ -8,10 +8,12 @@
 #include "config/file_replacer.h"
 #include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
+#include "core/log_titles.h"
 
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <iterator>
 #include <sys/stat.h>
 
 namespace NBrenmark {
@@ -26,7 +28,7 @@ class CListener : public IConversionObserver
 {
 public:
     CListener(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-              CProgressDisplay& progress, bool verbose)
+              CProgressDisplay& progress, bool verbose, bool digest)
         : folder(folder),
           journal(journal),
           first(journal.finished),
@@ -35,7 +37,10 @@ public:
           progress(progress),
           verbose(verbose),
           inherited(journal.ledger)
-    {}
+    {
+        if (digest)
+            source.emplace(eFormatLegacy);
+    }
 
     void starting(int steps, const QString&) override
     {
@@ -45,6 +50,23 @@ public:
         constexpr double readAndWritten = 2.0; // bytes for one of the source, until the first timestep says so
         progress.start(sizes, "converting", readAndWritten);
         lastStep = Clock::now();
+    }
+
+    void timestepRead(const CSimulation& deck, bool modelChanged) override
+    {
+        if (source)
+            source->take(deck, modelChanged);
+    }
+
+    void timestepsMoved(const CSimulation& deck) override
+    {
+        try {
+            if (source)
+                source->takeBeside(deck);
+        }
+        catch (const CFailure&) { // a companion that is left out: whoever needs the digest reads the deck again for it
+            source.reset();
+        }
     }
 
     void rereadDone(quint32 timestep) override
@@ -106,6 +128,15 @@ public:
         return all;
     }
 
+    /// What the reading of the source came to.
+    std::optional<SDeckDigest> takenSource(const Ledger& own)
+    {
+        Ledger ofReading;
+        std::copy_if(own.begin(), own.end(), std::back_inserter(ofReading),
+                     [](const SLogRecord& message) { return message.title != NLogTitle::hdf5Write.text; });
+        return source ? std::make_optional(source->taken(ofReading)) : std::nullopt;
+    }
+
     CConversion* conversion = nullptr;
     bool targetOpened = false;
 
@@ -127,6 +158,7 @@ private:
     std::vector<double> sizes;
     CProgressDisplay& progress;
     const bool verbose;
+    std::optional<CDigestTaker> source;
     Clock::time_point lastStep;
     const Ledger inherited;
     bool isBroken = false; ///< a note has failed
@@ -148,10 +180,10 @@ void giveUsualPermissions(const QString& companion)
 } // namespace
 
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose)
+                             CProgressDisplay& progress, bool verbose, bool digest)
 {
     SConversionRun run;
-    CListener listener(folder, journal, sizes, progress, verbose);
+    CListener listener(folder, journal, sizes, progress, verbose, digest);
     CConversion conversion(listener, interruptWish());
     listener.conversion = &conversion;
     conversion.ignoreUnreadableCompanions = journal.ignoresCompanions;
@@ -171,6 +203,7 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     run.error = utf8(conversion.failureText());
     run.messages = listener.joined(conversion.records(), conversion.records().size());
     if (run.succeeded) {
+        run.source = listener.takenSource(conversion.records());
         giveUsualPermissions(stripDeckSuffix(folder.deck()) + NDeckFile::companionSuffix);
         listener.note(conversion.records());
         folder.syncDeck();

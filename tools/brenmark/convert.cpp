@@ -197,7 +197,7 @@ void CConvertCommand::makeDeck()
         folder->write(journal);
         folder->keepTimesteps(first);
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
-        result.run = runConversion(*folder, journal, sizes, progress, options.verbose);
+        result.run = runConversion(*folder, journal, sizes, progress, options.verbose, options.verify);
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);
     }
@@ -229,7 +229,9 @@ void CConvertCommand::requireWhole()
         return;
     setInterruptPhase(eInComparison);
     CProgressDisplay progress(options.quiet, eNothingElsewhere);
-    result.verification = verify(options.source, folder->deck(), defaultDifferenceLimit, progress);
+    const std::optional<SDeckDigest>& read = result.run.source; // not in an earlier run
+    result.verification = read ? verify(*read, options.source, folder->deck(), defaultDifferenceLimit, progress)
+                               : verify(options.source, folder->deck(), defaultDifferenceLimit, progress);
     result.code = result.verification->exitCode();
     if (!result.verification->equal())
         throw CFailure(eExitDifferent, utf8(target) + ": was not made: the new deck differs from its source",

@@ -72,56 +72,73 @@ void visitArrays(const QString& path, const std::vector<SPart>& parts, quint32 S
         if (!isWanted[i])
             continue;
         reader.timestep(parts[i].*number);
-        (parts[i].isModel ? modelText : timestepText)(reader, sink, parts[i].root, false);
+        (parts[i].isModel ? modelText : timestepText)(reader.deck(), sink, parts[i].root, false);
     }
 }
 
 } // namespace
 
-TextLines modelLines(CDeckReader& reader, const std::string& root)
+TextLines modelLines(const CSimulation& deck, const std::string& root)
 {
     CLineSink sink;
-    modelText(reader, sink, root, false);
+    modelText(deck, sink, root, false);
     return std::move(sink.lines);
+}
+
+void CDigestTaker::take(const CSimulation& deck, bool modelChanged)
+{
+    const CTimestepData& timestep = deck.currentFrame->timestep;
+    digest.storing.look(*deck.currentFrame, timestep.timestepIndex, modelChanged);
+    if (modelChanged) {
+        CDigestSink model;
+        modelText(deck, model, std::string(), false);
+        digest.models.push_back({model.digest(), timestep.timestepIndex, TextLines()});
+        if (digest.format == eFormatLegacy)
+            digest.models.back().lines = modelLines(deck, modelRoot(timestep.timestepIndex));
+    }
+    CDigestSink text;
+    timestepText(deck, text, std::string(), false);
+    digest.timesteps.push_back({timestep.time, text.digest(), digest.models.size() - 1, std::string()});
+}
+
+void CDigestTaker::note(const STimestepIndexEntry& entry, const std::string& failure)
+{
+    digest.timesteps.push_back({entry.time, QByteArray(), 0, failure});
+}
+
+void CDigestTaker::takeBeside(const CSimulation& deck)
+{
+    digest.storing.lookAtHeader(deck.ioManager.active());
+    CLineSink beside;
+    deckText(deck, beside, false);
+    digest.beside = std::move(beside.lines);
+}
+
+SDeckDigest CDigestTaker::taken(const Ledger& messages)
+{
+    digest.messages = messages;
+    return std::move(digest);
 }
 
 SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress)
 {
     CDeckReader reader(path, eUpgradedModel, eExamined);
-    SDeckDigest digest;
-    digest.format = reader.format();
-    const quint32 count = reader.timestepCount();
+    CDigestTaker taker(reader.format());
     progress.start(timestepSizes(reader, path), work, 1.0);
-    for (quint32 number = 0; number < count; ++number) {
+    for (quint32 number = 0; number < reader.timestepCount(); ++number) {
         try {
-            const SSimulationFrame& frame = reader.timestep(number);
-            digest.storing.look(frame, number, reader.modelChanged());
-            if (reader.modelChanged()) {
-                CDigestSink model;
-                modelText(reader, model, std::string(), false);
-                digest.models.push_back({model.digest(), number, TextLines()});
-                if (reader.format() == eFormatLegacy)
-                    digest.models.back().lines = modelLines(reader, modelRoot(number));
-            }
-            CDigestSink timestep;
-            timestepText(reader, timestep, std::string(), false);
-            digest.timesteps.push_back(
-                {frame.timestep.time, timestep.digest(), digest.models.size() - 1, std::string()});
+            reader.timestep(number);
+            taker.take(reader.deck(), reader.modelChanged());
         }
         catch (const CFailure& failure) {
             if (unreadable == eEndsTheReading || failure.code != eExitSource)
                 throw;
-            digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, failure.what()});
+            taker.note(reader.index()[number], failure.what());
         }
         progress.update(number + 1);
     }
-    digest.storing.lookAtHeader(reader.manager());
-    // Behind the models: one that asks for a custom property defines it in the settings.
-    CLineSink beside;
-    deckText(reader, beside, false);
-    digest.beside = std::move(beside.lines);
-    digest.messages = reader.messages();
-    return digest;
+    taker.takeBeside(reader.deck());
+    return taker.taken(reader.messages());
 }
 
 std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number)
@@ -133,7 +150,7 @@ std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& pa
     for (const SPart& part : parts) {
         CLineSink sink;
         reader.timestep(part.*number);
-        (part.isModel ? modelText : timestepText)(reader, sink, part.root, false);
+        (part.isModel ? modelText : timestepText)(reader.deck(), sink, part.root, false);
         lines.push_back(std::move(sink.lines));
     }
     return lines;

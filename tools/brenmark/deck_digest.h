@@ -46,6 +46,25 @@ enum EUnreadable
     eIsNoted
 };
 
+/// Takes the digest of a deck while it is read, whoever reads it.
+class CDigestTaker
+{
+public:
+    explicit CDigestTaker(EDeckFormat format) { digest.format = format; }
+
+    /// Takes the current frame. \param modelChanged  whether it has another model than the one before
+    void take(const CSimulation& deck, bool modelChanged);
+    /// Notes a timestep that can't be read.
+    void note(const STimestepIndexEntry& entry, const std::string& failure);
+    /// What is beside the timesteps, after them: a model that asks for a custom property defines it in the settings.
+    void takeBeside(const CSimulation& deck);
+    /// \param messages  of the reading
+    SDeckDigest taken(const Ledger& messages);
+
+private:
+    SDeckDigest digest;
+};
+
 /// \throws CFailure  the deck can't be opened, or a timestep can't be read and that isn't just noted
 SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress);
 
@@ -61,7 +80,7 @@ struct SPart
 /// The lines of some parts of a deck.
 /// \param number  which of a part's timesteps is the deck's
 std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number);
-TextLines modelLines(CDeckReader& reader, const std::string& root);
+TextLines modelLines(const CSimulation& deck, const std::string& root);
 
 /// Puts into the differences of arrays what their values tell.
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,

@@ -1,5 +1,7 @@
 #include "brenmark/deck_text.h"
 
+#include "brenmark/deck_reader.h"
+
 #include "config/config_manager.h"
 #include "core/deck/simulation_settings.h"
 #include "core/plain_file.h"
@@ -33,33 +35,34 @@ std::string modelRoot(quint32 firstTimestep)
 
 std::string timestepRoot(quint32 number) { return "timestep/" + std::to_string(number); }
 
-void deckText(CDeckReader& reader, ITextSink& sink, bool fullArrays)
+void deckText(const CSimulation& deck, ITextSink& sink, bool fullArrays)
 {
     CTextOutput out(sink, "deck", fullArrays);
-    out.stored("format", reader.head().familyName());
-    out.stored("firstVersion", versionText(reader.manager().firstVersion));
-    out.stored("lastVersion", versionText(reader.manager().lastVersion));
-    out.stored("edition", reader.manager().edition);
-    out.value("timesteps", reader.timestepCount());
+    const IFileFormatManager& manager = deck.ioManager.active();
+    out.stored("format", headOf(deck.filePath).familyName());
+    out.stored("firstVersion", versionText(manager.firstVersion));
+    out.stored("lastVersion", versionText(manager.lastVersion));
+    out.stored("edition", manager.edition);
+    out.value("timesteps", deck.ioManager.timestepCount());
     out.group("settings", [&] {
-        CSimulationSettingsAndData& settings = *reader.deck().settings;
+        CSimulationSettingsAndData& settings = *deck.settings;
         writeSelections(out, settings.selectionMap());
         writeFields(out, settings.fieldManager());
         writePropertyDefinitions(out, settings.propertyManagers());
     });
-    out.group("configuration", [&] { writeConfigurationText(out, *reader.deck().configuration); });
-    out.group("companion", [&] { companionText(out, reader.deck().baseName + NDeckFile::companionSuffix); });
+    out.group("configuration", [&] { writeConfigurationText(out, *deck.configuration); });
+    out.group("companion", [&] { companionText(out, deck.baseName + NDeckFile::companionSuffix); });
 }
 
-void modelText(CDeckReader& reader, ITextSink& sink, const std::string& root, bool fullArrays)
+void modelText(const CSimulation& deck, ITextSink& sink, const std::string& root, bool fullArrays)
 {
     CTextWriter writer(sink, root, fullArrays);
-    reader.deck().currentFrame->creator.write(writer);
+    deck.currentFrame->creator.write(writer);
 }
 
-void timestepText(CDeckReader& reader, ITextSink& sink, const std::string& root, bool fullArrays)
+void timestepText(const CSimulation& deck, ITextSink& sink, const std::string& root, bool fullArrays)
 {
-    const STimestepIndexEntry& entry = reader.index()[reader.deck().currentFrame->timestep.timestepIndex];
+    const STimestepIndexEntry& entry = deck.index[deck.currentFrame->timestep.timestepIndex];
     CTextOutput out(sink, root, fullArrays);
     out.group("index", [&] {
         out.value("time", entry.time);
@@ -68,7 +71,7 @@ void timestepText(CDeckReader& reader, ITextSink& sink, const std::string& root,
         out.stored("offset", entry.offset);
     });
     CTextWriter writer(sink, root, fullArrays);
-    reader.deck().currentFrame->timestep.write(writer);
+    deck.currentFrame->timestep.write(writer);
 }
 
 } // namespace NBrenmark

@@ -44,15 +44,15 @@ void dumpModel(CDeckReader& reader, ITextSink& sink, const SDumpOptions& options
 {
     if (options.oneTimestep) {
         reader.timestep(options.timestep);
-        timestepText(reader, sink, timestepRoot(options.timestep), options.full);
+        timestepText(reader.deck(), sink, timestepRoot(options.timestep), options.full);
         return;
     }
-    deckText(reader, sink, options.full);
+    deckText(reader.deck(), sink, options.full);
     for (quint32 number = 0; number < count; ++number) {
         reader.timestep(number);
         if (reader.modelChanged())
-            modelText(reader, sink, modelRoot(number), options.full);
-        timestepText(reader, sink, timestepRoot(number), options.full);
+            modelText(reader.deck(), sink, modelRoot(number), options.full);
+        timestepText(reader.deck(), sink, timestepRoot(number), options.full);
     }
 }
 

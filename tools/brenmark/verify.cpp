@@ -77,7 +77,7 @@ void compareWithStored(const QString& path, const SDeckDigest& digest, SVerifica
     for (const SDeckDigest::SModel& model : digest.models) {
         const std::string root = modelRoot(model.firstTimestep);
         reader.timestep(model.firstTimestep);
-        for (SModelChange& change : modelChanges(modelLines(reader, root), model.lines, root)) {
+        for (SModelChange& change : modelChanges(modelLines(reader.deck(), root), model.lines, root)) {
             if (change.upgrade.empty())
                 result.differences.push_back({eOtherValue, change.path, "not as stored, and no upgrade explains it",
                                               change.stored, change.upgraded});
@@ -306,8 +306,17 @@ const char* verdictName(EVerdict verdict)
 SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress)
 {
     const auto begin = std::chrono::steady_clock::now();
-    SVerification result;
     const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
+    SVerification result = verify(first, source, converted, limit, progress);
+    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return result;
+}
+
+SVerification verify(const SDeckDigest& first, const QString& source, const QString& converted, unsigned int limit,
+                     CProgressDisplay& progress)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    SVerification result;
     setLeastMemoryCeiling(mostMemoryTaken()); // the converted deck may be deflated, and the source not
     result.timesteps = static_cast<quint32>(first.timesteps.size());
     result.lost = linesOf(first.messages, [](const SLogRecord& message) { return isDamage(message.effect); });

@@ -14,6 +14,7 @@
 namespace NBrenmark {
 
 class CProgressDisplay;
+struct SDeckDigest;
 
 enum EVerdict
 {
@@ -50,6 +51,11 @@ constexpr unsigned int defaultDifferenceLimit = 100;
 /// \param limit  differences that are named; 0 for all
 /// \throws CFailure  one of them can't be opened, or the source can't be read
 SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress);
+
+/// The same after a conversion.
+/// \param first  the digest of the source, taken while it was read to be converted
+SVerification verify(const SDeckDigest& first, const QString& source, const QString& converted, unsigned int limit,
+                     CProgressDisplay& progress);
 
 /// Tells the result on standard output.
 void printVerification(const SVerification& verification, const QString& source, const QString& converted);

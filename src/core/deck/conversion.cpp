@@ -292,6 +292,7 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
         observer.stepReached(lastStep);
         manager->reset();
         if (code == eConvertOk) {
+            observer.timestepsMoved(simulation);
             code = writeCompanions(simulation, stripLegacySuffix(inputPath), stripLegacySuffix(outputPath));
             observer.completed();
             if (code == eConvertOk && !isUnchanged(sourceFiles(inputPath)))
@@ -342,6 +343,7 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
             return eConvertDataFailed;
         const bool creatorChanged = placeOf(frame.creator) != sourcePlace;
         sourcePlace = placeOf(frame.creator);
+        observer.timestepRead(simulation, creatorChanged || frame.creator.modified);
         if (i < options.firstTimestep) {
             // Its file is there, with the model if that began here.
             if (creatorChanged || frame.creator.modified)

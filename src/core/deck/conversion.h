@@ -47,6 +47,11 @@ public:
     /// \param steps  two for each timestep: 2i is reported before timestep i is written, 2i + 1 after it
     virtual void starting(int steps, const QString& title) = 0;
     virtual void stepReached(int step) = 0;
+    /// A timestep was read and not written yet: the current frame has the values of the source.
+    /// \param modelChanged  whether it brought another model than the one before it; true for the first
+    virtual void timestepRead(const CSimulation&, bool /*modelChanged*/) {}
+    /// All timesteps were read and written, and what is beside them is still as it was read.
+    virtual void timestepsMoved(const CSimulation&) {}
     /// A timestep that is at the target already was read once more, from 0 on.
     virtual void rereadDone(quint32) {}
     /// All timesteps were written and the companion files have been seen to.

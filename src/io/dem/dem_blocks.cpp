@@ -165,6 +165,8 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
             return false;
     }
     frame.timestep.clear();
+    if (readOptions.modelAlone && !wholeGeometry)
+        return true;
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;
     if (!checkBlockEnd(place))
@@ -190,7 +192,7 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         present.reset();
     // Timesteps are read one after the other: the threads that this one leaves idle begin with the next. What it takes
     // of memory is that of this one, which goes into the frame by and by.
-    if (isExpected)
+    if (isExpected && !readOptions.modelAlone)
         beginAhead(index, number + 1);
     const bool isRead = goTo(place) && readTimestepBlock(frame, index, progress);
     present.reset();
@@ -198,7 +200,7 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         ahead.reset();
         return false;
     }
-    if (!isExpected)
+    if (!isExpected && !readOptions.modelAlone)
         beginAhead(index, number + 1);
     return !restorePosition || goTo(before);
 }

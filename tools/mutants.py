@@ -20,7 +20,6 @@ import re
 import shutil
 import subprocess
 import sys
-import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 HEADER = """#pragma once
@@ -148,15 +147,22 @@ def build(faults, folder):
         left_out |= found
 
 
-def slow_tests(folder):
-    """Runs all tests without a fault. Returns those that aren't quick as a pattern."""
+def rounds_of(folder):
+    """Runs all tests without a fault. Returns patterns of them in the order in which they are run, and how long each
+    round may take: a fault that never ends is noticed by whoever waits."""
     times = folder / "times.json"
     run = run_tests(0, folder, ["*", f"--gtest_output=json:{times}"], None)
     if run != 0:
         sys.exit("the tests fail without a fault as well")
     suites = json.loads(times.read_text())["testsuites"]
-    return ":".join(f"{test['classname']}.{test['name']}" for suite in suites for test in suite["testsuite"]
-                    if float(test["time"].rstrip("s")) > QUICK_SECONDS)
+    times = {f"{test['classname']}.{test['name']}": float(test["time"].rstrip("s"))
+             for suite in suites for test in suite["testsuite"]}
+    slow = [name for name, seconds in times.items() if seconds > QUICK_SECONDS]
+    slow_seconds = sum(times[name] for name in slow)
+    patience = lambda seconds: 20 + 4 * seconds
+    return [(FIRST, patience(sum(times.values()) - slow_seconds)),
+            (f"-{FIRST}:{':'.join(slow)}", patience(sum(times.values()) - slow_seconds)),
+            (":".join(slow), patience(slow_seconds))]
 
 
 def run_tests(number, folder, arguments, seconds):
@@ -166,13 +172,13 @@ def run_tests(number, folder, arguments, seconds):
                           env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=seconds).returncode
 
 
-def is_noticed(number, folder, slow, seconds):
-    for pattern in (FIRST, f"-{FIRST}:{slow}", slow):
+def is_noticed(number, folder, rounds):
+    for pattern, seconds in rounds:
         try:
             if run_tests(number, folder, [pattern], seconds) != 0:
                 return True
         except subprocess.TimeoutExpired:
-            return True  # a fault that never ends is noticed by whoever waits
+            return True
     return False
 
 
@@ -188,18 +194,19 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     faults = chosen(options.rooms, options.number, options.seed)
     left_out = build(faults, folder)
-    start = time.monotonic()
-    slow = slow_tests(folder)
-    patience = 60 + 5 * (time.monotonic() - start)
+    rounds = rounds_of(folder)
 
+    # The quick rounds for all faults, then the slow one for those that are left: a run that is broken off has said most.
     results = folder / "results.txt"
     tried = dict(line.split(" ", 1) for line in results.read_text().splitlines()) if results.exists() else {}
-    rest = [n for n in range(1, len(faults) + 1) if n not in left_out and str(n) not in tried]
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool, open(results, "a") as log:
-        for number, noticed in zip(rest, pool.map(lambda n: is_noticed(n, folder, slow, patience), rest)):
-            tried[str(number)] = "noticed" if noticed else "unnoticed"
-            log.write(f"{number} {tried[str(number)]}\n")
-            log.flush()
+    for stage, outcome in ((rounds[:-1], "left"), (rounds[-1:], "unnoticed")):
+        rest = [n for n in range(1, len(faults) + 1)
+                if n not in left_out and tried.get(str(n), "left") == "left" and (outcome != "left" or str(n) not in tried)]
+        with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool, open(results, "a") as log:
+            for number, noticed in zip(rest, pool.map(lambda n: is_noticed(n, folder, stage), rest)):
+                tried[str(number)] = "noticed" if noticed else outcome
+                log.write(f"{number} {tried[str(number)]}\n")
+                log.flush()
     unnoticed = [n for n in range(1, len(faults) + 1) if tried.get(str(n)) == "unnoticed"]
     for number in unnoticed:
         path, at, kind, *_ = faults[number - 1]

@@ -42,6 +42,14 @@ constexpr quint32 defaultTimestepMask = 255;
 constexpr quint32 defaultParticleMask = 47;
 constexpr quint32 defaultGeometryMask = 41;
 
+/// Of a timestep that is read for less than all that it holds.
+enum EReadExtent
+{
+    eReadWhole,
+    eReadModel,    ///< the model in force, and of a legacy timestep nothing that the model has no part of
+    eReadParticles ///< the particles of each type; what is stored after them, and belongs to them, isn't there
+};
+
 struct SSaveOptions
 {
     bool fullSave = true; ///< the timestep written now is a full one
@@ -54,7 +62,7 @@ struct SSaveOptions
     bool writeCustomProperties = true;   ///< the writer of a timestep stores custom properties
     bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
     bool upgradeOldModels = true;        ///< reading: a legacy model is upgraded to the current model
-    bool modelAlone = false; ///< reading a legacy timestep for its model: what the model has no part of is left out
+    EReadExtent extent = eReadWhole;     ///< reading: how far into a timestep
     bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
     bool isReadAgain = false;            ///< reading: what is to be said of this block was said
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported

@@ -59,6 +59,7 @@ SCheckedDeck checked(const QString& path)
         deck.timesteps = reader.timestepCount();
         deck.problems = problemsOf(reader, path);
         if (deck.timesteps > 0) {
+            reader.deck().readOptions.extent = eReadParticles;
             const CParticleTypes& types = reader.timestep(deck.timesteps - 1).timestep.particleTypes;
             deck.particles = types.particleCount();
             deck.types = types.count();

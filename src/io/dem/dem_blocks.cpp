@@ -165,10 +165,12 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
             return false;
     }
     frame.timestep.clear();
-    if (readOptions.modelAlone && !wholeGeometry)
+    if (readOptions.extent == eReadModel && !wholeGeometry)
         return true;
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;
+    if (readOptions.extent == eReadParticles)
+        return true;
     if (!checkBlockEnd(place))
         return false;
     if (!isSameTime(index[number].time, frame.timestep.time))
@@ -192,7 +194,7 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         present.reset();
     // Timesteps are read one after the other: the threads that this one leaves idle begin with the next. What it takes
     // of memory is that of this one, which goes into the frame by and by.
-    if (isExpected && !readOptions.modelAlone)
+    if (isExpected && readOptions.extent == eReadWhole)
         beginAhead(index, number + 1);
     const bool isRead = goTo(place) && readTimestepBlock(frame, index, progress);
     present.reset();
@@ -200,7 +202,7 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         ahead.reset();
         return false;
     }
-    if (!isExpected && !readOptions.modelAlone)
+    if (!isExpected && readOptions.extent == eReadWhole)
         beginAhead(index, number + 1);
     return !restorePosition || goTo(before);
 }

@@ -236,6 +236,8 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     else
         readParticles(*this, timestep);
     followUpgrades(timestep);
+    if (stream->options.extent == eReadParticles)
+        return;
 
     if (f.stores(gateParticleTypes))
         readPairs(*this, f, timestep);

@@ -59,6 +59,10 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
         in().group(names.front(), [&] {
             readFileVersionInfo(data);
             contentForm(in(), data);
+            if (options.extent == eReadParticles) {
+                data.particleTypes.read(*this);
+                return;
+            }
             data.creatorData.geometryGroups.read(*this);
             data.particleTypes.read(*this);
             data.contacts.read(*this);
@@ -72,7 +76,8 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             data.simulationProperties.read(*this);
         });
     });
-    data.settle(NLogTitle::hdf5Read);
+    if (options.extent != eReadParticles)
+        data.settle(NLogTitle::hdf5Read);
 }
 
 void CHdf5TimestepDataWriter::writeTimestepData(CTimestepData& data)

@@ -47,6 +47,13 @@ QString pathFrom(const std::string& argument)
     return path;
 }
 
+std::string nativeFrom(const std::string& argument)
+{
+    if (argument.empty())
+        throw CFailure(eExitUsage, "an empty path", "Name a file or a folder.");
+    return argument;
+}
+
 QString keyFrom(const std::string& argument)
 {
     if (argument.find_first_not_of(':') == std::string::npos)
@@ -131,6 +138,21 @@ std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string&
     return {first, last};
 }
 
+std::pair<quint32, quint32> shardFrom(const char* option, const std::string& argument)
+{
+    constexpr quint32 most = 100000;
+    quint32 share = 0, shares = 0;
+    const char* const begin = argument.data();
+    const char* const end = begin + argument.size();
+    const char* const slash = std::find(begin, end, '/');
+    const auto [firstEnd, firstError] = std::from_chars(begin, slash, share);
+    const auto [lastEnd, lastError] = std::from_chars(slash == end ? end : slash + 1, end, shares);
+    if (slash == end || firstError != std::errc() || lastError != std::errc() || firstEnd != slash || lastEnd != end ||
+        share < 1 || share > shares || shares > most)
+        throw valueFailure(option, argument, "I/N with I from 1 to N, for example 2/8");
+    return {share, shares};
+}
+
 double speedFrom(const char* option, const std::string& argument)
 {
     double number = 0.0;
@@ -185,8 +207,7 @@ EProgressForm progressFrom(const std::string& argument)
 
 std::string adviceForManyDecks(const std::string& decks)
 {
-    return "To convert several decks into a folder OUT: for deck in " + decks +
-           "; do brenmark convert \"$deck\" OUT/; done";
+    return "To convert decks and whole trees of them into a folder OUT: brenmark convert " + decks + " -o OUT";
 }
 
 } // namespace NBrenmark

@@ -3,6 +3,9 @@
 #include "brenmark/deck_text.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/timestep_sizes.h"
+#include "brenmark/uncarried.h"
+
+#include "io/text/quick_digest.h"
 
 #include <QCryptographicHash>
 
@@ -25,12 +28,18 @@ public:
             return;
         for (const std::string& part : {path, value})
             hash.addData(part.data(), static_cast<int>(part.size()) + 1); // with the zero that ends it
+        if (isOfLegacyAlone(path))
+            return;
+        ofValues.add(path);
+        ofValues.add(value);
     }
     bool wantsQuickDigests() const override { return true; }
     QByteArray digest() const { return hash.result(); }
+    std::string values() const { return ofValues.hex(); }
 
 private:
     QCryptographicHash hash{QCryptographicHash::Sha256};
+    CQuickDigest ofValues;
 };
 
 class CLineSink : public ITextSink
@@ -99,19 +108,19 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
             if (reader.modelChanged()) {
                 CDigestSink model;
                 modelText(reader, model, std::string(), false);
-                digest.models.push_back({model.digest(), number, TextLines()});
+                digest.models.push_back({model.digest(), number, model.values(), TextLines()});
                 if (reader.format() == eFormatLegacy)
                     digest.models.back().lines = modelLines(reader, modelRoot(number));
             }
             CDigestSink timestep;
             timestepText(reader, timestep, std::string(), false);
             digest.timesteps.push_back(
-                {frame.timestep.time, timestep.digest(), digest.models.size() - 1, std::string()});
+                {frame.timestep.time, timestep.digest(), digest.models.size() - 1, timestep.values(), std::string()});
         }
         catch (const CFailure& failure) {
             if (unreadable == eEndsTheReading || failure.code != eExitSource)
                 throw;
-            digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, failure.what()});
+            digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, std::string(), failure.what()});
         }
         progress.update(number + 1);
     }

@@ -23,12 +23,14 @@ struct SDeckDigest
         double time;
         QByteArray text;
         size_t model;        ///< in models
+        std::string values;  ///< digest of what both families hold
         std::string failure; ///< why it can't be read; empty if it can
     };
     struct SModel
     {
         QByteArray text;
         quint32 firstTimestep;
+        std::string values;
         TextLines lines; ///< of a legacy deck alone, whose models aren't as they are stored
     };
     TextLines beside; ///< the timesteps

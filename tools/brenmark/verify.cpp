@@ -314,10 +314,12 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
     result.notCarried =
         linesOf(first.messages, [](const SLogRecord& message) { return message.effect == eNotCarried; });
     result.messages = first.messages;
+    result.sourceDigest = valueDigestOf(first);
 
     readingConverted(source, converted, [&] {
         const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress);
         progress.clear();
+        result.convertedDigest = valueDigestOf(second);
         std::copy_if(second.messages.begin(), second.messages.end(), std::back_inserter(result.messages),
                      [](const SLogRecord& message) { return !isReadingFault(message) && message.level < eError; });
 

@@ -5,6 +5,7 @@
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/text_diff.h"
+#include "brenmark/value_digest.h"
 
 #include <QString>
 
@@ -31,6 +32,7 @@ struct SVerification
     std::vector<std::string> notCarried; ///< of the source: the converted deck's family has no place for it
     quint32 timesteps = 0;               ///< of the source
     double seconds = 0.0;
+    SValueDigest sourceDigest, convertedDigest;
     Ledger messages; ///< of reading both, without those that are differences
 
     bool equal() const { return differences.empty(); }

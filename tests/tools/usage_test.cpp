@@ -33,7 +33,7 @@ const SRefusal refusals[] = {
     {{"convert", "DIR/empty folder", "DIR/out"}, 5, "is a folder", "empty folder' -o OUT"},
     {{"convert", "DIR/empty folder", "-o", "DIR/out"}, 3, "there is no deck in it", "NAME.dem"},
     {{"convert", "DIR", "-o", "DIR/out"}, 4, "is in the tree of DIR", "outside of it"},
-    {{"convert", "DIR/pile.dem", "DIR/out", "-j", "2"}, 2, "need -o DIR", "-o new"},
+    {{"convert", "DIR/pile.dem", "DIR/out", "-j", "2"}, 2, "--shard need -o", "-o new"},
     {{"convert", "DIR/pile.dem", "-o", "DIR/out", "--shard", "3/2"}, 2, "\"3/2\" isn't I/N", "2/8"},
     {{"verify", "DIR/pile.dem", "DIR/pile.dem", "--digest", "DIR/notes.dem"}, 2, "takes the place", "help verify"},
     {{"verify", "DIR/pile.dem", "--digest", "DIR/notes.dem"}, 3, "isn't a digest of a deck", "Copy the file"},

@@ -69,6 +69,7 @@ private:
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
     CArchiveLine archiveLine;
+    CArchiveCommands archiveCommands;
     SCheckOptions check;
     SInfoOptions info;
     SConfigOptions config;
@@ -117,6 +118,8 @@ CCommandLine::CCommandLine()
     addLaw();
     addValues();
     addXml();
+    archiveCommands.addTo([this](const char* name, const char* what) { return add(name, what); },
+                          [this](std::function<EExitCode()> command) { chosen = std::move(command); });
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -540,8 +543,9 @@ void CCommandLine::refuse(const std::string& parseError, const CLI::App& command
         throw CFailure(eExitUsage, name + " needs a value", help);
     std::string missing;
     for (const CLI::Option* const one : command.get_options())
-        if (one->get_positional() && (one->get_required() || &command == convertCommand) && one->count() == 0)
-            missing += (missing.empty() ? "" : " and ") + one->get_name(true, false);
+        if ((one->get_required() || (one->get_positional() && &command == convertCommand)) && one->count() == 0)
+            missing += (missing.empty() ? "" : " and ") +
+                       (one->get_positional() ? one->get_name(true, false) : "--" + one->get_lnames().front());
     if (!missing.empty())
         throw CFailure(eExitUsage,
                        command.get_name() + ": " + missing +

@@ -34,11 +34,30 @@ struct SArchiveOptions
     std::string page;     ///< file for the run as a page; empty for none
 };
 
+struct SReportOptions
+{
+    std::string folder;
+    std::string page; ///< file for the report as a page; empty for none
+    bool json = false;
+};
+
+struct SPlanOptions
+{
+    std::vector<std::string> inputs;
+    std::string folder;
+    bool followLinks = false;
+    quint32 shards = 1;
+};
+
 /// The options that matter to what comes out, as they were given.
 std::vector<std::string> optionWords(const SArchiveOptions& options);
 
 /// Converts an archive. What one deck comes to is in the table at the end and stops no other.
 /// \throws CFailure  nothing can be begun
 EExitCode runArchive(const SArchiveOptions& options);
+/// What the runs in a folder came to. The exit status is that of the run, 130 for one that isn't finished.
+EExitCode runReport(const SReportOptions& options);
+/// Writes a job list and scripts into DIR/brenmark-plan.
+EExitCode runPlan(const SPlanOptions& options);
 
 } // namespace NBrenmark

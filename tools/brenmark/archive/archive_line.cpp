@@ -12,6 +12,15 @@
 
 namespace NBrenmark {
 
+/// Absolute, without a slash at its end.
+static std::string folderFrom(const std::string& argument)
+{
+    std::string folder = std::filesystem::absolute(nativeFrom(argument)).lexically_normal().string();
+    while (folder.size() > 1 && folder.back() == '/')
+        folder.pop_back();
+    return folder;
+}
+
 void CArchiveLine::addTo(CLI::App& command)
 {
     command.add_option("-o,--output", folder, "Convert all IN, decks, folders and wildcards, into this folder")
@@ -44,9 +53,7 @@ EExitCode CArchiveLine::run(const SConvertOptions& convert, const std::vector<st
     if (convert.verbose)
         throw CFailure(eExitUsage, "--verbose is for one deck", "The journal has what became of each deck.");
     options.inputs = inputs;
-    options.folder = std::filesystem::absolute(nativeFrom(folder)).lexically_normal().string();
-    while (options.folder.size() > 1 && options.folder.back() == '/')
-        options.folder.pop_back();
+    options.folder = folderFrom(folder);
     options.force = convert.force;
     options.resume = convert.resume || options.retryFailed;
     options.strict = convert.strict;
@@ -67,6 +74,37 @@ EExitCode CArchiveLine::run(const SConvertOptions& convert, const std::vector<st
         std::tie(options.shard, options.shards) = shardFrom("--shard", shard);
     setThreadCount(0); // --threads is for each deck, and the decks go by the cores
     return runArchive(options);
+}
+
+void CArchiveCommands::addTo(const std::function<CLI::App*(const char*, const char*)>& add,
+                             const std::function<void(std::function<EExitCode()>)>& choose)
+{
+    CLI::App* const ofReport = add("report", "Show what a run over many decks came to, from its journal");
+    ofReport->add_option("DIR", reportFolder, "The folder that was given as -o DIR")->required();
+    ofReport->add_flag("--json", report.json, "Show one JSON object");
+    ofReport->callback([this, choose] {
+        choose([this] {
+            report.folder = folderFrom(reportFolder);
+            return runReport(report);
+        });
+    });
+
+    CLI::App* const ofPlan = add("plan", "Share many decks out among the jobs of a cluster");
+    ofPlan->add_option("IN", plan.inputs, "Decks, folders and wildcards")
+        ->required()
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    ofPlan->add_option("-o,--output", planFolder, "The folder into which they are to be converted")
+        ->type_name("DIR")
+        ->required();
+    ofPlan->add_option("--shards", shards, "How many shares there are to be")->type_name("N")->required();
+    ofPlan->add_flag("--follow-links", plan.followLinks, "Follow symbolic links to folders");
+    ofPlan->callback([this, choose] {
+        choose([this] {
+            plan.folder = folderFrom(planFolder);
+            plan.shards = countFrom("--shards", shards);
+            return runPlan(plan);
+        });
+    });
 }
 
 } // namespace NBrenmark

@@ -40,4 +40,19 @@ private:
     std::string folder, jobs, memory, shard;
 };
 
+/// The commands report and plan.
+class CArchiveCommands
+{
+public:
+    /// \param add     makes a command with what every command takes, by its name and what it does
+    /// \param choose  takes what a command does if it was given
+    void addTo(const std::function<CLI::App*(const char* name, const char* what)>& add,
+               const std::function<void(std::function<EExitCode()>)>& choose);
+
+private:
+    SReportOptions report;
+    SPlanOptions plan;
+    std::string reportFolder, planFolder, shards;
+};
+
 } // namespace NBrenmark

@@ -3,6 +3,7 @@
 
 #include "brenmark/progress_display.h"
 #include "brenmark/terminal.h"
+#include "brenmark/tolerance.h"
 
 #include <QString>
 
@@ -32,6 +33,8 @@ quint32 countFrom(const char* option, const std::string& argument);
 std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument);
 /// "2/8": a share from 1 on, and the number of all, at most 100000.
 std::pair<quint32, quint32> shardFrom(const char* option, const std::string& argument);
+/// "1e-9": absolute; "0.01%": relative.
+STolerance toleranceFrom(const char* option, const std::string& argument);
 /// A number above 0.
 double speedFrom(const char* option, const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);

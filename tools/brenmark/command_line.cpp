@@ -4,6 +4,7 @@
 #include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/diff/diff.h"
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/nearest_word.h"
@@ -41,6 +42,7 @@ private:
     void addConfig();
     void addDump();
     void addVerify();
+    void addDiff();
     void addLaw();
     void addValues();
     void addXml();
@@ -64,7 +66,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action, digestFile;
+        intervals, action, digestFile, tolerance;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -75,6 +77,7 @@ private:
     SConfigOptions config;
     SDumpOptions dump;
     SVerifyOptions verify;
+    SDiffOptions diff;
     SLawOptions law;
     SValuesOptions values;
     SXmlOptions xml;
@@ -115,6 +118,7 @@ CCommandLine::CCommandLine()
     addConfig();
     addDump();
     addVerify();
+    addDiff();
     addLaw();
     addValues();
     addXml();
@@ -301,6 +305,32 @@ void CCommandLine::addVerify()
                 verify.limit = numberFrom("--limit", limit);
             requireNoPartialDeck(verify.converted);
             return runVerify(verify);
+        };
+    });
+}
+
+void CCommandLine::addDiff()
+{
+    CLI::App* const command = add("diff", "Show how two decks differ, whatever family each is of");
+    command->add_option("A", source, "A deck: its first file, NAME.dem")->required();
+    command->add_option("B", target, "Another one")->required();
+    command->add_option("--tolerance", tolerance, "Pass over smaller differences of real numbers: 1e-9, or 0.01%")
+        ->type_name("BY");
+    command->add_option("--limit", limit, "Show at most N differences; default: all")->type_name("N");
+    command->add_flag("--brief", diff.isBrief, "Show only whether they differ");
+    command->add_flag("--json", diff.json, "Show one JSON object");
+    addProgress(command);
+    addReading(command);
+    addThreads(command);
+    command->callback([this] {
+        chosen = [this] {
+            diff.first = pathFrom(source);
+            diff.second = pathFrom(target);
+            if (!limit.empty())
+                diff.limit = numberFrom("--limit", limit);
+            if (!tolerance.empty())
+                diff.tolerance = toleranceFrom("--tolerance", tolerance);
+            return runDiff(diff);
         };
     });
 }

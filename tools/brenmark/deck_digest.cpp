@@ -149,9 +149,9 @@ std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& pa
 }
 
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
-                    const QString& converted)
+                    const QString& converted, const STolerance& tolerance)
 {
-    CKeptArrays arrays;
+    CKeptArrays arrays(tolerance);
     std::map<std::string, SDifference*> byPlace;
     std::vector<bool> isWanted(parts.size(), false);
     for (SDifference& difference : differences) {

@@ -65,8 +65,8 @@ struct SPart
 std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number);
 TextLines modelLines(CDeckReader& reader, const std::string& root);
 
-/// Puts into the differences of arrays what their values tell.
+/// Puts into the differences of arrays what their values tell, and marks those that a tolerance allows.
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
-                    const QString& converted);
+                    const QString& converted, const STolerance& tolerance);
 
 } // namespace NBrenmark

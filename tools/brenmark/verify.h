@@ -5,6 +5,7 @@
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/text_diff.h"
+#include "brenmark/tolerance.h"
 #include "brenmark/value_digest.h"
 
 #include <QString>
@@ -48,10 +49,18 @@ const char* verdictName(EVerdict verdict);
 
 constexpr unsigned int defaultDifferenceLimit = 100;
 
+/// What counts as a difference.
+struct SComparison
+{
+    STolerance tolerance;
+    bool isConversion = true; ///< else only what the decks hold counts: not how it is stored, nor what upgrades change
+};
+
 /// Reads both decks, each through its own family.
 /// \param limit  differences that are named; 0 for all
 /// \throws CFailure  one of them can't be opened, or the source can't be read
-SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress);
+SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
+                     const SComparison& comparison = SComparison());
 
 /// Tells the result on standard output.
 void printVerification(const SVerification& verification, const QString& source, const QString& converted);

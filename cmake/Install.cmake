@@ -27,4 +27,20 @@ install(FILES "${PROJECT_BINARY_DIR}/package/Brenmark.pc" DESTINATION "${pkgconf
 if(TARGET brenmark)
     install(TARGETS brenmark RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
     install(FILES docs/brenmark.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+    # Where each shell looks by itself.
+    foreach(completion "bash:bash-completion/completions/brenmark" "zsh:zsh/site-functions/_brenmark"
+            "fish:fish/vendor_completions.d/brenmark.fish")
+        string(REPLACE ":" ";" completion "${completion}")
+        list(GET completion 0 shell)
+        list(GET completion 1 file)
+        set(script "${PROJECT_BINARY_DIR}/completion/${shell}")
+        add_custom_command(OUTPUT "${script}" COMMAND "$<TARGET_FILE:brenmark>" completion ${shell} > "${script}"
+            DEPENDS brenmark VERBATIM)
+        list(APPEND completions "${script}")
+        cmake_path(GET file PARENT_PATH folder)
+        cmake_path(GET file FILENAME name)
+        install(FILES "${script}" DESTINATION "${CMAKE_INSTALL_DATADIR}/${folder}" RENAME "${name}")
+    endforeach()
+    file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/completion")
+    add_custom_target(completions ALL DEPENDS ${completions})
 endif()

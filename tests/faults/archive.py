@@ -10,6 +10,7 @@ import json
 import os
 import pathlib
 import random
+import re
 import resource
 import shutil
 import subprocess
@@ -58,6 +59,8 @@ def make_tree(root):
             file.truncate(length if length else 1555414)
         wanted[f"damaged/{name}.dem"] = ("failed",)
     (root / "damaged" / "no index.idx").unlink()
+    copy("physics-25", root, "a <b>&'\"\x1b[31m")
+    wanted["a <b>&'\"\\u001b[31m.dem"] = ("converted",)
     (root / "empty.dem").touch()
     wanted["empty.dem"] = ("failed",)
     run("convert", "-q", root / "damaged" / "cut.dem", root / "none")
@@ -110,7 +113,7 @@ def killed_runs(root):
     expect(files(root / "broken") == files(root / "whole"), "the killed runs left other files")
     for name, (state, _, digest) in decks.items():
         if state.startswith("converted"):
-            deck = root / "broken" / name
+            deck = root / "broken" / name.replace("\\u001b", "\x1b")
             checked = run("verify", "--digest", deck.with_suffix(".digest.json"), deck)
             expect(checked.returncode == 0 and digest in checked.stdout, f"{name}: {checked.stdout}{checked.stderr}")
     print(f"{len(decks)} decks, {kills} kills")
@@ -121,6 +124,17 @@ def shares(root):
     for share in 1, 2, 3:
         run("convert", root / "tree", "-o", root / "shares", "--shard", f"{share}/3", "--digest", "-q", "--follow-links")
     expect(result(root / "shares") == result(root / "whole"), "the shares came to another result")
+
+
+def page(root):
+    """The page has each name, escaped, and nothing of where it was made, nor anything that runs or is elsewhere."""
+    run("convert", root / "tree", "-o", root / "paged", "--report", root / "run.html", "-q")
+    text = (root / "run.html").read_text()
+    expect("a &lt;b&gt;&amp;'&quot;\\u001b[31m.dem" in text and "damaged/cut.dem" in text, "a page without its decks")
+    for word in str(root), os.uname().nodename, "<script", "<b>", "\x1b", "src=", "href=", "url(":
+        expect(word not in text, f"{word} in a page")
+    curves = re.findall('points="([^"]*)"', text)
+    expect(len(curves) >= 10 and curves[0] == curves[1], "the curves of a source and its deck differ")
 
 
 def two_runs(root):
@@ -195,7 +209,7 @@ def skipped(root):
 
 
 with tempfile.TemporaryDirectory() as folder:
-    for part in killed_runs, shares, two_runs, full_disk, changing_source, closed_folder, skipped:
+    for part in killed_runs, shares, page, two_runs, full_disk, changing_source, closed_folder, skipped:
         part(pathlib.Path(folder))
 print(*failures, sep="\n")
 print(f"{len(failures)} failures")

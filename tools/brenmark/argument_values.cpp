@@ -200,21 +200,29 @@ std::uint64_t sizeFrom(const char* option, const std::string& argument)
     return size * factor;
 }
 
-EColour colourFrom(const std::string& argument)
+static constexpr std::array<std::pair<const char*, EColour>, 3> colours{
+    {{"auto", eColourAuto}, {"always", eColourAlways}, {"never", eColourNever}}};
+static constexpr std::array<std::pair<const char*, EProgressForm>, 5> progressForms{{{"auto", eProgressAuto},
+                                                                                     {"bar", eProgressBar},
+                                                                                     {"plain", eProgressPlain},
+                                                                                     {"json", eProgressJson},
+                                                                                     {"none", eProgressNone}}};
+
+template <class TWords>
+static std::vector<std::string> namesOf(const TWords& words)
 {
-    return wordFrom<EColour, 3>("--color", argument,
-                                {{{"auto", eColourAuto}, {"always", eColourAlways}, {"never", eColourNever}}});
+    std::vector<std::string> names;
+    for (const auto& [name, value] : words)
+        names.emplace_back(name);
+    return names;
 }
 
-EProgressForm progressFrom(const std::string& argument)
-{
-    return wordFrom<EProgressForm, 5>("--progress", argument,
-                                      {{{"auto", eProgressAuto},
-                                        {"bar", eProgressBar},
-                                        {"plain", eProgressPlain},
-                                        {"json", eProgressJson},
-                                        {"none", eProgressNone}}});
-}
+std::vector<std::string> colourWords() { return namesOf(colours); }
+std::vector<std::string> progressWords() { return namesOf(progressForms); }
+
+EColour colourFrom(const std::string& argument) { return wordFrom("--color", argument, colours); }
+
+EProgressForm progressFrom(const std::string& argument) { return wordFrom("--progress", argument, progressForms); }
 
 std::string adviceForManyDecks(const std::string& decks)
 {

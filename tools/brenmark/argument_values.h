@@ -11,6 +11,7 @@
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace NBrenmark {
 
@@ -38,6 +39,9 @@ STolerance toleranceFrom(const char* option, const std::string& argument);
 /// A number above 0.
 double speedFrom(const char* option, const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);
+/// What --color and --progress take.
+std::vector<std::string> colourWords();
+std::vector<std::string> progressWords();
 EColour colourFrom(const std::string& argument);
 EProgressForm progressFrom(const std::string& argument);
 

@@ -3,6 +3,7 @@
 #include "brenmark/archive/archive_line.h"
 #include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
+#include "brenmark/completion/completion.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/diff/diff.h"
 #include "brenmark/failure.h"
@@ -47,6 +48,7 @@ private:
     void addValues();
     void addXml();
     void chooseXml();
+    void addCompletion();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -124,6 +126,7 @@ CCommandLine::CCommandLine()
     addXml();
     archiveCommands.addTo([this](const char* name, const char* what) { return add(name, what); },
                           [this](std::function<EExitCode()> command) { chosen = std::move(command); });
+    addCompletion();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -167,6 +170,9 @@ void CCommandLine::addConvert()
                       "Leave out companions of the source that can't be read; not with --verify");
     command->add_flag("--digest", convert.digest, "Write the digest of the values beside the new deck");
     command->add_flag("--dry-run", convert.dryRun, "Look for what would stop it, and write nothing");
+    command->add_option("--report", convert.page, "Write a report as a page, with the comparison of --verify")
+        ->type_name("FILE");
+    command->add_flag("--facts", convert.facts)->group("");
     command->add_option("--record", convert.record)->group(""); // for the processes of a run over many decks
     command->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     command->add_flag("-v,--verbose", convert.verbose, "Show a line for each timestep, and remarks");
@@ -176,8 +182,8 @@ void CCommandLine::addConvert()
     addThreads(command);
     command->callback([this] {
         chosen = [this] {
-            if (convert.ignoreCompanions && convert.verify)
-                throw CFailure(eExitUsage, "--ignore-companions and --verify can't be used together",
+            if (convert.ignoreCompanions && convert.wantsComparison())
+                throw CFailure(eExitUsage, "--ignore-companions and --verify or --report can't be used together",
                                "What is left out would be missing on both sides of the comparison.");
             if (convert.quiet && convert.verbose)
                 throw CFailure(eExitUsage, "--quiet and --verbose can't be used together", "Leave one of them out.");
@@ -466,6 +472,13 @@ void CCommandLine::addXml()
             return runXml(xml);
         };
     });
+}
+
+void CCommandLine::addCompletion()
+{
+    CLI::App* const command = add("completion", "Show the completion for a shell: bash, zsh or fish");
+    command->add_option("SHELL", key, "bash, zsh or fish")->required();
+    command->callback([this] { chosen = [this] { return printCompletion(app, key); }; });
 }
 
 void CCommandLine::chooseXml()

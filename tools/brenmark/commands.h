@@ -25,8 +25,12 @@ struct SConvertOptions
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
+    bool facts = false; ///< puts into the record what a report shows
     std::string page;   ///< file for a report of the conversion; empty for none
     std::string record; ///< file for the run of an archive that started this process; empty for none
+
+    /// A report shows both decks.
+    bool wantsComparison() const { return verify || facts || !page.empty(); }
 };
 
 struct SCheckOptions

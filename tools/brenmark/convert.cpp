@@ -8,6 +8,8 @@
 #include "brenmark/deck_problems.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/json_text.h"
+#include "brenmark/page/deck_facts.h"
+#include "brenmark/page/report_page.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
@@ -166,6 +168,7 @@ private:
     bool prepare();
     EExitCode sayComplete();
     EExitCode sayPossible();
+    void writePage(const CFailure* failure) const;
     bool goOnWith(SJournal earlier);
     void makeDeck();
     void requireWhole();
@@ -265,7 +268,7 @@ void CConvertCommand::requireWhole()
         throw CFailure(eExitSource, utf8(options.source) + ": lost: " + damageText(result.run.messages),
                        "With --strict that makes no new deck. " + advice +
                            "Repeat this command with --resume and without --strict to take it as it is.");
-    if (!options.verify)
+    if (!options.wantsComparison())
         return;
     setInterruptPhase(eInComparison);
     CProgressDisplay progress(options.quiet, eNothingElsewhere);
@@ -307,7 +310,10 @@ void CConvertCommand::finish()
         throw CFailure(eExitInterrupted, "interrupted before the new deck got its name",
                        leftoverAdvice(*folder, journal) + " The source is untouched.");
     result.bytesWritten = bytesOf(familyFiles(folder->deck()));
-    leaveRecord(options, outcomeOf(result));
+    SDeckOutcome outcome = outcomeOf(result);
+    if (options.facts)
+        outcome.page = deckFacts(options, folder->deck(), result, nullptr);
+    leaveRecord(options, std::move(outcome));
     setInterruptPhase(eInPlacing);
     folder->place(journal);
 }
@@ -332,7 +338,11 @@ EExitCode CConvertCommand::fail(const CFailure& failure)
         }
     });
     printFailure(failure);
-    leaveRecordOf(options, outcomeOf(result), &failure, "");
+    SDeckOutcome outcome = outcomeOf(result);
+    if (options.facts)
+        outcome.page = deckFacts(options, target, result, &failure);
+    leaveRecordOf(options, std::move(outcome), &failure, "");
+    writePage(&failure);
     return failure.code;
 }
 
@@ -380,6 +390,19 @@ EExitCode CConvertCommand::sayPossible()
     return eExitDone;
 }
 
+/// A conversion counts, whether it can be reported or not.
+void CConvertCommand::writePage(const CFailure* failure) const
+{
+    if (options.page.empty())
+        return;
+    try {
+        writeDeckPage(options.page, deckFacts(options, target, result, failure));
+    }
+    catch (const CFailure& unwritten) {
+        printFailure(unwritten);
+    }
+}
+
 /// What --resume says where nothing is left to resume.
 EExitCode CConvertCommand::sayComplete()
 {
@@ -387,7 +410,7 @@ EExitCode CConvertCommand::sayComplete()
     result.timesteps = static_cast<quint32>(sizes.size());
     result.bytesRead = bytesOf(sourceFiles(options.source));
     result.bytesWritten = bytesOf(familyFiles(target));
-    if (options.verify) {
+    if (options.wantsComparison()) {
         CProgressDisplay progress(options.quiet, eNothingElsewhere);
         result.verification = verify(options.source, target, defaultDifferenceLimit, progress);
         result.code = result.verification->exitCode();
@@ -395,6 +418,7 @@ EExitCode CConvertCommand::sayComplete()
     if (!options.dryRun && !QFileInfo::exists(digestFileOf(target)))
         addDigest(target);
     leaveRecordOfEarlier(options, result, eDeckSkipped);
+    writePage(nullptr);
     reportWhereThatWorks([&] {
         if (options.json) {
             printResultObject(options, target, result);
@@ -438,6 +462,7 @@ EExitCode CConvertCommand::run()
     folder.reset();
     result.result = "converted";
     result.bytesWritten = bytesOf(familyFiles(target));
+    writePage(nullptr);
     reportWhereThatWorks([&] {
         if (options.json)
             printResultObject(options, target, result);

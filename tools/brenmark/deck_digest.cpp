@@ -85,6 +85,28 @@ void visitArrays(const QString& path, const std::vector<SPart>& parts, quint32 S
     }
 }
 
+STimestepFigures figuresOf(const SSimulationFrame& frame, double bytes)
+{
+    STimestepFigures figures;
+    figures.time = frame.timestep.time;
+    figures.bytes = bytes;
+    double sum = 0.0;
+    for (const auto& type : frame.timestep.particleTypes.types) {
+        const double size = 2.0 * type->maxExtent(1.0);
+        for (quint32 slot = 0; slot < type->slotCount(); ++slot) {
+            if (!type->isLive(slot))
+                continue;
+            const double own = size * type->scale[slot];
+            figures.smallest = figures.particles == 0 ? own : std::min(figures.smallest, own);
+            figures.largest = std::max(figures.largest, own);
+            sum += own;
+            ++figures.particles;
+        }
+    }
+    figures.mean = figures.particles == 0 ? 0.0 : sum / static_cast<double>(figures.particles);
+    return figures;
+}
+
 } // namespace
 
 TextLines modelLines(CDeckReader& reader, const std::string& root)
@@ -100,7 +122,8 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
     SDeckDigest digest;
     digest.format = reader.format();
     const quint32 count = reader.timestepCount();
-    progress.start(timestepSizes(reader, path), work, 1.0);
+    const std::vector<double> sizes = timestepSizes(reader, path);
+    progress.start(sizes, work, 1.0);
     for (quint32 number = 0; number < count; ++number) {
         try {
             const SSimulationFrame& frame = reader.timestep(number);
@@ -115,12 +138,12 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
             CDigestSink timestep;
             timestepText(reader, timestep, std::string(), false);
             digest.timesteps.push_back(
-                {frame.timestep.time, timestep.digest(), digest.models.size() - 1, timestep.values(), std::string()});
+                {frame.timestep.time, timestep.digest(), digest.models.size() - 1, timestep.values(), figuresOf(frame, sizes[number]), std::string()});
         }
         catch (const CFailure& failure) {
             if (unreadable == eEndsTheReading || failure.code != eExitSource)
                 throw;
-            digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, std::string(), failure.what()});
+            digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, std::string(), STimestepFigures(), failure.what()});
         }
         progress.update(number + 1);
     }

@@ -16,6 +16,17 @@ namespace NBrenmark {
 
 class CProgressDisplay;
 
+/// What a report draws of a timestep.
+struct STimestepFigures
+{
+    double time = 0.0; ///< s
+    quint64 particles = 0;
+    double smallest = 0.0; ///< size of a particle, m: twice the greatest reach from its centre
+    double mean = 0.0;
+    double largest = 0.0;
+    double bytes = 0.0; ///< as it is stored
+};
+
 struct SDeckDigest
 {
     struct STimestep
@@ -24,6 +35,7 @@ struct SDeckDigest
         QByteArray text;
         size_t model;        ///< in models
         std::string values;  ///< digest of what both families hold
+        STimestepFigures figures;
         std::string failure; ///< why it can't be read; empty if it can
     };
     struct SModel

@@ -279,6 +279,15 @@ bool compareParts(const QString& source, const QString& converted, const std::ve
     return false;
 }
 
+std::vector<STimestepFigures> figuresOf(const SDeckDigest& deck)
+{
+    std::vector<STimestepFigures> figures;
+    for (const SDeckDigest::STimestep& timestep : deck.timesteps)
+        if (timestep.failure.empty())
+            figures.push_back(timestep.figures);
+    return figures;
+}
+
 /// What has no place in the current family isn't a difference.
 void setUncarriedApart(SVerification& result)
 {
@@ -327,11 +336,13 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
         linesOf(first.messages, [](const SLogRecord& message) { return message.effect == eNotCarried; });
     result.messages = first.messages;
     result.sourceDigest = valueDigestOf(first);
+    result.sourceFigures = figuresOf(first);
 
     readingConverted(source, converted, comparison.isConversion, [&] {
         const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress);
         progress.clear();
         result.convertedDigest = valueDigestOf(second);
+        result.convertedFigures = figuresOf(second);
         std::copy_if(second.messages.begin(), second.messages.end(), std::back_inserter(result.messages),
                      [](const SLogRecord& message) { return !isReadingFault(message) && message.level < eError; });
 

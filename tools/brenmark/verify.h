@@ -34,6 +34,7 @@ struct SVerification
     quint32 timesteps = 0;               ///< of the source
     double seconds = 0.0;
     SValueDigest sourceDigest, convertedDigest;
+    std::vector<STimestepFigures> sourceFigures, convertedFigures;
     Ledger messages; ///< of reading both, without those that are differences
 
     bool equal() const { return differences.empty(); }

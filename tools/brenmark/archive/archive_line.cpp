@@ -82,9 +82,11 @@ void CArchiveCommands::addTo(const std::function<CLI::App*(const char*, const ch
     CLI::App* const ofReport = add("report", "Show what a run over many decks came to, from its journal");
     ofReport->add_option("DIR", reportFolder, "The folder that was given as -o DIR")->required();
     ofReport->add_flag("--json", report.json, "Show one JSON object");
+    ofReport->add_option("--html", reportPage, "Write it as a page as well")->type_name("FILE");
     ofReport->callback([this, choose] {
         choose([this] {
             report.folder = folderFrom(reportFolder);
+            report.page = reportPage.empty() ? std::string() : nativeFrom(reportPage);
             return runReport(report);
         });
     });

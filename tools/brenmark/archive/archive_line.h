@@ -52,7 +52,7 @@ public:
 private:
     SReportOptions report;
     SPlanOptions plan;
-    std::string reportFolder, planFolder, shards;
+    std::string reportFolder, reportPage, planFolder, shards;
 };
 
 } // namespace NBrenmark

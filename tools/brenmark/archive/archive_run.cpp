@@ -3,6 +3,8 @@
 #include "brenmark/archive/conversion_record.h"
 #include "brenmark/disk.h"
 #include "brenmark/interrupt.h"
+#include "brenmark/page/deck_facts.h"
+#include "brenmark/page/report_page.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
@@ -188,6 +190,7 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
     add(options.verify, "--verify");
     add(options.ignoreCompanions, "--ignore-companions");
     add(options.digest, "--digest");
+    add(!options.page.empty(), "--facts");
     // The last decks have the cores to themselves.
     const size_t atOnce = std::max<size_t>(1, std::min<size_t>(jobs, waiting.size() + children.count() + 1));
     const unsigned threads =
@@ -315,6 +318,8 @@ void CArchiveRun::finish(const SChildEnd& end)
 void CArchiveRun::settle(const SArchiveDeck& deck, SDeckOutcome outcome)
 {
     outcome.deck = oneLine(deck.target);
+    // The tree says where it is; who keeps it where is no matter of a journal that is handed on.
+    outcome.text = withoutFolderOf(withoutFolderOf(outcome.text, deck.source), targetOf(deck));
     journal->note(outcome);
     table.add(outcome);
     if (!options.quiet)
@@ -349,10 +354,18 @@ EExitCode CArchiveRun::tellResult()
         printFailure(CFailure(eExitTarget, journal->failure(), adviceForWriting(journal->failure())));
         code = code == eExitDone || code == eExitSource ? eExitTarget : code;
     }
+    SRunState state;
+    if (options.json || !options.page.empty())
+        addJournal(journal->path(), state);
+    if (!options.page.empty())
+        try {
+            writeRunPage(options.page, table, state);
+        }
+        catch (const CFailure& failure) { // the decks are what counts
+            printFailure(failure);
+        }
     reportWhereThatWorks([&] {
         if (options.json) {
-            SRunState state;
-            addJournal(journal->path(), state);
             printArchiveJson(options.folder, table, state, code);
             return;
         }

@@ -151,7 +151,9 @@ void printArchiveJson(const std::string& folder, const CArchiveTable& table, con
     printResult(text + ",\"decks\":[");
     const char* separator = "\n";
     for (const SDeckOutcome* const outcome : sorted) {
-        printResult(separator + dumped(jsonOutcome(*outcome)));
+        SDeckOutcome shown = *outcome;
+        shown.page = Json(); // which is for the page alone
+        printResult(separator + dumped(jsonOutcome(shown)));
         separator = ",\n";
     }
     printResult("\n]}\n");

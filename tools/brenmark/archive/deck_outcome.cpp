@@ -55,6 +55,7 @@ Json jsonOutcome(const SDeckOutcome& outcome)
     put("digest", outcome.digest, !outcome.digest.empty());
     put("sourceFiles", outcome.sourceFiles, !outcome.sourceFiles.empty());
     put("sourceBytes", outcome.sourceBytes, !outcome.sourceBytes.empty());
+    put("page", outcome.page, !outcome.page.is_null());
     put("targetFiles", outcome.targetFiles, !outcome.targetFiles.empty());
     return object;
 }
@@ -75,6 +76,7 @@ SDeckOutcome outcomeFrom(const Json& object)
     outcome.digest = object.value("digest", std::string());
     outcome.sourceFiles = object.value("sourceFiles", std::string());
     outcome.sourceBytes = object.value("sourceBytes", std::string());
+    outcome.page = object.value("page", Json());
     outcome.targetFiles = object.value("targetFiles", std::string());
     return outcome;
 }

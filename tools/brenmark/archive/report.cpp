@@ -3,6 +3,7 @@
 #include "brenmark/archive/archive.h"
 #include "brenmark/archive/archive_table.h"
 #include "brenmark/failure.h"
+#include "brenmark/page/report_page.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
@@ -29,6 +30,8 @@ EExitCode runReport(const SReportOptions& options)
     CArchiveTable table;
     table.add(state);
     const EExitCode code = table.done() < state.decks ? eExitInterrupted : table.exitCode();
+    if (!options.page.empty())
+        writeRunPage(options.page, table, state);
     unlessReaderIsGone([&] {
         if (options.json) {
             printArchiveJson(options.folder, table, state, code);

@@ -158,7 +158,8 @@ STolerance toleranceFrom(const char* option, const std::string& argument)
     const bool isRelative = !argument.empty() && argument.back() == '%';
     double number = 0.0;
     if (!isReal(argument.data(), argument.data() + argument.size() - (isRelative ? 1 : 0), number) || number < 0.0)
-        throw valueFailure(option, argument, "a number in the unit of the values, such as 1e-9, or a share such as 0.01%");
+        throw valueFailure(option, argument,
+                           "a number in the unit of the values, such as 1e-9, or a share such as 0.01%");
     STolerance tolerance;
     (isRelative ? tolerance.relative : tolerance.absolute) = isRelative ? number / 100.0 : number;
     return tolerance;

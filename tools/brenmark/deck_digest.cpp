@@ -137,13 +137,14 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
             }
             CDigestSink timestep;
             timestepText(reader, timestep, std::string(), false);
-            digest.timesteps.push_back(
-                {frame.timestep.time, timestep.digest(), digest.models.size() - 1, timestep.values(), figuresOf(frame, sizes[number]), std::string()});
+            digest.timesteps.push_back({frame.timestep.time, timestep.digest(), digest.models.size() - 1,
+                                        timestep.values(), figuresOf(frame, sizes[number]), std::string()});
         }
         catch (const CFailure& failure) {
             if (unreadable == eEndsTheReading || failure.code != eExitSource)
                 throw;
-            digest.timesteps.push_back({reader.index()[number].time, QByteArray(), 0, std::string(), STimestepFigures(), failure.what()});
+            digest.timesteps.push_back(
+                {reader.index()[number].time, QByteArray(), 0, std::string(), STimestepFigures(), failure.what()});
         }
         progress.update(number + 1);
     }

@@ -33,8 +33,8 @@ struct SDeckDigest
     {
         double time;
         QByteArray text;
-        size_t model;        ///< in models
-        std::string values;  ///< digest of what both families hold
+        size_t model;       ///< in models
+        std::string values; ///< digest of what both families hold
         STimestepFigures figures;
         std::string failure; ///< why it can't be read; empty if it can
     };

@@ -239,9 +239,8 @@ private:
 void removeAllowed(std::vector<SDifference>& differences, const STolerance& tolerance)
 {
     const auto isAllowed = [&](const SDifference& difference) {
-        return difference.kind == eWithinTolerance ||
-               (difference.kind == eOtherValue && tolerance.isGiven() &&
-                tolerance.allows(difference.source, difference.converted));
+        return difference.kind == eWithinTolerance || (difference.kind == eOtherValue && tolerance.isGiven() &&
+                                                       tolerance.allows(difference.source, difference.converted));
     };
     differences.erase(std::remove_if(differences.begin(), differences.end(), isAllowed), differences.end());
 }
@@ -354,8 +353,9 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
             compareWithStored(source, first, result);
         CTimestepPairs timesteps(first, second);
         differences.insert(differences.end(), timesteps.differences.begin(), timesteps.differences.end());
-        result.more = compareParts(source, converted, timesteps.models, limit, comparison.tolerance, known, differences) ||
-                      compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerance, known, differences);
+        result.more =
+            compareParts(source, converted, timesteps.models, limit, comparison.tolerance, known, differences) ||
+            compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerance, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5)
             setUncarriedApart(result);
         if (comparison.isConversion && second.format == eFormatHdf5) {

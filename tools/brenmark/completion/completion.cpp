@@ -18,7 +18,7 @@ struct SShellOption
 {
     std::vector<std::string> longNames, shortNames;
     std::string what;
-    std::string value; ///< name of the value; empty for a flag
+    std::string value;              ///< name of the value; empty for a flag
     std::vector<std::string> words; ///< that the value may be; empty for any
 
     bool takesFile() const { return value == "FILE" || value == "DIR" || value == "N|FILE"; }
@@ -102,8 +102,8 @@ std::string bashCompletion(const std::vector<SShellCommand>& commands)
             if (!option.value.empty())
                 values += "        " + names + ") offered='" + joinedWords(option.words) + "' isValue=1 ;;\n";
         }
-        options += "        " + command.name + ") options='" + words + "' arguments='" + joinedWords(command.words) +
-                   "' ;;\n";
+        options +=
+            "        " + command.name + ") options='" + words + "' arguments='" + joinedWords(command.words) + "' ;;\n";
     }
     return "# bash completion of brenmark\n"
            "_brenmark()\n"
@@ -161,7 +161,9 @@ std::string zshOption(const SShellOption& option)
     std::string value;
     if (!option.value.empty())
         value = ':' + zshText(option.value, ":[]\\") + ':' +
-                (!option.words.empty() ? '(' + joinedWords(option.words) + ')' : option.takesFile() ? "_files" : " ");
+                (!option.words.empty() ? '(' + joinedWords(option.words) + ')'
+                 : option.takesFile()  ? "_files"
+                                       : " ");
     const std::string rest = '[' + zshText(option.what, "[]\\") + ']' + value + '\'';
     if (names.size() == 1)
         return '\'' + names.front() + rest;
@@ -179,8 +181,9 @@ std::string zshCompletion(const std::vector<SShellCommand>& commands)
         cases += "    " + command.name + ")\n        _arguments -s \\\n";
         for (const SShellOption& option : command.options)
             cases += "            " + zshOption(option) + " \\\n";
-        cases += command.words.empty() ? "            '*:file:_files' ;;\n"
-                                       : "            '1:word:(" + joinedWords(command.words) + ")' '*:file:_files' ;;\n";
+        cases += command.words.empty()
+                     ? "            '*:file:_files' ;;\n"
+                     : "            '1:word:(" + joinedWords(command.words) + ")' '*:file:_files' ;;\n";
     }
     return "#compdef brenmark\n"
            "# zsh completion of brenmark\n"

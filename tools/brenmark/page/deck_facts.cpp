@@ -18,8 +18,8 @@ static Json filesOf(const QStringList& paths)
     for (const QString& path : paths.mid(0, most))
         files.push_back({{"name", utf8(QFileInfo(path).fileName())}, {"bytes", QFileInfo(path).size()}});
     if (paths.size() > most)
-        files.push_back({{"name", "and " + std::to_string(paths.size() - most) + " more"},
-                         {"bytes", bytesOf(paths.mid(most))}});
+        files.push_back(
+            {{"name", "and " + std::to_string(paths.size() - most) + " more"}, {"bytes", bytesOf(paths.mid(most))}});
     return files;
 }
 

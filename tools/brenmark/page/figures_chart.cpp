@@ -88,8 +88,8 @@ private:
             points += number(px(figure(row, timeColumn))) + ',' + number(py(figure(row, column))) + ' ';
         if (table.size() == 1) // a line of one point shows nothing
             points += number(px(figure(table[0], timeColumn)) + 4) + ',' + number(py(figure(table[0], column)));
-        svg += "<polyline fill=\"none\" stroke-linecap=\"round\" " + std::string(style) + " points=\"" + points +
-               "\"/>\n";
+        svg +=
+            "<polyline fill=\"none\" stroke-linecap=\"round\" " + std::string(style) + " points=\"" + points + "\"/>\n";
     }
 
     SAxis x, y;

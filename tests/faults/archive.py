@@ -98,7 +98,7 @@ def killed_runs(root):
     for _ in range(options.kills):
         process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
-            process.wait(rng.uniform(0.02, 0.5) * seconds)
+            process.wait(rng.uniform(0.01, 1.6 / options.kills) * seconds)
         except subprocess.TimeoutExpired:
             process.kill()
             process.wait()

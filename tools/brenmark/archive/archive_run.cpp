@@ -53,20 +53,18 @@ void CArchiveRun::openJournal()
 {
     makeTargetFolder(decoded(options.folder + "/journal"));
     journal.emplace(options.folder, options.shard, options.shards);
-    SRunState own;
-    addJournal(journal->path(), own);
     const bool goesOn = options.resume || options.retryFailed || options.skipExisting;
-    if (own.begin && !goesOn && !options.force)
+    SRunState own;
+    if (!goesOn && !options.force)
+        addJournal(journal->path(), own);
+    if (own.begin)
         throw CFailure(eExitTarget,
                        options.folder + ": holds the journal of a run that began at " + own.begin->time + " with " +
                            countText(own.begin->decks, "deck"),
                        "Go on with it by --resume, begin anew with --force, or choose another folder.");
-    if (goesOn) {
-        SRunState all;
+    if (goesOn)
         for (const std::string& path : runJournals(options.folder))
-            addJournal(path, all);
-        earlier = std::move(all.outcomes);
-    }
+            earlier.add(path);
     realDisk().makeFolder(options.folder + recordFolder);
     SRunBegin run;
     run.time = timeNow();
@@ -140,10 +138,9 @@ void CArchiveRun::sortOut()
 {
     for (size_t number = 0; number < decks.size() && !interrupted(); ++number) {
         const SArchiveDeck& deck = decks[number];
-        const auto found = earlier.find(oneLine(deck.target));
-        if (found != earlier.end()) {
-            const EDeckState was = found->second.state;
-            if (std::optional<SDeckOutcome> outcome = settledBefore(deck, found->second)) {
+        if (const std::optional<SDeckOutcome> known = earlier.find(oneLine(deck.target))) {
+            const EDeckState was = known->state;
+            if (std::optional<SDeckOutcome> outcome = settledBefore(deck, *known)) {
                 ++settledEarlier;
                 if (isMade(outcome->state) && options.skipExisting && !options.resume) {
                     outcome->state = eDeckSkipped;
@@ -164,7 +161,7 @@ void CArchiveRun::sortOut()
         else
             waiting.push_back(number);
     }
-    earlier.clear();
+    earlier = CRunIndex();
 }
 
 // ---------------------------------------------------------------- processes

@@ -46,7 +46,7 @@ private:
     std::vector<SArchiveDeck> decks;
     const unsigned jobs;
     std::optional<CRunJournal> journal;
-    std::unordered_map<std::string, SDeckOutcome> earlier; ///< of the journals that are there
+    CRunIndex earlier; ///< what the journals say that are there
     std::deque<size_t> waiting;
     std::deque<size_t> alone;        ///< too large for a share of the memory
     std::map<size_t, int> postponed; ///< made by another process when they were looked at, how often

@@ -9,6 +9,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <fstream>
+#include <iterator>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -62,22 +63,6 @@ static SRunBegin beginFrom(const Json& object)
     return run;
 }
 
-/// A deck that is skipped is what an earlier run made: what that knew of it still holds.
-static void takeOutcome(SDeckOutcome outcome, SRunState& state)
-{
-    SDeckOutcome& known = state.outcomes[outcome.deck];
-    if (outcome.state == eDeckSkipped && known.state != eDeckSkipped && !known.targetFiles.empty() &&
-        outcome.targetFiles.empty()) {
-        outcome.digest = known.digest;
-        outcome.losses = known.losses;
-        outcome.timesteps = known.timesteps;
-        outcome.sourceFiles = known.sourceFiles;
-        outcome.sourceBytes = known.sourceBytes;
-        outcome.targetFiles = known.targetFiles;
-    }
-    known = std::move(outcome);
-}
-
 static void takeLine(const Json& object, SRunState& state)
 {
     const auto event = object.at("event").get<std::string>();
@@ -91,7 +76,9 @@ static void takeLine(const Json& object, SRunState& state)
         state.isEnded = false;
     }
     else if (event == "deck") {
-        takeOutcome(outcomeFrom(object), state);
+        SDeckOutcome outcome = outcomeFrom(object);
+        SDeckOutcome& known = state.outcomes[outcome.deck];
+        known = std::move(outcome);
     }
     else if (event == "end") {
         state.isEnded = true;
@@ -99,26 +86,35 @@ static void takeLine(const Json& object, SRunState& state)
     }
 }
 
-void addJournal(const std::string& path, SRunState& state)
+/// Hands on each line with where it begins. \return how many are none, torn by a kill; the states before them hold
+/// \throws CFailure  the journal can't be read
+static quint64 visitLines(const std::string& path, const std::function<void(const Json& object, qint64 at)>& visit)
 {
     std::ifstream file(path, std::ios::binary);
     if (!file.is_open()) {
         if (errno == ENOENT)
-            return;
+            return 0;
         throw CFailure(eExitTarget, path + ": can't be read: " + std::strerror(errno), "Check its permissions.");
     }
-    SRunState own;
+    quint64 torn = 0;
     std::string line;
-    while (std::getline(file, line)) {
+    for (qint64 at = 0; std::getline(file, line); at += static_cast<qint64>(line.size()) + 1) {
         if (line.empty())
             continue;
         try {
-            takeLine(Json::parse(line), own);
+            visit(Json::parse(line), at);
         }
-        catch (const nlohmann::json::exception&) { // what a kill has torn; the states before it hold
-            ++own.unreadableLines;
+        catch (const nlohmann::json::exception&) {
+            ++torn;
         }
     }
+    return torn;
+}
+
+void addJournal(const std::string& path, SRunState& state)
+{
+    SRunState own;
+    own.unreadableLines = visitLines(path, [&own](const Json& object, qint64) { takeLine(object, own); });
     if (own.begin)
         state.decks += own.begin->decks;
     state.begin = own.begin ? own.begin : state.begin;
@@ -129,6 +125,43 @@ void addJournal(const std::string& path, SRunState& state)
     for (auto& [deck, outcome] : own.outcomes) // of several journals the one that made it counts
         if (isFinal(outcome.state) && !isFinal(state.outcomes[deck].state))
             state.outcomes[deck] = std::move(outcome);
+}
+
+void CRunIndex::add(const std::string& path)
+{
+    const size_t file = paths.size();
+    paths.push_back(path);
+    visitLines(path, [&](const Json& object, qint64 at) {
+        const auto event = object.at("event").get<std::string>();
+        if (event == "begin" && object.value("fresh", true))
+            for (auto place = places.begin(); place != places.end();)
+                place = place->second.file == file ? places.erase(place) : std::next(place);
+        if (event != "deck")
+            return;
+        const bool isDone = isFinal(deckStateFrom(object.at("state").get<std::string>()));
+        SPlace& place = places[std::hash<std::string>()(object.at("deck").get<std::string>())];
+        if (place.file == file || place.at < 0 || isDone ||
+            !place.isDone) // of several journals the one that made it counts
+            place = {file, at, isDone};
+    });
+}
+
+std::optional<SDeckOutcome> CRunIndex::find(const std::string& deck) const
+{
+    const auto place = places.find(std::hash<std::string>()(deck));
+    if (place == places.end())
+        return std::nullopt;
+    std::ifstream file(paths[place->second.file], std::ios::binary);
+    file.seekg(place->second.at);
+    std::string line;
+    std::getline(file, line);
+    try {
+        SDeckOutcome outcome = outcomeFrom(Json::parse(line));
+        return outcome.deck == deck ? std::optional<SDeckOutcome>(std::move(outcome)) : std::nullopt;
+    }
+    catch (const nlohmann::json::exception&) { // changed meanwhile
+        return std::nullopt;
+    }
 }
 
 // ---------------------------------------------------------------- writing

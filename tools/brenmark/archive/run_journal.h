@@ -45,6 +45,25 @@ struct SRunState
 /// Adds a journal up; one that isn't there is empty. \throws CFailure  it can't be read
 void addJournal(const std::string& path, SRunState& state);
 
+/// Where the last state of each deck is: for a run that goes on, which may have a hundred thousand of them.
+class CRunIndex
+{
+public:
+    /// \throws CFailure  the journal can't be read
+    void add(const std::string& path);
+    std::optional<SDeckOutcome> find(const std::string& deck) const;
+
+private:
+    struct SPlace
+    {
+        size_t file = 0;
+        qint64 at = -1; ///< byte
+        bool isDone = false;
+    };
+    std::vector<std::string> paths;
+    std::unordered_map<size_t, SPlace> places; ///< by a digest of the deck's name
+};
+
 /// "2026-01-31T12:00:00Z".
 std::string timeNow();
 
@@ -60,7 +79,6 @@ public:
 
     const std::string& path() const { return name; }
     void begin(const SRunBegin& run);
-    /// \param isFinal  whether a loss of power may not take it back
     void note(const SDeckOutcome& outcome);
     void end(bool isInterrupted, double seconds);
     /// Why the journal couldn't be written, the first time; empty if it was.

@@ -23,7 +23,7 @@ const SRefusal refusals[] = {
     {{"transmute"},
      2,
      "transmute: there is no such command",
-     "convert, check, info, config, dump, verify, law, values"},
+     "convert, check, info, config, dump, verify, diff, law, values"},
     {{"convrt", "DIR/pile.dem"}, 2, "no such command", "Did you mean brenmark convert?"},
     {{"help", "veri"}, 2, "no such command", "Did you mean brenmark verify?"},
     {{"--json", "info"}, 2, "--json: brenmark has no such option", "The command comes first"},

@@ -28,7 +28,8 @@ def validator(name):
     return jsonschema.Draft7Validator(schema, resolver=resolver)
 
 
-VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress", "archive")}
+VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress", "archive",
+                                                "diff")}
 
 
 def complaint(name, text):
@@ -115,6 +116,9 @@ def main():
         run("convert", ROOT / "samples", folder / "cut.dem", "-o", folder / "none", "--dry-run", schema="archive")
         run("report", folder / "new", schema="archive")
         run("report", folder / "none", schema="archive")
+        run("diff", ROOT / "samples" / "pile-27.dem", ROOT / "samples" / "physics-25.dem", "--limit", "5")
+        run("diff", ROOT / "samples" / "pile-27.dem", folder / "whole.dem", "--tolerance", "1%")
+        run("diff", ROOT / "samples" / "pile-27.dem", folder / "torn.dem")
         plain = folder / "new" / "samples" / "physics-25"
         run("verify", "--digest", plain.with_suffix(".digest.json"), plain.with_suffix(".dem"))
         for command in ("convert", "check", "info", "config", "verify", "values"):

@@ -221,7 +221,7 @@ void CArchiveRun::start(size_t number)
         ::unlink(record.c_str());
     if (const qint64 isFree = freeBytes(options.folder); isFree >= 0 && isFree < deck.bytes) {
         takeFailure(outcome, CFailure(eExitTarget,
-                                      deck.source + ": too little space: its deck takes about " +
+                                      deck.source + ": the new deck takes about " +
                                           sizeText(static_cast<double>(deck.bytes)) + ", and " +
                                           sizeText(static_cast<double>(isFree)) + " are free; " +
                                           sizeText(static_cast<double>(deck.bytes - isFree)) + " more are needed",

@@ -17,7 +17,7 @@ prefix=$scratch/moved
 mv "$scratch/staged" "$prefix"
 installed=$(cd "$prefix" && find . -type f -o -type l | sort)
 for wanted in include/Brenmark/data_converter.h bin/brenmark share/man/man1/brenmark.1 BrenmarkConfig.cmake Brenmark.pc \
-    libBrenmark.so; do
+    libBrenmark.so bash-completion/completions/brenmark site-functions/_brenmark vendor_completions.d/brenmark.fish; do
     grep -qF "$wanted" <<<"$installed" || fail "not installed: $wanted"
 done
 if grep -rIl -e "$root" -e "$scratch/staged" "$prefix" >&2; then

@@ -145,6 +145,8 @@ def main():
     parser.add_argument("decks", type=pathlib.Path, nargs="+")
     parser.add_argument("--number", type=int, default=0, help="so many changes a deck, drawn by the seed; 0: all")
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--digest", action="store_true",
+                        help="hold the changed decks against the digest, without the source; only values are changed")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     arguments = parser.parse_args()
     planted, unfound = 0, []
@@ -152,12 +154,15 @@ def main():
         with tempfile.TemporaryDirectory(prefix="brenmark-planted-") as folder:
             clean = pathlib.Path(folder) / "clean"
             clean.mkdir()
-            subprocess.run([arguments.program, "convert", "--quiet", source, clean / "d.dem"], check=True,
+            subprocess.run([arguments.program, "convert", "--quiet", "--digest", source, clean / "d.dem"], check=True,
                            capture_output=True)
             every = []
             for file in [clean / "d.dem", *sorted((clean / "d_data").iterdir())]:
                 every += [(file.relative_to(clean), name, body) for name, body in changes(file)
                           if not (name.startswith("no ") and "@" not in name and holds_only_empty(file, name[3:]))]
+            if arguments.digest:
+                every = [case for case in every if "#" in case[1]]
+            held_against = ["--digest", clean / "d.digest.json"] if arguments.digest else [source]
             rng = random.Random(arguments.seed)
             if arguments.number:
                 every = rng.sample(every, min(arguments.number, len(every)))
@@ -169,7 +174,7 @@ def main():
                     with h5py.File(pathlib.Path(copy) / "c" / file, "r+") as opened:
                         if not body(opened, random.Random(f"{arguments.seed} {file} {name}")):
                             return None
-                    ended = subprocess.run([arguments.program, "verify", source, pathlib.Path(copy) / "c" / "d.dem"],
+                    ended = subprocess.run([arguments.program, "verify", *held_against, pathlib.Path(copy) / "c" / "d.dem"],
                                            capture_output=True)
                     return ended.returncode
 

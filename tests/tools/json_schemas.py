@@ -28,7 +28,8 @@ def validator(name):
     return jsonschema.Draft7Validator(schema, resolver=resolver)
 
 
-VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress")}
+VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress", "archive",
+                                                "diff")}
 
 
 def complaint(name, text):
@@ -81,10 +82,10 @@ def decks(folder):
 def main():
     complaints, outputs, codes = [], 0, set()
 
-    def run(command, *arguments, expected=None):
+    def run(command, *arguments, schema=None):
         nonlocal outputs
         ended = subprocess.run([PROGRAM, command, "--json", *arguments], capture_output=True, text=True, timeout=120)
-        wrong = complaint(command, ended.stdout)
+        wrong = complaint(schema or command, ended.stdout)
         if not wrong:
             result = json.loads(ended.stdout)
             entries = result if isinstance(result, list) else [result]
@@ -111,6 +112,15 @@ def main():
             run("convert", "--progress=json", "--verify", deck, folder / f"out{number}")
             run("verify", deck, folder / f"out{number}.dem")
             run("verify", ROOT / "samples" / "pile-27.dem", deck)
+        run("convert", ROOT / "samples", folder / "cut.dem", "-o", folder / "new", "-q", "--digest", schema="archive")
+        run("convert", ROOT / "samples", folder / "cut.dem", "-o", folder / "none", "--dry-run", schema="archive")
+        run("report", folder / "new", schema="archive")
+        run("report", folder / "none", schema="archive")
+        run("diff", ROOT / "samples" / "pile-27.dem", ROOT / "samples" / "physics-25.dem", "--limit", "5")
+        run("diff", ROOT / "samples" / "pile-27.dem", folder / "whole.dem", "--tolerance", "1%")
+        run("diff", ROOT / "samples" / "pile-27.dem", folder / "torn.dem")
+        plain = folder / "new" / "samples" / "physics-25"
+        run("verify", "--digest", plain.with_suffix(".digest.json"), plain.with_suffix(".dem"))
         for command in ("convert", "check", "info", "config", "verify", "values"):
             run(command)
             run(command, "--no-such-option")

@@ -47,6 +47,13 @@ QString pathFrom(const std::string& argument)
     return path;
 }
 
+std::string nativeFrom(const std::string& argument)
+{
+    if (argument.empty())
+        throw CFailure(eExitUsage, "an empty path", "Name a file or a folder.");
+    return argument;
+}
+
 QString keyFrom(const std::string& argument)
 {
     if (argument.find_first_not_of(':') == std::string::npos)
@@ -131,6 +138,33 @@ std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string&
     return {first, last};
 }
 
+std::pair<quint32, quint32> shardFrom(const char* option, const std::string& argument)
+{
+    constexpr quint32 most = 100000;
+    quint32 share = 0, shares = 0;
+    const char* const begin = argument.data();
+    const char* const end = begin + argument.size();
+    const char* const slash = std::find(begin, end, '/');
+    const auto [firstEnd, firstError] = std::from_chars(begin, slash, share);
+    const auto [lastEnd, lastError] = std::from_chars(slash == end ? end : slash + 1, end, shares);
+    if (slash == end || firstError != std::errc() || lastError != std::errc() || firstEnd != slash || lastEnd != end ||
+        share < 1 || share > shares || shares > most)
+        throw valueFailure(option, argument, "I/N with I from 1 to N, for example 2/8");
+    return {share, shares};
+}
+
+STolerance toleranceFrom(const char* option, const std::string& argument)
+{
+    const bool isRelative = !argument.empty() && argument.back() == '%';
+    double number = 0.0;
+    if (!isReal(argument.data(), argument.data() + argument.size() - (isRelative ? 1 : 0), number) || number < 0.0)
+        throw valueFailure(option, argument,
+                           "a number in the unit of the values, such as 1e-9, or a share such as 0.01%");
+    STolerance tolerance;
+    (isRelative ? tolerance.relative : tolerance.absolute) = isRelative ? number / 100.0 : number;
+    return tolerance;
+}
+
 double speedFrom(const char* option, const std::string& argument)
 {
     double number = 0.0;
@@ -167,26 +201,33 @@ std::uint64_t sizeFrom(const char* option, const std::string& argument)
     return size * factor;
 }
 
-EColour colourFrom(const std::string& argument)
+static constexpr std::array<std::pair<const char*, EColour>, 3> colours{
+    {{"auto", eColourAuto}, {"always", eColourAlways}, {"never", eColourNever}}};
+static constexpr std::array<std::pair<const char*, EProgressForm>, 5> progressForms{{{"auto", eProgressAuto},
+                                                                                     {"bar", eProgressBar},
+                                                                                     {"plain", eProgressPlain},
+                                                                                     {"json", eProgressJson},
+                                                                                     {"none", eProgressNone}}};
+
+template <class TWords>
+static std::vector<std::string> namesOf(const TWords& words)
 {
-    return wordFrom<EColour, 3>("--color", argument,
-                                {{{"auto", eColourAuto}, {"always", eColourAlways}, {"never", eColourNever}}});
+    std::vector<std::string> names;
+    for (const auto& [name, value] : words)
+        names.emplace_back(name);
+    return names;
 }
 
-EProgressForm progressFrom(const std::string& argument)
-{
-    return wordFrom<EProgressForm, 5>("--progress", argument,
-                                      {{{"auto", eProgressAuto},
-                                        {"bar", eProgressBar},
-                                        {"plain", eProgressPlain},
-                                        {"json", eProgressJson},
-                                        {"none", eProgressNone}}});
-}
+std::vector<std::string> colourWords() { return namesOf(colours); }
+std::vector<std::string> progressWords() { return namesOf(progressForms); }
+
+EColour colourFrom(const std::string& argument) { return wordFrom("--color", argument, colours); }
+
+EProgressForm progressFrom(const std::string& argument) { return wordFrom("--progress", argument, progressForms); }
 
 std::string adviceForManyDecks(const std::string& decks)
 {
-    return "To convert several decks into a folder OUT: for deck in " + decks +
-           "; do brenmark convert \"$deck\" OUT/; done";
+    return "To convert decks and whole trees of them into a folder OUT: brenmark convert " + decks + " -o OUT";
 }
 
 } // namespace NBrenmark

@@ -3,6 +3,7 @@
 
 #include "brenmark/progress_display.h"
 #include "brenmark/terminal.h"
+#include "brenmark/tolerance.h"
 
 #include <QString>
 
@@ -10,12 +11,15 @@
 #include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace NBrenmark {
 
 // All of them \throw CFailure, for wrong usage.
 
 QString pathFrom(const std::string& argument);
+/// The same for a path that is used as its bytes.
+std::string nativeFrom(const std::string& argument);
 /// A key with nothing in it would be all keys.
 QString keyFrom(const std::string& argument);
 quint32 numberFrom(const char* option, const std::string& argument);
@@ -28,14 +32,21 @@ std::tuple<double, double, quint32> rangeFrom(const char* option, const std::str
 quint32 countFrom(const char* option, const std::string& argument);
 /// "3" or "2:5": the first and the last timestep.
 std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument);
+/// "2/8": a share from 1 on, and the number of all, at most 100000.
+std::pair<quint32, quint32> shardFrom(const char* option, const std::string& argument);
+/// "1e-9": absolute; "0.01%": relative.
+STolerance toleranceFrom(const char* option, const std::string& argument);
 /// A number above 0.
 double speedFrom(const char* option, const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);
+/// What --color and --progress take.
+std::vector<std::string> colourWords();
+std::vector<std::string> progressWords();
 EColour colourFrom(const std::string& argument);
 EProgressForm progressFrom(const std::string& argument);
 
 /// How several decks are converted: a line to paste into a shell.
-/// \param decks  the first files as the shell finds them, for example "*.dem"
+/// \param decks  as the shell has them, for example "*.dem"
 std::string adviceForManyDecks(const std::string& decks);
 
 } // namespace NBrenmark

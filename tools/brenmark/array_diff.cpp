@@ -33,7 +33,7 @@ struct SComparedRows
     bool anyNumber = false; ///< whose difference is one
 };
 
-SComparedRows compared(const SArrayView& a, const SArrayView& b)
+SComparedRows compared(const SArrayView& a, const SArrayView& b, const STolerance& tolerance)
 {
     SComparedRows result;
     const size_t bytes = a.elementBytes();
@@ -44,8 +44,11 @@ SComparedRows compared(const SArrayView& a, const SArrayView& b)
         for (size_t i = row * a.columns; i < (row + 1) * a.columns; ++i) {
             if (std::memcmp(first + i * bytes, second + i * bytes, bytes) == 0)
                 continue;
+            const double x = valueAt(a, i), y = valueAt(b, i);
+            if (a.kind[0] == 'f' && tolerance.isGiven() && tolerance.allows(x, y))
+                continue;
             ++result.values;
-            const double by = std::abs(valueAt(a, i) - valueAt(b, i));
+            const double by = std::abs(x - y);
             if (!std::isnan(by)) {
                 result.largest = std::max(result.largest, by);
                 result.anyNumber = true;
@@ -80,8 +83,12 @@ void CKeptArrays::describe(SDifference& difference, const SArrayView& converted)
         return;
     }
     const SArrayView& source = found->second.view;
-    const SComparedRows rows = compared(source, converted);
+    const SComparedRows rows = compared(source, converted, tolerance);
     const bool isSameLength = source.rows == converted.rows;
+    if (rows.values == 0 && isSameLength) {
+        difference.kind = eWithinTolerance;
+        return;
+    }
     if (rows.values == 0) {
         difference.detail += "; the rows that both have are equal";
         difference.source = std::to_string(source.rows);

@@ -3,6 +3,7 @@
 // to a bound of memory.
 
 #include "brenmark/text_diff.h"
+#include "brenmark/tolerance.h"
 
 #include "io/text/text_output.h"
 
@@ -17,6 +18,8 @@ class CKeptArrays
 {
 public:
     static constexpr size_t mostBytes = size_t(256) << 20;
+
+    explicit CKeptArrays(const STolerance& tolerance = STolerance()) : tolerance(tolerance) {}
 
     /// \param path  of an array that is wanted
     void want(const std::string& path) { arrays[path]; }
@@ -33,6 +36,7 @@ private:
         SArrayView view{"f64", nullptr, 0, 0};
         std::vector<char> bytes;
     };
+    STolerance tolerance;
     std::map<std::string, SKept> arrays;
     size_t bytesKept = 0;
 };

@@ -1,8 +1,11 @@
 #include "brenmark/command_line.h"
 
+#include "brenmark/archive/archive_line.h"
 #include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
+#include "brenmark/completion/completion.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/diff/diff.h"
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/nearest_word.h"
@@ -34,15 +37,18 @@ private:
     /// A command with what every command takes.
     CLI::App* add(const char* name, const char* what);
     void addConvert();
+    EExitCode runArchiveLine();
     void addCheck();
     void addInfo();
     void addConfig();
     void addDump();
     void addVerify();
+    void addDiff();
     void addLaw();
     void addValues();
     void addXml();
     void chooseXml();
+    void addCompletion();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -53,28 +59,48 @@ private:
     /// Null for none.
     const CLI::App* commandOf(const std::string& word) const;
     [[noreturn]] void refuseCommand(const std::string& word) const;
-    [[noreturn]] void refuse(const CLI::ParseError& error, const CLI::App& command) const;
+    [[noreturn]] void refuse(const std::string& parseError, const CLI::App& command) const;
+    /// What the parser lets through for the sake of -o.
+    bool isConvertWrong() const;
 
     CLI::App app{"Moves stored particle simulations, decks, into the current file family.", "brenmark"};
     CLI::App* convertCommand = nullptr;
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action;
+        intervals, action, digestFile, tolerance;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
+    CArchiveLine archiveLine;
+    CArchiveCommands archiveCommands;
     SCheckOptions check;
     SInfoOptions info;
     SConfigOptions config;
     SDumpOptions dump;
     SVerifyOptions verify;
+    SDiffOptions diff;
     SLawOptions law;
     SValuesOptions values;
     SXmlOptions xml;
 };
 
 // ---------------------------------------------------------------- the commands
+
+/// Arguments that the parser had no use for, without the mark after which a word is no option.
+std::vector<std::string> extrasOf(const CLI::App& command)
+{
+    std::vector<std::string> extras = command.remaining();
+    extras.erase(std::remove(extras.begin(), extras.end(), "--"), extras.end());
+    return extras;
+}
+
+/// The first word among them that looks like an option; the end for none.
+std::vector<std::string>::const_iterator optionAmong(const std::vector<std::string>& extras)
+{
+    return std::find_if(extras.begin(), extras.end(),
+                        [](const std::string& extra) { return extra.size() > 1 && extra[0] == '-'; });
+}
 
 CCommandLine::CCommandLine()
 {
@@ -94,9 +120,13 @@ CCommandLine::CCommandLine()
     addConfig();
     addDump();
     addVerify();
+    addDiff();
     addLaw();
     addValues();
     addXml();
+    archiveCommands.addTo([this](const char* name, const char* what) { return add(name, what); },
+                          [this](std::function<EExitCode()> command) { chosen = std::move(command); });
+    addCompletion();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -126,15 +156,24 @@ void CCommandLine::addThreads(CLI::App* command)
 
 void CCommandLine::addConvert()
 {
-    CLI::App* const command = convertCommand = add("convert", "Convert a legacy deck into a new deck");
-    command->add_option("IN", source, "The legacy deck: its first file, NAME.dem")->required();
-    command->add_option("OUT", target, "The new deck, or a folder for a deck of the same name")->required();
+    CLI::App* const command = convertCommand = add("convert", "Convert a legacy deck into a new deck, or all of them");
+    command->add_option("IN", source, "The legacy deck: its first file, NAME.dem; with -o any number of them")
+        ->required();
+    command->add_option("OUT", target, "The new deck, or a folder for a deck of the same name; not with -o");
+    command->allow_extras(); // with -o all of them are decks
+    archiveLine.addTo(*command);
     command->add_flag("--force", convert.force, "Replace an existing OUT, and discard an unfinished one");
     command->add_flag("--resume", convert.resume, "Go on with an unfinished conversion");
     command->add_flag("--strict", convert.strict, "Make no new deck if anything was lost through damage");
     command->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
     command->add_flag("--ignore-companions", convert.ignoreCompanions,
                       "Leave out companions of the source that can't be read; not with --verify");
+    command->add_flag("--digest", convert.digest, "Write the digest of the values beside the new deck");
+    command->add_flag("--dry-run", convert.dryRun, "Look for what would stop it, and write nothing");
+    command->add_option("--report", convert.page, "Write a report as a page, with the comparison of --verify")
+        ->type_name("FILE");
+    command->add_flag("--facts", convert.facts)->group("");
+    command->add_option("--record", convert.record)->group(""); // for the processes of a run over many decks
     command->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     command->add_flag("-v,--verbose", convert.verbose, "Show a line for each timestep, and remarks");
     command->add_flag("--json", convert.json, "Show the result as one JSON object");
@@ -143,16 +182,29 @@ void CCommandLine::addConvert()
     addThreads(command);
     command->callback([this] {
         chosen = [this] {
-            if (convert.ignoreCompanions && convert.verify)
-                throw CFailure(eExitUsage, "--ignore-companions and --verify can't be used together",
+            if (convert.ignoreCompanions && convert.wantsComparison())
+                throw CFailure(eExitUsage, "--ignore-companions and --verify or --report can't be used together",
                                "What is left out would be missing on both sides of the comparison.");
             if (convert.quiet && convert.verbose)
                 throw CFailure(eExitUsage, "--quiet and --verbose can't be used together", "Leave one of them out.");
+            if (archiveLine.isGiven())
+                return runArchiveLine();
+            archiveLine.requireNone();
             convert.source = pathFrom(source);
             convert.target = pathFrom(target);
             return runConvert(convert);
         };
     });
+}
+
+EExitCode CCommandLine::runArchiveLine()
+{
+    std::vector<std::string> inputs{source};
+    if (!target.empty())
+        inputs.push_back(target);
+    const std::vector<std::string> more = extrasOf(*convertCommand);
+    inputs.insert(inputs.end(), more.begin(), more.end());
+    return archiveLine.run(convert, inputs, threads, mostMemory);
 }
 
 void CCommandLine::addCheck()
@@ -233,7 +285,9 @@ void CCommandLine::addVerify()
 {
     CLI::App* const command = add("verify", "Compare a deck with what it was converted into");
     command->add_option("SOURCE", source, "A deck: its first file, NAME.dem")->required();
-    command->add_option("CONVERTED", target, "The deck to compare it with")->required();
+    command->add_option("CONVERTED", target, "The deck to compare it with; not with --digest");
+    command->add_option("--digest", digestFile, "Instead, hold SOURCE against the digest of its values in this file")
+        ->type_name("FILE");
     command->add_option("--limit", limit, "List at most N differences, 0 for all; default: 100")->type_name("N");
     command->add_flag("--json", verify.json, "Show one JSON object");
     addProgress(command);
@@ -242,11 +296,47 @@ void CCommandLine::addVerify()
     command->callback([this] {
         chosen = [this] {
             verify.source = pathFrom(source);
+            if (digestFile.empty() == target.empty())
+                throw CFailure(eExitUsage,
+                               target.empty() ? "verify: CONVERTED is missing"
+                                              : "--digest takes the place of CONVERTED",
+                               "See brenmark help verify.");
+            if (!digestFile.empty()) {
+                verify.digest = pathFrom(digestFile);
+                requireNoPartialDeck(verify.source);
+                return runVerify(verify);
+            }
             verify.converted = pathFrom(target);
             if (!limit.empty())
                 verify.limit = numberFrom("--limit", limit);
             requireNoPartialDeck(verify.converted);
             return runVerify(verify);
+        };
+    });
+}
+
+void CCommandLine::addDiff()
+{
+    CLI::App* const command = add("diff", "Show how two decks differ, whatever family each is of");
+    command->add_option("A", source, "A deck: its first file, NAME.dem")->required();
+    command->add_option("B", target, "Another one")->required();
+    command->add_option("--tolerance", tolerance, "Pass over smaller differences of real numbers: 1e-9, or 0.01%")
+        ->type_name("BY");
+    command->add_option("--limit", limit, "Show at most N differences; default: all")->type_name("N");
+    command->add_flag("--brief", diff.isBrief, "Show only whether they differ");
+    command->add_flag("--json", diff.json, "Show one JSON object");
+    addProgress(command);
+    addReading(command);
+    addThreads(command);
+    command->callback([this] {
+        chosen = [this] {
+            diff.first = pathFrom(source);
+            diff.second = pathFrom(target);
+            if (!limit.empty())
+                diff.limit = numberFrom("--limit", limit);
+            if (!tolerance.empty())
+                diff.tolerance = toleranceFrom("--tolerance", tolerance);
+            return runDiff(diff);
         };
     });
 }
@@ -384,6 +474,13 @@ void CCommandLine::addXml()
     });
 }
 
+void CCommandLine::addCompletion()
+{
+    CLI::App* const command = add("completion", "Show the completion for a shell: bash, zsh or fish");
+    command->add_option("SHELL", key, "bash, zsh or fish")->required();
+    command->callback([this] { chosen = [this] { return printCompletion(app, key); }; });
+}
+
 void CCommandLine::chooseXml()
 {
     const bool ofTimestep = xml.contacts || xml.bonds || xml.collisions || !xml.particles;
@@ -455,12 +552,21 @@ void refuseValuesOfFlags(const CLI::App& command, int argumentCount, char** argu
     }
 }
 
-void CCommandLine::refuse(const CLI::ParseError& error, const CLI::App& command) const
+bool CCommandLine::isConvertWrong() const
+{
+    const std::vector<std::string> extras = extrasOf(*convertCommand);
+    const bool isOption = optionAmong(extras) != extras.end();
+    return convertCommand->parsed() &&
+           (isOption ||
+            (!archiveLine.isGiven() && (!extras.empty() || convertCommand->get_option("OUT")->count() == 0)));
+}
+
+/// \param parseError  the parser's own text
+void CCommandLine::refuse(const std::string& parseError, const CLI::App& command) const
 {
     const std::string help = "See brenmark help " + command.get_name() + ".";
-    const std::vector<std::string> extras = command.remaining();
-    const auto option = std::find_if(extras.begin(), extras.end(),
-                                     [](const std::string& extra) { return extra.size() > 1 && extra[0] == '-'; });
+    const std::vector<std::string> extras = extrasOf(command);
+    const auto option = optionAmong(extras);
     if (option != extras.end()) {
         const std::string name = option->substr(0, option->find('='));
         const std::string nearest = nearestOf(name, optionNames(command));
@@ -469,19 +575,20 @@ void CCommandLine::refuse(const CLI::ParseError& error, const CLI::App& command)
     }
     if (!extras.empty() && &command == convertCommand)
         throw CFailure(eExitUsage,
-                       "convert takes one deck at a time, IN and OUT; " + oneLine(extras.front()) + " is one too many",
+                       "convert takes one deck at a time, IN and OUT, without -o; " + oneLine(extras.front()) +
+                           " is one too many",
                        adviceForManyDecks("*.dem"));
     if (!extras.empty())
         throw CFailure(eExitUsage, oneLine(extras.front()) + ": " + command.get_name() + " takes no further argument",
                        help);
-    const std::string text = error.what();
-    const std::string name = text.substr(0, text.find(':'));
-    if (error.get_name() == "ArgumentMismatch" && name.compare(0, 1, "-") == 0)
+    const std::string name = parseError.substr(0, parseError.find(':'));
+    if (name.compare(0, 1, "-") == 0)
         throw CFailure(eExitUsage, name + " needs a value", help);
     std::string missing;
     for (const CLI::Option* const one : command.get_options())
-        if (one->get_positional() && one->get_required() && one->count() == 0)
-            missing += (missing.empty() ? "" : " and ") + one->get_name(true, false);
+        if ((one->get_required() || (one->get_positional() && &command == convertCommand)) && one->count() == 0)
+            missing += (missing.empty() ? "" : " and ") +
+                       (one->get_positional() ? one->get_name(true, false) : "--" + one->get_lnames().front());
     if (!missing.empty())
         throw CFailure(eExitUsage,
                        command.get_name() + ": " + missing +
@@ -539,8 +646,10 @@ EExitCode CCommandLine::run(int argumentCount, char** arguments)
         if (command == nullptr)
             throw CFailure(eExitUsage, oneLine(words.front()) + ": brenmark has no such option",
                            "The command comes first, then its options; see brenmark --help.");
-        refuse(error, *command);
+        refuse(error.get_name() == "ArgumentMismatch" ? error.what() : "", *command);
     }
+    if (isConvertWrong())
+        refuse(std::string(), *convertCommand);
     chooseColour(colourFrom(colour));
     chooseProgress(progressFrom(progress));
     if (command != convertCommand)

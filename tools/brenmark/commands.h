@@ -20,9 +20,17 @@ struct SConvertOptions
     bool strict = false;           ///< makes no deck if anything was lost through damage
     bool ignoreCompanions = false; ///< goes on without companions that can't be read
     bool verify = false;
+    bool digest = false; ///< writes the digest of the values beside the new deck
+    bool dryRun = false; ///< looks for what would stop it, and writes nothing
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
+    bool facts = false; ///< puts into the record what a report shows
+    std::string page;   ///< file for a report of the conversion; empty for none
+    std::string record; ///< file for the run of an archive that started this process; empty for none
+
+    /// A report shows both decks.
+    bool wantsComparison() const { return verify || facts || !page.empty(); }
 };
 
 struct SCheckOptions
@@ -59,6 +67,7 @@ struct SVerifyOptions
 {
     QString source;
     QString converted;
+    QString digest;           ///< file with the digest of the source, in its place; empty for none
     unsigned int limit = 100; ///< differences that are named; 0 for all
     bool json = false;
 };

@@ -5,6 +5,7 @@
 #include "brenmark/conversion_run.h"
 #include "brenmark/failure.h"
 #include "brenmark/terminal.h"
+#include "brenmark/value_digest.h"
 #include "brenmark/verify.h"
 
 #include <optional>
@@ -22,6 +23,7 @@ struct SConversionResult
     qint64 bytesWritten = 0;
     QString partial; ///< the folder that holds them, if they aren't at the target
     std::optional<SVerification> verification;
+    SValueDigest digest; ///< of the source, if it was asked for
 };
 
 /// \param failure  what ended it; null for none

@@ -55,7 +55,7 @@ public:
     void timestepRead(const CSimulation& deck, bool modelChanged) override
     {
         if (source)
-            source->take(deck, modelChanged);
+            source->take(deck, modelChanged, sizes.at(deck.currentFrame->timestep.timestepIndex));
     }
 
     void timestepsMoved(const CSimulation& deck) override

@@ -1,5 +1,6 @@
 // brenmark convert.
 
+#include "brenmark/archive/conversion_record.h"
 #include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
 #include "brenmark/conversion_report.h"
@@ -7,11 +8,14 @@
 #include "brenmark/deck_problems.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/json_text.h"
+#include "brenmark/page/deck_facts.h"
+#include "brenmark/page/report_page.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
 #include "brenmark/timestep_sizes.h"
 #include "brenmark/units_text.h"
+#include "brenmark/value_digest.h"
 #include "brenmark/verify.h"
 
 #include "core/deck/deck_files.h"
@@ -113,6 +117,42 @@ void requireSameRun(const SJournal& earlier, const SJournal& now, const CPartial
                    "Repeat this command with --resume to continue there, or with --force to start over.");
 }
 
+/// For the run of an archive that started this process.
+void leaveRecord(const SConvertOptions& options, SDeckOutcome outcome)
+{
+    if (options.record.empty())
+        return;
+    outcome.sourceFiles = sourceFilesDigest(options.source);
+    if (outcome.state == eDeckConverted || outcome.state == eDeckWithLosses)
+        outcome.sourceBytes = sourceBytesDigest(options.source);
+    writeRecord(options.record, outcome);
+}
+
+/// The same of what failed, or needed nothing. Its exit status says the most of it, where no record can be written.
+void leaveRecordOf(const SConvertOptions& options, SDeckOutcome outcome, const CFailure* failure, const char* reason)
+{
+    try {
+        outcome.reason = reason;
+        if (failure != nullptr)
+            takeFailure(outcome, *failure);
+        leaveRecord(options, outcome);
+    }
+    catch (const CFailure& unwritten) {
+        printFailure(unwritten);
+    }
+}
+
+/// What was made before, and is in its place, has the record of its making unless none was asked for then.
+void leaveRecordOfEarlier(const SConvertOptions& options, const SConversionResult& result, EDeckState state)
+{
+    if (options.record.empty() || readRecord(options.record))
+        return;
+    SDeckOutcome outcome = outcomeOf(result);
+    if (state == eDeckSkipped)
+        outcome.state = state;
+    leaveRecordOf(options, outcome, nullptr, state == eDeckSkipped ? skippedWhole : "");
+}
+
 // ---------------------------------------------------------------- one conversion
 
 class CConvertCommand
@@ -127,9 +167,12 @@ public:
 private:
     bool prepare();
     EExitCode sayComplete();
+    EExitCode sayPossible();
+    void writePage(const CFailure* failure) const;
     bool goOnWith(SJournal earlier);
     void makeDeck();
     void requireWhole();
+    void addDigest(const QString& deck);
     void finish();
     EExitCode fail(const CFailure& failure);
     EShownMessages messagesShown() const { return options.verbose ? eEveryMessage : eAllMessages; }
@@ -197,7 +240,8 @@ void CConvertCommand::makeDeck()
         folder->write(journal);
         folder->keepTimesteps(first);
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
-        result.run = runConversion(*folder, journal, sizes, progress, options.verbose, options.verify);
+        result.run = runConversion(*folder, journal, sizes, progress, options.verbose,
+                                   options.verify || options.digest);
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);
     }
@@ -225,7 +269,7 @@ void CConvertCommand::requireWhole()
         throw CFailure(eExitSource, utf8(options.source) + ": lost: " + damageText(result.run.messages),
                        "With --strict that makes no new deck. " + advice +
                            "Repeat this command with --resume and without --strict to take it as it is.");
-    if (!options.verify)
+    if (!options.wantsComparison())
         return;
     setInterruptPhase(eInComparison);
     CProgressDisplay progress(options.quiet, eNothingElsewhere);
@@ -241,18 +285,48 @@ void CConvertCommand::requireWhole()
                        leftoverAdvice(*folder, journal) + " The source is untouched.");
 }
 
+/// Puts the digest of the source's values beside a deck.
+void CConvertCommand::addDigest(const QString& deck)
+{
+    if (!options.digest)
+        return;
+    if (result.run.source) {
+        result.digest = valueDigestOf(*result.run.source);
+    }
+    else if (result.verification && !result.verification->sourceDigest.whole.empty()) {
+        result.digest = result.verification->sourceDigest;
+    }
+    else {
+        setInterruptPhase(eInComparison);
+        CProgressDisplay progress(options.quiet, eNothingElsewhere);
+        result.digest = valueDigestOf(digestOf(options.source, "reading source,", eEndsTheReading, progress));
+    }
+    writeDigestFile(digestFileOf(deck), result.digest);
+}
+
 void CConvertCommand::finish()
 {
     requireFreeTarget(options.source, target, options.force || journal.replaces); // it took a while
-    setInterruptPhase(eInPlacing);
-    folder->place(journal);
+    result.result = "converted";
     result.timesteps = journal.timesteps;
     if (result.code == eExitDone && holdsDamage(result.run.messages))
         result.code = eExitSource;
+    addDigest(folder->deck());
+    if (interrupted())
+        throw CFailure(eExitInterrupted, "interrupted before the new deck got its name",
+                       leftoverAdvice(*folder, journal) + " The source is untouched.");
+    result.bytesWritten = bytesOf(familyFiles(folder->deck()));
+    SDeckOutcome outcome = outcomeOf(result);
+    if (options.facts)
+        outcome.page = deckFacts(options, folder->deck(), result, nullptr);
+    leaveRecord(options, std::move(outcome));
+    setInterruptPhase(eInPlacing);
+    folder->place(journal);
 }
 
 EExitCode CConvertCommand::fail(const CFailure& failure)
 {
+    result.result = "failed";
     result.timesteps = journal.finished;
     if (folder && folder->isBegun()) {
         result.partial = folder->path();
@@ -270,6 +344,11 @@ EExitCode CConvertCommand::fail(const CFailure& failure)
         }
     });
     printFailure(failure);
+    SDeckOutcome outcome = outcomeOf(result);
+    if (options.facts)
+        outcome.page = deckFacts(options, target, result, &failure);
+    leaveRecordOf(options, std::move(outcome), &failure, "");
+    writePage(&failure);
     return failure.code;
 }
 
@@ -291,9 +370,43 @@ bool CConvertCommand::prepare()
     if (interrupted())
         throw CFailure(eExitInterrupted, "interrupted before the first timestep",
                        "Nothing was written; the source is untouched.");
-    makeTargetFolder(target);
-    folder.emplace(target);
+    if (options.dryRun && isBegun && !options.resume && !options.force)
+        throw CFailure(eExitTarget, utf8(partial) + ": holds an unfinished conversion",
+                       "It can be gone on with by --resume, and started over with --force.");
     return true;
+}
+
+/// What --dry-run says where nothing stops the conversion.
+EExitCode CConvertCommand::sayPossible()
+{
+    result.result = "possible";
+    SDeckOutcome outcome = outcomeOf(result);
+    outcome.state = eDeckWaiting;
+    outcome.timesteps = journal.timesteps;
+    leaveRecordOf(options, outcome, nullptr, "");
+    reportWhereThatWorks([&] {
+        if (options.json)
+            printResultObject(options, target, result);
+        else if (!options.quiet)
+            printResult(utf8(options.source) + ": can be converted to " + utf8(target) + ": " +
+                        countText(journal.timesteps, "timestep") + ", " +
+                        sizeText(static_cast<double>(result.bytesRead)) + " to read\n");
+        flushResult();
+    });
+    return eExitDone;
+}
+
+/// A conversion counts, whether it can be reported or not.
+void CConvertCommand::writePage(const CFailure* failure) const
+{
+    if (options.page.empty())
+        return;
+    try {
+        writeDeckPage(options.page, deckFacts(options, target, result, failure));
+    }
+    catch (const CFailure& unwritten) {
+        printFailure(unwritten);
+    }
 }
 
 /// What --resume says where nothing is left to resume.
@@ -303,11 +416,15 @@ EExitCode CConvertCommand::sayComplete()
     result.timesteps = static_cast<quint32>(sizes.size());
     result.bytesRead = bytesOf(sourceFiles(options.source));
     result.bytesWritten = bytesOf(familyFiles(target));
-    if (options.verify) {
+    if (options.wantsComparison()) {
         CProgressDisplay progress(options.quiet, eNothingElsewhere);
         result.verification = verify(options.source, target, defaultDifferenceLimit, progress);
         result.code = result.verification->exitCode();
     }
+    if (!options.dryRun && !QFileInfo::exists(digestFileOf(target)))
+        addDigest(target);
+    leaveRecordOfEarlier(options, result, eDeckSkipped);
+    writePage(nullptr);
     reportWhereThatWorks([&] {
         if (options.json) {
             printResultObject(options, target, result);
@@ -328,12 +445,21 @@ EExitCode CConvertCommand::run()
     try {
         if (!prepare())
             return sayComplete();
+        if (options.dryRun)
+            return sayPossible();
+        makeTargetFolder(target);
+        folder.emplace(target);
         const bool isPlaced = folder->isBegun() && goOnWith(folder->read());
         if (!isPlaced) {
             requireFreeTarget(options.source, target, options.force || journal.replaces);
             makeDeck();
             requireWhole();
             finish();
+        }
+        else {
+            if (!QFileInfo::exists(digestFileOf(target)))
+                addDigest(target);
+            leaveRecordOfEarlier(options, result, eDeckConverted);
         }
     }
     catch (const CFailure& failure) {
@@ -342,6 +468,7 @@ EExitCode CConvertCommand::run()
     folder.reset();
     result.result = "converted";
     result.bytesWritten = bytesOf(familyFiles(target));
+    writePage(nullptr);
     reportWhereThatWorks([&] {
         if (options.json)
             printResultObject(options, target, result);
@@ -374,6 +501,9 @@ EExitCode nothingToDo(const SConvertOptions& options)
     });
     if (!isThere)
         printFailure(failure);
+    SDeckOutcome outcome = outcomeOf(result);
+    outcome.state = eDeckSkipped;
+    leaveRecordOf(options, outcome, nullptr, skippedCurrent);
     return result.code;
 }
 
@@ -383,8 +513,8 @@ EExitCode runConvert(const SConvertOptions& options)
 {
     try {
         if (QFileInfo(options.source).isDir() && !partialDeckAt(options.source))
-            throw CFailure(eExitUnsupported, utf8(options.source) + ": is a folder; convert takes one deck at a time",
-                           adviceForManyDecks(shellQuoted(utf8(QDir(options.source).path())) + "/*.dem"));
+            throw CFailure(eExitUnsupported, utf8(options.source) + ": is a folder, which is converted with -o",
+                           adviceForManyDecks(shellQuoted(utf8(QDir(options.source).path()))));
         if (requireDeck(options.source) == eFormatHdf5)
             return nothingToDo(options);
     }
@@ -392,6 +522,7 @@ EExitCode runConvert(const SConvertOptions& options)
         if (options.json)
             reportWhereThatWorks([&] { printResultObject(options, options.target, SConversionResult(), &failure); });
         printFailure(failure);
+        leaveRecordOf(options, SDeckOutcome(), &failure, "");
         return failure.code;
     }
     return CConvertCommand(options).run();

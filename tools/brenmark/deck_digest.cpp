@@ -3,6 +3,9 @@
 #include "brenmark/deck_text.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/timestep_sizes.h"
+#include "brenmark/uncarried.h"
+
+#include "io/text/quick_digest.h"
 
 #include <QCryptographicHash>
 
@@ -25,12 +28,18 @@ public:
             return;
         for (const std::string& part : {path, value})
             hash.addData(part.data(), static_cast<int>(part.size()) + 1); // with the zero that ends it
+        if (isOfLegacyAlone(path))
+            return;
+        ofValues.add(path);
+        ofValues.add(value);
     }
     bool wantsQuickDigests() const override { return true; }
     QByteArray digest() const { return hash.result(); }
+    std::string values() const { return ofValues.hex(); }
 
 private:
     QCryptographicHash hash{QCryptographicHash::Sha256};
+    CQuickDigest ofValues;
 };
 
 class CLineSink : public ITextSink
@@ -76,6 +85,28 @@ void visitArrays(const QString& path, const std::vector<SPart>& parts, quint32 S
     }
 }
 
+STimestepFigures figuresOf(const SSimulationFrame& frame, double bytes)
+{
+    STimestepFigures figures;
+    figures.time = frame.timestep.time;
+    figures.bytes = bytes;
+    double sum = 0.0;
+    for (const auto& type : frame.timestep.particleTypes.types) {
+        const double size = 2.0 * type->maxExtent(1.0);
+        for (quint32 slot = 0; slot < type->slotCount(); ++slot) {
+            if (!type->isLive(slot))
+                continue;
+            const double own = size * type->scale[slot];
+            figures.smallest = figures.particles == 0 ? own : std::min(figures.smallest, own);
+            figures.largest = std::max(figures.largest, own);
+            sum += own;
+            ++figures.particles;
+        }
+    }
+    figures.mean = figures.particles == 0 ? 0.0 : sum / static_cast<double>(figures.particles);
+    return figures;
+}
+
 } // namespace
 
 TextLines modelLines(const CSimulation& deck, const std::string& root)
@@ -85,25 +116,26 @@ TextLines modelLines(const CSimulation& deck, const std::string& root)
     return std::move(sink.lines);
 }
 
-void CDigestTaker::take(const CSimulation& deck, bool modelChanged)
+void CDigestTaker::take(const CSimulation& deck, bool modelChanged, double bytes)
 {
     const CTimestepData& timestep = deck.currentFrame->timestep;
     digest.storing.look(*deck.currentFrame, timestep.timestepIndex, modelChanged);
     if (modelChanged) {
         CDigestSink model;
         modelText(deck, model, std::string(), false);
-        digest.models.push_back({model.digest(), timestep.timestepIndex, TextLines()});
+        digest.models.push_back({model.digest(), timestep.timestepIndex, model.values(), TextLines()});
         if (digest.format == eFormatLegacy)
             digest.models.back().lines = modelLines(deck, modelRoot(timestep.timestepIndex));
     }
     CDigestSink text;
     timestepText(deck, text, std::string(), false);
-    digest.timesteps.push_back({timestep.time, text.digest(), digest.models.size() - 1, std::string()});
+    digest.timesteps.push_back({timestep.time, text.digest(), digest.models.size() - 1, text.values(),
+                                figuresOf(*deck.currentFrame, bytes), std::string()});
 }
 
 void CDigestTaker::note(const STimestepIndexEntry& entry, const std::string& failure)
 {
-    digest.timesteps.push_back({entry.time, QByteArray(), 0, failure});
+    digest.timesteps.push_back({entry.time, QByteArray(), 0, std::string(), STimestepFigures(), failure});
 }
 
 void CDigestTaker::takeBeside(const CSimulation& deck)
@@ -124,11 +156,12 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
 {
     CDeckReader reader(path, eUpgradedModel, eExamined);
     CDigestTaker taker(reader.format());
-    progress.start(timestepSizes(reader, path), work, 1.0);
+    const std::vector<double> sizes = timestepSizes(reader, path);
+    progress.start(sizes, work, 1.0);
     for (quint32 number = 0; number < reader.timestepCount(); ++number) {
         try {
             reader.timestep(number);
-            taker.take(reader.deck(), reader.modelChanged());
+            taker.take(reader.deck(), reader.modelChanged(), sizes[number]);
         }
         catch (const CFailure& failure) {
             if (unreadable == eEndsTheReading || failure.code != eExitSource)
@@ -157,9 +190,9 @@ std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& pa
 }
 
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
-                    const QString& converted)
+                    const QString& converted, const STolerance& tolerance)
 {
-    CKeptArrays arrays;
+    CKeptArrays arrays(tolerance);
     std::map<std::string, SDifference*> byPlace;
     std::vector<bool> isWanted(parts.size(), false);
     for (SDifference& difference : differences) {

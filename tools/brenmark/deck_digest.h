@@ -16,19 +16,33 @@ namespace NBrenmark {
 
 class CProgressDisplay;
 
+/// What a report draws of a timestep.
+struct STimestepFigures
+{
+    double time = 0.0; ///< s
+    quint64 particles = 0;
+    double smallest = 0.0; ///< size of a particle, m: twice the greatest reach from its centre
+    double mean = 0.0;
+    double largest = 0.0;
+    double bytes = 0.0; ///< as it is stored
+};
+
 struct SDeckDigest
 {
     struct STimestep
     {
         double time;
         QByteArray text;
-        size_t model;        ///< in models
+        size_t model;       ///< in models
+        std::string values; ///< digest of what both families hold
+        STimestepFigures figures;
         std::string failure; ///< why it can't be read; empty if it can
     };
     struct SModel
     {
         QByteArray text;
         quint32 firstTimestep;
+        std::string values;
         TextLines lines; ///< of a legacy deck alone, whose models aren't as they are stored
     };
     TextLines beside; ///< the timesteps
@@ -52,8 +66,10 @@ class CDigestTaker
 public:
     explicit CDigestTaker(EDeckFormat format) { digest.format = format; }
 
-    /// Takes the current frame. \param modelChanged  whether it has another model than the one before
-    void take(const CSimulation& deck, bool modelChanged);
+    /// Takes the current frame.
+    /// \param modelChanged  whether it has another model than the one before
+    /// \param bytes         that the timestep takes as it is stored
+    void take(const CSimulation& deck, bool modelChanged, double bytes);
     /// Notes a timestep that can't be read.
     void note(const STimestepIndexEntry& entry, const std::string& failure);
     /// What is beside the timesteps, after them: a model that asks for a custom property defines it in the settings.
@@ -82,8 +98,8 @@ struct SPart
 std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number);
 TextLines modelLines(const CSimulation& deck, const std::string& root);
 
-/// Puts into the differences of arrays what their values tell.
+/// Puts into the differences of arrays what their values tell, and marks those that a tolerance allows.
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
-                    const QString& converted);
+                    const QString& converted, const STolerance& tolerance);
 
 } // namespace NBrenmark

@@ -17,7 +17,7 @@ static bool isDeckMember(const std::string& name, const std::string& base)
     if (name.compare(0, base.size(), base) != 0)
         return false;
     const std::string rest = name.substr(base.size());
-    for (const char* const suffix : {".idx", ".ess", ".dfg", ".ptf", ".ppf", "_data"})
+    for (const char* const suffix : {".idx", ".ess", ".dfg", ".ptf", ".ppf", ".digest.json", "_data"})
         if (rest == suffix)
             return true;
     const std::string segment = ".dem.scn.";

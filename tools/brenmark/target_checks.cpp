@@ -108,13 +108,14 @@ void requireRoom(const QString& target, qint64 sourceBytes, qint64 there, quint3
     if (surelyNeeded > free)
         throw CFailure(eExitTarget,
                        utf8(target) + ": too little space: the new deck takes more than " + sizeText(surelyNeeded) +
-                           ", and " + isFree,
+                           ", and " + isFree + "; at least " + sizeText(surelyNeeded - free) + " more are needed",
                        adviceForWriting(ENOSPC));
     if (expected > free)
         printError("brenmark: warning: " + utf8(target) +
                    ": there may be too little space: the new deck takes about "
                    "as much as the source, " +
-                   sizeText(static_cast<double>(sourceBytes)) + ", and " + isFree + ".\n");
+                   sizeText(static_cast<double>(sourceBytes)) + ", and " + isFree + ": " + sizeText(expected - free) +
+                   " more may be needed.\n");
     if (disk.f_files > 0 && disk.f_favail < timesteps)
         throw CFailure(eExitTarget,
                        utf8(target) + ": too few files are free: each of " + countText(timesteps, "timestep") +

@@ -19,7 +19,8 @@ enum EDifferenceKind
     eMissing,    ///< in the converted deck
     eExtra,      ///< only in the converted deck
     eRenamed,
-    eUnreadable ///< in the converted deck, or repaired there by its reader
+    eUnreadable,     ///< in the converted deck, or repaired there by its reader
+    eWithinTolerance ///< which is none
 };
 
 struct SDifference

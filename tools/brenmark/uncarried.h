@@ -8,4 +8,7 @@ namespace NBrenmark {
 /// Whether a difference between a legacy deck and one of the current family is of that kind.
 bool hasNoPlace(const SDifference& difference);
 
+/// Whether a legacy deck alone has what is at a path below the root of a model or timestep.
+bool isOfLegacyAlone(const std::string& path);
+
 } // namespace NBrenmark

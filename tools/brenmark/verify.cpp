@@ -92,13 +92,13 @@ std::string timeText(const SDeckDigest::STimestep& timestep) { return "time " + 
 
 /// The converted deck is no source: that it can't be read says something about what was written.
 template <class TBody>
-auto readingConverted(const QString& source, const QString& converted, TBody&& body)
+auto readingConverted(const QString& source, const QString& converted, bool isConversion, TBody&& body)
 {
     try {
         return body();
     }
     catch (CFailure& failure) {
-        if (failure.code != eExitSource)
+        if (failure.code != eExitSource || !isConversion)
             throw;
         failure.code = eExitTarget;
         failure.advice = "Convert the source again: brenmark convert --force " + utf8(source) + ' ' + utf8(converted);
@@ -237,12 +237,21 @@ private:
     std::set<std::pair<size_t, size_t>> seen;
 };
 
+void removeAllowed(std::vector<SDifference>& differences, const STolerance& tolerance)
+{
+    const auto isAllowed = [&](const SDifference& difference) {
+        return difference.kind == eWithinTolerance || (difference.kind == eOtherValue && tolerance.isGiven() &&
+                                                       tolerance.allows(difference.source, difference.converted));
+    };
+    differences.erase(std::remove_if(differences.begin(), differences.end(), isAllowed), differences.end());
+}
+
 /// Parts are compared so many at a time: their lines are held of both decks.
 constexpr size_t partsAtATime = 16;
 
 /// Appends the differences of parts, as many as are wanted. \return whether there may be others
 bool compareParts(const QString& source, const QString& converted, const std::vector<SPart>& parts, size_t limit,
-                  SConsequences& known, std::vector<SDifference>& differences)
+                  const STolerance& tolerance, SConsequences& known, std::vector<SDifference>& differences)
 {
     for (size_t begin = 0; begin < parts.size(); begin += partsAtATime) {
         if (limit > 0 && differences.size() > limit)
@@ -263,10 +272,20 @@ bool compareParts(const QString& source, const QString& converted, const std::ve
                        difference.place.find("/contacts/surfaceGeometry") == std::string::npos;
             });
         }
-        describeArrays(found, some, source, converted);
+        describeArrays(found, some, source, converted, tolerance);
+        removeAllowed(found, tolerance);
         differences.insert(differences.end(), found.begin(), found.end());
     }
     return false;
+}
+
+std::vector<STimestepFigures> figuresOf(const SDeckDigest& deck)
+{
+    std::vector<STimestepFigures> figures;
+    for (const SDeckDigest::STimestep& timestep : deck.timesteps)
+        if (timestep.failure.empty())
+            figures.push_back(timestep.figures);
+    return figures;
 }
 
 /// What has no place in the current family isn't a difference.
@@ -304,7 +323,8 @@ const char* verdictName(EVerdict verdict)
     return verdict == eHoldsAll ? "equal" : verdict == eHoldsWhatCouldBeRead ? "partial" : "different";
 }
 
-SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress)
+SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
+                     const SComparison& comparison)
 {
     const auto begin = std::chrono::steady_clock::now();
     const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
@@ -324,24 +344,31 @@ SVerification verify(const SDeckDigest& first, const QString& source, const QStr
     result.notCarried =
         linesOf(first.messages, [](const SLogRecord& message) { return message.effect == eNotCarried; });
     result.messages = first.messages;
+    result.sourceDigest = valueDigestOf(first);
+    result.sourceFigures = figuresOf(first);
 
-    readingConverted(source, converted, [&] {
+    readingConverted(source, converted, comparison.isConversion, [&] {
         const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress);
         progress.clear();
+        result.convertedDigest = valueDigestOf(second);
+        result.convertedFigures = figuresOf(second);
         std::copy_if(second.messages.begin(), second.messages.end(), std::back_inserter(result.messages),
                      [](const SLogRecord& message) { return !isReadingFault(message) && message.level < eError; });
 
         std::vector<SDifference>& differences = result.differences;
         SConsequences known;
         compareBeside(source, first, converted, second, differences, known);
-        compareWithStored(source, first, result);
+        removeAllowed(differences, comparison.tolerance);
+        if (comparison.isConversion)
+            compareWithStored(source, first, result);
         CTimestepPairs timesteps(first, second);
         differences.insert(differences.end(), timesteps.differences.begin(), timesteps.differences.end());
-        result.more = compareParts(source, converted, timesteps.models, limit, known, differences) ||
-                      compareParts(source, converted, timesteps.timesteps, limit, known, differences);
+        result.more =
+            compareParts(source, converted, timesteps.models, limit, comparison.tolerance, known, differences) ||
+            compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerance, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5)
             setUncarriedApart(result);
-        if (second.format == eFormatHdf5) {
+        if (comparison.isConversion && second.format == eFormatHdf5) {
             const std::vector<SDifference> stored =
                 second.storing.differences(first.storing.edition(), first.format == eFormatLegacy);
             differences.insert(differences.end(), stored.begin(), stored.end());

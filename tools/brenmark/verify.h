@@ -5,6 +5,8 @@
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/text_diff.h"
+#include "brenmark/tolerance.h"
+#include "brenmark/value_digest.h"
 
 #include <QString>
 
@@ -32,6 +34,8 @@ struct SVerification
     std::vector<std::string> notCarried; ///< of the source: the converted deck's family has no place for it
     quint32 timesteps = 0;               ///< of the source
     double seconds = 0.0;
+    SValueDigest sourceDigest, convertedDigest;
+    std::vector<STimestepFigures> sourceFigures, convertedFigures;
     Ledger messages; ///< of reading both, without those that are differences
 
     bool equal() const { return differences.empty(); }
@@ -47,10 +51,18 @@ const char* verdictName(EVerdict verdict);
 
 constexpr unsigned int defaultDifferenceLimit = 100;
 
+/// What counts as a difference.
+struct SComparison
+{
+    STolerance tolerance;
+    bool isConversion = true; ///< else only what the decks hold counts: not how it is stored, nor what upgrades change
+};
+
 /// Reads both decks, each through its own family.
 /// \param limit  differences that are named; 0 for all
 /// \throws CFailure  one of them can't be opened, or the source can't be read
-SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress);
+SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
+                     const SComparison& comparison = SComparison());
 
 /// The same after a conversion.
 /// \param first  the digest of the source, taken while it was read to be converted

@@ -43,6 +43,15 @@ static void printNotCarried(const std::vector<std::string>& notCarried)
         printResult("    " + what + '\n');
 }
 
+static void printDigests(const std::string& source, const std::string& converted)
+{
+    if (source == converted && !source.empty())
+        printResult("  digest of the values, the same of both: " + source + '\n');
+    else
+        printResult("  digest of the values: " + (source.empty() ? "none" : source) + " of the source, " +
+                    (converted.empty() ? "none" : converted) + " of the converted deck\n");
+}
+
 static std::string kindsText(const std::vector<std::string>& parts)
 {
     constexpr size_t most = 5;
@@ -83,6 +92,7 @@ void printVerification(const SVerification& verification, const QString& source,
     }
     printMeant(verification.meant);
     printNotCarried(verification.notCarried);
+    printDigests(verification.sourceDigest.whole, verification.convertedDigest.whole);
 }
 
 Json jsonVerification(const SVerification& verification)
@@ -109,11 +119,50 @@ Json jsonVerification(const SVerification& verification)
             {"differences", differences},
             {"more", verification.more},
             {"meant", meant},
+            {"sourceDigest", side(verification.sourceDigest.whole)},
+            {"convertedDigest", side(verification.convertedDigest.whole)},
             {"messages", jsonMessages(verification.messages)}};
+}
+
+/// A deck against the digest that its source had once.
+static EExitCode verifyByDigest(const SVerifyOptions& options)
+{
+    const SValueDigest wanted = readDigestFile(options.digest);
+    SDeckDigest deck;
+    {
+        CProgressDisplay progress(false, eNothingElsewhere);
+        deck = digestOf(options.source, "reading deck,", eIsNoted, progress);
+    }
+    const SValueDigest found = valueDigestOf(deck);
+    const std::vector<std::string> places = digestDifferences(wanted, found);
+    const EExitCode code = wanted.whole == found.whole ? eExitDone : eExitDifferent;
+    printLedger(deck.messages, eWithoutUpgrades);
+    unlessReaderIsGone([&] {
+        if (options.json) {
+            printJson({{"result", code == eExitDone ? "equal" : "different"},
+                       {"code", code},
+                       {"deck", utf8(options.source)},
+                       {"digestFile", utf8(options.digest)},
+                       {"wanted", wanted.whole},
+                       {"found", found.whole.empty() ? Json() : Json(found.whole)},
+                       {"places", places},
+                       {"error", nullptr}});
+            return;
+        }
+        for (const std::string& place : places)
+            printResult(place + ": not the values of the digest\n");
+        printResult(utf8(options.source) + (code == eExitDone ? ": holds the values of " : ": differs from ") +
+                    utf8(options.digest) + ": " + countText(found.timesteps.size(), "timestep") + ", digest " +
+                    (found.whole.empty() ? "none" : found.whole) + '\n');
+        flushResult();
+    });
+    return code;
 }
 
 EExitCode runVerify(const SVerifyOptions& options)
 {
+    if (!options.digest.isEmpty())
+        return verifyByDigest(options);
     SVerification verification;
     {
         CProgressDisplay progress(false, eNothingElsewhere);

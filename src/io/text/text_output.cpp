@@ -1,6 +1,8 @@
 // Builds paths and lines, and escapes what would break the grammar.
 #include "io/text/text_output.h"
 
+#include "io/text/quick_digest.h"
+
 #include <QCryptographicHash>
 #include <QIODevice>
 #include <QtEndian>
@@ -8,18 +10,15 @@
 #include <algorithm>
 #include <cstring>
 
-#define XXH_INLINE_ALL
-#include <xxhash.h>
-
 namespace NBrenmark {
 
 static constexpr size_t mostInlineValues = 8;      // an array this small is shown, not digested
 static constexpr size_t digestBytes = 1024 * 1024; // handed to the digest at a time
 
-/// Digest of the values as little-endian bytes, in hexadecimal.
-static std::string digestOf(const void* data, size_t count, size_t bytes)
+/// Hands the values over as little-endian bytes, piece by piece.
+template <class TTake>
+static void littleEndianPieces(const void* data, size_t count, size_t bytes, TTake&& take)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
     const auto* at = static_cast<const char*>(data);
 #if Q_BYTE_ORDER == Q_BIG_ENDIAN
     std::vector<char> swapped(digestBytes);
@@ -31,21 +30,29 @@ static std::string digestOf(const void* data, size_t count, size_t bytes)
             qToLittleEndian<quint64>(at, static_cast<qsizetype>(piece / 8), swapped.data());
         else
             qToLittleEndian<quint32>(at, static_cast<qsizetype>(piece / 4), swapped.data());
-        hash.addData(swapped.data(), static_cast<int>(piece));
+        take(swapped.data(), piece);
 #else
-        hash.addData(at, static_cast<int>(piece));
+        take(at, piece);
 #endif
         at += piece;
         left -= piece;
     }
+}
+
+/// In hexadecimal, as all of them.
+static std::string digestOf(const void* data, size_t count, size_t bytes)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    littleEndianPieces(data, count, bytes,
+                       [&](const char* piece, size_t size) { hash.addData(piece, static_cast<int>(size)); });
     return hash.result().toHex().toStdString();
 }
 
-static std::string quickDigestOf(const void* data, size_t bytes)
+static std::string quickDigestOf(const void* data, size_t count, size_t bytes)
 {
-    XXH128_canonical_t digest;
-    XXH128_canonicalFromHash(&digest, XXH3_128bits(data, bytes));
-    return QByteArray(reinterpret_cast<const char*>(digest.digest), sizeof digest.digest).toHex().toStdString();
+    CQuickDigest digest;
+    littleEndianPieces(data, count, bytes, [&](const char* piece, size_t size) { digest.add(piece, size); });
+    return digest.hex();
 }
 
 /// Appends the value at a place of an array, by the array's kind.
@@ -97,7 +104,7 @@ void CTextOutput::rows(const std::string& where, const SArrayView& array)
         return;
     }
     if (sink.wantsQuickDigests()) {
-        sink.array(where, text + " xxh3:" + quickDigestOf(array.data, count * array.elementBytes()), array);
+        sink.array(where, text + " xxh3:" + quickDigestOf(array.data, count, array.elementBytes()), array);
         return;
     }
     sink.array(where, text + " sha256:" + digestOf(array.data, count, array.elementBytes()), array);

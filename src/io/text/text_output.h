@@ -50,8 +50,8 @@ public:
         static_cast<void>(values);
         line(path, value);
     }
-    /// Whether lines are only held against others that were made in the same way: the digest of an array is a quick one
-    /// then, of 128 bits, that no one is shown.
+    /// Whether the digest of an array is a quick one (quick_digest.h), of the same bytes: for lines that are only held
+    /// against others of this kind, and that no one is shown.
     virtual bool wantsQuickDigests() const { return false; }
 };
 

@@ -1,0 +1,40 @@
+# cpack -G DEB: one Debian package a component, with what each needs of the system it is built on.
+if(NOT PROJECT_IS_TOP_LEVEL)
+    return()
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME brenmark)
+set(CPACK_PACKAGE_VENDOR "The Brenmark developers")
+set(CPACK_PACKAGE_CONTACT "The Brenmark developers")
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL library development)
+if(TARGET brenmark)
+    list(APPEND CPACK_COMPONENTS_ALL tool)
+endif()
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS OFF)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/lib")
+
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME "libbrenmark${PROJECT_VERSION_MAJOR}")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "${PROJECT_DESCRIPTION}: the library")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libbrenmark-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+# What the header needs, and what the static library leaves to be linked.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "${CPACK_DEBIAN_LIBRARY_PACKAGE_NAME} (= ${PROJECT_VERSION}), qtbase5-dev, libhdf5-dev, zlib1g-dev, libisal-dev, libdeflate-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "${PROJECT_DESCRIPTION}: headers, static library, CMake and pkg-config files")
+
+set(CPACK_DEBIAN_TOOL_PACKAGE_NAME brenmark)
+set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_TOOL_DESCRIPTION "${PROJECT_DESCRIPTION}: the command line")
+
+include(CPack)

@@ -4,6 +4,7 @@
 Usage: json_schemas.py ROOT brenmark
 """
 import json
+import os
 import pathlib
 import shutil
 import subprocess
@@ -28,7 +29,7 @@ def validator(name):
     return jsonschema.Draft7Validator(schema, resolver=resolver)
 
 
-VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress")}
+VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "plugins", "progress")}
 
 
 def complaint(name, text):
@@ -101,6 +102,7 @@ def main():
 
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
+        os.environ["HOME"] = name  # where plug-ins are sought, and folders for them are made
         for number, deck in enumerate(decks(folder)):
             run("check", deck)
             run("info", deck)
@@ -111,7 +113,7 @@ def main():
             run("convert", "--progress=json", "--verify", deck, folder / f"out{number}")
             run("verify", deck, folder / f"out{number}.dem")
             run("verify", ROOT / "samples" / "pile-27.dem", deck)
-        for command in ("convert", "check", "info", "config", "verify", "values"):
+        for command in ("convert", "check", "info", "config", "verify", "values", "plugins"):
             run(command)
             run(command, "--no-such-option")
     for line in complaints:

@@ -42,6 +42,7 @@ private:
     void addLaw();
     void addValues();
     void addXml();
+    void addPlugins();
     void chooseXml();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
@@ -60,7 +61,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action;
+        intervals, action, library;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -72,6 +73,7 @@ private:
     SLawOptions law;
     SValuesOptions values;
     SXmlOptions xml;
+    SPluginsOptions plugins;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -97,6 +99,7 @@ CCommandLine::CCommandLine()
     addLaw();
     addValues();
     addXml();
+    addPlugins();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -135,6 +138,9 @@ void CCommandLine::addConvert()
     command->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
     command->add_flag("--ignore-companions", convert.ignoreCompanions,
                       "Leave out companions of the source that can't be read; not with --verify");
+    command->add_flag_callback(
+        "--no-plugins", [this] { convert.bindPlugins = false; },
+        "Bind no plug-in libraries; their models are kept by their names");
     command->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     command->add_flag("-v,--verbose", convert.verbose, "Show a line for each timestep, and remarks");
     command->add_flag("--json", convert.json, "Show the result as one JSON object");
@@ -380,6 +386,20 @@ void CCommandLine::addXml()
         chosen = [this] {
             chooseXml();
             return runXml(xml);
+        };
+    });
+}
+
+void CCommandLine::addPlugins()
+{
+    CLI::App* const command =
+        add("plugins", "Show the plug-in libraries that are found, and whether they can be bound");
+    command->add_flag("--json", plugins.json, "Show one JSON object");
+    command->add_option("--one-library", library)->group(""); // this program asks itself, in a process for each library
+    command->callback([this] {
+        chosen = [this] {
+            plugins.oneLibrary = library.empty() ? QString() : pathFrom(library);
+            return runPlugins(plugins);
         };
     });
 }

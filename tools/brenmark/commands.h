@@ -20,6 +20,7 @@ struct SConvertOptions
     bool strict = false;           ///< makes no deck if anything was lost through damage
     bool ignoreCompanions = false; ///< goes on without companions that can't be read
     bool verify = false;
+    bool bindPlugins = true; ///< the libraries of the user's folders
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
@@ -119,6 +120,12 @@ struct SXmlOptions
     QString timestepDocument; ///< empty for none
 };
 
+struct SPluginsOptions
+{
+    bool json = false;
+    QString oneLibrary; ///< is asked in this process, for one that lists them; empty for the list
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -128,5 +135,6 @@ EExitCode runVerify(const SVerifyOptions& options);
 EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
+EExitCode runPlugins(const SPluginsOptions& options);
 
 } // namespace NBrenmark

@@ -2,6 +2,7 @@
 
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
+#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/units_text.h"
 
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <sys/stat.h>
 
 namespace NBrenmark {
@@ -148,7 +150,7 @@ void giveUsualPermissions(const QString& companion)
 } // namespace
 
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose)
+                             CProgressDisplay& progress, bool verbose, bool bindPlugins)
 {
     SConversionRun run;
     CListener listener(folder, journal, sizes, progress, verbose);
@@ -158,6 +160,9 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     SConversionOptions options;
     options.firstTimestep = journal.finished;
 
+    std::optional<CUserPlugins> plugins;
+    if (bindPlugins)
+        plugins.emplace();
     const auto begin = Clock::now();
     setFolderOfReplacements(folder.path());
     const bool ok = conversion.run(journal.source, folder.deck(), eFormatHdf5, options) == eConvertOk;

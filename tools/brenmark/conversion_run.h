@@ -24,8 +24,9 @@ struct SConversionRun
 /// Converts the journal's source into the folder's deck, from the first timestep that isn't finished on.
 /// \param journal   begun; says afterwards how far the deck is
 /// \param sizes     bytes of each timestep of the source
-/// \param verbose   a line for each timestep
+/// \param verbose      a line for each timestep
+/// \param bindPlugins  the libraries of the user's folders
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose);
+                             CProgressDisplay& progress, bool verbose, bool bindPlugins);
 
 } // namespace NBrenmark

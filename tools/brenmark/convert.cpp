@@ -7,6 +7,7 @@
 #include "brenmark/deck_problems.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/json_text.h"
+#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
@@ -197,7 +198,8 @@ void CConvertCommand::makeDeck()
         folder->write(journal);
         folder->keepTimesteps(first);
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
-        result.run = runConversion(*folder, journal, sizes, progress, options.verbose);
+        result.run = runConversion(*folder, journal, sizes, progress, options.verbose,
+                                   options.bindPlugins && !areUserPluginsForbidden());
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);
     }

@@ -14,7 +14,8 @@ static bool isLegacyArray(const SDifference& difference)
         "(timestep/[0-9]+|creator(@[0-9]+)?)/("
         "geometryGroups/[^/]+/charges|"
         "particles/[^/]+/(charge|electrostaticForce)|"
-        "sizeDistributions/[^/]*%2f[^/]*|" // the law of a type that no group can be named after
+        "sizeDistributions/[^/]*%2f[^/]*|"              // the law of a type that no group can be named after
+        "pluginFactories/([^/]*%2f[^/]*|[^/]*#[0-9]+)|" // nor after such a factory, nor two of one name
         "contacts/[^/]+/(legacyScalar|legacyFlags|contactRecords(/.*)?))");
     return difference.kind == eMissing && std::regex_match(difference.place, places);
 }

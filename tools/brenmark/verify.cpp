@@ -5,6 +5,7 @@
 
 #include "brenmark/deck_digest.h"
 #include "brenmark/deck_text.h"
+#include "brenmark/plugins/plugin_changes.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/reading_faults.h"
 #include "brenmark/uncarried.h"
@@ -329,8 +330,11 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
         differences.insert(differences.end(), timesteps.differences.begin(), timesteps.differences.end());
         result.more = compareParts(source, converted, timesteps.models, limit, known, differences) ||
                       compareParts(source, converted, timesteps.timesteps, limit, known, differences);
-        if (first.format == eFormatLegacy && second.format == eFormatHdf5)
+        if (first.format == eFormatLegacy && second.format == eFormatHdf5) {
             setUncarriedApart(result);
+            const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
+            result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());
+        }
         if (second.format == eFormatHdf5) {
             const std::vector<SDifference> stored =
                 second.storing.differences(first.storing.edition(), first.format == eFormatLegacy);

@@ -1,4 +1,4 @@
-# cmake --install: header, both libraries, CMake package, pkg-config file, command line and man page. The result can be moved:
+# cmake --install: headers for hosts and for plug-ins, both libraries, CMake package, pkg-config file, command line and man page. The result can be moved:
 # neither package names the prefix.
 
 include(CMakePackageConfigHelpers)
@@ -9,6 +9,7 @@ set(pkgconfig_folder "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 install(TARGETS Brenmark EXPORT BrenmarkTargets LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 install(FILES "$<TARGET_FILE:brenmark_internal>" DESTINATION "${CMAKE_INSTALL_LIBDIR}" RENAME libBrenmark.a)
 install(FILES src/api/data_converter.h src/api/export.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/Brenmark")
+install(DIRECTORY include/brenmark DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(EXPORT BrenmarkTargets NAMESPACE Brenmark:: DESTINATION "${package_folder}")
 
 configure_package_config_file(cmake/BrenmarkConfig.cmake.in "${PROJECT_BINARY_DIR}/package/BrenmarkConfig.cmake"

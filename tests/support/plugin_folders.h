@@ -11,7 +11,10 @@ namespace NBrenmark {
 
 struct SPluginFoldersOfTest
 {
-    explicit SPluginFoldersOfTest(CSimulation* simulation = nullptr) : host([simulation] { return simulation; }) {}
+    explicit SPluginFoldersOfTest(CSimulation* simulation = nullptr) : host([simulation] { return simulation; })
+    {
+        QDir().mkpath(places.preferences);
+    }
 
     /// Copies a plug-in of support/plugin to a path below the folder: "user/My Model.so".
     QString put(const std::string& plugin, const QString& path) const

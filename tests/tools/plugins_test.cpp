@@ -1,4 +1,5 @@
 // The libraries of a user, as brenmark lists and binds them.
+#include "support/legacy_deck.h"
 #include "support/paths.h"
 #include "support/temp_folder.h"
 #include "support/tool_run.h"
@@ -111,6 +112,25 @@ TEST(PlugInsOfADeck, areConvertedAlikeWithTheirLibrariesAndWithout)
         }
     EXPECT_EQ(defined, 25u);
     EXPECT_EQ(bound, missing);
+}
+
+TEST(PlugInsOfADeck, areThoseOfEachTimestep)
+{
+    const CTempFolder folder;
+    SDeckTimestep first = sampleTimestep(0.1), second = sampleTimestep(0.2);
+    first.pluginFactories = {{"library", "Feeder", "belt"}};
+    second.pluginFactories = {{"library", "Feeder", "belt"}, {"library", "Hopper", "rain"}};
+    CLegacyDeck deck(makeVersion(27, 0, 3));
+    deck.creator(sampleCreator()).timestep(first).timestep(first).timestep(second).timestep(second);
+    const std::string source = argument(deck.write(folder.path(), "feed"));
+    const std::string target = argument(folder.path("new")) + ".dem";
+    EXPECT_EQ(runTool({"convert", "--verify", source, target}).exitCode, 0);
+    const std::string text = runTool({"dump", target}).output;
+    EXPECT_NE(text.find("creator/pluginFactories/Feeder/library \"belt\"\n"), std::string::npos);
+    EXPECT_EQ(text.find("creator/pluginFactories/Hopper"), std::string::npos);
+    EXPECT_NE(text.find("creator@2/pluginFactories/Hopper/library \"rain\"\n"), std::string::npos)
+        << text.substr(0, 3000);
+    EXPECT_EQ(text.find("creator@3/"), std::string::npos) << "the last timestep brings no new model";
 }
 
 /// A library whose loading would end the process is loaded by a conversion that isn't told otherwise, and by nothing else.

@@ -51,8 +51,9 @@ SLoadedLibrary loadPluginLibrary(const CPluginBinding& binding, const SPluginKin
                                                 QString::fromStdString(place.fault)));
         return {};
     }
+    // Where the user may put it. A user without a folder of documents gets none: it would be anywhere.
     if (!QDir::isRelativePath(binding.folders.preferences))
-        QDir().mkpath(preferenceFolder(binding.folders, kind)); // where the user may put it; without it nothing is lost
+        QDir(binding.folders.preferences).mkdir(kind.folder);
     tellPluginWarning(
         pluginTitle,
         pluginText("Plugin file does not exist:\n    %1").arg(QString::fromStdString(shortened(place.sought))));

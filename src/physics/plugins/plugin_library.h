@@ -18,7 +18,7 @@ struct SLoadedLibrary
 };
 
 /// Finds and loads the library of a plug-in, and asks for its interface version. The folder of the kind is made if the
-/// library isn't in the user's.
+/// library isn't in the user's, and there is one to make it in.
 SLoadedLibrary loadPluginLibrary(const CPluginBinding& binding, const SPluginKind& kind, const QString& name);
 /// The same of a file.
 SLoadedLibrary loadPluginFile(const SPluginKind& kind, const QString& path);

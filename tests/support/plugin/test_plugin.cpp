@@ -4,9 +4,12 @@
 //   TEST_VERSION   230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
 //   TEST_FAULT     one of the faults below; none if it isn't set
 //   WITHOUT_NAME   for the export NAME: it is missing
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <thread>
 
 #define FAULT_NULL 1   // no instance
 #define FAULT_THROWS 2 // its constructor throws
@@ -51,10 +54,12 @@ using namespace NBrenmark::NApiCore;
 // What a test asks of the library beside its interface.
 BRENMARK_PLUGIN_EXPORT int LIVE_INSTANCES;
 BRENMARK_PLUGIN_EXPORT int STEPS_BEGUN;
+BRENMARK_PLUGIN_EXPORT int MOST_AT_ONCE; // threads that were calculating
 BRENMARK_PLUGIN_EXPORT char SETUP_FILE[fileNameSize];
 BRENMARK_PLUGIN_EXPORT char REPORT[4096];
 int LIVE_INSTANCES = 0;
 int STEPS_BEGUN = 0;
+int MOST_AT_ONCE = 0;
 char SETUP_FILE[fileNameSize];
 char REPORT[4096];
 
@@ -230,6 +235,13 @@ public:
 #if TEST_KIND == 1
     EResult calculateForce(double, double timeStep, Kind::SContact& contact, Kind::SContactForces& forces) override
     {
+        static std::atomic<int> atOnce{0};
+        const int now = ++atOnce;
+        if (now > MOST_AT_ONCE)
+            MOST_AT_ONCE = now;
+        if (timeStep == 3.0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        --atOnce;
         forces.normalForce[0] += 10.0 * contact.normalOverlap;
         contact.tangentialOverlap[1] = 0.0;
         if (contact.properties != nullptr) {

@@ -2,6 +2,7 @@
 
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
+#include "brenmark/plugins/output_aside.h"
 #include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/units_text.h"
@@ -160,9 +161,12 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     SConversionOptions options;
     options.firstTimestep = journal.finished;
 
+    std::optional<COutputAside> aside; // libraries may print, and the result is the command's alone
     std::optional<CUserPlugins> plugins;
-    if (bindPlugins)
+    if (bindPlugins) {
+        aside.emplace();
         plugins.emplace();
+    }
     const auto begin = Clock::now();
     setFolderOfReplacements(folder.path());
     const bool ok = conversion.run(journal.source, folder.deck(), eFormatHdf5, options) == eConvertOk;

@@ -19,9 +19,8 @@ void tellPluginWarning(const std::string& title, const QString& text) { tellOnce
 
 void CPluginErrors::tell(const QString& text)
 {
-    if (!errorReported)
+    if (!errorReported.exchange(true))
         tellPluginError(title, text);
-    errorReported = true;
 }
 
 } // namespace NBrenmark

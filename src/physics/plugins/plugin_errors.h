@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <atomic>
 #include <exception>
 #include <string>
 #include <utility>
@@ -47,7 +48,7 @@ public:
 
 private:
     std::string title = pluginTitle;
-    bool errorReported = false;
+    std::atomic<bool> errorReported{false}; ///< several threads of a solver may fail at once
 };
 
 } // namespace NBrenmark

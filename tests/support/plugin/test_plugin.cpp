@@ -6,6 +6,7 @@
 //   WITHOUT_NAME   for the export NAME: it is missing
 #include <atomic>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
@@ -310,6 +311,7 @@ public:
 private:
     static bool setUp(const char* preferenceFile)
     {
+        std::printf("a library says hello\n"); // which must not get among the results
         std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
         return TEST_FAULT != FAULT_SETUP;
     }

@@ -1,6 +1,7 @@
 #include "brenmark/plugins/library_report.h"
 
 #include "brenmark/failure.h"
+#include "brenmark/plugins/output_aside.h"
 #include "brenmark/plugins/user_plugins.h"
 #include "brenmark/terminal.h"
 #include "core/log.h"
@@ -15,11 +16,7 @@
 #include <QFileInfo>
 #include <QProcess>
 
-#include <cstdio>
-#include <cstring>
-#include <functional>
 #include <optional>
-#include <unistd.h>
 
 namespace NBrenmark {
 
@@ -141,12 +138,11 @@ Json failedReport(const QString& path, const std::string& reason)
 
 void printLibraryReport(const QString& path)
 {
-    const int output = dup(STDOUT_FILENO);
-    dup2(STDERR_FILENO, STDOUT_FILENO);
-    const Json report = reportOf(path);
-    std::fflush(stdout); // what the library has printed
-    dup2(output, STDOUT_FILENO);
-    close(output);
+    Json report;
+    {
+        const COutputAside aside;
+        report = reportOf(path);
+    }
     printJson(report);
     flushResult();
 }

@@ -1,6 +1,6 @@
 #pragma once
-// External forces of the interface version 2.1.0. Since 2.0.0: setup gets the API manager and can say what is
-// wrong, and custom properties may be those of all four owners. Exports and what isn't described here as for 2.0.0.
+// External forces of the interface version 2.1.0. Since 2.0.0: setup gets the API manager and can say what is wrong,
+// and custom properties may be those of all four owners. Exports and what isn't described here as for 2.0.0.
 
 #include <brenmark/plugin/external_force_2_0.h>
 

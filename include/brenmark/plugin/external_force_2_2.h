@@ -1,7 +1,6 @@
 #pragma once
-// External forces of the interface version 2.2.0. Since 2.1.0: the properties of the simulation are
-// handed over before each step, and required properties have initial values. Exports and what isn't
-// described here as for 2.1.0.
+// External forces of the interface version 2.2.0. Since 2.1.0: the properties of the simulation are handed over before
+// each step, and required properties have initial values. Exports and what isn't described here as for 2.1.0.
 
 #include <brenmark/plugin/custom_properties.h>
 #include <brenmark/plugin/external_force_2_1.h>

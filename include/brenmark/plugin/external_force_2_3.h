@@ -1,6 +1,6 @@
 #pragma once
-// External forces of the interface versions 2.3.0 and 2.4.0. Since 2.2.0: a query of the solver, and managers of particles
-// and geometry are handed over before each step. Exports and what isn't described here as for 2.2.0.
+// External forces of the interface versions 2.3.0 and 2.4.0. Since 2.2.0: a query of the solver, and managers of
+// particles and geometry are handed over before each step. Exports and what isn't described here as for 2.2.0.
 
 #include <brenmark/plugin/external_force_2_2.h>
 #include <brenmark/plugin/geometry.h>

@@ -1,5 +1,6 @@
 #pragma once
-// Contact models of the interface version 2.0.0: instances of a class of the library's, and custom properties ofn// particles.
+// Contact models of the interface version 2.0.0: instances of a class of the library's, and custom properties of
+// particles.
 
 #include "physics/plugins/contact_model_instance.h"
 

@@ -1,5 +1,6 @@
 #pragma once
-// Contact models of the interface version 2.3.0. Since 2.2.0: initial values of properties, and those of the simulationn// before each step.
+// Contact models of the interface version 2.3.0. Since 2.2.0: initial values of properties, and those of the simulation
+// before each step.
 
 #include "physics/plugins/contact_model_instance.h"
 

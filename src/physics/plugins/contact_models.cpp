@@ -36,14 +36,6 @@ static const std::vector<VersionRow>& contactVersions()
     return rows;
 }
 
-std::vector<quint32> contactModelVersions()
-{
-    std::vector<quint32> versions;
-    for (const VersionRow& row : contactVersions())
-        versions.push_back(row.version);
-    return versions;
-}
-
 std::unique_ptr<IPluginContactModelWrapper> bindContactModel(std::unique_ptr<QLibrary> library, quint32 version,
                                                              const QString& name, quint32 modelType)
 {

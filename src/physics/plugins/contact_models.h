@@ -3,8 +3,6 @@
 
 #include "physics/plugins/contact_model_wrapper.h"
 
-#include <vector>
-
 namespace NBrenmark::NApiCm {
 
 /// The model of a library by its name, or null, with the reason told, if it can't be bound. Null as well, and nothing
@@ -14,8 +12,5 @@ std::unique_ptr<IPluginContactModelWrapper> bindContactModel(const QString& name
 /// The same of a loaded library.
 std::unique_ptr<IPluginContactModelWrapper> bindContactModel(std::unique_ptr<QLibrary> library, quint32 version,
                                                              const QString& name, quint32 modelType);
-
-/// The interface versions that are known.
-std::vector<quint32> contactModelVersions();
 
 } // namespace NBrenmark::NApiCm

@@ -1,5 +1,6 @@
 #pragma once
-// External forces of the interface version 2.0.0: instances of a class of the library's, and custom properties ofn// particles.
+// External forces of the interface version 2.0.0: instances of a class of the library's, and custom properties of
+// particles.
 
 #include "physics/plugins/external_force_instance.h"
 

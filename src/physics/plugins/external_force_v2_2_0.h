@@ -1,5 +1,6 @@
 #pragma once
-// External forces of the interface version 2.2.0. Since 2.1.0: initial values of properties, and those of then// simulation before each step.
+// External forces of the interface version 2.2.0. Since 2.1.0: initial values of properties, and those of the
+// simulation before each step.
 
 #include "physics/plugins/external_force_instance.h"
 

@@ -31,14 +31,6 @@ static const std::vector<ForceVersionRow>& forceVersions()
     return rows;
 }
 
-std::vector<quint32> externalForceVersions()
-{
-    std::vector<quint32> versions;
-    for (const ForceVersionRow& row : forceVersions())
-        versions.push_back(row.version);
-    return versions;
-}
-
 std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<QLibrary> library, quint32 version,
                                                                const QString& name)
 {

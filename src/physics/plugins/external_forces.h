@@ -3,8 +3,6 @@
 
 #include "physics/plugins/external_force_wrapper.h"
 
-#include <vector>
-
 namespace NBrenmark::NApiPbf {
 
 /// The force of a library by its name, or null, with the reason told, if it can't be bound. Null as well, and nothing
@@ -13,8 +11,5 @@ std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(const QString& na
 /// The same of a loaded library.
 std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<QLibrary> library, quint32 version,
                                                                const QString& name);
-
-/// The interface versions that are known.
-std::vector<quint32> externalForceVersions();
 
 } // namespace NBrenmark::NApiPbf

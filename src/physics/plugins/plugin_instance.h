@@ -8,8 +8,6 @@
 
 #include <QFileInfo>
 
-#include <optional>
-
 namespace NBrenmark {
 
 /// What a kind of plug-in calls its exports, and its texts. %1 is the export's name.

@@ -28,14 +28,6 @@ static const std::vector<FactoryVersionRow>& factoryVersions()
     return rows;
 }
 
-std::vector<quint32> particleFactoryVersions()
-{
-    std::vector<quint32> versions;
-    for (const FactoryVersionRow& row : factoryVersions())
-        versions.push_back(row.version);
-    return versions;
-}
-
 std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_ptr<QLibrary> library, quint32 version,
                                                                    const QString& name,
                                                                    CPluginParticleFactoryList* list)

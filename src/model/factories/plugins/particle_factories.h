@@ -4,7 +4,6 @@
 #include <QString>
 
 #include <memory>
-#include <vector>
 
 class QLibrary;
 
@@ -26,9 +25,6 @@ std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(const QString
 std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_ptr<QLibrary> library, quint32 version,
                                                                    const QString& name,
                                                                    CPluginParticleFactoryList* list);
-
-/// The interface versions that are known.
-std::vector<quint32> particleFactoryVersions();
 
 } // namespace NApiFactory
 } // namespace NBrenmark

@@ -28,6 +28,12 @@ set_target_properties(Brenmark PROPERTIES
 
 target_compile_features(Brenmark PUBLIC cxx_std_17)
 
+# The headers for plug-ins, which link nothing.
+add_library(brenmark_plugin INTERFACE)
+target_include_directories(brenmark_plugin INTERFACE "${PROJECT_SOURCE_DIR}/include")
+target_compile_features(brenmark_plugin INTERFACE cxx_std_17)
+add_library(Brenmark::plugin ALIAS brenmark_plugin)
+
 add_library(Brenmark::Brenmark ALIAS Brenmark)
 add_library(Brenmark::shared ALIAS Brenmark)
 add_library(Brenmark::static ALIAS brenmark_internal)

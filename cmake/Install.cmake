@@ -1,4 +1,4 @@
-# cmake --install: header, both libraries, CMake package, pkg-config file, command line and man page. The result can be moved:
+# cmake --install: headers for hosts and for plug-ins, both libraries, CMake package, pkg-config file, command line and man page. The result can be moved:
 # neither package names the prefix.
 
 include(CMakePackageConfigHelpers)
@@ -13,6 +13,7 @@ install(FILES "$<TARGET_FILE:brenmark_internal>" DESTINATION "${CMAKE_INSTALL_LI
     COMPONENT development)
 install(FILES src/api/data_converter.h src/api/export.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/Brenmark"
     COMPONENT development)
+install(DIRECTORY include/brenmark DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
 install(EXPORT BrenmarkTargets NAMESPACE Brenmark:: DESTINATION "${package_folder}" COMPONENT development)
 
 configure_package_config_file(cmake/BrenmarkConfig.cmake.in "${PROJECT_BINARY_DIR}/package/BrenmarkConfig.cmake"

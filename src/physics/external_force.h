@@ -23,6 +23,7 @@ struct SParticleForce
     std::string name;      ///< of the particle type
     double mass = 0.0;     ///< kg
     double timeStep = 0.0; ///< s
+    bool multiThreaded = false;
     SPropertyItem properties;
     C3DVector force;  ///< N
     C3DVector torque; ///< N m
@@ -37,6 +38,9 @@ public:
     virtual QString modelName() const = 0;
     /// For the solver.
     virtual bool capabilityFlag() const = 0;
+    virtual bool pluginQuery() const { return false; }
+    /// Called by a solver before the particles of a step.
+    virtual void beginStep() {}
     /// New definitions for an owner, an ECustomPropertyOwner.
     virtual RequiredProperties requiredProperties(unsigned int ownerType) const = 0;
     /// Called by a solver before the first step. \return false if the force isn't ready

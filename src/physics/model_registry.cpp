@@ -1,9 +1,12 @@
-// The tables of built-in models and forces by name, with the names of old decks.
+// The tables of built-in models and forces by name, with the names of old decks; what is in none of them may be a
+// plug-in's.
 #include "physics/model_registry.h"
 
 #include "physics/hertz_mindlin_rvd_rolling_friction.h"
 #include "physics/parameter_records.h"
 #include "physics/phantoms.h"
+#include "physics/plugins/contact_models.h"
+#include "physics/plugins/external_forces.h"
 #include "physics/relative_wear.h"
 
 namespace NBrenmark {
@@ -66,22 +69,23 @@ const std::vector<SExternalForceKind>& externalForceKinds()
 
 std::unique_ptr<IContactModel> createContactModel(const QString& name, quint32 modelType, quint32 source)
 {
-    if (source == ePluginModel)
-        return nullptr;
-    for (const SContactModelKind& kind : contactModelKinds())
-        if (name == QLatin1String(kind.name) || (kind.olderName != nullptr && name == QLatin1String(kind.olderName)))
-            return kind.make(modelType);
-    return nullptr;
+    if (source != ePluginModel)
+        for (const SContactModelKind& kind : contactModelKinds())
+            if (name == QLatin1String(kind.name) ||
+                (kind.olderName != nullptr && name == QLatin1String(kind.olderName)))
+                return kind.make(modelType);
+    return source == eBuiltInModel ? nullptr : NApiCm::bindContactModel(name, modelType);
 }
 
 std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source, const IPhysicsOwner* deck)
 {
-    if (source == ePluginModel)
+    if (name == QLatin1String("none"))
         return nullptr;
-    for (const SExternalForceKind& kind : externalForceKinds())
-        if (name == QLatin1String(kind.name))
-            return kind.make(deck);
-    return nullptr;
+    if (source != ePluginModel)
+        for (const SExternalForceKind& kind : externalForceKinds())
+            if (name == QLatin1String(kind.name))
+                return kind.make(deck);
+    return source == eBuiltInModel ? nullptr : NApiPbf::bindExternalForce(name);
 }
 
 QString mendedModelName(const QString& storedName)

@@ -1,6 +1,6 @@
 #pragma once
-// Contact models and external forces by their names: what there is, and how one is made. Models of
-// plug-in libraries aren't known here.
+// Contact models and external forces by their names: what there is, and how one is made. Models of plug-in libraries are
+// made by physics/plugins, and only while a CPluginBinding lives.
 
 #include "physics/contact_model.h"
 #include "physics/external_force.h"
@@ -44,7 +44,7 @@ const std::vector<SContactModelKind>& contactModelKinds();
 const std::vector<SExternalForceKind>& externalForceKinds();
 
 /// Makes a contact model by its name, or gives null for a name that isn't known.
-/// \param source  EModelSource; a plug-in of that name is never known
+/// \param source  EModelSource: the built-in models alone, a plug-in alone, or the one before the other
 std::unique_ptr<IContactModel> createContactModel(const QString& name, quint32 modelType, quint32 source);
 /// The same for an external force. The name "none" stands for no force.
 /// \param deck  that it acts in; not owned, may be null

@@ -6,6 +6,7 @@
 #include "model/factories/plugin_factory.h"
 #include "physics/contact_model.h"
 #include "physics/external_force.h"
+#include "physics/physics_models.h"
 
 namespace NBrenmark {
 
@@ -19,7 +20,9 @@ static std::string labelOf(const IExternalForce& force)
     return "external force (" + shortened(force.modelName()) + ")";
 }
 
-static void tellRefusal(const std::string& user, const std::vector<std::string>& names, const std::string& reason)
+/// \param isKept  whether the user stays by its name, so that nothing of the deck is lost
+static void tellRefusal(const std::string& user, const std::vector<std::string>& names, const std::string& reason,
+                        bool isKept)
 {
     std::string text = "Error loading " + user + "\n" + user + " cannot be loaded.\nThe following custom properties:\n";
     for (const std::string& name : names)
@@ -28,29 +31,35 @@ static void tellRefusal(const std::string& user, const std::vector<std::string>&
     message.level = eError;
     message.title = NLogTitle::customProperties.text;
     message.text = text + reason + user + "\ncannot be loaded.";
-    message.effect = eLost; // the model is left out, and the read goes on
-    message.cause = NLogTitle::customProperties.blame;
+    message.effect = isKept ? eRemark : eLost; // the model is left out, and the read goes on
+    message.cause = isKept ? eCauseNone : NLogTitle::customProperties.blame;
     message.place = placeAtWork();
     message.place.object = user;
     reportRecord(message);
 }
 
-bool CPhysicsLinkedCustomPropertyManager::accepts(const RequiredProperties& required, const std::string& user) const
+static bool areAccepted(const CCustomPropertyManager& manager, const RequiredProperties& required,
+                        const std::string& user, bool isKept)
 {
     std::vector<std::string> invalid;
     std::vector<std::string> clashing;
     for (const std::unique_ptr<CCustomPropertyMetaData>& wanted : required) {
-        const CCustomPropertyMetaData* const existing = property(wanted->name);
-        if (!isValidName(wanted->name))
+        const CCustomPropertyMetaData* const existing = manager.property(wanted->name);
+        if (!CCustomPropertyManager::isValidName(wanted->name))
             invalid.push_back(wanted->name);
         else if (existing != nullptr && !existing->sameShape(*wanted))
             clashing.push_back(wanted->name);
     }
     if (!clashing.empty())
-        tellRefusal(user, clashing, "\nWill clash with already existing properties, this\n");
+        tellRefusal(user, clashing, "\nWill clash with already existing properties, this\n", isKept);
     if (!invalid.empty())
-        tellRefusal(user, invalid, "\nHave invalid names, this ");
+        tellRefusal(user, invalid, "\nHave invalid names, this ", isKept);
     return clashing.empty() && invalid.empty();
+}
+
+bool CPhysicsLinkedCustomPropertyManager::accepts(const RequiredProperties& required, const std::string& user) const
+{
+    return areAccepted(*this, required, user, false);
 }
 
 void CPhysicsLinkedCustomPropertyManager::take(RequiredProperties required, IPropertyListener* listener)
@@ -76,9 +85,10 @@ void CPhysicsLinkedCustomPropertyManager::release(const RequiredProperties& requ
     removeListener(listener);
 }
 
-bool CPhysicsLinkedCustomPropertyManager::modelAdded(IContactModel& model, quint32, CPhysicsModels&)
+bool CPhysicsLinkedCustomPropertyManager::modelAdded(IContactModel& model, quint32, CPhysicsModels& physics)
 {
-    return accepts(model.requiredProperties(managerType), labelOf(model));
+    const bool isKept = physics.loading && model.source == ePluginModel;
+    return areAccepted(*this, model.requiredProperties(managerType), labelOf(model), isKept);
 }
 
 void CPhysicsLinkedCustomPropertyManager::modelPlaced(IContactModel& model, quint32, CPhysicsModels&)
@@ -91,9 +101,10 @@ void CPhysicsLinkedCustomPropertyManager::modelRemoved(IContactModel& model, qui
     release(model.requiredProperties(managerType), &model);
 }
 
-bool CPhysicsLinkedCustomPropertyManager::forceAdded(IExternalForce& force, CPhysicsModels&)
+bool CPhysicsLinkedCustomPropertyManager::forceAdded(IExternalForce& force, CPhysicsModels& physics)
 {
-    return accepts(force.requiredProperties(managerType), labelOf(force));
+    const bool isKept = physics.loading && force.source == ePluginModel;
+    return areAccepted(*this, force.requiredProperties(managerType), labelOf(force), isKept);
 }
 
 void CPhysicsLinkedCustomPropertyManager::forcePlaced(IExternalForce& force, CPhysicsModels&)
@@ -108,7 +119,7 @@ void CPhysicsLinkedCustomPropertyManager::forceRemoved(IExternalForce& force, CP
 
 bool CPhysicsLinkedCustomPropertyManager::modelAdded(IPluginParticleFactoryWrapper& factory)
 {
-    return accepts(factory.requiredProperties(managerType), factory.label());
+    return areAccepted(*this, factory.requiredProperties(managerType), factory.label(), true); // by both of its names
 }
 
 void CPhysicsLinkedCustomPropertyManager::modelPlaced(IPluginParticleFactoryWrapper& factory)

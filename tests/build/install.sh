@@ -16,7 +16,7 @@ cmake --install "$build" --prefix "$scratch/staged" >"$scratch/install.log" || f
 prefix=$scratch/moved
 mv "$scratch/staged" "$prefix"
 installed=$(cd "$prefix" && find . -type f -o -type l | sort)
-for wanted in include/Brenmark/data_converter.h bin/brenmark share/man/man1/brenmark.1 BrenmarkConfig.cmake Brenmark.pc \
+for wanted in include/Brenmark/data_converter.h include/brenmark/plugin/contact_model_2_4.h bin/brenmark share/man/man1/brenmark.1 BrenmarkConfig.cmake Brenmark.pc \
     libBrenmark.so bash-completion/completions/brenmark site-functions/_brenmark vendor_completions.d/brenmark.fish; do
     grep -qF "$wanted" <<<"$installed" || fail "not installed: $wanted"
 done
@@ -49,6 +49,19 @@ compile subdirectory CMakeFiles/host.dir/main.cpp.o
 # Not through a pipe: grep ends at the first match, and ldd, which writes on, would fail.
 grep -q libBrenmark <<<"$(ldd "$scratch/shared/host")" || fail "the shared library isn't what the host uses"
 ! grep -q libBrenmark <<<"$(ldd "$scratch/static/host")" || fail "the static library isn't what the host uses"
+
+# The samples of plug-ins, under the names that a sample deck asks for, without a look for any other package.
+cmake -S "$root/samples/plugins" -B "$scratch/plugins" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+    -DCMAKE_DISABLE_FIND_PACKAGE_Qt5=ON -DCMAKE_LIBRARY_OUTPUT_DIRECTORY="$scratch/home/Documents" \
+    -DCONTACT_MODEL_NAME="My Model" -DEXTERNAL_FORCE_NAME="My Force" -DPARTICLE_FACTORY_NAME=MyFactoryLib \
+    >"$scratch/log" 2>&1 || fail "plugins: $(cat "$scratch/log")"
+cmake --build "$scratch/plugins" >"$scratch/log" || fail "plugins: $(cat "$scratch/log")"
+as_user() { HOME=$scratch/home XDG_CONFIG_HOME=$scratch/home "$prefix/bin/brenmark" "$@" 2>&1; }
+said=$(as_user convert "$root/samples/plugins-24.dem" "$scratch/bound") || fail "the sample plug-ins: $said"
+! grep -qF "isn't known here" <<<"$said" || fail "not bound: $said"
+said=$(as_user verify "$root/samples/plugins-24.dem" "$scratch/bound.dem") || fail "with the sample plug-ins: $said"
+[ "$(as_user plugins | grep -c ', supported')" = 3 ] ||
+    fail "not all of the sample plug-ins can be bound"
 
 export PKG_CONFIG_PATH=$library/pkgconfig
 mkdir "$scratch/pkgconfig"

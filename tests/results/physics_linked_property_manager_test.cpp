@@ -183,7 +183,11 @@ public:
             required.push_back(std::make_unique<CCustomPropertyMetaData>(property, eDoubleProperty, 1u, 1u));
         return required;
     }
+    bool setupPlugin(std::unique_ptr<QLibrary>, const QString&, CPluginParticleFactoryList*) override { return true; }
     void unloadPlugin() override { ++unloaded; }
+    bool starting() override { return true; }
+    void stopping() override {}
+    bool createParticle(double, const CParticleTypes&, NApiFactory::SNewParticle&, bool&) override { return true; }
     QString typeWord() const override { return "library"; }
     QString displayName() const override { return "Feeder"; }
     std::unique_ptr<CParticleFactory> clone() const override { return nullptr; }

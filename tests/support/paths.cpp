@@ -10,4 +10,9 @@ std::string commandLineProgram() { return std::string(BRENMARK_BINARY_DIR) + "/b
 
 std::string failingCallsModule() { return std::string(BRENMARK_BINARY_DIR) + "/tests/libfailing_calls.so"; }
 
+std::string testPlugin(const std::string& name)
+{
+    return std::string(BRENMARK_BINARY_DIR) + "/tests/plugins/" + name + ".so";
+}
+
 } // namespace NBrenmark

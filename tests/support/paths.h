@@ -17,4 +17,7 @@ std::string commandLineProgram();
 /// Path of the module that makes calls fail, built from support/failing_calls.c.
 std::string failingCallsModule();
 
+/// Path of a plug-in that was built from support/plugin, for example testPlugin("model_250").
+std::string testPlugin(const std::string& name);
+
 } // namespace NBrenmark

@@ -337,7 +337,7 @@ void fill(CMaterialBlockMap& blocks)
 }
 
 // What can't hold anything yet.
-void fill(CPluginParticleFactoryList&) {}
+void fill(CPluginParticleFactoryList& factories) { factories.keepUnbound("Belt", "Conveyor"); }
 
 // ---------------------------------------------------------------- results
 

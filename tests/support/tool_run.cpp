@@ -117,6 +117,7 @@ void CToolRun::start()
     process = fork();
     require(process >= 0, "no process");
     if (process == 0) {
+        setenv("BRENMARK_NO_PLUGINS", "1", 0); // libraries and folders of whoever runs the tests are no part of them
         for (const auto& [name, value] : variables)
             setenv(name.c_str(), value.c_str(), 1);
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);

@@ -4,6 +4,7 @@
 Usage: json_schemas.py ROOT brenmark
 """
 import json
+import os
 import pathlib
 import shutil
 import subprocess
@@ -28,8 +29,8 @@ def validator(name):
     return jsonschema.Draft7Validator(schema, resolver=resolver)
 
 
-VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "progress", "archive",
-                                                "diff")}
+VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "plugins", "progress",
+                                                "archive", "diff")}
 
 
 def complaint(name, text):
@@ -102,6 +103,7 @@ def main():
 
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
+        os.environ["HOME"] = name  # where plug-ins are sought, and folders for them are made
         for number, deck in enumerate(decks(folder)):
             run("check", deck)
             run("info", deck)
@@ -121,7 +123,7 @@ def main():
         run("diff", ROOT / "samples" / "pile-27.dem", folder / "torn.dem")
         plain = folder / "new" / "samples" / "physics-25"
         run("verify", "--digest", plain.with_suffix(".digest.json"), plain.with_suffix(".dem"))
-        for command in ("convert", "check", "info", "config", "verify", "values"):
+        for command in ("convert", "check", "info", "config", "verify", "values", "plugins"):
             run(command)
             run(command, "--no-such-option")
     for line in complaints:

@@ -126,8 +126,9 @@ static const SFamily& legacyFamily()
                                 throughLegacy,
                                 {"surfaceBased ", "autoCenterParticle ", "templateName ", "autoProperties ",
                                  "creationTime", "enableRollingFriction ", "cylindricalPeriodicBoundaryConditions/",
-                                 "sizeDistributions/", "materialBlocks/", "/pairs/", "torqueFeedback ", "/display ",
-                                 "/motions ", "/loop ", "/loopInterval ", "/loopEndTime ", "blockName "},
+                                 "sizeDistributions/", "materialBlocks/", "/pluginFactories/", "/pairs/",
+                                 "torqueFeedback ", "/display ", "/motions ", "/loop ", "/loopInterval ",
+                                 "/loopEndTime ", "blockName "},
                                 accounts,
                                 {"dataMask ", "/bounds/", "Magnitude ", "/displacement ", "/cursor0 ",
                                  "/Turn#2/pointOfAction "}}; // a swing stores nothing there
@@ -299,7 +300,8 @@ static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, cons
             write(visitor, *object);
         },
         [&](IFileVisitorReader& visitor) { read(visitor, *back); });
-    EXPECT_EQ(log.text(), "");
+    const bool isTold = std::is_same_v<T, CPluginParticleFactoryList>; // that its factory isn't known here
+    EXPECT_EQ(log.count(), isTold ? 1u : 0u) << log.text();
     reportLeftBehind(NLogTitle::hdf5Write); // here, and not in the next test that closes a deck
     const auto linesThatCount = [&](T& which) {
         std::vector<std::string> kept = without(without(lines(which), family.notStored), places);

@@ -145,6 +145,7 @@ static const SLoss definitionLosses[] = {
     {"angularVelocity(Restricted|Limit)", "the limit of angular velocities"},
     {"cylindricalPeriodicBoundaryConditions/.*", "its cylindrical periodic boundary conditions"},
     {"materialBlocks/.*", "its material blocks"},
+    {"pluginFactories/.*", "its plug-in factories"},
     {"particles/[^/]*/(surfaceBased|auto.*|templateName)", "how its template was made"},
     {"geometryGroups/.*#2/.*|geometryGroups/count", "another group has its name"},
     {"geometryGroups/[^/]*/(vertices|bounds|(original)?[cC]entreOfMass|enclosedM.*|surfaceM.*).*",

@@ -47,6 +47,7 @@ private:
     void addLaw();
     void addValues();
     void addXml();
+    void addPlugins();
     void chooseXml();
     void addCompletion();
     /// What the commands take that read timesteps.
@@ -68,7 +69,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action, digestFile, tolerance;
+        intervals, action, digestFile, tolerance, library;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -83,6 +84,7 @@ private:
     SLawOptions law;
     SValuesOptions values;
     SXmlOptions xml;
+    SPluginsOptions plugins;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -126,6 +128,7 @@ CCommandLine::CCommandLine()
     addXml();
     archiveCommands.addTo([this](const char* name, const char* what) { return add(name, what); },
                           [this](std::function<EExitCode()> command) { chosen = std::move(command); });
+    addPlugins();
     addCompletion();
 }
 
@@ -168,6 +171,9 @@ void CCommandLine::addConvert()
     command->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
     command->add_flag("--ignore-companions", convert.ignoreCompanions,
                       "Leave out companions of the source that can't be read; not with --verify");
+    command->add_flag_callback(
+        "--no-plugins", [this] { convert.bindPlugins = false; },
+        "Bind no plug-in libraries; their models are kept by their names");
     command->add_flag("--digest", convert.digest, "Write the digest of the values beside the new deck");
     command->add_flag("--dry-run", convert.dryRun, "Look for what would stop it, and write nothing");
     command->add_option("--report", convert.page, "Write a report as a page, with the comparison of --verify")
@@ -479,6 +485,20 @@ void CCommandLine::addCompletion()
     CLI::App* const command = add("completion", "Show the completion for a shell: bash, zsh or fish");
     command->add_option("SHELL", key, "bash, zsh or fish")->required();
     command->callback([this] { chosen = [this] { return printCompletion(app, key); }; });
+}
+
+void CCommandLine::addPlugins()
+{
+    CLI::App* const command =
+        add("plugins", "Show the plug-in libraries that are found, and whether they can be bound");
+    command->add_flag("--json", plugins.json, "Show one JSON object");
+    command->add_option("--one-library", library)->group(""); // this program asks itself, in a process for each library
+    command->callback([this] {
+        chosen = [this] {
+            plugins.oneLibrary = library.empty() ? QString() : pathFrom(library);
+            return runPlugins(plugins);
+        };
+    });
 }
 
 void CCommandLine::chooseXml()

@@ -22,6 +22,7 @@ struct SConvertOptions
     bool verify = false;
     bool digest = false; ///< writes the digest of the values beside the new deck
     bool dryRun = false; ///< looks for what would stop it, and writes nothing
+    bool bindPlugins = true; ///< the libraries of the user's folders
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
@@ -128,6 +129,12 @@ struct SXmlOptions
     QString timestepDocument; ///< empty for none
 };
 
+struct SPluginsOptions
+{
+    bool json = false;
+    QString oneLibrary; ///< is asked in this process, for one that lists them; empty for the list
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -137,5 +144,6 @@ EExitCode runVerify(const SVerifyOptions& options);
 EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
+EExitCode runPlugins(const SPluginsOptions& options);
 
 } // namespace NBrenmark

@@ -2,6 +2,8 @@
 
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
+#include "brenmark/plugins/output_aside.h"
+#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/units_text.h"
 
@@ -14,6 +16,7 @@
 #include <chrono>
 #include <filesystem>
 #include <iterator>
+#include <optional>
 #include <sys/stat.h>
 
 namespace NBrenmark {
@@ -180,7 +183,7 @@ void giveUsualPermissions(const QString& companion)
 } // namespace
 
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose, bool digest)
+                             CProgressDisplay& progress, bool verbose, bool bindPlugins, bool digest)
 {
     SConversionRun run;
     CListener listener(folder, journal, sizes, progress, verbose, digest);
@@ -190,6 +193,12 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     SConversionOptions options;
     options.firstTimestep = journal.finished;
 
+    std::optional<COutputAside> aside; // libraries may print, and the result is the command's alone
+    std::optional<CUserPlugins> plugins;
+    if (bindPlugins) {
+        aside.emplace();
+        plugins.emplace();
+    }
     const auto begin = Clock::now();
     setFolderOfReplacements(folder.path());
     const bool ok = conversion.run(journal.source, folder.deck(), eFormatHdf5, options) == eConvertOk;
@@ -203,7 +212,8 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     run.error = utf8(conversion.failureText());
     run.messages = listener.joined(conversion.records(), conversion.records().size());
     if (run.succeeded) {
-        run.source = listener.takenSource(conversion.records());
+        if (!plugins || !plugins->haveLoaded()) // what a library adds to a model isn't the source's
+            run.source = listener.takenSource(conversion.records());
         giveUsualPermissions(stripDeckSuffix(folder.deck()) + NDeckFile::companionSuffix);
         listener.note(conversion.records());
         folder.syncDeck();

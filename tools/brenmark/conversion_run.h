@@ -27,9 +27,10 @@ struct SConversionRun
 /// Converts the journal's source into the folder's deck, from the first timestep that isn't finished on.
 /// \param journal   begun; says afterwards how far the deck is
 /// \param sizes     bytes of each timestep of the source
-/// \param verbose   a line for each timestep
-/// \param digest    whether the source's digest is wanted
+/// \param verbose      a line for each timestep
+/// \param bindPlugins  the libraries of the user's folders
+/// \param digest       whether the source's digest is wanted
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose, bool digest);
+                             CProgressDisplay& progress, bool verbose, bool bindPlugins, bool digest);
 
 } // namespace NBrenmark

@@ -10,6 +10,7 @@
 #include "brenmark/json_text.h"
 #include "brenmark/page/deck_facts.h"
 #include "brenmark/page/report_page.h"
+#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
@@ -241,6 +242,7 @@ void CConvertCommand::makeDeck()
         folder->keepTimesteps(first);
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
         result.run = runConversion(*folder, journal, sizes, progress, options.verbose,
+                                   options.bindPlugins && !areUserPluginsForbidden(),
                                    options.verify || options.digest);
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);

@@ -1,6 +1,8 @@
 #include "brenmark/failure.h"
 #include "brenmark/terminal.h"
 
+#include "core/first_failure.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -129,9 +131,8 @@ std::string adviceForWriting(const std::string& message)
 
 CFailure failureFromLog(const Ledger& messages, const std::string& path, const CFailure& fallback)
 {
-    const auto error = std::find_if(messages.begin(), messages.end(),
-                                    [](const SLogRecord& message) { return message.level == eError; });
-    if (error == messages.end())
+    const SLogRecord* const error = firstFailure(messages);
+    if (error == nullptr)
         return fallback;
     const std::string text = error->placedText();
     switch (error->cause) {

@@ -3,6 +3,7 @@
 #include "brenmark/failure.h"
 #include "brenmark/terminal.h"
 
+#include "core/first_failure.h"
 #include "core/log_titles.h"
 
 #include <algorithm>
@@ -82,10 +83,8 @@ std::string damageText(const Ledger& messages)
 
 Ledger withoutFirstError(Ledger messages)
 {
-    const auto error = std::find_if(messages.begin(), messages.end(),
-                                    [](const SLogRecord& message) { return message.level == eError; });
-    if (error != messages.end())
-        messages.erase(error);
+    if (const SLogRecord* const error = firstFailure(messages))
+        messages.erase(messages.begin() + (error - messages.data()));
     return messages;
 }
 

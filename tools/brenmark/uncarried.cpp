@@ -9,6 +9,14 @@
 
 namespace NBrenmark {
 
+/// "Mill#2", by which texts tell things of one name apart.
+static bool isNumbered(const std::string& name)
+{
+    const size_t mark = name.rfind('#');
+    return mark != std::string::npos && mark + 1 < name.size() &&
+           name.find_first_not_of("0123456789", mark + 1) == std::string::npos;
+}
+
 /// Charges that aren't custom properties, and what old contacts held beside their rows.
 bool isOfLegacyAlone(const std::string& path)
 {
@@ -22,6 +30,8 @@ bool isOfLegacyAlone(const std::string& path)
     const auto& [area, name, value, below] = parts;
     if (area == "sizeDistributions") // the law of a type that no group can be named after
         return count == 2 && name.find("%2f") != std::string::npos;
+    if (area == "pluginFactories") // nor after such a factory, nor two of one name
+        return count == 2 && (name.find("%2f") != std::string::npos || isNumbered(name));
     if (area == "contacts" && value == "contactRecords")
         return true;
     return count == 3 && ((area == "geometryGroups" && value == "charges") ||

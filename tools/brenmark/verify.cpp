@@ -5,6 +5,7 @@
 
 #include "brenmark/deck_digest.h"
 #include "brenmark/deck_text.h"
+#include "brenmark/plugins/plugin_changes.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/reading_faults.h"
 #include "brenmark/uncarried.h"
@@ -366,8 +367,11 @@ SVerification verify(const SDeckDigest& first, const QString& source, const QStr
         result.more =
             compareParts(source, converted, timesteps.models, limit, comparison.tolerance, known, differences) ||
             compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerance, known, differences);
-        if (first.format == eFormatLegacy && second.format == eFormatHdf5)
+        if (first.format == eFormatLegacy && second.format == eFormatHdf5) {
             setUncarriedApart(result);
+            const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
+            result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());
+        }
         if (comparison.isConversion && second.format == eFormatHdf5) {
             const std::vector<SDifference> stored =
                 second.storing.differences(first.storing.edition(), first.format == eFormatLegacy);

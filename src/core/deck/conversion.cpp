@@ -7,6 +7,7 @@
 #include "core/deck/deck_files.h"
 #include "core/deck/file_families.h"
 #include "core/deck/file_format_manager.h"
+#include "core/first_failure.h"
 #include "core/log.h"
 #include "core/log_titles.h"
 #include "core/messages.h"
@@ -71,9 +72,8 @@ QString whatItIs(const QString& path)
 /// The error text, and below it the first error of the ledger, with its place.
 QString failureOf(const QString& error, const std::vector<SLogRecord>& ledger)
 {
-    const auto first =
-        std::find_if(ledger.begin(), ledger.end(), [](const SLogRecord& message) { return message.level == eError; });
-    if (first == ledger.end())
+    const SLogRecord* const first = firstFailure(ledger);
+    if (first == nullptr)
         return error;
     const QString cause = QString::fromStdString(first->placedText());
     return error.isEmpty() ? cause : error + '\n' + cause;

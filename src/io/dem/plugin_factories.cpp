@@ -1,4 +1,4 @@
-// Particle factories of plug-in libraries. One whose library can't be bound is reported and left out.
+// Particle factories of plug-in libraries. One whose library can't be bound keeps its name and its library.
 #include "model/factories/plugin_factory_list.h"
 
 #include "core/log.h"
@@ -24,24 +24,34 @@ void CDemTimestepDataReader::readPluginParticleFactoryList(CPluginParticleFactor
         QString library = name; // once both were the same
         if (f.stores(gateFactoryLibrary))
             f.text(library);
-        if (kind != QLatin1String("library")) {
+        if (kind != QLatin1String(CPluginParticleFactoryList::word)) {
             reportOnce(eLost, NLogTitle::legacyRead,
                        "factory \"" + shortened(name) + "\" of the kind \"" + shortened(kind) +
                            "\" isn't a plug-in: left out.",
                        1, shortened(name));
             continue;
         }
-        if (!factories.addFactory(library, name))
-            reportOnce(eNotCarried, NLogTitle::legacyRead, // the deck is sound, the library isn't there
-                       "plug-in factory \"" + shortened(name) + "\" of the library \"" + shortened(library) +
-                           "\" can't be bound here: left out.",
-                       1, shortened(name));
+        if (factories.addFactory(library, name) != nullptr)
+            continue;
+        factories.keepUnbound(library, name);
+        reportOnce(eRemark, NLogTitle::legacyRead,
+                   "plug-in factory \"" + shortened(name) + "\" of the library \"" + shortened(library) +
+                       "\" isn't known here; both names are kept.",
+                   1, shortened(name));
     }
+    factories.isRead = true;
 }
 
 void CDemTimestepDataWriter::writePluginParticleFactoryList(const CPluginParticleFactoryList& factories)
 {
-    out().i32(factories.count());
+    COutForm f = out();
+    const std::vector<SPluginFactoryEntry> entries = factories.entries();
+    f.length("plug-in factory", leastFactoryBytes, entries);
+    for (const SPluginFactoryEntry& entry : entries) {
+        f.text(QString(CPluginParticleFactoryList::word));
+        f.text(entry.name);
+        f.text(entry.library);
+    }
 }
 
 } // namespace NBrenmark

@@ -1,7 +1,8 @@
-// No plug-in is loaded here: what a deck names is kept out of the list and reported by its reader.
+// The factories of libraries in the order in which they were added, and what is known of those that aren't there.
 #include "model/factories/plugin_factory_list.h"
 
 #include "model/factories/plugin_factory.h"
+#include "model/factories/plugins/particle_factories.h"
 #include "physics/physics_listener.h"
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
@@ -15,6 +16,21 @@ CPluginParticleFactoryList::~CPluginParticleFactoryList() { clear(); }
 void CPluginParticleFactoryList::read(IFileVisitorReader& v) { v.readPluginParticleFactoryList(*this); }
 
 void CPluginParticleFactoryList::write(IFileVisitorWriter& v) const { v.writePluginParticleFactoryList(*this); }
+
+IPluginParticleFactoryWrapper* CPluginParticleFactoryList::addFactory(const QString& fileName, const QString& name)
+{
+    std::unique_ptr<IPluginParticleFactoryWrapper> factory = NApiFactory::bindParticleFactory(fileName, name, this);
+    return factory != nullptr && add(std::move(factory)) ? factories.back().get() : nullptr;
+}
+
+std::vector<SPluginFactoryEntry> CPluginParticleFactoryList::entries() const
+{
+    std::vector<SPluginFactoryEntry> all;
+    for (const std::unique_ptr<IPluginParticleFactoryWrapper>& factory : factories)
+        all.push_back({factory->name, factory->libraryName});
+    all.insert(all.end(), unbound.begin(), unbound.end());
+    return all;
+}
 
 bool CPluginParticleFactoryList::add(std::unique_ptr<IPluginParticleFactoryWrapper> added)
 {
@@ -50,6 +66,8 @@ void CPluginParticleFactoryList::clear()
 {
     while (!factories.empty())
         removeFactory(count() - 1);
+    unbound.clear();
+    isRead = false;
 }
 
 void CPluginParticleFactoryList::addListener(IPluginParticleFactoryListChangeListener* listener)

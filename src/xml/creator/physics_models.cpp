@@ -124,9 +124,9 @@ private:
         tellUnknown<CContactModelPhantom>("contact model", *made);
         CXmlReader reader(attributes, options);
         made->read(reader);
-        IContactModel* const added = made.get();
+        const quint32 modelType = made->modelType;
         if (object.addContactModel(std::move(made), CPhysicsModels::atEnd)) // refused, it is reported and left out
-            model = added;
+            model = object.chain(modelType).back().get();
         isLeftOut = model == nullptr;
     }
 
@@ -146,9 +146,8 @@ private:
         tellUnknown<CExternalForcePhantom>("external force", *made);
         CXmlReader reader(attributes, options);
         made->read(reader);
-        IExternalForce* const added = made.get();
         if (object.addExternalForce(std::move(made), CPhysicsModels::atEnd))
-            force = added;
+            force = object.externalForces.back().get();
         isLeftOut = force == nullptr;
     }
 

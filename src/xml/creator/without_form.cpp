@@ -201,7 +201,7 @@ void reportWithoutForm(const CCreatorData& creator)
                      !creator.cylindricalPeriodicBoundaryConditions.geometryName.isEmpty(),
                  "its cylindrical periodic boundary conditions");
     losses.addIf(!creator.materialBlocks.isEmpty(), "its material blocks");
-    losses.addIf(creator.pluginFactories.count() > 0, "its plug-in factories");
+    losses.addIf(!creator.pluginFactories.entries().empty(), "its plug-in factories");
     losses.tell("the definition", "");
     for (const std::unique_ptr<CParticleType>& type : creator.particleTypes.types) {
         CXmlLosses ofType;

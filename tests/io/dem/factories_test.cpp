@@ -484,7 +484,7 @@ TEST(DemFactories, refuseASizeOfAnUnknownTypeInATimestep)
 
 // ---------------------------------------------------------------- plug-in factories
 
-TEST(DemPluginFactories, thatCantBeBoundAreToldAndLeftOut)
+TEST(DemPluginFactories, thatCantBeBoundKeepTheirNames)
 {
     const std::vector<SDeckPluginFactory> stored{{"library", "Feeder", "libfeeder"}, {"", "Grid", "none"}};
     for (const quint32 version : {makeVersion(20, 0, 16), makeVersion(22, 255, 0), makeVersion(23, 0, 0), current}) {
@@ -497,8 +497,11 @@ TEST(DemPluginFactories, thatCantBeBoundAreToldAndLeftOut)
         EXPECT_EQ(list.count(), 0u);
         EXPECT_EQ(log.count(), 2u) << log.text();
         const std::string library = version < makeVersion(23, 0, 0) ? "Feeder" : "libfeeder";
-        for (const std::string& told : {"plug-in factory \"Feeder\" of the library \"" + library + "\" can't be bound",
-                                        std::string("factory \"Grid\" of the kind \"\"")})
+        const std::vector<SPluginFactoryEntry> kept{{"Feeder", QString::fromStdString(library)}};
+        EXPECT_EQ(list.entries(), kept);
+        for (const std::string& told :
+             {"plug-in factory \"Feeder\" of the library \"" + library + "\" isn't known here",
+              std::string("factory \"Grid\" of the kind \"\"")})
             EXPECT_NE(log.text().find(told), std::string::npos) << log.text();
     }
     CPluginParticleFactoryList list;

@@ -293,7 +293,7 @@ TEST(NamesInHdf5, thatNoGroupCanHaveAreRefusedBeforeAnythingIsWritten)
     }
 }
 
-TEST(PluginFactoriesOfHdf5, areSkippedAndTold)
+TEST(PluginFactoriesOfHdf5, keepTheirNames)
 {
     CHdf5Sample sample;
     CPluginParticleFactoryList list;
@@ -307,7 +307,17 @@ TEST(PluginFactoriesOfHdf5, areSkippedAndTold)
     EXPECT_EQ(log.count(), 2u);
     EXPECT_THAT(log.text(), HasSubstr("\"Alt\" of the kind \"built in\" isn't a plug-in: left out."));
     EXPECT_THAT(log.text(),
-                HasSubstr("plug-in factory \"Regen\" of the library \"rain\" can't be bound here: left out."));
+                HasSubstr("plug-in factory \"Regen\" of the library \"rain\" isn't known here; both names are kept."));
+
+    // Written again they are there, but for names that no group can have, and for a second one of a name.
+    for (const char* name : {"a/b", ".", "Regen"})
+        list.keepUnbound("snow", name);
+    clearLogOnceMemory();
+    CHdf5Sample again;
+    EXPECT_EQ(again.tree<CreatorWriter>(list), "/\n/PluginFactories/\n/PluginFactories/Regen/\n"
+                                               "/PluginFactories/Regen/@type string[8] = \"library\"\n"
+                                               "/PluginFactories/Regen/@source string[5] = \"rain\"\n");
+    EXPECT_EQ(log.count(), 5u);
 }
 
 } // namespace NBrenmark

@@ -54,6 +54,7 @@ static void addModel(Json& deck, CDeckReader& reader)
     deck["geometryGroups"] = geometryList(frame.creator.geometryGroups);
     deck["factories"] = factoryList(frame.creator.geometryGroups);
     deck["physics"] = physicsObject(frame.creator.physicsModels);
+    deck["pluginFactories"] = pluginFactoryList(frame.creator.pluginFactories);
     deck["customProperties"] = propertyList(reader);
 }
 

@@ -2,7 +2,9 @@
 #include "brenmark/info/table.h"
 
 #include "brenmark/failure.h"
+#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/units_text.h"
+#include "model/factories/plugin_factory_list.h"
 #include "physics/parameter_records.h"
 #include "physics/phantoms.h"
 #include "physics/physics_models.h"
@@ -116,15 +118,27 @@ private:
     }
 };
 
+/// Adds where the library of a plug-in is, if it is anywhere.
+void addLibrary(Json& object, const SPluginKind& kind, const QString& name)
+{
+    const SUserLibrary library = userLibrary(kind, name);
+    object["library"] = library.path.isEmpty() ? Json() : Json(utf8(library.path));
+    object["libraryNote"] = library.words;
+}
+
 template <class TPhantom, class TModel>
-Json modelObject(const TModel& model)
+Json modelObject(const TModel& model, const SPluginKind& kind)
 {
     CParameterCollector collector;
     model.write(collector);
-    return {{"name", utf8(model.modelName())},
-            {"source", model.source},
-            {"known", dynamic_cast<const TPhantom*>(&model) == nullptr},
-            {"parameters", collector.parameters}};
+    const bool isKnown = dynamic_cast<const TPhantom*>(&model) == nullptr;
+    Json object{{"name", utf8(model.modelName())},
+                {"source", model.source},
+                {"known", isKnown},
+                {"parameters", collector.parameters}};
+    if (!isKnown && model.source != eBuiltInModel)
+        addLibrary(object, kind, model.modelName());
+    return object;
 }
 
 std::string parameterText(const Json& parameter)
@@ -143,6 +157,8 @@ void printModels(const Json& models, const std::string& noun, const std::string&
     CTable table;
     for (const Json& model : models) {
         std::string rest = model["known"].get<bool>() ? "" : "not known here, kept by its name";
+        if (model.contains("libraryNote"))
+            rest += "; " + shown(model["libraryNote"]);
         for (const Json& parameter : model["parameters"])
             rest += (rest.empty() ? "" : ", ") + parameterText(parameter);
         table.row(shown(model["name"]), rest.empty() ? "no parameters" : rest);
@@ -154,16 +170,27 @@ void printModels(const Json& models, const std::string& noun, const std::string&
 
 Json physicsObject(const CPhysicsModels& physics)
 {
-    const auto list = [](const auto& models, auto describe) {
+    const auto list = [](const auto& models, auto describe, const SPluginKind& kind) {
         Json objects = Json::array();
         for (const auto& model : models)
-            objects.push_back(describe(*model));
+            objects.push_back(describe(*model, kind));
         return objects;
     };
-    return {
-        {"sphereSphereModels", list(physics.sphereSphereModels, modelObject<CContactModelPhantom, IContactModel>)},
-        {"sphereGeometryModels", list(physics.sphereGeometryModels, modelObject<CContactModelPhantom, IContactModel>)},
-        {"externalForces", list(physics.externalForces, modelObject<CExternalForcePhantom, IExternalForce>)}};
+    const auto describeModel = modelObject<CContactModelPhantom, IContactModel>;
+    const auto describeForce = modelObject<CExternalForcePhantom, IExternalForce>;
+    return {{"sphereSphereModels", list(physics.sphereSphereModels, describeModel, contactModelPlugins)},
+            {"sphereGeometryModels", list(physics.sphereGeometryModels, describeModel, contactModelPlugins)},
+            {"externalForces", list(physics.externalForces, describeForce, externalForcePlugins)}};
+}
+
+Json pluginFactoryList(const CPluginParticleFactoryList& factories)
+{
+    Json list = Json::array();
+    for (const SPluginFactoryEntry& entry : factories.entries()) {
+        list.push_back({{"name", utf8(entry.name)}, {"libraryName", utf8(entry.library)}});
+        addLibrary(list.back(), particleFactoryPlugins, entry.library);
+    }
+    return list;
 }
 
 void printPhysics(const Json& deck)
@@ -173,6 +200,11 @@ void printPhysics(const Json& deck)
     printModels(physics["sphereGeometryModels"], "contact model",
                 " between particles and geometry, in the order of the chain");
     printModels(physics["externalForces"], "external force", "");
+    CTable factories;
+    for (const Json& factory : deck["pluginFactories"])
+        factories.row(shown(factory["name"]),
+                      "of the library " + shown(factory["libraryName"]) + "; " + shown(factory["libraryNote"]));
+    factories.printUnlessEmpty(countText(factories.size(), "plug-in factory", "plug-in factories"));
 }
 
 } // namespace NBrenmark

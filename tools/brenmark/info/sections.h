@@ -13,6 +13,7 @@ class CCustomPropertyMetaData;
 class CDeckReader;
 class CFailure;
 class CPhysicsModels;
+class CPluginParticleFactoryList;
 class GeometryGroups;
 struct SSimulationFrame;
 
@@ -33,7 +34,10 @@ Json factoryList(const GeometryGroups& groups);
 void printGeometry(const Json& deck);
 
 /// Both chains of contact models and the external forces, in order, with what can be said of their parameters in a line.
+/// Of a plug-in's they say where its library is; nothing is loaded.
 Json physicsObject(const CPhysicsModels& physics);
+/// Name and library of each factory of a plug-in.
+Json pluginFactoryList(const CPluginParticleFactoryList& factories);
 void printPhysics(const Json& deck);
 
 /// Calls take with owner, definition and whether timesteps store it, for all definitions, owner by owner.

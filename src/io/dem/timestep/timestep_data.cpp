@@ -108,6 +108,18 @@ static void readWholeGeometry(CDemDataStream& stream, CCreatorData& creator)
     creator.modified = true;
 }
 
+/// The current family stores the list with the model: one that differs from that of the timestep before makes another
+/// model.
+static void readPluginFactories(CDemTimestepDataReader& reader, CCreatorData& creator)
+{
+    CPluginParticleFactoryList& factories = creator.pluginFactories;
+    const bool isFollowing = factories.isRead;
+    const std::vector<SPluginFactoryEntry> before = factories.entries();
+    factories.read(reader);
+    if (isFollowing && !(factories.entries() == before))
+        creator.modified = true;
+}
+
 /// What waited for the walls of a timestep.
 static void runPendingUpgrades(const SSaveOptions& options, CCreatorData& creator)
 {
@@ -244,7 +256,7 @@ void CDemTimestepDataReader::readTimestepData(CTimestepData& timestep)
     else
         readOldPairs(*this, f, timestep);
     if (f.stores(from(2, 4, 1)))
-        creator.pluginFactories.read(*this);
+        readPluginFactories(*this, creator);
     if (f.stores(from(2, 4, 30).below(2, 4, 32)))
         timestep.systemEnergy.cumulative.read(*this);
 

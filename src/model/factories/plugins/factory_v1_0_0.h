@@ -1,0 +1,28 @@
+#pragma once
+// Particle factories of the interface version 1.0.0: exported functions, and no custom properties.
+
+#include "model/factories/plugins/factory_wrapper.h"
+
+#include <brenmark/plugin/particle_factory_1.h>
+
+namespace NBrenmark::NApiFactory {
+
+class CPluginParticleFactoryWrapper_V1_0_0 : public CPluginParticleFactoryWrapper
+{
+public:
+    ~CPluginParticleFactoryWrapper_V1_0_0() override;
+
+    bool setupPlugin(std::unique_ptr<QLibrary> loaded, const QString& factoryName,
+                     CPluginParticleFactoryList* list) override;
+    void unloadPlugin() override;
+    std::unique_ptr<CParticleFactory> clone() const override;
+    bool starting() override { return true; }
+    void stopping() override {}
+    bool createParticle(double time, const CParticleTypes& types, SNewParticle& particle, bool& created) override;
+    RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
+
+private:
+    CreateParticle create = nullptr;
+};
+
+} // namespace NBrenmark::NApiFactory

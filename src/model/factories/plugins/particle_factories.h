@@ -1,0 +1,30 @@
+#pragma once
+// Binds particle factories of customers' libraries.
+
+#include <QString>
+
+#include <memory>
+
+class QLibrary;
+
+namespace NBrenmark {
+
+class CPluginParticleFactoryList;
+class IPluginParticleFactoryWrapper;
+
+namespace NApiFactory {
+
+/// The factory of a library, or null, with the reason told, if it can't be bound. Null as well, and nothing loaded, while
+/// nothing is to be bound.
+/// \param libraryName  as the deck has it: the base name of the file
+/// \param name         of the factory
+/// \param list         that it is for; not owned
+std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(const QString& libraryName, const QString& name,
+                                                                   CPluginParticleFactoryList* list);
+/// The same of a loaded library.
+std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_ptr<QLibrary> library, quint32 version,
+                                                                   const QString& name,
+                                                                   CPluginParticleFactoryList* list);
+
+} // namespace NApiFactory
+} // namespace NBrenmark

@@ -1,0 +1,16 @@
+#pragma once
+// Binds contact models of customers' libraries.
+
+#include "physics/plugins/contact_model_wrapper.h"
+
+namespace NBrenmark::NApiCm {
+
+/// The model of a library by its name, or null, with the reason told, if it can't be bound. Null as well, and nothing
+/// loaded, while nothing is to be bound.
+/// \param modelType  EContactModelType
+std::unique_ptr<IPluginContactModelWrapper> bindContactModel(const QString& name, quint32 modelType);
+/// The same of a loaded library.
+std::unique_ptr<IPluginContactModelWrapper> bindContactModel(std::unique_ptr<QLibrary> library, quint32 version,
+                                                             const QString& name, quint32 modelType);
+
+} // namespace NBrenmark::NApiCm

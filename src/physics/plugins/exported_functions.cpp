@@ -1,0 +1,67 @@
+#include "physics/plugins/exported_functions.h"
+
+namespace NBrenmark {
+
+std::string paddedPreferenceFile(QLibrary& library, const char* exportName, const SPluginKind& kind,
+                                 CPluginErrors& errors)
+{
+    const auto getName = resolved<NApiCore::GetPaddedFileName>(library, exportName);
+    const CPluginBinding* const binding = CPluginBinding::current();
+    if (getName == nullptr || binding == nullptr)
+        return std::string();
+    std::string name(NApiCore::paddedFileNameSize, ' ');
+    errors.guarded(false, [&] {
+        getName(name.data());
+        return true;
+    });
+    name.resize(name.find_last_not_of(' ') + 1);
+    name.resize(std::min(name.size(), name.find('\0'))); // a library may end it as C does
+    return name.empty() ? name : preferenceFolder(binding->folders, kind).toStdString() + name;
+}
+
+void tellUnresolved(const char* exportName, CPluginErrors& errors)
+{
+    errors.tell(QString("Cannot resolve function: %1").arg(exportName));
+}
+
+bool CPropertyExports::resolve(QLibrary& library, CPluginErrors& errors)
+{
+    bool all = true;
+    const auto find = [&](auto& function, const char* exportName) {
+        function = resolved<std::decay_t<decltype(function)>>(library, exportName);
+        if (function != nullptr)
+            return;
+        tellUnresolved(exportName, errors);
+        all = false;
+    };
+    find(registerProperty, "REGISTERNEWPARTICLEPROPERTY");
+    find(getNumber, "GETNUMBEROFREQUIREDPROPERTIES");
+    find(getDetails, "GETDETAILSFORPROPERTY");
+    return all;
+}
+
+void CPropertyExports::clear()
+{
+    registerProperty = nullptr;
+    getNumber = nullptr;
+    getDetails = nullptr;
+    properties.clear();
+}
+
+RequiredProperties CPropertyExports::requiredProperties(unsigned int ownerType, CPluginErrors& errors)
+{
+    if (ownerType != eParticleOwner || getNumber == nullptr || getDetails == nullptr)
+        return {};
+    const auto count = [this] {
+        unsigned int number = 0;
+        getNumber(&number);
+        return number;
+    };
+    const auto ask = [this](unsigned int index, SPluginProperty& property) {
+        return getDetails(&index, property.name.data(), &property.dataType, &property.numberOfElements,
+                          &property.unitType) != 0;
+    };
+    return properties.of(ownerType, count, ask, errors);
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,36 @@
+#pragma once
+// What libraries of generation 1 export beside their work call: the name of a preference file, and from 1.1.0 on the
+// custom properties that they need.
+
+#include "physics/plugins/plugin_library.h"
+#include "physics/plugins/plugin_properties.h"
+
+#include <brenmark/plugin/exports.h>
+
+namespace NBrenmark {
+
+/// Path of a library's preference file: the name that its export gives, in the folder of the kind; empty without one.
+/// \param exportName  may be missing
+std::string paddedPreferenceFile(QLibrary& library, const char* exportName, const SPluginKind& kind,
+                                 CPluginErrors& errors);
+
+/// Tells a function that a library must export and doesn't.
+void tellUnresolved(const char* exportName, CPluginErrors& errors);
+
+/// The exports for custom properties, which are those of particles.
+class CPropertyExports
+{
+public:
+    /// \return false, with what is missing told
+    bool resolve(QLibrary& library, CPluginErrors& errors);
+    void clear();
+    RequiredProperties requiredProperties(unsigned int ownerType, CPluginErrors& errors);
+
+private:
+    NApiCore::RegisterParticleProperty registerProperty = nullptr;
+    NApiCore::GetNumberOfProperties getNumber = nullptr;
+    NApiCore::GetDetailsForProperty getDetails = nullptr;
+    CPluginProperties properties;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,57 @@
+// The table of interface versions of external forces.
+#include "physics/plugins/external_forces.h"
+
+#include "core/version.h"
+#include "physics/plugins/external_force_v1_1_0.h"
+#include "physics/plugins/external_force_v2_0_0.h"
+#include "physics/plugins/external_force_v2_1_0.h"
+#include "physics/plugins/external_force_v2_2_0.h"
+#include "physics/plugins/external_force_v2_4_0.h"
+#include "physics/plugins/plugin_library.h"
+
+namespace NBrenmark::NApiPbf {
+
+using ForceVersionRow = SPluginVersion<IPluginExternalForceWrapper>;
+
+template <class TWrapper>
+static ForceVersionRow forceVersion(quint32 major, quint32 minor)
+{
+    return {makeVersion(major, minor, 0),
+            []() -> std::unique_ptr<IPluginExternalForceWrapper> { return std::make_unique<TWrapper>(); }};
+}
+
+static const std::vector<ForceVersionRow>& forceVersions()
+{
+    static const std::vector<ForceVersionRow> rows = {
+        forceVersion<CPluginExternalForceWrapper_V1_0_0>(1, 0), forceVersion<CPluginExternalForceWrapper_V1_1_0>(1, 1),
+        forceVersion<CPluginExternalForceWrapper_V2_0_0>(2, 0), forceVersion<CPluginExternalForceWrapper_V2_1_0>(2, 1),
+        forceVersion<CPluginExternalForceWrapper_V2_2_0>(2, 2), forceVersion<CPluginExternalForceWrapper_V2_3_0>(2, 3),
+        forceVersion<CPluginExternalForceWrapper_V2_4_0>(2, 4),
+    };
+    return rows;
+}
+
+std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<QLibrary> library, quint32 version,
+                                                               const QString& name)
+{
+    const ForceVersionRow* const row = versionRow(forceVersions(), version);
+    if (row == nullptr) {
+        tellUnsupportedVersion(version, QString());
+        return nullptr;
+    }
+    std::unique_ptr<IPluginExternalForceWrapper> wrapper = row->make();
+    return wrapper->setupPlugin(std::move(library), name.toStdString()) ? std::move(wrapper) : nullptr;
+}
+
+std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(const QString& name)
+{
+    const CPluginBinding* const binding = CPluginBinding::current();
+    if (binding == nullptr)
+        return nullptr;
+    SLoadedLibrary loaded = loadPluginLibrary(*binding, externalForcePlugins, name);
+    if (loaded.library == nullptr)
+        return nullptr;
+    return bindExternalForce(std::move(loaded.library), loaded.version, name);
+}
+
+} // namespace NBrenmark::NApiPbf

@@ -1,0 +1,15 @@
+#pragma once
+// Binds external forces of customers' libraries.
+
+#include "physics/plugins/external_force_wrapper.h"
+
+namespace NBrenmark::NApiPbf {
+
+/// The force of a library by its name, or null, with the reason told, if it can't be bound. Null as well, and nothing
+/// loaded, while nothing is to be bound.
+std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(const QString& name);
+/// The same of a loaded library.
+std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<QLibrary> library, quint32 version,
+                                                               const QString& name);
+
+} // namespace NBrenmark::NApiPbf

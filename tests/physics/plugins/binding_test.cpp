@@ -1,0 +1,461 @@
+// Plug-ins of every kind and interface version, good and broken ones, from their files to bound models.
+#include "model/factories/plugin_factory.h"
+#include "model/factories/plugin_factory_list.h"
+#include "model/particle_types.h"
+#include "physics/phantoms.h"
+#include "physics/physics_models.h"
+#include "physics/plugins/contact_models.h"
+#include "physics/plugins/external_forces.h"
+#include "results/physics_linked_property_manager.h"
+
+#include "support/log_capture.h"
+#include "support/plugin_folders.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <cxxabi.h>
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+namespace NBrenmark {
+
+using testing::HasSubstr;
+
+/// "p:Wear (particle):1:0.5" for each property: owner, name, elements, first initial value.
+template <class TPlugin>
+static std::string neededBy(const TPlugin& plugin)
+{
+    std::string text;
+    for (const auto& [owner, letter] : {std::pair(eParticleOwner, 'p'), std::pair(eContactOwner, 'c'),
+                                        std::pair(eGeometryOwner, 'g'), std::pair(eSimulationOwner, 's')})
+        for (const auto& property : plugin.requiredProperties(owner))
+            text += (text.empty() ? "" : " ") + std::string(1, letter) + ':' + property->name + ':' +
+                    std::to_string(property->numberOfElements) + ':' +
+                    QString::number(property->initialValue(0)).toStdString();
+    return text;
+}
+
+/// Binds a plug-in, whose kind is in its name. \return what it needs, or "not bound"
+static std::string boundAs(const std::string& plugin, SPluginFoldersOfTest& folders)
+{
+    const QString file = folders.put(plugin, "user/Mine.so");
+    std::string needed = "not bound";
+    if (plugin.compare(0, 5, "model") == 0) {
+        if (const auto model = createContactModel("Mine", eSphereGeometryModel, ePluginModel))
+            needed = neededBy(*model);
+    }
+    else if (plugin.compare(0, 5, "force") == 0) {
+        if (const auto force = createExternalForce("Mine", ePluginModel, nullptr))
+            needed = neededBy(*force);
+    }
+    else {
+        CPluginParticleFactoryList list;
+        if (const auto* const factory = list.addFactory("Mine", "Feed"))
+            needed = neededBy(*factory);
+    }
+    QLibrary library(file);
+    if (const QFunctionPointer live = library.resolve("LIVE_INSTANCES")) {
+        EXPECT_EQ(*reinterpret_cast<const int*>(live), 0) << plugin << ": all that was made is released";
+    }
+    return needed;
+}
+
+struct SBindCase
+{
+    const char* plugin;
+    const char* needed;
+    const char* told; ///< all of it; FILE stands for the library's path
+};
+
+static const char* const particles = "p:Wear (particle):1:0 p:Is Worn:1:0";
+static const char* const owners =
+    "p:Wear (particle):1:0 p:Is Worn:1:0 c:Wear (contact):2:0 g:Wear (geometry):3:0 s:Wear (simulation):4:0";
+static const char* const valued =
+    "p:Wear (particle):1:0.5 p:Is Worn:1:1 c:Wear (contact):2:0.5 g:Wear (geometry):3:0.5 s:Wear (simulation):4:0.5";
+#define MODEL_TITLE "ERROR Sphere To Geometry Contact Model Plugin (Mine): "
+#define MODEL "Sphere To Geometry - Mine Contact Model\n"
+#define FORCE_TITLE "ERROR External Force Plugin (Mine): "
+#define FORCE "Mine - Particle Body Force\n"
+#define FACTORY_TITLE "ERROR Factory Plugin (Feed): "
+#define UNSUPPORTED(version)                                                                                           \
+    "ERROR Plugins: The library interface version (" version ") is not supported by this release.\n"
+#define MODEL_NEEDS                                                                                                    \
+    "ERROR Plugins: The contact model interface version is not supported,\nthe contact model must use interface "      \
+    "version 2.5.0\n"
+#define FACTORY_NEEDS                                                                                                  \
+    "ERROR Plugins: The plugin factory interface version is not supported,\nthe external factory must use "            \
+    "interface version 2.1.0\n"
+#define NO_VERSION(name) "ERROR Plugins: Could not locate method:\n    " name "\nIn plugin file:\n    FILE\n"
+
+// The texts are those that users of the libraries' makers know.
+static const SBindCase bindCases[] = {
+    {"model_100", "", ""},
+    {"model_110", particles, ""},
+    {"model_200", particles, ""},
+    {"model_210", owners, ""},
+    {"model_220", owners, ""},
+    {"model_230", valued, ""},
+    {"model_240", valued, ""},
+    {"model_250", valued, ""},
+    {"force_100", "", ""},
+    {"force_110", particles, ""},
+    {"force_200", particles, ""},
+    {"force_210", owners, ""},
+    {"force_220", valued, ""},
+    {"force_230", valued, ""},
+    {"force_240", valued, ""},
+    {"factory_100", "", ""},
+    {"factory_200", "", ""},
+    {"factory_210", owners, ""},
+    {"model_100_without_GET_VERSION", "not bound", NO_VERSION("GETCMINTERFACEVERSION")},
+    {"force_100_without_GET_VERSION", "not bound", NO_VERSION("GETEFINTERFACEVERSION")},
+    {"factory_200_without_GET_VERSION", "not bound", NO_VERSION("GETFACTINTERFACEVERSION")},
+    {"model_100_without_GET_PREFERENCE_FILE", "", ""},
+    {"force_100_without_GET_PREFERENCE_FILE", "", ""},
+    {"factory_100_without_GET_PREFERENCE_FILE", "", ""},
+    {"model_100_without_WORK", "not bound", MODEL_TITLE "Cannot resolve function: CALCULATEFORCE\n"},
+    {"force_100_without_WORK", "not bound", FORCE_TITLE "Cannot resolve function: EXTERNALFORCE\n"},
+    {"factory_100_without_WORK", "not bound", FACTORY_TITLE "Cannot resolve function: CREATEPARTICLE\n"},
+    {"model_110_without_REGISTER", "not bound", MODEL_TITLE "Cannot resolve function: REGISTERNEWPARTICLEPROPERTY\n"},
+    {"model_110_without_NUMBER", "not bound", MODEL_TITLE "Cannot resolve function: GETNUMBEROFREQUIREDPROPERTIES\n"},
+    {"force_110_without_DETAILS", "not bound", FORCE_TITLE "Cannot resolve function: GETDETAILSFORPROPERTY\n"},
+    {"model_200_without_GET_INSTANCE", "not bound",
+     MODEL_TITLE MODEL "Could not resolve method in plugin file (GETCMINSTANCE).\n"},
+    {"model_200_without_RELEASE_INSTANCE", "not bound",
+     MODEL_TITLE MODEL "Could not resolve method in plugin file (RELEASECMINSTANCE).\n"},
+    {"force_200_without_GET_INSTANCE", "not bound",
+     FORCE_TITLE FORCE "Could not resolve method in plugin file (GETPBFINSTANCE).\n"},
+    {"force_200_without_RELEASE_INSTANCE", "not bound",
+     FORCE_TITLE FORCE "Could not resolve method in plugin file (RELEASEPBFINSTANCE).\n"},
+    {"factory_200_without_GET_INSTANCE", "not bound", FACTORY_TITLE "Cannot resolve function: GETFACTORYINSTANCE\n"},
+    {"factory_200_without_RELEASE_INSTANCE", "not bound",
+     FACTORY_TITLE "Cannot resolve function: RELEASEFACTORYINSTANCE\n"},
+    {"model_200_fault_1", "not bound",
+     MODEL_TITLE MODEL "GETINSTANCE() method did not return a valid plugin instance.\n"},
+    {"force_200_fault_1", "not bound",
+     FORCE_TITLE FORCE "GETINSTANCE() method did not return a valid plugin instance.\n"},
+    {"factory_200_fault_1", "not bound",
+     FACTORY_TITLE "Plugin factories GETFACTORYINSTANCE() method did not return a valid plugin instance.\n"},
+    {"model_210_fault_2", "not bound",
+     MODEL_TITLE "The plug-in threw an exception: no licence\n" MODEL_TITLE MODEL
+                 "GETINSTANCE() method did not return a valid plugin instance.\n"},
+    {"model_200_fault_3", "not bound", MODEL_TITLE MODEL "Plugin's setup method return failure.\n"},
+    {"model_210_fault_3", "not bound",
+     MODEL_TITLE MODEL "Plugin's setup method return failure.\n"
+                       "ERROR Preference File Error: line 3 isn't a number\n"},
+    {"force_200_fault_3", "not bound",
+     FORCE_TITLE FORCE "Plugin's setup method return failure.\nERROR Preference File Error: Could not initialise the "
+                       "configuration for this Particle Body Force model.\n"},
+    {"force_210_fault_3", "not bound",
+     FORCE_TITLE FORCE "Plugin's setup method return failure.\nERROR Preference File Error: line 3 isn't a number\n"},
+    {"factory_210_fault_3", "not bound",
+     FACTORY_TITLE "Plugin factories setup() method return failure.\nERROR Preference File Error: line 3 isn't a "
+                   "number\n"},
+    {"model_reports_2_6_0", "not bound", UNSUPPORTED("2.6.0") MODEL_NEEDS},
+    {"model_reports_1_0_1", "not bound", UNSUPPORTED("1.0.1") MODEL_NEEDS},
+    {"force_reports_2_5_0", "not bound", UNSUPPORTED("2.5.0")},
+    {"force_reports_1_0_1", "not bound", UNSUPPORTED("1.0.1")},
+    {"factory_reports_1_1_0", "not bound", UNSUPPORTED("1.1.0") FACTORY_NEEDS},
+    {"factory_reports_2_6_0", "not bound", UNSUPPORTED("2.6.0") FACTORY_NEEDS},
+};
+
+TEST(PlugIns, areBoundByTheExactVersionOrSayWhyNot)
+{
+    for (const SBindCase& c : bindCases) {
+        SPluginFoldersOfTest folders;
+        clearLogOnceMemory();
+        const CLogCapture log;
+        EXPECT_EQ(boundAs(c.plugin, folders), c.needed) << c.plugin;
+        QString told = c.told;
+        told.replace("FILE", QFileInfo(folders.folder.path("user/Mine.so")).canonicalFilePath());
+        EXPECT_EQ(log.text(), told.toStdString()) << c.plugin;
+    }
+}
+
+// ---------------------------------------------------------------- where they are
+
+TEST(PlugIns, areSoughtInTwoFoldersAndNowhereElse)
+{
+    SPluginFoldersOfTest folders;
+    const auto needs = [](const char* name) {
+        const auto model = createContactModel(name, eSphereSphereModel, 2);
+        return model != nullptr ? neededBy(*model) : "not bound";
+    };
+    clearLogOnceMemory();
+    const CLogCapture log;
+    EXPECT_EQ(needs("Mine"), "not bound");
+    EXPECT_EQ(log.text(), "WARNING Plugins: Plugin file does not exist:\n    " +
+                              folders.folder.path("documents/ContactModels/Mine.so").toStdString() + "\n");
+    EXPECT_TRUE(folders.folder.has("documents/ContactModels"));
+    folders.put("model_110", "documents/ContactModels/Mine.so");
+    EXPECT_EQ(needs("Mine"), particles);
+    folders.put("model_210", "user/Mine.so");
+    EXPECT_EQ(needs("Mine"), owners) << "the user's own comes first";
+    folders.put("model_210", "user/Linear Spring.so");
+    EXPECT_EQ(needs("Linear Spring"), "") << "what is built in comes before";
+    EXPECT_EQ(createContactModel("Mine", eSphereSphereModel, eBuiltInModel), nullptr);
+
+    // What is there and is no library, and names that lead elsewhere.
+    folders.folder.write("user/Text.so", "not a library");
+    ASSERT_EQ(mkfifo(QFile::encodeName(folders.folder.path("user/Pipe.so")).constData(), 0600), 0);
+    folders.put("model_210", "elsewhere/Mine.so");
+    for (const char* target : {"Outside", "documents/Inside"})
+        QFile::link(folders.folder.path(target == std::string("Outside") ? "elsewhere/Mine.so"
+                                                                         : "documents/ContactModels/Mine.so"),
+                    folders.folder.path("user/" + QFileInfo(target).fileName() + ".so"));
+    EXPECT_EQ(needs("Inside"), particles) << "a link from one folder to the other";
+    for (const char* name :
+         {"Text", "Pipe", "Outside", "../elsewhere/Mine", "..", "sub\\Mine", "", "a\nb", "a\x7f", "Missing/Mine"})
+        EXPECT_EQ(needs(name), "not bound") << name;
+    EXPECT_EQ(createContactModel(QString("Mine") + QChar(0) + "x", eSphereSphereModel, 1), nullptr);
+    for (const char* part : {"Text.so\n", "Pipe.so\n", "\"Outside\": it leads to ",
+                             "\"../elsewhere/Mine\": it holds a sep", "\"sub\\Mine\": it holds a sep",
+                             "\"..\": it holds two dots", "\"\": it is empty", "\"a\nb\": it holds a control"})
+        EXPECT_THAT(log.text(), HasSubstr(part));
+}
+
+TEST(PlugIns, areLoadedOnlyWhileTheyAreAskedFor)
+{
+    QString file;
+    {
+        SPluginFoldersOfTest folders;
+        file = folders.put("model_250", "user/Mine.so");
+        const CLogCapture log;
+        {
+            NApiCore::CPluginHost host([] { return nullptr; });
+            const CPluginBinding other({"", "relative"}, host);
+            EXPECT_EQ(createContactModel("Mine", eSphereSphereModel, 1), nullptr);
+        }
+        EXPECT_FALSE(dlopen(QFile::encodeName(file).constData(), RTLD_NOW | RTLD_NOLOAD));
+        EXPECT_NE(createContactModel("Mine", eSphereSphereModel, 1), nullptr);
+    }
+    EXPECT_EQ(CPluginBinding::current(), nullptr);
+    const CLogCapture log;
+    EXPECT_EQ(createContactModel("Mine", eSphereSphereModel, 1), nullptr);
+    EXPECT_EQ(createExternalForce("Mine", 2, nullptr), nullptr);
+    EXPECT_EQ(log.text(), "") << "nothing was sought";
+}
+
+TEST(PlugIns, thatClashWithTheDeckAreKeptByTheirNames)
+{
+    SPluginFoldersOfTest folders;
+    folders.put("model_210", "user/Mine.so");
+    folders.put("force_210", "user/Mine too.so");
+    CPhysicsLinkedCustomPropertyManager particleProperties("Particle Properties", eParticleOwner);
+    auto other = std::make_unique<CCustomPropertyMetaData>("Is Worn", eDoubleProperty, 3u, 1u);
+    ASSERT_TRUE(particleProperties.addProperty(other));
+    CPhysicsModels physics;
+    physics.addListener(&particleProperties);
+    const CLogCapture log;
+    EXPECT_FALSE(physics.addContactModel(physics.makeContactModel("Mine", 0, 1, true), -1)) << "no deck is being read";
+    const CPhysicsModels::CLoading loading(physics);
+    EXPECT_TRUE(physics.addContactModel(physics.makeContactModel("Mine", 0, 1, true), -1));
+    EXPECT_TRUE(physics.addExternalForce(physics.makeExternalForce("Mine too", 1, true), -1));
+    EXPECT_NE(dynamic_cast<const CContactModelPhantom*>(physics.findModel(physics.sphereSphereModels, "Mine")),
+              nullptr);
+    EXPECT_EQ(physics.externalForces.back()->modelName(), "Mine too");
+    EXPECT_THAT(log.text(), HasSubstr("Error loading external force (Mine too)\n"));
+    physics.clear();
+    physics.removeListener(&particleProperties);
+}
+
+// ---------------------------------------------------------------- what a solver asks of them
+
+TEST(ContactModelPlugIns, calculateAndSayOnceWhatWentWrong)
+{
+    SPluginFoldersOfTest folders;
+    for (const int version : {100, 110, 200, 210, 220, 230, 240, 250}) {
+        const QString name = QString("V%1").arg(version);
+        QLibrary library(folders.put("model_" + std::to_string(version), "user/" + name + ".so"));
+        std::unique_ptr<NApiCm::IPluginContactModelWrapper> model = NApiCm::bindContactModel(name, eSphereSphereModel);
+        ASSERT_NE(model, nullptr);
+        EXPECT_EQ(model->chainRole(), 3u);
+        EXPECT_EQ(model->chainPosition(), 2u);
+        EXPECT_EQ(model->pluginQuery(), version >= 240);
+        EXPECT_TRUE(model->starting(2));
+        model->beginStep({});
+        EXPECT_EQ(*reinterpret_cast<int*>(library.resolve("STEPS_BEGUN")), version >= 230 ? 1 : 0);
+        if (version >= 200) { // the file that it asked for is beside the library
+            EXPECT_EQ(reinterpret_cast<const char*>(library.resolve("SETUP_FILE")),
+                      QFileInfo(library.fileName()).canonicalPath().toStdString() + "/table of values.txt");
+        }
+        SContact contact;
+        contact.normalOverlap = 0.5;
+        contact.multiThreaded = true;
+        contact.results.normalForce.x = 1.0;
+        const auto calculated = [&](double timeStep) {
+            contact.timeStep = timeStep;
+            return model->calculateForce(contact);
+        };
+        clearLogOnceMemory();
+        const CLogCapture log;
+        EXPECT_TRUE(calculated(0.0));
+        EXPECT_EQ(contact.results.normalForce.x, 6.0); // 1 + 10 * 0.5
+        EXPECT_EQ(calculated(1.0), version >= 200);
+        EXPECT_FALSE(calculated(2.0));
+        EXPECT_EQ(contact.results.normalForce.x, 6.0) << "of a failure nothing is taken";
+        const std::string title = "ERROR Sphere To Sphere Contact Model Plugin (" + name.toStdString() + "): ";
+        const std::string begin =
+            title + "Sphere To Sphere - " + name.toStdString() + " Contact Model\ncalculateForce() ";
+        EXPECT_EQ(log.text(),
+                  version < 200
+                      ? title +
+                            "Couldn't find preferences file for external contact model, please place "
+                            "in:\n" +
+                            folders.folder.path("documents/ContactModels/table of values.txt").toStdString() + "\n"
+                      : begin + "method returned a recoverable error.\n" + begin +
+                            "method returned a fatal error.\nProcessing will halt.\n");
+        model->stopping();
+        EXPECT_NE(model->unloadPlugin(), nullptr);
+        EXPECT_EQ(model->unloadPlugin(), nullptr) << "the second time there is nothing to do";
+        EXPECT_EQ(model->library(), nullptr);
+    }
+}
+
+/// 2.2.0 says that it is thread-safe, 2.3.0 that it isn't.
+TEST(ContactModelPlugIns, areCalledByOneThreadAtATimeUnlessTheySayThatTheyAreThreadSafe)
+{
+    SPluginFoldersOfTest folders;
+    for (const int version : {220, 230}) {
+        const QString name = QString("T%1").arg(version);
+        QLibrary library(folders.put("model_" + std::to_string(version), "user/" + name + ".so"));
+        const auto model = createContactModel(name, eSphereSphereModel, ePluginModel);
+        ASSERT_NE(model, nullptr);
+        for (const bool multiThreaded : {false, true}) {
+            int& most = *reinterpret_cast<int*>(library.resolve("MOST_AT_ONCE"));
+            most = 0;
+#pragma omp parallel for num_threads(4)
+            for (int i = 0; i < 16; ++i) {
+                SContact contact;
+                contact.timeStep = 3.0; // the plug-in takes its time
+                contact.multiThreaded = multiThreaded;
+                model->calculateForce(contact);
+            }
+            EXPECT_EQ(most == 1, version == 230 && multiThreaded) << version;
+        }
+    }
+}
+
+TEST(ForceAndFactoryPlugIns, workAndSayWhatWentWrong)
+{
+    SPluginFoldersOfTest folders;
+    clearLogOnceMemory();
+    const CLogCapture log;
+    for (const int version : {110, 200, 240}) {
+        const QString name = QString("F%1").arg(version);
+        folders.put("force_" + std::to_string(version), "user/" + name + ".so");
+        const auto force = createExternalForce(name, ePluginModel, nullptr);
+        ASSERT_NE(force, nullptr);
+        EXPECT_TRUE(force->starting());
+        force->beginStep();
+        EXPECT_EQ(force->pluginQuery(), version == 240);
+        SParticleForce particle;
+        particle.mass = 2.0;
+        particle.force.z = 3.0;
+        EXPECT_TRUE(force->calculateForce(particle));
+        EXPECT_EQ(particle.force.z, 1.0); // 3 - 2
+        particle.timeStep = 2.0;
+        EXPECT_FALSE(force->calculateForce(particle));
+    }
+    EXPECT_THAT(log.text(), HasSubstr("(F110): External force library returned error number 7\n"));
+    EXPECT_THAT(log.text(), HasSubstr("F240 - Particle Body Force\nexternalForce() method returned a fatal error."));
+
+    CParticleTypes types(nullptr);
+    types.append().setName("Ball");
+    CPluginParticleFactoryList list;
+    for (const int version : {100, 200, 210}) {
+        const QString name = QString("P%1").arg(version);
+        folders.put("factory_" + std::to_string(version), "user/" + name + ".so");
+        IPluginParticleFactoryWrapper* const factory = list.addFactory(name, name);
+        ASSERT_NE(factory, nullptr);
+        EXPECT_EQ(factory->largestScale(), version == 210 ? 2.5 : 1.0);
+        EXPECT_TRUE(factory->starting());
+        NApiFactory::SNewParticle particle;
+        bool created = false;
+        EXPECT_TRUE(factory->createParticle(0.0, types, particle, created));
+        EXPECT_TRUE(created);
+        EXPECT_STREQ(particle.typeName, "Ball");
+        EXPECT_FALSE(factory->createParticle(3.0, types, particle, created)) << "a type that isn't there";
+        EXPECT_FALSE(factory->createParticle(2.0, types, particle, created));
+        EXPECT_FALSE(created);
+        EXPECT_NE(factory->clone(), nullptr);
+    }
+    EXPECT_EQ(list.count(), 3u);
+    EXPECT_THAT(log.text(), HasSubstr("Plugin factory tried to create particle of type that did not exist (Nobody)"));
+    EXPECT_THAT(log.text(), HasSubstr("Plugin factories createParticle() method returned a fatal error."));
+}
+
+// ---------------------------------------------------------------- the tables of functions
+
+/// The operation at a position of an instance's table, the destructor being at 0: it takes two entries here.
+static std::string operationAt(const void* instance, std::size_t position)
+{
+    void* const* const table = *static_cast<void* const* const*>(instance);
+    Dl_info symbol{};
+    if (dladdr(table[position + 1], &symbol) == 0 || symbol.dli_sname == nullptr)
+        return "unknown";
+    int status = 0;
+    char* const demangled = abi::__cxa_demangle(symbol.dli_sname, nullptr, nullptr, &status);
+    std::string name = status == 0 ? demangled : symbol.dli_sname;
+    std::free(demangled);
+    name.resize(std::min(name.size(), name.find('(')));
+    return name.substr(name.rfind(':') + 1);
+}
+
+// Positions as libraries are compiled to have them, whatever the headers say.
+TEST(PlugIns, haveTheirOperationsAtTheirPositions)
+{
+    struct SCase
+    {
+        const char* plugin;
+        const char* getInstance;
+        std::vector<const char*> positions; ///< from 1 on; null for one that isn't called
+    };
+    const char *const file = "getPreferenceFileName", *const safe = "isThreadSafe",
+                      *const uses = "usesCustomProperties", *const count = "getNumberOfRequiredProperties",
+                      *const details = "getDetailsForProperty", *const data = "setCustomPropertyData",
+                      *const force = "calculateForce", *const body = "externalForce";
+    const std::vector<SCase> cases = {
+        {"model_200",
+         "GETCMINSTANCE",
+         {file, safe, uses, "setup", "starting", "stopping", force, nullptr, count, details}},
+        {"model_210", "GETCMINSTANCE", {file, safe, uses, "setup", "starting", "stopping", force, count, details}},
+        {"model_220", "GETCMINSTANCE", {file, safe, uses, "setup", "starting", "stopping", force, count, details}},
+        {"model_230",
+         "GETCMINSTANCE",
+         {file, safe, uses, nullptr, "setup", "starting", "stopping", force, data, count, details}},
+        {"model_240",
+         "GETCMINSTANCE",
+         {file, safe, uses, "query", nullptr, "setup", "starting", "stopping", force, data, count, details}},
+        {"model_250",
+         "GETCMINSTANCE",
+         {file, safe, uses, "query", nullptr, "setup", "starting", "stopping", force, data, count, details}},
+        {"force_200",
+         "GETPBFINSTANCE",
+         {file, safe, uses, "setup", "starting", "stopping", body, nullptr, count, details}},
+        {"force_210", "GETPBFINSTANCE", {file, safe, uses, "setup", "starting", "stopping", body, count, details}},
+        {"force_220",
+         "GETPBFINSTANCE",
+         {file, safe, uses, nullptr, "setup", "starting", "stopping", body, data, count, details}},
+        {"force_240",
+         "GETPBFINSTANCE",
+         {file, safe, uses, "query", nullptr, "setup", "starting", "stopping", body, data, count, details}},
+        {"factory_200", "GETFACTORYINSTANCE", {file, safe, nullptr, "setup", "starting", "stopping", "createParticle"}},
+        {"factory_210",
+         "GETFACTORYINSTANCE",
+         {file, safe, uses, "setup", "starting", "stopping", "createParticle", count, details, "largestScale"}},
+    };
+    for (const SCase& c : cases) {
+        QLibrary library(QString::fromStdString(testPlugin(c.plugin)));
+        const auto getInstance = reinterpret_cast<void* (*)()>(library.resolve(c.getInstance));
+        ASSERT_NE(getInstance, nullptr) << c.plugin;
+        const void* const instance = getInstance();
+        for (std::size_t i = 0; i < c.positions.size(); ++i)
+            if (c.positions[i] != nullptr) {
+                EXPECT_EQ(operationAt(instance, i + 1), c.positions[i]) << c.plugin << ", position " << i + 1;
+            }
+        reinterpret_cast<void (*)(const void*)>(
+            library.resolve(QString(c.getInstance).replace("GET", "RELEASE").toLatin1().constData()))(instance);
+    }
+}
+
+} // namespace NBrenmark

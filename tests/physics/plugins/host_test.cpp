@@ -1,0 +1,191 @@
+// A plug-in goes through every host interface (support/plugin/callbacks.h); what it was told is in its report, and what
+// it did in the model.
+#include "core/deck/simulation.h"
+#include "core/deck/simulation_settings.h"
+#include "model/geometry/geometry_group.h"
+#include "physics/plugins/contact_models.h"
+#include "physics/plugins/host/create_api.h"
+
+#include "support/log_capture.h"
+#include "support/plugin_folders.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <brenmark/plugin/fields.h>
+#include <brenmark/plugin/geometry.h>
+#include <brenmark/plugin/particles.h>
+#include <brenmark/plugin/simulation.h>
+#include <cstring>
+
+namespace NBrenmark {
+
+using testing::Each;
+using Values = std::vector<double>;
+
+/// Two points, of which the first is where the plug-in asks.
+static void addField(CSimulation& deck, const char* name, NField::EFieldPlane plane, const NField::CNdData& place,
+                     const NField::CNdData& value)
+{
+    auto field = std::make_unique<NField::CFieldData>();
+    field->name = name;
+    field->plane = plane;
+    field->setSamples({place, NField::CNdData(place.size())}, {value, NField::CNdData(value.size())});
+    ASSERT_TRUE(deck.settings->fieldManager().addField(field));
+}
+
+/// The values of one element of a property, of all items.
+static Values column(CCustomPropertyData& data, const char* property, unsigned int element)
+{
+    Values values;
+    const CCustomPropertyValueList& list = *data.list(property);
+    for (unsigned int item = 0; item < list.itemCount(); ++item)
+        values.push_back(list.item(item)[element]);
+    return values;
+}
+
+TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
+{
+    CSimulation deck;
+    ASSERT_TRUE(deck.setUp());
+    SPluginFoldersOfTest folders(&deck);
+    QLibrary library(folders.put("model_calls_back", "user/Mine.so"));
+    ASSERT_EQ(deck.load(QString::fromStdString(sampleDeck("properties-24.dem"))), eLoaded);
+    ASSERT_TRUE(deck.goToTimestep(1, eIntoCurrentFrame));
+    addField(deck, "space", NField::eNoPlane, {2, 3, 5}, {7, 8, 9});
+    addField(deck, "flat", NField::ePlaneXZ, {2, 5}, {4, 6});
+    addField(deck, "heat", NField::ePlaneYZ, {3, 5}, {11});
+
+    CPhysicsModels& physics = deck.currentFrame->creator.physicsModels;
+    ASSERT_TRUE(physics.addContactModel(physics.makeContactModel("Mine", eSphereSphereModel, 2, false), -1));
+    IContactModel& model = *physics.sphereSphereModels.back();
+    EXPECT_EQ(model.source, 1u);
+    ASSERT_TRUE(model.starting(1));
+
+    CTimestepData& timestep = deck.currentFrame->timestep;
+    quint32 type = 0, slot = 0;
+    ASSERT_TRUE(timestep.particleTypes.locate(1, type, slot));
+    const C3DPoint& first = timestep.particleTypes.types[type]->position[slot];
+    // Of each owner the deck has one, two, three and two properties; the model needs one more, of particles two.
+    EXPECT_EQ(reinterpret_cast<const char*>(library.resolve("REPORT")),
+              "refused: 0 0 0 0 0 0\n"
+              "particles: 1 2 9 1 1 40\n"
+              "scale: 1 1.75 0 0\n" +
+                  QString::asprintf("spheres: 1 %g %g %g 0\n", first.x, first.y, first.z).toStdString() +
+                  "types: 1 -1 -1\n"
+                  "particle properties: 1 1 1 1\n"
+                  "refused: 0 0 0 0\n"
+                  "geometry: 1 1 1 0 0 0\n"
+                  "simulation: 1 1 1 1 0 0\n"
+                  "definitions: 4 2\n"
+                  "definitions: 5 3\n"
+                  "definitions: 6 5\n"
+                  "definitions: 7 3\n"
+                  "Pair: 1 1 0 0 2 9 1\n"
+                  "later: 1 0 0 -1 -1\n"
+                  "space: 2 0 1 7 8 9 0 -1\n"
+                  "flat: 2 0 1 4 0 6 0 -1\n"
+                  "heat: 2 1 1 -1 -1 -1 1 11\n");
+
+    EXPECT_EQ(timestep.particleTypes.scaleOf(1), 1.75);
+    CCustomPropertyData& balls = timestep.particleTypes.find("Ball")->customProperties;
+    EXPECT_THAT(column(balls, "Pair", 1), Each(21.0));
+    EXPECT_THAT(column(balls, "Tag", 0), Each(22.0));
+    CCustomPropertyData& rods = timestep.particleTypes.find("Rod")->customProperties;
+    EXPECT_THAT(column(rods, "Pair", 0), Each(23.0));
+    EXPECT_THAT(column(rods, "Tag", 0), Each(24.0));
+    const CCreatorData& creator = deck.currentFrame->creator;
+    for (const unsigned int element : {0, 1}) {
+        EXPECT_THAT(column(creator.geometryGroupByName("Hopper")->customProperties, "Wear", element), Each(31.0));
+        EXPECT_THAT(column(creator.geometryGroupByName("Plate")->customProperties, "Is-Hot", element), Each(1.0));
+    }
+    EXPECT_EQ(timestep.simulationProperties.list("Torque")->values, (Values{41, 42, 43}));
+
+    // The item of a contact: the plug-in stages twice its first value.
+    CCustomPropertyManager* const definitions = deck.settings->propertyManagers().contact;
+    {
+        CCustomPropertyData values(definitions), changes(definitions, true);
+        values.resize(2);
+        changes.resize(2);
+        values.setValue(0, 1, 0, 1.25);
+        SContact contact;
+        contact.properties = {&values, &changes, 1};
+        EXPECT_TRUE(model.calculateForce(contact));
+        EXPECT_EQ(*changes.values(0, 1), 2.5);
+        EXPECT_EQ(*changes.values(0, 0), 0.0);
+    }
+
+    const auto particles = folders.host.createApi(NApiCore::eParticleManager, 1, 0);
+    EXPECT_TRUE(particles->isAvailable());
+    deck.close(false);
+    EXPECT_FALSE(particles->isAvailable());
+    EXPECT_EQ(static_cast<NApiCore::IParticleManagerApi_1_0&>(*particles).getNumberOfParticles(), 0u);
+    EXPECT_EQ(NApiCore::createApi(nullptr, NApiCore::eApiManager, 1, 0), nullptr);
+}
+
+// ---------------------------------------------------------------- the tables of functions
+
+/// The position of an operation in the table of its class, as the compiler calls it: pointers to virtual operations
+/// hold one more than their offset. The destructor is at 0, and takes two entries here.
+template <class TOperation>
+static std::size_t positionOf(TOperation operation)
+{
+    std::size_t offset = 0;
+    std::memcpy(&offset, &operation, sizeof offset);
+    return (offset - 1) / sizeof(void*) - 1;
+}
+
+TEST(PlugInHost, hasItsOperationsAtTheirPositions)
+{
+    using namespace NApiCore;
+    using Api = IApi;
+    using Index = unsigned int;
+    using Text = const char*;
+    const auto positions = [](auto... operations) { return std::vector<std::size_t>{positionOf(operations)...}; };
+    const auto from = [](std::size_t first, std::size_t last) {
+        std::vector<std::size_t> numbers;
+        for (; first <= last; ++first)
+            numbers.push_back(first);
+        return numbers;
+    };
+    EXPECT_EQ(positions(&Api::getVersion, &Api::getIdentifier, &Api::isAvailable), from(1, 3));
+    EXPECT_EQ(positions(&IApiManager_1_0::getApi, &IApiManager_1_0::releaseApi), from(4, 5));
+    using Definitions = ICustomPropertyManagerApi_1_0;
+    using Details = SPropertyDetails;
+    EXPECT_EQ(positions(&Definitions::getPropertyCount, &Definitions::getPropertyIndex,
+                        static_cast<bool (Definitions::*)(Text, Details&) const>(&Definitions::getPropertyDetails),
+                        static_cast<bool (Definitions::*)(Index, Details&) const>(&Definitions::getPropertyDetails)),
+              from(4, 7));
+    using Data = ICustomPropertyDataApi_1_0;
+    EXPECT_EQ(positions(&Data::getPropertyManager, static_cast<const double* (Data::*)(Text) const>(&Data::getValue),
+                        static_cast<const double* (Data::*)(Index) const>(&Data::getValue),
+                        static_cast<double* (Data::*)(Text) const>(&Data::getStagedValue),
+                        static_cast<double* (Data::*)(Index) const>(&Data::getStagedValue),
+                        static_cast<bool (Data::*)(Text) const>(&Data::canWriteProperty),
+                        static_cast<bool (Data::*)(Index) const>(&Data::canWriteProperty)),
+              from(4, 10));
+    EXPECT_EQ(positions(&IFieldApi_1_0::isScalar, &IFieldApi_1_0::getVector, &IFieldApi_1_0::getScalar), from(4, 6));
+    using Fields = IFieldManagerApi_1_0;
+    EXPECT_EQ(positions(static_cast<IFieldApi_1_0* (Fields::*)(Index, Index, Index, Text) const>(&Fields::getField),
+                        static_cast<IFieldApi_1_0* (Fields::*)(Index, Index, Index, Index) const>(&Fields::getField)),
+              from(4, 5));
+    using Particles = IParticleManagerApi_1_2;
+    EXPECT_EQ(positions(&Particles::isWritable, &Particles::setParticleScale, &Particles::getParticleScale,
+                        &Particles::getNumberOfParticles, &Particles::getSpherePositions,
+                        static_cast<bool (Particles::*)(Text, Text, Index, double)>(&Particles::setCustomProperty),
+                        static_cast<bool (Particles::*)(Text, Text, double)>(&Particles::setCustomPropertyAll),
+                        &Particles::getTypeIndex,
+                        static_cast<bool (Particles::*)(Text, Index, Index, double)>(&Particles::setCustomProperty),
+                        static_cast<bool (Particles::*)(Text, Index, double)>(&Particles::setCustomPropertyAll)),
+              from(4, 13));
+    using Geometry = IGeometryManagerApi_1_1;
+    EXPECT_EQ(positions(static_cast<bool (Geometry::*)(Text, Text, double)>(&Geometry::setCustomProperty),
+                        static_cast<bool (Geometry::*)(Text, Index, double)>(&Geometry::setCustomProperty)),
+              from(4, 5));
+    using Whole = ISimulationManagerApi_1_1;
+    EXPECT_EQ(positions(static_cast<bool (Whole::*)(Text, Index, double)>(&Whole::setCustomProperty),
+                        static_cast<bool (Whole::*)(Text, double)>(&Whole::setCustomPropertyAll),
+                        static_cast<bool (Whole::*)(Index, Index, double)>(&Whole::setCustomProperty),
+                        static_cast<bool (Whole::*)(Index, double)>(&Whole::setCustomPropertyAll)),
+              from(4, 7));
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,334 @@
+// One source for a plug-in of every kind and interface version, good ones and broken ones. The build sets:
+//
+//   TEST_KIND      1 contact model, 2 external force, 3 particle factory
+//   TEST_VERSION   230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
+//   TEST_FAULT     one of the faults below; none if it isn't set
+//   WITHOUT_NAME   for the export NAME: it is missing
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+#include <thread>
+
+#define FAULT_NULL 1   // no instance
+#define FAULT_THROWS 2 // its constructor throws
+#define FAULT_SETUP 3  // setup refuses
+#define FAULT_ABORTS 4 // loading it ends the process
+
+#ifndef TEST_FAULT
+#define TEST_FAULT 0
+#endif
+#ifndef TEST_REPORTED
+#define TEST_REPORTED (TEST_VERSION / 100) << 16 | (TEST_VERSION / 10 % 10) << 8
+#endif
+
+#if TEST_KIND == 1
+#include <brenmark/plugin/contact_model_1.h>
+#include <brenmark/plugin/contact_model_2_4.h>
+namespace Kind = NBrenmark::NApiCm;
+#define GET_VERSION GETCMINTERFACEVERSION
+#define GET_PREFERENCE_FILE GETCMPREFERENCEFILE
+#define GET_INSTANCE GETCMINSTANCE
+#define RELEASE_INSTANCE RELEASECMINSTANCE
+#elif TEST_KIND == 2
+#include <brenmark/plugin/external_force_1.h>
+#include <brenmark/plugin/external_force_2_3.h>
+namespace Kind = NBrenmark::NApiPbf;
+#define GET_VERSION GETEFINTERFACEVERSION
+#define GET_PREFERENCE_FILE GETEFPREFERENCEFILE
+#define GET_INSTANCE GETPBFINSTANCE
+#define RELEASE_INSTANCE RELEASEPBFINSTANCE
+#else
+#include <brenmark/plugin/particle_factory_1.h>
+#include <brenmark/plugin/particle_factory_2_1.h>
+namespace Kind = NBrenmark::NApiFactory;
+#define GET_VERSION GETFACTINTERFACEVERSION
+#define GET_PREFERENCE_FILE GETFACTPREFERENCEFILE
+#define GET_INSTANCE GETFACTORYINSTANCE
+#define RELEASE_INSTANCE RELEASEFACTORYINSTANCE
+#endif
+
+using namespace NBrenmark::NApiCore;
+
+// What a test asks of the library beside its interface.
+BRENMARK_PLUGIN_EXPORT int LIVE_INSTANCES;
+BRENMARK_PLUGIN_EXPORT int STEPS_BEGUN;
+BRENMARK_PLUGIN_EXPORT int MOST_AT_ONCE; // threads that were calculating
+BRENMARK_PLUGIN_EXPORT char SETUP_FILE[fileNameSize];
+BRENMARK_PLUGIN_EXPORT char REPORT[4096];
+int LIVE_INSTANCES = 0;
+int STEPS_BEGUN = 0;
+int MOST_AT_ONCE = 0;
+char SETUP_FILE[fileNameSize];
+char REPORT[4096];
+
+#ifdef TEST_CALLBACKS
+#include "callbacks.h"
+#endif
+
+/// The answer of the work calls: a time step of 1 s and 2 s asks for an error.
+[[maybe_unused]] static EResult resultAt(double timeStep)
+{
+    return timeStep == 1.0 ? eRecoverable : timeStep == 2.0 ? eFatal : eOk;
+}
+
+/// "Wear (owner)" of as many elements as the owner's number and one, and a flag of particles.
+[[maybe_unused]] static bool describe(unsigned int index, unsigned int owner, char* name, unsigned int& type,
+                                      unsigned int& elements, unsigned int& unit, double* initialValues)
+{
+    const char* const owners[] = {"Wear (particle)", "Wear (contact)", "Wear (geometry)", "Wear (simulation)"};
+    if (owner > 3 || index > 1 || (index == 1 && owner != 0))
+        return false;
+    std::strcpy(name, index == 1 ? "Is Worn" : owners[owner]);
+    type = index == 1 ? eBoolean : eDouble;
+    elements = index == 1 ? 1 : owner + 1;
+    unit = eLength;
+    if (initialValues != nullptr)
+        initialValues[0] = 0.5;
+    return true;
+}
+
+#if TEST_FAULT == FAULT_ABORTS
+__attribute__((constructor)) static void endTheProcess() { std::abort(); }
+#endif
+
+#ifndef WITHOUT_GET_VERSION
+BRENMARK_PLUGIN_EXPORT unsigned int GET_VERSION() { return TEST_REPORTED; }
+#endif
+
+#if TEST_VERSION < 200 // ---------------------------------------------------------------- exported functions
+
+#ifndef WITHOUT_GET_PREFERENCE_FILE
+BRENMARK_PLUGIN_EXPORT void GET_PREFERENCE_FILE(char* name) { std::memcpy(name, "table of values.txt", 19); }
+#endif
+
+#ifndef WITHOUT_WORK
+#if TEST_KIND == 1
+BRENMARK_PLUGIN_EXPORT int CALCULATEFORCE(const char*, const double*, const double* timeStep, Kind::SContact* contact,
+                                          Kind::SContactForces* forces)
+{
+    forces->normalForce[0] += 10.0 * contact->normalOverlap;
+    return *timeStep == 1.0 ? 1 : *timeStep == 2.0 ? 7 : 0;
+}
+#elif TEST_KIND == 2
+BRENMARK_PLUGIN_EXPORT int EXTERNALFORCE(const char*, const double* timeStep, const Kind::SParticle* particle,
+                                         Kind::SParticleForces* forces)
+{
+    forces->force[2] -= particle->mass;
+    return *timeStep == 1.0 ? 1 : *timeStep == 2.0 ? 7 : 0;
+}
+#else
+BRENMARK_PLUGIN_EXPORT int CREATEPARTICLE(const char*, const double* time, Kind::SNewParticle* particle, int* created)
+{
+    std::strcpy(particle->typeName, *time == 3.0 ? "Nobody" : "Ball");
+    *created = 1;
+    return *time == 1.0 ? 1 : *time == 2.0 ? 7 : 0;
+}
+#endif
+#endif
+
+#if TEST_VERSION == 110
+#ifndef WITHOUT_REGISTER
+BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char*, const unsigned int*) {}
+#endif
+#ifndef WITHOUT_NUMBER
+BRENMARK_PLUGIN_EXPORT void GETNUMBEROFREQUIREDPROPERTIES(unsigned int* count) { *count = 4000000000u; }
+#endif
+#ifndef WITHOUT_DETAILS
+BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const unsigned int* index, char* name, unsigned int* type,
+                                                 unsigned int* elements, unsigned int* unit)
+{
+    return describe(*index, 0, name, *type, *elements, *unit, nullptr);
+}
+#endif
+#endif
+
+#else // ---------------------------------------------------------------- an instance
+
+#if TEST_KIND == 1
+#define HAS_OWNERS (TEST_VERSION >= 210)
+#define HAS_VALUES (TEST_VERSION >= 230)
+#define HAS_MANAGERS (TEST_VERSION >= 240)
+#if HAS_MANAGERS
+using Interface = Kind::IPluginContactModel_2_4;
+#elif HAS_VALUES
+using Interface = Kind::IPluginContactModel_2_3;
+#elif HAS_OWNERS
+using Interface = Kind::IPluginContactModel_2_1;
+#else
+using Interface = Kind::IPluginContactModel_2_0;
+#endif
+#elif TEST_KIND == 2
+#define HAS_OWNERS (TEST_VERSION >= 210)
+#define HAS_VALUES (TEST_VERSION >= 220)
+#define HAS_MANAGERS (TEST_VERSION >= 230)
+#if HAS_MANAGERS
+using Interface = Kind::IPluginExternalForce_2_3;
+#elif HAS_VALUES
+using Interface = Kind::IPluginExternalForce_2_2;
+#elif HAS_OWNERS
+using Interface = Kind::IPluginExternalForce_2_1;
+#else
+using Interface = Kind::IPluginExternalForce_2_0;
+#endif
+#else
+#define HAS_OWNERS 1
+#define HAS_VALUES 0
+#define HAS_MANAGERS 0
+#if TEST_VERSION >= 210
+using Interface = Kind::IPluginParticleFactory_2_1;
+#else
+using Interface = Kind::IPluginParticleFactory_2_0;
+#endif
+#endif
+#define HAS_PROPERTIES (TEST_KIND != 3 || TEST_VERSION >= 210)
+#define HAS_THREAD_COUNT (TEST_KIND == 1 && HAS_VALUES)
+
+class __attribute__((visibility("default"))) CTestPlugin final : public Interface
+{
+public:
+    CTestPlugin()
+    {
+        if (TEST_FAULT == FAULT_THROWS)
+            throw std::runtime_error("no licence");
+        ++LIVE_INSTANCES;
+    }
+    ~CTestPlugin() override { --LIVE_INSTANCES; }
+
+    void getPreferenceFileName(char* name) override { std::strcpy(name, "table of values.txt"); }
+    bool isThreadSafe() override { return TEST_VERSION % 20 == 0; }
+#if HAS_PROPERTIES
+    bool usesCustomProperties() override { return true; }
+#else
+    void reserved3() override {}
+#endif
+#if TEST_KIND == 1 && HAS_VALUES && !HAS_MANAGERS || TEST_KIND == 2 && HAS_VALUES && !HAS_MANAGERS
+    void reserved4() override {}
+#endif
+#if HAS_MANAGERS
+    bool query() override { return true; }
+    void reserved5() override {}
+#endif
+
+#if HAS_OWNERS
+    bool setup(IApiManager_1_0* apiManager, const char* preferenceFile, char* errorText) override
+    {
+        if (TEST_FAULT == FAULT_SETUP)
+            std::strcpy(errorText, "line 3 isn't a number");
+        return setUp(preferenceFile) && apiManager->isAvailable();
+    }
+#else
+    bool setup(const char* preferenceFile) override { return setUp(preferenceFile); }
+#endif
+
+#if HAS_THREAD_COUNT
+    bool starting(IApiManager_1_0* apiManager, unsigned int threadCount) override
+    {
+        return start(apiManager) && threadCount > 0;
+    }
+#else
+    bool starting(IApiManager_1_0* apiManager) override { return start(apiManager); }
+#endif
+    void stopping(IApiManager_1_0*) override {}
+
+#if TEST_KIND == 1
+    EResult calculateForce(double, double timeStep, Kind::SContact& contact, Kind::SContactForces& forces) override
+    {
+        static std::atomic<int> atOnce{0};
+        const int now = ++atOnce;
+        if (now > MOST_AT_ONCE)
+            MOST_AT_ONCE = now;
+        if (timeStep == 3.0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        --atOnce;
+        forces.normalForce[0] += 10.0 * contact.normalOverlap;
+        contact.tangentialOverlap[1] = 0.0;
+        if (contact.properties != nullptr) {
+            if (double* const change = contact.properties->getStagedValue(0u))
+                *change += 2.0 * *contact.properties->getValue(0u);
+        }
+        return resultAt(timeStep);
+    }
+#elif TEST_KIND == 2
+    EResult externalForce(double timeStep, const Kind::SParticle& particle, Kind::SParticleForces& forces) override
+    {
+        forces.force[2] -= particle.mass;
+        return resultAt(timeStep);
+    }
+#else
+    EResult createParticle(double time, Kind::SNewParticle& particle, bool& created) override
+    {
+        std::strcpy(particle.typeName, time == 3.0 ? "Nobody" : "Ball");
+        created = true;
+        return resultAt(time);
+    }
+#endif
+#if TEST_KIND != 3 && !HAS_OWNERS
+    void reserved8() override {}
+#endif
+
+#if HAS_MANAGERS
+    void setCustomPropertyData(ICustomPropertyDataApi_1_0*, IParticleManagerApi_1_0*, IGeometryManagerApi_1_0*) override
+    {
+        ++STEPS_BEGUN;
+    }
+#elif HAS_VALUES
+    void setCustomPropertyData(ICustomPropertyDataApi_1_0*) override { ++STEPS_BEGUN; }
+#endif
+
+#if HAS_PROPERTIES
+#if HAS_OWNERS
+    unsigned int getNumberOfRequiredProperties(unsigned int) override { return 2; }
+#else
+    unsigned int getNumberOfRequiredProperties() override { return 2; }
+#endif
+#if HAS_VALUES
+    bool getDetailsForProperty(unsigned int index, unsigned int ownerType, char* name, unsigned int& type,
+                               unsigned int& elements, unsigned int& unit, double* initialValues) override
+    {
+        return describe(index, ownerType, name, type, elements, unit, initialValues);
+    }
+#elif HAS_OWNERS
+    bool getDetailsForProperty(unsigned int index, unsigned int ownerType, char* name, unsigned int& type,
+                               unsigned int& elements, unsigned int& unit) override
+    {
+        return describe(index, ownerType, name, type, elements, unit, nullptr);
+    }
+#else
+    bool getDetailsForProperty(unsigned int index, char* name, unsigned int& type, unsigned int& elements,
+                               unsigned int& unit) override
+    {
+        return describe(index, 0, name, type, elements, unit, nullptr);
+    }
+#endif
+#endif
+#if TEST_KIND == 3 && TEST_VERSION >= 210
+    double largestScale() override { return 2.5; }
+#endif
+
+private:
+    static bool setUp(const char* preferenceFile)
+    {
+        std::printf("a library says hello\n"); // which must not get among the results
+        std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
+        return TEST_FAULT != FAULT_SETUP;
+    }
+    static bool start(IApiManager_1_0* apiManager)
+    {
+#ifdef TEST_CALLBACKS
+        std::strncpy(REPORT, callBack(*apiManager).c_str(), sizeof REPORT - 1);
+#endif
+        return apiManager != nullptr;
+    }
+};
+
+#ifndef WITHOUT_GET_INSTANCE
+BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == FAULT_NULL ? nullptr : new CTestPlugin; }
+#endif
+#ifndef WITHOUT_RELEASE_INSTANCE
+BRENMARK_PLUGIN_EXPORT void RELEASE_INSTANCE(Interface* instance) { delete instance; }
+#endif
+
+#endif

@@ -1,0 +1,34 @@
+#pragma once
+// The folders that plug-ins are sought in, with the switch on, and a copy of the plug-ins that a test wants in them.
+
+#include "physics/plugins/host/host.h"
+#include "physics/plugins/plugin_binding.h"
+
+#include "support/paths.h"
+#include "support/temp_folder.h"
+
+namespace NBrenmark {
+
+struct SPluginFoldersOfTest
+{
+    explicit SPluginFoldersOfTest(CSimulation* simulation = nullptr) : host([simulation] { return simulation; })
+    {
+        QDir().mkpath(places.preferences);
+    }
+
+    /// Copies a plug-in of support/plugin to a path below the folder: "user/My Model.so".
+    QString put(const std::string& plugin, const QString& path) const
+    {
+        QFile library(QString::fromStdString(testPlugin(plugin)));
+        if (!library.open(QIODevice::ReadOnly))
+            throw std::runtime_error("no plug-in " + plugin);
+        return folder.write(path, library.readAll());
+    }
+
+    const CTempFolder folder;
+    const SPluginFolders places{folder.path("user"), folder.path("documents")};
+    NApiCore::CPluginHost host;
+    const CPluginBinding binding{places, host};
+};
+
+} // namespace NBrenmark

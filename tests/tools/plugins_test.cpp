@@ -1,0 +1,153 @@
+// The libraries of a user, as brenmark lists and binds them.
+#include "support/legacy_deck.h"
+#include "support/paths.h"
+#include "support/temp_folder.h"
+#include "support/tool_run.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace NBrenmark {
+
+using Json = nlohmann::json;
+
+namespace {
+
+/// A user whose documents hold plug-ins, and who lets them be bound.
+struct SUser
+{
+    QString put(const std::string& plugin, const QString& name) const
+    {
+        QFile library(QString::fromStdString(testPlugin(plugin)));
+        if (!library.open(QIODevice::ReadOnly))
+            throw std::runtime_error("no plug-in " + plugin);
+        return home.write("Documents/" + name + ".so", library.readAll());
+    }
+    SToolResult run(const std::vector<std::string>& arguments, const char* forbidden = "") const
+    {
+        CToolRun tool(arguments);
+        for (const char* variable : {"HOME", "XDG_CONFIG_HOME"})
+            tool.environment(variable, argument(home.path()));
+        return tool.environment("BRENMARK_NO_PLUGINS", forbidden).run();
+    }
+
+    const CTempFolder home;
+    const std::string deck = sampleDeck("plugins-24.dem"); ///< names "My Model", "My Force" and "MyFactoryLib"
+};
+
+} // namespace
+
+TEST(PluginsCommand, asksEachLibraryInAProcessOfItsOwn)
+{
+    const SUser user;
+    user.put("model_250", "Good");
+    user.put("force_100", "ContactModels/Misplaced");
+    user.put("model_aborts", "Aborts");
+    user.put("factory_210_fault_3", "Refuses");
+    user.put("model_reports_2_6_0", "Later");
+    user.home.write("Documents/Text.so", "not a library");
+    const SToolResult listed = user.run({"plugins", "--json"});
+    EXPECT_EQ(listed.exitCode, 0) << listed.error;
+    std::map<std::string, Json> libraries;
+    const Json result = Json::parse(listed.output);
+    for (const Json& folder : result["folders"])
+        for (const Json& library : folder["libraries"])
+            libraries[library["name"]] = library;
+    ASSERT_EQ(libraries.size(), 6u) << listed.output;
+    const Json good = libraries["Good"]["plugins"][0];
+    EXPECT_EQ(good["kind"], "contact model");
+    EXPECT_EQ(good["version"], "2.5.0");
+    EXPECT_EQ(good["supported"], true);
+    EXPECT_EQ(good["properties"].size(), 5u);
+    EXPECT_EQ(good["properties"][3]["owner"], "geometry");
+    EXPECT_EQ(good["properties"][3]["elements"], 3);
+    EXPECT_EQ(libraries["Misplaced"]["plugins"][0]["kind"], "external force");
+    EXPECT_EQ(libraries["Misplaced"]["plugins"][0]["reason"], "isn't sought in this folder");
+    EXPECT_EQ(libraries["Aborts"]["reason"], "crashed when it was asked");
+    EXPECT_NE(libraries["Text"]["reason"].get<std::string>().find("can't be loaded"), std::string::npos);
+    EXPECT_EQ(libraries["Refuses"]["plugins"][0]["supported"], false);
+    EXPECT_EQ(libraries["Refuses"]["plugins"][0]["reason"],
+              "Plugin factories setup() method return failure. line 3 isn't a number");
+    EXPECT_EQ(libraries["Later"]["plugins"][0]["version"], "2.6.0");
+    EXPECT_EQ(libraries["Later"]["plugins"][0]["supported"], false);
+    const std::string text = user.run({"plugins"}).output;
+    EXPECT_NE(text.find("contact model 2.5.0, supported; needs Wear (particle) of particles, Is Worn of particles"),
+              std::string::npos)
+        << text;
+}
+
+TEST(PlugInsOfADeck, areConvertedAlikeWithTheirLibrariesAndWithout)
+{
+    const SUser user;
+    const auto converted = [&](const char* name, std::vector<std::string> options, const char* forbidden = "") {
+        std::vector<std::string> arguments{"convert", user.deck, argument(user.home.path(name)), "--verify", "--json"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const SToolResult result = user.run(arguments, forbidden);
+        EXPECT_EQ(result.exitCode, 0) << result.error << result.output;
+        const Json verdict = Json::parse(result.output)["verification"];
+        EXPECT_EQ(verdict["notCarried"], Json::array()) << name;
+        return result.error;
+    };
+    const auto text = [&](const char* name) {
+        return user.run({"dump", argument(user.home.path(name)) + ".dem"}).output;
+    };
+    EXPECT_NE(converted("missing", {}).find("Plugin file does not exist:"), std::string::npos);
+    user.put("model_250", "My Model");
+    user.put("force_240", "My Force");
+    user.put("factory_210", "MyFactoryLib");
+    EXPECT_EQ(converted("bound", {}).find("isn't known here"), std::string::npos);
+    EXPECT_NE(converted("option", {"--no-plugins"}).find("isn't known here"), std::string::npos);
+    converted("environment", {}, "1");
+    const std::string missing = text("missing");
+    EXPECT_NE(missing.find("creator/pluginFactories/My%20Factory/library \"MyFactoryLib\"\n"), std::string::npos);
+    EXPECT_EQ(text("option"), missing);
+    EXPECT_EQ(text("environment"), missing);
+    // The one with libraries defines what they need, five lines a property, and no line else.
+    std::string bound = text("bound");
+    std::size_t defined = 0;
+    for (const char* const name : {"Wear%20(", "Is%20Worn"})
+        for (std::size_t at = 0; (at = bound.find(name)) != std::string::npos; ++defined) {
+            const std::size_t begin = bound.rfind('\n', at) + 1;
+            bound.erase(begin, bound.find('\n', at) + 1 - begin);
+        }
+    EXPECT_EQ(defined, 25u);
+    EXPECT_EQ(bound, missing);
+}
+
+TEST(PlugInsOfADeck, areThoseOfEachTimestep)
+{
+    const CTempFolder folder;
+    SDeckTimestep first = sampleTimestep(0.1), second = sampleTimestep(0.2);
+    first.pluginFactories = {{"library", "Feeder", "belt"}};
+    second.pluginFactories = {{"library", "Feeder", "belt"}, {"library", "Hopper", "rain"}};
+    CLegacyDeck deck(makeVersion(27, 0, 3));
+    deck.creator(sampleCreator()).timestep(first).timestep(first).timestep(second).timestep(second);
+    const std::string source = argument(deck.write(folder.path(), "feed"));
+    const std::string target = argument(folder.path("new")) + ".dem";
+    EXPECT_EQ(runTool({"convert", "--verify", source, target}).exitCode, 0);
+    const std::string text = runTool({"dump", target}).output;
+    EXPECT_NE(text.find("creator/pluginFactories/Feeder/library \"belt\"\n"), std::string::npos);
+    EXPECT_EQ(text.find("creator/pluginFactories/Hopper"), std::string::npos);
+    EXPECT_NE(text.find("creator@2/pluginFactories/Hopper/library \"rain\"\n"), std::string::npos)
+        << text.substr(0, 3000);
+    EXPECT_EQ(text.find("creator@3/"), std::string::npos) << "the last timestep brings no new model";
+}
+
+/// A library whose loading would end the process is loaded by a conversion that isn't told otherwise, and by nothing else.
+TEST(PlugInsOfADeck, areLoadedByAConversionAlone)
+{
+    const SUser user;
+    const std::string library = argument(user.put("model_aborts", "My Model"));
+    const std::string target = argument(user.home.path("out"));
+    EXPECT_EQ(user.run({"convert", user.deck, target}).exitCode, -6);
+    EXPECT_EQ(user.run({"convert", "--force", "--no-plugins", user.deck, target}).exitCode, 0);
+    for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+             {"check", user.deck}, {"dump", user.deck}, {"verify", user.deck, target + ".dem"}, {"info", user.deck}})
+        EXPECT_EQ(user.run(command).exitCode, 0) << command[0];
+    const Json info = Json::parse(user.run({"info", "--json", user.deck}).output);
+    EXPECT_EQ(info["physics"]["sphereSphereModels"][1]["library"], library);
+    EXPECT_EQ(info["physics"]["externalForces"][0]["library"], Json());
+    EXPECT_EQ(info["pluginFactories"][0]["libraryName"], "MyFactoryLib");
+}
+
+} // namespace NBrenmark

@@ -329,13 +329,13 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 {
     const auto begin = std::chrono::steady_clock::now();
     const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
-    SVerification result = verify(first, source, converted, limit, progress);
+    SVerification result = verify(first, source, converted, limit, progress, comparison);
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return result;
 }
 
 SVerification verify(const SDeckDigest& first, const QString& source, const QString& converted, unsigned int limit,
-                     CProgressDisplay& progress)
+                     CProgressDisplay& progress, const SComparison& comparison)
 {
     const auto begin = std::chrono::steady_clock::now();
     SVerification result;

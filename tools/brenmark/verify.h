@@ -67,7 +67,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 /// The same after a conversion.
 /// \param first  the digest of the source, taken while it was read to be converted
 SVerification verify(const SDeckDigest& first, const QString& source, const QString& converted, unsigned int limit,
-                     CProgressDisplay& progress);
+                     CProgressDisplay& progress, const SComparison& comparison = SComparison());
 
 /// Tells the result on standard output.
 void printVerification(const SVerification& verification, const QString& source, const QString& converted);

@@ -92,7 +92,7 @@ std::optional<SDeckOutcome> CArchiveRun::settledBefore(const SArchiveDeck& deck,
     if (deckFilesDigest(target) != known.targetFiles) // gone, or not as it was made
         return std::nullopt;
     SDeckOutcome outcome = known;
-    if (sourceFilesDigest(source) != known.sourceFiles) {
+    if (deck.files != known.sourceFiles) {
         try {
             if (sourceBytesDigest(source) == known.sourceBytes)
                 return outcome;
@@ -217,15 +217,15 @@ void CArchiveRun::start(size_t number)
     SDeckOutcome outcome;
     const std::string record = recordOf(deck);
     if (const std::optional<SDeckOutcome> old = readRecord(record);
-        old && (!isMade(old->state) || old->sourceFiles != sourceFilesDigest(decoded(deck.source))))
+        old && (!isMade(old->state) || old->sourceFiles != deck.files))
         ::unlink(record.c_str());
     if (const qint64 isFree = freeBytes(options.folder); isFree >= 0 && isFree < deck.bytes) {
-        takeFailure(outcome, CFailure(eExitTarget,
-                                      deck.source + ": the new deck takes about " +
-                                          sizeText(static_cast<double>(deck.bytes)) + ", and " +
-                                          sizeText(static_cast<double>(isFree)) + " are free; " +
-                                          sizeText(static_cast<double>(deck.bytes - isFree)) + " more are needed",
-                                      adviceForWriting(ENOSPC)));
+        takeFailure(outcome,
+                    CFailure(eExitTarget,
+                             deck.source + ": the new deck takes about " + sizeText(static_cast<double>(deck.bytes)) +
+                                 ", and " + sizeText(static_cast<double>(isFree)) + " are free; " +
+                                 sizeText(static_cast<double>(deck.bytes - isFree)) + " more are needed",
+                             adviceForWriting(ENOSPC)));
         outcome.reason = "too little space";
         return settle(deck, std::move(outcome));
     }

@@ -110,17 +110,22 @@ std::optional<SDeckOutcome> CArchiveRun::settledBefore(const SArchiveDeck& deck,
     return outcome;
 }
 
+SDeckOutcome problemOutcome(const SArchiveDeck& deck)
+{
+    SDeckOutcome outcome;
+    takeFailure(outcome, CFailure(static_cast<EExitCode>(deck.code), deck.problem, std::string()));
+    if (deck.code == eExitTarget)
+        outcome.reason = "two decks would have one name";
+    return outcome;
+}
+
 /// What is known without a process.
 std::optional<SDeckOutcome> CArchiveRun::settledNow(const SArchiveDeck& deck) const
 {
     SDeckOutcome outcome;
     std::string cause;
-    if (!deck.problem.empty()) {
-        takeFailure(outcome, CFailure(static_cast<EExitCode>(deck.code), deck.problem, std::string()));
-        if (deck.code == eExitTarget)
-            outcome.reason = "two decks would have one name";
-        return outcome;
-    }
+    if (!deck.problem.empty())
+        return problemOutcome(deck);
     const EDeckFormat format = detectFormat(decoded(deck.source), &cause);
     if (format == eFormatUnknown && cause.empty() && access(deck.source.c_str(), R_OK) == 0) {
         takeFailure(outcome, CFailure(eExitUnsupported, deck.source + ": isn't a deck that brenmark can read",
@@ -181,7 +186,8 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
         if (isWanted)
             arguments.emplace_back(option);
     };
-    add(options.resume || options.retryFailed || options.skipExisting, "--resume");
+    // A deck that is tried once more goes on with what it left the first time.
+    add(options.resume || options.retryFailed || options.skipExisting || isAlone, "--resume");
     add(options.force, "--force");
     add(options.strict, "--strict");
     add(options.verify, "--verify");
@@ -305,8 +311,12 @@ void CArchiveRun::finish(const SChildEnd& end)
         ::unlink(recordOf(deck).c_str());
         return;
     }
-    if (isMade(outcome.state))
+    if (isMade(outcome.state)) {
         outcome.targetFiles = deckFilesDigest(decoded(targetOf(deck)));
+        if (outcome.targetFiles.empty()) // a record of an earlier run, and no word of this one
+            takeFailure(outcome, CFailure(eExitDifferent, deck.source + ": its new deck isn't there",
+                                          "Convert it alone to see why: brenmark convert IN OUT."));
+    }
     settle(deck, std::move(outcome));
     if (journal->failure().empty())
         ::unlink(recordOf(deck).c_str());

@@ -59,4 +59,7 @@ private:
     Clock::time_point began;
 };
 
+/// What a deck comes to that can't be tried.
+SDeckOutcome problemOutcome(const SArchiveDeck& deck);
+
 } // namespace NBrenmark

@@ -16,8 +16,8 @@ static const XXH3_state_t* hashOf(const unsigned char* bytes)
 
 CQuickDigest::CQuickDigest() : state()
 {
-    static_assert(sizeof(XXH3_state_t) <= sizeof(SState) && alignof(XXH3_state_t) <= alignof(SState),
-                  "room for the state");
+    static_assert(sizeof(XXH3_state_t) <= sizeof(SState), "room for the state");
+    static_assert(alignof(SState) % alignof(XXH3_state_t) == 0, "and at a place that suits it");
     XXH3_128bits_reset(new (state.bytes.data()) XXH3_state_t);
 }
 

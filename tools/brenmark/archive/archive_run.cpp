@@ -51,7 +51,7 @@ CArchiveRun::CArchiveRun(const SArchiveOptions& options, std::vector<SArchiveDec
 
 void CArchiveRun::openJournal()
 {
-    makeTargetFolder(decoded(options.folder + "/journal"));
+    makeTargetFolder(decoded(options.folder + ('/' + runJournalName(options.shard, options.shards))));
     journal.emplace(options.folder, options.shard, options.shards);
     const bool goesOn = options.resume || options.retryFailed || options.skipExisting;
     SRunState own;

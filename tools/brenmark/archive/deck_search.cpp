@@ -121,7 +121,7 @@ SFolderListing listingOf(const std::string& folder)
             own = behind;
         if (S_ISDIR(own.st_mode)) {
             if (!endsWith(name, ".dem.partial")) // a deck in the making
-                (isLink ? listing.links : listing.folders).push_back(folder + '/' + name);
+                (isLink ? listing.links : listing.folders).push_back((folder + '/').append(name));
         }
         else if (const std::string base = baseOf(name); !base.empty()) {
             files[base].push_back({name, own.st_size, own.st_mtim.tv_sec * qint64(1000000000) + own.st_mtim.tv_nsec});
@@ -281,7 +281,7 @@ void CDeckSearch::visit(const std::string& folder)
         if (!found.hasMain)
             continue;
         SArchiveDeck deck;
-        deck.source = folder + '/' + base + mainSuffix;
+        deck.source.append(folder).append(1, '/').append(base).append(mainSuffix);
         deck.bytes = found.bytes;
         deck.files = std::move(found.files);
         if (known.insert(deck.source).second)

@@ -350,12 +350,21 @@ void CArchiveRun::convertAll()
 
 // ---------------------------------------------------------------- the result
 
+/// All of them are in the journal. Some are of runs that were killed before they removed theirs.
+void CArchiveRun::removeRecords() const
+{
+    const std::string folder = options.folder + recordFolder;
+    for (const std::string& name : realDisk().names(folder))
+        ::unlink((folder + '/').append(name).c_str());
+    ::rmdir(folder.c_str());
+}
+
 EExitCode CArchiveRun::tellResult()
 {
     const double seconds = std::chrono::duration<double>(Clock::now() - began).count();
     journal->end(interrupted(), seconds);
-    if (options.shards == 0)
-        ::rmdir((options.folder + recordFolder).c_str()); // stays if there is something left in it
+    if (options.shards == 0 && journal->failure().empty())
+        removeRecords();
     EExitCode code = interrupted() ? eExitInterrupted : table.exitCode();
     if (!journal->failure().empty()) {
         printFailure(CFailure(eExitTarget, journal->failure(), adviceForWriting(journal->failure())));

@@ -118,6 +118,7 @@ def main():
         run("convert", ROOT / "samples", folder / "cut.dem", "-o", folder / "none", "--dry-run", schema="archive")
         run("report", folder / "new", schema="archive")
         run("report", folder / "none", schema="archive")
+        run("convert", "--digest", ROOT / "samples" / "physics-25.dem", folder / "digested")
         run("diff", ROOT / "samples" / "pile-27.dem", ROOT / "samples" / "physics-25.dem", "--limit", "5")
         run("diff", ROOT / "samples" / "pile-27.dem", folder / "whole.dem", "--tolerance", "1%")
         run("diff", ROOT / "samples" / "pile-27.dem", folder / "torn.dem")

@@ -19,6 +19,8 @@ void printResultObject(const SConvertOptions& options, const QString& target, co
                 {"messages", jsonMessages(result.run.messages)}};
     if (!result.partial.isEmpty())
         object["partial"] = utf8(result.partial);
+    if (!result.digest.whole.empty())
+        object["digest"] = result.digest.whole;
     object["error"] = failure ? jsonFailure(*failure) : Json();
     if (result.verification)
         object["verification"] = jsonVerification(*result.verification);
@@ -32,7 +34,8 @@ void printConverted(const SConvertOptions& options, const QString& target, const
                     countText(result.timesteps, "timestep") + ", " + sizeText(static_cast<double>(result.bytesRead)) +
                     " read, " + sizeText(static_cast<double>(result.bytesWritten)) + " written in " +
                     durationText(result.run.seconds) +
-                    (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") + '\n');
+                    (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") +
+                    (result.digest.whole.empty() ? "" : "; digest of the values: " + result.digest.whole) + '\n');
     if (result.verification && (!options.quiet || result.code != eExitDone))
         printVerification(*result.verification, options.source, target);
     flushResult();

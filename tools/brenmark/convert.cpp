@@ -320,7 +320,7 @@ void CConvertCommand::finish()
     result.bytesWritten = bytesOf(familyFiles(folder->deck()));
     SDeckOutcome outcome = outcomeOf(result);
     if (options.facts)
-        outcome.page = deckFacts(options, folder->deck(), result, nullptr);
+        outcome.page = factsText(deckFacts(options, folder->deck(), result, nullptr));
     leaveRecord(options, std::move(outcome));
     setInterruptPhase(eInPlacing);
     folder->place(journal);
@@ -348,7 +348,7 @@ EExitCode CConvertCommand::fail(const CFailure& failure)
     printFailure(failure);
     SDeckOutcome outcome = outcomeOf(result);
     if (options.facts)
-        outcome.page = deckFacts(options, target, result, &failure);
+        outcome.page = factsText(deckFacts(options, target, result, &failure));
     leaveRecordOf(options, std::move(outcome), &failure, "");
     writePage(&failure);
     return failure.code;

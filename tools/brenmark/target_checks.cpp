@@ -5,6 +5,7 @@
 #include "brenmark/failure.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
+#include "brenmark/value_digest.h"
 
 #include "core/deck/deck_files.h"
 #include "core/deck/family_files.h"
@@ -130,7 +131,9 @@ void requireFreeTarget(const QString& source, const QString& target, bool force)
                        "Choose another name or folder for the new deck: the source must stay as it is.");
     if (const std::string conflict = folderConflict(target); !conflict.empty())
         throw CFailure(eExitTarget, conflict, "The deck that is there must stay as it is.");
-    const QStringList existing = familyFiles(target);
+    QStringList existing = familyFiles(target);
+    if (const QString digest = digestFileOf(target); QFileInfo::exists(digest))
+        existing.append(digest);
     const QFileInfo folder(stripDeckSuffix(target) + NDeckFile::dataFolderSuffix);
     if (!force && (!existing.isEmpty() || folder.exists() || folder.isSymLink())) {
         const QString first = existing.isEmpty() ? folder.filePath() : existing.first();

@@ -9,6 +9,9 @@
 #include <QFileInfo>
 #include <QRegExp>
 
+#include <filesystem>
+#include <system_error>
+
 namespace NBrenmark {
 
 using namespace NDeckFile;
@@ -60,14 +63,20 @@ QString stripLegacySuffix(const QString& path) { return QString(path).remove(leg
 
 QStringList segmentFiles(const QString& dataFile)
 {
+    namespace fs = std::filesystem;
+    // Names alone are looked at until one fits: ten thousand decks may lie in the folder.
     const QFileInfo info(dataFile);
-    const QString prefix = info.fileName() + segmentInfix;
+    const std::string prefix = QFile::encodeName(info.fileName() + segmentInfix).toStdString();
     QStringList paths;
-    const QFileInfoList entries = info.dir().entryInfoList(QDir::Files | QDir::Hidden);
-    for (const QFileInfo& entry : entries) {
-        if (entry.fileName().startsWith(prefix))
-            paths.append(entry.filePath());
+    std::error_code failure;
+    const fs::path folder(QFile::encodeName(info.absolutePath()).toStdString());
+    for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end; entry.increment(failure)) {
+        const std::string name = entry->path().filename().string();
+        std::error_code unknown;
+        if (name.compare(0, prefix.size(), prefix) == 0 && entry->is_regular_file(unknown))
+            paths.append(info.dir().filePath(QFile::decodeName(QByteArray::fromStdString(name))));
     }
+    paths.sort();
     return paths;
 }
 

@@ -2,8 +2,8 @@
 // XXH3 with 128 bits, fed piece by piece: the same for the same bytes on any machine. It finds what time and copying do
 // to data; against who means harm it is no protection.
 
+#include <array>
 #include <cstddef>
-#include <memory>
 #include <string>
 
 namespace NBrenmark {
@@ -12,9 +12,6 @@ class CQuickDigest
 {
 public:
     CQuickDigest();
-    ~CQuickDigest();
-    CQuickDigest(CQuickDigest&&) noexcept;
-    CQuickDigest& operator=(CQuickDigest&&) noexcept;
 
     void add(const void* data, size_t bytes);
     /// A text with the zero that ends it.
@@ -23,8 +20,12 @@ public:
     std::string hex() const;
 
 private:
-    struct SState;
-    std::unique_ptr<SState> state;
+    // The state of the algorithm, in place: digests are made by the hundred thousand between what stays.
+    struct alignas(64) SState
+    {
+        std::array<unsigned char, 576> bytes;
+    };
+    SState state;
 };
 
 } // namespace NBrenmark

@@ -51,7 +51,7 @@ CArchiveRun::CArchiveRun(const SArchiveOptions& options, std::vector<SArchiveDec
 
 void CArchiveRun::openJournal()
 {
-    makeTargetFolder(decoded(options.folder + "/journal"));
+    makeTargetFolder(decoded(options.folder + ('/' + runJournalName(options.shard, options.shards))));
     journal.emplace(options.folder, options.shard, options.shards);
     const bool goesOn = options.resume || options.retryFailed || options.skipExisting;
     SRunState own;
@@ -92,7 +92,7 @@ std::optional<SDeckOutcome> CArchiveRun::settledBefore(const SArchiveDeck& deck,
     if (deckFilesDigest(target) != known.targetFiles) // gone, or not as it was made
         return std::nullopt;
     SDeckOutcome outcome = known;
-    if (sourceFilesDigest(source) != known.sourceFiles) {
+    if (deck.files != known.sourceFiles) {
         try {
             if (sourceBytesDigest(source) == known.sourceBytes)
                 return outcome;
@@ -110,17 +110,22 @@ std::optional<SDeckOutcome> CArchiveRun::settledBefore(const SArchiveDeck& deck,
     return outcome;
 }
 
+SDeckOutcome problemOutcome(const SArchiveDeck& deck)
+{
+    SDeckOutcome outcome;
+    takeFailure(outcome, CFailure(static_cast<EExitCode>(deck.code), deck.problem, std::string()));
+    if (deck.code == eExitTarget)
+        outcome.reason = "two decks would have one name";
+    return outcome;
+}
+
 /// What is known without a process.
 std::optional<SDeckOutcome> CArchiveRun::settledNow(const SArchiveDeck& deck) const
 {
     SDeckOutcome outcome;
     std::string cause;
-    if (!deck.problem.empty()) {
-        takeFailure(outcome, CFailure(static_cast<EExitCode>(deck.code), deck.problem, std::string()));
-        if (deck.code == eExitTarget)
-            outcome.reason = "two decks would have one name";
-        return outcome;
-    }
+    if (!deck.problem.empty())
+        return problemOutcome(deck);
     const EDeckFormat format = detectFormat(decoded(deck.source), &cause);
     if (format == eFormatUnknown && cause.empty() && access(deck.source.c_str(), R_OK) == 0) {
         takeFailure(outcome, CFailure(eExitUnsupported, deck.source + ": isn't a deck that brenmark can read",
@@ -181,7 +186,8 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
         if (isWanted)
             arguments.emplace_back(option);
     };
-    add(options.resume || options.retryFailed || options.skipExisting, "--resume");
+    // A deck that is tried once more goes on with what it left the first time.
+    add(options.resume || options.retryFailed || options.skipExisting || isAlone, "--resume");
     add(options.force, "--force");
     add(options.strict, "--strict");
     add(options.verify, "--verify");
@@ -217,15 +223,15 @@ void CArchiveRun::start(size_t number)
     SDeckOutcome outcome;
     const std::string record = recordOf(deck);
     if (const std::optional<SDeckOutcome> old = readRecord(record);
-        old && (!isMade(old->state) || old->sourceFiles != sourceFilesDigest(decoded(deck.source))))
+        old && (!isMade(old->state) || old->sourceFiles != deck.files))
         ::unlink(record.c_str());
     if (const qint64 isFree = freeBytes(options.folder); isFree >= 0 && isFree < deck.bytes) {
-        takeFailure(outcome, CFailure(eExitTarget,
-                                      deck.source + ": the new deck takes about " +
-                                          sizeText(static_cast<double>(deck.bytes)) + ", and " +
-                                          sizeText(static_cast<double>(isFree)) + " are free; " +
-                                          sizeText(static_cast<double>(deck.bytes - isFree)) + " more are needed",
-                                      adviceForWriting(ENOSPC)));
+        takeFailure(outcome,
+                    CFailure(eExitTarget,
+                             deck.source + ": the new deck takes about " + sizeText(static_cast<double>(deck.bytes)) +
+                                 ", and " + sizeText(static_cast<double>(isFree)) + " are free; " +
+                                 sizeText(static_cast<double>(deck.bytes - isFree)) + " more are needed",
+                             adviceForWriting(ENOSPC)));
         outcome.reason = "too little space";
         return settle(deck, std::move(outcome));
     }
@@ -305,8 +311,12 @@ void CArchiveRun::finish(const SChildEnd& end)
         ::unlink(recordOf(deck).c_str());
         return;
     }
-    if (isMade(outcome.state))
+    if (isMade(outcome.state)) {
         outcome.targetFiles = deckFilesDigest(decoded(targetOf(deck)));
+        if (outcome.targetFiles.empty()) // a record of an earlier run, and no word of this one
+            takeFailure(outcome, CFailure(eExitDifferent, deck.source + ": its new deck isn't there",
+                                          "Convert it alone to see why: brenmark convert IN OUT."));
+    }
     settle(deck, std::move(outcome));
     if (journal->failure().empty())
         ::unlink(recordOf(deck).c_str());
@@ -340,12 +350,21 @@ void CArchiveRun::convertAll()
 
 // ---------------------------------------------------------------- the result
 
+/// All of them are in the journal. Some are of runs that were killed before they removed theirs.
+void CArchiveRun::removeRecords() const
+{
+    const std::string folder = options.folder + recordFolder;
+    for (const std::string& name : realDisk().names(folder))
+        ::unlink((folder + '/').append(name).c_str());
+    ::rmdir(folder.c_str());
+}
+
 EExitCode CArchiveRun::tellResult()
 {
     const double seconds = std::chrono::duration<double>(Clock::now() - began).count();
     journal->end(interrupted(), seconds);
-    if (options.shards == 0)
-        ::rmdir((options.folder + recordFolder).c_str()); // stays if there is something left in it
+    if (options.shards == 0 && journal->failure().empty())
+        removeRecords();
     EExitCode code = interrupted() ? eExitInterrupted : table.exitCode();
     if (!journal->failure().empty()) {
         printFailure(CFailure(eExitTarget, journal->failure(), adviceForWriting(journal->failure())));

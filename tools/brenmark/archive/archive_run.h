@@ -37,6 +37,7 @@ private:
     void settle(const SArchiveDeck& deck, SDeckOutcome outcome);
     SDeckOutcome outcomeOf(const SArchiveDeck& deck, const SChildEnd& end) const;
     std::vector<std::string> argumentsFor(const SArchiveDeck& deck, const std::string& record) const;
+    void removeRecords() const;
     EExitCode tellResult();
 
     std::string targetOf(const SArchiveDeck& deck) const { return options.folder + '/' + deck.target; }
@@ -58,5 +59,8 @@ private:
     size_t settledEarlier = 0;
     Clock::time_point began;
 };
+
+/// What a deck comes to that can't be tried.
+SDeckOutcome problemOutcome(const SArchiveDeck& deck);
 
 } // namespace NBrenmark

@@ -152,7 +152,7 @@ void printArchiveJson(const std::string& folder, const CArchiveTable& table, con
     const char* separator = "\n";
     for (const SDeckOutcome* const outcome : sorted) {
         SDeckOutcome shown = *outcome;
-        shown.page = Json(); // which is for the page alone
+        shown.page.clear(); // which is for the page alone
         printResult(separator + dumped(jsonOutcome(shown)));
         separator = ",\n";
     }

@@ -35,6 +35,7 @@ pid_t CChildProcesses::start(const std::vector<std::string>& arguments)
     std::vector<std::string> words{"brenmark"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
@@ -67,6 +68,7 @@ static std::string endOfFile(int file)
 std::vector<SChildEnd> CChildProcesses::wait(int milliseconds)
 {
     std::vector<pollfd> watched;
+    watched.reserve(children.size());
     bool isBlind = false;
     for (const SChild& child : children) {
         isBlind = isBlind || child.watch < 0;

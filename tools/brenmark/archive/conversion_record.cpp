@@ -1,58 +1,12 @@
 #include "brenmark/archive/conversion_record.h"
 
-#include "brenmark/deck_family.h"
 #include "brenmark/disk.h"
 #include "brenmark/terminal.h"
-
-#include "core/plain_file.h"
-#include "io/text/quick_digest.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 #include <fstream>
 #include <iterator>
 
 namespace NBrenmark {
-
-static std::string nameOf(const QString& file) { return nativePath(QFileInfo(file).fileName()); }
-
-std::string sourceFilesDigest(const QString& source)
-{
-    CQuickDigest digest;
-    for (const SFileState& file : fileStates(sourceFiles(source)))
-        digest.add(nameOf(file.path) + '\n' + std::to_string(file.size) + '\n' + std::to_string(file.modified));
-    return digest.hex();
-}
-
-std::string sourceBytesDigest(const QString& source)
-{
-    constexpr qint64 pieceBytes = 1 << 20;
-    CQuickDigest digest;
-    for (const QString& path : sourceFiles(source)) {
-        QFile file(path);
-        if (!QFileInfo::exists(path)) // a link that leads nowhere
-            continue;
-        if (const std::string cause = openPlainFile(file); !cause.empty())
-            throw CFailure(eExitSource, utf8(path) + ": can't be opened: " + cause, "Check the file's permissions.");
-        digest.add(nameOf(path) + '\n' + std::to_string(file.size()));
-        for (QByteArray piece = file.read(pieceBytes); !piece.isEmpty(); piece = file.read(pieceBytes))
-            digest.add(piece.constData(), static_cast<size_t>(piece.size()));
-        if (file.error() != QFile::NoError)
-            throw CFailure(eExitSource, utf8(path) + ": can't be read: " + utf8(file.errorString()), "Check the disk.");
-    }
-    return digest.hex();
-}
-
-std::string deckFilesDigest(const QString& deck)
-{
-    if (!QFileInfo(deck).isFile())
-        return std::string();
-    CQuickDigest digest;
-    for (const SFileState& file : fileStates(familyFiles(deck)))
-        digest.add(nameOf(file.path) + '\n' + std::to_string(file.size));
-    return digest.hex();
-}
 
 /// A damaged deck may have as many kinds of losses as it has bytes.
 static std::vector<std::string> lossesOf(const Ledger& messages)

@@ -3,6 +3,7 @@
 // before the new deck gets its name, so that what is known of it outlives whichever of both is killed.
 
 #include "brenmark/archive/deck_outcome.h"
+#include "brenmark/archive/file_digests.h"
 #include "brenmark/conversion_report.h"
 #include "brenmark/failure.h"
 
@@ -11,13 +12,6 @@
 #include <optional>
 
 namespace NBrenmark {
-
-/// Names, sizes and times of a source's files, digested. No content is read.
-std::string sourceFilesDigest(const QString& source);
-/// Names and bytes of a source's files, digested. \throws CFailure  one can't be read
-std::string sourceBytesDigest(const QString& source);
-/// Names and sizes of all files of a deck, digested; empty if its main file isn't there.
-std::string deckFilesDigest(const QString& deck);
 
 /// What a conversion comes to that didn't fail, without what is on the disk.
 SDeckOutcome outcomeOf(const SConversionResult& result);

@@ -55,7 +55,8 @@ Json jsonOutcome(const SDeckOutcome& outcome)
     put("digest", outcome.digest, !outcome.digest.empty());
     put("sourceFiles", outcome.sourceFiles, !outcome.sourceFiles.empty());
     put("sourceBytes", outcome.sourceBytes, !outcome.sourceBytes.empty());
-    put("page", outcome.page, !outcome.page.is_null());
+    if (!outcome.page.empty())
+        object["page"] = Json::parse(outcome.page, nullptr, false);
     put("targetFiles", outcome.targetFiles, !outcome.targetFiles.empty());
     return object;
 }
@@ -76,7 +77,8 @@ SDeckOutcome outcomeFrom(const Json& object)
     outcome.digest = object.value("digest", std::string());
     outcome.sourceFiles = object.value("sourceFiles", std::string());
     outcome.sourceBytes = object.value("sourceBytes", std::string());
-    outcome.page = object.value("page", Json());
+    if (const auto page = object.find("page"); page != object.end())
+        outcome.page = page->dump(-1, ' ', false, Json::error_handler_t::replace);
     outcome.targetFiles = object.value("targetFiles", std::string());
     return outcome;
 }

@@ -44,7 +44,7 @@ struct SDeckOutcome
     std::string digest;      ///< of the values; empty if none was made
     std::string sourceFiles; ///< names, sizes and times of the source's files, digested
     std::string sourceBytes; ///< what they hold, digested
-    Json page;               ///< what a report shows of it; null without one
+    std::string page;        ///< what a report shows of it, as JSON; empty without one
     std::string targetFiles; ///< names and sizes of the new deck's files, digested
 };
 

@@ -1,5 +1,6 @@
 #include "brenmark/archive/deck_search.h"
 
+#include "brenmark/archive/file_digests.h"
 #include "brenmark/failure.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <glob.h>
 #include <map>
+#include <optional>
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -79,6 +81,69 @@ std::string shared(std::string a, const std::string& b)
 
 bool hasWildcard(const std::string& text) { return text.find_first_of("*?[") != std::string::npos; }
 
+/// What a folder has, from one look at it.
+struct SFolderListing
+{
+    struct SDeck
+    {
+        bool hasMain = false;
+        qint64 bytes = 0;
+        std::string files; ///< digest
+    };
+    std::optional<FolderIdentity> identity;
+    std::map<std::string, SDeck> decks; ///< by base
+    std::vector<std::string> folders, links;
+    std::string problem; ///< why it couldn't be read, or not to its end
+};
+
+/// One listing a folder: decks by the thousand may lie in it.
+SFolderListing listingOf(const std::string& folder)
+{
+    SFolderListing listing;
+    DIR* const list = opendir(folder.c_str());
+    struct stat status = {};
+    if (list == nullptr || fstat(dirfd(list), &status) != 0) {
+        listing.problem = std::string("the folder can't be read: ") + std::strerror(errno);
+        if (list != nullptr)
+            closedir(list);
+        return listing;
+    }
+    listing.identity = {status.st_dev, status.st_ino};
+    std::map<std::string, std::vector<SDeckFile>> files; // by base
+    errno = 0;
+    for (const dirent* entry = readdir(list); entry != nullptr; entry = readdir(list)) {
+        const std::string name = entry->d_name;
+        struct stat own = {}, behind = {};
+        if (name == "." || name == ".." || fstatat(dirfd(list), name.c_str(), &own, AT_SYMLINK_NOFOLLOW) != 0)
+            continue;
+        const bool isLink = S_ISLNK(own.st_mode);
+        if (isLink && fstatat(dirfd(list), name.c_str(), &behind, 0) == 0)
+            own = behind;
+        if (S_ISDIR(own.st_mode)) {
+            if (!endsWith(name, ".dem.partial")) // a deck in the making
+                (isLink ? listing.links : listing.folders).push_back((folder + '/').append(name));
+        }
+        else if (const std::string base = baseOf(name); !base.empty()) {
+            files[base].push_back({name, own.st_size, own.st_mtim.tv_sec * qint64(1000000000) + own.st_mtim.tv_nsec});
+        }
+        errno = 0;
+    }
+    if (errno != 0)
+        listing.problem = std::string("the folder can't be read to its end: ") + std::strerror(errno);
+    closedir(list);
+    for (auto& [base, members] : files) {
+        SFolderListing::SDeck& deck = listing.decks[base];
+        for (const SDeckFile& file : members) {
+            deck.bytes += file.size;
+            deck.hasMain = deck.hasMain || file.name == base + mainSuffix;
+        }
+        deck.files = filesDigest(std::move(members));
+    }
+    std::sort(listing.folders.begin(), listing.folders.end());
+    std::sort(listing.links.begin(), listing.links.end());
+    return listing;
+}
+
 class CDeckSearch
 {
 public:
@@ -94,6 +159,7 @@ private:
     void addFile(const std::string& path);
     void addTree(const std::string& path);
     void visit(const std::string& folder);
+    const SFolderListing& knownListing(const std::string& folder);
     void addProblem(const std::string& path, const std::string& problem, int code);
     void takeBase(const std::string& folder) { base = base.empty() ? folder : shared(base, folder); }
 
@@ -104,6 +170,8 @@ private:
     std::vector<SArchiveDeck> decks;
     std::unordered_set<std::string> known;
     std::set<FolderIdentity> visited;
+    SFolderListing listed;
+    std::string listedFolder;
     std::deque<std::string> folders, links; ///< a folder that links lead to as well is found where it is
 };
 
@@ -166,12 +234,10 @@ void CDeckSearch::addFile(const std::string& path)
         return;
     SArchiveDeck deck;
     deck.source = mainFile;
-    std::error_code none;
-    for (fs::directory_iterator entry(folder, none), end; !none && entry != end; entry.increment(none)) {
-        std::error_code failure;
-        if (const std::string member = entry->path().filename().string(); member == name || baseOf(member) == own)
-            if (const auto size = entry->file_size(failure); !failure)
-                deck.bytes += static_cast<qint64>(size);
+    const SFolderListing& listing = knownListing(folder);
+    if (const auto found = listing.decks.find(own); found != listing.decks.end()) {
+        deck.bytes = found->second.bytes;
+        deck.files = found->second.files;
     }
     decks.push_back(std::move(deck));
 }
@@ -194,60 +260,36 @@ void CDeckSearch::addProblem(const std::string& path, const std::string& problem
     decks.push_back(std::move(deck));
 }
 
-/// One listing a folder: decks by the thousand may lie in it.
+/// Files that are named one by one often lie in one folder.
+const SFolderListing& CDeckSearch::knownListing(const std::string& folder)
+{
+    if (listedFolder != folder) {
+        listed = listingOf(folder);
+        listedFolder = folder;
+    }
+    return listed;
+}
+
 void CDeckSearch::visit(const std::string& folder)
 {
-    DIR* const list = opendir(folder.c_str());
-    struct stat status = {};
-    if (list == nullptr || fstat(dirfd(list), &status) != 0) {
-        const std::string cause = std::strerror(errno);
-        if (list != nullptr)
-            closedir(list);
-        return addProblem(folder, "the folder can't be read: " + cause, eExitSource);
-    }
-    if (!visited.emplace(status.st_dev, status.st_ino).second) {
-        closedir(list);
+    SFolderListing listing = listingOf(folder);
+    if (!listing.problem.empty())
+        addProblem(folder, listing.problem, eExitSource);
+    if (listing.identity && !visited.insert(*listing.identity).second)
         return;
-    }
-    std::map<std::string, qint64> mainFiles; // by base
-    std::unordered_map<std::string, qint64> sizes;
-    std::vector<std::string> below, linked;
-    errno = 0;
-    for (const dirent* entry = readdir(list); entry != nullptr; entry = readdir(list)) {
-        const std::string name = entry->d_name;
-        struct stat own = {}, behind = {};
-        if (name == "." || name == ".." || fstatat(dirfd(list), name.c_str(), &own, AT_SYMLINK_NOFOLLOW) != 0)
+    for (auto& [base, found] : listing.decks) {
+        if (!found.hasMain)
             continue;
-        const bool isLink = S_ISLNK(own.st_mode);
-        if (isLink && fstatat(dirfd(list), name.c_str(), &behind, 0) == 0)
-            own = behind;
-        if (S_ISDIR(own.st_mode)) {
-            if (!endsWith(name, ".dem.partial")) // a deck in the making
-                (isLink ? linked : below).push_back(folder + '/' + name);
-        }
-        else if (const std::string base = baseOf(name); !base.empty()) {
-            sizes[base] += S_ISREG(own.st_mode) ? own.st_size : 0;
-            if (endsWith(name, mainSuffix))
-                mainFiles[base] = 0;
-        }
-        errno = 0;
-    }
-    const int error = errno;
-    closedir(list);
-    if (error != 0)
-        addProblem(folder, std::string("the folder can't be read to its end: ") + std::strerror(error), eExitSource);
-    for (const auto& [base, none] : mainFiles) {
         SArchiveDeck deck;
-        deck.source = folder + '/' + base + mainSuffix;
-        deck.bytes = sizes[base];
+        deck.source.append(folder).append(1, '/').append(base).append(mainSuffix);
+        deck.bytes = found.bytes;
+        deck.files = std::move(found.files);
         if (known.insert(deck.source).second)
             decks.push_back(std::move(deck));
     }
-    std::sort(below.begin(), below.end());
-    std::sort(linked.begin(), linked.end());
-    folders.insert(folders.end(), below.begin(), below.end());
+    folders.insert(folders.end(), listing.folders.begin(), listing.folders.end());
     if (followLinks)
-        links.insert(links.end(), linked.begin(), linked.end());
+        links.insert(links.end(), listing.links.begin(), listing.links.end());
 }
 
 std::vector<SArchiveDeck> CDeckSearch::finish()

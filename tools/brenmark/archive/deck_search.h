@@ -14,6 +14,7 @@ struct SArchiveDeck
     std::string source;  ///< absolute
     std::string target;  ///< below DIR
     qint64 bytes = 0;    ///< of all its files
+    std::string files;   ///< names, sizes and times of them, digested as by sourceFilesDigest()
     std::string problem; ///< why it can't be tried, with a path; empty for none
     int code = 0;        ///< exit code of the problem
 };

@@ -1,6 +1,6 @@
 #include "brenmark/archive/dry_run.h"
 
-#include "brenmark/archive/archive_table.h"
+#include "brenmark/archive/archive_run.h"
 #include "brenmark/archive/child_process.h"
 #include "brenmark/archive/conversion_record.h"
 #include "brenmark/disk.h"
@@ -98,8 +98,7 @@ void CDryRun::lookAtAll()
             const size_t number = next++;
             const SArchiveDeck& deck = decks[number];
             if (!deck.problem.empty()) {
-                SDeckOutcome outcome;
-                takeFailure(outcome, CFailure(static_cast<EExitCode>(deck.code), deck.problem, std::string()));
+                SDeckOutcome outcome = problemOutcome(deck);
                 outcome.deck = oneLine(deck.target);
                 refused.push_back(std::move(outcome));
                 continue;

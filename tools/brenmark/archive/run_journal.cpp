@@ -33,7 +33,7 @@ std::vector<std::string> runJournals(const std::string& folder)
         const size_t end = std::strlen(journalEnd);
         if (name.compare(0, std::strlen(journalStart), journalStart) == 0 && name.size() > end &&
             name.compare(name.size() - end, end, journalEnd) == 0)
-            paths.push_back(folder + '/' + name);
+            paths.push_back((folder + '/').append(name));
     }
     return paths;
 }

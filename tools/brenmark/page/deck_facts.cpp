@@ -59,6 +59,8 @@ static Json figuresOf(const std::vector<STimestepFigures>& timesteps)
     return rows;
 }
 
+std::string factsText(const Json& facts) { return facts.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
 std::string withoutFolderOf(std::string text, const std::string& path)
 {
     const std::string folder = path.substr(0, path.rfind('/') + 1);

@@ -13,6 +13,9 @@ namespace NBrenmark {
 Json deckFacts(const SConvertOptions& options, const QString& target, const SConversionResult& result,
                const CFailure* failure);
 
+/// In one line.
+std::string factsText(const Json& facts);
+
 /// A text without the folder of a path wherever that is in it: no page names who keeps decks where.
 std::string withoutFolderOf(std::string text, const std::string& path);
 

@@ -117,9 +117,9 @@ static void addDeckOfRun(CHtmlPage& page, const SDeckOutcome& outcome)
             page.row({loss});
         page.endTable();
     }
-    if (!outcome.page.is_null())
+    if (!outcome.page.empty())
         try {
-            addDeck(page, outcome.page);
+            addDeck(page, Json::parse(outcome.page));
         }
         catch (const nlohmann::json::exception&) { // of another version of the program
             page.paragraph("The journal has more of it in a form that is unknown here.");
@@ -161,7 +161,7 @@ void writeRunPage(const std::string& path, const CArchiveTable& table, const SRu
                   outcome->digest});
     page.endTable();
     for (const SDeckOutcome* const outcome : sorted)
-        if (!outcome->page.is_null() || !outcome->text.empty() || !outcome->losses.empty())
+        if (!outcome->page.empty() || !outcome->text.empty() || !outcome->losses.empty())
             addDeckOfRun(page, *outcome);
     page.write(path);
 }

@@ -332,8 +332,12 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
                       compareParts(source, converted, timesteps.timesteps, limit, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5) {
             setUncarriedApart(result);
-            const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
-            result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());
+            const bool hasPlugins = std::any_of(first.models.begin(), first.models.end(),
+                                                [](const auto& model) { return namesPlugins(model.lines); });
+            if (hasPlugins) {
+                const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
+                result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());
+            }
         }
         if (second.format == eFormatHdf5) {
             const std::vector<SDifference> stored =

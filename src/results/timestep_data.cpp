@@ -4,6 +4,7 @@
 #include "core/counted.h"
 #include "core/log.h"
 #include "model/creator_data.h"
+#include "model/factories/plugins/particle_factories.h"
 #include "model/geometry/geometry_group.h"
 #include "physics/parallel_bond.h"
 #include "visitors/file_visitor_reader.h"
@@ -81,6 +82,7 @@ void CTimestepData::settle(const SLogTitle& title)
 {
     for (const std::unique_ptr<CParticleType>& type : particleTypes.types)
         type->gravity = creatorData.gravity;
+    NApiFactory::connectCustomProperties(creatorData.pluginFactories, particleTypes.properties());
     if (const quint32 lost = removeDanglingContacts(); lost > 0)
         report(eLost, title, counted(lost, "contact") + " released: a particle or triangle is missing.", lost);
     if (const SUnmatchedBonds unmatched = matchBondParameters(); unmatched.any())

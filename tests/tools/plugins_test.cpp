@@ -119,7 +119,7 @@ TEST(PlugInsOfADeck, areThoseOfEachTimestep)
     const CTempFolder folder;
     SDeckTimestep first = sampleTimestep(0.1), second = sampleTimestep(0.2);
     first.pluginFactories = {{"library", "Feeder", "belt"}};
-    second.pluginFactories = {{"library", "Feeder", "belt"}, {"library", "Hopper", "rain"}};
+    second.pluginFactories = {{"library", "Feeder", "belt"}, {"library", "Hopper", "rain"}, {"library", "a/b", "rain"}};
     CLegacyDeck deck(makeVersion(27, 0, 3));
     deck.creator(sampleCreator()).timestep(first).timestep(first).timestep(second).timestep(second);
     const std::string source = argument(deck.write(folder.path(), "feed"));

@@ -9,12 +9,11 @@
 
 namespace NBrenmark {
 
-/// "Mill#2", by which texts tell things of one name apart.
-static bool isNumbered(const std::string& name)
+/// Whether no group can have the name of a factory of a plug-in; "Mill#2" is the second one of a name.
+static bool hasNoGroup(const std::string& factory)
 {
-    const size_t mark = name.rfind('#');
-    return mark != std::string::npos && mark + 1 < name.size() &&
-           name.find_first_not_of("0123456789", mark + 1) == std::string::npos;
+    const auto holds = [&factory](const char* part) { return factory.find(part) != std::string::npos; };
+    return factory == "." || holds("%2f") || holds("%00") || holds("#");
 }
 
 /// Charges that aren't custom properties, and what old contacts held beside their rows.
@@ -30,8 +29,8 @@ bool isOfLegacyAlone(const std::string& path)
     const auto& [area, name, value, below] = parts;
     if (area == "sizeDistributions") // the law of a type that no group can be named after
         return count == 2 && name.find("%2f") != std::string::npos;
-    if (area == "pluginFactories") // nor after such a factory, nor two of one name
-        return count == 2 && (name.find("%2f") != std::string::npos || isNumbered(name));
+    if (area == "pluginFactories")
+        return count > 1 && hasNoGroup(name);
     if (area == "contacts" && value == "contactRecords")
         return true;
     return count == 3 && ((area == "geometryGroups" && value == "charges") ||
@@ -87,6 +86,9 @@ static bool isRoundedValue(const SDifference& difference)
     return true;
 }
 
-bool hasNoPlace(const SDifference& difference) { return isLegacyArray(difference) || isRoundedValue(difference); }
+bool hasNoPlace(const SDifference& difference)
+{
+    return isLegacyArray(difference) || isRoundedValue(difference);
+}
 
 } // namespace NBrenmark

@@ -369,8 +369,12 @@ SVerification verify(const SDeckDigest& first, const QString& source, const QStr
             compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerance, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5) {
             setUncarriedApart(result);
-            const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
-            result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());
+            const bool hasPlugins = std::any_of(first.models.begin(), first.models.end(),
+                                                [](const auto& model) { return namesPlugins(model.lines); });
+            if (hasPlugins) {
+                const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
+                result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());
+            }
         }
         if (comparison.isConversion && second.format == eFormatHdf5) {
             const std::vector<SDifference> stored =

@@ -16,9 +16,8 @@ static CCustomPropertyMetaData definitionOf(SPluginProperty& property)
     const std::vector<double> values(property.initialValues.begin(), property.initialValues.begin() + elements);
     const std::string name(property.name.data());
     if (property.dataType == NApiCore::eBoolean) {
-        std::vector<bool> flags;
-        for (const double value : values)
-            flags.push_back(value != 0.0);
+        std::vector<bool> flags(values.size());
+        std::transform(values.begin(), values.end(), flags.begin(), [](double value) { return value != 0.0; });
         return {name, eBooleanProperty, property.numberOfElements, property.unitType, flags};
     }
     return {name, eDoubleProperty, property.numberOfElements, property.unitType, values};

@@ -1,6 +1,7 @@
 // Plug-ins of every kind and interface version, good and broken ones, from their files to bound models.
 #include "model/factories/plugin_factory.h"
 #include "model/factories/plugin_factory_list.h"
+#include "model/factories/plugins/particle_factories.h"
 #include "model/particle_types.h"
 #include "physics/phantoms.h"
 #include "physics/physics_models.h"
@@ -380,6 +381,12 @@ TEST(ForceAndFactoryPlugIns, workAndSayWhatWentWrong)
         EXPECT_NE(factory->clone(), nullptr);
     }
     EXPECT_EQ(list.count(), 3u);
+    CCustomPropertyManager properties("Particle Properties", eParticleOwner);
+    auto heat = std::make_unique<CCustomPropertyMetaData>("Heat", eDoubleProperty, 1u, 1u);
+    properties.addProperty(heat);
+    NApiFactory::connectCustomProperties(list, &properties);
+    EXPECT_EQ(list.factory(2)->customParams.size(), 1u);
+    list.clear();
     EXPECT_THAT(log.text(), HasSubstr("Plugin factory tried to create particle of type that did not exist (Nobody)"));
     EXPECT_THAT(log.text(), HasSubstr("Plugin factories createParticle() method returned a fatal error."));
 }

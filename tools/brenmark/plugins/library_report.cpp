@@ -162,7 +162,7 @@ Json libraryReport(const QString& path)
     }
     if (process.exitStatus() == QProcess::CrashExit)
         return failedReport(path, "crashed when it was asked");
-    const Json report = Json::parse(process.readAllStandardOutput().toStdString(), nullptr, false);
+    Json report = Json::parse(process.readAllStandardOutput().toStdString(), nullptr, false);
     if (report.is_object() && report.contains("plugins"))
         return report;
     return failedReport(path, "ended the process that asked it, with status " + std::to_string(process.exitCode()));

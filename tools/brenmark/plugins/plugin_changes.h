@@ -7,6 +7,9 @@
 
 namespace NBrenmark {
 
+/// Whether a model names a plug-in of any kind. \param model  its text
+bool namesPlugins(const TextLines& model);
+
 /// Takes such differences out of a list. \return them, each as a change that is meant
 /// \param converted  the text of the new deck beside its timesteps
 std::vector<SModelChange> takePluginChanges(std::vector<SDifference>& differences, const TextLines& converted);

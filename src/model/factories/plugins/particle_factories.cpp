@@ -2,6 +2,7 @@
 #include "model/factories/plugins/particle_factories.h"
 
 #include "core/version.h"
+#include "model/factories/plugin_factory_list.h"
 #include "model/factories/plugins/factory_v1_0_0.h"
 #include "model/factories/plugins/factory_v2_0_0.h"
 #include "model/factories/plugins/factory_v2_1_0.h"
@@ -57,6 +58,12 @@ std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(const QString
     if (factory != nullptr)
         factory->libraryName = libraryName;
     return factory;
+}
+
+void connectCustomProperties(const CPluginParticleFactoryList& list, CCustomPropertyManager* properties)
+{
+    for (quint32 index = 0; index < list.count(); ++index)
+        list.factory(index)->connectCustomProperties(properties);
 }
 
 } // namespace NBrenmark::NApiFactory

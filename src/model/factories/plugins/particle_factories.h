@@ -9,6 +9,7 @@ class QLibrary;
 
 namespace NBrenmark {
 
+class CCustomPropertyManager;
 class CPluginParticleFactoryList;
 class IPluginParticleFactoryWrapper;
 
@@ -25,6 +26,10 @@ std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(const QString
 std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_ptr<QLibrary> library, quint32 version,
                                                                    const QString& name,
                                                                    CPluginParticleFactoryList* list);
+
+/// Gives the factories of a list the custom properties of particles, for which each has a parameter.
+/// \param properties  not owned, must outlive the factories; may be null
+void connectCustomProperties(const CPluginParticleFactoryList& list, CCustomPropertyManager* properties);
 
 } // namespace NApiFactory
 } // namespace NBrenmark

@@ -55,8 +55,8 @@ struct SSaveOptions
     bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
     bool upgradeOldModels = true;        ///< reading: a legacy model is upgraded to the current model
     bool modelAlone = false; ///< reading a legacy timestep for its model: what the model has no part of is left out
-    bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
-    bool isReadAgain = false;            ///< reading: what is to be said of this block was said
+    bool upgradeWithGeometry = false; ///< reading: not before the geometry has come with a timestep
+    bool isReadAgain = false;         ///< reading: what is to be said of this block was said
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported
     NLegacySupport::IOldRecordListener* oldRecords = nullptr; ///< reading: hears of each of them; not owned
     bool reserved = false;

@@ -43,6 +43,7 @@ private:
     void addValues();
     void addXml();
     void chooseXml();
+    void addView();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -72,6 +73,7 @@ private:
     SLawOptions law;
     SValuesOptions values;
     SXmlOptions xml;
+    SViewOptions view;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -97,6 +99,7 @@ CCommandLine::CCommandLine()
     addLaw();
     addValues();
     addXml();
+    addView();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -138,6 +141,7 @@ void CCommandLine::addConvert()
     command->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     command->add_flag("-v,--verbose", convert.verbose, "Show a line for each timestep, and remarks");
     command->add_flag("--json", convert.json, "Show the result as one JSON object");
+    command->add_flag("--xdmf", convert.xdmf, "Write an XDMF file beside the new deck, as brenmark view does");
     addProgress(command);
     addReading(command);
     addThreads(command);
@@ -146,6 +150,9 @@ void CCommandLine::addConvert()
             if (convert.ignoreCompanions && convert.verify)
                 throw CFailure(eExitUsage, "--ignore-companions and --verify can't be used together",
                                "What is left out would be missing on both sides of the comparison.");
+            if (convert.xdmf && convert.json)
+                throw CFailure(eExitUsage, "--xdmf and --json can't be used together",
+                               "Use brenmark view after the conversion.");
             if (convert.quiet && convert.verbose)
                 throw CFailure(eExitUsage, "--quiet and --verbose can't be used together", "Leave one of them out.");
             convert.source = pathFrom(source);
@@ -402,6 +409,20 @@ void CCommandLine::chooseXml()
         xml.timestep = numberFrom("--timestep", timestep);
     else
         xml.timestepDocument = pathFrom(timestep);
+}
+
+void CCommandLine::addView()
+{
+    CLI::App* const command = add("view", "Write an XDMF file beside a converted deck, for ParaView");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_flag("--force", view.force, "Replace files of the view's names that no view has made");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            view.deck = pathFrom(source);
+            return runView(view);
+        };
+    });
 }
 
 // ---------------------------------------------------------------- what can't be understood

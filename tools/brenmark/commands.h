@@ -23,6 +23,7 @@ struct SConvertOptions
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
+    bool xdmf = false; ///< writes a view beside the new deck
 };
 
 struct SCheckOptions
@@ -119,6 +120,13 @@ struct SXmlOptions
     QString timestepDocument; ///< empty for none
 };
 
+/// An XDMF file beside a deck.
+struct SViewOptions
+{
+    QString deck;
+    bool force = false;
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -128,5 +136,6 @@ EExitCode runVerify(const SVerifyOptions& options);
 EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
+EExitCode runView(const SViewOptions& options);
 
 } // namespace NBrenmark

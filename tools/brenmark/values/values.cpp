@@ -5,6 +5,7 @@
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/nearest_word.h"
+#include "brenmark/target_file.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 #include "brenmark/values/chosen_units.h"
@@ -13,8 +14,6 @@
 #include "brenmark/values/value_table.h"
 
 #include "analysis/attributes/attribute_table.h"
-
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -213,35 +212,6 @@ void CValueReading::printMissing() const
 } // namespace
 
 // ---------------------------------------------------------------- forms of output
-
-namespace {
-
-/// A file that gets its name once it is whole.
-class CTargetFile
-{
-public:
-    explicit CTargetFile(const QString& path) : file(path) { require(file.open(QIODevice::WriteOnly)); }
-    void write(const std::string& text)
-    {
-        const auto size = static_cast<qint64>(text.size());
-        require(file.write(text.data(), size) == size);
-    }
-    void commit() { require(file.commit()); }
-
-private:
-    /// \throws CFailure  it isn't done
-    void require(bool done) const
-    {
-        const std::string cause = utf8(file.errorString());
-        if (!done)
-            throw CFailure(eExitTarget, utf8(file.fileName()) + ": can't be written: " + cause,
-                           adviceForWriting(cause));
-    }
-
-    QSaveFile file;
-};
-
-} // namespace
 
 static void writeTable(CValueReading& reading, const CValueTable::Out& out)
 {

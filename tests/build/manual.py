@@ -8,7 +8,7 @@ import re
 import subprocess
 import sys
 
-COMMANDS = ("convert", "check", "info", "config", "dump", "verify", "law", "values", "xml")
+COMMANDS = ("convert", "check", "info", "config", "dump", "verify", "law", "values", "xml", "view")
 OPTION = re.compile(r"(?<![\w-])--[a-z][a-z-]*[a-z]")
 EVERYWHERE = {"--help", "--version"}
 

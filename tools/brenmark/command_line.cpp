@@ -44,6 +44,7 @@ private:
     void addXml();
     void chooseXml();
     void addView();
+    void addExport();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -74,6 +75,7 @@ private:
     SValuesOptions values;
     SXmlOptions xml;
     SViewOptions view;
+    SExportOptions exported;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -100,6 +102,7 @@ CCommandLine::CCommandLine()
     addValues();
     addXml();
     addView();
+    addExport();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -421,6 +424,32 @@ void CCommandLine::addView()
         chosen = [this] {
             view.deck = pathFrom(source);
             return runView(view);
+        };
+    });
+}
+
+void CCommandLine::addExport()
+{
+    CLI::App* const command = add("export", "Write timesteps of a deck of either family as files of other programs");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--format", exported.format, "vtp, vtu, csv, xyz or ensight")->type_name("FORMAT")->required();
+    command->add_option("--output", output, "The folder that the files go to")->type_name("DIR")->required();
+    command->add_option("--attribute", exported.attributes, "These attributes in place of the usual ones")
+        ->type_name("NAME,NAME");
+    command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
+        ->type_name("N");
+    command->add_option("--units", exported.units, "Units for quantities, for example length=mm,angVel=rpm")
+        ->type_name("LIST");
+    command->add_flag("--force", exported.force, "Write into a folder that isn't empty");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            exported.deck = pathFrom(source);
+            exported.output = pathFrom(output);
+            exported.allTimesteps = timestep.empty() || timestep == "all";
+            if (!exported.allTimesteps)
+                std::tie(exported.firstTimestep, exported.lastTimestep) = timestepsFrom("--timestep", timestep);
+            return runExport(exported);
         };
     });
 }

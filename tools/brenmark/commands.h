@@ -127,6 +127,20 @@ struct SViewOptions
     bool force = false;
 };
 
+/// Timesteps of a deck as files of other programs.
+struct SExportOptions
+{
+    QString deck;
+    std::string format;
+    QString output;         ///< a folder
+    std::string attributes; ///< with commas between them; empty for the usual ones
+    std::string units;
+    bool allTimesteps = true;
+    quint32 firstTimestep = 0;
+    quint32 lastTimestep = 0;
+    bool force = false; ///< writes into a folder that isn't empty
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -137,5 +151,6 @@ EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
 EExitCode runView(const SViewOptions& options);
+EExitCode runExport(const SExportOptions& options);
 
 } // namespace NBrenmark

@@ -7,7 +7,6 @@
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/deck_tree.h"
 #include "io/hdf5/error_text.h"
-#include "io/hdf5/file_structure.h"
 #include "io/hdf5/shapes.h"
 #include "io/hdf5/soundness.h"
 #include "model/geometry/geometry_group.h"
@@ -23,9 +22,10 @@ namespace NBrenmark {
 /// What deflate can make of a byte.
 static constexpr quint64 mostInflated = 1032;
 
-CDeckHeads::CDeckHeads(const QString& deck, const SPropertyManagers& properties, std::string extraFile,
-                       CLeftOut& leftOut)
+CDeckHeads::CDeckHeads(const QString& deck, const TimestepIndex& index, const SPropertyManagers& properties,
+                       std::string extraFile, CLeftOut& leftOut)
     : deck(deck),
+      index(index),
       folder(QDir(dataFolderPath(deck)).dirName().toStdString() + '/'),
       extraFile(std::move(extraFile)),
       properties(properties),
@@ -36,9 +36,10 @@ CDeckHeads::CDeckHeads(const QString& deck, const SPropertyManagers& properties,
 
 H5::H5File CDeckHeads::open(quint32 number) const
 {
-    const std::string path = QFile::encodeName(timestepFilePath(deck, number)).toStdString();
-    checkStructure(path);
-    return H5::H5File(path, H5F_ACC_RDONLY);
+    if (number >= index.size() || index[number].offset == 0)
+        throw hdf5_error("its model is in timestep " + std::to_string(number) + ", which isn't there");
+    // The structure of every file of the index has been checked while it was made.
+    return H5::H5File(QFile::encodeName(timestepFilePath(deck, number)).toStdString(), H5F_ACC_RDONLY);
 }
 
 // ---------------------------------------------------------------- arrays
@@ -49,39 +50,66 @@ static H5::Group ownGroup(const H5::H5Location& location, const std::string& nam
     return location.openGroup(name);
 }
 
-/// Whether the numbers are of a kind that every reader of views knows. A record isn't: some crash on it.
-static bool hasKind(const H5::DataSet& dataset, EArrayKind kind)
-{
-    const H5T_class_t found = dataset.getTypeClass();
-    if (kind == eFloats)
-        return found == H5T_FLOAT && dataset.getFloatType().getSize() == sizeof(double);
-    if (found != H5T_INTEGER)
-        return false;
-    const H5::IntType type = dataset.getIntType();
-    return type.getSize() == sizeof(qint32) && (type.getSign() == H5T_SGN_2) == (kind == eSigned);
-}
+namespace {
 
-/// Whether all bytes are there, and in this file.
-static bool isWhole(const H5::DataSet& dataset)
+/// A dataset that a view may name, by its header.
+struct SStoredArray
 {
-    const H5::DSetCreatPropList layout = dataset.getCreatePlist();
-    const H5D_layout_t kind = layout.getLayout();
-    if (kind == H5D_VIRTUAL || layout.getExternalCount() > 0)
-        return false;
-    const quint64 stored = dataset.getStorageSize();
-    const quint64 most = kind == H5D_CHUNKED ? stored * mostInflated : stored;
-    return quint64(dataset.getSpace().getSimpleExtentNpoints()) * dataset.getDataType().getSize() <= most;
-}
-
-static bool hasShape(const H5::DataSet& dataset, quint64 columns, quint64& rows)
-{
-    const H5::DataSpace space = dataset.getSpace();
+    bool isThere = false;
+    bool isWhole = false; ///< all bytes are in the file, as far as its size says; others are nowhere
+    bool hasKind = false; ///< numbers that every reader of views knows. A record isn't: some crash on it
+    int rank = 0;
     hsize_t sizes[2] = {0, 0};
-    if (space.getSimpleExtentNdims() != (columns == 0 ? 1 : 2))
-        return false;
-    space.getSimpleExtentDims(sizes);
-    rows = sizes[0];
-    return columns == 0 || sizes[1] == columns;
+};
+
+/// Closes an object of HDF5 by its number. A view asks for many thousands: by the interface's classes it takes twice as
+/// long.
+struct SClosing
+{
+    SClosing(hid_t id, herr_t (*close)(hid_t)) : id(id), close(close) {}
+    ~SClosing()
+    {
+        if (id >= 0)
+            close(id);
+    }
+    SClosing(const SClosing&) = delete;
+    SClosing& operator=(const SClosing&) = delete;
+
+    const hid_t id;
+    herr_t (*const close)(hid_t);
+};
+
+} // namespace
+
+static bool isOfKind(hid_t type, EArrayKind kind)
+{
+    if (kind == eFloats)
+        return H5Tget_class(type) == H5T_FLOAT && H5Tget_size(type) == sizeof(double);
+    return H5Tget_class(type) == H5T_INTEGER && H5Tget_size(type) == sizeof(qint32) &&
+           (H5Tget_sign(type) == H5T_SGN_2) == (kind == eSigned);
+}
+
+static SStoredArray storedArray(const H5::Group& group, const char* name, EArrayKind kind)
+{
+    SStoredArray array;
+    if (!group.nameExists(name))
+        return array;
+    requireOwn(group, "dataset", name);
+    array.isThere = true;
+    const SClosing dataset(H5Dopen2(group.getId(), name, H5P_DEFAULT), H5Dclose);
+    const SClosing type(H5Dget_type(dataset.id), H5Tclose);
+    const SClosing space(H5Dget_space(dataset.id), H5Sclose);
+    if (space.id < 0 || type.id < 0)
+        return array; // no dataset, or a damaged one
+    array.rank = H5Sget_simple_extent_ndims(space.id);
+    if (array.rank != 1 && array.rank != 2)
+        return array;
+    H5Sget_simple_extent_dims(space.id, array.sizes, nullptr);
+    array.hasKind = isOfKind(type.id, kind);
+    const quint64 most = quint64(H5Dget_storage_size(dataset.id)) * mostInflated;
+    const quint64 columns = array.rank == 1 ? 1 : array.sizes[1];
+    array.isWhole = columns != 0 && array.sizes[0] <= most / H5Tget_size(type.id) / columns;
+    return array;
 }
 
 /// Of an array that says itself how many rows it has.
@@ -90,31 +118,23 @@ static constexpr quint64 anyRows = ~quint64(0);
 bool CDeckHeads::found(const SPlace& place, const SWanted& wanted, quint64 rows, SNamedArray& array)
 {
     const std::string what = std::string(wanted.shown) + " of " + place.owner + ": ";
-    if (!place.group.nameExists(wanted.dataset)) {
+    const SStoredArray stored = storedArray(place.group, wanted.dataset, wanted.kind);
+    if (!stored.isThere) {
         lose(what + "not saved");
         return false;
     }
-    requireOwn(place.group, "dataset", wanted.dataset);
-    const H5::DataSet dataset = place.group.openDataSet(wanted.dataset);
-    array = {wanted.shown,
-             place.file,
-             place.path + '/' + wanted.dataset,
-             wanted.kind,
-             0,
-             wanted.columns,
-             wanted.firstColumn,
-             wanted.shownColumns,
-             1.0};
-    if (!hasKind(dataset, wanted.kind) || !hasShape(dataset, wanted.columns, array.rows) ||
-        (rows != anyRows && array.rows != rows)) {
+    array = {wanted.shown,       place.file,          place.path + '/' + wanted.dataset,
+             wanted.kind,        stored.sizes[0],     wanted.columns,
+             wanted.firstColumn, wanted.shownColumns, 1.0};
+    const bool hasShape = stored.rank == (wanted.columns == 0 ? 1 : 2) && stored.sizes[1] == wanted.columns &&
+                          (rows == anyRows || array.rows == rows);
+    if (!stored.hasKind || !hasShape) {
         lose(what + "of another shape or type than every deck has");
         return false;
     }
-    if (!isWhole(dataset)) {
+    if (!stored.isWhole)
         lose(what + "its values aren't all in the file");
-        return false;
-    }
-    return array.rows > 0;
+    return stored.isWhole && array.rows > 0;
 }
 
 void CDeckHeads::addValues(SGrid& grid, const SPlace& place, const std::vector<SWanted>& wanted, quint64 rows)

@@ -5,6 +5,7 @@
 #include "brenmark/view/grids.h"
 #include "brenmark/view/left_out.h"
 
+#include "core/deck/file_format_manager.h"
 #include "maths/transform.h"
 #include "properties/custom_property_manager.h"
 
@@ -29,9 +30,11 @@ class CDeckHeads
 {
 public:
     /// \param deck        its first file
+    /// \param index       of its timesteps, which was made by reading all files
     /// \param properties  the deck's custom properties
     /// \param extraFile   name of the file beside the view for vertices that have moved
-    CDeckHeads(const QString& deck, const SPropertyManagers& properties, std::string extraFile, CLeftOut& leftOut);
+    CDeckHeads(const QString& deck, const TimestepIndex& index, const SPropertyManagers& properties,
+               std::string extraFile, CLeftOut& leftOut);
 
     /// \param moved  gets what the extra file must hold for this timestep
     /// \throws std::exception, H5::Exception  a file is missing or damaged
@@ -84,6 +87,7 @@ private:
     void lose(const std::string& what) { leftOut.add(what, current); }
 
     QString deck;
+    const TimestepIndex& index;
     std::string folder; ///< of the numbered files, relative to the view
     std::string extraFile;
     SPropertyManagers properties;

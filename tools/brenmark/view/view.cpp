@@ -87,9 +87,9 @@ SViewResult writeView(CDeckReader& reader, const QString& deck, bool force)
     SViewResult result;
     CTargetFile xml(files.view);
     CMovedFile extra(files.moved);
-    CDeckHeads heads(deck, reader.deck().settings->propertyManagers(), movedName, result.leftOut);
-    xml.write(xdmfHead());
     const TimestepIndex& index = reader.index();
+    CDeckHeads heads(deck, index, reader.deck().settings->propertyManagers(), movedName, result.leftOut);
+    xml.write(xdmfHead());
     for (quint32 number = 0; number < index.size(); ++number) {
         if (index[number].offset == 0)
             continue; // a gap, which the reader has reported

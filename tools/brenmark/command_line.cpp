@@ -45,6 +45,8 @@ private:
     void chooseXml();
     void addView();
     void addExport();
+    void addPlot();
+    void addSnapshot();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
     void addThreads(CLI::App* command);
@@ -62,7 +64,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action;
+        intervals, action, png;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -76,6 +78,8 @@ private:
     SXmlOptions xml;
     SViewOptions view;
     SExportOptions exported;
+    SPlotOptions plot;
+    SSnapshotOptions snapshot;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -103,6 +107,8 @@ CCommandLine::CCommandLine()
     addXml();
     addView();
     addExport();
+    addPlot();
+    addSnapshot();
 }
 
 CLI::App* CCommandLine::add(const char* name, const char* what)
@@ -450,6 +456,74 @@ void CCommandLine::addExport()
             if (!exported.allTimesteps)
                 std::tie(exported.firstTimestep, exported.lastTimestep) = timestepsFrom("--timestep", timestep);
             return runExport(exported);
+        };
+    });
+}
+
+void CCommandLine::addPlot()
+{
+    CLI::App* const command = add("plot", "Draw attributes of a deck over time, or how their values are spread");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--attribute", plot.attributes, "The attributes, for example \"Velocity Magnitude,Mass\"")
+        ->type_name("NAME,NAME")
+        ->required();
+    command->add_option("--reduce", plot.reduce, "mean, sum, min, max or count of the rows; default: mean")
+        ->type_name("HOW");
+    command->add_option("--owner", plot.owner, "Whose values, as of brenmark values")->type_name("OWNER");
+    command->add_option("--type", plot.type, "Of this particle type, geometry group or family of pairs alone")
+        ->type_name("NAME");
+    command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
+        ->type_name("N");
+    command->add_option("--units", plot.units, "Units for quantities, for example length=mm,angVel=rpm")
+        ->type_name("LIST");
+    command->add_option("--histogram", intervals, "Draw how the values are spread over N intervals instead")
+        ->type_name("N");
+    command->add_option("--svg", svg, "Draw into a file as well")->type_name("FILE");
+    command->add_option("--csv", csv, "Write the numbers to a file")->type_name("FILE");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            plot.deck = pathFrom(source);
+            plot.svg = svg.empty() ? QString() : pathFrom(svg);
+            plot.csv = csv.empty() ? QString() : pathFrom(csv);
+            plot.allTimesteps = timestep.empty() || timestep == "all";
+            if (!plot.allTimesteps)
+                std::tie(plot.firstTimestep, plot.lastTimestep) = timestepsFrom("--timestep", timestep);
+            if (!intervals.empty())
+                plot.intervals = countFrom("--histogram", intervals);
+            if (!csv.empty() && !intervals.empty())
+                throw CFailure(eExitUsage, "--csv and --histogram can't be used together",
+                               "brenmark values writes the values themselves.");
+            return runPlot(plot);
+        };
+    });
+}
+
+void CCommandLine::addSnapshot()
+{
+    CLI::App* const command = add("snapshot", "Draw a timestep of a deck into a file: particles and walls");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--timestep", timestep, "The timestep, counted from 0; default: the last")->type_name("N");
+    command->add_option("--attribute", snapshot.attribute, "What the colours show; default: \"Velocity Magnitude\"")
+        ->type_name("NAME");
+    command->add_option("--view", snapshot.view, "Look along x, y or z, or from aside and above: iso, the default")
+        ->type_name("VIEW");
+    command->add_option("--units", snapshot.units, "Units for quantities, for example velocity=mm/s")
+        ->type_name("LIST");
+    command->add_option("--svg", svg, "Draw into this SVG file")->type_name("FILE");
+    command->add_option("--png", png, "Draw into this PNG file")->type_name("FILE");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            if (svg.empty() && png.empty())
+                throw CFailure(eExitUsage, "snapshot: needs --svg or --png", "Name the file to draw into.");
+            snapshot.deck = pathFrom(source);
+            snapshot.svg = svg.empty() ? QString() : pathFrom(svg);
+            snapshot.png = png.empty() ? QString() : pathFrom(png);
+            snapshot.lastTimestep = timestep.empty();
+            if (!timestep.empty())
+                snapshot.timestep = numberFrom("--timestep", timestep);
+            return runSnapshot(snapshot);
         };
     });
 }

@@ -141,6 +141,36 @@ struct SExportOptions
     bool force = false; ///< writes into a folder that isn't empty
 };
 
+/// Attributes over time.
+struct SPlotOptions
+{
+    QString deck;
+    std::string attributes; ///< with commas between them
+    std::string reduce = "mean";
+    std::string owner; ///< and the rest, as those of the values of an attribute
+    std::string type;
+    std::string units;
+    bool allTimesteps = true;
+    quint32 firstTimestep = 0;
+    quint32 lastTimestep = 0;
+    quint32 intervals = 0; ///< of a histogram instead; 0 for none
+    QString svg;           ///< files to write; empty for none
+    QString csv;
+};
+
+/// A picture of a timestep.
+struct SSnapshotOptions
+{
+    QString deck;
+    bool lastTimestep = true;
+    quint32 timestep = 0;
+    std::string attribute = "Velocity Magnitude"; ///< of the colours
+    std::string view = "iso";
+    std::string units;
+    QString svg; ///< files to write; empty for none
+    QString png;
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -151,6 +181,8 @@ EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
 EExitCode runView(const SViewOptions& options);
+EExitCode runPlot(const SPlotOptions& options);
+EExitCode runSnapshot(const SSnapshotOptions& options);
 EExitCode runExport(const SExportOptions& options);
 
 } // namespace NBrenmark

@@ -24,10 +24,12 @@ public:
 private:
     void writeGeometry(const SExportStep& step, const std::string& number);
     void writeValues(const SExportStep& step, const std::string& number);
+    std::string freeStem(const SPiece& piece, const std::string& name);
 
     QString folder;
     CTargetFile caseFile;
     std::vector<double> times;
+    std::map<std::string, std::string> stems;     ///< by kind and name
     std::map<std::string, std::string> variables; ///< line of the case file by the stem of the variable's files
 };
 
@@ -94,6 +96,21 @@ static std::string stemOf(const SPiece& piece, const std::string& name)
     return stem;
 }
 
+/// Two names may come to one stem.
+std::string CEnsightWriter::freeStem(const SPiece& piece, const std::string& name)
+{
+    const std::string key = piece.kind + '/' + name;
+    if (const auto known = stems.find(key); known != stems.end())
+        return known->second;
+    std::string stem = stemOf(piece, name);
+    const auto isTaken = [&] {
+        return std::any_of(stems.begin(), stems.end(), [&](const auto& one) { return one.second == stem; });
+    };
+    while (isTaken())
+        stem += '_';
+    return stems[key] = stem;
+}
+
 void CEnsightWriter::writeValues(const SExportStep& step, const std::string& number)
 {
     for (const SPiece& piece : step.pieces) {
@@ -105,7 +122,7 @@ void CEnsightWriter::writeValues(const SExportStep& step, const std::string& num
             const bool isVector = array.columns == 3;
             for (std::size_t column = 0; column < (isVector ? 1 : array.columns); ++column) {
                 const bool isPart = !isVector && array.columns > 1;
-                const std::string stem = stemOf(piece, array.name) + (isPart ? '_' + std::to_string(column + 1) : "");
+                const std::string stem = freeStem(piece, array.name + (isPart ? ' ' + std::to_string(column + 1) : ""));
                 std::string values = floats(array.values, array.columns, column);
                 for (std::size_t more = 1; isVector && more < 3; ++more)
                     values += floats(array.values, array.columns, more);

@@ -9,6 +9,9 @@
 #include "analysis/attributes/attribute_table.h"
 #include "analysis/attributes/derived_attributes.h"
 #include "model/geometry/geometry_group.h"
+#include "model/particle_type.h"
+#include "properties/custom_property_manager.h"
+#include "results/contacts.h"
 
 #include <algorithm>
 #include <limits>
@@ -55,8 +58,44 @@ std::vector<std::string> attributeList(const std::string& text)
     return names;
 }
 
+namespace {
+
+/// The definitions of an owner's custom properties; null for none.
+struct SDefinitions
+{
+    const CCustomPropertyManager* operator()(const CParticleType* type) const
+    {
+        return type->customProperties.manager();
+    }
+    const CCustomPropertyManager* operator()(const CContactsBase* rows) const
+    {
+        return rows->customProperties.manager();
+    }
+    const CCustomPropertyManager* operator()(const CGeometryGroup* group) const
+    {
+        return group->customProperties.manager();
+    }
+    template <class TOther>
+    const CCustomPropertyManager* operator()(const TOther*) const
+    {
+        return nullptr;
+    }
+};
+
+} // namespace
+
+/// A property that is defined and not in use yet has no values in any deck.
+static bool isDraft(const std::vector<SValueSource>& sources, const QString& name)
+{
+    if (sources.empty())
+        return true;
+    const CCustomPropertyManager* const manager = std::visit(SDefinitions(), sources.front().owner);
+    return manager == nullptr || manager->indexOf(name.toStdString()) >= manager->finalizedCount();
+}
+
 static std::vector<const CAttribute*> chosenAttributes(const CAttributeTable& table, const SPieceKind& kind,
-                                                       const std::vector<std::string>& wanted)
+                                                       const std::vector<std::string>& wanted,
+                                                       const std::vector<SValueSource>& sources)
 {
     std::vector<const CAttribute*> chosen;
     const auto add = [&](const QString& name) {
@@ -70,7 +109,9 @@ static std::vector<const CAttribute*> chosenAttributes(const CAttributeTable& ta
     for (const char* const name : kind.usual)
         add(QLatin1String(name));
     for (const auto& attribute : table.all)
-        if ((attribute->owners & kind.owner) != 0 && dynamic_cast<const CAttributeCustomProperty*>(attribute.get()))
+        if ((attribute->owners & kind.owner) != 0 &&
+            dynamic_cast<const CAttributeCustomProperty*>(attribute.get()) != nullptr &&
+            !isDraft(sources, attribute->name))
             chosen.push_back(attribute.get());
     return chosen;
 }
@@ -151,7 +192,7 @@ static SPiece pieceOf(const SSimulationFrame& frame, const CAttributeTable& tabl
         piece.ownerNames.push_back(source.name);
         sources.push_back(std::move(source));
     }
-    for (const CAttribute* const attribute : chosenAttributes(table, kind, wanted)) {
+    for (const CAttribute* const attribute : chosenAttributes(table, kind, wanted, sources)) {
         SPieceArray array;
         array.name = utf8(attribute->name);
         array.unit = units.nameOf(attribute->unitsType);

@@ -8,7 +8,8 @@ import re
 import subprocess
 import sys
 
-COMMANDS = ("convert", "check", "info", "config", "dump", "verify", "law", "values", "xml", "view")
+COMMANDS = ("convert", "check", "info", "config", "dump", "verify", "law", "values", "xml", "view",
+            "export", "plot", "snapshot")
 OPTION = re.compile(r"(?<![\w-])--[a-z][a-z-]*[a-z]")
 EVERYWHERE = {"--help", "--version"}
 

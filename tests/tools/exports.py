@@ -149,7 +149,7 @@ def main():
         folder = pathlib.Path(name)
         for sample in ("pile-27", "collisions-24", "moving-walls-26"):
             run("convert", "-q", ROOT / "samples" / f"{sample}.dem", folder / f"{sample}.dem")
-            exports(folder / f"{sample}.dem", folder / sample)
+            exports(folder / f"{sample}.dem", folder / f"out-{sample}")
             page = pictures(folder / f"{sample}.dem", folder)
             # A box has 12 edges, a plate 4, each of 24 pieces; the diagonals of flat faces aren't shown.
             if sample == "collisions-24":

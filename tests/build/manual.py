@@ -9,7 +9,7 @@ import subprocess
 import sys
 
 COMMANDS = ("convert", "check", "info", "config", "dump", "verify", "law", "values", "xml", "report", "plan", "diff",
-            "completion", "plugins")
+            "completion", "plugins", "view", "export", "plot", "snapshot")
 OPTION = re.compile(r"(?<![\w-])--[a-z][a-z-]*[a-z]")
 EVERYWHERE = {"--help", "--version"}
 

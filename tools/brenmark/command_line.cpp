@@ -49,6 +49,10 @@ private:
     void addXml();
     void addPlugins();
     void chooseXml();
+    void addView();
+    void addExport();
+    void addPlot();
+    void addSnapshot();
     void addCompletion();
     /// What the commands take that read timesteps.
     void addReading(CLI::App* command);
@@ -69,7 +73,7 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action, digestFile, tolerance, library;
+        intervals, action, digestFile, tolerance, library, png;
     std::string colour = "auto", progress = "auto";
     std::vector<std::string> paths, pair;
     SConvertOptions convert;
@@ -85,6 +89,10 @@ private:
     SValuesOptions values;
     SXmlOptions xml;
     SPluginsOptions plugins;
+    SViewOptions view;
+    SExportOptions exported;
+    SPlotOptions plot;
+    SSnapshotOptions snapshot;
 };
 
 // ---------------------------------------------------------------- the commands
@@ -126,6 +134,10 @@ CCommandLine::CCommandLine()
     addLaw();
     addValues();
     addXml();
+    addView();
+    addExport();
+    addPlot();
+    addSnapshot();
     archiveCommands.addTo([this](const char* name, const char* what) { return add(name, what); },
                           [this](std::function<EExitCode()> command) { chosen = std::move(command); });
     addPlugins();
@@ -183,6 +195,7 @@ void CCommandLine::addConvert()
     command->add_flag("-q,--quiet", convert.quiet, "Show no progress and no summary");
     command->add_flag("-v,--verbose", convert.verbose, "Show a line for each timestep, and remarks");
     command->add_flag("--json", convert.json, "Show the result as one JSON object");
+    command->add_flag("--xdmf", convert.xdmf, "Write an XDMF file beside the new deck, as brenmark view does");
     addProgress(command);
     addReading(command);
     addThreads(command);
@@ -191,6 +204,9 @@ void CCommandLine::addConvert()
             if (convert.ignoreCompanions && convert.wantsComparison())
                 throw CFailure(eExitUsage, "--ignore-companions and --verify or --report can't be used together",
                                "What is left out would be missing on both sides of the comparison.");
+            if (convert.xdmf && convert.json)
+                throw CFailure(eExitUsage, "--xdmf and --json can't be used together",
+                               "Use brenmark view after the conversion.");
             if (convert.quiet && convert.verbose)
                 throw CFailure(eExitUsage, "--quiet and --verbose can't be used together", "Leave one of them out.");
             if (archiveLine.isGiven())
@@ -519,6 +535,114 @@ void CCommandLine::chooseXml()
         xml.timestep = numberFrom("--timestep", timestep);
     else
         xml.timestepDocument = pathFrom(timestep);
+}
+
+void CCommandLine::addView()
+{
+    CLI::App* const command = add("view", "Write an XDMF file beside a converted deck, for ParaView");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_flag("--force", view.force, "Replace files of the view's names that no view has made");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            view.deck = pathFrom(source);
+            return runView(view);
+        };
+    });
+}
+
+void CCommandLine::addExport()
+{
+    CLI::App* const command = add("export", "Write timesteps of a deck of either family as files of other programs");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--format", exported.format, "vtp, vtu, csv, xyz or ensight")->type_name("FORMAT")->required();
+    command->add_option("--output", output, "The folder that the files go to")->type_name("DIR")->required();
+    command->add_option("--attribute", exported.attributes, "These attributes in place of the usual ones")
+        ->type_name("NAME,NAME");
+    command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
+        ->type_name("N");
+    command->add_option("--units", exported.units, "Units for quantities, for example length=mm,angVel=rpm")
+        ->type_name("LIST");
+    command->add_flag("--force", exported.force, "Write into a folder that isn't empty");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            exported.deck = pathFrom(source);
+            exported.output = pathFrom(output);
+            exported.allTimesteps = timestep.empty() || timestep == "all";
+            if (!exported.allTimesteps)
+                std::tie(exported.firstTimestep, exported.lastTimestep) = timestepsFrom("--timestep", timestep);
+            return runExport(exported);
+        };
+    });
+}
+
+void CCommandLine::addPlot()
+{
+    CLI::App* const command = add("plot", "Draw attributes of a deck over time, or how their values are spread");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--attribute", plot.attributes, "The attributes, for example \"Velocity Magnitude,Mass\"")
+        ->type_name("NAME,NAME")
+        ->required();
+    command->add_option("--reduce", plot.reduce, "mean, sum, min, max or count of the rows; default: mean")
+        ->type_name("HOW");
+    command->add_option("--owner", plot.owner, "Whose values, as of brenmark values")->type_name("OWNER");
+    command->add_option("--type", plot.type, "Of this particle type, geometry group or family of pairs alone")
+        ->type_name("NAME");
+    command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
+        ->type_name("N");
+    command->add_option("--units", plot.units, "Units for quantities, for example length=mm,angVel=rpm")
+        ->type_name("LIST");
+    command->add_option("--histogram", intervals, "Draw how the values are spread over N intervals instead")
+        ->type_name("N");
+    command->add_option("--svg", svg, "Draw into a file as well")->type_name("FILE");
+    command->add_option("--csv", csv, "Write the numbers to a file")->type_name("FILE");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            plot.deck = pathFrom(source);
+            plot.svg = svg.empty() ? QString() : pathFrom(svg);
+            plot.csv = csv.empty() ? QString() : pathFrom(csv);
+            plot.allTimesteps = timestep.empty() || timestep == "all";
+            if (!plot.allTimesteps)
+                std::tie(plot.firstTimestep, plot.lastTimestep) = timestepsFrom("--timestep", timestep);
+            if (!intervals.empty())
+                plot.intervals = countFrom("--histogram", intervals);
+            if (!csv.empty() && !intervals.empty())
+                throw CFailure(eExitUsage, "--csv and --histogram can't be used together",
+                               "brenmark values writes the values themselves.");
+            return runPlot(plot);
+        };
+    });
+}
+
+void CCommandLine::addSnapshot()
+{
+    CLI::App* const command = add("snapshot", "Draw a timestep of a deck into a file: particles and walls");
+    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--timestep", timestep, "The timestep, counted from 0; default: the last")->type_name("N");
+    command->add_option("--attribute", snapshot.attribute, "What the colours show; default: \"Velocity Magnitude\"")
+        ->type_name("NAME");
+    command->add_option("--view", snapshot.view, "Look along x, y or z, or from aside and above: iso, the default")
+        ->type_name("VIEW");
+    command->add_option("--units", snapshot.units, "Units for quantities, for example velocity=mm/s")
+        ->type_name("LIST");
+    command->add_option("--svg", svg, "Draw into this SVG file")->type_name("FILE");
+    command->add_option("--png", png, "Draw into this PNG file")->type_name("FILE");
+    addReading(command);
+    command->callback([this] {
+        chosen = [this] {
+            if (svg.empty() && png.empty())
+                throw CFailure(eExitUsage, "snapshot: needs --svg or --png", "Name the file to draw into.");
+            snapshot.deck = pathFrom(source);
+            snapshot.svg = svg.empty() ? QString() : pathFrom(svg);
+            snapshot.png = png.empty() ? QString() : pathFrom(png);
+            snapshot.lastTimestep = timestep.empty();
+            if (!timestep.empty())
+                snapshot.timestep = numberFrom("--timestep", timestep);
+            return runSnapshot(snapshot);
+        };
+    });
 }
 
 // ---------------------------------------------------------------- what can't be understood

@@ -26,6 +26,7 @@ struct SConvertOptions
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;
+    bool xdmf = false;  ///< writes a view beside the new deck
     bool facts = false; ///< puts into the record what a report shows
     std::string page;   ///< file for a report of the conversion; empty for none
     std::string record; ///< file for the run of an archive that started this process; empty for none
@@ -135,6 +136,57 @@ struct SPluginsOptions
     QString oneLibrary; ///< is asked in this process, for one that lists them; empty for the list
 };
 
+/// An XDMF file beside a deck.
+struct SViewOptions
+{
+    QString deck;
+    bool force = false;
+};
+
+/// Timesteps of a deck as files of other programs.
+struct SExportOptions
+{
+    QString deck;
+    std::string format;
+    QString output;         ///< a folder
+    std::string attributes; ///< with commas between them; empty for the usual ones
+    std::string units;
+    bool allTimesteps = true;
+    quint32 firstTimestep = 0;
+    quint32 lastTimestep = 0;
+    bool force = false; ///< writes into a folder that isn't empty
+};
+
+/// Attributes over time.
+struct SPlotOptions
+{
+    QString deck;
+    std::string attributes; ///< with commas between them
+    std::string reduce = "mean";
+    std::string owner; ///< and the rest, as those of the values of an attribute
+    std::string type;
+    std::string units;
+    bool allTimesteps = true;
+    quint32 firstTimestep = 0;
+    quint32 lastTimestep = 0;
+    quint32 intervals = 0; ///< of a histogram instead; 0 for none
+    QString svg;           ///< files to write; empty for none
+    QString csv;
+};
+
+/// A picture of a timestep.
+struct SSnapshotOptions
+{
+    QString deck;
+    bool lastTimestep = true;
+    quint32 timestep = 0;
+    std::string attribute = "Velocity Magnitude"; ///< of the colours
+    std::string view = "iso";
+    std::string units;
+    QString svg; ///< files to write; empty for none
+    QString png;
+};
+
 EExitCode runConvert(const SConvertOptions& options);
 EExitCode runCheck(const SCheckOptions& options);
 EExitCode runInfo(const SInfoOptions& options);
@@ -145,5 +197,11 @@ EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
 EExitCode runPlugins(const SPluginsOptions& options);
+};
+
+EExitCode runView(const SViewOptions& options);
+EExitCode runPlot(const SPlotOptions& options);
+EExitCode runSnapshot(const SSnapshotOptions& options);
+EExitCode runExport(const SExportOptions& options);
 
 } // namespace NBrenmark

@@ -18,6 +18,7 @@
 #include "brenmark/units_text.h"
 #include "brenmark/value_digest.h"
 #include "brenmark/verify.h"
+#include "brenmark/view/view.h"
 
 #include "core/deck/deck_files.h"
 
@@ -243,7 +244,7 @@ void CConvertCommand::makeDeck()
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
         result.run = runConversion(*folder, journal, sizes, progress, options.verbose,
                                    options.bindPlugins && !areUserPluginsForbidden(),
-                                   options.verify || options.digest);
+                                   options.wantsComparison() || options.digest);
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);
     }
@@ -509,6 +510,22 @@ EExitCode nothingToDo(const SConvertOptions& options)
     return result.code;
 }
 
+/// What --xdmf adds. \param code  of the conversion, which counts
+EExitCode showConverted(const SConvertOptions& options, const QString& target, EExitCode code)
+{
+    if (code != eExitDone && code != eExitSource)
+        return code;
+    CDeckReader reader(target);
+    const SViewResult result = writeView(reader, target, options.force);
+    result.leftOut.print(utf8(target));
+    if (!options.quiet)
+        unlessReaderIsGone([&] {
+            printResult(utf8(result.path) + ": shows " + countText(result.timesteps, "timestep") + "\n");
+            flushResult();
+        });
+    return result.damaged ? eExitSource : code;
+}
+
 } // namespace
 
 EExitCode runConvert(const SConvertOptions& options)
@@ -527,7 +544,9 @@ EExitCode runConvert(const SConvertOptions& options)
         leaveRecordOf(options, SDeckOutcome(), &failure, "");
         return failure.code;
     }
-    return CConvertCommand(options).run();
+    const EExitCode code = CConvertCommand(options).run();
+    const QString target = targetPath(options.source, options.target);
+    return options.xdmf && QFileInfo(target).isFile() ? showConverted(options, target, code) : code;
 }
 
 } // namespace NBrenmark

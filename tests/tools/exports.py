@@ -1,0 +1,161 @@
+#!/usr/bin/env python3
+"""Holds exports, plots and snapshots against what the Python package reads: counts, sums and bounds of the CSV and XYZ
+tables and of the bytes of VTK's files, the numbers of plots, the discs and lines of pictures.
+
+Usage: exports.py ROOT brenmark
+Ends with 77 where h5py isn't installed.
+"""
+import csv
+import os
+import pathlib
+import re
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree as tree
+import zlib
+
+try:
+    import h5py
+    import numpy as np
+except ImportError:
+    if sys.executable == "/usr/bin/python3" or not os.path.exists("/usr/bin/python3"):
+        sys.exit(77)
+    os.execv("/usr/bin/python3", ["/usr/bin/python3", *sys.argv])  # the one that Debian's h5py belongs to
+
+ROOT, PROGRAM = pathlib.Path(sys.argv[1]), sys.argv[2]
+sys.path.insert(0, str(ROOT / "python"))
+import brenmark  # noqa: E402
+
+
+def run(*arguments, code=0, **environment):
+    ended = subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, check=False,
+                           env={**os.environ, **environment})
+    assert ended.returncode == code, (arguments, ended.returncode, ended.stderr)
+    return ended
+
+
+def vtk(path):
+    """Arrays of a VTK XML file with appended, compressed data, by name."""
+    content = path.read_bytes()
+    head, _, raw = content.partition(b'<AppendedData encoding="raw">\n_')
+    root = tree.fromstring(head + b"</VTKFile>")
+    assert root.get("compressor") == "vtkZLibDataCompressor" and root.get("header_type") == "UInt64"
+    found = {}
+    for array in root.iter("DataArray"):
+        at = int(array.get("offset"))
+        blocks, size, rest = struct.unpack_from("<3Q", raw, at)
+        sizes = struct.unpack_from(f"<{blocks}Q", raw, at + 24)
+        at += 24 + 8 * blocks
+        data = b""
+        for number in sizes:
+            data += zlib.decompress(raw[at:at + number])
+            at += number
+        assert len(data) == (blocks - 1) * size + (rest or size)
+        kind = {"Float64": "f8", "Int64": "i8", "Int32": "i4", "UInt8": "u1"}[array.get("type")]
+        values = np.frombuffer(data, kind)
+        width = int(array.get("NumberOfComponents"))
+        found[array.get("Name")] = values.reshape(-1, width) if width > 1 else values
+    return found, root.find("*/Piece").attrib
+
+
+def stacked(step, name):
+    return np.concatenate([getattr(one, name) for one in step.particles.values()])
+
+
+def exports(deck_path, folder):
+    deck = brenmark.open(deck_path)
+    for kind in ("vtp", "vtu", "csv", "xyz", "ensight"):
+        run("export", deck_path, "--format", kind, "--output", folder / kind)
+    series = tree.parse(folder / "vtp" / "deck.pvd").getroot()[0]
+    assert {float(one.get("timestep")) for one in series} == set(deck.times)
+    lines = (folder / "xyz" / "particles.xyz").read_text().splitlines()
+    for step in deck:
+        position, velocity = stacked(step, "position"), stacked(step, "velocity")
+        for kind in ("vtp", "vtu"):
+            found, piece = vtk(folder / kind / f"particles_{step.number}.{kind}")
+            assert int(piece["NumberOfPoints"]) == len(position)
+            np.testing.assert_array_equal(found["Points"], position)
+            np.testing.assert_array_equal(found["Velocity [m/s]"], velocity)
+            np.testing.assert_array_equal(found["ID"], stacked(step, "ids"))
+        rows = list(csv.reader((folder / "csv" / f"particles_{step.number}.csv").open()))
+        at = rows[0].index("Velocity X [m/s]")
+        np.testing.assert_array_equal(np.array([row[at:at + 3] for row in rows[1:]], float), velocity)
+        assert int(lines[0]) == len(position) and f"Timestep={step.number}" in lines[1]
+        np.testing.assert_array_equal(np.array([line.split()[1:4] for line in lines[2:2 + len(position)]], float),
+                                      position)
+        lines = lines[2 + len(position):]
+        # EnSight: five lines of 80 bytes, then of each part a line, its number, two lines, the count, x, y and z.
+        raw = (folder / "ensight" / f"geometry.{deck.numbers.index(step.number):06}").read_bytes()
+        assert struct.unpack_from("<i", raw, 480)[0] == 1 and struct.unpack_from("<i", raw, 644)[0] == len(position)
+        np.testing.assert_array_equal(np.frombuffer(raw, "f4", len(position), 648), position[:, 0].astype("f4"))
+        if step.geometry:
+            found, piece = vtk(folder / "vtp" / f"geometry_{step.number}.vtp")
+            vertices = np.concatenate([one.vertices for one in step.geometry.values()])
+            np.testing.assert_allclose(found["Points"], vertices, atol=1e-15)
+            assert int(piece["NumberOfPolys"]) == sum(len(one) for one in step.geometry.values())
+            assert len(found["connectivity"]) == 3 * int(piece["NumberOfPolys"])
+    assert not lines
+
+
+def pictures(deck_path, folder):
+    deck = brenmark.open(deck_path)
+    drawn = run("plot", deck_path, "--attribute", "Velocity Magnitude,ID", "--reduce", "max", "--csv", folder / "p.csv",
+                "--svg", folder / "p.svg", LC_ALL="C").stdout
+    assert drawn.isascii() and "*" in drawn
+    assert any(0x2800 < ord(c) < 0x2900 for c in run("plot", deck_path, "--attribute", "ID", LC_ALL="C.UTF-8").stdout)
+    rows = list(csv.reader((folder / "p.csv").open()))[1:]
+    expected = [[step.number, step.time, np.linalg.norm(stacked(step, "velocity"), axis=1).max(),
+                 stacked(step, "ids").max()] for step in deck]
+    np.testing.assert_allclose(np.array(rows, float), expected, rtol=1e-14)
+    assert len(tree.parse(folder / "p.svg").getroot().findall(".//{*}circle")) == 2 * len(deck)
+    run("snapshot", deck_path, "--timestep", 0, "--svg", folder / "s.svg", "--png", folder / "s.png", DISPLAY="")
+    page = tree.parse(folder / "s.svg").getroot()
+    assert len(page.findall(".//{*}circle")) == len(stacked(deck[0], "position"))
+    assert (folder / "s.png").read_bytes()[:8] == b"\x89PNG\r\n\x1a\n"
+    return page
+
+
+def odd(folder):
+    """NaN positions, names that mean something elsewhere, a type without velocities."""
+    for source in folder.glob("collisions-24*"):
+        target = folder / source.name.replace("collisions-24", "odd")
+        (shutil.copytree if source.is_dir() else shutil.copy)(source, target)
+    with h5py.File(folder / "odd_data" / "0.h5", "r+") as file:
+        ball = file["TimestepData/0/ParticleTypes/0"]
+        name = b"../a \"<b>&,\n\x01"
+        ball.attrs.create("name", name, dtype=f"S{len(name) + 1}")
+        ball["position"][0] = np.nan
+        ball.attrs.modify("mask", np.uint32(int(ball.attrs["mask"]) & ~2))  # bit 1: velocities
+    for kind in ("vtp", "csv", "xyz", "ensight"):
+        told = run("export", folder / "odd.dem", "--format", kind, "--output", folder / "odd" / kind).stderr
+        assert "Velocity of particles" in told, told
+    found, _ = vtk(folder / "odd" / "vtp" / "particles_0.vtp")
+    assert np.isnan(found["Points"][0]).all() and np.isnan(found["Velocity [m/s]"][:20]).all()
+    rows = list(csv.reader((folder / "odd" / "csv" / "particles_0.csv").open(newline="")))
+    assert len(rows) == 41 and len({len(row) for row in rows}) == 1
+    assert len((folder / "odd" / "xyz" / "particles.xyz").read_text().splitlines()) == 2 * 42
+    told = run("snapshot", folder / "odd.dem", "--timestep", 0, "--svg", folder / "odd.svg").stderr
+    assert "place or size isn't a number" in told
+    assert len(tree.parse(folder / "odd.svg").getroot().findall(".//{*}circle")) == 39
+    assert "isn't empty" in run("export", folder / "odd.dem", "--format", "vtp", "--output", folder, code=4).stderr
+    assert "Did you mean" in run("export", folder / "odd.dem", "--format", "vtq", "--output", folder, code=2).stderr
+
+
+def main():
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        for sample in ("pile-27", "collisions-24", "moving-walls-26"):
+            run("convert", "-q", ROOT / "samples" / f"{sample}.dem", folder / f"{sample}.dem")
+            exports(folder / f"{sample}.dem", folder / f"out-{sample}")
+            page = pictures(folder / f"{sample}.dem", folder)
+            # A box has 12 edges, a plate 4, each of 24 pieces; the diagonals of flat faces aren't shown.
+            if sample == "collisions-24":
+                assert len(re.findall("stroke-width=.1.5", tree.tostring(page, encoding="unicode"))) == 16 * 24
+        odd(folder)
+
+
+if __name__ == "__main__":
+    main()

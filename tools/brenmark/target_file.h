@@ -1,0 +1,25 @@
+#pragma once
+// A file that a command writes beside its results.
+
+#include <QSaveFile>
+
+#include <string>
+
+namespace NBrenmark {
+
+/// A file that gets its name once it is whole.
+class CTargetFile
+{
+public:
+    /// \throws CFailure  it can't be opened; so do all others where something isn't written
+    explicit CTargetFile(const QString& path);
+    void write(const std::string& text);
+    void commit();
+
+private:
+    void require(bool done) const;
+
+    QSaveFile file;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,56 @@
+#pragma once
+// The values that a command asks for, timestep by timestep.
+
+#include "brenmark/commands.h"
+#include "brenmark/deck_reader.h"
+#include "brenmark/values/chosen_units.h"
+#include "brenmark/values/members.h"
+#include "brenmark/values/value_table.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace NBrenmark {
+
+/// "particle"
+std::string ownerWord(NAttributes::EAttributeOwner owner);
+/// The first timestep, and the one after the last. \throws CFailure  the deck has none of that number
+std::pair<quint32, quint32> chosenTimesteps(const CDeckReader& reader, const SValuesOptions& options);
+/// The heads of an attribute's columns, with their units.
+std::vector<std::string> columnHeads(const NAttributes::CAttribute& attribute, const CChosenUnits& units);
+
+/// The values that a command asks for, timestep by timestep.
+class CValueReading
+{
+public:
+    CValueReading(CDeckReader& reader, const SValuesOptions& options);
+
+    const std::vector<std::string>& heads() const { return headTexts; }
+    std::string timeHead() const { return units.withUnit("time", eTimeQuantity); }
+    NAttributes::EAttributeOwner owner() const { return askedOwner; }
+    /// Hands over every value, in blocks.
+    /// \throws CFailure  the deck holds none of the values, though it has rows for them
+    void forEachBlock(const std::function<void(const SValueBlock&)>& visit);
+    /// Reports rows without values.
+    void printMissing() const;
+
+private:
+    void readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit);
+    void requireSource(const std::vector<SValueSource>& sources) const;
+
+    CDeckReader& reader;
+    const SValuesOptions& options;
+    CChosenUnits units;
+    quint32 first = 0;
+    quint32 end = 0;
+    NAttributes::EAttributeOwner askedOwner = NAttributes::eParticleAttribute;
+    std::vector<std::string> headTexts;
+    std::optional<CSelectedParticles> selected;
+    quint64 rowsRead = 0;
+    quint64 rowsWithout = 0;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,29 @@
+#include "brenmark/view/left_out.h"
+
+#include "brenmark/terminal.h"
+#include "brenmark/units_text.h"
+
+namespace NBrenmark {
+
+void CLeftOut::add(const std::string& what, quint32 timestep)
+{
+    SPlaces& place = places[what];
+    if (place.timesteps == 0)
+        place.first = timestep;
+    else if (place.last == timestep)
+        return;
+    place.last = timestep;
+    ++place.timesteps;
+}
+
+void CLeftOut::print(const std::string& deck) const
+{
+    for (const auto& [what, place] : places)
+        printError("brenmark: " + oneLine(deck) + ": left out: " + oneLine(what) + ", " +
+                   (place.timesteps == 1
+                        ? "timestep " + std::to_string(place.first)
+                        : countText(place.timesteps, "timestep") + " from " + std::to_string(place.first) + " on") +
+                   "\n");
+}
+
+} // namespace NBrenmark

@@ -1,0 +1,30 @@
+#pragma once
+// What a picture or an export of a deck doesn't show, counted and reported once for all timesteps.
+
+#include <QtGlobal>
+
+#include <map>
+#include <string>
+
+namespace NBrenmark {
+
+class CLeftOut
+{
+public:
+    /// \param what  "velocity of particles Ball: not saved"; comes from a deck and may hold any character
+    void add(const std::string& what, quint32 timestep);
+    bool empty() const { return places.empty(); }
+    /// On standard error, a line for each: how often, and from which timestep on.
+    void print(const std::string& deck) const;
+
+private:
+    struct SPlaces
+    {
+        quint32 first = 0;
+        quint32 last = 0;
+        quint32 timesteps = 0;
+    };
+    std::map<std::string, SPlaces> places;
+};
+
+} // namespace NBrenmark

@@ -1,0 +1,24 @@
+#pragma once
+// The XDMF view of a deck, for the commands that write one.
+
+#include "brenmark/deck_reader.h"
+#include "brenmark/view/left_out.h"
+
+#include <QString>
+
+namespace NBrenmark {
+
+struct SViewResult
+{
+    QString path;
+    quint32 timesteps = 0;
+    bool damaged = false; ///< a timestep couldn't be read
+    CLeftOut leftOut;
+};
+
+/// Writes NAME.xmf beside a deck of the HDF5 family, and NAME_view.h5 if walls have moved.
+/// \param force  replaces files of these names that no view has made
+/// \throws CFailure
+SViewResult writeView(CDeckReader& reader, const QString& deck, bool force);
+
+} // namespace NBrenmark

@@ -197,8 +197,6 @@ EExitCode runLaw(const SLawOptions& options);
 EExitCode runValues(const SValuesOptions& options);
 EExitCode runXml(const SXmlOptions& options);
 EExitCode runPlugins(const SPluginsOptions& options);
-};
-
 EExitCode runView(const SViewOptions& options);
 EExitCode runPlot(const SPlotOptions& options);
 EExitCode runSnapshot(const SSnapshotOptions& options);

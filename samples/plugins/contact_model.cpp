@@ -1,5 +1,5 @@
-// A contact model of the interface version 2.5.0: liquid between two particles pulls them together with a constant force
-// while they touch. It remembers the longest overlap of each contact.
+// A contact model of the interface version 2.5.0: liquid between two particles pulls them together with a constant
+// force while they touch. It remembers the longest overlap of each contact.
 #include <brenmark/plugin/contact_model_2_4.h>
 
 #include <cmath>

@@ -1,4 +1,5 @@
-// A particle factory of the interface version 2.1.0: a belt that drops a particle of the type "Ball" ten times a second.
+// A particle factory of the interface version 2.1.0: a belt that drops a particle of the type "Ball" ten times a
+// second.
 #include <brenmark/plugin/particle_factory_2_1.h>
 
 #include <cstring>

@@ -8,8 +8,8 @@
 
 namespace NBrenmark {
 
-/// The first error whose cause is known, else the first error, else null: a plug-in that can't be bound is an error that
-/// ends nothing, and has no cause.
+/// The first error whose cause is known, else the first error, else null: a plug-in that can't be bound is an error
+/// that ends nothing, and has no cause.
 inline const SLogRecord* firstFailure(const std::vector<SLogRecord>& messages)
 {
     const auto isFailure = [](const SLogRecord& message) {

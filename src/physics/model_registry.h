@@ -1,6 +1,6 @@
 #pragma once
-// Contact models and external forces by their names: what there is, and how one is made. Models of plug-in libraries are
-// made by physics/plugins, and only while a CPluginBinding lives.
+// Contact models and external forces by their names: what there is, and how one is made. Models of plug-in libraries
+// are made by physics/plugins, and only while a CPluginBinding lives.
 
 #include "physics/contact_model.h"
 #include "physics/external_force.h"

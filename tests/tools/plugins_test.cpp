@@ -133,7 +133,8 @@ TEST(PlugInsOfADeck, areThoseOfEachTimestep)
     EXPECT_EQ(text.find("creator@3/"), std::string::npos) << "the last timestep brings no new model";
 }
 
-/// A library whose loading would end the process is loaded by a conversion that isn't told otherwise, and by nothing else.
+/// A library whose loading would end the process is loaded by a conversion that isn't told otherwise, and by nothing
+/// else.
 TEST(PlugInsOfADeck, areLoadedByAConversionAlone)
 {
     const SUser user;

@@ -1,6 +1,6 @@
 #pragma once
-// Contact models of the interface version 2.3.0. Since 2.1.0: starting gets the number of threads, the properties of the
-// simulation are handed over before each step, and required properties have initial values. Exports and what isn't
+// Contact models of the interface version 2.3.0. Since 2.1.0: starting gets the number of threads, the properties of
+// the simulation are handed over before each step, and required properties have initial values. Exports and what isn't
 // described here as for 2.1.0.
 
 #include <brenmark/plugin/contact_model_2_1.h>

@@ -1,6 +1,6 @@
 #pragma once
-// Contact models of the interface versions 2.4.0 and 2.5.0. Since 2.3.0: a query of the solver, and managers of particles
-// and geometry are handed over before each step. Exports and what isn't described here as for 2.3.0.
+// Contact models of the interface versions 2.4.0 and 2.5.0. Since 2.3.0: a query of the solver, and managers of
+// particles and geometry are handed over before each step. Exports and what isn't described here as for 2.3.0.
 
 #include <brenmark/plugin/contact_model_2_3.h>
 #include <brenmark/plugin/geometry.h>

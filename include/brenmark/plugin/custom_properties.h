@@ -37,7 +37,8 @@ public:
 class ICustomPropertyDataApi_1_0 : public IApi
 {
 public:
-    /// The definitions of the item's owner, to be given back by releaseApi; null for a version that the host doesn't have.
+    /// The definitions of the item's owner, to be given back by releaseApi; null for a version that the host doesn't
+    /// have.
     virtual ICustomPropertyManagerApi_1_0* getPropertyManager(unsigned int major, unsigned int minor) const = 0;
     /// The current values; null for a property that isn't known or has no values.
     virtual const double* getValue(const char* name) const = 0;

@@ -1,6 +1,6 @@
 #pragma once
-// The types of exported functions that the kinds of plug-ins share: the one for the interface version, which every library
-// has, and those of generation 1, which take all arguments by pointers.
+// The types of exported functions that the kinds of plug-ins share: the one for the interface version, which every
+// library has, and those of generation 1, which take all arguments by pointers.
 
 #include <brenmark/plugin/plugin.h>
 

@@ -30,8 +30,8 @@ public:
 class IParticleManagerApi_1_2 : public IParticleManagerApi_1_1
 {
 public:
-    // Each sets one element of a custom property, or all of them, for all particles of a type. They give false for a type,
-    // property or element that isn't there.
+    // Each sets one element of a custom property, or all of them, for all particles of a type. They give false for a
+    // type, property or element that isn't there.
 
     virtual bool setCustomProperty(const char* typeName, const char* propertyName, unsigned int element,
                                    double value) = 0;

@@ -1,5 +1,5 @@
-// The text of the list of plug-in factories, by name: their order is that of the file, which one family keeps and another
-// doesn't.
+// The text of the list of plug-in factories, by name: their order is that of the file, which one family keeps and
+// another doesn't.
 #include "io/text/text_writer.h"
 #include "model/factories/plugin_factory_list.h"
 

@@ -40,8 +40,8 @@ public:
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 
-    /// Binds a factory of a library and puts it at the end. \return null, and nothing is added, if that can't be bound, or
-    /// a listener refuses it
+    /// Binds a factory of a library and puts it at the end. \return null, and nothing is added, if that can't be bound,
+    /// or a listener refuses it
     IPluginParticleFactoryWrapper* addFactory(const QString& fileName, const QString& name);
     /// Keeps what a deck says of a factory that can't be bound.
     void keepUnbound(const QString& fileName, const QString& name) { unbound.push_back({name, fileName}); }

@@ -1,6 +1,6 @@
 #pragma once
-// A contact model of a customer's library. To a deck it is a model like any other that has no parameters of its own; to a
-// solver it is the library's force law. There is one class for each interface version, in the files beside this one.
+// A contact model of a customer's library. To a deck it is a model like any other that has no parameters of its own; to
+// a solver it is the library's force law. There is one class for each interface version, in the files beside this one.
 
 #include "physics/contact_model.h"
 #include "physics/plugins/plugin_errors.h"

@@ -1,5 +1,6 @@
 #pragma once
-// An external force of a customer's library. There is one class for each interface version, in the files beside this one.
+// An external force of a customer's library. There is one class for each interface version, in the files beside this
+// one.
 
 #include "physics/external_force.h"
 #include "physics/plugins/plugin_errors.h"

@@ -1,7 +1,7 @@
 #pragma once
 // Whether plug-in libraries are bound at all. A library runs its code as soon as it is loaded, so that a caller has to
-// ask for it: while a CPluginBinding lives, models of plug-ins are bound wherever a deck names one; without it no library
-// is ever loaded.
+// ask for it: while a CPluginBinding lives, models of plug-ins are bound wherever a deck names one; without it no
+// library is ever loaded.
 
 #include "physics/plugins/plugin_host.h"
 

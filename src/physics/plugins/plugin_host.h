@@ -1,5 +1,6 @@
 #pragma once
-// What a plug-in may call back, as the wrappers need it: the objects behind it know the open deck, which physics doesn't.
+// What a plug-in may call back, as the wrappers need it: the objects behind it know the open deck, which physics
+// doesn't.
 
 #include "physics/contact.h"
 

@@ -1,5 +1,5 @@
-// Loads libraries. They stay in the process until its end: a library may have threads at work that it has started, or be
-// bound elsewhere.
+// Loads libraries. They stay in the process until its end: a library may have threads at work that it has started, or
+// be bound elsewhere.
 #include "physics/plugins/plugin_library.h"
 
 #include "core/shortened.h"

@@ -33,8 +33,8 @@ Json geometryList(const GeometryGroups& groups);
 Json factoryList(const GeometryGroups& groups);
 void printGeometry(const Json& deck);
 
-/// Both chains of contact models and the external forces, in order, with what can be said of their parameters in a line.
-/// Of a plug-in's they say where its library is; nothing is loaded.
+/// Both chains of contact models and the external forces, in order, with what can be said of their parameters in a
+/// line. Of a plug-in's they say where its library is; nothing is loaded.
 Json physicsObject(const CPhysicsModels& physics);
 /// Name and library of each factory of a plug-in.
 Json pluginFactoryList(const CPluginParticleFactoryList& factories);

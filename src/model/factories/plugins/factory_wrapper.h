@@ -1,5 +1,6 @@
 #pragma once
-// A particle factory of a customer's library. There is one class for each interface version, in the files beside this one.
+// A particle factory of a customer's library. There is one class for each interface version, in the files beside this
+// one.
 
 #include "model/factories/plugin_factory.h"
 #include "physics/plugins/plugin_errors.h"

@@ -9,7 +9,6 @@ import csv
 import io
 import os
 import pathlib
-import re
 import shutil
 import subprocess
 import sys
@@ -28,6 +27,7 @@ ROOT, PROGRAM = pathlib.Path(sys.argv[1]), sys.argv[2]
 os.environ["BRENMARK"] = PROGRAM
 sys.path.insert(0, str(ROOT / "python"))
 import brenmark  # noqa: E402
+import dump_text  # noqa: E402
 
 PARTICLES = {"position": "position", "velocity": "velocity", "angular_velocity": "angularVelocity",
              "orientation": "orientation", "scale": "scale"}
@@ -38,25 +38,6 @@ CONTACTS = {"ends": "ends", "position": "position", "normal_overlap": "normalOve
 
 def run(*arguments):
     return subprocess.run([PROGRAM, *map(str, arguments)], check=True, capture_output=True, text=True).stdout
-
-
-def numbers(text):
-    return [float("nan") if word.startswith("nan") else float(word) for word in re.findall(r"[^\s(),]+", text)]
-
-
-def dumped(deck):
-    """Arrays and scalars of a dump, by place."""
-    values, rows = {}, {}
-    for line in run("dump", "--full", deck).splitlines():
-        place, _, text = line.partition(" ")
-        head = re.match(r"[fiu]\d+\[(\d+)(?:,(\d+))?\] ?(sha256:.*)?", text)
-        if head and place.startswith("timestep/"):
-            rows[place] = (int(head[1]), int(head[2] or 1), [] if head[3] else numbers(text[head.end():]))
-        elif place.rpartition("/")[0] in rows:
-            rows[place.rpartition("/")[0]][2].extend(numbers(text))
-        else:
-            values[place] = text.strip('"')
-    return values, {place: np.array(found).reshape(count, width) for place, (count, width, found) in rows.items()}
 
 
 def triangle_centres(deck):
@@ -70,7 +51,7 @@ def triangle_centres(deck):
 
 def complaints(path):
     """What differs, and how many arrays were compared."""
-    values, arrays = dumped(path)
+    values, arrays = dump_text.read(PROGRAM, path)
     wrong, compared = [], 0
 
     def compare(place, actual, expected):

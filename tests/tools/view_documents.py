@@ -167,6 +167,20 @@ def damaged(folder):
     assert len(list(read(deck.with_suffix(".xmf")))) == 1
 
 
+def partial(folder):
+    """A conversion that brings its view, and one that was given up."""
+    source = folder / "source.dem"
+    for file in (ROOT / "samples").glob("pile-27.*"):
+        shutil.copy(file, source.with_suffix(file.suffix))
+    subprocess.run([PROGRAM, "convert", "-q", "--xdmf", source, folder / "new.dem"], check=True, capture_output=True)
+    assert len(list(read(folder / "new.xmf"))) == 4
+    with source.with_suffix(".ess").open("ab") as settings:
+        settings.write(b"ESS_BLOCK_ no block")
+    subprocess.run([PROGRAM, "convert", "-q", "--strict", "--xdmf", source, folder / "strict.dem"], check=False,
+                   capture_output=True)
+    assert "is a partial deck" in view(folder / "strict.dem", 3) and not (folder / "strict.xmf").exists()
+
+
 def main():
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
@@ -174,6 +188,7 @@ def main():
             subprocess.run([PROGRAM, "convert", "-q", source, folder / source.name], check=True, capture_output=True)
             whole(folder / source.name)
         damaged(folder)
+        partial(folder)
 
 
 if __name__ == "__main__":

@@ -75,6 +75,7 @@ EExitCode runExport(const SExportOptions& options)
         SExportStep step;
         step.number = number;
         step.time = timeUnit == nullptr ? frame.timestep.time : frame.timestep.time * timeUnit->toDisplayFactor;
+        step.timeUnit = units.nameOf(eTimeQuantity);
         step.pieces = piecesOf(frame, number, wanted, units, leftOut);
         if (step.pieces.empty())
             leftOut.add("nothing to show", number);

@@ -362,10 +362,11 @@ const CDeckHeads::SModel& CDeckHeads::model(quint32 number)
     const H5::Group root = file.openGroup(path);
     SModel model;
     const H5::Group groups = ownGroup(root, "GeometryGroups");
+    const std::string fileName = folder + std::to_string(number) + ".h5", groupsPath = path + "/GeometryGroups/";
     for (const std::string& child : childNames(groups)) {
         bool isNumber = false;
         const quint32 index = QString::fromStdString(child).toUInt(&isNumber);
-        const SPlace place{root, folder + std::to_string(number) + ".h5", path + "/GeometryGroups/" + child, child};
+        const SPlace place{root, fileName, groupsPath + child, child};
         SWall wall;
         if (isNumber && readWall(ownGroup(groups, child), place, wall))
             model.walls[index] = std::move(wall);

@@ -126,10 +126,13 @@ void CEnsightWriter::writeValues(const SExportStep& step, const std::string& num
                 std::string values = floats(array.values, array.columns, column);
                 for (std::size_t more = 1; isVector && more < 3; ++more)
                     values += floats(array.values, array.columns, more);
-                CTargetFile file(folder + QString::fromStdString(stem + '.' + number));
-                file.write(head + values);
+                CTargetFile file(folder + QString::fromStdString(stem).append('.').append(number.c_str()));
+                file.write(head);
+                file.write(values);
                 file.commit();
-                variables[stem] = (isVector ? "vector per " : "scalar per ") + where + ": 1 " + stem + ' ' + stem;
+                std::string& declaration = variables[stem];
+                declaration = isVector ? "vector per " : "scalar per ";
+                declaration.append(where).append(": 1 ").append(stem).append(" ").append(stem);
             }
         }
     }

@@ -67,7 +67,8 @@ EExitCode runExport(const SExportOptions& options)
     bool isDamaged = false;
     quint32 count = 0;
     for (quint32 number = first; number < end; ++number) {
-        if (reader.index()[number].offset == 0) { // a gap, which the reader has reported
+        const bool isGap = reader.format() == eFormatHdf5 && reader.index()[number].offset == 0;
+        if (isGap) { // which the reader has reported
             isDamaged = true;
             continue;
         }
@@ -75,6 +76,7 @@ EExitCode runExport(const SExportOptions& options)
         SExportStep step;
         step.number = number;
         step.time = timeUnit == nullptr ? frame.timestep.time : frame.timestep.time * timeUnit->toDisplayFactor;
+        step.timeUnit = units.nameOf(eTimeQuantity);
         step.pieces = piecesOf(frame, number, wanted, units, leftOut);
         if (step.pieces.empty())
             leftOut.add("nothing to show", number);

@@ -173,6 +173,7 @@ static SPiece pieceOf(const SSimulationFrame& frame, const CAttributeTable& tabl
 {
     SPiece piece;
     piece.kind = kind.name;
+    piece.lengthUnit = units.nameOf(eLengthQuantity);
     const CAttribute& position = *table.attribute(QStringLiteral("Position"), kind.owner);
     const SUnit* const lengthUnit = units.of(position.unitsType);
     const double factor = lengthUnit == nullptr ? 1.0 : lengthUnit->toDisplayFactor;

@@ -24,7 +24,8 @@ struct SPieceArray
 
 struct SPiece
 {
-    std::string kind;                    ///< "particles", "contacts", "geometry"
+    std::string kind; ///< "particles", "contacts", "geometry"
+    std::string lengthUnit;
     std::vector<double> points;          ///< n x 3, in the unit of lengths
     std::vector<quint32> triangles;      ///< m x 3; none: the points are the rows
     std::vector<qint32> owners;          ///< of each row: which of the names

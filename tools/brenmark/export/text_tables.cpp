@@ -15,10 +15,7 @@ namespace {
 class CCsvWriter : public IExportWriter
 {
 public:
-    explicit CCsvWriter(const QString& folder) : folder(folder), times(folder + QLatin1String("timesteps.csv"))
-    {
-        times.write("\"timestep\",\"time\"\n");
-    }
+    explicit CCsvWriter(const QString& folder) : folder(folder), times(folder + QLatin1String("timesteps.csv")) {}
 
     const char* mainFile() const override { return "timesteps.csv"; }
     void write(const SExportStep& step) override;
@@ -27,6 +24,7 @@ public:
 private:
     QString folder;
     CTargetFile times;
+    bool hasHead = false;
 };
 
 class CXyzWriter : public IExportWriter
@@ -65,10 +63,15 @@ static std::string numberText(const SPieceArray& array, std::size_t at)
 
 void CCsvWriter::write(const SExportStep& step)
 {
+    if (!hasHead)
+        times.write("\"timestep\"," + quotedCell(withUnit("time", step.timeUnit)) + '\n');
+    hasHead = true;
     times.write(std::to_string(step.number) + ',' + exactNumber(step.time) + '\n');
     for (const SPiece& piece : step.pieces) {
         CTargetFile file(folder + QString::fromStdString(piece.kind + '_' + std::to_string(step.number) + ".csv"));
-        std::string text = "\"name\",\"x\",\"y\",\"z\"";
+        std::string text = "\"name\"";
+        for (const char* const axis : {"x", "y", "z"})
+            text += ',' + quotedCell(withUnit(axis, piece.lengthUnit));
         for (const SPieceArray& array : piece.arrays)
             for (const std::string& head : array.heads)
                 text += ',' + quotedCell(head);
@@ -103,7 +106,7 @@ static std::string wordOf(const std::string& name)
 
 void CXyzWriter::write(const SExportStep& step)
 {
-    const SPiece none{"particles", {}, {}, {}, {}, {}};
+    const SPiece none;
     const auto found =
         std::find_if(step.pieces.begin(), step.pieces.end(), [](const SPiece& one) { return one.kind == "particles"; });
     const SPiece& piece = found == step.pieces.end() ? none : *found;

@@ -119,7 +119,7 @@ std::string CVtkWriter::cells(const SPiece& piece, CAppended& appended) const
     for (std::size_t i = 0; i < connectivity.size(); ++i)
         connectivity[i] = hasTriangles ? qint64(piece.triangles[i]) : qint64(i);
     for (std::size_t i = 0; i < count; ++i)
-        ends[i] = static_cast<qint64>((i + 1) * corners);
+        ends[i] = qint64(i + 1) * qint64(corners);
     const std::string text = dataArray("Int64", "connectivity", 1, appended.add(connectivity)) +
                              dataArray("Int64", "offsets", 1, appended.add(ends));
     if (!unstructured)
@@ -140,16 +140,17 @@ void CVtkWriter::write(const SExportStep& step)
         const std::string cellCount = std::to_string(hasTriangles ? piece.rows() : piece.pointCount());
         const std::string kind = unstructured ? "UnstructuredGrid" : "PolyData";
         const char* const values = hasTriangles ? "CellData" : "PointData";
-        std::string text = "<?xml version=\"1.0\"?>\n<VTKFile type=\"" + kind + "\" version=\"1.0\" byte_order=\"" +
-                           (Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? "LittleEndian" : "BigEndian") +
-                           "\" header_type=\"UInt64\" compressor=\"vtkZLibDataCompressor\">\n<" + kind + ">\n" +
-                           nameTable(piece) + "<Piece NumberOfPoints=\"" + std::to_string(piece.pointCount()) + "\" " +
-                           (unstructured ? "NumberOfCells=\"" + cellCount + '"'
-                                         : std::string("NumberOfLines=\"0\" NumberOfStrips=\"0\" NumberOfVerts=\"") +
-                                               (hasTriangles ? "0" : cellCount) + "\" NumberOfPolys=\"" +
-                                               (hasTriangles ? cellCount : "0") + '"') +
-                           ">\n<Points>\n" + dataArray("Float64", "Points", 3, appended.add(piece.points)) +
-                           "</Points>\n" + cells(piece, appended) + '<' + values + ">\n" + ownerArrays(piece, appended);
+        std::string text = "<?xml version=\"1.0\"?>\n<VTKFile type=\"";
+        text.append(kind).append("\" version=\"1.0\" byte_order=\"");
+        text += std::string(Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? "LittleEndian" : "BigEndian") +
+                "\" header_type=\"UInt64\" compressor=\"vtkZLibDataCompressor\">\n<" + kind + ">\n" + nameTable(piece) +
+                "<Piece NumberOfPoints=\"" + std::to_string(piece.pointCount()) + "\" " +
+                (unstructured ? "NumberOfCells=\"" + cellCount + '"'
+                              : std::string("NumberOfLines=\"0\" NumberOfStrips=\"0\" NumberOfVerts=\"") +
+                                    (hasTriangles ? "0" : cellCount) + "\" NumberOfPolys=\"" +
+                                    (hasTriangles ? cellCount : "0") + '"') +
+                ">\n<Points>\n" + dataArray("Float64", "Points", 3, appended.add(piece.points)) + "</Points>\n" +
+                cells(piece, appended) + '<' + values + ">\n" + ownerArrays(piece, appended);
         for (const SPieceArray& array : piece.arrays)
             text += valueArray(array, appended);
         text += std::string("</") + values + ">\n</Piece>\n</" + kind + ">\n<AppendedData encoding=\"raw\">\n_";

@@ -16,6 +16,7 @@ struct SExportStep
 {
     quint32 number = 0;
     double time = 0.0; ///< in the unit of times
+    std::string timeUnit;
     std::vector<SPiece> pieces;
 };
 

@@ -98,7 +98,8 @@ static std::string panelSvg(const STimePlot& plot, const STimeSeries& series, do
     std::string svg = label("80", top - 10, "start", withUnit(series.head, axisUnit(y, series.unit)));
     for (int tick = 0; tick < y.tickCount(); ++tick) {
         const std::string at = py(y.tick(tick));
-        svg += "<line x1=\"80\" x2=\"680\" y1=\"" + at + "\" y2=\"" + at + "\" stroke=\"#e4e4e4\"/>\n" +
+        svg.append("<line x1=\"80\" x2=\"680\" y1=\"").append(at).append("\" y2=\"").append(at);
+        svg += "\" stroke=\"#e4e4e4\"/>\n" +
                label("72", top + (1 - y.at(y.tick(tick))) * height + 4, "end", y.tickText(tick));
     }
     for (int tick = 0; tick < x.tickCount(); ++tick)

@@ -115,7 +115,7 @@ static void paint(QPainter& painter, const SScene& scene)
 void writePng(const SScene& scene, const QString& path)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // of a missing session
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {}); // Qt misses a desktop
     int argumentCount = 1;
     char name[] = "brenmark";
     char* arguments[] = {name, nullptr};

@@ -89,12 +89,15 @@ static bool isOfKind(hid_t type, EArrayKind kind)
            (H5Tget_sign(type) == H5T_SGN_2) == (kind == eSigned);
 }
 
+/// \param name  of a dataset in the group itself
 static SStoredArray storedArray(const H5::Group& group, const char* name, EArrayKind kind)
 {
     SStoredArray array;
-    if (!group.nameExists(name))
+    H5L_info_t link = {};
+    if (H5Lexists(group.getId(), name, H5P_DEFAULT) <= 0)
         return array;
-    requireOwn(group, "dataset", name);
+    if (H5Lget_info(group.getId(), name, &link, H5P_DEFAULT) < 0 || link.type != H5L_TYPE_HARD)
+        throwAt(group, "dataset", name, "it is a link to something elsewhere, which isn't followed");
     array.isThere = true;
     const SClosing dataset(H5Dopen2(group.getId(), name, H5P_DEFAULT), H5Dclose);
     const SClosing type(H5Dget_type(dataset.id), H5Tclose);
@@ -155,18 +158,24 @@ static std::string freeName(const SGrid& grid, std::string name)
 
 void CDeckHeads::addProperties(SGrid& grid, const SPlace& place, const CCustomPropertyManager& manager, quint64 rows)
 {
+    if (manager.finalizedCount() == 0)
+        return;
+    const bool isAny = place.group.nameExists("CustomProperties");
+    const H5::Group values = isAny ? ownGroup(place.group, "CustomProperties") : H5::Group();
     for (unsigned int index = 0; index < manager.finalizedCount(); ++index) {
         const CCustomPropertyMetaData& property = *manager.property(index);
-        const std::string dataset = "CustomProperties/" + std::to_string(index) + "/data";
-        const std::string group = "CustomProperties/" + std::to_string(index);
-        const SWanted wanted{dataset.c_str(), property.name.c_str(), eFloats, property.numberOfElements};
-        const bool isThere = place.group.nameExists("CustomProperties") && place.group.nameExists(group);
-        if (!isThere)
+        const std::string number = std::to_string(index);
+        if (!isAny || !values.nameExists(number)) {
             lose(property.name + " of " + place.owner + ": not saved");
-        else if (SNamedArray array; found(place, wanted, rows, array)) {
-            array.name = freeName(grid, property.name);
-            grid.values.push_back(array);
+            continue;
         }
+        const H5::Group group = ownGroup(values, number);
+        const SPlace where{group, place.file, place.path + "/CustomProperties/" + number, place.owner};
+        SNamedArray array;
+        if (!found(where, {"data", property.name.c_str(), eFloats, property.numberOfElements}, rows, array))
+            continue;
+        array.name = freeName(grid, property.name);
+        grid.values.push_back(array);
     }
 }
 
@@ -353,10 +362,11 @@ const CDeckHeads::SModel& CDeckHeads::model(quint32 number)
     const H5::Group root = file.openGroup(path);
     SModel model;
     const H5::Group groups = ownGroup(root, "GeometryGroups");
+    const std::string fileName = folder + std::to_string(number) + ".h5", groupsPath = path + "/GeometryGroups/";
     for (const std::string& child : childNames(groups)) {
         bool isNumber = false;
         const quint32 index = QString::fromStdString(child).toUInt(&isNumber);
-        const SPlace place{root, folder + std::to_string(number) + ".h5", path + "/GeometryGroups/" + child, child};
+        const SPlace place{root, fileName, groupsPath + child, child};
         SWall wall;
         if (isNumber && readWall(ownGroup(groups, child), place, wall))
             model.walls[index] = std::move(wall);

@@ -140,7 +140,7 @@ def page(root):
 
 
 def two_runs(root):
-    """The second of two runs on one folder says who is at work."""
+    """The second of two runs on one folder says who is under way."""
     first = subprocess.Popen([options.tool, "convert", root / "tree", "-o", root / "two", "-q", "-j", "1"],
                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     while not (root / "two" / "brenmark-journal.jsonl").exists() or not (

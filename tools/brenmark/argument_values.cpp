@@ -213,6 +213,7 @@ template <class TWords>
 static std::vector<std::string> namesOf(const TWords& words)
 {
     std::vector<std::string> names;
+    names.reserve(words.size());
     for (const auto& [name, value] : words)
         names.emplace_back(name);
     return names;

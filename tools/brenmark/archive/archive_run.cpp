@@ -158,7 +158,7 @@ void CArchiveRun::sortOut()
                 table.add(*outcome);
                 continue;
             }
-            if (was != eDeckStarted && was != eDeckInterrupted) // a record of what was at work is still good
+            if (was != eDeckStarted && was != eDeckInterrupted) // a record of what was under way is still good
                 ::unlink(recordOf(deck).c_str());
         }
         if (std::optional<SDeckOutcome> outcome = settledNow(deck))
@@ -206,7 +206,7 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
     return arguments;
 }
 
-/// Whether another process is at work on a deck: a conversion by hand, or what is just ending of a run that was killed.
+/// Whether another process is making a deck: a conversion by hand, or what is just ending of a run that was killed.
 bool CArchiveRun::isBusy(const SArchiveDeck& deck) const
 {
     const int lock = ::open((targetOf(deck) + ".partial/lock").c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
@@ -251,7 +251,7 @@ void CArchiveRun::start(size_t number)
     }
 }
 
-/// Starts as many decks as may be at work.
+/// Starts as many decks as may be under way.
 void CArchiveRun::fill()
 {
     constexpr int mostLooks = 300; // 100 ms apart

@@ -113,12 +113,12 @@ SFolderListing listingOf(const std::string& folder)
     errno = 0;
     for (const dirent* entry = readdir(list); entry != nullptr; entry = readdir(list)) {
         const std::string name = entry->d_name;
-        struct stat own = {}, behind = {};
+        struct stat own = {}, linked = {};
         if (name == "." || name == ".." || fstatat(dirfd(list), name.c_str(), &own, AT_SYMLINK_NOFOLLOW) != 0)
             continue;
         const bool isLink = S_ISLNK(own.st_mode);
-        if (isLink && fstatat(dirfd(list), name.c_str(), &behind, 0) == 0)
-            own = behind;
+        if (isLink && fstatat(dirfd(list), name.c_str(), &linked, 0) == 0)
+            own = linked;
         if (S_ISDIR(own.st_mode)) {
             if (!endsWith(name, ".dem.partial")) // a deck in the making
                 (isLink ? listing.links : listing.folders).push_back((folder + '/').append(name));

@@ -166,7 +166,7 @@ std::optional<SDeckOutcome> CRunIndex::find(const std::string& deck) const
 
 // ---------------------------------------------------------------- writing
 
-/// Who is at work in a folder, as its journals say.
+/// Which runs are under way in a folder, as its journals say.
 static std::string runsAtWork(const std::string& folder)
 {
     std::string text;
@@ -193,7 +193,7 @@ static int openLocked(const std::string& path, int mode, const std::string& fold
     if (::flock(file, mode | LOCK_NB) == 0 || (errno != EWOULDBLOCK && errno != EINTR))
         return file; // where locks are unknown the folder of each deck has one of its own, as far as it works
     ::close(file);
-    throw CFailure(eExitTarget, folder + ": another run is at work there: " + runsAtWork(folder),
+    throw CFailure(eExitTarget, folder + ": another run is under way there: " + runsAtWork(folder),
                    "Wait until it has finished, or convert in shares with --shard I/N.");
 }
 

@@ -71,7 +71,7 @@ std::string timeNow();
 class CRunJournal
 {
 public:
-    /// \throws CFailure  another run is at work there, which is named, or it can't be opened
+    /// \throws CFailure  another run is under way there, which is named, or it can't be opened
     CRunJournal(const std::string& folder, quint32 shard, quint32 shards);
     ~CRunJournal();
     CRunJournal(const CRunJournal&) = delete;

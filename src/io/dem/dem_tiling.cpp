@@ -46,6 +46,12 @@ static EFound foundAt(QFile& file, qint64 place)
     return isTimestep ? eTimestepBlock : eNothing;
 }
 
+static bool notReachable(const device_error& error)
+{
+    reportFailure(NLogTitle::legacyRead, error.what(), causeOf(error, eCauseSource));
+    return false;
+}
+
 static std::string byteText(qint64 place) { return "byte " + std::to_string(place); }
 
 void CDemIoManager::noteBlockStarts(const TimestepIndex& index)
@@ -70,7 +76,7 @@ try {
     return true;
 }
 catch (const device_error& error) {
-    return blockFailed(NLogTitle::legacyRead, error.what());
+    return notReachable(error);
 }
 
 bool CDemIoManager::checkBlockEnd(const SPlace& start)
@@ -105,7 +111,7 @@ try {
     return true;
 }
 catch (const device_error& error) {
-    return blockFailed(NLogTitle::legacyRead, error.what());
+    return notReachable(error);
 }
 
 } // namespace NBrenmark

@@ -300,8 +300,9 @@ static void roundTrip(const SFamily& family, ERoot root, bool onDefinition, cons
             write(visitor, *object);
         },
         [&](IFileVisitorReader& visitor) { read(visitor, *back); });
-    const bool isTold = std::is_same_v<T, CPluginParticleFactoryList>; // that its factory isn't known here
-    EXPECT_EQ(log.count(), isTold ? 1u : 0u) << log.text();
+    // That a plug-in's factory isn't known here is said once a deck, by whichever form has its library.
+    const bool hasFactory = std::is_same_v<T, CPluginParticleFactoryList> || std::is_same_v<T, CCreatorData>;
+    EXPECT_LE(log.count(), hasFactory ? 1u : 0u) << log.text();
     reportLeftBehind(NLogTitle::hdf5Write); // here, and not in the next test that closes a deck
     const auto linesThatCount = [&](T& which) {
         std::vector<std::string> kept = without(without(lines(which), family.notStored), places);

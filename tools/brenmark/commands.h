@@ -20,8 +20,8 @@ struct SConvertOptions
     bool strict = false;           ///< makes no deck if anything was lost through damage
     bool ignoreCompanions = false; ///< goes on without companions that can't be read
     bool verify = false;
-    bool digest = false; ///< writes the digest of the values beside the new deck
-    bool dryRun = false; ///< looks for what would stop it, and writes nothing
+    bool digest = false;     ///< writes the digest of the values beside the new deck
+    bool dryRun = false;     ///< looks for what would stop it, and writes nothing
     bool bindPlugins = true; ///< the libraries of the user's folders
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself

@@ -86,9 +86,6 @@ static bool isRoundedValue(const SDifference& difference)
     return true;
 }
 
-bool hasNoPlace(const SDifference& difference)
-{
-    return isLegacyArray(difference) || isRoundedValue(difference);
-}
+bool hasNoPlace(const SDifference& difference) { return isLegacyArray(difference) || isRoundedValue(difference); }
 
 } // namespace NBrenmark

@@ -165,7 +165,8 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
             return false;
     }
     frame.timestep.clear();
-    if (readOptions.extent == eReadModel && !wholeGeometry)
+    // The libraries of a model's plug-in factories come with the timestep.
+    if (readOptions.extent == eReadModel && !wholeGeometry && frame.creator.pluginFactories.count() == 0)
         return true;
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;

@@ -46,7 +46,6 @@ constexpr quint32 defaultGeometryMask = 41;
 enum EReadExtent
 {
     eReadWhole,
-    eReadModel,    ///< the model in force, and of a legacy timestep nothing that the model has no part of
     eReadParticles ///< the particles of each type; what is stored after them, and belongs to them, isn't there
 };
 

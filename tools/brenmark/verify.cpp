@@ -74,7 +74,6 @@ void compareWithStored(const QString& path, const SDeckDigest& digest, SVerifica
     if (!isLegacy)
         return;
     CDeckReader reader(path, eStoredModel);
-    reader.deck().readOptions.extent = eReadModel;
     std::set<std::array<std::string, 3>> known; // of models that follow one another most lines are the same
     for (const SDeckDigest::SModel& model : digest.models) {
         const std::string root = modelRoot(model.firstTimestep);

@@ -165,9 +165,6 @@ bool CDemIoManager::readTimestepBlock(SSimulationFrame& frame, TimestepIndex& in
             return false;
     }
     frame.timestep.clear();
-    // The libraries of a model's plug-in factories come with the timestep.
-    if (readOptions.extent == eReadModel && !wholeGeometry && frame.creator.pluginFactories.count() == 0)
-        return true;
     if (!runReader(stream, frame.timestep, readOptions, progress))
         return false;
     if (readOptions.extent == eReadParticles)

@@ -343,7 +343,9 @@ EConvertError CConversion::convertTimesteps(CSimulation& simulation, IFileFormat
             return eConvertDataFailed;
         const bool creatorChanged = placeOf(frame.creator) != sourcePlace;
         sourcePlace = placeOf(frame.creator);
-        observer.timestepRead(simulation, creatorChanged || frame.creator.modified);
+        const bool isModified = frame.creator.modified;
+        observer.timestepRead(simulation, creatorChanged || isModified);
+        frame.creator.modified = isModified; // an observer that writes it, as a text, has stored nothing
         if (i < options.firstTimestep) {
             // Its file is there, with the model if that began here.
             if (creatorChanged || frame.creator.modified)

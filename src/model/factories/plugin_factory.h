@@ -23,7 +23,7 @@ public:
     /// Binds the factory to a loaded library; one that was bound before is unloaded.
     /// \param factoryName  under which the deck has it
     /// \param list         that it is for; not owned
-    /// \return false, with the reason told, if the library lacks something or refuses
+    /// \return false, with the reason logged, if the library lacks something or refuses
     virtual bool setupPlugin(std::unique_ptr<QLibrary> loaded, const QString& factoryName,
                              CPluginParticleFactoryList* list) = 0;
     /// Before it is deleted: lets go of its library.

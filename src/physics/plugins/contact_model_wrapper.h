@@ -28,7 +28,7 @@ public:
 
     /// Binds the wrapper to a loaded library; one that was bound before is unloaded.
     /// \param pluginName  under which the deck has it
-    /// \return false, with the reason told, if the library lacks something or refuses
+    /// \return false, with the reason logged, if the library lacks something or refuses
     virtual bool setupPlugin(std::unique_ptr<QLibrary> loaded, const std::string& pluginName) = 0;
     /// Lets go of what the library made. \return the library; null the second time
     virtual std::unique_ptr<QLibrary> unloadPlugin() = 0;

@@ -5,7 +5,7 @@
 
 namespace NBrenmark::NApiCm {
 
-/// The model of a library by its name, or null, with the reason told, if it can't be bound. Null as well, and nothing
+/// The model of a library by its name, or null, with the reason logged, if it can't be bound. Null as well, and nothing
 /// loaded, while nothing is to be bound.
 /// \param modelType  EContactModelType
 std::unique_ptr<IPluginContactModelWrapper> bindContactModel(const QString& name, quint32 modelType);

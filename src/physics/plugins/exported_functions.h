@@ -21,7 +21,7 @@ void tellUnresolved(const char* exportName, CPluginErrors& errors);
 class CPropertyExports
 {
 public:
-    /// \return false, with what is missing told
+    /// \return false, with what is missing logged
     bool resolve(QLibrary& library, CPluginErrors& errors);
     void clear();
     RequiredProperties requiredProperties(unsigned int ownerType, CPluginErrors& errors);

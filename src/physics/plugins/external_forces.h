@@ -5,7 +5,7 @@
 
 namespace NBrenmark::NApiPbf {
 
-/// The force of a library by its name, or null, with the reason told, if it can't be bound. Null as well, and nothing
+/// The force of a library by its name, or null, with the reason logged, if it can't be bound. Null as well, and nothing
 /// loaded, while nothing is to be bound.
 std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(const QString& name);
 /// The same of a loaded library.

@@ -26,7 +26,7 @@ public:
     void setTitle(const QString& text) { title = text.toStdString(); }
     /// Says nothing if something was said before.
     void tell(const QString& text);
-    /// Says it in any case: what belongs to a text told before, or ends a run.
+    /// Says it in any case: what belongs to a text logged before, or ends a run.
     void tellAlso(const QString& text) const { tellPluginError(title, text); }
     void reset() { errorReported = false; }
 

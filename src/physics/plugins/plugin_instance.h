@@ -27,7 +27,7 @@ class CPluginInstance
 public:
     ~CPluginInstance() { release(); }
 
-    /// Makes the instance and sets it up. \return false, with the reason told, if that can't be
+    /// Makes the instance and sets it up. \return false, with the reason logged, if that can't be
     bool make(QLibrary& library, const QString& name, const SInstanceWords& words, CPluginErrors& errors);
     /// Gives the instance back to its library. Nothing happens the second time.
     void release();

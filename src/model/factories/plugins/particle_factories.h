@@ -15,7 +15,7 @@ class IPluginParticleFactoryWrapper;
 
 namespace NApiFactory {
 
-/// The factory of a library, or null, with the reason told, if it can't be bound. Null as well, and nothing loaded,
+/// The factory of a library, or null, with the reason logged, if it can't be bound. Null as well, and nothing loaded,
 /// while nothing is to be bound.
 /// \param libraryName  as the deck has it: the base name of the file
 /// \param name         of the factory

@@ -30,7 +30,7 @@ public:
     void tellAlso(const QString& text) const { tellPluginError(title, text); }
     void reset() { errorReported = false; }
 
-    /// What call gives, or failed if an exception leaves the library, which is told.
+    /// What call gives, or failed if an exception leaves the library, which is logged.
     template <class TResult, class TCall>
     TResult guarded(TResult failed, TCall&& call)
     {

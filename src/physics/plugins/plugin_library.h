@@ -13,7 +13,7 @@ namespace NBrenmark {
 
 struct SLoadedLibrary
 {
-    std::unique_ptr<QLibrary> library; ///< null if there is none, which was told
+    std::unique_ptr<QLibrary> library; ///< null if there is none, which was logged
     quint32 version = 0;               ///< as the library packs it
 };
 

@@ -61,7 +61,7 @@ const SBindableKind bindableKinds[] = {
      }},
 };
 
-/// The errors that are told while it lives.
+/// The errors that are logged while it lives.
 class CHeardErrors
 {
 public:

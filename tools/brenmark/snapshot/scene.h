@@ -39,7 +39,7 @@ struct SScene
     double greatest = 0.0;
 };
 
-/// From blue over green to yellow, which is told apart in grey as well. \param share  0 to 1; not a number: grey
+/// From blue over green to yellow, which can be distinguished in grey as well. \param share  0 to 1; not a number: grey
 SColour colourOf(double share);
 
 /// Where one looks along: "x", "y", "z", or "iso", from aside and above.

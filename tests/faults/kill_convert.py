@@ -53,8 +53,6 @@ def problem_of(folder, force, moment, whole, old):
     there = text(folder)
     if there not in (None, whole, old):
         return "the final name stands for a deck that is neither the old nor the new one"
-    if there == whole and not (folder / "out.dem.partial" / "conversion.json").exists():
-        return None  # all was done but the end of the program
     resumed = convert(folder, "--resume", *force)
     if resumed.returncode != 0:
         return f"--resume ended with {resumed.returncode}: {resumed.stderr}"
@@ -83,7 +81,7 @@ with tempfile.TemporaryDirectory() as root:
             sys.exit(f"the unbroken conversion failed: {unbroken.stderr}")
         half, late = options.moments // 4, min(60, calls)
         moments = [1 + i * (calls - late) // half for i in range(half)]
-        moments += [calls - late + 1 + i * late // half for i in range(half)]
+        moments += [calls - i * late // half for i in range(half)]
         for moment in moments:
             problem = problem_of(begin(), force, moment, whole, old)
             if problem:

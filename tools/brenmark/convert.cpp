@@ -361,7 +361,7 @@ bool CConvertCommand::prepare()
     requirePossibleTarget(options.target, target);
     sizes = requireReadable(options.source, options.ignoreCompanions);
     const QString partial = CPartialFolder::pathFor(target);
-    const bool isBegun = QFileInfo::exists(partial);
+    const bool isBegun = hasJournal(nativePath(partial)); // a folder without one is what a kill at the very end left
     if (!isBegun && options.resume && !options.force && isWholeConversion(target, options.source, sizes.size()))
         return false;
     if (!isBegun)
@@ -415,6 +415,8 @@ void CConvertCommand::writePage(const CFailure* failure) const
 /// What --resume says where nothing is left to resume.
 EExitCode CConvertCommand::sayComplete()
 {
+    if (!options.dryRun && QFileInfo::exists(CPartialFolder::pathFor(target)))
+        folder.emplace(target); // removed again when the command ends, for no deck is in it
     result.result = "complete already";
     result.timesteps = static_cast<quint32>(sizes.size());
     result.bytesRead = bytesOf(sourceFiles(options.source));

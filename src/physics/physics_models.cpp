@@ -62,32 +62,13 @@ static void place(CPtrList<T>& list, std::unique_ptr<T> item, int index, const T
     list[static_cast<std::size_t>(index)] = std::move(item);
 }
 
-/// Whether a phantom takes the place of a model that is refused: that of a plug-in, while a deck is read. Without its
-/// library the deck would have kept it, too.
-template <class TPhantom, class TModel>
-static bool isKeptByName(const TModel& model, bool loading)
-{
-    return loading && model.source == ePluginModel && dynamic_cast<const TPhantom*>(&model) == nullptr;
-}
-
-static std::unique_ptr<IContactModel> phantomOf(const IContactModel& model)
-{
-    return std::make_unique<CContactModelPhantom>(model.modelName(), model.modelType, model.source);
-}
-
-static std::unique_ptr<IExternalForce> phantomOf(const IExternalForce& force)
-{
-    return std::make_unique<CExternalForcePhantom>(force.modelName(), force.source);
-}
-
 bool CPhysicsModels::addToChain(std::unique_ptr<IContactModel> added, Chain& list, int index, bool inOrder)
 {
     IContactModel& model = *added;
     model.deck = owner;
     for (IPhysicsModelChangeListener* listener : listeners)
         if (!listener->modelAdded(model, model.modelType, *this))
-            return isKeptByName<CContactModelPhantom>(model, loading) &&
-                   addToChain(phantomOf(model), list, index, inOrder);
+            return false;
     place(list, std::move(added), index, [this](IContactModel& old) {
         for (IPhysicsModelChangeListener* listener : listeners)
             listener->modelRemoved(old, old.modelType, *this);
@@ -118,7 +99,7 @@ bool CPhysicsModels::addExternalForce(std::unique_ptr<IExternalForce> added, int
     IExternalForce& force = *added;
     for (IPhysicsModelChangeListener* listener : listeners)
         if (!listener->forceAdded(force, *this))
-            return isKeptByName<CExternalForcePhantom>(force, loading) && addExternalForce(phantomOf(force), index);
+            return false;
     place(externalForces, std::move(added), index, [this](IExternalForce& old) {
         for (IPhysicsModelChangeListener* listener : listeners)
             listener->forceRemoved(old, *this);

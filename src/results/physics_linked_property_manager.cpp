@@ -6,7 +6,6 @@
 #include "model/factories/plugin_factory.h"
 #include "physics/contact_model.h"
 #include "physics/external_force.h"
-#include "physics/physics_models.h"
 
 namespace NBrenmark {
 
@@ -85,10 +84,9 @@ void CPhysicsLinkedCustomPropertyManager::release(const RequiredProperties& requ
     removeListener(listener);
 }
 
-bool CPhysicsLinkedCustomPropertyManager::modelAdded(IContactModel& model, quint32, CPhysicsModels& physics)
+bool CPhysicsLinkedCustomPropertyManager::modelAdded(IContactModel& model, quint32, CPhysicsModels&)
 {
-    const bool isKept = physics.loading && model.source == ePluginModel;
-    return areAccepted(*this, model.requiredProperties(managerType), labelOf(model), isKept);
+    return accepts(model.requiredProperties(managerType), labelOf(model));
 }
 
 void CPhysicsLinkedCustomPropertyManager::modelPlaced(IContactModel& model, quint32, CPhysicsModels&)
@@ -101,10 +99,9 @@ void CPhysicsLinkedCustomPropertyManager::modelRemoved(IContactModel& model, qui
     release(model.requiredProperties(managerType), &model);
 }
 
-bool CPhysicsLinkedCustomPropertyManager::forceAdded(IExternalForce& force, CPhysicsModels& physics)
+bool CPhysicsLinkedCustomPropertyManager::forceAdded(IExternalForce& force, CPhysicsModels&)
 {
-    const bool isKept = physics.loading && force.source == ePluginModel;
-    return areAccepted(*this, force.requiredProperties(managerType), labelOf(force), isKept);
+    return accepts(force.requiredProperties(managerType), labelOf(force));
 }
 
 void CPhysicsLinkedCustomPropertyManager::forcePlaced(IExternalForce& force, CPhysicsModels&)

@@ -3,7 +3,6 @@
 #include "model/factories/plugin_factory_list.h"
 #include "model/factories/plugins/particle_factories.h"
 #include "model/particle_types.h"
-#include "physics/phantoms.h"
 #include "physics/physics_models.h"
 #include "physics/plugins/contact_models.h"
 #include "physics/plugins/external_forces.h"
@@ -236,7 +235,8 @@ TEST(PlugIns, areLoadedOnlyWhileTheyAreAskedFor)
     EXPECT_EQ(log.text(), "") << "nothing was sought";
 }
 
-TEST(PlugIns, thatClashWithTheDeckAreKeptByTheirNames)
+/// As any model that a listener refuses, and the loss is told.
+TEST(PlugIns, thatClashWithTheDeckAreLeftOut)
 {
     SPluginFoldersOfTest folders;
     folders.put("model_210", "user/Mine.so");
@@ -246,16 +246,17 @@ TEST(PlugIns, thatClashWithTheDeckAreKeptByTheirNames)
     ASSERT_TRUE(particleProperties.addProperty(other));
     CPhysicsModels physics;
     physics.addListener(&particleProperties);
-    const CLogCapture log;
-    EXPECT_FALSE(physics.addContactModel(physics.makeContactModel("Mine", 0, 1, true), -1)) << "no deck is being read";
     const CPhysicsModels::CLoading loading(physics);
-    EXPECT_TRUE(physics.addContactModel(physics.makeContactModel("Mine", 0, 1, true), -1));
-    EXPECT_TRUE(physics.addExternalForce(physics.makeExternalForce("Mine too", 1, true), -1));
-    EXPECT_NE(dynamic_cast<const CContactModelPhantom*>(physics.findModel(physics.sphereSphereModels, "Mine")),
-              nullptr);
-    EXPECT_EQ(physics.externalForces.back()->modelName(), "Mine too");
-    EXPECT_THAT(log.text(), HasSubstr("Error loading external force (Mine too)\n"));
-    physics.clear();
+    CPersistentLogger log(eWarning);
+    addLogModule(&log);
+    EXPECT_FALSE(physics.addContactModel(physics.makeContactModel("Mine", 0, 1, true), -1));
+    EXPECT_FALSE(physics.addExternalForce(physics.makeExternalForce("Mine too", 1, true), -1));
+    clearLogModules();
+    EXPECT_EQ(physics.sphereSphereModels.size(), 1u) << "the default";
+    EXPECT_EQ(physics.externalForceCount(), 0u);
+    ASSERT_EQ(log.records().size(), 2u);
+    EXPECT_EQ(log.records()[1].effect, eLost);
+    EXPECT_THAT(log.records()[1].text, HasSubstr("Error loading external force (Mine too)\n"));
     physics.removeListener(&particleProperties);
 }
 

@@ -10,7 +10,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <string>
 #include <thread>
+#include <type_traits>
 
 #define FAULT_NULL 1   // no instance
 #define FAULT_THROWS 2 // its constructor throws
@@ -24,10 +26,19 @@
 #define TEST_REPORTED (TEST_VERSION / 100) << 16 | (TEST_VERSION / 10 % 10) << 8
 #endif
 
+#include <brenmark/plugin/custom_properties.h>
+#include <brenmark/plugin/geometry.h>
+#include <brenmark/plugin/particles.h>
+
 #if TEST_KIND == 1
 #include <brenmark/plugin/contact_model_1.h>
 #include <brenmark/plugin/contact_model_2_4.h>
 namespace Kind = NBrenmark::NApiCm;
+using Interface =
+    std::conditional_t<TEST_VERSION >= 240, Kind::IPluginContactModel_2_4,
+                       std::conditional_t<TEST_VERSION >= 230, Kind::IPluginContactModel_2_3,
+                                          std::conditional_t<TEST_VERSION >= 210, Kind::IPluginContactModel_2_1,
+                                                             Kind::IPluginContactModel_2_0>>>;
 #define GET_VERSION GETCMINTERFACEVERSION
 #define GET_PREFERENCE_FILE GETCMPREFERENCEFILE
 #define GET_INSTANCE GETCMINSTANCE
@@ -36,6 +47,11 @@ namespace Kind = NBrenmark::NApiCm;
 #include <brenmark/plugin/external_force_1.h>
 #include <brenmark/plugin/external_force_2_3.h>
 namespace Kind = NBrenmark::NApiPbf;
+using Interface =
+    std::conditional_t<TEST_VERSION >= 230, Kind::IPluginExternalForce_2_3,
+                       std::conditional_t<TEST_VERSION >= 220, Kind::IPluginExternalForce_2_2,
+                                          std::conditional_t<TEST_VERSION >= 210, Kind::IPluginExternalForce_2_1,
+                                                             Kind::IPluginExternalForce_2_0>>>;
 #define GET_VERSION GETEFINTERFACEVERSION
 #define GET_PREFERENCE_FILE GETEFPREFERENCEFILE
 #define GET_INSTANCE GETPBFINSTANCE
@@ -44,6 +60,8 @@ namespace Kind = NBrenmark::NApiPbf;
 #include <brenmark/plugin/particle_factory_1.h>
 #include <brenmark/plugin/particle_factory_2_1.h>
 namespace Kind = NBrenmark::NApiFactory;
+using Interface =
+    std::conditional_t<TEST_VERSION >= 210, Kind::IPluginParticleFactory_2_1, Kind::IPluginParticleFactory_2_0>;
 #define GET_VERSION GETFACTINTERFACEVERSION
 #define GET_PREFERENCE_FILE GETFACTPREFERENCEFILE
 #define GET_INSTANCE GETFACTORYINSTANCE
@@ -55,12 +73,10 @@ using namespace NBrenmark::NApiCore;
 // What a test asks of the library beside its interface.
 BRENMARK_PLUGIN_EXPORT int LIVE_INSTANCES;
 BRENMARK_PLUGIN_EXPORT int STEPS_BEGUN;
-BRENMARK_PLUGIN_EXPORT int MOST_AT_ONCE; // threads that were calculating
 BRENMARK_PLUGIN_EXPORT char SETUP_FILE[fileNameSize];
 BRENMARK_PLUGIN_EXPORT char REPORT[4096];
 int LIVE_INSTANCES = 0;
 int STEPS_BEGUN = 0;
-int MOST_AT_ONCE = 0;
 char SETUP_FILE[fileNameSize];
 char REPORT[4096];
 
@@ -72,6 +88,22 @@ char REPORT[4096];
 [[maybe_unused]] static EResult resultAt(double timeStep)
 {
     return timeStep == 1.0 ? eRecoverable : timeStep == 2.0 ? eFatal : eOk;
+}
+
+/// The same of generation 1.
+[[maybe_unused]] static int errorAt(double timeStep) { return timeStep == 1.0 ? 1 : timeStep == 2.0 ? 7 : 0; }
+
+/// Waits for another caller, half a second at most. \return whether one came
+[[maybe_unused]] static bool meetsAnother()
+{
+    static std::atomic<int> inside{0}, meetings{0};
+    const int before = meetings;
+    if (++inside > 1)
+        ++meetings;
+    for (int i = 0; i < 500 && meetings == before; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    --inside;
+    return meetings != before;
 }
 
 /// "Wear (owner)" of as many elements as the owner's number and one, and a flag of particles.
@@ -110,28 +142,33 @@ BRENMARK_PLUGIN_EXPORT int CALCULATEFORCE(const char*, const double*, const doub
                                           Kind::SContactForces* forces)
 {
     forces->normalForce[0] += 10.0 * contact->normalOverlap;
-    return *timeStep == 1.0 ? 1 : *timeStep == 2.0 ? 7 : 0;
+    if (contact->first.properties != nullptr)
+        forces->normalForce[1] = *contact->first.properties->getValue(0u);
+    return errorAt(*timeStep);
 }
 #elif TEST_KIND == 2
 BRENMARK_PLUGIN_EXPORT int EXTERNALFORCE(const char*, const double* timeStep, const Kind::SParticle* particle,
                                          Kind::SParticleForces* forces)
 {
     forces->force[2] -= particle->mass;
-    return *timeStep == 1.0 ? 1 : *timeStep == 2.0 ? 7 : 0;
+    return errorAt(*timeStep);
 }
 #else
 BRENMARK_PLUGIN_EXPORT int CREATEPARTICLE(const char*, const double* time, Kind::SNewParticle* particle, int* created)
 {
     std::strcpy(particle->typeName, *time == 3.0 ? "Nobody" : "Ball");
     *created = 1;
-    return *time == 1.0 ? 1 : *time == 2.0 ? 7 : 0;
+    return errorAt(*time);
 }
 #endif
 #endif
 
 #if TEST_VERSION == 110
 #ifndef WITHOUT_REGISTER
-BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char*, const unsigned int*) {}
+BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char* name, const unsigned int* index)
+{
+    std::strcat(REPORT, (name + (' ' + std::to_string(*index)) + '\n').c_str());
+}
 #endif
 #ifndef WITHOUT_NUMBER
 BRENMARK_PLUGIN_EXPORT void GETNUMBEROFREQUIREDPROPERTIES(unsigned int* count) { *count = 4000000000u; }
@@ -147,45 +184,8 @@ BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const unsigned int* index, char
 
 #else // ---------------------------------------------------------------- an instance
 
-#if TEST_KIND == 1
-#define HAS_OWNERS (TEST_VERSION >= 210)
-#define HAS_VALUES (TEST_VERSION >= 230)
-#define HAS_MANAGERS (TEST_VERSION >= 240)
-#if HAS_MANAGERS
-using Interface = Kind::IPluginContactModel_2_4;
-#elif HAS_VALUES
-using Interface = Kind::IPluginContactModel_2_3;
-#elif HAS_OWNERS
-using Interface = Kind::IPluginContactModel_2_1;
-#else
-using Interface = Kind::IPluginContactModel_2_0;
-#endif
-#elif TEST_KIND == 2
-#define HAS_OWNERS (TEST_VERSION >= 210)
-#define HAS_VALUES (TEST_VERSION >= 220)
-#define HAS_MANAGERS (TEST_VERSION >= 230)
-#if HAS_MANAGERS
-using Interface = Kind::IPluginExternalForce_2_3;
-#elif HAS_VALUES
-using Interface = Kind::IPluginExternalForce_2_2;
-#elif HAS_OWNERS
-using Interface = Kind::IPluginExternalForce_2_1;
-#else
-using Interface = Kind::IPluginExternalForce_2_0;
-#endif
-#else
-#define HAS_OWNERS 1
-#define HAS_VALUES 0
-#define HAS_MANAGERS 0
-#if TEST_VERSION >= 210
-using Interface = Kind::IPluginParticleFactory_2_1;
-#else
-using Interface = Kind::IPluginParticleFactory_2_0;
-#endif
-#endif
-#define HAS_PROPERTIES (TEST_KIND != 3 || TEST_VERSION >= 210)
-#define HAS_THREAD_COUNT (TEST_KIND == 1 && HAS_VALUES)
-
+// Of each operation all forms: those that the interface of the version has override it, the others aren't called.
+// NOLINTBEGIN(modernize-use-override)
 class __attribute__((visibility("default"))) CTestPlugin final : public Interface
 {
 public:
@@ -195,54 +195,44 @@ public:
             throw std::runtime_error("no licence");
         ++LIVE_INSTANCES;
     }
-    ~CTestPlugin() override { --LIVE_INSTANCES; }
+    ~CTestPlugin() { --LIVE_INSTANCES; }
 
-    void getPreferenceFileName(char* name) override { std::strcpy(name, "table of values.txt"); }
-    bool isThreadSafe() override { return TEST_VERSION % 20 == 0; }
-#if HAS_PROPERTIES
-    bool usesCustomProperties() override { return true; }
-#else
-    void reserved3() override {}
-#endif
-#if TEST_KIND == 1 && HAS_VALUES && !HAS_MANAGERS || TEST_KIND == 2 && HAS_VALUES && !HAS_MANAGERS
-    void reserved4() override {}
-#endif
-#if HAS_MANAGERS
-    bool query() override { return true; }
-    void reserved5() override {}
-#endif
+    void getPreferenceFileName(char* name) { std::strcpy(name, "table of values.txt"); }
+    bool isThreadSafe() { return TEST_VERSION % 20 == 0; }
+    bool usesCustomProperties() { return true; }
+    bool query() { return true; }
+    double largestScale() { return 2.5; }
 
-#if HAS_OWNERS
-    bool setup(IApiManager_1_0* apiManager, const char* preferenceFile, char* errorText) override
+    bool setup(const char* preferenceFile)
+    {
+        std::printf("a library says hello\n"); // which must not get among the results
+        std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
+        return TEST_FAULT != FAULT_SETUP;
+    }
+    bool setup(IApiManager_1_0* apiManager, const char* preferenceFile, char* errorText)
     {
         if (TEST_FAULT == FAULT_SETUP)
             std::strcpy(errorText, "line 3 isn't a number");
-        return setUp(preferenceFile) && apiManager->isAvailable();
+        return setup(preferenceFile) && apiManager->isAvailable();
     }
-#else
-    bool setup(const char* preferenceFile) override { return setUp(preferenceFile); }
-#endif
-
-#if HAS_THREAD_COUNT
-    bool starting(IApiManager_1_0* apiManager, unsigned int threadCount) override
+    bool starting(IApiManager_1_0* apiManager)
     {
-        return start(apiManager) && threadCount > 0;
-    }
-#else
-    bool starting(IApiManager_1_0* apiManager) override { return start(apiManager); }
+#ifdef TEST_CALLBACKS
+        std::strncpy(REPORT, callBack(*apiManager).c_str(), sizeof REPORT - 1);
 #endif
-    void stopping(IApiManager_1_0*) override {}
+        return apiManager != nullptr;
+    }
+    bool starting(IApiManager_1_0* apiManager, unsigned int threadCount)
+    {
+        return starting(apiManager) && threadCount > 0;
+    }
+    void stopping(IApiManager_1_0*) {}
 
 #if TEST_KIND == 1
-    EResult calculateForce(double, double timeStep, Kind::SContact& contact, Kind::SContactForces& forces) override
+    EResult calculateForce(double, double timeStep, Kind::SContact& contact, Kind::SContactForces& forces)
     {
-        static std::atomic<int> atOnce{0};
-        const int now = ++atOnce;
-        if (now > MOST_AT_ONCE)
-            MOST_AT_ONCE = now;
         if (timeStep == 3.0)
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        --atOnce;
+            forces.normalForce[2] = meetsAnother();
         forces.normalForce[0] += 10.0 * contact.normalOverlap;
         contact.tangentialOverlap[1] = 0.0;
         if (contact.properties != nullptr) {
@@ -252,77 +242,44 @@ public:
         return resultAt(timeStep);
     }
 #elif TEST_KIND == 2
-    EResult externalForce(double timeStep, const Kind::SParticle& particle, Kind::SParticleForces& forces) override
+    EResult externalForce(double timeStep, const Kind::SParticle& particle, Kind::SParticleForces& forces)
     {
         forces.force[2] -= particle.mass;
         return resultAt(timeStep);
     }
 #else
-    EResult createParticle(double time, Kind::SNewParticle& particle, bool& created) override
+    EResult createParticle(double time, Kind::SNewParticle& particle, bool& created)
     {
         std::strcpy(particle.typeName, time == 3.0 ? "Nobody" : "Ball");
         created = true;
         return resultAt(time);
     }
 #endif
-#if TEST_KIND != 3 && !HAS_OWNERS
-    void reserved8() override {}
-#endif
-
-#if HAS_MANAGERS
-    void setCustomPropertyData(ICustomPropertyDataApi_1_0*, IParticleManagerApi_1_0*, IGeometryManagerApi_1_0*) override
+    void setCustomPropertyData(ICustomPropertyDataApi_1_0*) { ++STEPS_BEGUN; }
+    void setCustomPropertyData(ICustomPropertyDataApi_1_0*, IParticleManagerApi_1_0*, IGeometryManagerApi_1_0*)
     {
         ++STEPS_BEGUN;
     }
-#elif HAS_VALUES
-    void setCustomPropertyData(ICustomPropertyDataApi_1_0*) override { ++STEPS_BEGUN; }
-#endif
 
-#if HAS_PROPERTIES
-#if HAS_OWNERS
-    unsigned int getNumberOfRequiredProperties(unsigned int) override { return 2; }
-#else
-    unsigned int getNumberOfRequiredProperties() override { return 2; }
-#endif
-#if HAS_VALUES
-    bool getDetailsForProperty(unsigned int index, unsigned int ownerType, char* name, unsigned int& type,
-                               unsigned int& elements, unsigned int& unit, double* initialValues) override
-    {
-        return describe(index, ownerType, name, type, elements, unit, initialValues);
-    }
-#elif HAS_OWNERS
-    bool getDetailsForProperty(unsigned int index, unsigned int ownerType, char* name, unsigned int& type,
-                               unsigned int& elements, unsigned int& unit) override
-    {
-        return describe(index, ownerType, name, type, elements, unit, nullptr);
-    }
-#else
+    unsigned int getNumberOfRequiredProperties() { return 2; }
+    unsigned int getNumberOfRequiredProperties(unsigned int) { return 2; }
     bool getDetailsForProperty(unsigned int index, char* name, unsigned int& type, unsigned int& elements,
-                               unsigned int& unit) override
+                               unsigned int& unit)
     {
         return describe(index, 0, name, type, elements, unit, nullptr);
     }
-#endif
-#endif
-#if TEST_KIND == 3 && TEST_VERSION >= 210
-    double largestScale() override { return 2.5; }
-#endif
-
-private:
-    static bool setUp(const char* preferenceFile)
+    bool getDetailsForProperty(unsigned int index, unsigned int owner, char* name, unsigned int& type,
+                               unsigned int& elements, unsigned int& unit)
     {
-        std::printf("a library says hello\n"); // which must not get among the results
-        std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
-        return TEST_FAULT != FAULT_SETUP;
+        return describe(index, owner, name, type, elements, unit, nullptr);
     }
-    static bool start(IApiManager_1_0* apiManager)
+    bool getDetailsForProperty(unsigned int index, unsigned int owner, char* name, unsigned int& type,
+                               unsigned int& elements, unsigned int& unit, double* initialValues)
     {
-#ifdef TEST_CALLBACKS
-        std::strncpy(REPORT, callBack(*apiManager).c_str(), sizeof REPORT - 1);
-#endif
-        return apiManager != nullptr;
+        return describe(index, owner, name, type, elements, unit, initialValues);
     }
 };
+// NOLINTEND(modernize-use-override)
 
 #ifndef WITHOUT_GET_INSTANCE
 BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == FAULT_NULL ? nullptr : new CTestPlugin; }

@@ -10,6 +10,7 @@
 //   GETDETAILSFORPROPERTY        GetDetailsForProperty
 
 #include <brenmark/plugin/contact.h>
+#include <brenmark/plugin/custom_properties.h>
 #include <brenmark/plugin/exports.h>
 
 namespace NBrenmark::NApiCm {

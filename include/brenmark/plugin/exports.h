@@ -12,7 +12,8 @@ using GetInterfaceVersion = unsigned int (*)();
 /// \param name  paddedFileNameSize blanks, of which the first are overwritten; no NUL
 using GetPaddedFileName = void (*)(char* name);
 
-/// For hosts that define properties while they run. This one doesn't, and never calls it.
+/// Called before the first step for each required property.
+/// \param index  among the custom properties of particles, by which their values are had
 using RegisterParticleProperty = void (*)(const char* name, const unsigned int* index);
 
 /// How many custom properties of particles are needed.

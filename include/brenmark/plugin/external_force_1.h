@@ -8,6 +8,7 @@
 //   GETNUMBEROFREQUIREDPROPERTIES  GetNumberOfProperties
 //   GETDETAILSFORPROPERTY        GetDetailsForProperty
 
+#include <brenmark/plugin/custom_properties.h>
 #include <brenmark/plugin/exports.h>
 #include <brenmark/plugin/particle.h>
 

@@ -25,7 +25,7 @@ std::unique_ptr<QLibrary> CPluginContactModelWrapper_V1_0_0::unloadPlugin()
 
 bool CPluginContactModelWrapper_V1_0_0::calculateForce(NBrenmark::SContact& contact)
 {
-    SPluginContact call(contact, nullptr);
+    SPluginContact call(contact, host);
     const auto calculated = [&] {
         return calculate(preferenceFile.c_str(), &contact.time, &contact.timeStep, &call.contact, &call.forces);
     };

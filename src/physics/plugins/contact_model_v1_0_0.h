@@ -2,6 +2,7 @@
 // Contact models of the interface version 1.0.0: exported functions, and no custom properties.
 
 #include "physics/plugins/contact_model_wrapper.h"
+#include "physics/plugins/plugin_host.h"
 
 #include <brenmark/plugin/contact_model_1.h>
 
@@ -16,6 +17,9 @@ public:
     std::unique_ptr<QLibrary> unloadPlugin() override;
     RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
     bool calculateForce(NBrenmark::SContact& contact) override;
+
+protected:
+    IPluginHost* host = nullptr; ///< gives the views of custom properties; not owned, null for none
 
 private:
     CalculateForce calculate = nullptr;

@@ -26,6 +26,8 @@ void tellUnresolved(const char* exportName, CPluginErrors& errors)
 
 bool CPropertyExports::resolve(QLibrary& library, CPluginErrors& errors)
 {
+    const CPluginBinding* const binding = CPluginBinding::current();
+    host = binding != nullptr ? &binding->host : nullptr;
     bool all = true;
     const auto find = [&](auto& function, const char* exportName) {
         function = resolved<std::decay_t<decltype(function)>>(library, exportName);
@@ -42,6 +44,7 @@ bool CPropertyExports::resolve(QLibrary& library, CPluginErrors& errors)
 
 void CPropertyExports::clear()
 {
+    host = nullptr;
     registerProperty = nullptr;
     getNumber = nullptr;
     getDetails = nullptr;
@@ -62,6 +65,25 @@ RequiredProperties CPropertyExports::requiredProperties(unsigned int ownerType, 
                           &property.unitType) != 0;
     };
     return properties.of(ownerType, count, ask, errors);
+}
+
+void CPropertyExports::tellIndices(CPluginErrors& errors)
+{
+    const std::unique_ptr<NApiCore::IApi> api =
+        host != nullptr ? host->createApi(NApiCore::eParticleProperties, 1, 0) : nullptr;
+    if (api == nullptr || registerProperty == nullptr)
+        return;
+    const auto& definitions = static_cast<NApiCore::ICustomPropertyManagerApi_1_0&>(*api);
+    for (const std::unique_ptr<CCustomPropertyMetaData>& property : requiredProperties(eParticleOwner, errors)) {
+        const int index = definitions.getPropertyIndex(property->name.c_str());
+        if (index < 0)
+            continue;
+        const auto unsignedIndex = static_cast<unsigned int>(index);
+        errors.guarded(false, [&] {
+            registerProperty(property->name.c_str(), &unsignedIndex);
+            return true;
+        });
+    }
 }
 
 } // namespace NBrenmark

@@ -2,6 +2,7 @@
 // What libraries of generation 1 export beside their work call: the name of a preference file, and from 1.1.0 on the
 // custom properties that they need.
 
+#include "physics/plugins/plugin_host.h"
 #include "physics/plugins/plugin_library.h"
 #include "physics/plugins/plugin_properties.h"
 
@@ -25,6 +26,10 @@ public:
     bool resolve(QLibrary& library, CPluginErrors& errors);
     void clear();
     RequiredProperties requiredProperties(unsigned int ownerType, CPluginErrors& errors);
+    /// Tells the library where its properties are among those of the open deck.
+    void tellIndices(CPluginErrors& errors);
+
+    IPluginHost* host = nullptr; ///< gives the values; not owned, null before resolve
 
 private:
     NApiCore::RegisterParticleProperty registerProperty = nullptr;

@@ -24,7 +24,7 @@ std::unique_ptr<QLibrary> CPluginExternalForceWrapper_V1_0_0::unloadPlugin()
 
 bool CPluginExternalForceWrapper_V1_0_0::calculateForce(SParticleForce& particle)
 {
-    SPluginParticle call(particle, nullptr);
+    SPluginParticle call(particle, host);
     const auto calculated = [&] {
         return externalForce(preferenceFile.c_str(), &particle.timeStep, &call.particle, &call.forces);
     };

@@ -15,6 +15,9 @@ public:
     RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
     bool calculateForce(SParticleForce& particle) override;
 
+protected:
+    IPluginHost* host = nullptr; ///< gives the views of custom properties; not owned, null for none
+
 private:
     ExternalForce externalForce = nullptr;
 };

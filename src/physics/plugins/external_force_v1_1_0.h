@@ -12,16 +12,24 @@ public:
     bool setupPlugin(std::unique_ptr<QLibrary> loaded, const std::string& pluginName) override
     {
         const bool calculates = CPluginExternalForceWrapper_V1_0_0::setupPlugin(std::move(loaded), pluginName);
-        return properties.resolve(*library(), errors) && calculates;
+        const bool hasProperties = properties.resolve(*library(), errors);
+        host = properties.host;
+        return hasProperties && calculates;
     }
     std::unique_ptr<QLibrary> unloadPlugin() override
     {
         properties.clear();
+        host = nullptr;
         return CPluginExternalForceWrapper_V1_0_0::unloadPlugin();
     }
     RequiredProperties requiredProperties(unsigned int ownerType) const override
     {
         return properties.requiredProperties(ownerType, errors);
+    }
+    bool starting() override
+    {
+        properties.tellIndices(errors);
+        return true;
     }
 
 private:

@@ -99,6 +99,12 @@ TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
     }
     EXPECT_EQ(timestep.simulationProperties.list("Torque")->values, (Values{41, 42, 43}));
 
+    // One of 1.1.0 is told where its properties of particles are; the deck has three before them.
+    QLibrary older(folders.put("model_110", "user/Older.so"));
+    ASSERT_TRUE(physics.addContactModel(physics.makeContactModel("Older", eSphereSphereModel, 2, false), -1));
+    EXPECT_TRUE(physics.sphereSphereModels.back()->starting(1));
+    EXPECT_STREQ(reinterpret_cast<const char*>(older.resolve("REPORT")), "Wear (particle) 3\nIs Worn 4\n");
+
     // The item of a contact: the plug-in stages twice its first value.
     CCustomPropertyManager* const definitions = deck.settings->propertyManagers().contact;
     {
@@ -111,6 +117,9 @@ TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
         EXPECT_TRUE(model.calculateForce(contact));
         EXPECT_EQ(*changes.values(0, 1), 2.5);
         EXPECT_EQ(*changes.values(0, 0), 0.0);
+        contact.element1.properties = contact.properties;
+        EXPECT_TRUE(physics.sphereSphereModels.back()->calculateForce(contact));
+        EXPECT_EQ(contact.results.normalForce.y, 1.25);
     }
 
     const auto particles = folders.host.createApi(NApiCore::eParticleManager, 1, 0);

@@ -4,6 +4,7 @@
 #include "core/deck/application_state.h"
 #include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
+#include "physics/plugins/host/user_plugins.h"
 
 namespace NBrenmark {
 
@@ -43,6 +44,7 @@ struct CDataConverter::SState : IConversionObserver
 
     CDataConverter& host;
     CConversion conversion{*this};
+    bool bindsPlugins = false;
 };
 
 CDataConverter::CDataConverter() : state(std::make_unique<SState>(*this)) { openLibraries(); }
@@ -56,9 +58,14 @@ bool CDataConverter::legacyDataConversionRequired(const QString& path)
 
 bool CDataConverter::convertSimulationData(const char* inputPath, const char* outputPath)
 {
-    return state->conversion.run(QString::fromUtf8(inputPath), QString::fromUtf8(outputPath), NBrenmark::eFormatHdf5) ==
-           eConvertOk;
+    SConversionOptions options;
+    if (state->bindsPlugins && !areUserPluginsForbidden())
+        options.bindPlugins = [] { return std::make_shared<const CUserPlugins>(); };
+    return state->conversion.run(QString::fromUtf8(inputPath), QString::fromUtf8(outputPath), NBrenmark::eFormatHdf5,
+                                 options) == eConvertOk;
 }
+
+void CDataConverter::bindPlugins(bool bind) { state->bindsPlugins = bind; }
 
 void CDataConverter::cancel() { state->conversion.cancel(); }
 

@@ -108,6 +108,11 @@ public:
     ///         fault is, eBusy leaves nothing to do but to wait
     bool convertSimulationData(const char* inputPath, const char* outputPath);
 
+    /// Whether the conversions that begin from now on bind the plug-ins that a deck names, from the user's folders.
+    /// They don't unless this is called: a library runs its code in this process as soon as it is loaded, and one that
+    /// crashes ends the process. While the environment has BRENMARK_NO_PLUGINS nothing is bound in any case.
+    void bindPlugins(bool bind);
+
     /// How the last conversion ended.
     EOutcome outcome() const;
     /// What came between the user and a new deck: getError, and below it the first error of the log

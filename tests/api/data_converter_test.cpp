@@ -102,6 +102,33 @@ TEST_F(DataConverter, makesAWholeNewDeckAndLeavesTheSourceAlone)
     EXPECT_EQ(before.changesUntil(source.snapshot()), "");
 }
 
+TEST_F(DataConverter, bindsPluginsOnlyWhereAHostAsksForIt)
+{
+    const std::string plugin = testPlugin("model_250");
+    ASSERT_TRUE(QDir().mkpath(source.path("Documents")));
+    ASSERT_TRUE(QFile::copy(QString::fromStdString(plugin), source.path("Documents/My Model.so")));
+    const QString deck = QString::fromStdString(sampleDeck("plugins-24.dem"));
+    const QByteArray home = qgetenv("HOME");
+    qputenv("HOME", QFile::encodeName(source.path()));
+    // What is said of a model that no library was bound for.
+    const auto isBound = [&](const char* name) {
+        EXPECT_TRUE(host.convert(deck, target.path(name)));
+        for (const SConversionMessage& message : host.converter.messages())
+            if (message.object == "My Model")
+                return false;
+        return true;
+    };
+    EXPECT_FALSE(isBound("default.dem"));
+    host.converter.bindPlugins(true);
+    EXPECT_TRUE(isBound("asked.dem"));
+    qputenv("BRENMARK_NO_PLUGINS", "1");
+    EXPECT_FALSE(isBound("forbidden.dem"));
+    qunsetenv("BRENMARK_NO_PLUGINS");
+    host.converter.bindPlugins(false);
+    EXPECT_FALSE(isBound("no longer.dem"));
+    qputenv("HOME", home);
+}
+
 TEST_F(DataConverter, refusesATargetThatIsItsSource)
 {
     QFile::copy(source.path("pile.dem"), source.path("pile.dem.scn.1"));

@@ -14,6 +14,7 @@ NEEDED = [
     f"{CLASS}::~CDataConverter()",
     f"{CLASS}::legacyDataConversionRequired(QString const&)",
     f"{CLASS}::convertSimulationData(char const*, char const*)",
+    f"{CLASS}::bindPlugins(bool)",
     f"{CLASS}::cancel()",
     f"{CLASS}::getError() const",
     f"{CLASS}::getLogMessages[abi:cxx11]() const",

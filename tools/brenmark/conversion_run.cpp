@@ -3,7 +3,6 @@
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/plugins/output_aside.h"
-#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/units_text.h"
 
@@ -11,6 +10,7 @@
 #include "core/deck/conversion.h"
 #include "core/deck/deck_files.h"
 #include "core/log_titles.h"
+#include "physics/plugins/host/user_plugins.h"
 
 #include <algorithm>
 #include <chrono>

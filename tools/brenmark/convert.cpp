@@ -10,7 +10,6 @@
 #include "brenmark/json_text.h"
 #include "brenmark/page/deck_facts.h"
 #include "brenmark/page/report_page.h"
-#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/target_checks.h"
 #include "brenmark/terminal.h"
@@ -21,6 +20,7 @@
 #include "brenmark/view/view.h"
 
 #include "core/deck/deck_files.h"
+#include "physics/plugins/host/user_plugins.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -221,6 +221,7 @@ EConvertError CConversion::run(const QString& inputPath, const QString& outputPa
     begin(inputPath);
 
     EConvertError code = eConvertFailed;
+    const std::shared_ptr<const void> plugins = options.bindPlugins ? options.bindPlugins() : nullptr;
     CConversionObjects objects;
     logger = &objects.logger;
     try {

@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <functional>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -64,6 +66,9 @@ struct SConversionOptions
     /// Timesteps before this one are at the target already, from a run that was broken off. They are read once more,
     /// for what follows builds on them, and not written. Less than the number of timesteps.
     quint32 firstTimestep = 0;
+    /// Called when the run has begun; what it gives lives until the run is over. Plug-ins are bound by a CPluginBinding
+    /// in it, which must not be made while another run may be on.
+    std::function<std::shared_ptr<const void>()> bindPlugins;
 };
 
 class CConversion

@@ -2,7 +2,7 @@
 #include "brenmark/info/table.h"
 
 #include "brenmark/failure.h"
-#include "brenmark/plugins/user_plugins.h"
+#include "brenmark/plugins/user_library.h"
 #include "brenmark/units_text.h"
 #include "model/factories/plugin_factory_list.h"
 #include "physics/parameter_records.h"

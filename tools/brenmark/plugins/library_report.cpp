@@ -2,7 +2,6 @@
 
 #include "brenmark/failure.h"
 #include "brenmark/plugins/output_aside.h"
-#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/terminal.h"
 #include "core/log.h"
 #include "core/version.h"
@@ -10,6 +9,7 @@
 #include "model/factories/plugins/particle_factories.h"
 #include "physics/plugins/contact_models.h"
 #include "physics/plugins/external_forces.h"
+#include "physics/plugins/host/user_plugins.h"
 #include "physics/plugins/plugin_library.h"
 #include "units/quantity.h"
 

@@ -5,10 +5,11 @@
 #include "brenmark/info/table.h"
 #include "brenmark/json_text.h"
 #include "brenmark/plugins/library_report.h"
-#include "brenmark/plugins/user_plugins.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
 
+#include "physics/plugins/host/user_plugins.h"
+#include "physics/plugins/plugin_library_search.h"
 #include "platform/plugin_library.h"
 
 #include <QDir>

@@ -1,20 +1,9 @@
-#include "brenmark/plugins/user_plugins.h"
+#include "brenmark/plugins/user_library.h"
 
 #include "brenmark/failure.h"
-#include "config/user_preferences.h"
-#include "core/deck/application_state.h"
-#include "core/shortened.h"
-#include "platform/documents_folder.h"
+#include "physics/plugins/host/user_plugins.h"
 
 namespace NBrenmark {
-
-SPluginFolders userPluginFolders() { return {userPreferences().pluginFolder(), documentsFolder()}; }
-
-bool areUserPluginsForbidden() { return !qEnvironmentVariableIsEmpty("BRENMARK_NO_PLUGINS"); }
-
-CUserPlugins::CUserPlugins()
-    : host([] { return applicationState().simulation.get(); }), binding(userPluginFolders(), host)
-{}
 
 SUserLibrary userLibrary(const SPluginKind& kind, const QString& name)
 {

@@ -1,13 +1,12 @@
 #pragma once
-// The plug-in libraries of whoever runs this program.
+// The plug-in libraries of whoever runs this process: where the user's preferences say that they are, and a binding of
+// them to the open deck.
 
 #include "physics/plugins/host/host.h"
 #include "physics/plugins/plugin_binding.h"
-#include "physics/plugins/plugin_library_search.h"
 
 namespace NBrenmark {
 
-/// Where the user's preferences say that libraries are.
 SPluginFolders userPluginFolders();
 
 /// Whether the environment forbids to bind any (BRENMARK_NO_PLUGINS, set to something).
@@ -25,14 +24,5 @@ private:
     NApiCore::CPluginHost host;
     CPluginBinding binding;
 };
-
-struct SUserLibrary
-{
-    QString path;      ///< empty if there is none
-    std::string words; ///< for a person: where it is, or where it isn't
-};
-
-/// The library of a name out of a deck. It isn't loaded.
-SUserLibrary userLibrary(const SPluginKind& kind, const QString& name);
 
 } // namespace NBrenmark

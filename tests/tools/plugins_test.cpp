@@ -143,7 +143,12 @@ TEST(PlugInsOfADeck, areLoadedByAConversionAlone)
     EXPECT_EQ(user.run({"convert", user.deck, target}).exitCode, -6);
     EXPECT_EQ(user.run({"convert", "--force", "--no-plugins", user.deck, target}).exitCode, 0);
     for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
-             {"check", user.deck}, {"dump", user.deck}, {"verify", user.deck, target + ".dem"}, {"info", user.deck}})
+             {"convert", "--no-plugins", user.deck, "-o", argument(user.home.path("all"))},
+             {"convert", "--dry-run", user.deck, "-o", argument(user.home.path("none"))},
+             {"check", user.deck},
+             {"dump", user.deck},
+             {"verify", user.deck, target + ".dem"},
+             {"info", user.deck}})
         EXPECT_EQ(user.run(command).exitCode, 0) << command[0];
     const Json info = Json::parse(user.run({"info", "--json", user.deck}).output);
     EXPECT_EQ(info["physics"]["sphereSphereModels"][1]["library"], library);

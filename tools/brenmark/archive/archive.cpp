@@ -25,6 +25,7 @@ std::vector<std::string> optionWords(const SArchiveOptions& options)
     add(options.strict, "--strict");
     add(options.verify, "--verify");
     add(options.ignoreCompanions, "--ignore-companions");
+    add(!options.bindPlugins, "--no-plugins");
     add(options.digest, "--digest");
     add(options.jobs > 0, "-j " + std::to_string(options.jobs));
     add(options.threads > 0, "--threads " + std::to_string(options.threads));

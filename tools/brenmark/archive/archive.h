@@ -22,6 +22,7 @@ struct SArchiveOptions
     bool strict = false;
     bool verify = false;
     bool ignoreCompanions = false;
+    bool bindPlugins = true;
     bool digest = false;
     bool dryRun = false;
     bool quiet = false;

@@ -59,6 +59,7 @@ EExitCode CArchiveLine::run(const SConvertOptions& convert, const std::vector<st
     options.strict = convert.strict;
     options.verify = convert.verify;
     options.ignoreCompanions = convert.ignoreCompanions;
+    options.bindPlugins = convert.bindPlugins;
     options.digest = convert.digest;
     options.dryRun = convert.dryRun;
     options.quiet = convert.quiet;

@@ -192,6 +192,7 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
     add(options.strict, "--strict");
     add(options.verify, "--verify");
     add(options.ignoreCompanions, "--ignore-companions");
+    add(!options.bindPlugins, "--no-plugins");
     add(options.digest, "--digest");
     add(!options.page.empty(), "--facts");
     // The last decks have the cores to themselves.

@@ -98,6 +98,7 @@ Json deckFacts(const SConvertOptions& options, const QString& target, const SCon
     add(options.digest, "--digest");
     add(options.facts || !options.page.empty(), "--report");
     add(options.ignoreCompanions, "--ignore-companions");
+    add(!options.bindPlugins, "--no-plugins");
     facts["options"] = words;
     if (result.verification) {
         const SVerification& verification = *result.verification;

@@ -41,9 +41,10 @@ std::unique_ptr<IPluginContactModelWrapper> bindContactModel(std::unique_ptr<QLi
 {
     const VersionRow* const row = versionRow(contactVersions(), version);
     if (row == nullptr) {
-        tellUnsupportedVersion(version, QString("The contact model interface version is not supported,\nthe contact "
-                                                "model must use interface version %1")
-                                            .arg(versionText(contactVersions().back().version)));
+        tellUnsupportedVersion(version, name,
+                               QString("The contact model interface version is not supported,\nthe contact "
+                                       "model must use interface version %1")
+                                   .arg(versionText(contactVersions().back().version)));
         return nullptr;
     }
     std::unique_ptr<IPluginContactModelWrapper> wrapper = row->make(modelType);

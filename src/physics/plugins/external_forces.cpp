@@ -36,7 +36,7 @@ std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<Q
 {
     const ForceVersionRow* const row = versionRow(forceVersions(), version);
     if (row == nullptr) {
-        tellUnsupportedVersion(version, QString());
+        tellUnsupportedVersion(version, name, QString());
         return nullptr;
     }
     std::unique_ptr<IPluginExternalForceWrapper> wrapper = row->make();

@@ -4,6 +4,7 @@
 
 #include "core/shortened.h"
 #include "core/version.h"
+#include "platform/plugin_library.h"
 
 #include <brenmark/plugin/exports.h>
 
@@ -15,6 +16,20 @@ namespace NBrenmark {
 
 static QString pluginText(const char* text) { return QCoreApplication::translate("Plugins", text); }
 
+QString loadFault(QLibrary& library)
+{
+    const QString path = library.fileName();
+    if (!QFileInfo(path).isFile()) // the loader waits for ever at a pipe of that name
+        return QString("Cannot load library %1: it isn't a file").arg(path);
+    if (isLibraryCutShort(path))
+        return QString("Cannot load library %1: the file is cut short").arg(path);
+    library.setLoadHints(QLibrary::ResolveAllSymbolsHint); // what is missing shows now, and not in the middle of a call
+    CPluginErrors errors;
+    if (errors.guarded(false, [&] { return library.load(); }))
+        return QString();
+    return library.errorString();
+}
+
 SLoadedLibrary loadPluginFile(const SPluginKind& kind, const QString& path)
 {
     SLoadedLibrary loaded;
@@ -22,19 +37,16 @@ SLoadedLibrary loadPluginFile(const SPluginKind& kind, const QString& path)
         tellPluginError(pluginTitle, text);
         return SLoadedLibrary();
     };
-    // The loader waits for ever at a pipe of that name.
-    if (!QFileInfo(path).isFile())
-        return failed(pluginText("Could not load plugin file:\n    %1").arg(path));
     auto library = std::make_unique<QLibrary>(path);
-    library->setLoadHints(
-        QLibrary::ResolveAllSymbolsHint); // what is missing shows now, and not in the middle of a call
-    CPluginErrors errors;
-    if (!errors.guarded(false, [&] { return library->load(); }))
-        return failed(pluginText("Could not load plugin file:\n    %1").arg(path));
+    if (const QString fault = loadFault(*library); !fault.isEmpty()) {
+        failed(pluginText("Could not load plugin file:\n    %1").arg(path));
+        return failed(fault);
+    }
     const auto version = resolved<NApiCore::GetInterfaceVersion>(*library, kind.versionExport);
     if (version == nullptr)
         return failed(
             pluginText("Could not locate method:\n    %1\nIn plugin file:\n    %2").arg(kind.versionExport, path));
+    CPluginErrors errors;
     loaded.version = errors.guarded(0u, version);
     loaded.library = std::move(library);
     return loaded;
@@ -62,13 +74,14 @@ SLoadedLibrary loadPluginLibrary(const CPluginBinding& binding, const SPluginKin
     return {};
 }
 
-void tellUnsupportedVersion(quint32 version, const QString& further)
+void tellUnsupportedVersion(quint32 version, const QString& name, const QString& further)
 {
-    tellPluginError(pluginTitle,
+    const std::string title = pluginTitle + (" (" + name.toStdString()) + ')';
+    tellPluginError(title,
                     pluginText("The library interface version (%1) is not supported by this release.")
                         .arg(QString("%1.%2.%3").arg(version >> 16).arg((version >> 8) & 0xFFu).arg(version & 0xFFu)));
     if (!further.isEmpty())
-        tellPluginError(pluginTitle, further);
+        tellPluginError(title, further);
 }
 
 } // namespace NBrenmark

@@ -77,13 +77,14 @@ static const char* const valued =
 #define FORCE_TITLE "ERROR External Force Plugin (Mine): "
 #define FORCE "Mine - Particle Body Force\n"
 #define FACTORY_TITLE "ERROR Factory Plugin (Feed): "
-#define UNSUPPORTED(version)                                                                                           \
-    "ERROR Plugins: The library interface version (" version ") is not supported by this release.\n"
+#define UNSUPPORTED(name, version)                                                                                     \
+    "ERROR Plugins (" name "): The library interface version (" version ") is not supported by this release.\n"
 #define MODEL_NEEDS                                                                                                    \
-    "ERROR Plugins: The contact model interface version is not supported,\nthe contact model must use interface "      \
+    "ERROR Plugins (Mine): The contact model interface version is not supported,\nthe contact model must use "         \
+    "interface "                                                                                                       \
     "version 2.5.0\n"
 #define FACTORY_NEEDS                                                                                                  \
-    "ERROR Plugins: The plugin factory interface version is not supported,\nthe external factory must use "            \
+    "ERROR Plugins (Feed): The plugin factory interface version is not supported,\nthe external factory must use "     \
     "interface version 2.1.0\n"
 #define NO_VERSION(name) "ERROR Plugins: Could not locate method:\n    " name "\nIn plugin file:\n    FILE\n"
 
@@ -151,12 +152,12 @@ static const SBindCase bindCases[] = {
     {"factory_210_fault_3", "not bound",
      FACTORY_TITLE "Plugin factories setup() method return failure.\nERROR Preference File Error: line 3 isn't a "
                    "number\n"},
-    {"model_reports_2_6_0", "not bound", UNSUPPORTED("2.6.0") MODEL_NEEDS},
-    {"model_reports_1_0_1", "not bound", UNSUPPORTED("1.0.1") MODEL_NEEDS},
-    {"force_reports_2_5_0", "not bound", UNSUPPORTED("2.5.0")},
-    {"force_reports_1_0_1", "not bound", UNSUPPORTED("1.0.1")},
-    {"factory_reports_1_1_0", "not bound", UNSUPPORTED("1.1.0") FACTORY_NEEDS},
-    {"factory_reports_2_6_0", "not bound", UNSUPPORTED("2.6.0") FACTORY_NEEDS},
+    {"model_reports_2_6_0", "not bound", UNSUPPORTED("Mine", "2.6.0") MODEL_NEEDS},
+    {"model_reports_1_0_1", "not bound", UNSUPPORTED("Mine", "1.0.1") MODEL_NEEDS},
+    {"force_reports_2_5_0", "not bound", UNSUPPORTED("Mine", "2.5.0")},
+    {"force_reports_1_0_1", "not bound", UNSUPPORTED("Mine", "1.0.1")},
+    {"factory_reports_1_1_0", "not bound", UNSUPPORTED("Feed", "1.1.0") FACTORY_NEEDS},
+    {"factory_reports_2_6_0", "not bound", UNSUPPORTED("Feed", "2.6.0") FACTORY_NEEDS},
 };
 
 TEST(PlugIns, areBoundByTheExactVersionOrSayWhyNot)
@@ -197,6 +198,9 @@ TEST(PlugIns, areSoughtInTwoFoldersAndNowhereElse)
 
     // What is there and is no library, and names that lead elsewhere.
     folders.folder.write("user/Text.so", "not a library");
+    QFile whole(QString::fromStdString(testPlugin("model_210")));
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    folders.folder.write("user/Cut.so", whole.read(3000));
     ASSERT_EQ(mkfifo(QFile::encodeName(folders.folder.path("user/Pipe.so")).constData(), 0600), 0);
     folders.put("model_210", "elsewhere/Mine.so");
     for (const char* target : {"Outside", "documents/Inside"})
@@ -204,13 +208,14 @@ TEST(PlugIns, areSoughtInTwoFoldersAndNowhereElse)
                                                                          : "documents/ContactModels/Mine.so"),
                     folders.folder.path("user/" + QFileInfo(target).fileName() + ".so"));
     EXPECT_EQ(needs("Inside"), particles) << "a link from one folder to the other";
-    for (const char* name :
-         {"Text", "Pipe", "Outside", "../elsewhere/Mine", "..", "sub\\Mine", "", "a\nb", "a\x7f", "Missing/Mine"})
+    for (const char* name : {"Text", "Cut", "Pipe", "Outside", "../elsewhere/Mine", "..", "sub\\Mine", "", "a\nb",
+                             "a\x7f", "Missing/Mine"})
         EXPECT_EQ(needs(name), "not bound") << name;
     EXPECT_EQ(createContactModel(QString("Mine") + QChar(0) + "x", eSphereSphereModel, 1), nullptr);
-    for (const char* part : {"Text.so\n", "Pipe.so\n", "\"Outside\": it leads to ",
-                             "\"../elsewhere/Mine\": it holds a sep", "\"sub\\Mine\": it holds a sep",
-                             "\"..\": it holds two dots", "\"\": it is empty", "\"a\nb\": it holds a control"})
+    for (const char* part :
+         {"Text.so\n", "Text.so: file too short", "Cut.so: the file is cut short", "Pipe.so\n",
+          "\"Outside\": it leads to ", "\"../elsewhere/Mine\": it holds a sep", "\"sub\\Mine\": it holds a sep",
+          "\"..\": it holds two dots", "\"\": it is empty", "\"a\nb\": it holds a control"})
         EXPECT_THAT(log.text(), HasSubstr(part));
 }
 

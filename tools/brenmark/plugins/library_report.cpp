@@ -103,8 +103,8 @@ Json reportOf(const QString& path)
 {
     Json report{{"path", utf8(path)}, {"plugins", Json::array()}, {"reason", Json()}};
     QLibrary library(path);
-    if (!library.load()) {
-        report["reason"] = "can't be loaded: " + utf8(library.errorString());
+    if (const QString fault = loadFault(library); !fault.isEmpty()) {
+        report["reason"] = "can't be loaded: " + utf8(fault);
         return report;
     }
     const CUserPlugins binding;

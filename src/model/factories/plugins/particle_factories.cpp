@@ -35,9 +35,10 @@ std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_p
 {
     const FactoryVersionRow* const row = versionRow(factoryVersions(), version);
     if (row == nullptr) {
-        tellUnsupportedVersion(version, QString("The plugin factory interface version is not supported,\nthe external "
-                                                "factory must use interface version %1")
-                                            .arg(versionText(factoryVersions().back().version)));
+        tellUnsupportedVersion(version, name,
+                               QString("The plugin factory interface version is not supported,\nthe external "
+                                       "factory must use interface version %1")
+                                   .arg(versionText(factoryVersions().back().version)));
         return nullptr;
     }
     std::unique_ptr<IPluginParticleFactoryWrapper> wrapper = row->make();

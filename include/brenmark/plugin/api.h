@@ -31,7 +31,7 @@ public:
     virtual void getVersion(unsigned int& major, unsigned int& minor) const = 0;
     /// An EApi.
     virtual unsigned int getIdentifier() const = 0;
-    /// Whether there is something to work on now: no simulation, no data.
+    /// Whether there is something to work on: a deck is open, and a timestep of it is loaded.
     virtual bool isAvailable() const = 0;
 };
 

@@ -52,7 +52,7 @@ public:
 
     // Parameters: each operation takes an object, or asks for one of the kind of that word. A parameter
     // that is of the kind already stays, with its data. The operations are virtual because a factory
-    // from a plug-in answers some of them by itself.
+    // from a plug-in may answer some of them by itself.
     virtual void clearSizes();
     virtual void setVelocity(std::unique_ptr<IFactoryVelocity> param);
     virtual void setVelocityKind(const QString& word);

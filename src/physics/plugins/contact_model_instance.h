@@ -37,10 +37,7 @@ public:
     void beginStep(const std::vector<CCustomPropertyData*>& /*particles*/) override
     {
         if (instance.isMade())
-            errors.guarded(false, [this] {
-                TCalls::beginStep(*instance.plugin, *instance.host, instance.stepData);
-                return true;
-            });
+            errors.attempt([this] { TCalls::beginStep(*instance.plugin, *instance.host, instance.stepData); });
     }
     bool starting(quint32 threadCount) override
     {
@@ -48,17 +45,14 @@ public:
             return TCalls::starting(*instance.plugin, instance.manager(), threadCount);
         });
         if (!isReady)
-            errors.tell(
+            errors.report(
                 text("%1 - %2 Contact Model\nPlugin indicated it is not ready to start processing at this time."));
         return isReady;
     }
     void stopping() override
     {
         if (instance.isMade())
-            errors.guarded(false, [this] {
-                instance.plugin->stopping(instance.manager());
-                return true;
-            });
+            errors.attempt([this] { instance.plugin->stopping(instance.manager()); });
     }
     bool calculateForce(NBrenmark::SContact& contact) override
     {
@@ -75,7 +69,7 @@ public:
             apiLock.unlock();
         if (result == NApiCore::eOk)
             call.giveBack(contact);
-        return tellResult(result);
+        return reportResult(result);
     }
 
 private:

@@ -11,7 +11,7 @@ bool CPluginContactModelWrapper_V1_0_0::setupPlugin(std::unique_ptr<QLibrary> lo
     preferenceFile = paddedPreferenceFile(*library(), "GETCMPREFERENCEFILE", contactModelPlugins, errors);
     calculate = resolved<CalculateForce>(*library(), "CALCULATEFORCE");
     if (calculate == nullptr)
-        tellUnresolved("CALCULATEFORCE", errors);
+        reportUnresolved("CALCULATEFORCE", errors);
     return calculate != nullptr;
 }
 
@@ -33,10 +33,10 @@ bool CPluginContactModelWrapper_V1_0_0::calculateForce(NBrenmark::SContact& cont
     const int error = errors.guarded(-1, calculated);
     apiLock.unlock();
     if (error == noPreferenceFile)
-        errors.tell(QString("Couldn't find preferences file for external contact model, please place in:\n%1")
-                        .arg(QString::fromStdString(preferenceFile)));
+        errors.report(QString("Couldn't find preferences file for external contact model, please place in:\n%1")
+                          .arg(QString::fromStdString(preferenceFile)));
     else if (error != 0)
-        errors.tell(QString("Contact model returned error number %1").arg(error));
+        errors.report(QString("Contact model returned error number %1").arg(error));
     else
         call.giveBack(contact);
     return error == 0;

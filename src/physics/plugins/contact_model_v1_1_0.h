@@ -30,7 +30,7 @@ public:
     }
     bool starting(quint32 /*threadCount*/) override
     {
-        properties.tellIndices(errors);
+        properties.registerIndices(errors);
         return true;
     }
 

@@ -24,13 +24,13 @@ void IPluginContactModelWrapper::takeLibrary(std::unique_ptr<QLibrary> loaded, c
     errors.setTitle(QString("%1 Contact Model Plugin (%2)").arg(label(), modelName()));
 }
 
-bool IPluginContactModelWrapper::tellResult(int result)
+bool IPluginContactModelWrapper::reportResult(int result)
 {
     if (result == NApiCore::eRecoverable)
-        errors.tell(QString("%1 - %2 Contact Model\ncalculateForce() method returned a recoverable error.")
-                        .arg(label(), modelName()));
+        errors.report(QString("%1 - %2 Contact Model\ncalculateForce() method returned a recoverable error.")
+                          .arg(label(), modelName()));
     else if (result != NApiCore::eOk)
-        errors.tellAlso(
+        errors.reportAlways(
             QString("%1 - %2 Contact Model\ncalculateForce() method returned a fatal error.\nProcessing will halt.")
                 .arg(label(), modelName()));
     return result == NApiCore::eOk || result == NApiCore::eRecoverable;

@@ -40,8 +40,8 @@ protected:
     void takeLibrary(std::unique_ptr<QLibrary> loaded, const std::string& pluginName);
     /// "Sphere To Sphere", "Sphere To Geometry".
     QString label() const;
-    /// Tells a failure of the work call. \return whether the solver goes on
-    bool tellResult(int result);
+    /// Reports a failure of the work call. \return whether the solver goes on
+    bool reportResult(int result);
 
     std::unique_ptr<QLibrary> boundLibrary;
     std::string name;           ///< base name of the file

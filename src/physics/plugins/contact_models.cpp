@@ -7,7 +7,6 @@
 #include "physics/plugins/contact_model_v2_2_0.h"
 #include "physics/plugins/contact_model_v2_3_0.h"
 #include "physics/plugins/contact_model_v2_5_0.h"
-#include "physics/plugins/plugin_library.h"
 
 namespace NBrenmark::NApiCm {
 
@@ -36,30 +35,25 @@ static const std::vector<VersionRow>& contactVersions()
     return rows;
 }
 
-std::unique_ptr<IPluginContactModelWrapper> bindContactModel(std::unique_ptr<QLibrary> library, quint32 version,
-                                                             const QString& name, quint32 modelType)
+std::unique_ptr<IPluginContactModelWrapper> bindContactModel(SLoadedLibrary loaded, const QString& name,
+                                                             quint32 modelType)
 {
-    const VersionRow* const row = versionRow(contactVersions(), version);
+    const VersionRow* const row = versionRow(contactVersions(), loaded.version);
     if (row == nullptr) {
-        tellUnsupportedVersion(version, name,
-                               QString("The contact model interface version is not supported,\nthe contact "
-                                       "model must use interface version %1")
-                                   .arg(versionText(contactVersions().back().version)));
+        reportUnsupportedVersion(loaded.version, name,
+                                 QString("The contact model interface version is not supported,\nthe contact "
+                                         "model must use interface version %1")
+                                     .arg(versionText(contactVersions().back().version)));
         return nullptr;
     }
     std::unique_ptr<IPluginContactModelWrapper> wrapper = row->make(modelType);
-    return wrapper->setupPlugin(std::move(library), name.toStdString()) ? std::move(wrapper) : nullptr;
+    return wrapper->setupPlugin(std::move(loaded.library), name.toStdString()) ? std::move(wrapper) : nullptr;
 }
 
 std::unique_ptr<IPluginContactModelWrapper> bindContactModel(const QString& name, quint32 modelType)
 {
-    const CPluginBinding* const binding = CPluginBinding::current();
-    if (binding == nullptr)
-        return nullptr;
-    SLoadedLibrary loaded = loadPluginLibrary(*binding, contactModelPlugins, name);
-    if (loaded.library == nullptr)
-        return nullptr;
-    return bindContactModel(std::move(loaded.library), loaded.version, name, modelType);
+    SLoadedLibrary loaded = loadPluginLibrary(contactModelPlugins, name);
+    return loaded.library != nullptr ? bindContactModel(std::move(loaded), name, modelType) : nullptr;
 }
 
 } // namespace NBrenmark::NApiCm

@@ -2,6 +2,7 @@
 // Binds contact models of customers' libraries.
 
 #include "physics/plugins/contact_model_wrapper.h"
+#include "physics/plugins/plugin_library.h"
 
 namespace NBrenmark::NApiCm {
 
@@ -10,7 +11,7 @@ namespace NBrenmark::NApiCm {
 /// \param modelType  EContactModelType
 std::unique_ptr<IPluginContactModelWrapper> bindContactModel(const QString& name, quint32 modelType);
 /// The same of a loaded library.
-std::unique_ptr<IPluginContactModelWrapper> bindContactModel(std::unique_ptr<QLibrary> library, quint32 version,
-                                                             const QString& name, quint32 modelType);
+std::unique_ptr<IPluginContactModelWrapper> bindContactModel(SLoadedLibrary loaded, const QString& name,
+                                                             quint32 modelType);
 
 } // namespace NBrenmark::NApiCm

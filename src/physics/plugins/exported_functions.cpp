@@ -10,18 +10,15 @@ std::string paddedPreferenceFile(QLibrary& library, const char* exportName, cons
     if (getName == nullptr || binding == nullptr)
         return std::string();
     std::string name(NApiCore::paddedFileNameSize, ' ');
-    errors.guarded(false, [&] {
-        getName(name.data());
-        return true;
-    });
+    errors.attempt([&] { getName(name.data()); });
     name.resize(name.find_last_not_of(' ') + 1);
     name.resize(std::min(name.size(), name.find('\0'))); // a library may end it as C does
     return name.empty() ? name : preferenceFolder(binding->folders, kind).toStdString() + name;
 }
 
-void tellUnresolved(const char* exportName, CPluginErrors& errors)
+void reportUnresolved(const char* exportName, CPluginErrors& errors)
 {
-    errors.tell(QString("Cannot resolve function: %1").arg(exportName));
+    errors.report(QString("Cannot resolve function: %1").arg(exportName));
 }
 
 bool CPropertyExports::resolve(QLibrary& library, CPluginErrors& errors)
@@ -33,7 +30,7 @@ bool CPropertyExports::resolve(QLibrary& library, CPluginErrors& errors)
         function = resolved<std::decay_t<decltype(function)>>(library, exportName);
         if (function != nullptr)
             return;
-        tellUnresolved(exportName, errors);
+        reportUnresolved(exportName, errors);
         all = false;
     };
     find(registerProperty, "REGISTERNEWPARTICLEPROPERTY");
@@ -67,7 +64,7 @@ RequiredProperties CPropertyExports::requiredProperties(unsigned int ownerType, 
     return properties.of(ownerType, count, ask, errors);
 }
 
-void CPropertyExports::tellIndices(CPluginErrors& errors)
+void CPropertyExports::registerIndices(CPluginErrors& errors)
 {
     const std::unique_ptr<NApiCore::IApi> api =
         host != nullptr ? host->createApi(NApiCore::eParticleProperties, 1, 0) : nullptr;
@@ -79,10 +76,7 @@ void CPropertyExports::tellIndices(CPluginErrors& errors)
         if (index < 0)
             continue;
         const auto unsignedIndex = static_cast<unsigned int>(index);
-        errors.guarded(false, [&] {
-            registerProperty(property->name.c_str(), &unsignedIndex);
-            return true;
-        });
+        errors.attempt([&] { registerProperty(property->name.c_str(), &unsignedIndex); });
     }
 }
 

@@ -15,8 +15,8 @@ namespace NBrenmark {
 std::string paddedPreferenceFile(QLibrary& library, const char* exportName, const SPluginKind& kind,
                                  CPluginErrors& errors);
 
-/// Tells a function that a library must export and doesn't.
-void tellUnresolved(const char* exportName, CPluginErrors& errors);
+/// Reports a function that a library must export and doesn't.
+void reportUnresolved(const char* exportName, CPluginErrors& errors);
 
 /// The exports for custom properties, which are those of particles.
 class CPropertyExports
@@ -27,7 +27,7 @@ public:
     void clear();
     RequiredProperties requiredProperties(unsigned int ownerType, CPluginErrors& errors);
     /// Tells the library where its properties are among those of the open deck.
-    void tellIndices(CPluginErrors& errors);
+    void registerIndices(CPluginErrors& errors);
 
     IPluginHost* host = nullptr; ///< gives the values; not owned, null before resolve
 

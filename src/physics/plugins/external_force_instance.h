@@ -34,10 +34,7 @@ public:
     void beginStep() override
     {
         if (instance.isMade())
-            errors.guarded(false, [this] {
-                TCalls::beginStep(*instance.plugin, *instance.host, instance.stepData);
-                return true;
-            });
+            errors.attempt([this] { TCalls::beginStep(*instance.plugin, *instance.host, instance.stepData); });
     }
     bool starting() override
     {
@@ -45,17 +42,14 @@ public:
             return TCalls::starting(*instance.plugin, instance.manager(), 1);
         });
         if (!isReady)
-            errors.tell(
+            errors.report(
                 text("%1 - Particle Body Force\nPlugin indicated it is not ready to start processing at this time."));
         return isReady;
     }
     void stopping() override
     {
         if (instance.isMade())
-            errors.guarded(false, [this] {
-                instance.plugin->stopping(instance.manager());
-                return true;
-            });
+            errors.attempt([this] { instance.plugin->stopping(instance.manager()); });
     }
     bool calculateForce(SParticleForce& particle) override
     {
@@ -72,7 +66,7 @@ public:
             apiLock.unlock();
         if (result == NApiCore::eOk)
             call.giveBack(particle);
-        return tellResult(result);
+        return reportResult(result);
     }
 
 private:

@@ -10,7 +10,7 @@ bool CPluginExternalForceWrapper_V1_0_0::setupPlugin(std::unique_ptr<QLibrary> l
     preferenceFile = paddedPreferenceFile(*library(), "GETEFPREFERENCEFILE", externalForcePlugins, errors);
     externalForce = resolved<ExternalForce>(*library(), "EXTERNALFORCE");
     if (externalForce == nullptr)
-        tellUnresolved("EXTERNALFORCE", errors);
+        reportUnresolved("EXTERNALFORCE", errors);
     return externalForce != nullptr;
 }
 
@@ -32,10 +32,10 @@ bool CPluginExternalForceWrapper_V1_0_0::calculateForce(SParticleForce& particle
     const int error = errors.guarded(-1, calculated);
     apiLock.unlock();
     if (error == noPreferenceFile)
-        errors.tell(QString("Couldn't find preferences file for external force library, please place in:\n%1")
-                        .arg(QString::fromStdString(preferenceFile)));
+        errors.report(QString("Couldn't find preferences file for external force library, please place in:\n%1")
+                          .arg(QString::fromStdString(preferenceFile)));
     else if (error != 0)
-        errors.tell(QString("External force library returned error number %1").arg(error));
+        errors.report(QString("External force library returned error number %1").arg(error));
     else
         call.giveBack(particle);
     return error == 0;

@@ -28,7 +28,7 @@ public:
     }
     bool starting() override
     {
-        properties.tellIndices(errors);
+        properties.registerIndices(errors);
         return true;
     }
 

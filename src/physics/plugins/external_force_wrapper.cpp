@@ -13,13 +13,13 @@ void IPluginExternalForceWrapper::takeLibrary(std::unique_ptr<QLibrary> loaded, 
     errors.setTitle(QString("External Force Plugin (%1)").arg(modelName()));
 }
 
-bool IPluginExternalForceWrapper::tellResult(int result)
+bool IPluginExternalForceWrapper::reportResult(int result)
 {
     if (result == NApiCore::eRecoverable)
-        errors.tell(
+        errors.report(
             QString("%1 - Particle Body Force\nexternalForce() method returned a recoverable error.").arg(modelName()));
     else if (result != NApiCore::eOk)
-        errors.tellAlso(
+        errors.reportAlways(
             QString("%1 - Particle Body Force\nexternalForce() method returned a fatal error.\nProcessing will halt.")
                 .arg(modelName()));
     return result == NApiCore::eOk || result == NApiCore::eRecoverable;

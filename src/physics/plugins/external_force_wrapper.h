@@ -33,8 +33,8 @@ public:
 
 protected:
     void takeLibrary(std::unique_ptr<QLibrary> loaded, const std::string& pluginName);
-    /// Tells a failure of the work call. \return whether the solver goes on
-    bool tellResult(int result);
+    /// Reports a failure of the work call. \return whether the solver goes on
+    bool reportResult(int result);
 
     std::unique_ptr<QLibrary> boundLibrary;
     std::string name;           ///< base name of the file

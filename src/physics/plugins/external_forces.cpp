@@ -7,7 +7,6 @@
 #include "physics/plugins/external_force_v2_1_0.h"
 #include "physics/plugins/external_force_v2_2_0.h"
 #include "physics/plugins/external_force_v2_4_0.h"
-#include "physics/plugins/plugin_library.h"
 
 namespace NBrenmark::NApiPbf {
 
@@ -31,27 +30,21 @@ static const std::vector<ForceVersionRow>& forceVersions()
     return rows;
 }
 
-std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<QLibrary> library, quint32 version,
-                                                               const QString& name)
+std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(SLoadedLibrary loaded, const QString& name)
 {
-    const ForceVersionRow* const row = versionRow(forceVersions(), version);
+    const ForceVersionRow* const row = versionRow(forceVersions(), loaded.version);
     if (row == nullptr) {
-        tellUnsupportedVersion(version, name, QString());
+        reportUnsupportedVersion(loaded.version, name, QString());
         return nullptr;
     }
     std::unique_ptr<IPluginExternalForceWrapper> wrapper = row->make();
-    return wrapper->setupPlugin(std::move(library), name.toStdString()) ? std::move(wrapper) : nullptr;
+    return wrapper->setupPlugin(std::move(loaded.library), name.toStdString()) ? std::move(wrapper) : nullptr;
 }
 
 std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(const QString& name)
 {
-    const CPluginBinding* const binding = CPluginBinding::current();
-    if (binding == nullptr)
-        return nullptr;
-    SLoadedLibrary loaded = loadPluginLibrary(*binding, externalForcePlugins, name);
-    if (loaded.library == nullptr)
-        return nullptr;
-    return bindExternalForce(std::move(loaded.library), loaded.version, name);
+    SLoadedLibrary loaded = loadPluginLibrary(externalForcePlugins, name);
+    return loaded.library != nullptr ? bindExternalForce(std::move(loaded), name) : nullptr;
 }
 
 } // namespace NBrenmark::NApiPbf

@@ -2,6 +2,7 @@
 // Binds external forces of customers' libraries.
 
 #include "physics/plugins/external_force_wrapper.h"
+#include "physics/plugins/plugin_library.h"
 
 namespace NBrenmark::NApiPbf {
 
@@ -9,7 +10,6 @@ namespace NBrenmark::NApiPbf {
 /// loaded, while nothing is to be bound.
 std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(const QString& name);
 /// The same of a loaded library.
-std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(std::unique_ptr<QLibrary> library, quint32 version,
-                                                               const QString& name);
+std::unique_ptr<IPluginExternalForceWrapper> bindExternalForce(SLoadedLibrary loaded, const QString& name);
 
 } // namespace NBrenmark::NApiPbf

@@ -15,9 +15,9 @@ constexpr const char* pluginTitle = "Plugins";
 
 /// Hands an error about a plug-in to the log, once per deck: a deck may name a library many times. It has no cause, for
 /// the deck is read on, and what can't be bound is kept by its name.
-void tellPluginError(const std::string& title, const QString& text);
+void reportPluginError(const std::string& title, const QString& text);
 /// The same as a warning.
-void tellPluginWarning(const std::string& title, const QString& text);
+void reportPluginWarning(const std::string& title, const QString& text);
 
 /// What one plug-in has to say: the first failure reaches the log, what follows from it doesn't.
 class CPluginErrors
@@ -25,9 +25,9 @@ class CPluginErrors
 public:
     void setTitle(const QString& text) { title = text.toStdString(); }
     /// Says nothing if something was said before.
-    void tell(const QString& text);
+    void report(const QString& text);
     /// Says it in any case: what belongs to a text logged before, or ends a run.
-    void tellAlso(const QString& text) const { tellPluginError(title, text); }
+    void reportAlways(const QString& text) const { reportPluginError(title, text); }
     void reset() { errorReported = false; }
 
     /// What call gives, or failed if an exception leaves the library, which is logged.
@@ -38,12 +38,21 @@ public:
             return std::forward<TCall>(call)();
         }
         catch (const std::exception& thrown) {
-            tell(QStringLiteral("The plug-in threw an exception: ") + QString::fromUtf8(thrown.what()));
+            report(QStringLiteral("The plug-in threw an exception: ") + QString::fromUtf8(thrown.what()));
         }
         catch (...) { // it may throw anything
-            tell(QStringLiteral("The plug-in threw an exception."));
+            report(QStringLiteral("The plug-in threw an exception."));
         }
         return failed;
+    }
+    /// The same of a call that gives nothing.
+    template <class TCall>
+    void attempt(TCall&& call)
+    {
+        guarded(false, [&] {
+            call();
+            return true;
+        });
     }
 
 private:

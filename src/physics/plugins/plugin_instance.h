@@ -10,6 +10,12 @@
 
 namespace NBrenmark {
 
+/// Whether an interface class knows custom properties.
+template <class TPlugin, class = void>
+constexpr bool knowsCustomProperties = false;
+template <class TPlugin>
+constexpr bool knowsCustomProperties<TPlugin, std::void_t<decltype(&TPlugin::usesCustomProperties)>> = true;
+
 /// What a kind of plug-in calls its exports, and its texts. %1 is the export's name.
 struct SInstanceWords
 {
@@ -65,12 +71,12 @@ bool CPluginInstance<TPlugin, TCalls>::make(QLibrary& library, const QString& na
     for (const auto& [isThere, exportName] :
          {std::pair(getInstance != nullptr, words.getInstance), std::pair(giveBack != nullptr, words.releaseInstance)})
         if (!isThere) {
-            errors.tell(words.unresolved.arg(exportName));
+            errors.report(words.unresolved.arg(exportName));
             return false;
         }
     plugin = errors.guarded(static_cast<TPlugin*>(nullptr), getInstance);
     if (plugin == nullptr) {
-        errors.tellAlso(words.noInstance);
+        errors.reportAlways(words.noInstance);
         return false;
     }
     releaseInstance = giveBack;
@@ -103,18 +109,18 @@ bool CPluginInstance<TPlugin, TCalls>::setUp(const QString& name, const SInstanc
     host = binding != nullptr ? &binding->host : nullptr;
     apiManager = host != nullptr ? host->createApi(NApiCore::eApiManager, 1, 0) : nullptr;
     if (apiManager == nullptr) {
-        errors.tell(QString("Unable to create API Manager instance for Plugin (%1)").arg(name));
+        errors.report(QString("Unable to create API Manager instance for Plugin (%1)").arg(name));
         return false;
     }
     SPluginSetup setup{manager(), preferenceFile.c_str()};
     if (TCalls::setup(*plugin, setup))
         return true;
-    errors.tell(words.setupFailed);
+    errors.report(words.setupFailed);
     setup.errorText.back() = '\0';
     const QString reason =
         setup.errorText.front() != '\0' ? QString::fromUtf8(setup.errorText.data()) : words.setupReason;
     if (!reason.isEmpty())
-        tellPluginError("Preference File Error", reason);
+        reportPluginError("Preference File Error", reason);
     return false;
 }
 
@@ -123,10 +129,7 @@ void CPluginInstance<TPlugin, TCalls>::release()
 {
     if (plugin != nullptr) {
         CPluginErrors errors;
-        errors.guarded(false, [this] {
-            releaseInstance(plugin);
-            return true;
-        });
+        errors.attempt([this] { releaseInstance(plugin); });
     }
     plugin = nullptr;
     releaseInstance = nullptr;

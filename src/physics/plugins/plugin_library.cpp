@@ -34,7 +34,7 @@ SLoadedLibrary loadPluginFile(const SPluginKind& kind, const QString& path)
 {
     SLoadedLibrary loaded;
     const auto failed = [&](const QString& text) {
-        tellPluginError(pluginTitle, text);
+        reportPluginError(pluginTitle, text);
         return SLoadedLibrary();
     };
     auto library = std::make_unique<QLibrary>(path);
@@ -52,36 +52,39 @@ SLoadedLibrary loadPluginFile(const SPluginKind& kind, const QString& path)
     return loaded;
 }
 
-SLoadedLibrary loadPluginLibrary(const CPluginBinding& binding, const SPluginKind& kind, const QString& name)
+SLoadedLibrary loadPluginLibrary(const SPluginKind& kind, const QString& name)
 {
-    const SLibraryPlace place = findPluginLibrary(binding.folders, kind, name);
+    const CPluginBinding* const binding = CPluginBinding::current();
+    if (binding == nullptr)
+        return {};
+    const SLibraryPlace place = findPluginLibrary(binding->folders, kind, name);
     if (!place.path.isEmpty()) {
-        binding.hasLoaded = true;
+        binding->hasLoaded = true;
         return loadPluginFile(kind, place.path);
     }
     if (!place.fault.empty()) {
-        tellPluginWarning(pluginTitle, QString("No library is loaded for the %1 \"%2\": %3.")
-                                           .arg(kind.noun, QString::fromStdString(shortened(name)),
-                                                QString::fromStdString(place.fault)));
+        reportPluginWarning(pluginTitle, QString("No library is loaded for the %1 \"%2\": %3.")
+                                             .arg(kind.noun, QString::fromStdString(shortened(name)),
+                                                  QString::fromStdString(place.fault)));
         return {};
     }
     // Where the user may put it. A user without a folder of documents gets none: it would be anywhere.
-    if (!QDir::isRelativePath(binding.folders.preferences))
-        QDir(binding.folders.preferences).mkdir(kind.folder);
-    tellPluginWarning(
+    if (!QDir::isRelativePath(binding->folders.preferences))
+        QDir(binding->folders.preferences).mkdir(kind.folder);
+    reportPluginWarning(
         pluginTitle,
         pluginText("Plugin file does not exist:\n    %1").arg(QString::fromStdString(shortened(place.sought))));
     return {};
 }
 
-void tellUnsupportedVersion(quint32 version, const QString& name, const QString& further)
+void reportUnsupportedVersion(quint32 version, const QString& name, const QString& further)
 {
     const std::string title = pluginTitle + (" (" + name.toStdString()) + ')';
-    tellPluginError(title,
-                    pluginText("The library interface version (%1) is not supported by this release.")
-                        .arg(QString("%1.%2.%3").arg(version >> 16).arg((version >> 8) & 0xFFu).arg(version & 0xFFu)));
+    reportPluginError(
+        title, pluginText("The library interface version (%1) is not supported by this release.")
+                   .arg(QString("%1.%2.%3").arg(version >> 16).arg((version >> 8) & 0xFFu).arg(version & 0xFFu)));
     if (!further.isEmpty())
-        tellPluginError(title, further);
+        reportPluginError(title, further);
 }
 
 } // namespace NBrenmark

@@ -18,17 +18,17 @@ struct SLoadedLibrary
 };
 
 /// Finds and loads the library of a plug-in, and asks for its interface version. The folder of the kind is made if the
-/// library isn't in the user's, and there is one to make it in.
-SLoadedLibrary loadPluginLibrary(const CPluginBinding& binding, const SPluginKind& kind, const QString& name);
+/// library isn't in the user's, and there is one to make it in. While nothing is to be bound, nothing is sought.
+SLoadedLibrary loadPluginLibrary(const SPluginKind& kind, const QString& name);
 /// The same of a file.
 SLoadedLibrary loadPluginFile(const SPluginKind& kind, const QString& path);
 /// Loads a library, which runs code of it. \return why that can't be, in words of the loader's; empty if it is loaded
 QString loadFault(QLibrary& library);
 
-/// Tells that the interface version of a library isn't one of those that are known.
+/// Reports that the interface version of a library isn't one of those that are known.
 /// \param name     of the plug-in
 /// \param further  what else there is to say; may be empty
-void tellUnsupportedVersion(quint32 version, const QString& name, const QString& further);
+void reportUnsupportedVersion(quint32 version, const QString& name, const QString& further);
 
 /// One row of a kind's table of versions.
 template <class TWrapper, class... TArguments>

@@ -12,12 +12,6 @@
 
 namespace NBrenmark {
 
-/// Whether an interface class knows custom properties.
-template <class TPlugin, class = void>
-constexpr bool knowsCustomProperties = false;
-template <class TPlugin>
-constexpr bool knowsCustomProperties<TPlugin, std::void_t<decltype(&TPlugin::usesCustomProperties)>> = true;
-
 class CPluginProperties
 {
 public:

@@ -47,17 +47,15 @@ struct SBindableKind
 const SBindableKind bindableKinds[] = {
     {contactModelPlugins,
      [](SLoadedLibrary loaded, const QString& name) {
-         return propertiesOf(
-             NApiCm::bindContactModel(std::move(loaded.library), loaded.version, name, eSphereSphereModel));
+         return propertiesOf(NApiCm::bindContactModel(std::move(loaded), name, eSphereSphereModel));
      }},
     {externalForcePlugins,
      [](SLoadedLibrary loaded, const QString& name) {
-         return propertiesOf(NApiPbf::bindExternalForce(std::move(loaded.library), loaded.version, name));
+         return propertiesOf(NApiPbf::bindExternalForce(std::move(loaded), name));
      }},
     {particleFactoryPlugins,
      [](SLoadedLibrary loaded, const QString& name) {
-         return propertiesOf(
-             NApiFactory::bindParticleFactory(std::move(loaded.library), loaded.version, name, nullptr));
+         return propertiesOf(NApiFactory::bindParticleFactory(std::move(loaded), name, nullptr));
      }},
 };
 

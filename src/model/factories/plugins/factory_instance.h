@@ -32,16 +32,13 @@ public:
             return TCalls::starting(*instance.plugin, instance.manager(), 1);
         });
         if (!isReady)
-            errors.tell(QString("Plugin indicated it is not ready to start processing at this time."));
+            errors.report(QString("Plugin indicated it is not ready to start processing at this time."));
         return isReady;
     }
     void stopping() override
     {
         if (instance.isMade())
-            errors.guarded(false, [this] {
-                instance.plugin->stopping(instance.manager());
-                return true;
-            });
+            errors.attempt([this] { instance.plugin->stopping(instance.manager()); });
     }
     bool createParticle(double time, const CParticleTypes& types, SNewParticle& particle, bool& created) override
     {
@@ -56,9 +53,9 @@ public:
         if (!instance.isThreadSafe)
             apiLock.unlock();
         if (result == NApiCore::eRecoverable)
-            errors.tell(QString("Plugin factories createParticle() method returned a recoverable error."));
+            errors.report(QString("Plugin factories createParticle() method returned a recoverable error."));
         else if (result != NApiCore::eOk)
-            errors.tellAlso(
+            errors.reportAlways(
                 QString("Plugin factories createParticle() method returned a fatal error.\nProcessing will halt."));
         const bool isOfKnownType = result != NApiCore::eOk || checkType(types, particle, created);
         created = created && result == NApiCore::eOk && isOfKnownType;

@@ -13,7 +13,7 @@ bool CPluginParticleFactoryWrapper_V1_0_0::setupPlugin(std::unique_ptr<QLibrary>
     preferenceFile = paddedPreferenceFile(*library(), "GETFACTPREFERENCEFILE", particleFactoryPlugins, errors);
     create = resolved<CreateParticle>(*library(), "CREATEPARTICLE");
     if (create == nullptr)
-        tellUnresolved("CREATEPARTICLE", errors);
+        reportUnresolved("CREATEPARTICLE", errors);
     return create != nullptr;
 }
 
@@ -40,10 +40,10 @@ bool CPluginParticleFactoryWrapper_V1_0_0::createParticle(double time, const CPa
     const int error = errors.guarded(-1, [&] { return create(preferenceFile.c_str(), &time, &particle, &isCreated); });
     apiLock.unlock();
     if (error == noPreferenceFile)
-        errors.tell(QString("Couldn't find preferences file for plugin factory, please place in:\n%1")
-                        .arg(QString::fromStdString(preferenceFile)));
+        errors.report(QString("Couldn't find preferences file for plugin factory, please place in:\n%1")
+                          .arg(QString::fromStdString(preferenceFile)));
     else if (error != 0)
-        errors.tell(QString("Plugin Factory returned error number %1").arg(error));
+        errors.report(QString("Plugin Factory returned error number %1").arg(error));
     created = error == 0 && isCreated != 0 && checkType(types, particle, true);
     return error == 0 && (created || isCreated == 0);
 }

@@ -36,7 +36,7 @@ bool CPluginParticleFactoryWrapper::checkType(const CParticleTypes& types, SNewP
     const QString typeName = QString::fromUtf8(particle.typeName);
     const bool isThere = !created || types.find(typeName) != nullptr;
     if (!isThere)
-        errors.tell(QString("Plugin factory tried to create particle of type that did not exist (%1)").arg(typeName));
+        errors.report(QString("Plugin factory tried to create particle of type that did not exist (%1)").arg(typeName));
     return isThere;
 }
 

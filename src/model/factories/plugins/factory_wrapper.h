@@ -28,7 +28,7 @@ protected:
     void takeLibrary(std::unique_ptr<QLibrary> loaded, const QString& factoryName, CPluginParticleFactoryList* list);
     /// Binds a new factory to the same library. \return null, with the reason logged, if the library refuses
     std::unique_ptr<CParticleFactory> boundCopy(std::unique_ptr<CPluginParticleFactoryWrapper> copy) const;
-    /// Tells a particle of a type that isn't there. \return whether the type is there, or nothing was created
+    /// Reports a particle of a type that isn't there. \return whether the type is there, or nothing was created
     bool checkType(const CParticleTypes& types, SNewParticle& particle, bool created);
 
     std::unique_ptr<QLibrary> boundLibrary;

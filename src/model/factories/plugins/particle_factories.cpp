@@ -6,7 +6,6 @@
 #include "model/factories/plugins/factory_v1_0_0.h"
 #include "model/factories/plugins/factory_v2_0_0.h"
 #include "model/factories/plugins/factory_v2_1_0.h"
-#include "physics/plugins/plugin_library.h"
 
 namespace NBrenmark::NApiFactory {
 
@@ -29,33 +28,28 @@ static const std::vector<FactoryVersionRow>& factoryVersions()
     return rows;
 }
 
-std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_ptr<QLibrary> library, quint32 version,
-                                                                   const QString& name,
+std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(SLoadedLibrary loaded, const QString& name,
                                                                    CPluginParticleFactoryList* list)
 {
-    const FactoryVersionRow* const row = versionRow(factoryVersions(), version);
+    const FactoryVersionRow* const row = versionRow(factoryVersions(), loaded.version);
     if (row == nullptr) {
-        tellUnsupportedVersion(version, name,
-                               QString("The plugin factory interface version is not supported,\nthe external "
-                                       "factory must use interface version %1")
-                                   .arg(versionText(factoryVersions().back().version)));
+        reportUnsupportedVersion(loaded.version, name,
+                                 QString("The plugin factory interface version is not supported,\nthe external "
+                                         "factory must use interface version %1")
+                                     .arg(versionText(factoryVersions().back().version)));
         return nullptr;
     }
     std::unique_ptr<IPluginParticleFactoryWrapper> wrapper = row->make();
-    return wrapper->setupPlugin(std::move(library), name, list) ? std::move(wrapper) : nullptr;
+    return wrapper->setupPlugin(std::move(loaded.library), name, list) ? std::move(wrapper) : nullptr;
 }
 
 std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(const QString& libraryName, const QString& name,
                                                                    CPluginParticleFactoryList* list)
 {
-    const CPluginBinding* const binding = CPluginBinding::current();
-    if (binding == nullptr)
-        return nullptr;
-    SLoadedLibrary loaded = loadPluginLibrary(*binding, particleFactoryPlugins, libraryName);
+    SLoadedLibrary loaded = loadPluginLibrary(particleFactoryPlugins, libraryName);
     if (loaded.library == nullptr)
         return nullptr;
-    std::unique_ptr<IPluginParticleFactoryWrapper> factory =
-        bindParticleFactory(std::move(loaded.library), loaded.version, name, list);
+    std::unique_ptr<IPluginParticleFactoryWrapper> factory = bindParticleFactory(std::move(loaded), name, list);
     if (factory != nullptr)
         factory->libraryName = libraryName;
     return factory;

@@ -1,11 +1,11 @@
 #pragma once
 // Binds particle factories of customers' libraries.
 
+#include "physics/plugins/plugin_library.h"
+
 #include <QString>
 
 #include <memory>
-
-class QLibrary;
 
 namespace NBrenmark {
 
@@ -23,8 +23,7 @@ namespace NApiFactory {
 std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(const QString& libraryName, const QString& name,
                                                                    CPluginParticleFactoryList* list);
 /// The same of a loaded library.
-std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(std::unique_ptr<QLibrary> library, quint32 version,
-                                                                   const QString& name,
+std::unique_ptr<IPluginParticleFactoryWrapper> bindParticleFactory(SLoadedLibrary loaded, const QString& name,
                                                                    CPluginParticleFactoryList* list);
 
 /// Gives the factories of a list the custom properties of particles, for which each has a parameter.

@@ -134,67 +134,55 @@ TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
 
 /// The position of an operation in the table of its class, as the compiler calls it: pointers to virtual operations
 /// hold one more than their offset. The destructor is at 0, and takes two entries here.
-template <class TOperation>
-static std::size_t positionOf(TOperation operation)
+template <class TSignature, class TApi>
+static std::size_t at(TSignature TApi::*operation)
 {
     std::size_t offset = 0;
     std::memcpy(&offset, &operation, sizeof offset);
     return (offset - 1) / sizeof(void*) - 1;
 }
 
+// Those that plug-ins were compiled for.
 TEST(PlugInHost, hasItsOperationsAtTheirPositions)
 {
     using namespace NApiCore;
-    using Api = IApi;
     using Index = unsigned int;
     using Text = const char*;
-    const auto positions = [](auto... operations) { return std::vector<std::size_t>{positionOf(operations)...}; };
-    const auto from = [](std::size_t first, std::size_t last) {
-        std::vector<std::size_t> numbers;
-        for (; first <= last; ++first)
-            numbers.push_back(first);
-        return numbers;
-    };
-    EXPECT_EQ(positions(&Api::getVersion, &Api::getIdentifier, &Api::isAvailable), from(1, 3));
-    EXPECT_EQ(positions(&IApiManager_1_0::getApi, &IApiManager_1_0::releaseApi), from(4, 5));
     using Definitions = ICustomPropertyManagerApi_1_0;
-    using Details = SPropertyDetails;
-    EXPECT_EQ(positions(&Definitions::getPropertyCount, &Definitions::getPropertyIndex,
-                        static_cast<bool (Definitions::*)(Text, Details&) const>(&Definitions::getPropertyDetails),
-                        static_cast<bool (Definitions::*)(Index, Details&) const>(&Definitions::getPropertyDetails)),
-              from(4, 7));
     using Data = ICustomPropertyDataApi_1_0;
-    EXPECT_EQ(positions(&Data::getPropertyManager, static_cast<const double* (Data::*)(Text) const>(&Data::getValue),
-                        static_cast<const double* (Data::*)(Index) const>(&Data::getValue),
-                        static_cast<double* (Data::*)(Text) const>(&Data::getStagedValue),
-                        static_cast<double* (Data::*)(Index) const>(&Data::getStagedValue),
-                        static_cast<bool (Data::*)(Text) const>(&Data::canWriteProperty),
-                        static_cast<bool (Data::*)(Index) const>(&Data::canWriteProperty)),
-              from(4, 10));
-    EXPECT_EQ(positions(&IFieldApi_1_0::isScalar, &IFieldApi_1_0::getVector, &IFieldApi_1_0::getScalar), from(4, 6));
     using Fields = IFieldManagerApi_1_0;
-    EXPECT_EQ(positions(static_cast<IFieldApi_1_0* (Fields::*)(Index, Index, Index, Text) const>(&Fields::getField),
-                        static_cast<IFieldApi_1_0* (Fields::*)(Index, Index, Index, Index) const>(&Fields::getField)),
-              from(4, 5));
     using Particles = IParticleManagerApi_1_2;
-    EXPECT_EQ(positions(&Particles::isWritable, &Particles::setParticleScale, &Particles::getParticleScale,
-                        &Particles::getNumberOfParticles, &Particles::getSpherePositions,
-                        static_cast<bool (Particles::*)(Text, Text, Index, double)>(&Particles::setCustomProperty),
-                        static_cast<bool (Particles::*)(Text, Text, double)>(&Particles::setCustomPropertyAll),
-                        &Particles::getTypeIndex,
-                        static_cast<bool (Particles::*)(Text, Index, Index, double)>(&Particles::setCustomProperty),
-                        static_cast<bool (Particles::*)(Text, Index, double)>(&Particles::setCustomPropertyAll)),
-              from(4, 13));
     using Geometry = IGeometryManagerApi_1_1;
-    EXPECT_EQ(positions(static_cast<bool (Geometry::*)(Text, Text, double)>(&Geometry::setCustomProperty),
-                        static_cast<bool (Geometry::*)(Text, Index, double)>(&Geometry::setCustomProperty)),
-              from(4, 5));
     using Whole = ISimulationManagerApi_1_1;
-    EXPECT_EQ(positions(static_cast<bool (Whole::*)(Text, Index, double)>(&Whole::setCustomProperty),
-                        static_cast<bool (Whole::*)(Text, double)>(&Whole::setCustomPropertyAll),
-                        static_cast<bool (Whole::*)(Index, Index, double)>(&Whole::setCustomProperty),
-                        static_cast<bool (Whole::*)(Index, double)>(&Whole::setCustomPropertyAll)),
-              from(4, 7));
+    const std::vector<std::size_t> tables[] = {
+        {3, at(&IApi::getVersion), at(&IApi::getIdentifier), at(&IApi::isAvailable)},
+        {5, at(&IApiManager_1_0::getApi), at(&IApiManager_1_0::releaseApi)},
+        {7, at(&Definitions::getPropertyCount), at(&Definitions::getPropertyIndex),
+         at<bool(Text, SPropertyDetails&) const>(&Definitions::getPropertyDetails),
+         at<bool(Index, SPropertyDetails&) const>(&Definitions::getPropertyDetails)},
+        {10, at(&Data::getPropertyManager), at<const double*(Text) const>(&Data::getValue),
+         at<const double*(Index) const>(&Data::getValue), at<double*(Text) const>(&Data::getStagedValue),
+         at<double*(Index) const>(&Data::getStagedValue), at<bool(Text) const>(&Data::canWriteProperty),
+         at<bool(Index) const>(&Data::canWriteProperty)},
+        {6, at(&IFieldApi_1_0::isScalar), at(&IFieldApi_1_0::getVector), at(&IFieldApi_1_0::getScalar)},
+        {5, at<IFieldApi_1_0*(Index, Index, Index, Text) const>(&Fields::getField),
+         at<IFieldApi_1_0*(Index, Index, Index, Index) const>(&Fields::getField)},
+        {13, at(&Particles::isWritable), at(&Particles::setParticleScale), at(&Particles::getParticleScale),
+         at(&Particles::getNumberOfParticles), at(&Particles::getSpherePositions),
+         at<bool(Text, Text, Index, double)>(&Particles::setCustomProperty),
+         at<bool(Text, Text, double)>(&Particles::setCustomPropertyAll), at(&Particles::getTypeIndex),
+         at<bool(Text, Index, Index, double)>(&Particles::setCustomProperty),
+         at<bool(Text, Index, double)>(&Particles::setCustomPropertyAll)},
+        {5, at<bool(Text, Text, double)>(&Geometry::setCustomProperty),
+         at<bool(Text, Index, double)>(&Geometry::setCustomProperty)},
+        {7, at<bool(Text, Index, double)>(&Whole::setCustomProperty),
+         at<bool(Text, double)>(&Whole::setCustomPropertyAll),
+         at<bool(Index, Index, double)>(&Whole::setCustomProperty),
+         at<bool(Index, double)>(&Whole::setCustomPropertyAll)},
+    };
+    for (const std::vector<std::size_t>& table : tables) // the last position, then all in their order
+        for (std::size_t i = 1; i < table.size(); ++i)
+            EXPECT_EQ(table[i], table[0] + 1 + i - table.size()) << "table that ends at " << table[0];
 }
 
 } // namespace NBrenmark

@@ -10,24 +10,16 @@
 
 #include <cstdio>
 #include <initializer_list>
+#include <memory>
 #include <string>
 
 /// An object of an interface, which is given back at the end of its scope.
 template <class TInterface>
-class CBorrowed
+static std::shared_ptr<TInterface> borrow(IApiManager_1_0& manager, EApi identifier, unsigned int minor)
 {
-public:
-    CBorrowed(IApiManager_1_0& manager, unsigned int identifier, unsigned int major, unsigned int minor)
-        : manager(manager), api(static_cast<TInterface*>(manager.getApi(identifier, major, minor)))
-    {}
-    ~CBorrowed() { manager.releaseApi(api); }
-    TInterface* operator->() const { return api; }
-    explicit operator bool() const { return api != nullptr; }
-
-private:
-    IApiManager_1_0& manager;
-    TInterface* api;
-};
+    return {static_cast<TInterface*>(manager.getApi(identifier, 1, minor)),
+            [&manager](TInterface* api) { manager.releaseApi(api); }};
+}
 
 /// A number of any type.
 struct SNumber
@@ -57,7 +49,7 @@ struct SReport
 
 static void visitParticles(IApiManager_1_0& manager, SReport& report)
 {
-    CBorrowed<IParticleManagerApi_1_2> particles(manager, eParticleManager, 1, 1); // 1.1 is answered by 1.2
+    const auto particles = borrow<IParticleManagerApi_1_2>(manager, eParticleManager, 1); // 1.1 is answered by 1.2
     unsigned int major = 0, minor = 0;
     particles->getVersion(major, minor);
     report.line("particles", {major, minor, particles->getIdentifier(), particles->isAvailable(),
@@ -81,12 +73,12 @@ static void visitParticles(IApiManager_1_0& manager, SReport& report)
 
 static void visitGeometryAndSimulation(IApiManager_1_0& manager, SReport& report)
 {
-    CBorrowed<IGeometryManagerApi_1_1> geometry(manager, eGeometryManager, 1, 1);
+    const auto geometry = borrow<IGeometryManagerApi_1_1>(manager, eGeometryManager, 1);
     report.line("geometry",
                 {geometry->isAvailable(), geometry->setCustomProperty("Hopper", "Wear", 31.0),
                  geometry->setCustomProperty("Plate", 1u, 1.0), geometry->setCustomProperty("Lid", "Wear", 0.0),
                  geometry->setCustomProperty("Plate", "Tear", 0.0), geometry->setCustomProperty("Plate", 2u, 0.0)});
-    CBorrowed<ISimulationManagerApi_1_1> simulation(manager, eSimulationManager, 1, 1);
+    const auto simulation = borrow<ISimulationManagerApi_1_1>(manager, eSimulationManager, 1);
     report.line("simulation",
                 {simulation->isAvailable(), simulation->setCustomPropertyAll("Torque", 41.0),
                  simulation->setCustomProperty("Torque", 1, 42.0), simulation->setCustomProperty(0u, 2, 43.0),
@@ -95,12 +87,11 @@ static void visitGeometryAndSimulation(IApiManager_1_0& manager, SReport& report
 
 static void visitProperties(IApiManager_1_0& manager, SReport& report)
 {
-    for (const unsigned int owner :
-         {eContactProperties, eGeometryProperties, eParticleProperties, eSimulationProperties}) {
-        CBorrowed<ICustomPropertyManagerApi_1_0> properties(manager, owner, 1, 0);
+    for (const EApi owner : {eContactProperties, eGeometryProperties, eParticleProperties, eSimulationProperties}) {
+        const auto properties = borrow<ICustomPropertyManagerApi_1_0>(manager, owner, 0);
         report.line("definitions", {properties->getIdentifier(), properties->getPropertyCount()});
     }
-    CBorrowed<ICustomPropertyManagerApi_1_0> particles(manager, eParticleProperties, 1, 0);
+    const auto particles = borrow<ICustomPropertyManagerApi_1_0>(manager, eParticleProperties, 0);
     SPropertyDetails details;
     const bool isThere = particles->getPropertyDetails("Pair", details);
     report.line(details.name, {isThere, details.index, details.ownerType, details.dataType, details.numberOfElements,
@@ -112,7 +103,7 @@ static void visitProperties(IApiManager_1_0& manager, SReport& report)
 
 static void visitField(IApiManager_1_0& manager, SReport& report, const char* name)
 {
-    CBorrowed<IFieldManagerApi_1_0> fields(manager, eFieldManager, 1, 0);
+    const auto fields = borrow<IFieldManagerApi_1_0>(manager, eFieldManager, 0);
     IFieldApi_1_0* const field = fields->getField(eField, 1, 0, name);
     double x = -1.0, y = -1.0, z = -1.0, value = -1.0;
     const bool isVector = field->getVector(2.0, 3.0, 5.0, 0, 1, x, y, z);

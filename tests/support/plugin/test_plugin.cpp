@@ -3,7 +3,7 @@
 //   TEST_KIND      1 contact model, 2 external force, 3 particle factory
 //   TEST_VERSION   230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
 //   TEST_FAULT     one of the faults below; none if it isn't set
-//   WITHOUT_NAME   for the export NAME: it is missing
+//   an export's name to be another one: so it is missing
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -30,55 +30,52 @@
 #include <brenmark/plugin/geometry.h>
 #include <brenmark/plugin/particles.h>
 
+template <bool isLater, class TLater, class TEarlier>
+using Either = std::conditional_t<isLater, TLater, TEarlier>;
+
 #if TEST_KIND == 1
 #include <brenmark/plugin/contact_model_1.h>
 #include <brenmark/plugin/contact_model_2_4.h>
 namespace Kind = NBrenmark::NApiCm;
-using Interface =
-    std::conditional_t<TEST_VERSION >= 240, Kind::IPluginContactModel_2_4,
-                       std::conditional_t<TEST_VERSION >= 230, Kind::IPluginContactModel_2_3,
-                                          std::conditional_t<TEST_VERSION >= 210, Kind::IPluginContactModel_2_1,
-                                                             Kind::IPluginContactModel_2_0>>>;
 #define GET_VERSION GETCMINTERFACEVERSION
 #define GET_PREFERENCE_FILE GETCMPREFERENCEFILE
 #define GET_INSTANCE GETCMINSTANCE
 #define RELEASE_INSTANCE RELEASECMINSTANCE
+using From210 = Either<TEST_VERSION >= 210, Kind::IPluginContactModel_2_1, Kind::IPluginContactModel_2_0>;
+using From230 = Either<TEST_VERSION >= 230, Kind::IPluginContactModel_2_3, From210>;
+using Interface = Either<TEST_VERSION >= 240, Kind::IPluginContactModel_2_4, From230>;
 #elif TEST_KIND == 2
 #include <brenmark/plugin/external_force_1.h>
 #include <brenmark/plugin/external_force_2_3.h>
 namespace Kind = NBrenmark::NApiPbf;
-using Interface =
-    std::conditional_t<TEST_VERSION >= 230, Kind::IPluginExternalForce_2_3,
-                       std::conditional_t<TEST_VERSION >= 220, Kind::IPluginExternalForce_2_2,
-                                          std::conditional_t<TEST_VERSION >= 210, Kind::IPluginExternalForce_2_1,
-                                                             Kind::IPluginExternalForce_2_0>>>;
 #define GET_VERSION GETEFINTERFACEVERSION
 #define GET_PREFERENCE_FILE GETEFPREFERENCEFILE
 #define GET_INSTANCE GETPBFINSTANCE
 #define RELEASE_INSTANCE RELEASEPBFINSTANCE
+using From210 = Either<TEST_VERSION >= 210, Kind::IPluginExternalForce_2_1, Kind::IPluginExternalForce_2_0>;
+using From220 = Either<TEST_VERSION >= 220, Kind::IPluginExternalForce_2_2, From210>;
+using Interface = Either<TEST_VERSION >= 230, Kind::IPluginExternalForce_2_3, From220>;
 #else
 #include <brenmark/plugin/particle_factory_1.h>
 #include <brenmark/plugin/particle_factory_2_1.h>
 namespace Kind = NBrenmark::NApiFactory;
-using Interface =
-    std::conditional_t<TEST_VERSION >= 210, Kind::IPluginParticleFactory_2_1, Kind::IPluginParticleFactory_2_0>;
 #define GET_VERSION GETFACTINTERFACEVERSION
 #define GET_PREFERENCE_FILE GETFACTPREFERENCEFILE
 #define GET_INSTANCE GETFACTORYINSTANCE
 #define RELEASE_INSTANCE RELEASEFACTORYINSTANCE
+using Interface = Either<TEST_VERSION >= 210, Kind::IPluginParticleFactory_2_1, Kind::IPluginParticleFactory_2_0>;
 #endif
 
 using namespace NBrenmark::NApiCore;
 
 // What a test asks of the library beside its interface.
-BRENMARK_PLUGIN_EXPORT int LIVE_INSTANCES;
-BRENMARK_PLUGIN_EXPORT int STEPS_BEGUN;
-BRENMARK_PLUGIN_EXPORT char SETUP_FILE[fileNameSize];
-BRENMARK_PLUGIN_EXPORT char REPORT[4096];
-int LIVE_INSTANCES = 0;
-int STEPS_BEGUN = 0;
-char SETUP_FILE[fileNameSize];
-char REPORT[4096];
+extern "C" {
+#define SHOWN __attribute__((visibility("default")))
+SHOWN int LIVE_INSTANCES = 0;
+SHOWN int STEPS_BEGUN = 0;
+SHOWN char SETUP_FILE[fileNameSize] = "";
+SHOWN char REPORT[4096] = "";
+}
 
 #ifdef TEST_CALLBACKS
 #include "callbacks.h"
@@ -126,17 +123,12 @@ char REPORT[4096];
 __attribute__((constructor)) static void endTheProcess() { std::abort(); }
 #endif
 
-#ifndef WITHOUT_GET_VERSION
 BRENMARK_PLUGIN_EXPORT unsigned int GET_VERSION() { return TEST_REPORTED; }
-#endif
 
 #if TEST_VERSION < 200 // ---------------------------------------------------------------- exported functions
 
-#ifndef WITHOUT_GET_PREFERENCE_FILE
 BRENMARK_PLUGIN_EXPORT void GET_PREFERENCE_FILE(char* name) { std::memcpy(name, "table of values.txt", 19); }
-#endif
 
-#ifndef WITHOUT_WORK
 #if TEST_KIND == 1
 BRENMARK_PLUGIN_EXPORT int CALCULATEFORCE(const char*, const double*, const double* timeStep, Kind::SContact* contact,
                                           Kind::SContactForces* forces)
@@ -161,25 +153,18 @@ BRENMARK_PLUGIN_EXPORT int CREATEPARTICLE(const char*, const double* time, Kind:
     return errorAt(*time);
 }
 #endif
-#endif
 
 #if TEST_VERSION == 110
-#ifndef WITHOUT_REGISTER
 BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char* name, const unsigned int* index)
 {
     std::strcat(REPORT, (name + (' ' + std::to_string(*index)) + '\n').c_str());
 }
-#endif
-#ifndef WITHOUT_NUMBER
 BRENMARK_PLUGIN_EXPORT void GETNUMBEROFREQUIREDPROPERTIES(unsigned int* count) { *count = 4000000000u; }
-#endif
-#ifndef WITHOUT_DETAILS
 BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const unsigned int* index, char* name, unsigned int* type,
                                                  unsigned int* elements, unsigned int* unit)
 {
     return describe(*index, 0, name, *type, *elements, *unit, nullptr);
 }
-#endif
 #endif
 
 #else // ---------------------------------------------------------------- an instance
@@ -281,11 +266,7 @@ public:
 };
 // NOLINTEND(modernize-use-override)
 
-#ifndef WITHOUT_GET_INSTANCE
 BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == FAULT_NULL ? nullptr : new CTestPlugin; }
-#endif
-#ifndef WITHOUT_RELEASE_INSTANCE
 BRENMARK_PLUGIN_EXPORT void RELEASE_INSTANCE(Interface* instance) { delete instance; }
-#endif
 
 #endif

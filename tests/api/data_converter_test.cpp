@@ -6,6 +6,7 @@
 #include "core/deck/application_state.h"
 #include "core/log.h"
 #include "support/paths.h"
+#include "support/plugin_folders.h"
 #include "support/temp_folder.h"
 
 #include <QDir>
@@ -104,9 +105,7 @@ TEST_F(DataConverter, makesAWholeNewDeckAndLeavesTheSourceAlone)
 
 TEST_F(DataConverter, bindsPluginsOnlyWhereAHostAsksForIt)
 {
-    const std::string plugin = testPlugin("model_250");
-    ASSERT_TRUE(QDir().mkpath(source.path("Documents")));
-    ASSERT_TRUE(QFile::copy(QString::fromStdString(plugin), source.path("Documents/My Model.so")));
+    putPlugin(source, "model_250", "Documents/My Model.so");
     const QString deck = QString::fromStdString(sampleDeck("plugins-24.dem"));
     const QByteArray home = qgetenv("HOME");
     qputenv("HOME", QFile::encodeName(source.path()));
@@ -124,8 +123,6 @@ TEST_F(DataConverter, bindsPluginsOnlyWhereAHostAsksForIt)
     qputenv("BRENMARK_NO_PLUGINS", "1");
     EXPECT_FALSE(isBound("forbidden.dem"));
     qunsetenv("BRENMARK_NO_PLUGINS");
-    host.converter.bindPlugins(false);
-    EXPECT_FALSE(isBound("no longer.dem"));
     qputenv("HOME", home);
 }
 

@@ -9,6 +9,15 @@
 
 namespace NBrenmark {
 
+/// Copies a plug-in of support/plugin to a path below a folder: "user/My Model.so". \return the whole path
+inline QString putPlugin(const CTempFolder& folder, const std::string& plugin, const QString& path)
+{
+    QFile library(QString::fromStdString(testPlugin(plugin)));
+    if (!library.open(QIODevice::ReadOnly))
+        throw std::runtime_error("no plug-in " + plugin);
+    return folder.write(path, library.readAll());
+}
+
 struct SPluginFoldersOfTest
 {
     explicit SPluginFoldersOfTest(CSimulation* simulation = nullptr) : host([simulation] { return simulation; })
@@ -16,14 +25,7 @@ struct SPluginFoldersOfTest
         QDir().mkpath(places.preferences);
     }
 
-    /// Copies a plug-in of support/plugin to a path below the folder: "user/My Model.so".
-    QString put(const std::string& plugin, const QString& path) const
-    {
-        QFile library(QString::fromStdString(testPlugin(plugin)));
-        if (!library.open(QIODevice::ReadOnly))
-            throw std::runtime_error("no plug-in " + plugin);
-        return folder.write(path, library.readAll());
-    }
+    QString put(const std::string& plugin, const QString& path) const { return putPlugin(folder, plugin, path); }
 
     const CTempFolder folder;
     const SPluginFolders places{folder.path("user"), folder.path("documents")};

@@ -12,7 +12,6 @@
 #include "support/plugin_folders.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <cxxabi.h>
 #include <dlfcn.h>
 #include <future>
 #include <sys/stat.h>
@@ -26,12 +25,10 @@ template <class TPlugin>
 static std::string neededBy(const TPlugin& plugin)
 {
     std::string text;
-    for (const auto& [owner, letter] : {std::pair(eParticleOwner, 'p'), std::pair(eContactOwner, 'c'),
-                                        std::pair(eGeometryOwner, 'g'), std::pair(eSimulationOwner, 's')})
+    for (const int owner : {0, 1, 2, 3})
         for (const auto& property : plugin.requiredProperties(owner))
-            text += (text.empty() ? "" : " ") + std::string(1, letter) + ':' + property->name + ':' +
-                    std::to_string(property->numberOfElements) + ':' +
-                    QString::number(property->initialValue(0)).toStdString();
+            text += "pcgs"[owner] + (':' + property->name) + ':' + std::to_string(property->numberOfElements) + ':' +
+                    QString::number(property->initialValue(0)).toStdString() + ' ';
     return text;
 }
 
@@ -40,31 +37,23 @@ static std::string boundAs(const std::string& plugin, SPluginFoldersOfTest& fold
 {
     const QString file = folders.put(plugin, "user/Mine.so");
     std::string needed = "not bound";
-    if (plugin.compare(0, 5, "model") == 0) {
-        if (const auto model = createContactModel("Mine", eSphereGeometryModel, ePluginModel))
-            needed = neededBy(*model);
-    }
-    else if (plugin.compare(0, 5, "force") == 0) {
-        if (const auto force = createExternalForce("Mine", ePluginModel, nullptr))
-            needed = neededBy(*force);
-    }
-    else {
-        CPluginParticleFactoryList list;
-        if (const auto* const factory = list.addFactory("Mine", "Feed"))
-            needed = neededBy(*factory);
-    }
-    QLibrary library(file);
-    if (const QFunctionPointer live = library.resolve("LIVE_INSTANCES")) {
-        EXPECT_EQ(*reinterpret_cast<const int*>(live), 0) << plugin << ": all that was made is released";
-    }
+    CPluginParticleFactoryList list;
+    if (const auto model = plugin[2] == 'd' ? createContactModel("Mine", eSphereGeometryModel, ePluginModel) : nullptr)
+        needed = neededBy(*model);
+    if (const auto force = plugin[2] == 'r' ? createExternalForce("Mine", ePluginModel, nullptr) : nullptr)
+        needed = neededBy(*force);
+    if (const auto* const factory = plugin[2] == 'c' ? list.addFactory("Mine", "Feed") : nullptr)
+        needed = neededBy(*factory);
+    list.clear();
+    EXPECT_EQ(*reinterpret_cast<const int*>(QLibrary(file).resolve("LIVE_INSTANCES")), 0) << plugin;
     return needed;
 }
 
-static const char* const particles = "p:Wear (particle):1:0 p:Is Worn:1:0";
+static const char* const particles = "p:Wear (particle):1:0 p:Is Worn:1:0 ";
 static const char* const owners =
-    "p:Wear (particle):1:0 p:Is Worn:1:0 c:Wear (contact):2:0 g:Wear (geometry):3:0 s:Wear (simulation):4:0";
+    "p:Wear (particle):1:0 p:Is Worn:1:0 c:Wear (contact):2:0 g:Wear (geometry):3:0 s:Wear (simulation):4:0 ";
 static const char* const valued =
-    "p:Wear (particle):1:0.5 p:Is Worn:1:1 c:Wear (contact):2:0.5 g:Wear (geometry):3:0.5 s:Wear (simulation):4:0.5";
+    "p:Wear (particle):1:0.5 p:Is Worn:1:1 c:Wear (contact):2:0.5 g:Wear (geometry):3:0.5 s:Wear (simulation):4:0.5 ";
 
 struct SBindCase
 {
@@ -181,10 +170,8 @@ TEST(PlugIns, areSoughtInTwoFoldersAndNowhereElse)
     folders.folder.write("user/Cut.so", whole.read(3000));
     ASSERT_EQ(mkfifo(QFile::encodeName(folders.folder.path("user/Pipe.so")).constData(), 0600), 0);
     folders.put("model_210", "elsewhere/Mine.so");
-    for (const char* target : {"Outside", "documents/Inside"})
-        QFile::link(folders.folder.path(target == std::string("Outside") ? "elsewhere/Mine.so"
-                                                                         : "documents/ContactModels/Mine.so"),
-                    folders.folder.path("user/" + QFileInfo(target).fileName() + ".so"));
+    QFile::link(folders.folder.path("elsewhere/Mine.so"), folders.folder.path("user/Outside.so"));
+    QFile::link(folders.folder.path("documents/ContactModels/Mine.so"), folders.folder.path("user/Inside.so"));
     EXPECT_EQ(needs("Inside"), particles) << "a link from one folder to the other";
     for (const char* name : {"Text", "Cut", "Pipe", "Outside", "../elsewhere/Mine", "..", "sub\\Mine", "", "a\nb",
                              "a\x7f", "Missing/Mine"})
@@ -199,63 +186,60 @@ TEST(PlugIns, areSoughtInTwoFoldersAndNowhereElse)
 
 TEST(PlugIns, areLoadedOnlyWhileTheyAreAskedFor)
 {
-    QString file;
+    const auto isBound = [] { return createContactModel("Mine", eSphereSphereModel, ePluginModel) != nullptr; };
+    const CLogCapture log;
     {
-        SPluginFoldersOfTest folders;
-        file = folders.put("model_250", "user/Mine.so");
-        const CLogCapture log;
+        const SPluginFoldersOfTest folders;
+        const QString file = folders.put("model_250", "user/Mine.so");
         {
             NApiCore::CPluginHost host([] { return nullptr; });
-            const CPluginBinding other({"", "relative"}, host);
-            EXPECT_EQ(createContactModel("Mine", eSphereSphereModel, 1), nullptr);
+            const CPluginBinding nowhere({"", "relative"}, host);
+            EXPECT_FALSE(isBound());
         }
         EXPECT_FALSE(dlopen(QFile::encodeName(file).constData(), RTLD_NOW | RTLD_NOLOAD));
-        EXPECT_NE(createContactModel("Mine", eSphereSphereModel, 1), nullptr);
+        EXPECT_TRUE(isBound());
     }
-    EXPECT_EQ(CPluginBinding::current(), nullptr);
-    const CLogCapture log;
-    EXPECT_EQ(createContactModel("Mine", eSphereSphereModel, 1), nullptr);
+    const std::size_t reported = log.count();
+    EXPECT_FALSE(isBound());
     EXPECT_EQ(createExternalForce("Mine", 2, nullptr), nullptr);
-    EXPECT_EQ(log.text(), "") << "nothing was sought";
+    EXPECT_EQ(log.count(), reported) << "nothing was sought";
 }
 
-/// As any model that a listener refuses, and the loss is told.
+/// As any model that a listener refuses, and the loss is reported.
 TEST(PlugIns, thatClashWithTheDeckAreLeftOut)
 {
-    SPluginFoldersOfTest folders;
+    const SPluginFoldersOfTest folders;
     folders.put("model_210", "user/Mine.so");
     folders.put("force_210", "user/Mine too.so");
-    CPhysicsLinkedCustomPropertyManager particleProperties("Particle Properties", eParticleOwner);
+    CPhysicsLinkedCustomPropertyManager properties("Particle Properties", eParticleOwner);
     auto other = std::make_unique<CCustomPropertyMetaData>("Is Worn", eDoubleProperty, 3u, 1u);
-    ASSERT_TRUE(particleProperties.addProperty(other));
+    ASSERT_TRUE(properties.addProperty(other));
     CPhysicsModels physics;
-    physics.addListener(&particleProperties);
+    physics.addListener(&properties);
     const CPhysicsModels::CLoading loading(physics);
     CPersistentLogger log(eWarning);
     addLogModule(&log);
     EXPECT_FALSE(physics.addContactModel(physics.makeContactModel("Mine", 0, 1, true), -1));
     EXPECT_FALSE(physics.addExternalForce(physics.makeExternalForce("Mine too", 1, true), -1));
     clearLogModules();
-    EXPECT_EQ(physics.sphereSphereModels.size(), 1u) << "the default";
-    EXPECT_EQ(physics.externalForceCount(), 0u);
+    physics.removeListener(&properties);
+    EXPECT_EQ(physics.sphereSphereModels.size() + physics.externalForceCount(), 1u) << "the default model";
     ASSERT_EQ(log.records().size(), 2u);
     EXPECT_EQ(log.records()[1].effect, eLost);
     EXPECT_THAT(log.records()[1].text, HasSubstr("Error loading external force (Mine too)\n"));
-    physics.removeListener(&particleProperties);
 }
 
 // ---------------------------------------------------------------- what a solver asks of them
 
 TEST(ContactModelPlugIns, calculateAndSayOnceWhatWentWrong)
 {
-    SPluginFoldersOfTest folders;
+    const SPluginFoldersOfTest folders;
     for (const int version : {100, 110, 200, 210, 220, 230, 240, 250}) {
         const QString name = QString("V%1").arg(version);
         QLibrary library(folders.put("model_" + std::to_string(version), "user/" + name + ".so"));
-        std::unique_ptr<NApiCm::IPluginContactModelWrapper> model = NApiCm::bindContactModel(name, eSphereSphereModel);
+        const auto model = NApiCm::bindContactModel(name, eSphereSphereModel);
         ASSERT_NE(model, nullptr);
-        EXPECT_EQ(model->chainRole(), 3u);
-        EXPECT_EQ(model->chainPosition(), 2u);
+        EXPECT_EQ(std::pair(model->chainRole(), model->chainPosition()), std::pair(3u, 2u));
         EXPECT_EQ(model->pluginQuery(), version >= 240);
         EXPECT_TRUE(model->starting(2));
         model->beginStep({});
@@ -279,17 +263,14 @@ TEST(ContactModelPlugIns, calculateAndSayOnceWhatWentWrong)
         EXPECT_EQ(calculated(1.0), version >= 200);
         EXPECT_FALSE(calculated(2.0));
         EXPECT_EQ(contact.results.normalForce.x, 6.0) << "of a failure nothing is taken";
-        const std::string title = "ERROR Sphere To Sphere Contact Model Plugin (" + name.toStdString() + "): ";
-        const std::string begin =
-            title + "Sphere To Sphere - " + name.toStdString() + " Contact Model\ncalculateForce() ";
-        EXPECT_EQ(log.text(),
-                  version < 200
-                      ? title +
-                            "Couldn't find preferences file for external contact model, please place "
-                            "in:\n" +
-                            folders.folder.path("documents/ContactModels/table of values.txt").toStdString() + "\n"
-                      : begin + "method returned a recoverable error.\n" + begin +
-                            "method returned a fatal error.\nProcessing will halt.\n");
+        const QString title = "ERROR Sphere To Sphere Contact Model Plugin (" + name + "): ";
+        const QString begin =
+            title + "Sphere To Sphere - " + name + " Contact Model\ncalculateForce() method returned a ";
+        const QString exported = title +
+                                 "Couldn't find preferences file for external contact model, please place in:\n" +
+                                 folders.folder.path("documents/ContactModels/table of values.txt\n");
+        const QString made = begin + "recoverable error.\n" + begin + "fatal error.\nProcessing will halt.\n";
+        EXPECT_EQ(log.text(), (version < 200 ? exported : made).toStdString());
         model->stopping();
         EXPECT_NE(model->unloadPlugin(), nullptr);
         EXPECT_EQ(model->unloadPlugin(), nullptr) << "the second time there is nothing to do";
@@ -358,8 +339,7 @@ TEST(ForceAndFactoryPlugIns, workAndSayWhatWentWrong)
         EXPECT_TRUE(factory->starting());
         NApiFactory::SNewParticle particle;
         bool created = false;
-        EXPECT_TRUE(factory->createParticle(0.0, types, particle, created));
-        EXPECT_TRUE(created);
+        EXPECT_TRUE(factory->createParticle(0.0, types, particle, created) && created);
         EXPECT_STREQ(particle.typeName, "Ball");
         EXPECT_FALSE(factory->createParticle(3.0, types, particle, created)) << "a type that isn't there";
         EXPECT_FALSE(factory->createParticle(2.0, types, particle, created));
@@ -379,42 +359,32 @@ TEST(ForceAndFactoryPlugIns, workAndSayWhatWentWrong)
 
 // ---------------------------------------------------------------- the tables of functions
 
-/// The operation at a position of an instance's table, the destructor being at 0: it takes two entries here.
-static std::string operationAt(const void* instance, std::size_t position)
+/// The symbol of the operation at a position of an instance's table, the destructor being at 0: it takes two entries here.
+static QString operationAt(const void* instance, std::size_t position)
 {
     void* const* const table = *static_cast<void* const* const*>(instance);
     Dl_info symbol{};
-    if (dladdr(table[position + 1], &symbol) == 0 || symbol.dli_sname == nullptr)
-        return "unknown";
-    int status = 0;
-    char* const demangled = abi::__cxa_demangle(symbol.dli_sname, nullptr, nullptr, &status);
-    std::string name = status == 0 ? demangled : symbol.dli_sname;
-    std::free(demangled);
-    name.resize(std::min(name.size(), name.find('(')));
-    return name.substr(name.rfind(':') + 1);
+    return dladdr(table[position + 1], &symbol) != 0 ? symbol.dli_sname : "";
 }
 
-// Positions as libraries are compiled to have them, whatever the headers say; from 1 on, a dash for one that isn't called.
+// Positions as libraries are compiled to have them, whatever the headers say: from 1 on a word out of the name of each
+// operation, a dash for one that isn't called.
 TEST(PlugIns, haveTheirOperationsAtTheirPositions)
 {
     const std::pair<const char*, const char*> cases[] = {
-        {"model_200 CM", "file safe uses setup starting stopping calculateForce - count details"},
-        {"model_210 CM", "file safe uses setup starting stopping calculateForce count details"},
-        {"model_220 CM", "file safe uses setup starting stopping calculateForce count details"},
-        {"model_230 CM", "file safe uses - setup starting stopping calculateForce data count details"},
-        {"model_240 CM", "file safe uses query - setup starting stopping calculateForce data count details"},
-        {"model_250 CM", "file safe uses query - setup starting stopping calculateForce data count details"},
-        {"force_200 PBF", "file safe uses setup starting stopping externalForce - count details"},
-        {"force_210 PBF", "file safe uses setup starting stopping externalForce count details"},
-        {"force_220 PBF", "file safe uses - setup starting stopping externalForce data count details"},
-        {"force_240 PBF", "file safe uses query - setup starting stopping externalForce data count details"},
+        {"model_200 CM", "file safe uses setup starting stopping calculateForce - number details"},
+        {"model_210 CM", "file safe uses setup starting stopping calculateForce number details"},
+        {"model_220 CM", "file safe uses setup starting stopping calculateForce number details"},
+        {"model_230 CM", "file safe uses - setup starting stopping calculateForce data number details"},
+        {"model_240 CM", "file safe uses query - setup starting stopping calculateForce data number details"},
+        {"model_250 CM", "file safe uses query - setup starting stopping calculateForce data number details"},
+        {"force_200 PBF", "file safe uses setup starting stopping externalForce - number details"},
+        {"force_210 PBF", "file safe uses setup starting stopping externalForce number details"},
+        {"force_220 PBF", "file safe uses - setup starting stopping externalForce data number details"},
+        {"force_240 PBF", "file safe uses query - setup starting stopping externalForce data number details"},
         {"factory_200 FACTORY", "file safe - setup starting stopping createParticle"},
-        {"factory_210 FACTORY", "file safe uses setup starting stopping createParticle count details largestScale"},
+        {"factory_210 FACTORY", "file safe uses setup starting stopping createParticle number details largestScale"},
     };
-    const std::map<QString, std::string> longer = {
-        {"file", "getPreferenceFileName"},    {"safe", "isThreadSafe"},
-        {"uses", "usesCustomProperties"},     {"count", "getNumberOfRequiredProperties"},
-        {"details", "getDetailsForProperty"}, {"data", "setCustomPropertyData"}};
     for (const auto& [plugin, operations] : cases) {
         const QStringList words = QString(plugin).split(' ');
         QLibrary library(QString::fromStdString(testPlugin(words[0].toStdString())));
@@ -424,12 +394,8 @@ TEST(PlugIns, haveTheirOperationsAtTheirPositions)
         void* const instance = getInstance();
         std::size_t position = 0;
         for (const QString& word : QString(operations).split(' ')) {
-            ++position;
-            const auto name = longer.find(word);
-            if (word != "-") {
-                EXPECT_EQ(operationAt(instance, position), name != longer.end() ? name->second : word.toStdString())
-                    << plugin << ", position " << position;
-            }
+            const QString operation = operationAt(instance, ++position);
+            EXPECT_TRUE(word == "-" || operation.contains(word, Qt::CaseInsensitive)) << plugin << ' ' << position;
         }
         reinterpret_cast<void (*)(void*)>(exported("RELEASE" + words[1] + "INSTANCE"))(instance);
     }

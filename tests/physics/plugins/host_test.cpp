@@ -66,24 +66,14 @@ TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
     const C3DPoint& first = timestep.particleTypes.types[type]->position[slot];
     // Of each owner the deck has one, two, three and two properties; the model needs one more, of particles two.
     EXPECT_EQ(reinterpret_cast<const char*>(library.resolve("REPORT")),
-              "refused: 0 0 0 0 0 0\n"
-              "particles: 1 2 9 1 1 40\n"
-              "scale: 1 1.75 0 0\n" +
-                  QString::asprintf("spheres: 1 %g %g %g 0\n", first.x, first.y, first.z).toStdString() +
-                  "types: 1 -1 -1\n"
-                  "particle properties: 1 1 1 1\n"
-                  "refused: 0 0 0 0\n"
-                  "geometry: 1 1 1 0 0 0\n"
-                  "simulation: 1 1 1 1 0 0\n"
-                  "definitions: 4 2\n"
-                  "definitions: 5 3\n"
-                  "definitions: 6 5\n"
-                  "definitions: 7 3\n"
-                  "Pair: 1 1 0 0 2 9 1\n"
-                  "later: 1 0 0 -1 -1\n"
-                  "space: 2 0 1 7 8 9 0 -1\n"
-                  "flat: 2 0 1 4 0 6 0 -1\n"
-                  "heat: 2 1 1 -1 -1 -1 1 11\n");
+              "refused 0 0 0 0 0 0\nparticles 1 2 9 1 1 40\nscale 1 1.75 0 0\n" +
+                  QString::asprintf("spheres 1 %g %g %g 0\n", first.x, first.y, first.z).toStdString() +
+                  "types 1 -1 -1\nparticle properties 1 1 1 1\nrefused 0 0 0 0\n"
+                  "geometry 1 1 1 0 0 0\nsimulation 1 1 1 1 0 0\n"
+                  "definitions 4 2\ndefinitions 5 3\ndefinitions 6 5\ndefinitions 7 3\n"
+                  "Pair 1 1 0 0 2 9 1\n"
+                  "later 1 0 0 -1 -1\n"
+                  "space 2 0 1 7 8 9 0 -1\nflat 2 0 1 4 0 6 0 -1\nheat 2 1 1 -1 -1 -1 1 11\n");
 
     EXPECT_EQ(timestep.particleTypes.scaleOf(1), 1.75);
     CCustomPropertyData& balls = timestep.particleTypes.find("Ball")->customProperties;
@@ -106,8 +96,8 @@ TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
     EXPECT_STREQ(reinterpret_cast<const char*>(older.resolve("REPORT")), "Wear (particle) 3\nIs Worn 4\n");
 
     // The item of a contact: the plug-in stages twice its first value.
-    CCustomPropertyManager* const definitions = deck.settings->propertyManagers().contact;
     {
+        CCustomPropertyManager* const definitions = deck.settings->propertyManagers().contact;
         CCustomPropertyData values(definitions), changes(definitions, true);
         values.resize(2);
         changes.resize(2);
@@ -120,6 +110,15 @@ TEST(PlugInHost, letsAPlugInReadAndChangeTheOpenDeck)
         contact.element1.properties = contact.properties;
         EXPECT_TRUE(physics.sphereSphereModels.back()->calculateForce(contact));
         EXPECT_EQ(contact.results.normalForce.y, 1.25);
+        const auto* const view = folders.host.view(eContactView, contact.properties);
+        const char* const known = definitions->property(0u)->name.c_str();
+        EXPECT_EQ(view->getValue(known), values.values(0, 1));
+        EXPECT_EQ(view->getStagedValue(known), changes.values(0, 1));
+        EXPECT_TRUE(view->canWriteProperty(known) && view->canWriteProperty(0u) && view->isAvailable());
+        EXPECT_FALSE(view->canWriteProperty("Tear") || view->canWriteProperty(1u) || view->canWriteProperty(nullptr));
+        const std::unique_ptr<NApiCore::IApi> manager(view->getPropertyManager(1, 0));
+        EXPECT_EQ(manager->getIdentifier(), NApiCore::eContactProperties);
+        EXPECT_EQ(view->getPropertyManager(1, 1), nullptr);
     }
 
     const auto particles = folders.host.createApi(NApiCore::eParticleManager, 1, 0);

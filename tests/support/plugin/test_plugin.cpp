@@ -2,7 +2,7 @@
 //
 //   TEST_KIND      1 contact model, 2 external force, 3 particle factory
 //   TEST_VERSION   230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
-//   TEST_FAULT     one of the faults below; none if it isn't set
+//   TEST_FAULT     an EFault, by its number
 //   an export's name to be another one: so it is missing
 #include <atomic>
 #include <chrono>
@@ -14,10 +14,13 @@
 #include <thread>
 #include <type_traits>
 
-#define FAULT_NULL 1   // no instance
-#define FAULT_THROWS 2 // its constructor throws
-#define FAULT_SETUP 3  // setup refuses
-#define FAULT_ABORTS 4 // loading it ends the process
+enum EFault
+{
+    eNoInstance = 1,
+    eConstructorThrows = 2,
+    eSetupRefuses = 3,
+    eLoadingAborts = 4
+};
 
 #ifndef TEST_FAULT
 #define TEST_FAULT 0
@@ -119,9 +122,11 @@ SHOWN char REPORT[4096] = "";
     return true;
 }
 
-#if TEST_FAULT == FAULT_ABORTS
-__attribute__((constructor)) static void endTheProcess() { std::abort(); }
-#endif
+__attribute__((constructor)) static void load()
+{
+    if (TEST_FAULT == eLoadingAborts)
+        std::abort();
+}
 
 BRENMARK_PLUGIN_EXPORT unsigned int GET_VERSION() { return TEST_REPORTED; }
 
@@ -176,7 +181,7 @@ class __attribute__((visibility("default"))) CTestPlugin final : public Interfac
 public:
     CTestPlugin()
     {
-        if (TEST_FAULT == FAULT_THROWS)
+        if (TEST_FAULT == eConstructorThrows)
             throw std::runtime_error("no licence");
         ++LIVE_INSTANCES;
     }
@@ -192,11 +197,11 @@ public:
     {
         std::printf("a library says hello\n"); // which must not get among the results
         std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
-        return TEST_FAULT != FAULT_SETUP;
+        return TEST_FAULT != eSetupRefuses;
     }
     bool setup(IApiManager_1_0* apiManager, const char* preferenceFile, char* errorText)
     {
-        if (TEST_FAULT == FAULT_SETUP)
+        if (TEST_FAULT == eSetupRefuses)
             std::strcpy(errorText, "line 3 isn't a number");
         return setup(preferenceFile) && apiManager->isAvailable();
     }
@@ -266,7 +271,7 @@ public:
 };
 // NOLINTEND(modernize-use-override)
 
-BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == FAULT_NULL ? nullptr : new CTestPlugin; }
+BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == eNoInstance ? nullptr : new CTestPlugin; }
 BRENMARK_PLUGIN_EXPORT void RELEASE_INSTANCE(Interface* instance) { delete instance; }
 
 #endif

@@ -1,9 +1,12 @@
 // One source for a plug-in of every kind and interface version, good ones and broken ones. The build sets:
 //
-//   TEST_KIND      1 contact model, 2 external force, 3 particle factory
-//   TEST_VERSION   230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
-//   TEST_FAULT     an EFault, by its number
-//   an export's name to be another one: so it is missing
+//   TEST_KIND, Kind   1 contact model, 2 external force, 3 particle factory, and its namespace
+//   TEST_VERSION      230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
+//   TEST_INTERFACE    its class, from 2.0.0 on
+//   TEST_FAULT        an EFault, by its number
+//   GET_VERSION, GET_PREFERENCE_FILE, GET_INSTANCE, RELEASE_INSTANCE   what the kind calls these exports
+//
+// and an export's name to be another one where it is to be missing.
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -12,7 +15,6 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
-#include <type_traits>
 
 enum EFault
 {
@@ -33,40 +35,15 @@ enum EFault
 #include <brenmark/plugin/geometry.h>
 #include <brenmark/plugin/particles.h>
 
-template <bool isLater, class TLater, class TEarlier>
-using Either = std::conditional_t<isLater, TLater, TEarlier>;
-
 #if TEST_KIND == 1
 #include <brenmark/plugin/contact_model_1.h>
 #include <brenmark/plugin/contact_model_2_4.h>
-namespace Kind = NBrenmark::NApiCm;
-#define GET_VERSION GETCMINTERFACEVERSION
-#define GET_PREFERENCE_FILE GETCMPREFERENCEFILE
-#define GET_INSTANCE GETCMINSTANCE
-#define RELEASE_INSTANCE RELEASECMINSTANCE
-using From210 = Either<TEST_VERSION >= 210, Kind::IPluginContactModel_2_1, Kind::IPluginContactModel_2_0>;
-using From230 = Either<TEST_VERSION >= 230, Kind::IPluginContactModel_2_3, From210>;
-using Interface = Either<TEST_VERSION >= 240, Kind::IPluginContactModel_2_4, From230>;
 #elif TEST_KIND == 2
 #include <brenmark/plugin/external_force_1.h>
 #include <brenmark/plugin/external_force_2_3.h>
-namespace Kind = NBrenmark::NApiPbf;
-#define GET_VERSION GETEFINTERFACEVERSION
-#define GET_PREFERENCE_FILE GETEFPREFERENCEFILE
-#define GET_INSTANCE GETPBFINSTANCE
-#define RELEASE_INSTANCE RELEASEPBFINSTANCE
-using From210 = Either<TEST_VERSION >= 210, Kind::IPluginExternalForce_2_1, Kind::IPluginExternalForce_2_0>;
-using From220 = Either<TEST_VERSION >= 220, Kind::IPluginExternalForce_2_2, From210>;
-using Interface = Either<TEST_VERSION >= 230, Kind::IPluginExternalForce_2_3, From220>;
 #else
 #include <brenmark/plugin/particle_factory_1.h>
 #include <brenmark/plugin/particle_factory_2_1.h>
-namespace Kind = NBrenmark::NApiFactory;
-#define GET_VERSION GETFACTINTERFACEVERSION
-#define GET_PREFERENCE_FILE GETFACTPREFERENCEFILE
-#define GET_INSTANCE GETFACTORYINSTANCE
-#define RELEASE_INSTANCE RELEASEFACTORYINSTANCE
-using Interface = Either<TEST_VERSION >= 210, Kind::IPluginParticleFactory_2_1, Kind::IPluginParticleFactory_2_0>;
 #endif
 
 using namespace NBrenmark::NApiCore;
@@ -173,6 +150,8 @@ BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const unsigned int* index, char
 #endif
 
 #else // ---------------------------------------------------------------- an instance
+
+using Interface = Kind::TEST_INTERFACE;
 
 // Of each operation all forms: those that the interface of the version has override it, the others aren't called.
 // NOLINTBEGIN(modernize-use-override)

@@ -109,13 +109,10 @@ TEST_F(DataConverter, bindsPluginsOnlyWhereAHostAsksForIt)
     const QString deck = QString::fromStdString(sampleDeck("plugins-24.dem"));
     const QByteArray home = qgetenv("HOME");
     qputenv("HOME", QFile::encodeName(source.path()));
-    // What is said of a model that no library was bound for.
-    const auto isBound = [&](const char* name) {
+    const auto isBound = [&](const char* name) { // of a model without a library there is something to say
         EXPECT_TRUE(host.convert(deck, target.path(name)));
-        for (const SConversionMessage& message : host.converter.messages())
-            if (message.object == "My Model")
-                return false;
-        return true;
+        const std::vector<SConversionMessage> messages = host.converter.messages();
+        return std::none_of(messages.begin(), messages.end(), [](const auto& m) { return m.object == "My Model"; });
     };
     EXPECT_FALSE(isBound("default.dem"));
     host.converter.bindPlugins(true);

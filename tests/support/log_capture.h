@@ -17,6 +17,7 @@ public:
     CLogCapture& operator=(const CLogCapture&) = delete;
 
     std::size_t count() const { return logger.messages().size(); }
+    const std::vector<SLogRecord>& records() const { return logger.records(); }
 
     /// All messages, each as "WARNING title: text" and a line end.
     std::string text() const

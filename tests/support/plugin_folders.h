@@ -4,6 +4,7 @@
 #include "physics/plugins/host/host.h"
 #include "physics/plugins/plugin_binding.h"
 
+#include "support/log_capture.h"
 #include "support/paths.h"
 #include "support/temp_folder.h"
 
@@ -23,6 +24,7 @@ struct SPluginFoldersOfTest
     explicit SPluginFoldersOfTest(CSimulation* simulation = nullptr) : host([simulation] { return simulation; })
     {
         QDir().mkpath(places.preferences);
+        clearLogOnceMemory();
     }
 
     QString put(const std::string& plugin, const QString& path) const { return putPlugin(folder, plugin, path); }
@@ -31,6 +33,7 @@ struct SPluginFoldersOfTest
     const SPluginFolders places{folder.path("user"), folder.path("documents")};
     NApiCore::CPluginHost host;
     const CPluginBinding binding{places, host};
+    const CLogCapture log;
 };
 
 } // namespace NBrenmark

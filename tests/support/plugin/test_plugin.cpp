@@ -3,7 +3,7 @@
 //   TEST_KIND, Kind   1 contact model, 2 external force, 3 particle factory, and its namespace
 //   TEST_VERSION      230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
 //   TEST_INTERFACE    its class, from 2.0.0 on
-//   TEST_FAULT        an EFault, by its number
+//   TEST_FAULT        1 no instance, 2 its constructor throws, 3 setup refuses, 4 loading it ends the process
 //   GET_VERSION, GET_PREFERENCE_FILE, GET_INSTANCE, RELEASE_INSTANCE   what the kind calls these exports
 //
 // and an export's name to be another one where it is to be missing.
@@ -15,14 +15,6 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
-
-enum EFault
-{
-    eNoInstance = 1,
-    eConstructorThrows = 2,
-    eSetupRefuses = 3,
-    eLoadingAborts = 4
-};
 
 #ifndef TEST_FAULT
 #define TEST_FAULT 0
@@ -47,6 +39,8 @@ enum EFault
 #endif
 
 using namespace NBrenmark::NApiCore;
+using Number = unsigned int;
+using Data = ICustomPropertyDataApi_1_0;
 
 // What a test asks of the library beside its interface.
 extern "C" {
@@ -61,14 +55,8 @@ SHOWN char REPORT[4096] = "";
 #include "callbacks.h"
 #endif
 
-/// The answer of the work calls: a time step of 1 s and 2 s asks for an error.
-[[maybe_unused]] static EResult resultAt(double timeStep)
-{
-    return timeStep == 1.0 ? eRecoverable : timeStep == 2.0 ? eFatal : eOk;
-}
-
-/// The same of generation 1.
-[[maybe_unused]] static int errorAt(double timeStep) { return timeStep == 1.0 ? 1 : timeStep == 2.0 ? 7 : 0; }
+/// The answer of the work calls: a time step of 1 s and 2 s asks for an error. Those of generation 1 give its number.
+static EResult resultAt(double timeStep) { return timeStep == 1.0 ? eRecoverable : timeStep == 2.0 ? eFatal : eOk; }
 
 /// Waits for another caller, half a second at most. \return whether one came
 [[maybe_unused]] static bool meetsAnother()
@@ -84,8 +72,8 @@ SHOWN char REPORT[4096] = "";
 }
 
 /// "Wear (owner)" of as many elements as the owner's number and one, and a flag of particles.
-[[maybe_unused]] static bool describe(unsigned int index, unsigned int owner, char* name, unsigned int& type,
-                                      unsigned int& elements, unsigned int& unit, double* initialValues)
+[[maybe_unused]] static bool describe(Number index, Number owner, char* name, Number& type, Number& elements,
+                                      Number& unit, double* initialValues)
 {
     const char* const owners[] = {"Wear (particle)", "Wear (contact)", "Wear (geometry)", "Wear (simulation)"};
     if (owner > 3 || index > 1 || (index == 1 && owner != 0))
@@ -101,11 +89,11 @@ SHOWN char REPORT[4096] = "";
 
 __attribute__((constructor)) static void load()
 {
-    if (TEST_FAULT == eLoadingAborts)
+    if (TEST_FAULT == 4)
         std::abort();
 }
 
-BRENMARK_PLUGIN_EXPORT unsigned int GET_VERSION() { return TEST_REPORTED; }
+BRENMARK_PLUGIN_EXPORT Number GET_VERSION() { return TEST_REPORTED; }
 
 #if TEST_VERSION < 200 // ---------------------------------------------------------------- exported functions
 
@@ -118,32 +106,32 @@ BRENMARK_PLUGIN_EXPORT int CALCULATEFORCE(const char*, const double*, const doub
     forces->normalForce[0] += 10.0 * contact->normalOverlap;
     if (contact->first.properties != nullptr)
         forces->normalForce[1] = *contact->first.properties->getValue(0u);
-    return errorAt(*timeStep);
+    return resultAt(*timeStep);
 }
 #elif TEST_KIND == 2
 BRENMARK_PLUGIN_EXPORT int EXTERNALFORCE(const char*, const double* timeStep, const Kind::SParticle* particle,
                                          Kind::SParticleForces* forces)
 {
     forces->force[2] -= particle->mass;
-    return errorAt(*timeStep);
+    return resultAt(*timeStep);
 }
 #else
 BRENMARK_PLUGIN_EXPORT int CREATEPARTICLE(const char*, const double* time, Kind::SNewParticle* particle, int* created)
 {
     std::strcpy(particle->typeName, *time == 3.0 ? "Nobody" : "Ball");
     *created = 1;
-    return errorAt(*time);
+    return resultAt(*time);
 }
 #endif
 
 #if TEST_VERSION == 110
-BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char* name, const unsigned int* index)
+BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char* name, const Number* index)
 {
     std::strcat(REPORT, (name + (' ' + std::to_string(*index)) + '\n').c_str());
 }
-BRENMARK_PLUGIN_EXPORT void GETNUMBEROFREQUIREDPROPERTIES(unsigned int* count) { *count = 4000000000u; }
-BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const unsigned int* index, char* name, unsigned int* type,
-                                                 unsigned int* elements, unsigned int* unit)
+BRENMARK_PLUGIN_EXPORT void GETNUMBEROFREQUIREDPROPERTIES(Number* count) { *count = 4000000000u; }
+BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const Number* index, char* name, Number* type, Number* elements,
+                                                 Number* unit)
 {
     return describe(*index, 0, name, *type, *elements, *unit, nullptr);
 }
@@ -160,7 +148,7 @@ class __attribute__((visibility("default"))) CTestPlugin final : public Interfac
 public:
     CTestPlugin()
     {
-        if (TEST_FAULT == eConstructorThrows)
+        if (TEST_FAULT == 2)
             throw std::runtime_error("no licence");
         ++LIVE_INSTANCES;
     }
@@ -176,11 +164,11 @@ public:
     {
         std::printf("a library says hello\n"); // which must not get among the results
         std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
-        return TEST_FAULT != eSetupRefuses;
+        return TEST_FAULT != 3;
     }
     bool setup(IApiManager_1_0* apiManager, const char* preferenceFile, char* errorText)
     {
-        if (TEST_FAULT == eSetupRefuses)
+        if (TEST_FAULT == 3)
             std::strcpy(errorText, "line 3 isn't a number");
         return setup(preferenceFile) && apiManager->isAvailable();
     }
@@ -191,10 +179,7 @@ public:
 #endif
         return apiManager != nullptr;
     }
-    bool starting(IApiManager_1_0* apiManager, unsigned int threadCount)
-    {
-        return starting(apiManager) && threadCount > 0;
-    }
+    bool starting(IApiManager_1_0* apiManager, Number threadCount) { return starting(apiManager) && threadCount > 0; }
     void stopping(IApiManager_1_0*) {}
 
 #if TEST_KIND == 1
@@ -224,33 +209,28 @@ public:
         return resultAt(time);
     }
 #endif
-    void setCustomPropertyData(ICustomPropertyDataApi_1_0*) { ++STEPS_BEGUN; }
-    void setCustomPropertyData(ICustomPropertyDataApi_1_0*, IParticleManagerApi_1_0*, IGeometryManagerApi_1_0*)
-    {
-        ++STEPS_BEGUN;
-    }
+    void setCustomPropertyData(Data*) { ++STEPS_BEGUN; }
+    void setCustomPropertyData(Data*, IParticleManagerApi_1_0*, IGeometryManagerApi_1_0*) { ++STEPS_BEGUN; }
 
-    unsigned int getNumberOfRequiredProperties() { return 2; }
-    unsigned int getNumberOfRequiredProperties(unsigned int) { return 2; }
-    bool getDetailsForProperty(unsigned int index, char* name, unsigned int& type, unsigned int& elements,
-                               unsigned int& unit)
+    Number getNumberOfRequiredProperties() { return 2; }
+    Number getNumberOfRequiredProperties(Number) { return 2; }
+    bool getDetailsForProperty(Number index, char* name, Number& type, Number& elements, Number& unit)
     {
         return describe(index, 0, name, type, elements, unit, nullptr);
     }
-    bool getDetailsForProperty(unsigned int index, unsigned int owner, char* name, unsigned int& type,
-                               unsigned int& elements, unsigned int& unit)
+    bool getDetailsForProperty(Number index, Number owner, char* name, Number& type, Number& elements, Number& unit)
     {
         return describe(index, owner, name, type, elements, unit, nullptr);
     }
-    bool getDetailsForProperty(unsigned int index, unsigned int owner, char* name, unsigned int& type,
-                               unsigned int& elements, unsigned int& unit, double* initialValues)
+    bool getDetailsForProperty(Number index, Number owner, char* name, Number& type, Number& elements, Number& unit,
+                               double* initialValues)
     {
         return describe(index, owner, name, type, elements, unit, initialValues);
     }
 };
 // NOLINTEND(modernize-use-override)
 
-BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == eNoInstance ? nullptr : new CTestPlugin; }
+BRENMARK_PLUGIN_EXPORT Interface* GET_INSTANCE() { return TEST_FAULT == 1 ? nullptr : new CTestPlugin; }
 BRENMARK_PLUGIN_EXPORT void RELEASE_INSTANCE(Interface* instance) { delete instance; }
 
 #endif

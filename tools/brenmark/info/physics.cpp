@@ -156,9 +156,11 @@ void printModels(const Json& models, const std::string& noun, const std::string&
 {
     CTable table;
     for (const Json& model : models) {
-        std::string rest = model["known"].get<bool>() ? "" : "not known here, kept by its name";
+        std::string rest;
         if (model.contains("libraryNote"))
-            rest += "; " + shown(model["libraryNote"]);
+            rest = "of a plug-in; " + shown(model["libraryNote"]);
+        else if (!model["known"].get<bool>())
+            rest = "not known here, kept by its name";
         for (const Json& parameter : model["parameters"])
             rest += (rest.empty() ? "" : ", ") + parameterText(parameter);
         table.row(shown(model["name"]), rest.empty() ? "no parameters" : rest);

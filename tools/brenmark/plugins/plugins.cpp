@@ -78,7 +78,7 @@ static void printFolders(const Json& folders)
     CTable libraries;
     for (const Json& folder : folders) {
         places.row(shown(folder["path"]),
-                   text(folder["kinds"]) + (folder["exists"].get<bool>() ? "" : ", isn't there"));
+                   text(folder["kinds"]) + (folder["exists"].get<bool>() ? "" : "; doesn't exist"));
         for (const Json& library : folder["libraries"]) {
             for (const Json& plugin : library["plugins"])
                 libraries.row(shown(library["path"]), pluginLine(plugin));

@@ -22,12 +22,9 @@ public:
     bool isThreadSafe() override { return true; }
     bool usesCustomProperties() override { return true; }
 
-    bool setup(NApiCore::IApiManager_1_0* apiManager, const char* /*preferenceFile*/, char* errorText) override
+    bool setup(NApiCore::IApiManager_1_0* /*apiManager*/, const char* /*preferenceFile*/, char* /*errorText*/) override
     {
-        if (apiManager->isAvailable())
-            return true;
-        std::strncpy(errorText, "The host has no interfaces.", NApiCore::errorTextSize - 1);
-        return false;
+        return true;
     }
     bool starting(NApiCore::IApiManager_1_0* /*apiManager*/, unsigned int /*threadCount*/) override { return true; }
     void stopping(NApiCore::IApiManager_1_0* /*apiManager*/) override {}

@@ -43,7 +43,7 @@ public:
     virtual bool createParticle(double time, const CParticleTypes& types, NApiFactory::SNewParticle& particle,
                                 bool& created) = 0;
     /// New definitions for an owner, an ECustomPropertyOwner.
-    virtual RequiredProperties requiredProperties(unsigned int ownerType) const = 0;
+    virtual RequiredProperties requiredProperties(unsigned int /*ownerType*/) const { return {}; }
     /// The largest scale of a particle that it creates.
     virtual double largestScale() const { return 1.0; }
 

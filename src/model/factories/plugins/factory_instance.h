@@ -61,7 +61,6 @@ public:
         created = created && result == NApiCore::eOk && isOfKnownType;
         return (result == NApiCore::eOk && isOfKnownType) || result == NApiCore::eRecoverable;
     }
-    RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
 
 protected:
     mutable CPluginInstance<TPlugin, TCalls> instance; ///< the answers to its questions are a cache

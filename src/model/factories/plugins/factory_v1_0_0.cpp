@@ -4,8 +4,6 @@
 
 namespace NBrenmark::NApiFactory {
 
-CPluginParticleFactoryWrapper_V1_0_0::~CPluginParticleFactoryWrapper_V1_0_0() = default;
-
 bool CPluginParticleFactoryWrapper_V1_0_0::setupPlugin(std::unique_ptr<QLibrary> loaded, const QString& factoryName,
                                                        CPluginParticleFactoryList* list)
 {

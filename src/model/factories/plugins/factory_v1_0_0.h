@@ -10,8 +10,6 @@ namespace NBrenmark::NApiFactory {
 class CPluginParticleFactoryWrapper_V1_0_0 : public CPluginParticleFactoryWrapper
 {
 public:
-    ~CPluginParticleFactoryWrapper_V1_0_0() override;
-
     bool setupPlugin(std::unique_ptr<QLibrary> loaded, const QString& factoryName,
                      CPluginParticleFactoryList* list) override;
     void unloadPlugin() override;
@@ -19,7 +17,6 @@ public:
     bool starting() override { return true; }
     void stopping() override {}
     bool createParticle(double time, const CParticleTypes& types, SNewParticle& particle, bool& created) override;
-    RequiredProperties requiredProperties(unsigned int /*ownerType*/) const override { return {}; }
 
 private:
     CreateParticle create = nullptr;

@@ -27,7 +27,7 @@ struct SElement
     double shearModulus; ///< Pa
     double density;      ///< kg/m^3
     double workFunction;
-    NApiCore::ICustomPropertyDataApi_1_0* properties; ///< for this call; null in 1.0.0
+    NApiCore::ICustomPropertyDataApi_1_0* properties; ///< for this call; null if it has none, and in 1.0.0
 };
 
 struct SContact
@@ -41,7 +41,7 @@ struct SContact
     double contactPoint[3];                           ///< m
     double normalOverlap;                             ///< m, positive while the surfaces overlap
     double tangentialOverlap[3];                      ///< m, summed up by the solver; may be cut back
-    NApiCore::ICustomPropertyDataApi_1_0* properties; ///< of the contact, for this call; null in 1.0.0
+    NApiCore::ICustomPropertyDataApi_1_0* properties; ///< of the contact, as those of its sides
 };
 
 /// What the chain of models has made of a contact so far, to be added to.

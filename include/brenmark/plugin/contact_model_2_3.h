@@ -23,7 +23,8 @@ public:
     virtual void stopping(NApiCore::IApiManager_1_0* apiManager) = 0;
     virtual NApiCore::EResult calculateForce(double time, double timeStep, SContact& contact,
                                              SContactForces& forces) = 0;
-    /// Before the contacts of a step. \param simulationData  of the simulation, until the next call
+    /// Before the contacts of a step.
+    /// \param simulationData  of the simulation, until the next call; null without an open deck
     virtual void setCustomPropertyData(NApiCore::ICustomPropertyDataApi_1_0* simulationData) = 0;
     virtual unsigned int getNumberOfRequiredProperties(unsigned int ownerType) = 0;
     /// \param initialValues  NApiCore::mostElements zeros, of which the first numberOfElements count

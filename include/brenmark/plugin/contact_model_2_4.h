@@ -25,6 +25,7 @@ public:
     virtual NApiCore::EResult calculateForce(double time, double timeStep, SContact& contact,
                                              SContactForces& forces) = 0;
     /// Before the contacts of a step; all of it until the next call.
+    /// \param simulationData  null without an open deck
     virtual void setCustomPropertyData(NApiCore::ICustomPropertyDataApi_1_0* simulationData,
                                        NApiCore::IParticleManagerApi_1_0* particles,
                                        NApiCore::IGeometryManagerApi_1_0* geometry) = 0;

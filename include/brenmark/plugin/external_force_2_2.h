@@ -20,7 +20,8 @@ public:
     virtual bool starting(NApiCore::IApiManager_1_0* apiManager) = 0;
     virtual void stopping(NApiCore::IApiManager_1_0* apiManager) = 0;
     virtual NApiCore::EResult externalForce(double timeStep, const SParticle& particle, SParticleForces& forces) = 0;
-    /// Before the particles of a step. \param simulationData  of the simulation, until the next call
+    /// Before the particles of a step.
+    /// \param simulationData  of the simulation, until the next call; null without an open deck
     virtual void setCustomPropertyData(NApiCore::ICustomPropertyDataApi_1_0* simulationData) = 0;
     virtual unsigned int getNumberOfRequiredProperties(unsigned int ownerType) = 0;
     /// \param initialValues  NApiCore::mostElements zeros, of which the first numberOfElements count

@@ -24,6 +24,7 @@ public:
     virtual void stopping(NApiCore::IApiManager_1_0* apiManager) = 0;
     virtual NApiCore::EResult externalForce(double timeStep, const SParticle& particle, SParticleForces& forces) = 0;
     /// Before the particles of a step; all of it until the next call.
+    /// \param simulationData  null without an open deck
     virtual void setCustomPropertyData(NApiCore::ICustomPropertyDataApi_1_0* simulationData,
                                        NApiCore::IParticleManagerApi_1_0* particles,
                                        NApiCore::IGeometryManagerApi_1_0* geometry) = 0;

@@ -11,7 +11,7 @@ struct SParticle
 {
     const char* name;                                 ///< of the particle type
     double mass;                                      ///< kg
-    NApiCore::ICustomPropertyDataApi_1_0* properties; ///< for this call; null in 1.0.0
+    NApiCore::ICustomPropertyDataApi_1_0* properties; ///< for this call; null if it has none, and in 1.0.0
 };
 
 /// What the forces so far have made of it, to be added to.

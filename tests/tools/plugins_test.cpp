@@ -40,6 +40,7 @@ TEST(PluginsCommand, asksEachLibraryInAProcessOfItsOwn)
 {
     const SUser user;
     user.put("model_250", "Good");
+    user.put("model_210_fault_5", "Named");
     user.put("force_100", "ContactModels/Misplaced");
     user.put("model_aborts", "Aborts");
     user.put("factory_210_fault_3", "Refuses");
@@ -60,6 +61,7 @@ TEST(PluginsCommand, asksEachLibraryInAProcessOfItsOwn)
     EXPECT_EQ(rows, R"(Aborts "crashed when it was asked"
 Good null, contact model 2.5.0 true null
 Later null, contact model 2.6.0 false "The library interface version (2.6.0) is not supported by this release. The contact model interface version is not supported, the contact model must use interface version 2.5.0"
+Named null, contact model 2.1.0 false "its custom property \"Wear_2\" has no valid name"
 Refuses null, particle factory 2.1.0 false "Plugin factories setup() method return failure. line 3 isn't a number"
 Text "can't be loaded: Cannot load library /t
 Misplaced null, external force 1.0.0 false "isn't sought in this folder"

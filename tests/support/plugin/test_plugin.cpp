@@ -3,7 +3,8 @@
 //   TEST_KIND, Kind   1 contact model, 2 external force, 3 particle factory, and its namespace
 //   TEST_VERSION      230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
 //   TEST_INTERFACE    its class, from 2.0.0 on
-//   TEST_FAULT        1 no instance, 2 its constructor throws, 3 setup refuses, 4 loading it ends the process
+//   TEST_FAULT        1 no instance, 2 its constructor throws, 3 setup refuses, 4 loading it ends the process, 5 a property
+//                     has a name that no deck takes
 //   GET_VERSION, GET_PREFERENCE_FILE, GET_INSTANCE, RELEASE_INSTANCE   what the kind calls these exports
 //
 // and an export's name to be another one where it is to be missing.
@@ -75,7 +76,8 @@ static EResult resultAt(double timeStep) { return timeStep == 1.0 ? eRecoverable
 [[maybe_unused]] static bool describe(Number index, Number owner, char* name, Number& type, Number& elements,
                                       Number& unit, double* initialValues)
 {
-    const char* const owners[] = {"Wear (particle)", "Wear (contact)", "Wear (geometry)", "Wear (simulation)"};
+    const char* const owners[] = {TEST_FAULT == 5 ? "Wear_2" : "Wear (particle)", "Wear (contact)", "Wear (geometry)",
+                                  "Wear (simulation)"};
     if (owner > 3 || index > 1 || (index == 1 && owner != 0))
         return false;
     std::strcpy(name, index == 1 ? "Is Worn" : owners[owner]);

@@ -97,6 +97,16 @@ Json propertyRows(const Owned& owned)
     return rows;
 }
 
+/// Why a deck refuses the properties; null if it doesn't.
+Json faultOf(const Owned::value_type& owned)
+{
+    for (const auto& [owner, properties] : owned)
+        for (const std::unique_ptr<CCustomPropertyMetaData>& property : properties)
+            if (!CCustomPropertyManager::isValidName(property->name))
+                return "its custom property \"" + property->name + "\" has no valid name";
+    return Json();
+}
+
 Json reportOf(const QString& path)
 {
     Json report{{"path", utf8(path)}, {"plugins", Json::array()}, {"reason", Json()}};
@@ -116,10 +126,11 @@ Json reportOf(const QString& path)
         Owned properties;
         if (loaded.library != nullptr)
             properties = bindable.bind(std::move(loaded), QFileInfo(path).completeBaseName());
+        const Json fault = properties ? faultOf(*properties) : errors.text();
         report["plugins"].push_back({{"kind", bindable.kind.noun},
                                      {"version", utf8(versionText(version))},
-                                     {"supported", properties.has_value()},
-                                     {"reason", errors.text()},
+                                     {"supported", properties.has_value() && fault.is_null()},
+                                     {"reason", fault},
                                      {"properties", propertyRows(properties)}});
     }
     if (report["plugins"].empty())

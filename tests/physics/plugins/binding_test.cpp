@@ -346,7 +346,7 @@ TEST(ForceAndFactoryPlugIns, workAndSayWhatWentWrong)
 
 // ---------------------------------------------------------------- the tables of functions
 
-/// The symbol of the operation at a position of an instance's table, the destructor being at 0: it takes two entries here.
+/// The symbol at a position of an instance's table of functions. The destructor is at 0, and takes two entries here.
 static QString operationAt(const void* instance, std::size_t position)
 {
     void* const* const table = *static_cast<void* const* const*>(instance);

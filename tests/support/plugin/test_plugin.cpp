@@ -3,8 +3,8 @@
 //   TEST_KIND, Kind   1 contact model, 2 external force, 3 particle factory, and its namespace
 //   TEST_VERSION      230 for 2.3.0: the form of the plug-in, and what it reports unless TEST_REPORTED says otherwise
 //   TEST_INTERFACE    its class, from 2.0.0 on
-//   TEST_FAULT        1 no instance, 2 its constructor throws, 3 setup refuses, 4 loading it ends the process, 5 a property
-//                     has a name that no deck takes
+//   TEST_FAULT        1 no instance, 2 its constructor throws, 3 setup refuses, 4 loading it ends the process,
+//                     5 a property has a name that no deck takes
 //   GET_VERSION, GET_PREFERENCE_FILE, GET_INSTANCE, RELEASE_INSTANCE   what the kind calls these exports
 //
 // and an export's name to be another one where it is to be missing.

@@ -8,6 +8,7 @@
 //   GET_VERSION, GET_PREFERENCE_FILE, GET_INSTANCE, RELEASE_INSTANCE   what the kind calls these exports
 //
 // and an export's name to be another one where it is to be missing.
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -56,6 +57,9 @@ SHOWN char REPORT[4096] = "";
 #include "callbacks.h"
 #endif
 
+/// Writes a text with its NUL.
+static void put(char* place, const std::string& text) { std::copy_n(text.c_str(), text.size() + 1, place); }
+
 /// The answer of the work calls: a time step of 1 s and 2 s asks for an error. Those of generation 1 give its number.
 static EResult resultAt(double timeStep) { return timeStep == 1.0 ? eRecoverable : timeStep == 2.0 ? eFatal : eOk; }
 
@@ -80,7 +84,7 @@ static EResult resultAt(double timeStep) { return timeStep == 1.0 ? eRecoverable
                                   "Wear (simulation)"};
     if (owner > 3 || index > 1 || (index == 1 && owner != 0))
         return false;
-    std::strcpy(name, index == 1 ? "Is Worn" : owners[owner]);
+    put(name, index == 1 ? "Is Worn" : owners[owner]);
     type = index == 1 ? eBoolean : eDouble;
     elements = index == 1 ? 1 : owner + 1;
     unit = eLength;
@@ -99,7 +103,7 @@ BRENMARK_PLUGIN_EXPORT Number GET_VERSION() { return TEST_REPORTED; }
 
 #if TEST_VERSION < 200 // ---------------------------------------------------------------- exported functions
 
-BRENMARK_PLUGIN_EXPORT void GET_PREFERENCE_FILE(char* name) { std::memcpy(name, "table of values.txt", 19); }
+BRENMARK_PLUGIN_EXPORT void GET_PREFERENCE_FILE(char* name) { std::copy_n("table of values.txt", 19, name); }
 
 #if TEST_KIND == 1
 BRENMARK_PLUGIN_EXPORT int CALCULATEFORCE(const char*, const double*, const double* timeStep, Kind::SContact* contact,
@@ -120,7 +124,7 @@ BRENMARK_PLUGIN_EXPORT int EXTERNALFORCE(const char*, const double* timeStep, co
 #else
 BRENMARK_PLUGIN_EXPORT int CREATEPARTICLE(const char*, const double* time, Kind::SNewParticle* particle, int* created)
 {
-    std::strcpy(particle->typeName, *time == 3.0 ? "Nobody" : "Ball");
+    put(particle->typeName, *time == 3.0 ? "Nobody" : "Ball");
     *created = 1;
     return resultAt(*time);
 }
@@ -129,7 +133,7 @@ BRENMARK_PLUGIN_EXPORT int CREATEPARTICLE(const char*, const double* time, Kind:
 #if TEST_VERSION == 110
 BRENMARK_PLUGIN_EXPORT void REGISTERNEWPARTICLEPROPERTY(const char* name, const Number* index)
 {
-    std::strcat(REPORT, (name + (' ' + std::to_string(*index)) + '\n').c_str());
+    put(REPORT + std::strlen(REPORT), name + (' ' + std::to_string(*index)) + '\n');
 }
 BRENMARK_PLUGIN_EXPORT void GETNUMBEROFREQUIREDPROPERTIES(Number* count) { *count = 4000000000u; }
 BRENMARK_PLUGIN_EXPORT int GETDETAILSFORPROPERTY(const Number* index, char* name, Number* type, Number* elements,
@@ -156,7 +160,7 @@ public:
     }
     ~CTestPlugin() { --LIVE_INSTANCES; }
 
-    void getPreferenceFileName(char* name) { std::strcpy(name, "table of values.txt"); }
+    void getPreferenceFileName(char* name) { put(name, "table of values.txt"); }
     bool isThreadSafe() { return TEST_VERSION % 20 == 0; }
     bool usesCustomProperties() { return true; }
     bool query() { return true; }
@@ -165,19 +169,19 @@ public:
     bool setup(const char* preferenceFile)
     {
         std::printf("a library says hello\n"); // which must not get among the results
-        std::strncpy(SETUP_FILE, preferenceFile, sizeof SETUP_FILE - 1);
+        put(SETUP_FILE, preferenceFile);
         return TEST_FAULT != 3;
     }
     bool setup(IApiManager_1_0* apiManager, const char* preferenceFile, char* errorText)
     {
         if (TEST_FAULT == 3)
-            std::strcpy(errorText, "line 3 isn't a number");
+            put(errorText, "line 3 isn't a number");
         return setup(preferenceFile) && apiManager->isAvailable();
     }
     bool starting(IApiManager_1_0* apiManager)
     {
 #ifdef TEST_CALLBACKS
-        std::strncpy(REPORT, callBack(*apiManager).c_str(), sizeof REPORT - 1);
+        put(REPORT, callBack(*apiManager));
 #endif
         return apiManager != nullptr;
     }
@@ -206,7 +210,7 @@ public:
 #else
     EResult createParticle(double time, Kind::SNewParticle& particle, bool& created)
     {
-        std::strcpy(particle.typeName, time == 3.0 ? "Nobody" : "Ball");
+        put(particle.typeName, time == 3.0 ? "Nobody" : "Ball");
         created = true;
         return resultAt(time);
     }

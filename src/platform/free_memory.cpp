@@ -5,6 +5,7 @@
 #include <limits>
 #include <string>
 
+#include <malloc.h>
 #include <sys/mman.h>
 
 namespace NBrenmark {
@@ -26,6 +27,13 @@ bool isMemoryToBeHad(std::size_t bytes)
 {
     void* room = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     return room != MAP_FAILED && munmap(room, bytes) == 0;
+}
+
+void keepFreedMemory()
+{
+    constexpr int largest = 32 << 20; // bytes; what is larger goes back at once
+    mallopt(M_MMAP_THRESHOLD, largest);
+    mallopt(M_TRIM_THRESHOLD, 2 * largest);
 }
 
 } // namespace NBrenmark

@@ -24,9 +24,8 @@ options = parser.parse_args()
 
 
 def run(*arguments, **variables):
-    asan = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
-    return subprocess.run([options.tool, *arguments], env={**os.environ, "ASAN_OPTIONS": asan, **variables},
-                          capture_output=True, text=True, timeout=300)
+    return subprocess.run([options.tool, *arguments], env={**os.environ, **variables}, capture_output=True, text=True,
+                          timeout=300)
 
 
 def convert(folder, *more, kill_at=None):

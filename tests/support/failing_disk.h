@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QString>
 
-#include <cstdlib>
 #include <string>
 
 namespace NBrenmark {
@@ -33,9 +32,6 @@ public:
         QFile::remove(notes);
         QFile::remove(notes + ".count");
         run.environment("LD_PRELOAD", failingCallsModule());
-        // The module stands before a sanitizer's library, which otherwise insists on being the first.
-        const char* const options = std::getenv("ASAN_OPTIONS");
-        run.environment("ASAN_OPTIONS", std::string(options ? options : "") + ":verify_asan_link_order=0");
         run.environment("FAILING_CALLS_BELOW", argument(folder));
         run.environment("FAILING_CALLS_KINDS", "write");
         run.environment("FAILING_CALLS_NOTE", argument(notes));

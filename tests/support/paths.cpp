@@ -8,7 +8,10 @@ std::string sampleDeck(const std::string& name) { return projectFolder() + "/sam
 
 std::string commandLineProgram() { return std::string(BRENMARK_BINARY_DIR) + "/bin/brenmark"; }
 
-std::string failingCallsModule() { return std::string(BRENMARK_BINARY_DIR) + "/tests/libfailing_calls.so"; }
+std::string failingCallsModule()
+{
+    return std::string(BRENMARK_BEFORE_FAILING_CALLS) + BRENMARK_BINARY_DIR + "/tests/libfailing_calls.so";
+}
 
 std::string testPlugin(const std::string& name)
 {

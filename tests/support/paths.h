@@ -14,7 +14,8 @@ std::string sampleDeck(const std::string& name);
 /// Path of the command line of this build, for tests that run it as a user does.
 std::string commandLineProgram();
 
-/// Path of the module that makes calls fail, built from support/failing_calls.c.
+/// What is to be preloaded to make calls fail: the module built from support/failing_calls.c, after the runtime of a
+/// sanitizer if there is one, with a colon between them.
 std::string failingCallsModule();
 
 /// Path of a plug-in that was built from support/plugin, for example testPlugin("model_250").

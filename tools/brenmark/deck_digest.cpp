@@ -90,6 +90,8 @@ STimestepFigures figuresOf(const SSimulationFrame& frame, double bytes)
     STimestepFigures figures;
     figures.time = frame.timestep.time;
     figures.bytes = bytes;
+    figures.kinetic = frame.timestep.systemEnergy.kinetic;
+    figures.potential = frame.timestep.systemEnergy.potential;
     double sum = 0.0;
     for (const auto& type : frame.timestep.particleTypes.types) {
         const double size = 2.0 * type->maxExtent(1.0);

@@ -24,7 +24,9 @@ struct STimestepFigures
     double smallest = 0.0; ///< size of a particle, m: twice the greatest reach from its centre
     double mean = 0.0;
     double largest = 0.0;
-    double bytes = 0.0; ///< as it is stored
+    double bytes = 0.0;   ///< as it is stored
+    double kinetic = 0.0; ///< of all particles, as the timestep's energies have it, J
+    double potential = 0.0;
 };
 
 struct SDeckDigest

@@ -7,6 +7,7 @@
 #include "brenmark/terminal.h"
 
 #include "core/deck/application_state.h"
+#include "platform/free_memory.h"
 
 #include <QTextCodec>
 
@@ -94,6 +95,7 @@ int main(int argumentCount, char** arguments)
     using namespace NBrenmark;
     catchInterrupts(); // the first thing: none that comes early may end the program by the signal
     std::set_terminate(endWithStatus);
+    keepFreedMemory();
     occupyStandardStreams();
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other

@@ -288,8 +288,6 @@ bool CDemIoManager::readIndexFile(const QString& name, TimestepIndex& index)
 
 bool CDemIoManager::writeIndexFile(const TimestepIndex& index)
 {
-    if (indexFile.fileName().isEmpty())
-        indexFile.setFileName(stripLegacySuffix(fileName) + NDeckFile::indexSuffix);
     indexFile.close();
     if (!indexFile.open(QIODevice::ReadWrite | QIODevice::Truncate))
         return fileFailed(NLogTitle::legacyWrite, "open", indexFile);

@@ -130,8 +130,7 @@ void CHdf5IoManager::updateHeader()
     File writable = openFile(fileName, eReadWrite);
     lastVersion = std::max(lastVersion, currentFileVersion());
     writeHeader(*writable, {firstVersion, lastVersion, timestepCount, edition});
-    closeChecked(writable);
-    openMainFile();
+    closeChecked(writable); // and nothing is read of it before the next header
 }
 
 bool CHdf5IoManager::readHeader()

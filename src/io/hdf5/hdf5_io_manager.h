@@ -97,7 +97,7 @@ private:
     void copyTimestep(SSubset& subset, quint32 source);
 
     const CWithoutFilterPlugins withoutPlugins;
-    File mainFile;                  ///< null when no deck is open
+    File mainFile;                  ///< null when no deck is open, or its header was written last
     File timestepFile;              ///< the numbered file now open, or null
     qint64 currentFileNumber = -1;  ///< of timestepFile; -1: none
     H5::FileAccPropList fileAccess; ///< of every open

@@ -1,6 +1,7 @@
 // How arrays are laid out in a file, and what a reader believes of an array's announced size.
 #include "core/thread_pool.h"
 #include "io/hdf5/bulk_arrays.h"
+#include "io/hdf5/chunk_inflating.h"
 #include "io/hdf5/chunk_queue.h"
 #include "io/hdf5/error_text.h"
 
@@ -122,7 +123,7 @@ TEST(ArrayDeflating, givesOneFileWithAnyNumberOfThreadsThatTheFilterOfHdf5Inflat
             values[i] = i % 5 == 0 ? 1.0 : std::sqrt(double(i));
         const SArrayShape shape{values.size() / std::max<hsize_t>(columns, 1), columns};
         std::set<std::string> files;
-        for (const unsigned threads : {1u, 2u, 6u}) {
+        for (const unsigned threads : {1u, 4u}) {
             const CThreadPool pool(threads);
             const QString path = folder.path("a.h5");
             {
@@ -133,11 +134,13 @@ TEST(ArrayDeflating, givesOneFileWithAnyNumberOfThreadsThatTheFilterOfHdf5Inflat
                 chunks.finish();
             }
             files.insert(chunksOf(path));
-            std::vector<double> back(values.size());
-            H5::H5File(path.toStdString(), H5F_ACC_RDONLY)
-                .openDataSet("a")
-                .read(back.data(), H5::PredType::NATIVE_DOUBLE);
+            std::vector<double> back(values.size()), inflated(values.size());
+            const H5::DataSet dataset = H5::H5File(path.toStdString(), H5F_ACC_RDONLY).openDataSet("a");
+            dataset.read(back.data(), H5::PredType::NATIVE_DOUBLE);
             EXPECT_TRUE(back == values) << threads;
+            const bool isInflated = inflateChunks(dataset, H5::PredType::NATIVE_DOUBLE, inflated.data());
+            EXPECT_EQ(isInflated, threads > 1); // without a pool that is left to the filter
+            EXPECT_TRUE(!isInflated || inflated == values) << threads;
         }
         EXPECT_EQ(files.size(), 1u);
     }

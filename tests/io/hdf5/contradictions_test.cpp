@@ -1,6 +1,8 @@
 // Files whose parts contradict each other: what is stored decides, and the log says so.
 #include "io/hdf5/hdf5_deck_testing.h"
+#include "io/hdf5/hdf5_sample.h"
 #include "support/h5_builder.h"
+#include "support/samples.h"
 
 #include <functional>
 
@@ -40,6 +42,37 @@ static const SContradiction contradictions[] = {
     {"the file of another timestep",
      [](const CTempFolder& f) { f.write("Kiste_data/1.h5", f.read("Kiste_data/0.h5")); }, true,
      "the model in this file is number 0: it is the file of another timestep"},
+    {"two timesteps of one time",
+     [](const CTempFolder& f) {
+         CH5Builder(f.path("Kiste_data/1.h5"), false).number("/TimestepData/0.2", "time", 0.1);
+     },
+     true, "Timesteps 0 and 1 have the same time."},
+    {"another file among the timesteps", [](const CTempFolder& f) { f.write("Kiste_data/notes.h5", "none"); }, true,
+     "notes.h5 isn't a timestep of this deck."},
+    {"two blocks of one name",
+     [](const CTempFolder&) {
+         CHdf5Sample sample;
+         CMaterialBlockMap blocks;
+         fill(blocks);
+         sample.write<CHdf5CreatorDataWriter>([&](auto& writer) { writer.writeMaterialBlocks(blocks); });
+         sample.change().text("/MaterialBlocks/1", "name", "Bed");
+         CMaterialBlockMap read;
+         sample.read<CHdf5CreatorDataReader>(currentFileVersion(), [&](auto& r) { r.readMaterialBlocks(read); });
+     },
+     true, "Two material blocks are named \"Bed\": the later one stays."},
+    {"two shares of one size",
+     [](const CTempFolder&) {
+         const double rows[] = {0.25, 30.0, 0.25, 100.0};
+         const hid_t type = H5Tcreate(H5T_COMPOUND, 2 * sizeof(double));
+         H5Tinsert(type, "first", 0, H5T_NATIVE_DOUBLE);
+         H5Tinsert(type, "second", sizeof(double), H5T_NATIVE_DOUBLE);
+         CHdf5Sample sample;
+         CH5Builder(sample.path()).dataset("/", "data", type, {2}, rows);
+         H5Tclose(type);
+         CUserDefinedDistribution law;
+         sample.read<CHdf5CreatorDataReader>(law);
+     },
+     true, "A size law has 2 bands of 1 sizes"},
 };
 
 TEST(Contradictions, areReportedAndNothingIsMadeUp)
@@ -47,8 +80,8 @@ TEST(Contradictions, areReportedAndNothingIsMadeUp)
     for (const SContradiction& c : contradictions) {
         const CTempFolder folder;
         makeDeck(folder.path("Kiste.dem"), {{0.1, "A"}, {0.2, "B"}});
-        c.make(folder);
         CLogCapture log;
+        c.make(folder);
         CHdf5Deck deck;
         const bool isRead = deck.open(folder.path("Kiste.dem")) == eOpened && deck.read(0) && deck.read(1);
         EXPECT_EQ(isRead, c.isRead) << c.what << log.text();

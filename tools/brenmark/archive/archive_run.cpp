@@ -332,7 +332,7 @@ void CArchiveRun::settle(const SArchiveDeck& deck, SDeckOutcome outcome)
     table.add(outcome);
     if (!options.quiet)
         printError("brenmark: " + std::to_string(table.done()) + " of " + std::to_string(decks.size()) + ": " +
-                   outcomeLine(outcome));
+                   outcomeLine(outcome) + '\n');
 }
 
 void CArchiveRun::convertAll()

@@ -18,7 +18,7 @@ void CArchiveTable::add(const SDeckOutcome& outcome)
     row.bytesRead += outcome.bytesRead;
     row.bytesWritten += outcome.bytesWritten;
     if (outcome.state == eDeckFailed && failures.size() < mostFailures)
-        failures.push_back(outcomeLine(outcome));
+        failures.push_back(outcomeLine(outcome) + '\n');
 }
 
 void CArchiveTable::add(const SRunState& state)
@@ -127,7 +127,7 @@ std::string outcomeLine(const SDeckOutcome& outcome)
                 (outcome.losses.size() > 1 ? " and " + std::to_string(outcome.losses.size() - 1) + " more" : "");
     if (!outcome.text.empty())
         text += ": " + outcome.text;
-    return indented(text) + '\n';
+    return indented(text);
 }
 
 /// A deck at a time: as one value, a hundred thousand would take more memory than the run itself.

@@ -180,7 +180,7 @@ double CDryRun::minutes(const SPace& pace) const
 void CDryRun::tell(const SPace& pace) const
 {
     for (const SDeckOutcome& outcome : refused)
-        printResult(outcomeLine(outcome));
+        printResult(outcomeLine(outcome) + '\n');
     printResult(countText(possible, "deck") + " of " + std::to_string(decks.size()) + " can be converted: " +
                 countText(timesteps, "timestep") + ", " + sizeText(static_cast<double>(bytes)) + " to read\n");
     if (possible > 0 && pace.bytesPerSecond > 0.0)

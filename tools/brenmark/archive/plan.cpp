@@ -59,7 +59,8 @@ static std::string snakefile(const SPlanOptions& options)
         return text;
     }();
     const size_t at = doubled.rfind("SHARE");
-    return "# snakemake --cores 8 --snakefile Snakefile; status 3, converted with losses, isn't a failure of the run.\n"
+    return "# snakemake --cores 8 --keep-going --snakefile Snakefile\n"
+           "# A share with a deck that fails ends with 1 and stops no other; 3, converted with losses, is no failure.\n"
            "rule all:\n"
            "    input: expand(\"share-{share}.done\", share=range(1, " +
            count +

@@ -54,7 +54,7 @@ static Json figuresOf(const std::vector<STimestepFigures>& timesteps)
     const size_t step = timesteps.size() / mostFacts + 1;
     for (size_t i = 0; i < timesteps.size(); i += step) {
         const STimestepFigures& of = timesteps[i];
-        rows.push_back({of.time, of.particles, of.smallest, of.mean, of.largest, of.bytes});
+        rows.push_back({of.time, of.particles, of.smallest, of.mean, of.largest, of.bytes, of.kinetic, of.potential});
     }
     return rows;
 }

@@ -11,9 +11,19 @@ namespace NBrenmark {
 namespace {
 
 constexpr size_t timeColumn = 0, particlesColumn = 1, smallestColumn = 2, meanColumn = 3, largestColumn = 4,
-                 bytesColumn = 5;
+                 bytesColumn = 5, kineticColumn = 6, potentialColumn = 7;
 
-double figure(const Json& row, size_t column) { return row.at(column).is_number() ? row[column].get<double>() : 0.0; }
+double figure(const Json& row, size_t column)
+{
+    return column < row.size() && row[column].is_number() ? row[column].get<double>() : 0.0;
+}
+
+bool holdsEnergy(const Json& table)
+{
+    return std::any_of(table.begin(), table.end(), [](const Json& row) {
+        return figure(row, kineticColumn) != 0.0 || figure(row, potentialColumn) != 0.0;
+    });
+}
 
 class CChart
 {
@@ -100,11 +110,13 @@ private:
 
 std::string figureCharts(const Json& source, const Json& target)
 {
-    return CChart("particles", "", source, target, {particlesColumn}).text() +
-           CChart("size of particles: smallest, mean, largest", "m", source, target,
-                  {smallestColumn, meanColumn, largestColumn})
-               .text() +
-           CChart("stored timestep", "B", source, target, {bytesColumn}).text();
+    std::string charts = CChart("particles", "", source, target, {particlesColumn}).text();
+    charts += CChart("size of particles: smallest, mean, largest", "m", source, target,
+                     {smallestColumn, meanColumn, largestColumn})
+                  .text();
+    if (holdsEnergy(source) || holdsEnergy(target))
+        charts += CChart("energy: kinetic, potential", "J", source, target, {kineticColumn, potentialColumn}).text();
+    return charts + CChart("stored timestep", "B", source, target, {bytesColumn}).text();
 }
 
 } // namespace NBrenmark

@@ -7,8 +7,9 @@
 
 namespace NBrenmark {
 
-/// Three charts as SVG: numbers of particles, their sizes, bytes of the timesteps.
-/// \param source, target  a row a timestep: time, s; particles; smallest, mean and largest size, m; bytes
+/// Charts as SVG: numbers of particles, their sizes, energies where there are some, bytes of the timesteps.
+/// \param source, target  a row a timestep: time, s; particles; smallest, mean and largest size, m; bytes; kinetic and
+///                        potential energy, J, which older journals don't have
 std::string figureCharts(const Json& source, const Json& target);
 
 } // namespace NBrenmark

@@ -106,6 +106,7 @@ inline SMeasure measure(const char* name, const std::function<SCounted()>& step)
     for (const QString& word : words)
         texts.push_back(word.toLocal8Bit());
     std::vector<char*> arguments;
+    arguments.reserve(texts.size() + 1);
     for (QByteArray& text : texts)
         arguments.push_back(text.data());
     arguments.push_back(nullptr);

@@ -24,7 +24,12 @@ public:
     {
         std::string all;
         for (const auto& [level, title, text] : logger.messages())
-            all += logLevelName(static_cast<ELogLevel>(level)) + " " + title + ": " + text + "\n";
+            all.append(logLevelName(static_cast<ELogLevel>(level)))
+                .append(" ")
+                .append(title)
+                .append(": ")
+                .append(text)
+                .append("\n");
         return all;
     }
 

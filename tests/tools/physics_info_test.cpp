@@ -34,8 +34,8 @@ TEST(PhysicsOfADeck, isToldChainByChain)
     const std::pair<const char*, std::vector<const char*>> cases[] = {
         {"physics-25.dem",
          {"3 contact models between particles, in the order of the chain\n",
-          "  Hertz-Mindlin with bonding  bond of 1 pair, formed from 0.5 s, formed until 0.75 s, formation under way, "
-          "torque feedback on, rolling friction on both sides\n",
+          ("  Hertz-Mindlin with bonding  bond of 1 pair, formed from 0.5 s, formed until 0.75 s, formation under way, "
+           "torque feedback on, rolling friction on both sides\n"),
           "  Linear Cohesion             energy density of 1 pair\n", "  Tribocharging               alpha 0.375\n",
           "4 contact models between particles and geometry, in the order of the chain\n",
           "  Hertz-Mindlin with Archard Wear  wear constant of 1 geometry group, rolling friction on the first side\n",

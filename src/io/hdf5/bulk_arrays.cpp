@@ -11,7 +11,6 @@
 #include "io/hdf5/soundness.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace NBrenmark {
 
@@ -27,14 +26,14 @@ static int fillDimensions(const SArrayShape& shape, hsize_t (&dimensions)[2])
 }
 
 /// Leaves the values to the queue that is at work, or writes them through one of their own.
-static void deflate(H5::DataSet dataset, const void* data, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
+static void deflate(const H5::DataSet& dataset, const void* data, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
 {
     if (CChunkQueue* const queue = CChunkQueue::current()) {
-        queue->add(std::move(dataset), data, rows, rowBytes, chunkRows);
+        queue->add(dataset, data, rows, rowBytes, chunkRows);
         return;
     }
     CChunkQueue queue;
-    queue.add(std::move(dataset), data, rows, rowBytes, chunkRows);
+    queue.add(dataset, data, rows, rowBytes, chunkRows);
     queue.finish();
 }
 
@@ -87,7 +86,7 @@ void CArrayWriter::write(const std::string& name, const H5::PredType& type, cons
             H5::DataSet dataset = location.createDataSet(name, type, space, properties);
             if (layout.deflated && layout.chunkRows > 0 && shape.elements() > 0) {
                 const hsize_t rowBytes = std::max<hsize_t>(shape.columns, 1) * type.getSize();
-                deflate(std::move(dataset), data, shape.rows, rowBytes, layout.chunkRows);
+                deflate(dataset, data, shape.rows, rowBytes, layout.chunkRows);
                 return;
             }
             if (shape.elements() > 0)

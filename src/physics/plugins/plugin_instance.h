@@ -12,9 +12,9 @@ namespace NBrenmark {
 
 /// Whether an interface class knows custom properties.
 template <class TPlugin, class = void>
-constexpr bool knowsCustomProperties = false;
+inline constexpr bool knowsCustomProperties = false;
 template <class TPlugin>
-constexpr bool knowsCustomProperties<TPlugin, std::void_t<decltype(&TPlugin::usesCustomProperties)>> = true;
+inline constexpr bool knowsCustomProperties<TPlugin, std::void_t<decltype(&TPlugin::usesCustomProperties)>> = true;
 
 /// What a kind of plug-in calls its exports, and its texts. %1 is the export's name.
 struct SInstanceWords

@@ -208,6 +208,7 @@ void beginTimestep(CTimestepData& timestep)
     timestep.geometryMask = defaultGeometryMask;
     takeTypes(timestep.particleTypes, timestep.creatorData.particleTypes);
     timestep.simulationProperties.resetToInitialValues(1);
+    timestep.rebuildAttributes();
 }
 
 void readTimestep(QIODevice& device, CTimestepData& timestep, CXmlIoOptions& options)

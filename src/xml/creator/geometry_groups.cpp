@@ -196,12 +196,12 @@ public:
                factories.startDomElement(*current->factories, attributes, options);
     }
 
-    void endDomElement(const QString& tagName, const CXmlIoOptions& options) override
+    void endDomElement(const QString& tagName, const CXmlIoOptions&) override
     {
         if (tagName == QLatin1String("group"))
             endGroup();
         else
-            factories.endDomElement(tagName, options);
+            factories.endDomElement(tagName);
     }
 
 private:

@@ -129,12 +129,16 @@ public:
             return true;
         }
         const bool isBand = attributes.is("band");
-        if (!isBand && !attributes.is(lawTag))
+        if (!isShareOpen || (!isBand && !attributes.is(lawTag))) // factories have laws as well
             return false;
         CXmlReader reader(attributes, options);
         if (current != nullptr && (!isBand || dynamic_cast<CUserDefinedSizeDistribution*>(current) != nullptr))
             current->read(reader);
         return true;
+    }
+    void endDomElement(const QString& tagName, const CXmlIoOptions&) override
+    {
+        isShareOpen = isShareOpen && tagName != QLatin1String(shareTag);
     }
 
 private:
@@ -143,6 +147,7 @@ private:
         const QString name = attributes.text("name");
         const QString kind = attributes.text("type");
         current = nullptr;
+        isShareOpen = true;
         std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
         ISizeDistribution* const made = law.get();
         if (made == nullptr)
@@ -158,6 +163,7 @@ private:
     }
 
     ISizeDistribution* current = nullptr; ///< that the next elements are of; not owned
+    bool isShareOpen = false;
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace NBrenmark {
 
@@ -28,26 +29,65 @@ void CQuery::bindAttributes(const std::vector<const NAttributes::CAttributeDescr
     secondaryObject = attributeNamed(attributes, secondaryAttribute, secondaryComponent);
 }
 
+const char* CQuery::obstacle() const
+{
+    if (reference1.type != 0 || reference2.type != 0)
+        return "a distance from a reference";
+    if (!useAxis)
+        return nullptr;
+    if (axisLinksGeometry)
+        return "an axis that is linked to geometry";
+    if (!primaryComponent.isEmpty())
+        return "a component of what is measured along an axis";
+    const double length = (axisEnd - axisStart).length();
+    return length > 0.0 && std::isfinite(length) ? nullptr : "an axis without a length";
+}
+
+/// v n, and of places (x - start) n, n being the direction of the axis.
+static std::vector<double> alongAxis(const SQueryValues& values, const C3DPoint& start, const C3DPoint& end)
+{
+    const C3DVector direction = (end - start).normalised();
+    std::vector<double> parts;
+    parts.reserve(values.rowCount());
+    for (std::size_t row = 0; row < values.rowCount(); ++row) {
+        const double* const v = values.primary.data() + row * 3;
+        const C3DPoint place(v[0], v[1], v[2]);
+        parts.push_back((values.arePlaces ? place - start : place.toVector()).dot(direction));
+    }
+    return parts;
+}
+
+template <class TValue>
+static void takeRow(std::vector<TValue>& taken, const std::vector<TValue>& values, std::size_t row)
+{
+    if (!values.empty())
+        taken.push_back(values[row]);
+}
+
 /// A range is one of numbers: a row of several has none.
 void CQuery::collect(const SQueryValues& values)
 {
+    const bool isMeasured = useAxis && values.width == 3;
+    const std::vector<double> measured = isMeasured ? alongAxis(values, axisStart, axisEnd) : std::vector<double>();
+    const std::vector<double>& primary = isMeasured ? measured : values.primary;
     taken = SQueryValues();
     taken.time = values.time;
-    taken.width = values.width;
+    taken.width = isMeasured ? 1 : values.width;
+    taken.volume = values.volume;
     for (std::size_t row = 0; row < values.rowCount(); ++row) {
-        const double* const first = values.primary.data() + row * values.width;
-        if (useRange && values.width == 1 && !(*first >= minimum && *first <= maximum))
+        const double* const first = primary.data() + row * taken.width;
+        if (useRange && taken.width == 1 && !(*first >= minimum && *first <= maximum))
             continue;
         if (useRange2 && !values.secondary.empty() &&
             !(values.secondary[row] >= secondaryMinimum && values.secondary[row] <= secondaryMaximum))
             continue;
-        taken.primary.insert(taken.primary.end(), first, first + values.width);
-        if (!values.secondary.empty())
-            taken.secondary.push_back(values.secondary[row]);
-        if (!values.mass.empty())
-            taken.mass.push_back(values.mass[row]);
-        if (!values.position.empty())
-            taken.position.push_back(values.position[row]);
+        taken.primary.insert(taken.primary.end(), first, first + taken.width);
+        takeRow(taken.secondary, values.secondary, row);
+        takeRow(taken.mass, values.mass, row);
+        takeRow(taken.position, values.position, row);
+        takeRow(taken.velocity, values.velocity, row);
+        takeRow(taken.force, values.force, row);
+        takeRow(taken.area, values.area, row);
     }
 }
 
@@ -97,6 +137,11 @@ void CTotalQuery::collect(const SQueryValues& values)
     std::transform(total.begin(), total.end(), sums.begin(), total.begin(), sumOf);
 }
 
+std::optional<quint32> CTotalQuery::ownQuantity() const
+{
+    return useIdCounter ? std::optional<quint32>(eNoQuantity) : std::nullopt;
+}
+
 bool CTotalQuery::calculate(std::vector<double>& result) const
 {
     result = total;
@@ -138,6 +183,56 @@ bool CCoGQuery::calculate(std::vector<double>& result) const
     if (!(mass > 0.0))
         return false;
     result = {moment.x / mass, moment.y / mass, moment.z / mass};
+    return true;
+}
+
+// ---------------------------------------------------------------- what sensors measure
+
+const char* CMassFlowQuery::obstacle() const
+{
+    const char* const ofAll = CQuery::obstacle();
+    return ofAll == nullptr && !useAxis ? "a flow without an axis" : ofAll;
+}
+
+/// Sum of m v n over L, kg/s: what is in a region of the axis' length L moves along its direction n.
+bool CMassFlowQuery::calculate(std::vector<double>& result) const
+{
+    result.clear();
+    const C3DVector axis = axisEnd - axisStart;
+    const double square = axis.squaredLength();
+    if (obstacle() != nullptr || taken.velocity.size() != taken.mass.size())
+        return false;
+    double flow = 0.0;
+    for (std::size_t row = 0; row < taken.mass.size(); ++row)
+        flow += taken.mass[row] * taken.velocity[row].dot(axis) / square;
+    result = {flow}; // none, where nothing is
+    return true;
+}
+
+const char* CDensityQuery::obstacle() const
+{
+    const char* const ofAll = CQuery::obstacle();
+    return ofAll == nullptr && densityKind != 0 ? "a density of this kind" : ofAll;
+}
+
+/// Sum of m over the volume of the region, kg/m^3: of the bulk, with all that is between the particles.
+bool CDensityQuery::calculate(std::vector<double>& result) const
+{
+    result.clear();
+    if (obstacle() != nullptr || !(taken.volume > 0.0))
+        return false;
+    result = {std::accumulate(taken.mass.begin(), taken.mass.end(), 0.0) / taken.volume};
+    return true;
+}
+
+/// Sum of the compressive forces over the sum of the areas, Pa.
+bool CPressurePerSelectionQuery::calculate(std::vector<double>& result) const
+{
+    result.clear();
+    const double area = std::accumulate(taken.area.begin(), taken.area.end(), 0.0);
+    if (obstacle() != nullptr || !(area > 0.0))
+        return false;
+    result = {std::accumulate(taken.force.begin(), taken.force.end(), 0.0) / area};
     return true;
 }
 

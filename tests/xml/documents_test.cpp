@@ -279,12 +279,16 @@ TEST(XmlDefinition, saysWhereWhatIsLeftOut)
 {
     SModel model;
     const CLogCapture log;
-    QByteArray content = "\n <material name='a' density='heavy'/>\n <colour r='1'/>";
+    QByteArray content = "\n <material name='a' density='heavy' colour='1'/>\n <colour r='1'/>";
     for (int i = 0; i < 100; ++i)
         content += "<colour/>";
     read(model, document(content));
-    EXPECT_NE(log.text().find("Line 2, column 37: \"heavy\" isn't a number: \"density\" of \"material\" is read as 0."),
+    EXPECT_NE(log.text().find("Line 2, column 48: \"heavy\" isn't a number: \"density\" of \"material\" is read as 0."),
               std::string::npos)
+        << log.text();
+    EXPECT_NE(
+        log.text().find("Line 2, column 48: The attribute \"colour\" of \"material\" isn't known and is left out."),
+        std::string::npos)
         << log.text();
     EXPECT_NE(log.text().find("Line 3, column 16: The element \"colour\" isn't known"), std::string::npos);
     EXPECT_NE(log.text().find("81 unknown elements more of the kind."), std::string::npos) << log.text();

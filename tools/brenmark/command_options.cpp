@@ -330,7 +330,7 @@ void CCommandLine::addValues()
         ->type_name("NAME");
     command
         ->add_option("--selection", values.selection,
-                     "Of the particles of this selection of the deck alone; NAME:N is the Nth element of a region")
+                     "Of what is in this selection of the deck alone; NAME:N is the Nth element of a region")
         ->type_name("NAME");
     command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
         ->type_name("N");

@@ -61,6 +61,7 @@ void CXmlReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
     in().attribute("rate_changed_at", factory.rateChangeTime); // s
     factory.changeCreationRate(factory.creationRate, factory.rateChangeTime);
     in().attribute("number_generated_since_rate_change", factory.createdSinceRateChange);
+    attributes.know(numberName);
     const qint32 goal = attributes.integer(goalName);
     factory.massCreation = goal == eMassGoal;
     in().attribute(massName, factory.massToCreate);
@@ -94,6 +95,7 @@ void CXmlReader::readStaticParticleFactory(CStaticParticleFactory& factory)
     in().attribute("creation_time", factory.creationTime); // s
     in().flag(goalName, factory.massCreation);             // else a number of particles
     in().attribute(massName, factory.massToCreate);
+    attributes.know(fillWord);
     factory.fillShape = attributes.text(numberName) == QLatin1String(fillWord) || attributes.flag(fillWord);
     if (!factory.fillShape)
         in().attribute(numberName, factory.numToCreate);
@@ -165,6 +167,7 @@ static void readParameter(const CXmlAttributes& attributes, const CXmlIoOptions&
 {
     const QString kind = attributes.text(kindName);
     if (!CKindRegistry<TFamily>::instance().knows(kind)) {
+        attributes.passOver();
         report(eLost, NLogTitle::xmlImport,
                "A parameter \"" + shortened(attributes.tag()) + "\" of the particle factory \"" +
                    shortened(factory.name) + "\" is skipped: no kind \"" + shortened(kind) + "\" is known.",

@@ -150,6 +150,7 @@ private:
         isShareOpen = true;
         std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
         ISizeDistribution* const made = law.get();
+        attributes.know("percentage");
         if (made == nullptr)
             report(eLost, NLogTitle::xmlImport,
                    "The size law of \"" + shortened(name) + "\" is skipped: no law \"" + shortened(kind) +

@@ -287,12 +287,13 @@ void CQueryReading::keepRows(std::vector<SValueSource>& sources, SSimulationFram
     };
     if (selected)
         selected->keepMembers(sources, frame);
-    if (!query->group.isEmpty() && (owner == eParticleAttribute || !isNamed(query->group))) {
+    const bool isSame = utf8(query->group) == options.selection;
+    if (!query->group.isEmpty() && !isSame && (owner == eParticleAttribute || !isNamed(query->group))) {
         if (!group)
             group.emplace(reader, utf8(query->group));
         group->keepMembers(sources, frame);
     }
-    else if (!query->group.isEmpty())
+    else if (!query->group.isEmpty() && !isSame)
         keepNamed(query->group);
     if (!query->typeName.isEmpty())
         keepNamed(query->typeName);
@@ -349,6 +350,9 @@ void CQueryReading::addNeeds(SQueryValues& values, const std::vector<SValueSourc
     const CDomain& domain = frame.creator.domain;
     const C3DVector whole = domain.max - domain.min;
     values.volume = selected ? selected->volume(frame) : group ? group->volume(frame) : whole.x * whole.y * whole.z;
+    if (!(values.volume > 0.0))
+        throw CFailure(eExitSource, "--query: the domain of the deck has no volume",
+                       "Ask for the density in a selection with --selection.");
 }
 
 /// Ranges are saved in base units, and held against values in those of the answer.

@@ -81,8 +81,11 @@ public:
     /// The answer over what was collected, in the units of that.
     /// \return false, with nothing in result, without values for an answer, and where there is an obstacle
     virtual bool calculate(std::vector<double>& result) const = 0;
-    /// What in the query isn't known here, so that it can't be calculated: "a distance from a reference". Null for none.
+    /// What in the query isn't known here, so that it can't be calculated: "a distance from a reference"; null for
+    /// nothing.
     virtual const char* obstacle() const;
+    /// Whether it has references. Nothing but places and what follows from them is measured from one.
+    bool hasReferences() const { return reference1.type != 0 || reference2.type != 0; }
     /// EQueryNeed
     virtual quint32 needs() const { return useRange2 ? eNeedsSecondary : 0u; }
     /// The attribute that the class is about; empty for the one that the query names.
@@ -134,6 +137,8 @@ public:
 protected:
     /// The key form: what all queries have, then what the class adds.
     virtual void keys(CQueryKeys& keys);
+    /// Whether the range of the first attribute narrows the values down.
+    virtual bool isRanged() const { return useRange; }
     /// The same question of another class, over values that are in range already: what a query within a query gives.
     static bool inner(const QString& identifier, const SQueryValues& values, std::vector<double>& result);
 

@@ -58,6 +58,7 @@ class CCoGQuery : public CQueryKind<CCoGQuery>
 public:
     QString name() const override { return QStringLiteral("CoG"); }
     bool calculate(std::vector<double>& result) const override;
+    const char* obstacle() const override;
     quint32 needs() const override { return CQuery::needs() | eNeedsMass | eNeedsPosition; }
     QString ownAttribute() const override { return QStringLiteral("Mass"); }
     std::optional<quint32> ownQuantity() const override { return eLengthQuantity; }
@@ -116,9 +117,10 @@ public:
 
     QString name() const override { return QStringLiteral("Contact Distribution"); }
 
-    bool autoRange = false; ///< is in the key form alone
+    bool autoRange = false; ///< between the extremes, whatever the range; is in the key form alone
 
 protected:
+    bool isRanged() const override { return useRange && !autoRange; }
     void keys(CQueryKeys& keys) override;
 };
 

@@ -12,15 +12,24 @@ namespace NBrenmark {
 
 // ---------------------------------------------------------------- attributes and values
 
-/// The attribute of a name with its component, or that of the name alone.
+/// The attribute of a name with its component. A single number has none, whatever a query was saved with.
 static const NAttributes::CAttributeDescriptor*
 attributeNamed(const std::vector<const NAttributes::CAttributeDescriptor*>& attributes, const QString& name,
                const QString& component)
 {
-    const QString whole = component.isEmpty() ? name : name + QLatin1Char(' ') + component;
-    const auto found = std::find_if(attributes.begin(), attributes.end(),
-                                    [&whole](const auto* attribute) { return attribute->name == whole; });
-    return found == attributes.end() ? nullptr : *found;
+    const auto named = [&attributes](const QString& whole) {
+        const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                        [&whole](const auto* attribute) { return attribute->name == whole; });
+        return found == attributes.end() ? nullptr : *found;
+    };
+    const auto* const whole = named(component.isEmpty() ? name : name + QLatin1Char(' ') + component);
+    if (whole != nullptr)
+        return whole;
+    const auto* const alone = named(name);
+    const bool isNumber =
+        alone != nullptr && alone->elementCount == 1 &&
+        (alone->valueKind == NAttributes::eScalarValue || alone->valueKind == NAttributes::eIntegerValue);
+    return isNumber ? alone : nullptr;
 }
 
 void CQuery::bindAttributes(const std::vector<const NAttributes::CAttributeDescriptor*>& attributes)
@@ -29,10 +38,21 @@ void CQuery::bindAttributes(const std::vector<const NAttributes::CAttributeDescr
     secondaryObject = attributeNamed(attributes, secondaryAttribute, secondaryComponent);
 }
 
+static const char* const referenceObstacle = "a distance from a reference";
+
+/// Whether an attribute depends on where a place is measured from.
+static bool isOfPlaces(const QString& attribute)
+{
+    const QStringList ofPlaces{QStringLiteral("Position"), QStringLiteral("Node 1"), QStringLiteral("Centre of Mass"),
+                               QStringLiteral("Potential Energy"), QStringLiteral("Total Energy")};
+    return ofPlaces.contains(attribute);
+}
+
 const char* CQuery::obstacle() const
 {
-    if (reference1.type != 0 || reference2.type != 0)
-        return "a distance from a reference";
+    const bool secondOfPlaces = (needs() & eNeedsSecondary) != 0 && isOfPlaces(secondaryAttribute);
+    if (hasReferences() && (isOfPlaces(primaryAttribute) || secondOfPlaces))
+        return referenceObstacle;
     if (!useAxis)
         return nullptr;
     if (axisLinksGeometry)
@@ -76,7 +96,7 @@ void CQuery::collect(const SQueryValues& values)
     taken.volume = values.volume;
     for (std::size_t row = 0; row < values.rowCount(); ++row) {
         const double* const first = primary.data() + row * taken.width;
-        if (useRange && taken.width == 1 && !(*first >= minimum && *first <= maximum))
+        if (isRanged() && taken.width == 1 && !(*first >= minimum && *first <= maximum))
             continue;
         if (useRange2 && !values.secondary.empty() &&
             !(values.secondary[row] >= secondaryMinimum && values.secondary[row] <= secondaryMaximum))
@@ -170,6 +190,8 @@ bool CMaxMinQuery::calculate(std::vector<double>& result) const
     return true;
 }
 
+const char* CCoGQuery::obstacle() const { return hasReferences() ? referenceObstacle : CQuery::obstacle(); }
+
 /// Sum of m x over sum of m, m.
 bool CCoGQuery::calculate(std::vector<double>& result) const
 {
@@ -256,8 +278,8 @@ bool CDistributionQuery::calculate(std::vector<double>& result) const
     if (intervals < 1 || intervals > mostIntervals || taken.width != 1 || taken.primary.empty())
         return false;
     const auto [least, greatest] = std::minmax_element(taken.primary.begin(), taken.primary.end());
-    const double from = useRange ? minimum : *least;
-    const double to = useRange ? maximum : *greatest;
+    const double from = isRanged() ? minimum : *least;
+    const double to = isRanged() ? maximum : *greatest;
     result.assign(static_cast<std::size_t>(intervals), 0.0);
     for (const double value : taken.primary)
         if (const int interval = intervalOf(value, from, to, intervals); interval >= 0)

@@ -175,9 +175,8 @@ using Edge = std::array<double, 6>; // from one point to another, m
 
 static bool isPoint(const Edge& edge) { return std::equal(edge.begin(), edge.begin() + 3, edge.begin() + 3); }
 
-/// Whether every edge is passed as often in one direction as in the other, so that the surface has no rim. By places, for an
-/// imported mesh has a vertex for each corner of each triangle. What a group says of itself isn't enough: a box is closed
-/// with sides left out as well.
+/// Whether every edge is passed as often in one direction as in the other, so that the surface has no rim. By places,
+/// for an imported mesh has a vertex for each corner of each triangle. What a group says of itself isn't enough.
 static bool hasNoRim(const CGeometryGroup& group)
 {
     std::map<Edge, int> open;

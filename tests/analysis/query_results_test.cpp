@@ -27,12 +27,13 @@ TEST(QueryResults, areReductionsOfTheRowsInRange)
         {"Maximum", {4}},
         {"Minimum", {1}},
         {"Maximum & Minimum", {4, 1}},
-        {"Distribution", {1, 1, 0, 1, 0}}, // 1 in [1, 2), 2 in [2, 3), 4 in [4, 5)
-        {"Time Distribution", {4, 4}},     // the maximum, at 0.25 and at 0.75 of 0 to 1
-        {"Two Attribute", {7, 40}},        // the total of the first, the maximum of the second
-        {"Density", {2}},                  // 4 kg in 2 m^3
-        {"Total Pressure", {5}},           // 10 N on 2 m^2
-        {"Mass Flow Rate", {}},            // along which axis?
+        {"Distribution", {1, 1, 0, 1, 0}},         // 1 in [1, 2), 2 in [2, 3), 4 in [4, 5)
+        {"Contact Distribution", {2, 1, 0, 0, 1}}, // with 9 too: 1.6 wide from 1
+        {"Time Distribution", {4, 4}},             // the maximum, at 0.25 and at 0.75 of 0 to 1
+        {"Two Attribute", {7, 40}},                // the total of the first, the maximum of the second
+        {"Density", {2}},                          // 4 kg in 2 m^3
+        {"Total Pressure", {5}},                   // 10 N on 2 m^2
+        {"Mass Flow Rate", {}},                    // along which axis?
     };
     for (const auto& [identifier, expected] : cases) {
         const std::unique_ptr<CQuery> query = createQuery(QLatin1String(identifier), 0);
@@ -41,6 +42,8 @@ TEST(QueryResults, areReductionsOfTheRowsInRange)
         query->maximum = 6;
         if (auto* const distribution = dynamic_cast<CDistributionQuery*>(query.get()))
             distribution->intervals = 5;
+        if (auto* const frequency = dynamic_cast<CContactFrequency*>(query.get()))
+            frequency->autoRange = true;
         if (auto* const overTime = dynamic_cast<CTimeDistributionQuery*>(query.get())) {
             overTime->intervals = 2;
             overTime->endTime = 1;
@@ -89,7 +92,14 @@ TEST(QueryResults, alongAnAxisTakeTheirPartInItsDirection)
         const char* obstacle; ///< null for none
     };
     const SObstacle cases[] = {
-        {"Total", [](CQuery& query) { query.reference1.type = 1; }, "a distance from a reference"},
+        {"Total", [](CQuery& query) { query.reference1.type = 1; }, nullptr}, // of what isn't measured from one
+        {"Total",
+         [](CQuery& query) {
+             query.reference1.type = 1;
+             query.primaryAttribute = QStringLiteral("Position");
+         },
+         "a distance from a reference"},
+        {"CoG", [](CQuery& query) { query.reference2.type = 1; }, "a distance from a reference"},
         {"Total", [](CQuery& query) { query.useAxis = true; }, "an axis without a length"},
         {"Total", [](CQuery& query) { query.axisLinksGeometry = true; }, nullptr}, // no axis is in use
         {"Mass Flow Rate", [](CQuery&) {}, "a flow without an axis"},

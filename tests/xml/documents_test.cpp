@@ -118,6 +118,104 @@ TEST(XmlDefinition, isWrittenInTheOrderOfItsTables)
     EXPECT_FALSE(written(model, eXmlDefinition).contains("damping"));
 }
 
+TEST(XmlTimestep, isWrittenInTheOrderOfItsTables)
+{
+    SModel model;
+    for (CCustomPropertyManager* manager : {&model.particle, &model.contact, &model.geometry, &model.simulation})
+        manager->clear(false);
+    CTimestepData& timestep = model.timestep;
+    timestep.runNumber = 2;
+    timestep.time = 0.5;
+    timestep.date = "01/02/26";
+    timestep.systemEnergy.total = 1;
+    timestep.systemEnergy.cumulative.lostThroughCapping = 0.25;
+    CParticleType& ball = timestep.particleTypes.append();
+    ball.setName("Ball");
+    ball.spheres.resize(2);
+    SParticleState state;
+    state.id = 3;
+    state.scale = 1.5;
+    state.orientation = CQuaternion(0, 0, 0, 1); // half a turn about z
+    ball.addParticle(state);
+    state.id = 7;
+    ball.addParticle(state);
+    auto* const wall = new CCADGeometry(nullptr);
+    model.creator.geometryGroups.add(wall, false);
+    wall->setMesh({C3DPoint(0, 0, 0), C3DPoint(3, 0, 0), C3DPoint(0, 3, 0)}, {{0, 1, 2}});
+    wall->triangleIds = {42};
+    CContactsBase& pairs = timestep.contacts.surfaceSurface;
+    pairs.resizeRows(2);
+    pairs.rows = {{0, 1, 0, 2}, {0, 0, 0, 3}}; // sphere 1 of the first on sphere 0 of the second; a released row
+    pairs.normalOverlap = {0.125, releasedOverlap};
+    pairs.normalForce[0] = C3DVector(1, 2, 3);
+    pairs.contactVector2[0] = C3DVector(4, 5, 6);
+    CContactsBase& walls = timestep.contacts.surfaceGeometry;
+    walls.resizeRows(1);
+    walls.rows = {{0, 3, 0, 0}};
+    walls.tangentialOverlap[0] = C3DVector(7, 8, 9);
+    CBondsBase& bonds = timestep.bonds.surfaceSurface;
+    bonds.resizeRows(1);
+    bonds.rows = {{0, 0, 0, 3}};
+    bonds.tangentialTorque[0] = C3DVector(1, 2, 3);
+    bonds.state = {1};
+    timestep.collisions.surfaceSurface.resizeRecords(2);
+    timestep.collisions.surfaceSurface.ids = {5, 0};
+    CXmlIoOptions options;
+    options.writeContacts = options.writeBonds = options.writeCollisions = true;
+    const std::string turn = R"(orient_xx="-1" orient_xy="0" orient_xz="0" orient_yx="0" orient_yy="-1" orient_yz="0" )"
+                             R"(orient_zx="0" orient_zy="0" orient_zz="1"/>)";
+    const auto zero = [](const std::string& name) { return name + "x=\"0\" " + name + "y=\"0\" " + name + "z=\"0\""; };
+    const std::string place = zero("pos_") + ' ' + zero("vel_") + ' ' + zero("angvel_") + ' ';
+    EXPECT_EQ(written(model, eXmlTimestep, options).toStdString(),
+              R"(<?xml version="1.0" encoding="UTF-8"?>
+<simulation runs="2" time="0.5" date="01/02/26">
+ <globals>
+  <energy total="1" kinetic="0" potential="0">
+   <cumulative_energy kinetic="0" potential="0" new_particles="0" destroyed_particles="0" external="0" )"
+              R"(lost_through_contacts="0" lost_through_capping="0.25"/>
+  </energy>
+ </globals>
+ <simulation_properties/>
+ <particles>
+  <list>
+   <particle id="3" type="Ball" scaling_factor="1.5" )" +
+                  place + turn + R"(
+   <particle id="7" type="Ball" scaling_factor="1.5" )" +
+                  place + turn + R"(
+  </list>
+ </particles>
+ <contacts>
+  <surface_surface_contact>
+   <contact particle1="3" surface1="1" particle2="7" surface2="0" normal_overlap="0.125" )" +
+                  zero("tang_overlap_") + ' ' + zero("tang_force_") +
+                  R"( normal_force_x="1" normal_force_y="2" normal_force_z="3" )" + zero("vector1_") +
+                  R"( vector2_x="4" vector2_y="5" vector2_z="6" )" + zero("position_") + R"(/>
+  </surface_surface_contact>
+  <surface_geometry_contact>
+   <contact particle="7" surface="1" geometry="42" normal_overlap="0" tang_overlap_x="7" tang_overlap_y="8" )" +
+                  R"(tang_overlap_z="9" )" + zero("tang_force_") + ' ' + zero("normal_force_") + ' ' +
+                  zero("vector1_") + ' ' + zero("vector2_") + ' ' + zero("position_") + R"(/>
+  </surface_geometry_contact>
+ </contacts>
+ <bonds>
+  <surface_surface_bond>
+   <bond particle1="3" surface1="0" particle2="7" surface2="1" )" +
+                  zero("normal_force_") + ' ' + zero("tang_force_") + ' ' + zero("normal_moment_") +
+                  R"( tang_moment_x="1" tang_moment_y="2" tang_moment_z="3" bonding_state="1" )" +
+                  R"(break_time="0"/>
+  </surface_surface_bond>
+  <surface_geometry_bond/>
+ </bonds>
+ <collisions>
+  <surface_surface_collisions>
+   <collision/>
+  </surface_surface_collisions>
+  <surface_geometry_collisions/>
+ </collisions>
+</simulation>
+)");
+}
+
 TEST(XmlTimestep, takesAnotherTimeOnce)
 {
     SModel model;

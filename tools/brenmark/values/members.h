@@ -22,8 +22,8 @@ public:
     CSelectedRows(CDeckReader& reader, const std::string& name);
 
     const NSelection::CSelection& selection() const { return chosen; }
-    /// Keeps the rows of particles that are picked by hand; or the particles, triangles, contacts and collisions of which
-    /// centre, centre or point is inside the region.
+    /// Keeps the particles that are picked by hand, or what is inside the region: particles and triangles by their
+    /// centres, contacts and collisions by their places.
     /// \throws CFailure  what belongs to it can't be known, or the deck holds no positions
     void keepMembers(std::vector<SValueSource>& sources, SSimulationFrame& frame) const;
     /// Of its region, m^3. \throws CFailure  it has none

@@ -12,7 +12,7 @@
 #include "analysis/attributes/derived_attributes.h"
 #include "analysis/data_miner.h"
 #include "analysis/query_kinds.h"
-#include "analysis/region_selections.h"
+#include "analysis/selection.h"
 #include "config/config_manager.h"
 #include "core/deck/simulation_settings.h"
 #include "model/geometry/geometry_group.h"
@@ -78,8 +78,8 @@ private:
 
 } // namespace
 
-/// Of the selection that is asked about, or else of the deck's data exports. What a sensor asks is about its region,
-/// whatever group it was saved with.
+/// Of the selection that is asked about, or else of the deck's data exports. What a selection asks is about its own
+/// members, and what a sensor asks about its region, whatever group it was saved with.
 static std::unique_ptr<CQuery> requiredQuery(CDeckReader& reader, const std::string& name,
                                              const std::optional<CSelectedRows>& selected)
 {
@@ -87,8 +87,7 @@ static std::unique_ptr<CQuery> requiredQuery(CDeckReader& reader, const std::str
     if (selected) {
         search.look(selected->selection().queries);
         if (std::unique_ptr<CQuery> query = search.result()) {
-            if (dynamic_cast<const NSelection::CSensorSelection*>(&selected->selection()) != nullptr)
-                query->group.clear();
+            query->group.clear();
             return query;
         }
     }
@@ -183,7 +182,7 @@ public:
 
 private:
     EAttributeOwner ownerOf(const CAttributeTable& table) const;
-    void bind(const CBindable& bindable);
+    void bind(const CBindable& bindable, EAttributeOwner owner);
     void keepRows(std::vector<SValueSource>& sources, SSimulationFrame& frame, EAttributeOwner owner);
     void addNeeds(SQueryValues& values, const std::vector<SValueSource>& sources, const CBindable& bindable,
                   SSimulationFrame& frame);
@@ -213,12 +212,15 @@ CQueryReading::CQueryReading(CDeckReader& reader, const SValuesOptions& options)
     if (!options.selection.empty())
         selected.emplace(reader, options.selection);
     query = requiredQuery(reader, options.query, selected);
-    if (const char* const obstacle = query->obstacle())
-        failFor(*query, obstacle);
     if (!query->ownAttribute().isEmpty() && !query->useRange) { // what it is saved with narrows down nothing then
         query->primaryAttribute = query->ownAttribute();
         query->primaryComponent.clear();
     }
+    if (const char* const obstacle = query->obstacle())
+        failFor(*query, obstacle);
+    if (query->hasReferences())
+        printError(
+            "brenmark: --query: the references of the query aren't used: this attribute isn't measured from one\n");
     headText = utf8(query->header());
 }
 
@@ -251,7 +253,7 @@ EAttributeOwner CQueryReading::ownerOf(const CAttributeTable& table) const
                    "The query asks for it. --list shows those of the deck.");
 }
 
-void CQueryReading::bind(const CBindable& bindable)
+void CQueryReading::bind(const CBindable& bindable, EAttributeOwner owner)
 {
     query->bindAttributes(bindable.all);
     const bool lacksFirst = query->primaryObject == nullptr;
@@ -259,9 +261,10 @@ void CQueryReading::bind(const CBindable& bindable)
     if (lacksFirst || lacksSecond)
         throw CFailure(eExitSource,
                        "--query: the deck has no attribute \"" +
-                           oneLine(utf8(lacksFirst ? query->primaryAttribute + ' ' + query->primaryComponent
-                                                   : query->secondaryAttribute + ' ' + query->secondaryComponent)) +
-                           "\" of that owner",
+                           oneLine(utf8((lacksFirst ? query->primaryAttribute + ' ' + query->primaryComponent
+                                                    : query->secondaryAttribute + ' ' + query->secondaryComponent)
+                                            .trimmed())) +
+                           "\" of the owner " + ownerWord(owner),
                        "The query asks for it. --list shows those of the deck.");
     if (query->useAxis && primary().width() != 3 && query->ownAttribute().isEmpty())
         failFor(*query, "a number along an axis");
@@ -388,7 +391,7 @@ double CQueryReading::collect(quint32 number)
     const CAttributeTable table = buildAttributeTable(frame.timestep);
     const EAttributeOwner owner = ownerOf(table);
     const CBindable bindable(table, owner);
-    bind(bindable);
+    bind(bindable, owner);
     convertRanges();
     std::vector<SValueSource> sources = valueSources(frame, owner);
     keepRows(sources, frame, owner);

@@ -5,6 +5,15 @@
 
 namespace NBrenmark {
 
+QString CQuery::header() const
+{
+    QString text = name();
+    for (const QString& word : {primaryAttribute, primaryComponent})
+        if (!word.isEmpty())
+            text += QLatin1Char(' ') + word;
+    return text;
+}
+
 // ---------------------------------------------------------------- the stream form
 
 void CQuery::form(IEntryForm& f)

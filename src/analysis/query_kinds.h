@@ -2,6 +2,7 @@
 // The classes of queries, and how a file's word becomes one.
 
 #include "analysis/query.h"
+#include "units/quantity.h"
 
 #include <QStringList>
 
@@ -10,7 +11,7 @@
 
 namespace NBrenmark {
 
-/// What a class of queries has for itself alone: a copy of its own kind.
+/// A copy of its own kind.
 template <class TQuery, class TBase = CQuery>
 class CQueryKind : public TBase
 {
@@ -21,7 +22,6 @@ public:
     {
         return std::make_unique<TQuery>(static_cast<const TQuery&>(*this));
     }
-    QString header() const override { return this->name() + QLatin1Char(' ') + this->primaryAttribute; }
 };
 
 class CNormalQuery : public CQueryKind<CNormalQuery>
@@ -39,6 +39,7 @@ public:
     QString name() const override { return overTime ? QStringLiteral("Total Over Time") : QStringLiteral("Total"); }
     bool calculate(std::vector<double>& result) const override;
     bool isOverTime() const override { return overTime; }
+    std::optional<quint32> ownQuantity() const override;
     void collect(const SQueryValues& values) override;
     void form(IEntryForm& f) override;
 
@@ -57,7 +58,11 @@ class CCoGQuery : public CQueryKind<CCoGQuery>
 public:
     QString name() const override { return QStringLiteral("CoG"); }
     bool calculate(std::vector<double>& result) const override;
-    bool weighsRows() const override { return true; }
+    const char* obstacle() const override;
+    quint32 needs() const override { return CQuery::needs() | eNeedsMass | eNeedsPosition; }
+    QString ownAttribute() const override { return QStringLiteral("Mass"); }
+    std::optional<quint32> ownQuantity() const override { return eLengthQuantity; }
+    QString header() const override { return name(); }
 };
 
 class CAverageQuery : public CQueryKind<CAverageQuery>
@@ -95,6 +100,7 @@ public:
 
     QString name() const override { return QStringLiteral("Distribution"); }
     bool calculate(std::vector<double>& result) const override;
+    std::optional<quint32> ownQuantity() const override { return eNoQuantity; }
     void form(IEntryForm& f) override;
 
     bool ofContacts;
@@ -111,9 +117,10 @@ public:
 
     QString name() const override { return QStringLiteral("Contact Distribution"); }
 
-    bool autoRange = false; ///< is in the key form alone
+    bool autoRange = false; ///< between the extremes, whatever the range; is in the key form alone
 
 protected:
+    bool isRanged() const override { return useRange && !autoRange; }
     void keys(CQueryKeys& keys) override;
 };
 
@@ -143,6 +150,7 @@ class CTwoAttribQuery : public CQueryKind<CTwoAttribQuery>
 public:
     QString name() const override { return QStringLiteral("Two Attribute"); }
     bool calculate(std::vector<double>& result) const override;
+    quint32 needs() const override { return eNeedsSecondary; }
     void form(IEntryForm& f) override;
 
     QString queryType1;
@@ -157,12 +165,16 @@ class CMassFlowQuery : public CQueryKind<CMassFlowQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Mass Flow Rate"); }
-    // What it measures through is in numbers whose meaning isn't known here.
-    bool calculate(std::vector<double>&) const override { return false; }
-    bool isCalculated() const override { return false; }
+    /// Through its region, along the axis; which way and how far that goes is known by the axis alone.
+    bool calculate(std::vector<double>& result) const override;
+    const char* obstacle() const override;
+    quint32 needs() const override { return CQuery::needs() | eNeedsMass | eNeedsVelocity; }
+    QString ownAttribute() const override { return QStringLiteral("Mass"); }
+    std::optional<quint32> ownQuantity() const override { return eMassFlowQuantity; }
+    QString header() const override { return name(); }
     void form(IEntryForm& f) override;
 
-    QString displayQueryType;
+    QString displayQueryType; ///< carried: how a display sums up the answers
 
 protected:
     void keys(CQueryKeys& keys) override;
@@ -172,21 +184,26 @@ class CPressurePerSelectionQuery : public CQueryKind<CPressurePerSelectionQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Total Pressure"); }
-    // What it measures through is in numbers whose meaning isn't known here.
-    bool calculate(std::vector<double>&) const override { return false; }
-    bool isCalculated() const override { return false; }
+    bool calculate(std::vector<double>& result) const override;
+    quint32 needs() const override { return CQuery::needs() | eNeedsPressure; }
+    QString ownAttribute() const override { return QStringLiteral("Compressive Force"); }
+    std::optional<quint32> ownQuantity() const override { return ePressureQuantity; }
+    QString header() const override { return name(); }
 };
 
 class CDensityQuery : public CQueryKind<CDensityQuery>
 {
 public:
     QString name() const override { return QStringLiteral("Density"); }
-    // What it measures through is in numbers whose meaning isn't known here.
-    bool calculate(std::vector<double>&) const override { return false; }
-    bool isCalculated() const override { return false; }
+    bool calculate(std::vector<double>& result) const override;
+    const char* obstacle() const override;
+    quint32 needs() const override { return CQuery::needs() | eNeedsMass | eNeedsVolume; }
+    QString ownAttribute() const override { return QStringLiteral("Mass"); }
+    std::optional<quint32> ownQuantity() const override { return eDensityQuantity; }
+    QString header() const override { return name(); }
     void form(IEntryForm& f) override;
 
-    qint32 densityKind = 0; ///< carried
+    qint32 densityKind = 0; ///< 0 for that of the bulk; what others are isn't known
 };
 
 /// The words by which files name the classes.

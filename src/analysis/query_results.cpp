@@ -6,20 +6,30 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace NBrenmark {
 
 // ---------------------------------------------------------------- attributes and values
 
-/// The attribute of a name with its component, or that of the name alone.
+/// The attribute of a name with its component. A single number has none, whatever a query was saved with.
 static const NAttributes::CAttributeDescriptor*
 attributeNamed(const std::vector<const NAttributes::CAttributeDescriptor*>& attributes, const QString& name,
                const QString& component)
 {
-    const QString whole = component.isEmpty() ? name : name + QLatin1Char(' ') + component;
-    const auto found = std::find_if(attributes.begin(), attributes.end(),
-                                    [&whole](const auto* attribute) { return attribute->name == whole; });
-    return found == attributes.end() ? nullptr : *found;
+    const auto named = [&attributes](const QString& whole) {
+        const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                        [&whole](const auto* attribute) { return attribute->name == whole; });
+        return found == attributes.end() ? nullptr : *found;
+    };
+    const auto* const whole = named(component.isEmpty() ? name : name + QLatin1Char(' ') + component);
+    if (whole != nullptr)
+        return whole;
+    const auto* const alone = named(name);
+    const bool isNumber =
+        alone != nullptr && alone->elementCount == 1 &&
+        (alone->valueKind == NAttributes::eScalarValue || alone->valueKind == NAttributes::eIntegerValue);
+    return isNumber ? alone : nullptr;
 }
 
 void CQuery::bindAttributes(const std::vector<const NAttributes::CAttributeDescriptor*>& attributes)
@@ -28,26 +38,76 @@ void CQuery::bindAttributes(const std::vector<const NAttributes::CAttributeDescr
     secondaryObject = attributeNamed(attributes, secondaryAttribute, secondaryComponent);
 }
 
+static const char* const referenceObstacle = "a distance from a reference";
+
+/// Whether an attribute depends on where a place is measured from.
+static bool isOfPlaces(const QString& attribute)
+{
+    const QStringList ofPlaces{QStringLiteral("Position"), QStringLiteral("Node 1"), QStringLiteral("Centre of Mass"),
+                               QStringLiteral("Potential Energy"), QStringLiteral("Total Energy")};
+    return ofPlaces.contains(attribute);
+}
+
+const char* CQuery::obstacle() const
+{
+    const bool secondOfPlaces = (needs() & eNeedsSecondary) != 0 && isOfPlaces(secondaryAttribute);
+    if (hasReferences() && (isOfPlaces(primaryAttribute) || secondOfPlaces))
+        return referenceObstacle;
+    if (!useAxis)
+        return nullptr;
+    if (axisLinksGeometry)
+        return "an axis that is linked to geometry";
+    if (!primaryComponent.isEmpty())
+        return "a component of what is measured along an axis";
+    const double length = (axisEnd - axisStart).length();
+    return length > 0.0 && std::isfinite(length) ? nullptr : "an axis without a length";
+}
+
+/// v n, and of places (x - start) n, n being the direction of the axis.
+static std::vector<double> alongAxis(const SQueryValues& values, const C3DPoint& start, const C3DPoint& end)
+{
+    const C3DVector direction = (end - start).normalised();
+    std::vector<double> parts;
+    parts.reserve(values.rowCount());
+    for (std::size_t row = 0; row < values.rowCount(); ++row) {
+        const double* const v = values.primary.data() + row * 3;
+        const C3DPoint place(v[0], v[1], v[2]);
+        parts.push_back((values.arePlaces ? place - start : place.toVector()).dot(direction));
+    }
+    return parts;
+}
+
+template <class TValue>
+static void takeRow(std::vector<TValue>& taken, const std::vector<TValue>& values, std::size_t row)
+{
+    if (!values.empty())
+        taken.push_back(values[row]);
+}
+
 /// A range is one of numbers: a row of several has none.
 void CQuery::collect(const SQueryValues& values)
 {
+    const bool isMeasured = useAxis && values.width == 3;
+    const std::vector<double> measured = isMeasured ? alongAxis(values, axisStart, axisEnd) : std::vector<double>();
+    const std::vector<double>& primary = isMeasured ? measured : values.primary;
     taken = SQueryValues();
     taken.time = values.time;
-    taken.width = values.width;
+    taken.width = isMeasured ? 1 : values.width;
+    taken.volume = values.volume;
     for (std::size_t row = 0; row < values.rowCount(); ++row) {
-        const double* const first = values.primary.data() + row * values.width;
-        if (useRange && values.width == 1 && !(*first >= minimum && *first <= maximum))
+        const double* const first = primary.data() + row * taken.width;
+        if (isRanged() && taken.width == 1 && !(*first >= minimum && *first <= maximum))
             continue;
         if (useRange2 && !values.secondary.empty() &&
             !(values.secondary[row] >= secondaryMinimum && values.secondary[row] <= secondaryMaximum))
             continue;
-        taken.primary.insert(taken.primary.end(), first, first + values.width);
-        if (!values.secondary.empty())
-            taken.secondary.push_back(values.secondary[row]);
-        if (!values.mass.empty())
-            taken.mass.push_back(values.mass[row]);
-        if (!values.position.empty())
-            taken.position.push_back(values.position[row]);
+        taken.primary.insert(taken.primary.end(), first, first + taken.width);
+        takeRow(taken.secondary, values.secondary, row);
+        takeRow(taken.mass, values.mass, row);
+        takeRow(taken.position, values.position, row);
+        takeRow(taken.velocity, values.velocity, row);
+        takeRow(taken.force, values.force, row);
+        takeRow(taken.area, values.area, row);
     }
 }
 
@@ -97,6 +157,11 @@ void CTotalQuery::collect(const SQueryValues& values)
     std::transform(total.begin(), total.end(), sums.begin(), total.begin(), sumOf);
 }
 
+std::optional<quint32> CTotalQuery::ownQuantity() const
+{
+    return useIdCounter ? std::optional<quint32>(eNoQuantity) : std::nullopt;
+}
+
 bool CTotalQuery::calculate(std::vector<double>& result) const
 {
     result = total;
@@ -125,6 +190,8 @@ bool CMaxMinQuery::calculate(std::vector<double>& result) const
     return true;
 }
 
+const char* CCoGQuery::obstacle() const { return hasReferences() ? referenceObstacle : CQuery::obstacle(); }
+
 /// Sum of m x over sum of m, m.
 bool CCoGQuery::calculate(std::vector<double>& result) const
 {
@@ -138,6 +205,56 @@ bool CCoGQuery::calculate(std::vector<double>& result) const
     if (!(mass > 0.0))
         return false;
     result = {moment.x / mass, moment.y / mass, moment.z / mass};
+    return true;
+}
+
+// ---------------------------------------------------------------- what sensors measure
+
+const char* CMassFlowQuery::obstacle() const
+{
+    const char* const ofAll = CQuery::obstacle();
+    return ofAll == nullptr && !useAxis ? "a flow without an axis" : ofAll;
+}
+
+/// Sum of m v n over L, kg/s: what is in a region of the axis' length L moves along its direction n.
+bool CMassFlowQuery::calculate(std::vector<double>& result) const
+{
+    result.clear();
+    const C3DVector axis = axisEnd - axisStart;
+    const double square = axis.squaredLength();
+    if (obstacle() != nullptr || taken.velocity.size() != taken.mass.size())
+        return false;
+    double flow = 0.0;
+    for (std::size_t row = 0; row < taken.mass.size(); ++row)
+        flow += taken.mass[row] * taken.velocity[row].dot(axis) / square;
+    result = {flow}; // none, where nothing is
+    return true;
+}
+
+const char* CDensityQuery::obstacle() const
+{
+    const char* const ofAll = CQuery::obstacle();
+    return ofAll == nullptr && densityKind != 0 ? "a density of this kind" : ofAll;
+}
+
+/// Sum of m over the volume of the region, kg/m^3: of the bulk, with all that is between the particles.
+bool CDensityQuery::calculate(std::vector<double>& result) const
+{
+    result.clear();
+    if (obstacle() != nullptr || !(taken.volume > 0.0))
+        return false;
+    result = {std::accumulate(taken.mass.begin(), taken.mass.end(), 0.0) / taken.volume};
+    return true;
+}
+
+/// Sum of the compressive forces over the sum of the areas, Pa.
+bool CPressurePerSelectionQuery::calculate(std::vector<double>& result) const
+{
+    result.clear();
+    const double area = std::accumulate(taken.area.begin(), taken.area.end(), 0.0);
+    if (obstacle() != nullptr || !(area > 0.0))
+        return false;
+    result = {std::accumulate(taken.force.begin(), taken.force.end(), 0.0) / area};
     return true;
 }
 
@@ -161,8 +278,8 @@ bool CDistributionQuery::calculate(std::vector<double>& result) const
     if (intervals < 1 || intervals > mostIntervals || taken.width != 1 || taken.primary.empty())
         return false;
     const auto [least, greatest] = std::minmax_element(taken.primary.begin(), taken.primary.end());
-    const double from = useRange ? minimum : *least;
-    const double to = useRange ? maximum : *greatest;
+    const double from = isRanged() ? minimum : *least;
+    const double to = isRanged() ? maximum : *greatest;
     result.assign(static_cast<std::size_t>(intervals), 0.0);
     for (const double value : taken.primary)
         if (const int interval = intervalOf(value, from, to, intervals); interval >= 0)

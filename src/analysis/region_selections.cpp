@@ -63,6 +63,12 @@ void CGeometricRegionSelection::rest(IEntryForm& f)
     f.f64("value2", value2);
 }
 
+bool CGeometricRegionSelection::place(const GeometryGroups& deck, std::string& why)
+{
+    placed = volumeOf(*this, deck, why);
+    return placed != nullptr;
+}
+
 // ---------------------------------------------------------------- lattices
 
 static void binForm(IEntryForm& f, std::array<qint32, 3>& bins)

@@ -2,14 +2,11 @@
 // Selections of a region in space: whatever is inside belongs to them.
 
 #include "analysis/selection.h"
-
-namespace NBrenmark {
-class GeometryGroups;
-}
+#include "analysis/volumes.h"
 
 namespace NBrenmark::NSelection {
 
-class CGeometricRegionSelection : public CAutoSelection
+class CGeometricRegionSelection : public CAutoSelection, public ISelectionGroup, public IVolume
 {
 public:
     using CAutoSelection::CAutoSelection;
@@ -26,6 +23,19 @@ public:
 
     bool mayOwnGeometry(const IEntryForm&) const override { return true; }
 
+    /// Finds where the region is: at each timestep, for geometry moves. Before that it holds nothing.
+    /// \param deck  of the timestep; must outlive the questions below
+    /// \param why   what is missing, for false
+    bool place(const GeometryGroups& deck, std::string& why);
+    bool contains(const C3DPoint& point) const override { return elementAt(point) >= 0; }
+    double volume() const override { return placed == nullptr ? 0.0 : placed->volume(); }
+    int size() const override { return placed == nullptr ? 0 : placed->size(); }
+    int elementAt(const C3DPoint& point) const override { return placed == nullptr ? -1 : placed->elementAt(point); }
+    double elementVolume(int element) const override
+    {
+        return placed == nullptr ? 0.0 : placed->elementVolume(element);
+    }
+
 protected:
     void rest(IEntryForm& f) override;
     /// Bytes of the record after the two values.
@@ -36,21 +46,28 @@ protected:
     void anchorForm(IEntryForm& f);
     /// Whether centre and rotation are stored; older regions have corners.
     static bool hasTurnedBoxes(const IEntryForm& f);
+
+private:
+    std::unique_ptr<CRegionVolume> placed; ///< null until it is placed
 };
 
 /// One element of a region: part of it, and never stored.
-class CGeometricRegionElementSelection : public CSelection
+class CGeometricRegionElementSelection : public CSelection, public IVolume
 {
 public:
     CGeometricRegionElementSelection(const std::string& name, CDisplayOptions& particle, CDisplayOptions& contact,
-                                     CGeometricRegionSelection& region)
-        : CSelection(name, particle, contact), region(region)
+                                     CGeometricRegionSelection& region, int element)
+        : CSelection(name, particle, contact), region(region), element(element)
     {}
 
     QString typeId() const override { return QStringLiteral("Geometric Region Element"); }
     bool isSubSelection() const override { return true; }
+    /// As the region is placed.
+    bool contains(const C3DPoint& point) const override { return region.elementAt(point) == element; }
+    double volume() const override { return region.elementVolume(element); }
 
     CGeometricRegionSelection& region;
+    const int element; ///< its number in the region, from 0
 };
 
 /// A box cut into bins.

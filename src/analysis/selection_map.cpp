@@ -37,15 +37,15 @@ bool CSelectionMap::add(std::unique_ptr<CSelection>& selection)
     return true;
 }
 
-CSelection* CSelectionMap::createSubSelection(CGeometricRegionSelection& region, const std::string& name)
+CSelection* CSelectionMap::createSubSelection(CGeometricRegionSelection& region, const std::string& name, int element)
 {
     if (contains(name)) {
         tell("Could not create sub-selection (name in use): " + name);
         return nullptr;
     }
-    auto element = std::make_unique<CGeometricRegionElementSelection>(name, displays.options(particleDisplayOf(name)),
-                                                                      displays.options(contactDisplayOf(name)), region);
-    return byName.emplace(name, std::move(element)).first->second.get();
+    auto made = std::make_unique<CGeometricRegionElementSelection>(
+        name, displays.options(particleDisplayOf(name)), displays.options(contactDisplayOf(name)), region, element);
+    return byName.emplace(name, std::move(made)).first->second.get();
 }
 
 CSelection* CSelectionMap::selection(const std::string& name) const

@@ -28,8 +28,8 @@ public:
     std::unique_ptr<CSelection> createSelection(const QString& typeId, const std::string& name);
     /// Takes a selection over. Refused, and left with the caller, if it is null or its name is in use.
     bool add(std::unique_ptr<CSelection>& selection);
-    /// Makes one element of a region. Null, with a report, if the name is in use.
-    CSelection* createSubSelection(CGeometricRegionSelection& region, const std::string& name);
+    /// Makes one element of a region, by its number from 0. Null, with a report, if the name is in use.
+    CSelection* createSubSelection(CGeometricRegionSelection& region, const std::string& name, int element);
 
     /// Null if there is none.
     CSelection* selection(const std::string& name) const;

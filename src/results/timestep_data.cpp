@@ -28,7 +28,11 @@ void CTimestepData::read(IFileVisitorReader& v)
     v.readTimestepData(*this);
 }
 
-void CTimestepData::write(IFileVisitorWriter& v) { v.writeTimestepData(*this); }
+void CTimestepData::write(IFileVisitorWriter& v)
+{
+    v.writeTimestepData(*this);
+    rebuildAttributes();
+}
 
 void CTimestepData::clear()
 {
@@ -87,9 +91,30 @@ void CTimestepData::settle(const SLogTitle& title)
         report(eLost, title, counted(lost, "contact") + " released: a particle or triangle is missing.", lost);
     if (const SUnmatchedBonds unmatched = matchBondParameters(); unmatched.any())
         report(eRepaired, title, unmatched.text() + ".", unmatched.total());
+    rebuildAttributes();
 }
 
 // ---------------------------------------------------------------- values by the names of attributes
+
+void CTimestepData::rebuildAttributes()
+{
+    std::unique_ptr<NAttributes::IAttributeTable> table = attributeMaker ? attributeMaker(*this) : nullptr;
+    attributes = table.get();
+    for (const std::unique_ptr<CParticleType>& type : particleTypes.types)
+        type->attributes = attributes;
+    for (CGeometryGroup* const group : creatorData.geometryGroups.groups())
+        if (group != nullptr)
+            group->attributes = attributes;
+    const auto offer = [this](CContactsBase& family) {
+        family.attributes = attributes;
+        family.activeCollisions.attributes = attributes;
+    };
+    offer(contacts.surfaceSurface);
+    offer(contacts.surfaceGeometry);
+    bonds.surfaceSurface.attributes = bonds.surfaceGeometry.attributes = attributes;
+    collisions.surfaceSurface.attributes = collisions.surfaceGeometry.attributes = attributes;
+    attributeTable = std::move(table); // the earlier one goes when nobody looks at it any more
+}
 
 bool CTimestepData::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                              quint32 row) const

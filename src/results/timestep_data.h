@@ -13,6 +13,9 @@
 
 #include <QMap>
 
+#include <functional>
+#include <memory>
+
 namespace NBrenmark {
 
 class CCreatorData;
@@ -41,6 +44,9 @@ public:
     /// properties "Charge" and "Electrostatic Force". Values that the file holds of those are never overwritten, and charges that
     /// have nowhere to go are reported.
     void rebuildChargeProperties();
+    /// Has the table of attributes made anew, and all owners of values look names up in it: after each read, of a
+    /// document too, and after each write. Without a maker there is none, and names give nothing.
+    void rebuildAttributes();
     /// Brings a timestep in order whose parts were all read, and reports what that took: types get the gravity of the
     /// model, contacts with an end that isn't in the particle store or the geometry are released, bonds get their
     /// parameters.
@@ -63,8 +69,11 @@ public:
     quint32 geometryMask = defaultGeometryMask;
     CCustomPropertyData simulationProperties; ///< always one item
     quint32 timestepIndex = noTimestep;       ///< number of the loaded timestep
+    /// Makes the table for rebuildAttributes; the timestep outlives it. Attributes know results, not the other way.
+    std::function<std::unique_ptr<NAttributes::IAttributeTable>(const CTimestepData&)> attributeMaker;
 
 private:
+    std::unique_ptr<NAttributes::IAttributeTable> attributeTable; ///< that the owners look at
     /// Releases the contacts with an end that isn't there. \return how many live ones were lost by that
     quint32 removeDanglingContacts();
     /// Gives the bonds the parameters of the model that bonds, if the deck has one. One without breaks at this time.

@@ -112,6 +112,7 @@ void writePropertyDefinitions(CXmlOutput& out, const CCustomPropertyManager* man
 static std::unique_ptr<CCustomPropertyMetaData> readDefinition(const CXmlAttributes& attributes)
 {
     const std::string name = attributes.text("name").toStdString();
+    attributes.know("index"); // they come in their order
     const quint32 dataType = attributes.count("data_type");
     const quint32 elements =
         std::min(attributes.count("number_of_elements"), quint32(CCustomPropertyMetaData::mostElements));
@@ -182,6 +183,7 @@ private:
         std::unique_ptr<CCustomPropertyMetaData> property = readDefinition(attributes);
         const std::string name = property->name;
         if (!current->addProperty(property)) {
+            attributes.passOver();
             report(eLost, NLogTitle::xmlImport,
                    "The custom property \"" + shortened(name) + "\" is left out: its name isn't valid or met twice.", 1,
                    shortened(name));

@@ -78,6 +78,7 @@ private:
     QXmlStreamReader xml;
     QStringList path;
     CXmlNotes unknown{eNotCarried, "unknown element"};
+    CXmlNotes unknownAttributes{eNotCarried, "unknown attribute"};
     CXmlNotes notNumbers{eDefaulted, "wrong number"};
 };
 
@@ -129,6 +130,9 @@ void CDocumentReader::open(CXmlSerialiser& target, const CXmlIoOptions& options)
     for (const QString& name : found.notNumbers())
         notNumbers.note(found.place(), "\"" + shortened(found.text(name)) + "\" isn't a number: \"" + shortened(name) +
                                            "\" of \"" + shortened(found.tag()) + "\" is read as 0.");
+    for (const QString& name : found.unknown())
+        unknownAttributes.note(found.place(), "The attribute \"" + shortened(name) + "\" of \"" +
+                                                  shortened(found.tag()) + "\" isn't known and is left out.");
     path.append(found.tag());
     if (path.size() > mostDepth)
         fail("The elements are nested deeper than " + std::to_string(mostDepth) + '.');
@@ -146,6 +150,7 @@ void CDocumentReader::run(CXmlSerialiser& target, const CXmlIoOptions& options)
         }
     }
     unknown.close();
+    unknownAttributes.close();
     notNumbers.close();
 }
 
@@ -208,6 +213,7 @@ void beginTimestep(CTimestepData& timestep)
     timestep.geometryMask = defaultGeometryMask;
     takeTypes(timestep.particleTypes, timestep.creatorData.particleTypes);
     timestep.simulationProperties.resetToInitialValues(1);
+    timestep.rebuildAttributes();
 }
 
 void readTimestep(QIODevice& device, CTimestepData& timestep, CXmlIoOptions& options)

@@ -1,9 +1,8 @@
 #pragma once
 // The factories of a geometry group, for the part that reads the group.
 
+#include "model/factories/factory_size.h"
 #include "xml/serialisers.h"
-
-#include <optional>
 
 namespace NBrenmark {
 
@@ -17,16 +16,18 @@ public:
     /// \param list  of the group that is being read
     /// \return false for any other
     bool startDomElement(CParticleFactoryList& list, const CXmlAttributes& attributes, const CXmlIoOptions& options);
-    void endDomElement(const QString& tagName, const CXmlIoOptions& options);
+    void endDomElement(const QString& tagName);
     /// A group ends, and the factory with it.
-    void leave() { current = nullptr; }
+    void leave() { openAt(nullptr); }
 
 private:
     bool begin(CParticleFactoryList& list, const CXmlAttributes& attributes, const CXmlIoOptions& options);
-    void readSize(const CXmlAttributes& attributes, const CXmlIoOptions& options, const QString& name);
+    bool readSize(const CXmlAttributes& attributes, const CXmlIoOptions& options);
+    void openAt(CParticleFactory* factory);
 
-    CParticleFactory* current = nullptr; ///< not owned
-    std::optional<CXmlAttributes> oldSize;
+    CParticleFactory* current = nullptr;   ///< not owned
+    std::unique_ptr<IFactorySize> oldSize; ///< that holds for all types
+    IFactorySize* size = nullptr;          ///< that was read last of the factory; not owned
 };
 
 } // namespace NBrenmark

@@ -11,10 +11,27 @@ const QXmlStreamAttribute* CXmlAttributes::find(const QString& name) const
         const int at = (next + step) % count;
         if (held.at(at).qualifiedName() == name) {
             next = at + 1;
+            asked[static_cast<std::size_t>(at)] = true;
             return &held.at(at);
         }
     }
     return nullptr;
+}
+
+void CXmlAttributes::know(const char* prefix) const
+{
+    for (int at = 0; at < held.size(); ++at)
+        if (held.at(at).qualifiedName().startsWith(QLatin1String(prefix)))
+            asked[static_cast<std::size_t>(at)] = true;
+}
+
+std::vector<QString> CXmlAttributes::unknown() const
+{
+    std::vector<QString> names;
+    for (int at = 0; at < held.size(); ++at)
+        if (!asked[static_cast<std::size_t>(at)])
+            names.push_back(held.at(at).qualifiedName().toString());
+    return names.size() < asked.size() ? names : std::vector<QString>();
 }
 
 QString CXmlAttributes::text(const QString& name) const

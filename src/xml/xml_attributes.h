@@ -20,7 +20,7 @@ class CXmlAttributes
 public:
     /// \param parent  the tag around it; empty for the root
     CXmlAttributes(const QString& tag, const QString& parent, const QXmlStreamAttributes& attributes, SXmlPlace place)
-        : tagName(tag), parentName(parent), held(attributes), where(place)
+        : tagName(tag), parentName(parent), held(attributes), asked(static_cast<std::size_t>(held.size())), where(place)
     {}
 
     const QString& tag() const { return tagName; }
@@ -41,6 +41,13 @@ public:
     /// The names of those that were read as numbers and weren't any.
     const std::vector<QString>& notNumbers() const { return noted; }
 
+    /// Those that begin so are known, though they say nothing beside the others.
+    void know(const char* prefix) const;
+    /// The element is left out with all attributes, and whoever does so reports it.
+    void passOver() const { asked.assign(asked.size(), true); }
+    /// The names of those that nobody has asked for; none where all are like that, for then the element alone matters.
+    std::vector<QString> unknown() const;
+
 private:
     const QXmlStreamAttribute* find(const QString& name) const;
     template <class TConvert>
@@ -49,6 +56,7 @@ private:
     QString tagName;
     QString parentName;
     QXmlStreamAttributes held;
+    mutable std::vector<bool> asked; ///< of each that is held
     SXmlPlace where;
     mutable int next = 0; ///< where the one after that found last is
     mutable std::vector<QString> noted;

@@ -1,10 +1,15 @@
 // Values of attributes against numbers that were worked out by hand.
 #include "analysis/attributes/attribute_table.h"
+#include "core/deck/simulation.h"
 #include "model/geometry/geometry_group.h"
+#include "support/paths.h"
 #include "support/samples.h"
+#include "units/units_converter.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <QDir>
 
 namespace NBrenmark {
 
@@ -63,8 +68,8 @@ struct SScene : SModel
         collisions.endTime = {0.75};
         collisions.normalEnergy = {1.5};
         collisions.shearEnergy = {0.25};
-        table = buildAttributeTable(timestep);
-        offerAttributes(timestep, &table);
+        timestep.attributeMaker = attributesWhenAsked;
+        timestep.rebuildAttributes();
     }
 
     /// "no value" as an empty list.
@@ -76,8 +81,6 @@ struct SScene : SModel
         const std::size_t width = out.tag == SAttributeValue::eScalar ? 1 : out.tag == SAttributeValue::eVector ? 3 : 4;
         return std::vector<double>(out.numbers.begin(), out.numbers.begin() + static_cast<std::ptrdiff_t>(width));
     }
-
-    CAttributeTable table;
 };
 
 } // namespace
@@ -125,6 +128,57 @@ TEST(Attributes, followTheirFormulas)
     SAttributeValue ids;
     ASSERT_TRUE(particle.getValueByName(ids, QStringLiteral("ID"), IAttributeRetrieval::allRows));
     EXPECT_EQ(ids.integers, std::vector<qint32>{7});
+}
+
+/// Counts the values of an owner, and holds those in the last unit of each quantity against those in base units.
+template <class TOwner>
+static std::size_t valuesThatAgree(const TOwner& owner, const CAttributeTable& table, EAttributeOwner kind)
+{
+    std::size_t compared = 0;
+    const std::vector<quint32> rows = liveRows(owner);
+    const SAttributeRows all{rows.data(), rows.size()};
+    for (const auto& attribute : table.all) {
+        const SQuantity& quantity = quantityOf(attribute->unitsType);
+        if ((attribute->owners & kind) == 0 || quantity.units.size() < 2)
+            continue;
+        Values base(rows.size() * attribute->width()), shown(base.size());
+        const bool isHeld = attribute->column(owner, all, nullptr, base.data());
+        EXPECT_EQ(attribute->column(owner, all, &quantity.units.back(), shown.data()), isHeld);
+        const int unit = static_cast<int>(quantity.units.size()) - 1;
+        for (std::size_t i = 0; isHeld && i < base.size(); ++i, ++compared)
+            if (!(std::abs(getUnits(quantity.number).toBase(shown[i], unit) - base[i]) <= 1e-12 * std::abs(base[i])) &&
+                !std::isnan(base[i]))
+                ADD_FAILURE() << attribute->name.toStdString() << ": " << base[i] << " is shown as " << shown[i];
+    }
+    return compared;
+}
+
+TEST(Attributes, ofEverySampleAgreeInTwoSystemsOfUnits)
+{
+    const QDir samples(QString::fromStdString(projectFolder()) + "/samples");
+    for (const QString& deck : samples.entryList({"*.dem"})) {
+        CSimulation simulation;
+        ASSERT_TRUE(simulation.setUp());
+        ASSERT_EQ(simulation.load(samples.filePath(deck)), 0) << deck.toStdString();
+        ASSERT_TRUE(simulation.goToTimestep(simulation.ioManager.timestepCount() - 1, eIntoCurrentFrame));
+        const CTimestepData& timestep = simulation.currentFrame->timestep;
+        const CAttributeTable table = buildAttributeTable(timestep);
+        std::size_t compared = 0;
+        for (const auto& type : timestep.particleTypes.types) {
+            compared += valuesThatAgree(*type, table, eParticleAttribute);
+            SAttributeValue masses; // by name, as the reader has left the type
+            EXPECT_EQ(type->getValueByName(masses, "Mass", IAttributeRetrieval::allRows), type->liveCount() > 0);
+        }
+        for (const CGeometryGroup* const group : timestep.creatorData.geometryGroups.groups())
+            compared += group == nullptr ? 0 : valuesThatAgree(*group, table, eGeometryAttribute);
+        for (const CContactsBase* const family : std::initializer_list<const CContactsBase*>{
+                 &timestep.contacts.surfaceSurface, &timestep.contacts.surfaceGeometry})
+            compared += valuesThatAgree(*family, table, eContactAttribute);
+        compared += valuesThatAgree<CBondsBase>(timestep.bonds.surfaceSurface, table, eBondAttribute);
+        compared += valuesThatAgree<CCollisionsBase>(timestep.collisions.surfaceSurface, table, eCollisionAttribute);
+        EXPECT_GT(compared, 0u) << deck.toStdString();
+        simulation.close(false);
+    }
 }
 
 } // namespace NBrenmark

@@ -326,11 +326,11 @@ TEST(SelectionMap, renamesAndRemovesARegionWithItsElements)
     }
     auto& region = dynamic_cast<CGeometricRegionSelection&>(*map.selection("a"));
     region.particleDisplay.bytes = "mine";
-    ASSERT_NE(map.createSubSelection(region, "a 1"), nullptr);
+    ASSERT_NE(map.createSubSelection(region, "a 1", 0), nullptr);
     EXPECT_EQ(map.count(true), 3);
     EXPECT_EQ(map.count(false), 2);
     CLogCapture log;
-    EXPECT_EQ(map.createSubSelection(region, "b"), nullptr);
+    EXPECT_EQ(map.createSubSelection(region, "b", 1), nullptr);
     EXPECT_FALSE(map.rename("a", "b"));
     EXPECT_NE(log.text().find("Cannot rename a. The name b is already in use."), std::string::npos);
     EXPECT_FALSE(map.rename("none", "c"));

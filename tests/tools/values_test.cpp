@@ -75,15 +75,35 @@ TEST(Values, answerTheQueriesOfADeckAndKeepToItsSelections)
     CTempFolder folder;
     for (const char* const suffix : {".dem", ".idx", ".ess"})
         QFile::copy(QString::fromStdString(sampleDeck(std::string("pile-27") + suffix)), folder.path("a") + suffix);
-    const std::string place = "ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:00001:";
-    configurationFile("27.0.0", {place + "SECTION=QT STRING:S", place + "QUERY TYPE=QT STRING:Maximum",
-                                 place + "ID=QT STRING:top", place + "ATTR=QT STRING:Position",
-                                 place + "PRIMARY COMPONENT=QT STRING:Z"})
+    const std::string queries = "ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:";
+    const std::string place = queries + "00001:", bulk = queries + "00002:", turn = queries + "00003:",
+                      wide = queries + "00004:";
+    configurationFile(
+        "27.0.0",
+        {place + "SECTION=QT STRING:S", place + "QUERY TYPE=QT STRING:Maximum", place + "ID=QT STRING:top",
+         place + "ATTR=QT STRING:Position", place + "PRIMARY COMPONENT=QT STRING:Z", bulk + "SECTION=QT STRING:S",
+         bulk + "QUERY TYPE=QT STRING:Density", bulk + "ID=QT STRING:bulk", turn + "SECTION=QT STRING:S",
+         turn + "QUERY TYPE=QT STRING:Maximum", turn + "ID=QT STRING:turn", turn + "ATTR=QT STRING:Orientation",
+         turn + "PRIMARY COMPONENT=QT STRING:W", wide + "SECTION=QT STRING:S", wide + "QUERY TYPE=QT STRING:Minimum",
+         wide + "ID=QT STRING:width", wide + "ATTR=QT STRING:Diameter", wide + "PRIMARY COMPONENT=QT STRING:Magnitude"})
         .toFile(folder.path("a.dfg"));
     const std::string deck = argument(folder.path("a.dem"));
     const SToolResult summary = runTool({"values", deck, "--attribute", "Position Z", "--timestep", "2", "--summary"});
     const double top = std::stod(summary.output.substr(summary.output.find("maximum") + 7));
     EXPECT_EQ(firstValueOf(runTool({"values", deck, "--query", "top", "--timestep", "2"})), top);
+    const SToolResult inMillimetres =
+        runTool({"values", deck, "--query", "top", "--timestep", "2", "--units", "length=mm"});
+    EXPECT_NEAR(firstValueOf(inMillimetres), 1000 * top, 1e-9);
+    EXPECT_NE(inMillimetres.output.find("\"Maximum Position Z [mm]\""), std::string::npos) << inMillimetres.output;
+    EXPECT_LE(firstValueOf(runTool({"values", deck, "--query", "turn", "--timestep", "2"})),
+              1.0); // of a unit quaternion
+    const SToolResult masses = runTool({"values", deck, "--attribute", "Mass", "--timestep", "2", "--summary"});
+    const double mass = std::stod(masses.output.substr(masses.output.find("sum") + 3));
+    const SToolResult density =
+        runTool({"values", deck, "--query", "S/bulk", "--timestep", "2", "--units", "density=g/cm3"});
+    EXPECT_NEAR(firstValueOf(density), mass / 0.0022 / 1000, 1e-12) << density.error; // 0.1 m x 0.1 m x 0.22 m
+    // A diameter has no components, though the query was saved with one.
+    EXPECT_GT(firstValueOf(runTool({"values", deck, "--query", "width", "--timestep", "2"})), 0.0);
     EXPECT_EQ(runTool({"values", deck, "--query", "tip"}).exitCode, 2);
 
     const std::string selections = sampleDeck("selections-27.dem");
@@ -92,6 +112,12 @@ TEST(Values, answerTheQueriesOfADeckAndKeepToItsSelections)
     };
     EXPECT_EQ(exitCode("Picked by hand"), 0);
     EXPECT_EQ(exitCode("Picked"), 2);
+    EXPECT_EQ(exitCode("Tower bins:1"), 0);
+    EXPECT_EQ(exitCode("Tower bins:1000"), 2);
+    // A query of a selection goes by its class and attribute; this one measures from a reference.
+    const SToolResult refused = runTool({"values", selections, "--selection", "Picked by hand", "--query", "CoG"});
+    EXPECT_EQ(refused.exitCode, 5);
+    EXPECT_NE(refused.error.find("a distance from a reference"), std::string::npos) << refused.error;
 }
 
 } // namespace NBrenmark

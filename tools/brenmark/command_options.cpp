@@ -4,6 +4,7 @@
 #include "brenmark/completion/completion.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/failure.h"
+#include "brenmark/xml_deck.h"
 
 namespace NBrenmark {
 
@@ -180,9 +181,12 @@ void CCommandLine::addConfig()
 void CCommandLine::addDump()
 {
     CLI::App* const command = add("dump", "Show the whole model as text, one value a line");
-    command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("DECK", source, "The deck's first file, NAME.dem, or the document of a definition")->required();
     CLI::Option* const number =
-        command->add_option("--timestep", timestep, "This timestep alone, counted from 0")->type_name("N");
+        command
+            ->add_option("--timestep", timestep,
+                         "This timestep alone, counted from 0; of a definition's document this document of one")
+            ->type_name("N|FILE");
     CLI::Option* const full = command->add_flag("--full", dump.full, "Show arrays with all their values");
     command->add_flag("--stored", dump.stored, "Show the records of a deck below 20.0.0 in place of what they become")
         ->excludes(full);
@@ -191,7 +195,9 @@ void CCommandLine::addDump()
         chosen = [this, number] {
             dump.deck = pathFrom(source);
             dump.oneTimestep = number->count() > 0;
-            if (dump.oneTimestep)
+            if (dump.oneTimestep && isDocument(dump.deck))
+                dump.timestepDocument = pathFrom(timestep);
+            else if (dump.oneTimestep)
                 dump.timestep = numberFrom("--timestep", timestep);
             return runDump(dump);
         };
@@ -311,7 +317,8 @@ void CCommandLine::addValues()
     command->add_option("--attribute", values.attribute, "The attribute, for example \"Velocity Magnitude\"")
         ->type_name("NAME");
     command
-        ->add_option("--query", values.query, "Instead, the answers of a query of the deck's data exports, by its ID")
+        ->add_option("--query", values.query,
+                     "Instead, the answers of a query of the deck's data exports, or with --selection of its own")
         ->type_name("NAME");
     command->add_flag("--list", values.list, "Show the attributes of the deck by their owners instead");
     command
@@ -321,7 +328,9 @@ void CCommandLine::addValues()
         ->type_name("OWNER");
     command->add_option("--type", values.type, "Of this particle type, geometry group or family of pairs alone")
         ->type_name("NAME");
-    command->add_option("--selection", values.selection, "Of the particles of this selection of the deck alone")
+    command
+        ->add_option("--selection", values.selection,
+                     "Of what is in this selection of the deck alone; NAME:N is the Nth element of a region")
         ->type_name("NAME");
     command->add_option("--timestep", timestep, "A timestep counted from 0, a range FROM:TO with both ends, or all")
         ->type_name("N");
@@ -344,11 +353,9 @@ void CCommandLine::addValues()
             if (int(values.summary) + int(!intervals.empty()) + int(!output.empty()) + int(values.list) > 1)
                 throw CFailure(eExitUsage, "--list, --summary, --histogram and --output can't be used together",
                                "Use one of them.");
-            const bool hasMore = values.summary || !intervals.empty() || !output.empty() || !values.owner.empty() ||
-                                 !values.type.empty() || !values.selection.empty() || !values.units.empty();
-            if (!values.query.empty() && hasMore)
-                throw CFailure(eExitUsage, "--query takes --timestep alone",
-                               "What the query is about is in the query itself.");
+            if (!values.query.empty() && (values.summary || !intervals.empty() || !values.type.empty()))
+                throw CFailure(eExitUsage, "--query takes no --summary, --histogram or --type",
+                               "What the query reduces, and of which type, is in the query itself.");
             values.deck = pathFrom(source);
             values.output = output.empty() ? QString() : pathFrom(output);
             if (!svg.empty() && intervals.empty())
@@ -376,6 +383,8 @@ void CCommandLine::addXml()
         ->add_option("--timestep", timestep,
                      "Export this timestep in place of the definition, counted from 0; import this document of one")
         ->type_name("N|FILE");
+    command->add_option("--definition", definitionAt, "Export the definition as it is at this timestep, counted from 0")
+        ->type_name("N");
     command->add_flag("--contacts", xml.contacts, "Export the timestep's contacts");
     command->add_flag("--bonds", xml.bonds, "Export the timestep's bonds");
     command->add_flag("--collisions", xml.collisions, "Export how many collisions the timestep has");
@@ -423,6 +432,12 @@ void CCommandLine::chooseXml()
                        "Give --timestep N with xml export, or leave them out.");
     xml.source = pathFrom(source);
     xml.target = pathFrom(target);
+    if (!definitionAt.empty()) {
+        if (!xml.exports || !timestep.empty())
+            throw CFailure(eExitUsage, "--definition is for the export of a definition",
+                           "Give either --timestep or --definition with xml export.");
+        xml.timestep = numberFrom("--definition", definitionAt);
+    }
     if (timestep.empty())
         return;
     xml.oneTimestep = xml.exports;

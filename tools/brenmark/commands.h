@@ -62,7 +62,8 @@ struct SDumpOptions
     bool oneTimestep = false;
     quint32 timestep = 0;
     bool full = false;
-    bool stored = false; ///< the records of an old deck in place of the model that they become
+    bool stored = false;      ///< the records of an old deck in place of the model that they become
+    QString timestepDocument; ///< of the definition that is dumped; empty for none
 };
 
 struct SVerifyOptions
@@ -97,7 +98,7 @@ struct SValuesOptions
     QString deck;
     bool list = false; ///< shows the attributes instead of values
     std::string attribute;
-    std::string query;     ///< of the deck's data exports, in place of an attribute
+    std::string query;     ///< of the deck's data exports or the selection, in place of an attribute
     std::string owner;     ///< "particle", "contact"...; empty for the first that the attribute serves
     std::string type;      ///< of the particle type, geometry group or family of pairs; empty for all
     std::string selection; ///< of the deck's settings, by its name; empty for all

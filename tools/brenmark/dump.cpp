@@ -56,16 +56,21 @@ void dumpModel(CDeckReader& reader, ITextSink& sink, const SDumpOptions& options
     }
 }
 
-/// The definition that a document holds, as it came in.
+/// The definition that a document holds, or the timestep of one, as it came in.
 EExitCode dumpDocument(const SDumpOptions& options)
 {
-    if (options.oneTimestep || options.stored)
-        throw CFailure(eExitUsage, utf8(options.deck) + ": is a document, which has neither timesteps nor records",
-                       "Leave --timestep and --stored out.");
-    const CXmlDeck deck(options.deck, QString());
+    if (options.stored)
+        throw CFailure(eExitUsage, utf8(options.deck) + ": is a document, which has no records", "Leave --stored out.");
+    if (kindOfDocument(options.deck) == eXmlTimestep)
+        throw CFailure(eExitUsage, utf8(options.deck) + ": is the document of a timestep, which takes its definition",
+                       "Name the definition's document, and this one with --timestep.");
+    const CXmlDeck deck(options.deck, options.timestepDocument);
     CPrintingSink sink;
-    CTextWriter writer(sink, modelRoot(0), options.full);
-    deck.frame().creator.write(writer);
+    CTextWriter writer(sink, options.oneTimestep ? timestepRoot(0) : modelRoot(0), options.full);
+    if (options.oneTimestep)
+        deck.frame().timestep.write(writer);
+    else
+        deck.frame().creator.write(writer);
     flushResult();
     printLedger(deck.messages());
     return eExitDone;

@@ -5,7 +5,6 @@
 #include "core/memory_ceiling.h"
 #include "core/messages.h"
 #include "core/plain_file.h"
-#include "xml/document.h"
 
 namespace NBrenmark {
 
@@ -40,6 +39,17 @@ COpenDocument::COpenDocument(const QString& path) : path(path), file(path)
     if (const std::string cause = openPlainFile(file); !cause.empty())
         throw CFailure(eExitSource, messageText(eMessageXmlNotOpened).arg(path).toStdString() + ": " + cause,
                        "Check the path and the file's permissions.");
+}
+
+EXmlDocument kindOfDocument(const QString& path)
+{
+    COpenDocument document(path);
+    try {
+        return kindOfDocument(document.file);
+    }
+    catch (const std::exception& error) {
+        throw failureOfDocument(error, path);
+    }
 }
 
 CXmlDeck::CXmlDeck(const QString& definition, const QString& timestep)

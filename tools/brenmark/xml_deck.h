@@ -3,12 +3,17 @@
 
 #include "brenmark/deck_reader.h"
 
+#include "xml/document.h"
+
 #include <QFile>
 
 namespace NBrenmark {
 
 /// Whether the first bytes of a path are those of a document rather than of a deck.
 bool isDocument(const QString& path);
+
+/// Whether a document is of a definition or of a timestep. \throws CFailure  with path, line and column
+EXmlDocument kindOfDocument(const QString& path);
 
 /// A document opened. \throws CFailure
 class COpenDocument

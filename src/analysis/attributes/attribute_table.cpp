@@ -4,10 +4,10 @@
 #include "analysis/attributes/derived_attributes.h"
 #include "analysis/attributes/primary_attributes.h"
 #include "model/creator_data.h"
-#include "model/geometry/geometry_group.h"
 #include "results/timestep_data.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace NBrenmark::NAttributes {
 
@@ -62,22 +62,30 @@ CAttributeTable buildAttributeTable(const CTimestepData& timestep)
     return table;
 }
 
-void offerAttributes(CTimestepData& timestep, const IAttributeTable* table)
+namespace {
+
+class CAttributesWhenAsked : public IAttributeTable
 {
-    timestep.attributes = table;
-    for (const auto& type : timestep.particleTypes.types)
-        type->attributes = table;
-    for (CGeometryGroup* const group : timestep.creatorData.geometryGroups.groups())
-        if (group != nullptr)
-            group->attributes = table;
-    CContacts& contacts = timestep.contacts;
-    for (CContactsBase* const family : {static_cast<CContactsBase*>(&contacts.surfaceSurface),
-                                        static_cast<CContactsBase*>(&contacts.surfaceGeometry)}) {
-        family->attributes = table;
-        family->activeCollisions.attributes = table;
+public:
+    explicit CAttributesWhenAsked(const CTimestepData& timestep) : timestep(timestep) {}
+
+    const CAttributeDescriptor* attribute(const QString& name, EAttributeOwner owner) const override
+    {
+        std::call_once(built, [this] { table = buildAttributeTable(timestep); });
+        return table.attribute(name, owner);
     }
-    timestep.bonds.surfaceSurface.attributes = timestep.bonds.surfaceGeometry.attributes = table;
-    timestep.collisions.surfaceSurface.attributes = timestep.collisions.surfaceGeometry.attributes = table;
+
+private:
+    const CTimestepData& timestep;
+    mutable std::once_flag built;
+    mutable CAttributeTable table;
+};
+
+} // namespace
+
+std::unique_ptr<IAttributeTable> attributesWhenAsked(const CTimestepData& timestep)
+{
+    return std::make_unique<CAttributesWhenAsked>(timestep);
 }
 
 } // namespace NBrenmark::NAttributes

@@ -24,8 +24,8 @@ void addAttribute(CAttributeTable& table, std::unique_ptr<CAttribute> attribute,
 /// outlive the table; after another read into it the table is built anew.
 CAttributeTable buildAttributeTable(const CTimestepData& timestep);
 
-/// Has all owners of a timestep look names up in a table; null ends that.
-/// \param table  not owned, must outlive the owners or the next call
-void offerAttributes(CTimestepData& timestep, const IAttributeTable* table);
+/// The attributes of a timestep, for CTimestepData::attributeMaker. They are built when the first name is looked up:
+/// a conversion asks for none.
+std::unique_ptr<IAttributeTable> attributesWhenAsked(const CTimestepData& timestep);
 
 } // namespace NBrenmark::NAttributes

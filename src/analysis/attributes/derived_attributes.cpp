@@ -21,6 +21,17 @@ void CAttributeVectorComponent::derive(const double* parentRow, quint32, double*
     *out = parentRow[component];
 }
 
+CAttributeQuaternionComponent::CAttributeQuaternionComponent(const CAttribute& parent, quint32 component)
+    : CAttribute(parent.name + QLatin1Char(' ') + QLatin1Char("WXYZ"[component]), eScalarValue, parent.unitsType,
+                 parent.owners, &parent),
+      component(component)
+{}
+
+void CAttributeQuaternionComponent::derive(const double* parentRow, quint32, double* out) const
+{
+    *out = parentRow[component];
+}
+
 CAttributeMagnitude::CAttributeMagnitude(const CAttribute& parent)
     : CAttribute(parent.name + QLatin1String(" Magnitude"), eScalarValue, parent.unitsType, parent.owners, &parent)
 {}

@@ -50,6 +50,19 @@ protected:
 using CAttributeVectorAll = CAttributeAll<eVectorValue>;
 using CAttributeQuaternionAll = CAttributeAll<eQuaternionValue>;
 
+/// Component W, X, Y or Z of a quaternion. A table has none: who asks for one makes it.
+class CAttributeQuaternionComponent : public CAttribute
+{
+public:
+    CAttributeQuaternionComponent(const CAttribute& parent, quint32 component);
+
+protected:
+    void derive(const double* parentRow, quint32 parentWidth, double* out) const override;
+
+private:
+    const quint32 component;
+};
+
 /// A custom property of one kind of owner, with all of its elements.
 class CAttributeCustomProperty : public CAttribute
 {

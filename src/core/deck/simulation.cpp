@@ -1,6 +1,7 @@
 // Opens a deck with all that belongs to it, and moves its timesteps into frames.
 #include "core/deck/simulation.h"
 
+#include "analysis/attributes/attribute_table.h"
 #include "config/config_file.h"
 #include "config/config_manager.h"
 #include "core/deck/deck_files.h"
@@ -38,6 +39,7 @@ bool CSimulation::setUp()
         settings = std::make_unique<CSimulationSettingsAndData>();
         for (auto& frame : frames) {
             frame = std::make_unique<SSimulationFrame>(settings->propertyManagers());
+            frame->timestep.attributeMaker = NAttributes::attributesWhenAsked;
             settings->follow(frame->creator.physicsModels, frame->creator.pluginFactories);
         }
         ioManager.createManagers(*this);

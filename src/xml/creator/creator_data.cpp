@@ -79,6 +79,8 @@ private:
     bool take(const QString& tagName, const CXmlAttributes& attributes, const CXmlIoOptions& options)
     {
         if (attributes.is("simulation")) {
+            attributes.know("version"); // which was read first
+            attributes.know("xmlns");
             object.title = attributes.text("name");
             object.description = attributes.text("description");
             return true;

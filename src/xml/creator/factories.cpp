@@ -61,6 +61,7 @@ void CXmlReader::readDynamicParticleFactory(CDynamicParticleFactory& factory)
     in().attribute("rate_changed_at", factory.rateChangeTime); // s
     factory.changeCreationRate(factory.creationRate, factory.rateChangeTime);
     in().attribute("number_generated_since_rate_change", factory.createdSinceRateChange);
+    attributes.know(numberName);
     const qint32 goal = attributes.integer(goalName);
     factory.massCreation = goal == eMassGoal;
     in().attribute(massName, factory.massToCreate);
@@ -94,6 +95,7 @@ void CXmlReader::readStaticParticleFactory(CStaticParticleFactory& factory)
     in().attribute("creation_time", factory.creationTime); // s
     in().flag(goalName, factory.massCreation);             // else a number of particles
     in().attribute(massName, factory.massToCreate);
+    attributes.know(fillWord);
     factory.fillShape = attributes.text(numberName) == QLatin1String(fillWord) || attributes.flag(fillWord);
     if (!factory.fillShape)
         in().attribute(numberName, factory.numToCreate);
@@ -116,6 +118,8 @@ void CXmlWriter::writeStaticParticleFactory(const CStaticParticleFactory& factor
 
 static const char* const kindName = "type";
 static const char* const typeName = "particle_type";
+static const char* const sizeLawTag = "size_distribution_params"; // of the size before it in old documents
+static const char* const sizeBandTag = "band";
 
 void CXmlWriter::writeParameter(const QString& tag, const IFactoryParameter* parameter, const QString& particleType)
 {
@@ -163,6 +167,7 @@ static void readParameter(const CXmlAttributes& attributes, const CXmlIoOptions&
 {
     const QString kind = attributes.text(kindName);
     if (!CKindRegistry<TFamily>::instance().knows(kind)) {
+        attributes.passOver();
         report(eLost, NLogTitle::xmlImport,
                "A parameter \"" + shortened(attributes.tag()) + "\" of the particle factory \"" +
                    shortened(factory.name) + "\" is skipped: no kind \"" + shortened(kind) + "\" is known.",
@@ -179,19 +184,43 @@ bool CXmlFactories::begin(CParticleFactoryList& list, const CXmlAttributes& attr
     std::unique_ptr<CParticleFactory> made = createFactory(attributes.tag(), attributes.text("name"));
     if (made == nullptr)
         return false;
-    current = &list.add(std::move(made));
-    oldSize.reset();
+    openAt(&list.add(std::move(made)));
     CXmlReader reader(attributes, options);
     current->read(reader);
     return true;
 }
 
-void CXmlFactories::readSize(const CXmlAttributes& attributes, const CXmlIoOptions& options, const QString& name)
+void CXmlFactories::openAt(CParticleFactory* factory)
 {
-    readParameter(attributes, options, *current, current->sizes[name],
-                  [&](const QString& kind) { current->setSizeKind(name, kind); });
-    if (current->sizes[name] == nullptr)
+    current = factory;
+    oldSize.reset();
+    size = nullptr;
+}
+
+/// A size, with its law in its own attributes or, in old documents, in an element of its own.
+bool CXmlFactories::readSize(const CXmlAttributes& attributes, const CXmlIoOptions& options)
+{
+    const bool isBanded = dynamic_cast<CUserDefinedFactorySize*>(size) != nullptr;
+    if ((attributes.is(sizeLawTag) && size != nullptr) || (attributes.is(sizeBandTag) && isBanded)) {
+        CXmlReader reader(attributes, options);
+        size->distribution().read(reader);
+        return true;
+    }
+    if (!attributes.is("size") && !attributes.is(sizeLawTag))
+        return false;
+    const QString name = attributes.text(typeName);
+    const bool isByType = options.version >= NDocumentVersion::sizesByType;
+    std::unique_ptr<IFactorySize>& held = isByType ? current->sizes[name] : oldSize;
+    readParameter(attributes, options, *current, held,
+                  [&held](const QString& kind) { held = CKindRegistry<IFactorySize>::instance().create(kind); });
+    size = held.get();
+    if (size != nullptr && attributes.is(sizeLawTag)) {
+        CXmlReader reader(attributes, options);
+        size->distribution().read(reader);
+    }
+    if (isByType && size == nullptr)
         current->sizes.erase(name);
+    return true;
 }
 
 bool CXmlFactories::startDomElement(CParticleFactoryList& list, const CXmlAttributes& attributes,
@@ -218,13 +247,8 @@ bool CXmlFactories::startDomElement(CParticleFactoryList& list, const CXmlAttrib
         return read(factory.type, [&](const QString& kind) { factory.setTypeKind(kind, nullptr); });
     if (attributes.is("position"))
         return read(factory.position, [&](const QString& kind) { factory.setPositionKind(kind); });
-    if (attributes.is("size")) {
-        if (options.version >= NDocumentVersion::sizesByType)
-            readSize(attributes, options, attributes.text(typeName));
-        else
-            oldSize.emplace(attributes);
+    if (readSize(attributes, options))
         return true;
-    }
     if (attributes.is("accounting")) {
         CXmlReader reader(attributes, options);
         factory.accounting.read(reader);
@@ -233,16 +257,15 @@ bool CXmlFactories::startDomElement(CParticleFactoryList& list, const CXmlAttrib
     return attributes.is("sizes");
 }
 
-void CXmlFactories::endDomElement(const QString& tagName, const CXmlIoOptions& options)
+void CXmlFactories::endDomElement(const QString& tagName)
 {
     if (current == nullptr || tagName != current->typeWord())
         return;
     // One size for all types, in documents that know no other.
-    if (oldSize && current->type != nullptr)
+    if (oldSize != nullptr && current->type != nullptr)
         for (const QString& name : current->type->typeNames())
-            readSize(*oldSize, options, name);
-    oldSize.reset();
-    current = nullptr;
+            current->sizes[name] = oldSize->clone();
+    openAt(nullptr);
 }
 
 } // namespace NBrenmark

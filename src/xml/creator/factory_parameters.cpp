@@ -148,6 +148,8 @@ static void randomPositionForm(TForm& f, TParam& p)
 
 void CXmlReader::readRandomFactoryPosition(CRandomFactoryPosition& p)
 {
+    attributes.know("maximum_angle");
+    attributes.know("mult_factor");
     const bool walks = attributes.text("style") == QLatin1String(walkWord);
     p.style = walks ? CRandomFactoryPosition::eRandomWalk : CRandomFactoryPosition::eRandom;
     randomPositionForm(in(), p);
@@ -250,7 +252,11 @@ static void logNormalSizeForm(TForm& f, TLaw& law)
 
 void CXmlReader::readFixedFactorySize(CFixedFactorySize& p) { fixedSizeForm(in(), p.sizeDistribution); }
 void CXmlWriter::writeFixedFactorySize(const CFixedFactorySize& p) { fixedSizeForm(out(), p.sizeDistribution); }
-void CXmlReader::readRandomFactorySize(CRandomFactorySize& p) { randomSizeForm(in(), p.sizeDistribution); }
+void CXmlReader::readRandomFactorySize(CRandomFactorySize& p)
+{
+    randomSizeForm(in(), p.sizeDistribution);
+    attributes.know("version");
+}
 void CXmlWriter::writeRandomFactorySize(const CRandomFactorySize& p) { randomSizeForm(out(), p.sizeDistribution); }
 void CXmlReader::readNormalFactorySize(CNormalFactorySize& p) { normalSizeForm(in(), p.sizeDistribution); }
 void CXmlWriter::writeNormalFactorySize(const CNormalFactorySize& p) { normalSizeForm(out(), p.sizeDistribution); }

@@ -196,12 +196,12 @@ public:
                factories.startDomElement(*current->factories, attributes, options);
     }
 
-    void endDomElement(const QString& tagName, const CXmlIoOptions& options) override
+    void endDomElement(const QString& tagName, const CXmlIoOptions&) override
     {
         if (tagName == QLatin1String("group"))
             endGroup();
         else
-            factories.endDomElement(tagName, options);
+            factories.endDomElement(tagName);
     }
 
 private:
@@ -219,10 +219,12 @@ private:
         const quint32 id = attributes.has("id") ? attributes.count("id") : CGeometryGroup::notSet;
         const quint32 there = object.indexOf(name);
         if (name.isEmpty()) {
+            attributes.passOver();
             leaveOut(name, "it has no name");
             return;
         }
         if (there != GeometryGroups::notFound && there != id) {
+            attributes.passOver();
             leaveOut(name, "another group has its name");
             return;
         }
@@ -252,6 +254,7 @@ private:
         admitMemory(groupBytes, "geometry groups");
         std::unique_ptr<CGeometryGroup> group = createGeometry(attributes.text("shape"), object.managers.geometry);
         if (group == nullptr) {
+            attributes.passOver();
             leaveOut(name, "no shape \"" + shortened(attributes.text("shape")) + "\" is known");
             return false;
         }
@@ -275,6 +278,7 @@ private:
     {
         quint32 id = 0;
         if (!readId(attributes, id) || !vertexOfId.emplace(id, static_cast<quint32>(current->coords.size())).second) {
+            attributes.passOver();
             ++skipped;
             return;
         }
@@ -297,6 +301,7 @@ private:
                 nodes[corner] = vertex->second;
         }
         if (!isWhole) {
+            attributes.passOver();
             ++skipped;
             return;
         }

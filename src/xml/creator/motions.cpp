@@ -73,6 +73,8 @@ void CXmlReader::readLinearTranslation(CLinearTranslation& motion)
 {
     motionForm(in(), motion);
     speedForm(in(), motion);
+    attributes.know("start_vel_");
+    attributes.know("accn_");
     if (attributes.has("initial_velocity") || attributes.has("acceleration"))
         return;
     C3DVector velocity, acceleration;

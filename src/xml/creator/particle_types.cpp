@@ -80,6 +80,7 @@ public:
             CSphere sphere;
             CXmlFormReader form(attributes);
             sphereForm(form, sphere);
+            attributes.know("id"); // they come in their order
             sphere.setRadii(sphere.contactRadius, sphere.physicalRadius);
             current->spheres.push_back(sphere);
             return true;

@@ -117,6 +117,7 @@ private:
         isLeftOut = isDropped(name);
         if (isLeftOut) {
             tellDropped("contact model", name);
+            attributes.passOver();
             return;
         }
         std::unique_ptr<IContactModel> made =
@@ -138,11 +139,14 @@ private:
         isLeftOut = isDropped(name);
         if (isLeftOut) {
             tellDropped("external force", name);
+            attributes.passOver();
             return;
         }
         std::unique_ptr<IExternalForce> made = object.makeExternalForce(name, sourceOf(attributes), true);
-        if (made == nullptr) // the word for no force
+        if (made == nullptr) { // the word for no force
+            attributes.passOver();
             return;
+        }
         tellUnknown<CExternalForcePhantom>("external force", *made);
         CXmlReader reader(attributes, options);
         made->read(reader);

@@ -235,6 +235,8 @@ void CXmlReader::readMovingPlaneParamData(CMovingPlaneContactModelParamData& dat
 {
     if (takes(planeTag) && attributes.has("geometry"))
         data.planes[attributes.integer("geometry")];
+    attributes.know("linear_velocity_"); // which follows from the motions
+    attributes.know("selected");
     if (takes(displayTag))
         data.planes[attributes.integer(planeId)].display = attributes.flag("display_vector");
     if (takes(directionTag))

@@ -80,6 +80,8 @@ void CXmlReader::readPolygon(CPolygon& polygon)
     constexpr qint32 fewestEdges = 3;
     constexpr qint32 rectangle = 4;
     polygonForm(in(), polygon);
+    attributes.know("end_");
+    attributes.know("mid_");
     if (polygon.edges < 1)
         polygon.edges = fewestEdges;
     if (polygon.edges != rectangle || attributes.has("side_1") || attributes.has("side_2"))

@@ -129,12 +129,16 @@ public:
             return true;
         }
         const bool isBand = attributes.is("band");
-        if (!isBand && !attributes.is(lawTag))
+        if (!isShareOpen || (!isBand && !attributes.is(lawTag))) // factories have laws as well
             return false;
         CXmlReader reader(attributes, options);
         if (current != nullptr && (!isBand || dynamic_cast<CUserDefinedSizeDistribution*>(current) != nullptr))
             current->read(reader);
         return true;
+    }
+    void endDomElement(const QString& tagName, const CXmlIoOptions&) override
+    {
+        isShareOpen = isShareOpen && tagName != QLatin1String(shareTag);
     }
 
 private:
@@ -143,8 +147,10 @@ private:
         const QString name = attributes.text("name");
         const QString kind = attributes.text("type");
         current = nullptr;
+        isShareOpen = true;
         std::unique_ptr<ISizeDistribution> law = CSizeDistributionRegistry::instance().create(kind);
         ISizeDistribution* const made = law.get();
+        attributes.know("percentage");
         if (made == nullptr)
             report(eLost, NLogTitle::xmlImport,
                    "The size law of \"" + shortened(name) + "\" is skipped: no law \"" + shortened(kind) +
@@ -158,6 +164,7 @@ private:
     }
 
     ISizeDistribution* current = nullptr; ///< that the next elements are of; not owned
+    bool isShareOpen = false;
 };
 
 } // namespace

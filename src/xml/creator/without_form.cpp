@@ -1,6 +1,7 @@
 // Looks through a definition for what has no form in XML and isn't as a new object has it.
 #include "xml/without_form.h"
 
+#include "core/counted.h"
 #include "model/creator_data.h"
 #include "model/factories/dynamic_particle_factory.h"
 #include "model/factories/factory_angular_velocity.h"
@@ -202,6 +203,7 @@ void reportWithoutForm(const CCreatorData& creator)
                  "its cylindrical periodic boundary conditions");
     losses.addIf(!creator.materialBlocks.isEmpty(), "its material blocks");
     losses.addIf(!creator.pluginFactories.entries().empty(), "its plug-in factories");
+    losses.addIf(creator.particleTypes.maxId != 0, "the greatest id of a particle so far");
     losses.tell("the definition", "");
     for (const std::unique_ptr<CParticleType>& type : creator.particleTypes.types) {
         CXmlLosses ofType;
@@ -227,14 +229,19 @@ void reportWithoutForm(const CCreatorData& creator)
 
 void reportNotHeld(const CCreatorData& creator)
 {
-    quint64 vertices = 0;
-    for (const CGeometryGroup* group : creator.geometryGroups.groups())
-        if (group != nullptr)
-            vertices += group->coords.size();
+    quint64 vertices = 0, groups = 0;
+    for (const CGeometryGroup* group : creator.geometryGroups.groups()) {
+        vertices += group == nullptr ? 0 : group->coords.size();
+        groups += group != nullptr;
+    }
     report(eRemark, NLogTitle::xmlImport,
            std::to_string(vertices) +
                " vertices of geometry: documents hold six significant digits of each coordinate.",
            vertices);
+    report(eRemark, NLogTitle::xmlImport,
+           counted(static_cast<qint64>(groups), "geometry group") +
+               ": the centre of mass is that of the mesh, for documents hold none.",
+           groups);
     for (const CPhysicsModels::Chain* chain :
          {&creator.physicsModels.sphereSphereModels, &creator.physicsModels.sphereGeometryModels})
         for (const std::unique_ptr<IContactModel>& model : *chain)

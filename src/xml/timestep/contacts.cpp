@@ -102,6 +102,7 @@ private:
         PairRow ends{};
         pairForm(form, ids, isGeometry);
         if (!findRow(object, ids, isGeometry, ends)) {
+            attributes.passOver();
             ++dropped;
             return;
         }

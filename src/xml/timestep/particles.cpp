@@ -107,6 +107,7 @@ private:
         CXmlFormReader form(attributes);
         form.attribute("id", state.id);
         if (type == nullptr || state.id < 1 || !ids.insert(state.id).second) {
+            attributes.passOver();
             ++dropped;
             return;
         }

@@ -23,6 +23,10 @@ static void reportWithoutForm(const CTimestepData& t, const CXmlIoOptions& optio
             std::any_of(types.begin(), types.end(),
                         [](const auto& type) { return (type->dataMask & eForceTorque) != 0 && type->liveCount() > 0; }),
         "forces and torques of particles");
+    losses.addIf(options.writeParticles &&
+                     std::any_of(types.begin(), types.end(),
+                                 [](const auto& type) { return type->liveCount() != type->slotCount(); }),
+                 "free places between particles");
     losses.addIf(
         std::any_of(groups.begin(), groups.end(), [](const CGeometryGroup* group) { return group != nullptr; }),
         "the state of its geometry");

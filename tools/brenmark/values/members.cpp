@@ -3,19 +3,39 @@
 #include "brenmark/nearest_word.h"
 #include "brenmark/terminal.h"
 
+#include "analysis/attributes/primary_attributes.h"
 #include "analysis/region_selections.h"
-#include "analysis/volumes.h"
 #include "core/deck/simulation_settings.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace NBrenmark {
 
-static const NSelection::CSelection& requiredSelection(CDeckReader& reader, const std::string& name)
+using namespace NAttributes;
+using NSelection::CGeometricRegionElementSelection;
+using NSelection::CGeometricRegionSelection;
+
+/// "Tower bins:2" without a selection of that name: the second element of "Tower bins", which is made here. Null where
+/// that is no region.
+static NSelection::CSelection* elementNamed(NSelection::CSelectionMap& map, const std::string& name)
 {
-    const NSelection::CSelectionMap& map = reader.deck().settings->selectionMap();
-    if (const NSelection::CSelection* const found = map.selection(name))
+    const std::size_t colon = name.rfind(':');
+    if (colon == std::string::npos)
+        return nullptr;
+    bool isNumber = false;
+    const int number = QString::fromStdString(name.substr(colon + 1)).toInt(&isNumber);
+    auto* const region = dynamic_cast<CGeometricRegionSelection*>(map.selection(name.substr(0, colon)));
+    return isNumber && number >= 1 && region != nullptr ? map.createSubSelection(*region, name, number - 1) : nullptr;
+}
+
+static NSelection::CSelection& requiredSelection(CDeckReader& reader, const std::string& name)
+{
+    NSelection::CSelectionMap& map = reader.deck().settings->selectionMap();
+    if (NSelection::CSelection* const found = map.selection(name))
         return *found;
+    if (NSelection::CSelection* const element = elementNamed(map, name))
+        return *element;
     for (const NSelection::SCarriedSelection& carried : map.carried().selections())
         if (utf8(carried.name) == name)
             throw CFailure(eExitUnsupported, "--selection: \"" + oneLine(name) + "\" is carried as bytes",
@@ -33,41 +53,74 @@ static const NSelection::CSelection& requiredSelection(CDeckReader& reader, cons
                                     : "It has " + all + ".");
 }
 
-CSelectedParticles::CSelectedParticles(CDeckReader& reader, const std::string& name)
-    : selection(requiredSelection(reader, name)), shownName("selection \"" + oneLine(name) + "\"")
-{}
-
-template <class TIsMember>
-static void keep(SValueSource& source, const TIsMember& isMember)
+static CGeometricRegionSelection* regionOf(NSelection::CSelection& selection)
 {
-    const CParticleType& type = *std::get<const CParticleType*>(source.owner);
-    source.rows.erase(
-        std::remove_if(source.rows.begin(), source.rows.end(), [&](quint32 row) { return !isMember(type, row); }),
-        source.rows.end());
+    if (auto* const element = dynamic_cast<CGeometricRegionElementSelection*>(&selection))
+        return &element->region;
+    return dynamic_cast<CGeometricRegionSelection*>(&selection);
 }
 
-void CSelectedParticles::keepMembers(std::vector<SValueSource>& sources, const SSimulationFrame& frame) const
+CSelectedRows::CSelectedRows(CDeckReader& reader, const std::string& name)
+    : chosen(requiredSelection(reader, name)),
+      region(regionOf(chosen)),
+      shownName("selection \"" + oneLine(name) + "\"")
 {
-    if (const auto* const manual = dynamic_cast<const NSelection::CManualSelection*>(&selection)) {
-        for (SValueSource& source : sources)
-            keep(source, [&ids = manual->manualIds.ids](const CParticleType& type, quint32 row) {
-                return ids.count(type.ids[row]) > 0;
-            });
+    if (!chosen.filters.filters.empty())
+        printError("brenmark: " + shownName + ": its filters aren't applied: what they leave out isn't known here\n");
+}
+
+const NSelection::IVolume& CSelectedRows::placed(SSimulationFrame& frame) const
+{
+    std::string why = "it has no region";
+    if (region == nullptr || !region->place(frame.creator.geometryGroups, why))
+        throw CFailure(eExitUnsupported, shownName + ": what belongs to it can't be known: " + why,
+                       "Of regions, lattices, boxes, cylinders and closed meshes are known.");
+    const auto* const element = dynamic_cast<const CGeometricRegionElementSelection*>(&chosen);
+    if (element != nullptr && element->element >= region->size())
+        throw CFailure(eExitUsage, shownName + ": the region has no such element",
+                       "It has " + std::to_string(region->size()) + ", counted from 1.");
+    return dynamic_cast<const NSelection::IVolume&>(chosen);
+}
+
+double CSelectedRows::volume(SSimulationFrame& frame) const
+{
+    const double volume = placed(frame).volume();
+    if (volume > 0.0)
+        return volume;
+    throw CFailure(eExitSource, shownName + ": its region has no volume", "A density takes one.");
+}
+
+template <class TIsMember>
+static void keepIf(SValueSource& source, const TIsMember& isMember)
+{
+    source.rows.erase(std::remove_if(source.rows.begin(), source.rows.end(), std::not_fn(isMember)), source.rows.end());
+}
+
+void CSelectedRows::keepMembers(std::vector<SValueSource>& sources, SSimulationFrame& frame) const
+{
+    if (const auto* const manual = dynamic_cast<const NSelection::CManualSelection*>(&chosen)) {
+        for (SValueSource& source : sources) {
+            const auto* const type = std::get_if<const CParticleType*>(&source.owner);
+            if (type == nullptr)
+                throw CFailure(eExitUnsupported, shownName + ": is of particles", "It is about nothing else.");
+            keepIf(source, [&](quint32 row) { return manual->manualIds.ids.count((*type)->ids[row]) > 0; });
+        }
         return;
     }
-    std::string why = "its class has no region";
-    const auto* const region = dynamic_cast<const NSelection::CGeometricRegionSelection*>(&selection);
-    const std::unique_ptr<NSelection::IVolume> volume =
-        region == nullptr ? nullptr : volumeOf(*region, frame.creator.geometryGroups, why);
-    if (volume == nullptr)
-        throw CFailure(eExitUnsupported, shownName + ": what belongs to it can't be known: " + why,
-                       "Of regions, lattices and closed meshes are known.");
+    const NSelection::IVolume& volume = placed(frame);
+    const CAttributePosition position(frame.timestep);
     for (SValueSource& source : sources) {
-        const CParticleType& type = *std::get<const CParticleType*>(source.owner);
-        if (!source.rows.empty() && (type.dataMask & ePosition) == 0)
-            throw CFailure(eExitSource, shownName + ": the deck holds no positions of " + oneLine(type.name),
+        std::vector<double> places(source.rows.size() * 3);
+        if (!source.rows.empty() &&
+            !source.column(position, {source.rows.data(), source.rows.size()}, nullptr, places.data()))
+            throw CFailure(eExitSource, shownName + ": the deck holds no positions of " + oneLine(source.name),
                            "Only selections that are picked by hand can do without.");
-        keep(source, [&volume](const CParticleType& one, quint32 row) { return volume->contains(one.position[row]); });
+        const double* at = places.data();
+        keepIf(source, [&](quint32) {
+            const C3DPoint place(at[0], at[1], at[2]);
+            at += 3;
+            return volume.contains(place);
+        });
     }
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-// Which particles belong to a selection of the deck's settings.
+// Which rows belong to a selection of the deck's settings.
 
 #include "brenmark/deck_reader.h"
 #include "brenmark/values/value_sources.h"
@@ -10,22 +10,31 @@ namespace NBrenmark {
 
 namespace NSelection {
 class CSelection;
-}
+class CGeometricRegionSelection;
+class IVolume;
+} // namespace NSelection
 
-class CSelectedParticles
+class CSelectedRows
 {
 public:
+    /// \param name  of a selection, or of the element of a region: "Tower bins:2" is the second bin of "Tower bins"
     /// \throws CFailure  the deck has no such selection, or one that can't be taken apart
-    CSelectedParticles(CDeckReader& reader, const std::string& name);
+    CSelectedRows(CDeckReader& reader, const std::string& name);
 
-    /// Keeps the rows of the particles that are picked by hand, or whose centres are inside the region.
-    /// \param sources  of particles
-    /// \throws CFailure  the region can't be known, or the deck holds no positions
-    void keepMembers(std::vector<SValueSource>& sources, const SSimulationFrame& frame) const;
+    const NSelection::CSelection& selection() const { return chosen; }
+    /// Keeps the particles that are picked by hand, or what is inside the region: particles and triangles by their
+    /// centres, contacts and collisions by their places.
+    /// \throws CFailure  what belongs to it can't be known, or the deck holds no positions
+    void keepMembers(std::vector<SValueSource>& sources, SSimulationFrame& frame) const;
+    /// Of its region, m^3. \throws CFailure  it has none
+    double volume(SSimulationFrame& frame) const;
 
 private:
-    const NSelection::CSelection& selection;
-    std::string shownName; ///< with the deck's, for messages
+    const NSelection::IVolume& placed(SSimulationFrame& frame) const;
+
+    NSelection::CSelection& chosen;
+    NSelection::CGeometricRegionSelection* region; ///< that it is, or an element of; null for another
+    std::string shownName;                         ///< for messages
 };
 
 } // namespace NBrenmark

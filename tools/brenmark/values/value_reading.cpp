@@ -93,8 +93,9 @@ CValueReading::CValueReading(CDeckReader& reader, const SValuesOptions& options)
     headTexts = columnHeads(*table.attribute(QString::fromStdString(options.attribute), askedOwner), units);
     if (options.selection.empty())
         return;
-    if (askedOwner != eParticleAttribute)
-        throw CFailure(eExitUsage, "--selection takes values of particles", "Use --owner particle, or leave it out.");
+    if (askedOwner == eBondAttribute || askedOwner == eSimulationAttribute)
+        throw CFailure(eExitUsage, "--selection takes values of what has a place",
+                       "Bonds and the simulation have none.");
     selected.emplace(reader, options.selection);
 }
 

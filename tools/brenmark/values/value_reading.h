@@ -48,7 +48,7 @@ private:
     quint32 end = 0;
     NAttributes::EAttributeOwner askedOwner = NAttributes::eParticleAttribute;
     std::vector<std::string> headTexts;
-    std::optional<CSelectedParticles> selected;
+    std::optional<CSelectedRows> selected;
     quint64 rowsRead = 0;
     quint64 rowsWithout = 0;
 };

@@ -31,14 +31,16 @@ static void writeTable(CValueReading& reading, const CValueTable::Out& out)
     table.finish();
 }
 
-static void writeTable(CValueReading& reading, const QString& path)
+/// \param write  hands its text to what it is given, CValueTable::Out
+template <class TWrite>
+static void writeTo(const QString& path, const TWrite& write)
 {
     if (path.isEmpty()) {
-        writeTable(reading, CValueTable::Out(printResult));
+        write(CValueTable::Out(printResult));
         return;
     }
     CTargetFile file(path);
-    writeTable(reading, [&file](const std::string& text) { file.write(text); });
+    write([&file](const std::string& text) { file.write(text); });
     file.commit();
 }
 
@@ -147,7 +149,8 @@ EExitCode runValues(const SValuesOptions& options)
     }
     else if (!options.query.empty()) {
         const auto [first, end] = chosenTimesteps(reader, options);
-        printResult(queryText(reader, options, first, end));
+        const std::string text = queryText(reader, options, first, end);
+        writeTo(options.output, [&text](const CValueTable::Out& out) { out(text); });
     }
     else {
         CValueReading reading(reader, options);
@@ -158,7 +161,7 @@ EExitCode runValues(const SValuesOptions& options)
         else if (options.intervals > 0)
             printHistogram(reading, options);
         else
-            writeTable(reading, options.output);
+            writeTo(options.output, [&reading](const CValueTable::Out& out) { writeTable(reading, out); });
         reading.printMissing();
     }
     flushResult();

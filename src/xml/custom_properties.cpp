@@ -125,6 +125,7 @@ static std::unique_ptr<CCustomPropertyMetaData> readDefinition(const CXmlAttribu
     if (dataType != eBooleanProperty)
         return std::make_unique<CCustomPropertyMetaData>(name, eDoubleProperty, elements, units, values);
     std::vector<bool> flags;
+    flags.reserve(values.size());
     for (const double value : values)
         flags.push_back(value != 0.0);
     return std::make_unique<CCustomPropertyMetaData>(name, eBooleanProperty, elements, units, flags);

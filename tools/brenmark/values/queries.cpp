@@ -310,7 +310,7 @@ const CAttribute& CQueryReading::needed(const CBindable& bindable, const char* n
 }
 
 template <class TValue>
-static std::vector<TValue> triplesOf(const std::vector<double>& numbers)
+std::vector<TValue> triplesOf(const std::vector<double>& numbers)
 {
     std::vector<TValue> triples;
     triples.reserve(numbers.size() / 3);
@@ -319,7 +319,7 @@ static std::vector<TValue> triplesOf(const std::vector<double>& numbers)
     return triples;
 }
 
-static std::vector<double> areasOf(const std::vector<SValueSource>& sources)
+std::vector<double> areasOf(const std::vector<SValueSource>& sources)
 {
     std::vector<double> areas;
     for (const SValueSource& source : sources) {

@@ -113,7 +113,7 @@ void CTimestepData::rebuildAttributes()
     offer(contacts.surfaceGeometry);
     bonds.surfaceSurface.attributes = bonds.surfaceGeometry.attributes = attributes;
     collisions.surfaceSurface.attributes = collisions.surfaceGeometry.attributes = attributes;
-    attributeTable = std::move(table); // the earlier one goes when nobody looks at it any more
+    attributeTable = std::move(table); // the earlier one lives until its last user lets it go
 }
 
 bool CTimestepData::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,

@@ -45,7 +45,7 @@ public:
     void know(const char* prefix) const;
     /// The element is left out with all attributes, and whoever does so reports it.
     void passOver() const { asked.assign(asked.size(), true); }
-    /// The names of those that nobody has asked for; none where all are like that, for then the element alone matters.
+    /// The names of those that no reader has asked for; none where all are like that, for then the element alone matters.
     std::vector<QString> unknown() const;
 
 private:

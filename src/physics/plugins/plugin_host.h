@@ -1,5 +1,5 @@
 #pragma once
-// What a plug-in may call back, as the wrappers need it: the objects behind it know the open deck, which physics
+// What a plug-in may call back, as the wrappers need it: the objects that answer know the open deck, which physics
 // doesn't.
 
 #include "physics/contact.h"

@@ -27,11 +27,23 @@ def _kept(array: Array, rows: Optional[Array], of: h5py.Dataset) -> Array:
     return array[rows]
 
 
+class _Stored(property):
+    """An array of a dataset: its columns of a part, or all, of the rows that are there."""
+
+    def __init__(self, dataset: str, doc: str, *width: int, part: Optional[slice] = None) -> None:
+        def read(owner: "_Owner") -> Array:
+            array = owner._array(dataset, *width)
+            return array if part is None else array[:, part]
+
+        super().__init__(read)
+        self.__doc__ = doc
+        self.dataset = dataset
+
+
 class _Owner:
     """A group of a timestep with arrays that have one length."""
 
     owner: str  #: of its custom properties
-    columns: Dict[str, str] = {}  #: attribute here: dataset there; what to_dataframe shows
 
     def __init__(self, step: "Step", name: str, place: str) -> None:
         self.step = step
@@ -49,7 +61,8 @@ class _Owner:
     def stored(self) -> List[str]:
         """Names of the arrays that the deck holds of these rows."""
         with self._group() as group:
-            return [name for name, there in self.columns.items() if there in group]
+            return [name for name, array in vars(type(self)).items()
+                    if isinstance(array, _Stored) and array.dataset in group]
 
     def custom(self, name: str) -> Array:
         """Values of a custom property, (n, elements), in the base unit of its quantity. Raises MissingData."""
@@ -112,51 +125,18 @@ class Particles(_Owner):
     """Particles of one type at a timestep."""
 
     owner = "particle"
-    columns = {"ids": "ids", "position": "position", "velocity": "velocity", "angular_velocity": "angular velocity",
-               "orientation": "orientation", "scale": "scale", "force": "force torque", "torque": "force torque"}
+
+    ids = _Stored("ids", "(n,), 1 or more; a particle keeps its id through the deck.")
+    position = _Stored("position", "Centres, (n, 3), m.", 3)
+    velocity = _Stored("velocity", "(n, 3), m/s.", 3)
+    angular_velocity = _Stored("angular velocity", "(n, 3), rad/s.", 3)
+    orientation = _Stored("orientation", "Quaternions w, x, y, z, (n, 4).", 4)
+    scale = _Stored("scale", "Factor of all lengths of the type, (n,).")
+    force = _Stored("force torque", "(n, 3), N.", 7, part=slice(0, 3))
+    torque = _Stored("force torque", "(n, 3), N m.", 7, part=slice(3, 6))
 
     def _rows(self, group: h5py.Group) -> Optional[Array]:
         return group["ids"][()] >= 1 if "ids" in group else np.zeros(0, bool)
-
-    @property
-    def ids(self) -> Array:
-        """(n,), 1 or more; a particle keeps its id through the deck."""
-        return self._array("ids")
-
-    @property
-    def position(self) -> Array:
-        """Centres, (n, 3), m."""
-        return self._array("position", 3)
-
-    @property
-    def velocity(self) -> Array:
-        """(n, 3), m/s."""
-        return self._array("velocity", 3)
-
-    @property
-    def angular_velocity(self) -> Array:
-        """(n, 3), rad/s."""
-        return self._array("angular velocity", 3)
-
-    @property
-    def orientation(self) -> Array:
-        """Quaternions w, x, y, z, (n, 4)."""
-        return self._array("orientation", 4)
-
-    @property
-    def scale(self) -> Array:
-        """Factor of all lengths of the type, (n,)."""
-        return self._array("scale")
-
-    @property
-    def force(self) -> Array:
-        """(n, 3), N."""
-        return self._array("force torque", 7)[:, 0:3]
-
-    @property
-    def torque(self) -> Array:
-        """(n, 3), N m."""
-        return self._array("force torque", 7)[:, 3:6]
 
     @property
     def radius(self) -> Array:
@@ -187,10 +167,17 @@ class Contacts(_Owner):
     """Contacts between spheres ("surface-surface") or of spheres with triangles ("surface-geometry")."""
 
     owner = "contact"
-    columns = {"ends": "contacts", "position": "position", "normal_overlap": "normal overlap",
-               "tangential_overlap": "tangential overlap", "normal_force": "normal force",
-               "tangential_force": "tangential force", "contact_vector_1": "contact vector 1",
-               "contact_vector_2": "contact vector 2"}
+
+    ends = _Stored("contacts",
+                   "(n, 4): type, and slot x spheres of the type + sphere, of the first; the same, or group and "
+                   "triangle.", 4)
+    position = _Stored("position", "(n, 3), m.", 3)
+    normal_overlap = _Stored("normal overlap", "(n,), m.")
+    tangential_overlap = _Stored("tangential overlap", "(n, 3), m.", 3)
+    normal_force = _Stored("normal force", "(n, 3), N.", 3)
+    tangential_force = _Stored("tangential force", "(n, 3), N.", 3)
+    contact_vector_1 = _Stored("contact vector 1", "From the first particle's centre to the contact, (n, 3), m.", 3)
+    contact_vector_2 = _Stored("contact vector 2", "From the second partner's centre, (n, 3), m.", 3)
 
     def _rows(self, group: h5py.Group) -> Optional[Array]:
         if "normal overlap" in group:
@@ -198,52 +185,11 @@ class Contacts(_Owner):
                 return ~(group["normal overlap"][()] < 0.0)  # one that is no number counts
         return np.ones(len(group["contacts"]) if "contacts" in group else 0, bool)
 
-    @property
-    def ends(self) -> Array:
-        """(n, 4): type and slot x spheres of the type + sphere of the first; the same, or group and triangle."""
-        return self._array("contacts", 4)
-
-    @property
-    def position(self) -> Array:
-        """(n, 3), m."""
-        return self._array("position", 3)
-
-    @property
-    def normal_overlap(self) -> Array:
-        """(n,), m."""
-        return self._array("normal overlap")
-
-    @property
-    def tangential_overlap(self) -> Array:
-        """(n, 3), m."""
-        return self._array("tangential overlap", 3)
-
-    @property
-    def normal_force(self) -> Array:
-        """(n, 3), N."""
-        return self._array("normal force", 3)
-
-    @property
-    def tangential_force(self) -> Array:
-        """(n, 3), N."""
-        return self._array("tangential force", 3)
-
-    @property
-    def contact_vector_1(self) -> Array:
-        """From the first particle's centre to the contact, (n, 3), m."""
-        return self._array("contact vector 1", 3)
-
-    @property
-    def contact_vector_2(self) -> Array:
-        """From the second partner's centre, (n, 3), m."""
-        return self._array("contact vector 2", 3)
-
 
 class Geometry(_Owner):
     """A geometry group at a timestep. Rows are triangles."""
 
     owner = "geometry"
-    columns = {"force": "force torque", "torque": "force torque"}
 
     def __init__(self, step: "Step", name: str, index: int) -> None:
         super().__init__(step, name, f"{step.group_name}/GeometryGroups/{index}")
@@ -298,15 +244,8 @@ class Geometry(_Owner):
             transform = np.asarray(attribute(group, "xform"))
         return points @ transform[:3, :3].T + transform[:3, 3]
 
-    @property
-    def force(self) -> Array:
-        """On each triangle, (n, 3), N."""
-        return self._array("force torque", 7)[:, 0:3]
-
-    @property
-    def torque(self) -> Array:
-        """On each triangle, (n, 3), N m."""
-        return self._array("force torque", 7)[:, 3:6]
+    force = _Stored("force torque", "On each triangle, (n, 3), N.", 7, part=slice(0, 3))
+    torque = _Stored("force torque", "On each triangle, (n, 3), N m.", 7, part=slice(3, 6))
 
 
 def _placed_import(group: h5py.Group) -> Array:

@@ -117,7 +117,12 @@ int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
     return thoroughPart < quickPart - quickPart / 20 ? thoroughLevel : 0;
 }
 
-SBytes withRoom(std::size_t room) { return {std::unique_ptr<char[]>(new char[room]), 0}; }
+SBytes withRoom(std::size_t room)
+{
+    SBytes bytes;
+    bytes.data.reset(new char[room]);
+    return bytes;
+}
 
 } // namespace
 

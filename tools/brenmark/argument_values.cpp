@@ -38,7 +38,7 @@ static TValue wordFrom(const char* option, const std::string& argument,
 QString pathFrom(const std::string& argument)
 {
     const QByteArray bytes = QByteArray::fromStdString(argument);
-    const QString path = QFile::decodeName(bytes);
+    QString path = QFile::decodeName(bytes);
     if (path.isEmpty())
         throw CFailure(eExitUsage, "an empty path", "Name the deck's first file.");
     if (QFile::encodeName(path) != bytes)
@@ -175,12 +175,12 @@ double speedFrom(const char* option, const std::string& argument)
 
 std::uint64_t sizeFrom(const char* option, const std::string& argument)
 {
-    const CFailure failure = valueFailure(option, argument, "a size such as 500MB, 4GB or 2GiB");
+    const auto failure = [&] { return valueFailure(option, argument, "a size such as 500MB, 4GB or 2GiB"); };
     std::uint64_t size = 0;
     const char* const end = argument.data() + argument.size();
     const auto [last, error] = std::from_chars(argument.data(), end, size);
     if (error != std::errc())
-        throw failure;
+        throw failure();
     std::string unit;
     for (const char* c = last; c != end; ++c)
         if (*c != ' ')
@@ -197,7 +197,7 @@ std::uint64_t sizeFrom(const char* option, const std::string& argument)
         unit.clear();
     }
     if ((!unit.empty() && unit != "b") || size > UINT64_MAX / factor)
-        throw failure;
+        throw failure();
     return size * factor;
 }
 

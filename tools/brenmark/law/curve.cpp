@@ -33,7 +33,7 @@ struct SNamed
     QString materialName() const { return type != nullptr ? type->materialName : group->materialName; }
 };
 
-std::string listed(const char* kind, std::vector<std::string> names)
+std::string listed(const char* kind, const std::vector<std::string>& names)
 {
     std::string list;
     for (const std::string& name : names)
@@ -87,7 +87,7 @@ std::string missingEntry(const IContactModel& model, const SContact& contact)
     const std::string& a = contact.material1->name;
     const std::string& b = contact.material2->name;
     const auto lacks = [&](const auto& table) { return table.find(a, b) == nullptr; };
-    const std::string pair = oneLine(a) + " and " + oneLine(b);
+    std::string pair = oneLine(a) + " and " + oneLine(b);
     if (const auto* m = dynamic_cast<const CCohesionContactModel*>(&model))
         return lacks(m->parameters.energyDensity) ? pair : "";
     if (const auto* m = dynamic_cast<const CJkrContactModel*>(&model))

@@ -26,7 +26,7 @@ static QByteArray statesText(const QString& path)
     if (isInput ? !file.open(STDIN_FILENO, QIODevice::ReadOnly) : !openPlainFile(file).empty())
         throw CFailure(eExitSource, utf8(path) + ": can't be opened: " + utf8(file.errorString()),
                        "Check the path and the permissions of the file.");
-    const QByteArray text = file.readAll();
+    QByteArray text = file.readAll();
     if (file.error() != QFileDevice::NoError)
         throw CFailure(eExitSource, utf8(path) + ": can't be read: " + utf8(file.errorString()), "Check the disk.");
     return text;

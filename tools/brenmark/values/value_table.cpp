@@ -135,7 +135,8 @@ std::string SHistogram::svg(const std::string& title, const std::string& axisHea
     svg += label("80", "36", "start", title);
     for (int tick = 0; tick < y.tickCount(); ++tick) {
         const std::string at = py(y.tick(tick));
-        svg += "<line x1=\"80\" x2=\"680\" y1=\"" + at + "\" y2=\"" + at + "\" stroke=\"#e4e4e4\"/>\n";
+        svg.append("<line x1=\"80\" x2=\"680\" y1=\"").append(at).append("\" y2=\"").append(at);
+        svg += "\" stroke=\"#e4e4e4\"/>\n";
         svg += label("72", at, "end", tickText(y, tick));
     }
     for (std::size_t i = 0; i < counts.size(); ++i) {

@@ -33,6 +33,12 @@ void setMemoryCeiling(quint64 bytes)
     chosenCeiling = bytes;
 }
 
+bool isMemoryCeilingSet()
+{
+    const std::lock_guard<std::mutex> lock(memoryLock);
+    return chosenCeiling > 0;
+}
+
 void setLeastMemoryCeiling(quint64 bytes)
 {
     const std::lock_guard<std::mutex> lock(memoryLock);

@@ -28,6 +28,9 @@ enum EMemoryOf
 ///               first one was read
 void setMemoryCeiling(quint64 bytes);
 
+/// Whether a number of bytes was set.
+bool isMemoryCeilingSet();
+
 /// What a deck may take whatever its size: one that was made from another may be stored much smaller.
 /// \param bytes  0: nothing
 void setLeastMemoryCeiling(quint64 bytes);

@@ -344,4 +344,30 @@ TEST(Verify, saysWhichOfTheTwoCannotBeRead)
     EXPECT_EQ(runTool({"verify", deck, argument(folder.path("none.dem"))}).exitCode, 4);
 }
 
+/// Timesteps that are large enough are read back by another process while the next ones are converted: what is said of the
+/// deck in the end is the same as without.
+TEST(Verify, saysTheSameOfTimestepsThatWereReadBackMeanwhile)
+{
+    const CTempFolder folder;
+    SSeededDeck seeded;
+    for (SDeckTimestep& t : seeded.timesteps) {
+        t.particles.types[0].rows = makeDeckRows(1000, 100000);
+        t.particles.types[0].properties = {{makeDeckValues(t.time, 100000, 2)}, 100000};
+    }
+    const std::string source = seeded.write(folder, "large");
+    std::map<std::string, Json> said;
+    for (const char* threads : {"1", "2"}) {
+        const std::string target = argument(folder.path(threads));
+        const SToolResult run =
+            runTool({"convert", "--verify", "--json", "--verbose", "--threads", threads, source, target + ".dem"});
+        ASSERT_EQ(run.exitCode, 0) << run.error;
+        EXPECT_EQ(run.error.find(" read back meanwhile") != std::string::npos, threads[0] == '2') << run.error;
+        said[threads] = Json::parse(run.output)["verification"];
+        said[threads].erase("seconds");
+        EXPECT_FALSE(QDir(folder.path(QString(threads) + ".dem.partial")).exists());
+    }
+    EXPECT_EQ(said["1"], said["2"]);
+    EXPECT_EQ(said["1"]["verdict"], "equal");
+}
+
 } // namespace NBrenmark

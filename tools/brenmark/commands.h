@@ -70,7 +70,9 @@ struct SVerifyOptions
 {
     QString source;
     QString converted;
-    QString digest;           ///< file with the digest of the source, in its place; empty for none
+    QString digest;    ///< file with the digest of the source, in its place; empty for none
+    QString record;    ///< file for the conversion that started this process to read SOURCE alone; empty for none
+    quint32 first = 0; ///< timestep of those that are read for it
     unsigned int limit = 100; ///< differences that are named; 0 for all
     bool json = false;
 };

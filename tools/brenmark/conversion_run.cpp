@@ -1,5 +1,6 @@
 #include "brenmark/conversion_run.h"
 
+#include "brenmark/early_reading.h"
 #include "brenmark/failure.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/plugins/output_aside.h"
@@ -31,7 +32,7 @@ class CListener : public IConversionObserver
 {
 public:
     CListener(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-              CProgressDisplay& progress, bool verbose, bool digest)
+              CProgressDisplay& progress, bool verbose, bool digest, bool compared)
         : folder(folder),
           journal(journal),
           first(journal.finished),
@@ -43,6 +44,8 @@ public:
     {
         if (digest)
             source.emplace(eFormatLegacy);
+        if (compared && CEarlyReading::isPossible())
+            early.emplace(folder, journal.source, sizes);
     }
 
     void starting(int steps, const QString&) override
@@ -90,6 +93,8 @@ public:
             return;
         }
         written = timestep + 1;
+        if (early)
+            early->finished(written);
         said = conversion->recordsSoFar().size();
         progress.update(written);
         showTimestep(timestep, "converted");
@@ -140,6 +145,9 @@ public:
         return source ? std::make_optional(source->taken(ofReading)) : std::nullopt;
     }
 
+    /// \param digest  of the source
+    DigestParts takenConverted(const SDeckDigest& digest) { return early ? early->take(digest) : DigestParts(); }
+
     CConversion* conversion = nullptr;
     bool targetOpened = false;
 
@@ -162,6 +170,7 @@ private:
     CProgressDisplay& progress;
     const bool verbose;
     std::optional<CDigestTaker> source;
+    std::optional<CEarlyReading> early;
     Clock::time_point lastStep;
     const Ledger inherited;
     bool isBroken = false; ///< a note has failed
@@ -183,10 +192,10 @@ void giveUsualPermissions(const QString& companion)
 } // namespace
 
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose, bool bindPlugins, bool digest)
+                             CProgressDisplay& progress, bool verbose, bool bindPlugins, bool digest, bool compared)
 {
     SConversionRun run;
-    CListener listener(folder, journal, sizes, progress, verbose, digest);
+    CListener listener(folder, journal, sizes, progress, verbose, digest, compared);
     CConversion conversion(listener, interruptWish());
     listener.conversion = &conversion;
     conversion.ignoreUnreadableCompanions = journal.ignoresCompanions;
@@ -214,6 +223,11 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     if (run.succeeded) {
         if (!plugins || !plugins->haveLoaded()) // what a library adds to a model isn't the source's
             run.source = listener.takenSource(conversion.records());
+        if (run.source)
+            run.converted = listener.takenConverted(*run.source);
+        if (verbose && !run.converted.empty())
+            progress.printLine("brenmark: " + countText(timestepsOf(run.converted), "timestep") +
+                               " read back meanwhile: as in the source");
         giveUsualPermissions(stripDeckSuffix(folder.deck()) + NDeckFile::companionSuffix);
         listener.note(conversion.records());
         folder.syncDeck();

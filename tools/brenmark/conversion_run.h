@@ -22,6 +22,7 @@ struct SConversionRun
     std::string error;
     Ledger messages;                   ///< of all runs that took part
     std::optional<SDeckDigest> source; ///< as it was read, if that was asked for and nothing came between
+    DigestParts converted;             ///< timesteps of the new deck that agree with it
 };
 
 /// Converts the journal's source into the folder's deck, from the first timestep that isn't finished on.
@@ -30,7 +31,8 @@ struct SConversionRun
 /// \param verbose      a line for each timestep
 /// \param bindPlugins  the libraries of the user's folders
 /// \param digest       whether the source's digest is wanted
+/// \param compared     whether the new deck is compared with it afterwards
 SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, const std::vector<double>& sizes,
-                             CProgressDisplay& progress, bool verbose, bool bindPlugins, bool digest);
+                             CProgressDisplay& progress, bool verbose, bool bindPlugins, bool digest, bool compared);
 
 } // namespace NBrenmark

@@ -244,7 +244,7 @@ void CConvertCommand::makeDeck()
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
         result.run = runConversion(*folder, journal, sizes, progress, options.verbose,
                                    options.bindPlugins && !areUserPluginsForbidden(),
-                                   options.wantsComparison() || options.digest);
+                                   options.wantsComparison() || options.digest, options.wantsComparison());
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);
     }
@@ -277,7 +277,7 @@ void CConvertCommand::requireWhole()
     setInterruptPhase(eInComparison);
     CProgressDisplay progress(options.quiet, eNothingElsewhere);
     const std::optional<SDeckDigest>& read = result.run.source; // not in an earlier run
-    result.verification = read ? verify(*read, options.source, folder->deck(), defaultDifferenceLimit, progress)
+    result.verification = read ? verify(*read, result.run.converted, options.source, folder->deck(), progress)
                                : verify(options.source, folder->deck(), defaultDifferenceLimit, progress);
     result.code = result.verification->exitCode();
     if (!result.verification->equal())

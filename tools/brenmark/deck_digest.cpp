@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <numeric>
 
 namespace NBrenmark {
 
@@ -118,6 +119,12 @@ TextLines modelLines(const CSimulation& deck, const std::string& root)
     return std::move(sink.lines);
 }
 
+quint64 timestepsOf(const DigestParts& parts)
+{
+    return std::accumulate(parts.begin(), parts.end(), quint64(0),
+                           [](quint64 sum, const SDigestPart& part) { return sum + part.digest.timesteps.size(); });
+}
+
 void CDigestTaker::take(const CSimulation& deck, bool modelChanged, double bytes)
 {
     const CTimestepData& timestep = deck.currentFrame->timestep;
@@ -133,6 +140,17 @@ void CDigestTaker::take(const CSimulation& deck, bool modelChanged, double bytes
     timestepText(deck, text, std::string(), false);
     digest.timesteps.push_back({timestep.time, text.digest(), digest.models.size() - 1, text.values(),
                                 figuresOf(*deck.currentFrame, bytes), std::string()});
+}
+
+void CDigestTaker::take(const SDigestPart& part)
+{
+    const size_t modelsBefore = digest.models.size();
+    digest.models.insert(digest.models.end(), part.digest.models.begin(), part.digest.models.end());
+    for (SDeckDigest::STimestep timestep : part.digest.timesteps) {
+        timestep.model += modelsBefore;
+        digest.timesteps.push_back(std::move(timestep));
+    }
+    digest.storing.add(part.digest.storing.records());
 }
 
 void CDigestTaker::note(const STimestepIndexEntry& entry, const std::string& failure)
@@ -154,13 +172,22 @@ SDeckDigest CDigestTaker::taken(const Ledger& messages)
     return std::move(digest);
 }
 
-SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress)
+SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress,
+                     const DigestParts& read)
 {
     CDeckReader reader(path, eUpgradedModel, eExamined);
     CDigestTaker taker(reader.format());
     const std::vector<double> sizes = timestepSizes(reader, path);
     progress.start(sizes, work, 1.0);
+    auto part = read.begin();
     for (quint32 number = 0; number < reader.timestepCount(); ++number) {
+        if (part != read.end() && part->first == number) {
+            taker.take(*part);
+            number = part->end() - 1;
+            ++part;
+            progress.update(number + 1);
+            continue;
+        }
         try {
             reader.timestep(number);
             taker.take(reader.deck(), reader.modelChanged(), sizes[number]);

@@ -62,6 +62,17 @@ enum EUnreadable
     eIsNoted
 };
 
+/// Timesteps that follow one another, read by another process.
+struct SDigestPart
+{
+    quint32 first = 0;
+    SDeckDigest digest; ///< without what is beside the timesteps
+
+    quint32 end() const { return first + static_cast<quint32>(digest.timesteps.size()); }
+};
+using DigestParts = std::vector<SDigestPart>;
+quint64 timestepsOf(const DigestParts& parts);
+
 /// Takes the digest of a deck while it is read, whoever reads it.
 class CDigestTaker
 {
@@ -72,6 +83,8 @@ public:
     /// \param modelChanged  whether it has another model than the one before
     /// \param bytes         that the timestep takes as it is stored
     void take(const CSimulation& deck, bool modelChanged, double bytes);
+    /// Takes timesteps that were read elsewhere.
+    void take(const SDigestPart& part);
     /// Notes a timestep that can't be read.
     void note(const STimestepIndexEntry& entry, const std::string& failure);
     /// What is beside the timesteps, after them: a model that asks for a custom property defines it in the settings.
@@ -83,8 +96,11 @@ private:
     SDeckDigest digest;
 };
 
+/// \param read  timesteps whose digests are known, in their order, and not the last one: what is beside the timesteps is
+///              complete only when a model has been read
 /// \throws CFailure  the deck can't be opened, or a timestep can't be read and that isn't just noted
-SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress);
+SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable unreadable, CProgressDisplay& progress,
+                     const DigestParts& read = {});
 
 /// A model or timestep that is to be compared line by line.
 struct SPart

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -166,6 +167,7 @@ quint32 CPartialFolder::timestepsThere(quint32 most) const
 
 void CPartialFolder::keepTimesteps(quint32 count) const
 {
+    clearScratch();
     const std::string data = places.base + "_data";
     const auto isKept = [&](const std::string& name) {
         const size_t digits = name.find_first_not_of("0123456789");
@@ -212,8 +214,17 @@ void CPartialFolder::place(SJournal journal)
     }
 }
 
+QString CPartialFolder::scratch() const { return path() + QLatin1String("/scratch"); }
+
+void CPartialFolder::clearScratch() const
+{
+    std::error_code failure; // what can't be removed is in the way of the folder, which says so
+    std::filesystem::remove_all(nativePath(scratch()), failure); // of a link, the link
+}
+
 void CPartialFolder::clear()
 {
+    clearScratch();
     IDisk& disk = realDisk();
     const std::string aside = replacedFolder(places);
     removeDeck(disk, places.partial, places.base);

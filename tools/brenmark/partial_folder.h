@@ -45,6 +45,9 @@ public:
     /// Removes all of the deck but its first timesteps.
     void keepTimesteps(quint32 count) const;
 
+    /// A folder in it for what is of use while this process is at work alone; it need not be there.
+    QString scratch() const;
+    void clearScratch() const;
     /// Removes what conversions leave here. \throws CFailure  something else is here
     void clear();
     /// Gives the finished deck its place, or goes on with that, and clears what is left.

@@ -34,7 +34,12 @@ void CStoringCheck::lookAtHeader(const IFileFormatManager& manager)
 
 void CStoringCheck::lookAtRecord(const CSimulationData& data, const std::string& root)
 {
-    records.push_back({root, data.fileVersion, data.buildRevision, data.buildBranch});
+    versions.push_back({root, data.fileVersion, data.buildRevision, data.buildBranch});
+}
+
+void CStoringCheck::add(const std::vector<SRecord>& later)
+{
+    versions.insert(versions.end(), later.begin(), later.end());
 }
 
 void CStoringCheck::lookAtMasks(const CParticleTypes& types, quint32 particleMask, const std::string& root)
@@ -50,15 +55,15 @@ void CStoringCheck::lookAtMasks(const CParticleTypes& types, quint32 particleMas
 std::vector<SDifference> CStoringCheck::differences(quint32 sourceEdition, bool isConversion) const
 {
     std::vector<SDifference> found = masks;
-    if (records.empty())
+    if (versions.empty())
         return found;
-    // A deck of another program has other words in all of its records.
-    const auto own = std::find_if(records.begin(), records.end(), [](const SRecord& one) {
+    // A deck of another program has other words in all of its versions.
+    const auto own = std::find_if(versions.begin(), versions.end(), [](const SRecord& one) {
         return one.revision == currentBuildRevision && one.branch == currentBuildBranch;
     });
-    const SRecord& expected = own != records.end() ? *own : records.front();
+    const SRecord& expected = own != versions.end() ? *own : versions.front();
     quint32 latest = 0;
-    for (const SRecord& one : records) {
+    for (const SRecord& one : versions) {
         if (one.version < latest) // what is appended is of a later version, or the same
             found.push_back(otherStored(one.root + "/fileVersion", "older than what was stored before it",
                                         versionText(latest).toStdString(), versionText(one.version).toStdString()));
@@ -80,7 +85,7 @@ std::vector<SDifference> CStoringCheck::differences(quint32 sourceEdition, bool 
     compareHeader("edition", isConversion ? writtenEdition : sourceEdition, header.edition,
                   "not the one that the deck was written with", asNumber);
     if (isConversion) {
-        compareHeader("firstVersion", records.front().version, header.firstVersion, "not that of the first model",
+        compareHeader("firstVersion", versions.front().version, header.firstVersion, "not that of the first model",
                       asVersion);
         compareHeader("lastVersion", latest, header.lastVersion, "not the latest one in the deck", asVersion);
     }

@@ -29,14 +29,20 @@ public:
 
     quint32 edition() const { return header.edition; }
 
-private:
     struct SRecord
     {
         std::string root;
-        quint32 version;
-        quint32 revision;
+        quint32 version = 0;
+        quint32 revision = 0;
         QString branch;
     };
+    const std::vector<SRecord>& records() const { return versions; }
+    /// Adds those of later parts, which were looked at elsewhere.
+    void add(const std::vector<SRecord>& later);
+    /// Whether each part holds what its masks say.
+    bool masksAgree() const { return masks.empty(); }
+
+private:
     void lookAtRecord(const CSimulationData& data, const std::string& root);
     void lookAtMasks(const CParticleTypes& types, quint32 particleMask, const std::string& root);
 
@@ -46,7 +52,7 @@ private:
         quint32 lastVersion = 0;
         quint32 edition = 0;
     } header;
-    std::vector<SRecord> records;
+    std::vector<SRecord> versions; ///< in the order of the timesteps
     std::vector<SDifference> masks;
 };
 

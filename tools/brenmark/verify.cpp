@@ -323,18 +323,9 @@ const char* verdictName(EVerdict verdict)
     return verdict == eHoldsAll ? "equal" : verdict == eHoldsWhatCouldBeRead ? "partial" : "different";
 }
 
-SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
-                     const SComparison& comparison)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
-    SVerification result = verify(first, source, converted, limit, progress, comparison);
-    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    return result;
-}
-
-SVerification verify(const SDeckDigest& first, const QString& source, const QString& converted, unsigned int limit,
-                     CProgressDisplay& progress, const SComparison& comparison)
+static SVerification compared(const SDeckDigest& first, const DigestParts& read, const QString& source,
+                              const QString& converted, unsigned int limit, CProgressDisplay& progress,
+                              const SComparison& comparison)
 {
     const auto begin = std::chrono::steady_clock::now();
     SVerification result;
@@ -348,7 +339,7 @@ SVerification verify(const SDeckDigest& first, const QString& source, const QStr
     result.sourceFigures = figuresOf(first);
 
     readingConverted(source, converted, comparison.isConversion, [&] {
-        const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress);
+        const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress, read);
         progress.clear();
         result.convertedDigest = valueDigestOf(second);
         result.convertedFigures = figuresOf(second);
@@ -389,6 +380,22 @@ SVerification verify(const SDeckDigest& first, const QString& source, const QStr
     }
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return result;
+}
+
+SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
+                     const SComparison& comparison)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
+    SVerification result = compared(first, {}, source, converted, limit, progress, comparison);
+    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return result;
+}
+
+SVerification verify(const SDeckDigest& first, const DigestParts& read, const QString& source, const QString& converted,
+                     CProgressDisplay& progress)
+{
+    return compared(first, read, source, converted, defaultDifferenceLimit, progress, SComparison());
 }
 
 } // namespace NBrenmark

@@ -66,8 +66,9 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 
 /// The same after a conversion.
 /// \param first  the digest of the source, taken while it was read to be converted
-SVerification verify(const SDeckDigest& first, const QString& source, const QString& converted, unsigned int limit,
-                     CProgressDisplay& progress, const SComparison& comparison = SComparison());
+/// \param read   digests of the converted deck's timesteps that were read back while others were converted
+SVerification verify(const SDeckDigest& first, const DigestParts& read, const QString& source, const QString& converted,
+                     CProgressDisplay& progress);
 
 /// Tells the result on standard output.
 void printVerification(const SVerification& verification, const QString& source, const QString& converted);

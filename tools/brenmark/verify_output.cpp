@@ -1,6 +1,7 @@
 // How the result of a comparison is printed.
 
 #include "brenmark/commands.h"
+#include "brenmark/digest_part.h"
 #include "brenmark/failure.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/terminal.h"
@@ -161,6 +162,10 @@ static EExitCode verifyByDigest(const SVerifyOptions& options)
 
 EExitCode runVerify(const SVerifyOptions& options)
 {
+    if (!options.record.isEmpty()) {
+        writeDigestPart(options.source, options.first, options.record);
+        return eExitDone;
+    }
     if (!options.digest.isEmpty())
         return verifyByDigest(options);
     SVerification verification;

@@ -3,9 +3,9 @@
 
 #include "brenmark/archive/archive.h"
 #include "brenmark/archive/archive_table.h"
-#include "brenmark/archive/child_process.h"
 #include "brenmark/archive/deck_search.h"
 #include "brenmark/archive/run_journal.h"
+#include "brenmark/child_process.h"
 
 #include <chrono>
 #include <deque>

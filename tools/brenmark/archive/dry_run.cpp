@@ -1,8 +1,8 @@
 #include "brenmark/archive/dry_run.h"
 
 #include "brenmark/archive/archive_run.h"
-#include "brenmark/archive/child_process.h"
 #include "brenmark/archive/conversion_record.h"
+#include "brenmark/child_process.h"
 #include "brenmark/disk.h"
 #include "brenmark/interrupt.h"
 #include "brenmark/journal.h"

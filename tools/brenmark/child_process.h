@@ -1,5 +1,5 @@
 #pragma once
-// Processes of this program: each converts one deck of an archive, so that whatever ends it costs that deck alone.
+// Other processes of this program. One deck is open in a process, and whatever ends one costs its deck alone.
 
 #include <string>
 #include <sys/types.h>

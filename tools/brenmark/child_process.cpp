@@ -1,4 +1,4 @@
-#include "brenmark/archive/child_process.h"
+#include "brenmark/child_process.h"
 
 #include "brenmark/failure.h"
 
@@ -47,7 +47,7 @@ pid_t CChildProcesses::start(const std::vector<std::string>& arguments)
         const int cause = errno;
         ::close(error);
         throw CFailure(eExitTarget, std::string("no process can be started: ") + std::strerror(cause),
-                       "Give a smaller -j, or end other programs.");
+                       "End other programs, or give a smaller -j to a run over many decks.");
     }
     setpgid(process, process); // here as well: whichever is first
     children.push_back({process, static_cast<int>(syscall(SYS_pidfd_open, process, 0)), error});

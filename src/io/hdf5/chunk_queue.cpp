@@ -33,9 +33,9 @@ CChunkQueue::~CChunkQueue() { queueOfThread = before; }
 
 CChunkQueue* CChunkQueue::current() { return queueOfThread; }
 
-void CChunkQueue::add(H5::DataSet dataset, const void* values, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
+void CChunkQueue::add(const H5::DataSet& dataset, const void* values, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows)
 {
-    const auto shared = std::make_shared<H5::DataSet>(std::move(dataset));
+    const auto shared = std::make_shared<H5::DataSet>(dataset);
     const std::size_t chunkBytes = chunkRows * rowBytes;
     for (hsize_t row = 0; row < rows; row += chunkRows) {
         while (!waiting.empty() && waitingBytes + chunkBytes > mostWaitingBytes)

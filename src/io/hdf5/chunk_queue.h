@@ -31,7 +31,7 @@ public:
     /// Takes the dataset, which is closed with its last chunk, and a copy of its values.
     /// \param rows, rowBytes  of the values; a chunk holds chunkRows of them, and zeros after the last row
     /// \throws hdf5_error  if this or an earlier chunk couldn't be written
-    void add(H5::DataSet dataset, const void* values, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows);
+    void add(const H5::DataSet& dataset, const void* values, hsize_t rows, hsize_t rowBytes, hsize_t chunkRows);
     /// Writes all that is waiting. \throws hdf5_error
     void finish();
 

@@ -211,7 +211,7 @@ private:
         const quint64 address = head.u64();
         const CFileBytes names = at(address, bytes);
         checkFreeBlocks(names, bytes, freeBlock);
-        checkTree(treeAddress, 0, -1, 8, [&](quint64 table, CFileBytes) { checkTable(table, names, bytes); });
+        checkTree(treeAddress, 0, -1, 8, [&](quint64 table, const CFileBytes&) { checkTable(table, names, bytes); });
     }
 
     /// The free space of a heap of names is a chain that ends in 1.

@@ -43,8 +43,10 @@ static void tell(const std::string& what)
 
 static std::vector<std::string> attributesOf(const H5::H5Object& object)
 {
+    const int count = object.getNumAttrs();
     std::vector<std::string> names;
-    for (int i = 0; i < object.getNumAttrs(); ++i)
+    names.reserve(static_cast<size_t>(std::clamp(count, 0, 64))); // the count is the file's word
+    for (int i = 0; i < count; ++i)
         names.push_back(object.openAttribute(static_cast<unsigned>(i)).getName());
     return names;
 }

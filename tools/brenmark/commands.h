@@ -70,9 +70,8 @@ struct SVerifyOptions
 {
     QString source;
     QString converted;
-    QString digest;    ///< file with the digest of the source, in its place; empty for none
-    QString record;    ///< file for the conversion that started this process to read SOURCE alone; empty for none
-    quint32 first = 0; ///< timestep of those that are read for it
+    QString digest;           ///< file with the digest of the source, in its place; empty for none
+    bool early = false;       ///< reads parts of SOURCE alone, for the conversion that started this process
     unsigned int limit = 100; ///< differences that are named; 0 for all
     bool json = false;
 };

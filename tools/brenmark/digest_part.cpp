@@ -8,6 +8,9 @@
 
 #include <QDataStream>
 #include <QFile>
+#include <QSaveFile>
+
+#include <iostream>
 
 namespace NBrenmark {
 
@@ -88,7 +91,7 @@ static std::vector<T> readAll(QDataStream& stream)
     return elements;
 }
 
-void writeDigestPart(const QString& deck, quint32 first, const QString& path)
+static void writeDigestPart(const QString& deck, quint32 first)
 {
     SDigestPart part{first, SDeckDigest()};
     {
@@ -104,7 +107,8 @@ void writeDigestPart(const QString& deck, quint32 first, const QString& path)
         if (reader.messages().size() > saidOfOpening || !part.digest.storing.masksAgree())
             throw CFailure(eExitSource, utf8(deck) + ": there is something to say of its timesteps", std::string());
     }
-    QFile file(path);
+    const QString path = digestFileOfPart(deck, first);
+    QSaveFile file(path);
     QDataStream stream(&file);
     if (file.open(QIODevice::WriteOnly)) {
         stream << part.first;
@@ -113,8 +117,19 @@ void writeDigestPart(const QString& deck, quint32 first, const QString& path)
         writeAll(stream, part.digest.storing.records());
         stream << endMark;
     }
-    if (!file.isOpen() || stream.status() != QDataStream::Ok || !file.flush())
+    if (!file.isOpen() || stream.status() != QDataStream::Ok || !file.commit())
         throw CFailure(eExitTarget, utf8(path) + ": can't be written: " + utf8(file.errorString()), std::string());
+}
+
+QString digestFileOfPart(const QString& deck, quint32 first)
+{
+    return deck + QLatin1String(".digests") + QString::number(first);
+}
+
+void writeDigestParts(const QString& deck)
+{
+    for (quint32 first = 0; std::cin >> first;)
+        writeDigestPart(deck, first);
 }
 
 SDigestPart readDigestPart(const QString& path)

@@ -9,9 +9,11 @@
 
 namespace NBrenmark {
 
-/// Reads the timesteps of a deck from one on, and writes their digest to a file, for readDigestPart.
+/// Reads parts of a deck as its files are put there. Each line of standard input is the number of a timestep: those from it
+/// on are read, and their digest is in digestFileOfPart when that is there.
 /// \throws CFailure  a timestep can't be read, there is something to say of one, or the file can't be written
-void writeDigestPart(const QString& deck, quint32 first, const QString& file);
+void writeDigestParts(const QString& deck);
+QString digestFileOfPart(const QString& deck, quint32 first);
 /// \throws CFailure  the file can't be read, or isn't whole
 SDigestPart readDigestPart(const QString& file);
 

@@ -1,6 +1,6 @@
 #pragma once
 // Reading the finished timesteps of a new deck back from the disk while the next ones are still being converted, for the
-// comparison that follows. One deck is open in a process: other processes of this program do it.
+// comparison that follows. One deck is open in a process: another process of this program does it.
 
 #include "brenmark/child_process.h"
 #include "brenmark/deck_digest.h"
@@ -25,10 +25,10 @@ public:
     CEarlyReading(const CEarlyReading&) = delete;
     CEarlyReading& operator=(const CEarlyReading&) = delete;
 
-    /// Has timesteps read if enough of them wait and no process is at work. The last of the deck is never read here.
+    /// Has timesteps read if enough of them wait and the process is idle. The last of the deck is never read here.
     /// \param count  of the timesteps that are finished
     void finished(quint32 count);
-    /// Waits for the process at work.
+    /// Waits until the process has ended.
     /// \return the digests that are equal to the source's, in the order of the timesteps
     DigestParts take(const SDeckDigest& source);
 
@@ -36,15 +36,21 @@ public:
     static bool isPossible();
 
 private:
-    void start(quint32 end);
-    bool makeView(const QString& view) const;
-    void collect(int milliseconds);
+    QString view() const;
+    QString record() const;
+    bool makeView();
+    bool startProcess();
+    bool giveOut(quint32 end);
+    void collect();
 
     const CPartialFolder& folder;
     const QString source;
     const std::vector<double> sizes;
     CChildProcesses processes;
+    int input = -1;              ///< of the process; it ends where that ends
     quint32 first = 0, next = 0; ///< of the timesteps that were given out last, and the one after them
+    bool isAtWork = false;
+    bool isOver = false; ///< nothing is given out any more
     DigestParts parts;
 };
 

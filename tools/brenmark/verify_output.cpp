@@ -162,8 +162,8 @@ static EExitCode verifyByDigest(const SVerifyOptions& options)
 
 EExitCode runVerify(const SVerifyOptions& options)
 {
-    if (!options.record.isEmpty()) {
-        writeDigestPart(options.source, options.first, options.record);
+    if (options.early) {
+        writeDigestParts(options.source);
         return eExitDone;
     }
     if (!options.digest.isEmpty())

@@ -6,10 +6,10 @@ namespace NBrenmark {
 
 CTargetFile::CTargetFile(const QString& path) : file(path) { require(file.open(QIODevice::WriteOnly)); }
 
-void CTargetFile::write(const std::string& text)
+void CTargetFile::write(const char* bytes, std::size_t size)
 {
-    const auto size = static_cast<qint64>(text.size());
-    require(file.write(text.data(), size) == size);
+    const auto length = static_cast<qint64>(size);
+    require(file.write(bytes, length) == length);
 }
 
 void CTargetFile::commit() { require(file.commit()); }

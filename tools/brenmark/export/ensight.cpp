@@ -18,7 +18,7 @@ public:
     explicit CEnsightWriter(const QString& folder) : folder(folder), caseFile(folder + QLatin1String("deck.case")) {}
 
     const char* mainFile() const override { return "deck.case"; }
-    void write(const SExportStep& step) override;
+    void write(SExportStep& step) override;
     void finish() override;
 
 private:
@@ -138,7 +138,7 @@ void CEnsightWriter::writeValues(const SExportStep& step, const std::string& num
     }
 }
 
-void CEnsightWriter::write(const SExportStep& step)
+void CEnsightWriter::write(SExportStep& step)
 {
     std::string number = std::to_string(times.size());
     number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');

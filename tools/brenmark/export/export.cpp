@@ -67,21 +67,25 @@ EExitCode runExport(const SExportOptions& options)
     bool isDamaged = false;
     quint32 count = 0;
     for (quint32 number = first; number < end; ++number) {
-        const bool isGap = reader.format() == eFormatHdf5 && reader.index()[number].offset == 0;
-        if (isGap) { // which the reader has reported
+        SSimulationFrame* const frame = readableTimestep(reader, number, leftOut);
+        if (frame == nullptr) {
             isDamaged = true;
             continue;
         }
-        SSimulationFrame& frame = reader.timestep(number);
         SExportStep step;
         step.number = number;
-        step.time = timeUnit == nullptr ? frame.timestep.time : frame.timestep.time * timeUnit->toDisplayFactor;
+        step.time = timeUnit == nullptr ? frame->timestep.time : frame->timestep.time * timeUnit->toDisplayFactor;
         step.timeUnit = units.nameOf(eTimeQuantity);
-        step.pieces = piecesOf(frame, number, wanted, units, leftOut);
+        step.pieces = piecesOf(*frame, number, wanted, units, leftOut);
         if (step.pieces.empty())
             leftOut.add("nothing to show", number);
         writer->write(step);
         ++count;
+    }
+    if (count == 0 && isDamaged) {
+        leftOut.print(utf8(options.deck));
+        throw CFailure(eExitSource, utf8(options.deck) + ": has no timestep that can be read",
+                       "Copy the deck again from the archive, with all its files.");
     }
     writer->finish();
     leftOut.print(utf8(options.deck));

@@ -1,6 +1,8 @@
 #pragma once
 // What a picture or an export of a deck doesn't show, counted and reported once for all timesteps.
 
+#include "brenmark/deck_reader.h"
+
 #include <QtGlobal>
 
 #include <map>
@@ -26,5 +28,9 @@ private:
     };
     std::map<std::string, SPlaces> places;
 };
+
+/// Loads a timestep. \return null, with the reason among what is left out, if the deck lacks it or it can't be read
+/// \throws CFailure  for any other reason
+SSimulationFrame* readableTimestep(CDeckReader& reader, quint32 number, CLeftOut& leftOut);
 
 } // namespace NBrenmark

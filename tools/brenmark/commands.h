@@ -142,6 +142,7 @@ struct SViewOptions
 {
     QString deck;
     bool force = false;
+    bool json = false;
 };
 
 /// Timesteps of a deck as files of other programs.
@@ -156,6 +157,7 @@ struct SExportOptions
     quint32 firstTimestep = 0;
     quint32 lastTimestep = 0;
     bool force = false; ///< writes into a folder that isn't empty
+    bool json = false;
 };
 
 /// Attributes over time.
@@ -186,6 +188,7 @@ struct SSnapshotOptions
     std::string units;
     QString svg; ///< files to write; empty for none
     QString png;
+    bool json = false;
 };
 
 EExitCode runConvert(const SConvertOptions& options);

@@ -3,6 +3,7 @@
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/export/writers.h"
+#include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/nearest_word.h"
 #include "brenmark/terminal.h"
@@ -88,12 +89,23 @@ EExitCode runExport(const SExportOptions& options)
                        "Copy the deck again from the archive, with all its files.");
     }
     writer->finish();
+    const EExitCode code = isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    const std::string mainFile = utf8(options.output) + '/' + writer->mainFile();
     leftOut.print(utf8(options.deck));
-    printResult(utf8(options.output) + '/' + writer->mainFile() + ": shows " + countText(count, "timestep") + " of " +
-                utf8(options.deck) + '\n');
+    if (options.json)
+        printJson({{"path", utf8(options.deck)},
+                   {"format", options.format},
+                   {"file", mainFile},
+                   {"timesteps", count},
+                   {"leftOut", leftOut.json()},
+                   {"messages", jsonMessages(reader.messages())},
+                   {"code", code},
+                   {"error", nullptr}});
+    else
+        printResult(mainFile + ": shows " + countText(count, "timestep") + " of " + utf8(options.deck) + '\n');
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return code;
 }
 
 } // namespace NBrenmark

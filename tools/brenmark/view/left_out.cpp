@@ -26,6 +26,14 @@ void CLeftOut::print(const std::string& deck) const
                    "\n");
 }
 
+Json CLeftOut::json() const
+{
+    Json list = Json::array();
+    for (const auto& [what, place] : places)
+        list.push_back({{"what", what}, {"timesteps", place.timesteps}, {"first", place.first}});
+    return list;
+}
+
 SSimulationFrame* readableTimestep(CDeckReader& reader, quint32 number, CLeftOut& leftOut)
 {
     const auto lost = [&](const std::string& cause) {

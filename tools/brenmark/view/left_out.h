@@ -2,6 +2,7 @@
 // What a picture or an export of a deck doesn't show, counted and reported once for all timesteps.
 
 #include "brenmark/deck_reader.h"
+#include "brenmark/json_text.h"
 
 #include <QtGlobal>
 
@@ -18,6 +19,8 @@ public:
     bool empty() const { return places.empty(); }
     /// On standard error, a line for each: how often, and from which timestep on.
     void print(const std::string& deck) const;
+    /// An object for each: what, in how many timesteps, and the first of them.
+    Json json() const;
 
 private:
     struct SPlaces

@@ -19,11 +19,12 @@ class CommandFailed(BrenmarkError):
 
 
 class ConversionFailed(CommandFailed):
-    """No new deck was made; the source is untouched."""
+    """No new deck was made; or, with code 3 and without `result["error"]`, one that lacks what damage had cost, which
+    `result["messages"]` names. The source is untouched."""
 
 
 class VerificationFailed(CommandFailed):
-    """The decks differ (code 1, see `result["differences"]`), or one can't be read."""
+    """The decks differ (code 1, see `result["differences"]`), the source was damaged (code 3), or one can't be read."""
 
 
 def _run(kind: Type[CommandFailed], *arguments: str) -> Dict[str, Any]:
@@ -38,8 +39,8 @@ def _run(kind: Type[CommandFailed], *arguments: str) -> Dict[str, Any]:
     except ValueError:
         raise kind(ended.stderr.strip() or "the command printed no result", ended.returncode) from None
     if ended.returncode != 0:
-        failure = result.get("error")
-        text = f"{failure['text']}. {failure['advice']}" if failure else str(result.get("verdict", result.get("result")))
+        failure, outcome = result.get("error"), result.get("verdict", result.get("result"))
+        text = f"{failure['text']}. {failure['advice']}" if failure else f"{outcome}, exit status {ended.returncode}"
         raise kind(text, ended.returncode, result)
     return result  # type: ignore[no-any-return]
 

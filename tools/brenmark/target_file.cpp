@@ -8,8 +8,12 @@ CTargetFile::CTargetFile(const QString& path) : file(path) { require(file.open(Q
 
 void CTargetFile::write(const char* bytes, std::size_t size)
 {
-    const auto length = static_cast<qint64>(size);
-    require(file.write(bytes, length) == length);
+    // A full disk takes a part first, and says why it takes no more when it is asked for the rest.
+    for (std::size_t done = 0; done < size;) {
+        const qint64 taken = file.write(bytes + done, static_cast<qint64>(size - done));
+        require(taken > 0);
+        done += static_cast<std::size_t>(taken);
+    }
 }
 
 void CTargetFile::commit() { require(file.commit()); }

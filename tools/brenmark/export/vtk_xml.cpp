@@ -6,9 +6,9 @@
 #include "brenmark/target_file.h"
 #include "brenmark/values/value_table.h"
 
-#include "core/thread_pool.h"
-
 #include <deque>
+#include <future>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -33,12 +33,12 @@ public:
     }
 
 private:
-    /// A timestep whose files the pool deflates and writes while the next one is read.
+    /// A timestep whose files are deflated and written while the next one is read.
     struct SUnderWay
     {
         std::vector<SPiece> pieces;
-        std::deque<CVtkFile> files;
-        std::deque<CPooledTask> tasks; // the last member: they use the others, and go first
+        std::deque<std::pair<QString, CVtkFile>> files; ///< with their paths
+        std::future<void> written;                      // the last member: it uses the others, and goes first
     };
     void finishStep();
 
@@ -120,10 +120,8 @@ static void describe(CVtkFile& file, const SPiece& piece, bool unstructured)
 
 void CVtkWriter::finishStep()
 {
-    if (!underWay)
-        return;
-    for (CPooledTask& task : underWay->tasks)
-        task.wait();
+    if (underWay)
+        underWay->written.get();
     underWay.reset();
 }
 
@@ -135,16 +133,20 @@ void CVtkWriter::write(SExportStep& step)
     int part = 0;
     for (const SPiece& piece : underWay->pieces) {
         const std::string name = piece.kind + '_' + std::to_string(step.number) + (unstructured ? ".vtu" : ".vtp");
-        CVtkFile& file = underWay->files.emplace_back(unstructured ? "UnstructuredGrid" : "PolyData");
-        describe(file, piece, unstructured);
-        underWay->tasks.emplace_back([&file, path = folder + QString::fromStdString(name)] {
-            CTargetFile target(path);
-            file.writeTo(target);
-            target.commit();
-        });
+        auto& file = underWay->files.emplace_back(folder + QString::fromStdString(name),
+                                                  unstructured ? "UnstructuredGrid" : "PolyData");
+        describe(file.second, piece, unstructured);
         series.write("<DataSet timestep=\"" + exactNumber(step.time) + "\" part=\"" + std::to_string(part++) +
                      "\" name=\"" + piece.kind + "\" file=\"" + name + "\"/>\n");
     }
+    // On a thread of its own, if there is one: one of the pool would compute nothing while it waits for the disk.
+    underWay->written = std::async([&files = underWay->files] {
+        for (auto& [path, file] : files) {
+            CTargetFile target(path);
+            file.writeTo(target);
+            target.commit();
+        }
+    });
 }
 
 std::unique_ptr<IExportWriter> vtkWriter(const QString& folder, bool unstructured)

@@ -113,6 +113,12 @@ def pictures(deck_path, folder):
     assert len(tree.parse(folder / "p.svg").getroot().findall(".//{*}circle")) == 2 * len(deck)
     run("snapshot", deck_path, "--timestep", 0, "--svg", folder / "s.svg", "--png", folder / "s.png", DISPLAY="",
         ASAN_OPTIONS="detect_leaks=0")  # Qt's platform without a display loses its screen at the end
+    run("plot", deck_path, "--attribute", "Position Z", "--histogram", 4, "--csv", folder / "h.csv")
+    rows = list(csv.reader((folder / "h.csv").open()))
+    heights = np.concatenate([stacked(step, "position")[:, 2] for step in deck])
+    expected = np.histogram(heights, 4)[0]
+    assert rows[0] == ["from Position Z [m]", "to Position Z [m]", "count"]
+    np.testing.assert_array_equal([int(row[2]) for row in rows[1:]], expected)
     page = tree.parse(folder / "s.svg").getroot()
     assert len(page.findall(".//{*}circle")) == len(stacked(deck[0], "position"))
     assert (folder / "s.png").read_bytes()[:8] == b"\x89PNG\r\n\x1a\n"
@@ -147,7 +153,10 @@ def odd(folder):
     assert len(rows) == 21 and {len(row) for row in rows} == {len(rows[0])} and rows[1][:2] == [name, "nan"]
     lines = (folder / "odd" / "xyz" / "particles.xyz").read_text().splitlines()
     assert lines[0] == "20" and len(lines) == 22 + 42 and {len(line.split()) for line in lines[2:22]} == {16}
-    assert (folder / "odd" / "ensight" / "geometry.000000").exists()
+    # A reader of EnSight asks for each variable at each time.
+    variables = re.findall(r"(\w+)\.\*{6}", (folder / "odd" / "ensight" / "deck.case").read_text())
+    assert "particles_Velocity" in variables
+    assert all((folder / "odd" / "ensight" / f"{name}.00000{i}").exists() for name in variables for i in (0, 1))
     step = brenmark.open(deck)[0]
     assert list(step.particles) == [name, "Rod"] and len(step.particles["Rod"].velocity) == 0
     assert np.isnan(step.particles[name].position).sum() == 3 and "velocity" not in step.particles[name].stored

@@ -520,9 +520,6 @@ void CCommandLine::addPlot()
                 std::tie(plot.firstTimestep, plot.lastTimestep) = timestepsFrom("--timestep", timestep);
             if (!intervals.empty())
                 plot.intervals = countFrom("--histogram", intervals);
-            if (!csv.empty() && !intervals.empty())
-                throw CFailure(eExitUsage, "--csv and --histogram can't be used together",
-                               "brenmark values writes the values themselves.");
             return runPlot(plot);
         };
     });

@@ -110,7 +110,8 @@ struct SValuesOptions
     bool summary = false;
     bool json = false;
     quint32 intervals = 0; ///< of a histogram; 0 for none
-    QString svg;           ///< file for the histogram; empty for none
+    QString svg;           ///< files for the histogram; empty for none
+    QString csv;
 };
 
 /// A deck into a document, or documents into a deck.

@@ -31,6 +31,7 @@ static EExitCode plotHistogram(const SPlotOptions& options)
     SValuesOptions values = valuesFor(options, attributes.front());
     values.intervals = options.intervals;
     values.svg = options.svg;
+    values.csv = options.csv;
     return runValues(values);
 }
 

@@ -92,8 +92,9 @@ def expected_of(step, arrays):
 def check_deck(path, folder):
     deck = brenmark.open(path)
     _, arrays = dump_text.read(PROGRAM, path)
-    exported = folder / (path.stem + "-vtp")
-    for arguments in (["view", path], ["export", path, "--format", "vtp", "--output", exported]):
+    exported = folder / (path.stem + "-vtk")
+    for arguments in (["view", path], ["export", path, "--format", "vtp", "--output", exported],
+                      ["export", path, "--format", "ensight", "--output", exported, "--force"]):
         subprocess.run([PROGRAM, *map(str, arguments)], check=True, capture_output=True)
     compared = 0
     expected = {step.number: expected_of(step, arrays) for step in deck}
@@ -121,8 +122,14 @@ def require_times(reader, deck):
 
 def check_export(deck, exported, expected):
     series, compared = pv.PVDReader(FileName=str(exported / "deck.pvd")), 0
+    single = pv.EnSightReader(CaseFileName=str(exported / "deck.case"))  # of single precision
     require_times(series, deck)
-    for step in deck:
+    single.UpdatePipelineInformation()
+    times = np.ravel(single.TimestepValues)
+    assert np.allclose(times, deck.times, rtol=1e-6), times
+    for step, time in zip(deck, times):
+        single.UpdatePipeline(time)
+        parts = dict(leaves(servermanager.Fetch(single)))
         series.UpdatePipeline(step.time)
         pieces = [data for _, data in leaves(servermanager.Fetch(series))]
         grids = expected[step.number]
@@ -134,7 +141,8 @@ def check_export(deck, exported, expected):
             sums["bounds"] = [*np.min([one["bounds"][:3] for one in ones], axis=0),
                               *np.max([one["bounds"][3:] for one in ones], axis=0)]
             same((deck, step, kind), shown(piece, kind == "geometry"), sums)
-            compared += len(sums)
+            assert np.allclose(shown(parts[kind])["bounds"], sums["bounds"], rtol=1e-6), (deck, step, kind)
+            compared += len(sums) + 1
     return compared
 
 

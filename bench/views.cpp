@@ -145,10 +145,10 @@ void compareExport(const QString& folder, const QString& brenmark, const SSize& 
     std::printf("deflating, share of the export's CPU time: %s\n", qPrintable(spread(share)));
 }
 
-SCounted openAll(const QString& deck, quint32 timesteps)
+SCounted openAll(const QString& dataFolder, quint32 timesteps)
 {
     for (quint32 number = 0; number < timesteps; ++number) {
-        const H5::H5File file((deck + QString("_data/%1.h5").arg(number)).toStdString(), H5F_ACC_RDONLY);
+        const H5::H5File file((dataFolder + QString("/%1.h5").arg(number)).toStdString(), H5F_ACC_RDONLY);
         file.openGroup("TimestepData");
     }
     return 0.0;
@@ -160,12 +160,12 @@ void compareView(const QString& folder, const QString& brenmark, quint32 timeste
     size.particles = 1000;
     size.contacts = 2000;
     size.timesteps = timesteps;
-    const QString deck = folder + "/long";
+    const QString deck = folder + "/long.dem";
     measure("making a deck", [&] { return SCounted(makeConverted(deck, size) ? 0.0 : -1.0); });
     std::vector<double> seconds, ratio;
     for (quint32 round = 1; round <= rounds; ++round) {
-        const SMeasure opening = measure("opening", [&] { return openAll(deck, timesteps); });
-        const SMeasure view = measureCommand("a view", brenmark, {"view", deck + ".dem"});
+        const SMeasure opening = measure("opening", [&] { return openAll(folder + "/long_data", timesteps); });
+        const SMeasure view = measureCommand("a view", brenmark, {"view", deck});
         seconds.push_back(view.wallSeconds);
         ratio.push_back(view.wallSeconds / opening.wallSeconds);
     }

@@ -1,11 +1,12 @@
-// What a deck costs to be looked at: an export to VTK's files beside writing the same bytes raw, and an XDMF file of many
-// timesteps beside opening their files.
+// What a deck costs to be looked at: an export to VTK's files beside writing the same bytes raw, and an XDMF file of
+// many timesteps beside opening their files.
 //
 //   views [--particles 100000] [--contacts 200000] [--timesteps 5] [--rounds 5] [--xdmf 2000] [--folder FOLDER]
 //
 // The same bytes are those that the exported files hold, inflated: as many files of the same names, each written as the
 // command writes its own and safe on the disk before the next one. They are in memory before the clock starts; the
-// command's time has its start and the reading of the deck in it. Reading alone is what the values of one attribute take. Every step runs in a process of its own, in turn.
+// command's time has its start and the reading of the deck in it. Reading alone is what the values of one attribute
+// take. Every step runs in a process of its own, in turn.
 
 #include "bench/grain_heap.h"
 

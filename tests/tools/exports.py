@@ -126,8 +126,8 @@ def pictures(deck_path, folder):
 
 
 def odd(folder):
-    """At the first of two timesteps a name that means something elsewhere, no velocities, a position that is no number, a
-    type without rows, and no contacts."""
+    """At the first of two timesteps a name that means something elsewhere, no velocities, a position that is no number,
+    a type without rows, and no contacts."""
     for source in folder.glob("collisions-24*"):
         target = folder / source.name.replace("collisions-24", "odd")
         (shutil.copytree if source.is_dir() else shutil.copy)(source, target)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Holds the types of the Python package against its code, installs it as a user does, without a network, and makes tables
-# with it.
+# Holds the types of the Python package against its code, installs it as a user does, without a network, and makes
+# tables with it.
 #
 # Usage: installed.sh ROOT brenmark
 set -euo pipefail

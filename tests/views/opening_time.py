@@ -17,5 +17,6 @@ for reader, names in (("XDMFReader", "FileNames"), ("Xdmf3ReaderS", "FileName"),
     times = source.TimestepValues
     source.UpdatePipeline(times[-1])
     shown = time.perf_counter()
-    print(f"{reader}: {len(times)} timesteps opened in {opened - begin:.2f} s, the last shown {shown - opened:.2f} s later")
+    print(f"{reader}: {len(times)} timesteps opened in {opened - begin:.2f} s, the last shown {shown - opened:.2f} s "
+          "later")
     pv.Delete(source)

@@ -1,5 +1,5 @@
-"""Opens views, with each of ParaView's three readers, and exports, and holds bounds, counts, sums and times against "dump"
-and the Python package. Draws the pile, coloured by speed.
+"""Opens views, with each of ParaView's three readers, and exports, and holds bounds, counts, sums and times against
+"dump" and the Python package. Draws the pile, coloured by speed.
 
 Usage: xvfb-run -a pvpython paraview_views.py ROOT brenmark [PICTURE]
 """

@@ -10,12 +10,9 @@
 // the ordinary way waited for a core for more than a twentieth of its time is repeated, up to ten times. The new deck of
 // each round is compared with its source by the command line, and both is done by convert --verify as well.
 
-#include "bench/legacy_deck.h"
+#include "bench/grain_heap.h"
 
 #include "api/data_converter.h"
-#include "core/deck/application_state.h"
-#include "core/deck/file_families.h"
-#include "core/deck/file_format_manager.h"
 #include "core/deflate.h"
 #include "core/thread_pool.h"
 
@@ -30,7 +27,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <random>
 #include <sched.h>
 #include <vector>
 
@@ -38,98 +34,6 @@ using namespace NBrenmark;
 using namespace NBench;
 
 namespace {
-
-struct SSize
-{
-    quint32 particles = 0;
-    quint32 contacts = 0;
-    quint32 timesteps = 0;
-
-    /// Of all arrays of one timestep, in MB.
-    double megabytes() const
-    {
-        // ids, velocity, position, orientation, angular velocity, scale, three force records, creation time
-        constexpr double bytesPerParticle = 4 + 24 + 24 + 32 + 24 + 8 + 3 * 56 + 8;
-        // ends, place, two vectors, overlap, tangential overlap, two forces
-        constexpr double bytesPerContact = 16 + 24 + 2 * 24 + 8 + 24 + 2 * 24;
-        return 1e-6 * (bytesPerParticle * particles + bytesPerContact * contacts);
-    }
-};
-
-bool fromFloats = false; // all values were numbers of single precision once
-
-double rounded(double value) { return fromFloats ? double(float(value)) : value; }
-
-/// Each grain touches the next ones: overlaps and forces as rough as a solver leaves them, and as many contacts
-/// without slip as there are grains at rest.
-void fillContacts(CContactsBase& contacts, const SSize& size, std::mt19937_64& random)
-{
-    std::uniform_real_distribution<double> unit(-1.0, 1.0);
-    const auto vector = [&](double scale) {
-        return C3DVector(rounded(scale * unit(random)), rounded(scale * unit(random)), rounded(scale * unit(random)));
-    };
-    if (size.contacts == 0 || size.particles == 0)
-        return;
-    contacts.reserveRows(size.contacts);
-    contacts.resizeRows(size.contacts);
-    for (quint32 row = 0; row < size.contacts; ++row) {
-        const quint32 first = row % size.particles;
-        const quint32 second = (first + 1 + row / size.particles) % size.particles;
-        contacts.rows[row] = {0, std::min(first, second), 0, std::max(first, second)};
-        contacts.position[row] = C3DPoint(vector(1.0));
-        contacts.contactVector1[row] = vector(1e-3);
-        contacts.contactVector2[row] = vector(1e-3);
-        contacts.normalOverlap[row] = rounded(1e-6 * (1.0 + unit(random)));
-        contacts.tangentialOverlap[row] = vector(row % 3 == 0 ? 0.0 : 1e-6);
-        contacts.normalForce[row] = vector(1e-3);
-        contacts.tangentialForce[row] = vector(row % 3 == 0 ? 0.0 : 1e-3);
-    }
-}
-
-/// A heap of grains at one time: positions and forces as rough as a solver leaves them, and a third of the
-/// grains at rest.
-void fillTimestep(CTimestepData& timestep, quint32 number, const SSize& size)
-{
-    timestep.clear();
-    timestep.time = 0.01 * number;
-    timestep.timestepIndex = number;
-    CParticleType& grains = timestep.particleTypes.append();
-    grains.setName("Grain");
-    grains.materialName = "glass";
-    grains.spheres.resize(1);
-    grains.resizeSlots(size.particles);
-    grains.dataMask = allParticleFields;
-    timestep.particleTypes.maxId = size.particles;
-
-    std::mt19937_64 random(number);
-    std::uniform_real_distribution<double> uniform(-1.0, 1.0);
-    const auto unit = [&](std::mt19937_64& from) { return rounded(uniform(from)); };
-    for (quint32 i = 0; i < size.particles; ++i) {
-        const double speed = i % 3 == 0 ? 0.0 : 0.125;
-        grains.ids[i] = static_cast<qint32>(i + 1);
-        grains.scale[i] = 1.0;
-        grains.position[i] = {unit(random), unit(random), unit(random)};
-        grains.velocity[i] = {speed * unit(random), speed * unit(random), speed * unit(random)};
-        grains.orientation[i] = CQuaternion();
-        grains.angularVelocity[i] = {speed * unit(random), speed * unit(random), speed * unit(random)};
-        for (size_t component = 0; component < 3; ++component)
-            grains.forceTorque[i][component] = rounded(1e-3 * unit(random));
-        grains.unscaledForceTorque[i] = grains.forceTorque[i];
-    }
-    fillContacts(timestep.contacts.surfaceSurface, size, random);
-}
-
-bool makeDeck(const QString& path, const SSize& size)
-{
-    return makeLegacyDeck(
-        path, size.timesteps,
-        [](SSimulationFrame& frame) {
-            frame.creator.title = "Benchmark";
-            frame.creator.materials.set("glass", new CMaterial("glass", 0.3, 1e7, 2500.0, 0.0, eBulkMaterial));
-            frame.creator.particleTypes.append().setName("Grain");
-        },
-        [&size](SSimulationFrame& frame, quint32 number) { fillTimestep(frame.timestep, number, size); });
-}
 
 bool convert(const QString& source, const QString& target)
 {
@@ -389,7 +293,7 @@ int main(int argc, char** argv)
     size.particles = wordAfter(arguments, "--particles", "100000").toUInt();
     size.contacts = wordAfter(arguments, "--contacts", "400000").toUInt();
     size.timesteps = wordAfter(arguments, "--timesteps", "5").toUInt();
-    fromFloats = arguments.contains("--from-floats");
+    size.fromFloats = arguments.contains("--from-floats");
     const quint32 rounds = wordAfter(arguments, "--rounds", "5").toUInt();
     if (const QString deck = wordAfter(arguments, "--make", QString()); !deck.isEmpty())
         return makeDeck(deck, size) ? 0 : 1;

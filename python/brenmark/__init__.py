@@ -6,7 +6,7 @@
 """
 from .command import CommandFailed, ConversionFailed, VerificationFailed, convert, verify
 from .deck import Deck, Domain, open
-from .errors import BrenmarkError, DeckError, MissingData
+from .files import BrenmarkError, DeckError, MissingData
 from .settings import PropertyDefinition
 from .step import Contacts, Geometry, Particles, Step
 

@@ -4,11 +4,9 @@ from __future__ import annotations
 import json
 import os
 import subprocess
-from typing import Any, Dict, List, Optional, Union
+from typing import Any, Dict, List, Optional, Type
 
-from .errors import BrenmarkError
-
-PathLike = Union[str, "os.PathLike[str]"]
+from .files import BrenmarkError, PathLike
 
 
 class CommandFailed(BrenmarkError):
@@ -21,33 +19,30 @@ class CommandFailed(BrenmarkError):
 
 
 class ConversionFailed(CommandFailed):
-    """No new deck was made; the source is untouched."""
+    """No new deck was made; or, with code 3 and without `result["error"]`, one that lacks what damage had cost, which
+    `result["messages"]` names. The source is untouched."""
 
 
 class VerificationFailed(CommandFailed):
-    """The decks differ (code 1, see `result["differences"]`), or one can't be read."""
+    """The decks differ (code 1, see `result["differences"]`), the source was damaged (code 3), or one can't be read."""
 
 
-def program() -> str:
-    """The command line to run: $BRENMARK, or brenmark on the search path."""
-    return os.environ.get("BRENMARK", "brenmark")
-
-
-def _run(kind: type[CommandFailed], arguments: List[str]) -> Dict[str, Any]:
-    command = [program(), *arguments]
+def _run(kind: Type[CommandFailed], *arguments: str) -> Dict[str, Any]:
+    program = os.environ.get("BRENMARK", "brenmark")
     try:
-        ended = subprocess.run(command, capture_output=True, text=True, encoding="utf-8", errors="replace", check=False)
+        ended = subprocess.run([program, *arguments], capture_output=True, encoding="utf-8", errors="replace",
+                               check=False)
     except OSError as error:
-        raise kind(f"{command[0]} can't be run: {error}. Set BRENMARK to the path of the command line.", 127) from None
+        raise kind(f"{program} can't be run: {error}. Set BRENMARK to the path of the command line.", 127) from None
     try:
         result = json.loads(ended.stdout)
     except ValueError:
         raise kind(ended.stderr.strip() or "the command printed no result", ended.returncode) from None
-    error = result.get("error")
     if ended.returncode != 0:
-        text = f"{error['text']}. {error['advice']}" if error else str(result.get("verdict", result.get("result")))
+        failure, outcome = result.get("error"), result.get("verdict", result.get("result"))
+        text = f"{failure['text']}. {failure['advice']}" if failure else f"{outcome}, exit status {ended.returncode}"
         raise kind(text, ended.returncode, result)
-    return dict(result)
+    return result  # type: ignore[no-any-return]
 
 
 def convert(source: PathLike, target: PathLike, *, force: bool = False, strict: bool = False,
@@ -57,8 +52,8 @@ def convert(source: PathLike, target: PathLike, *, force: bool = False, strict: 
     Raises ConversionFailed.
     """
     options = [name for name, on in (("--force", force), ("--strict", strict), ("--verify", verify)) if on]
-    return _run(ConversionFailed, ["convert", "--json", "--progress", "none", *options, "--",
-                                   os.fspath(source), os.fspath(target)])
+    return _run(ConversionFailed, "convert", "--json", "--progress", "none", *options, "--", os.fspath(source),
+                os.fspath(target))
 
 
 def verify(source: PathLike, converted: PathLike) -> Dict[str, Any]:
@@ -66,4 +61,4 @@ def verify(source: PathLike, converted: PathLike) -> Dict[str, Any]:
 
     Raises VerificationFailed.
     """
-    return _run(VerificationFailed, ["verify", "--json", "--", os.fspath(source), os.fspath(converted)])
+    return _run(VerificationFailed, "verify", "--json", "--", os.fspath(source), os.fspath(converted))

@@ -1,12 +1,11 @@
 """Definitions of custom properties, from the settings file beside a deck (NAME.ess)."""
 from __future__ import annotations
 
-import struct
 from dataclasses import dataclass
 from pathlib import Path
-from typing import Dict, List
+from typing import Dict
 
-from .errors import DeckError
+from .files import DeckError
 
 BLOCK_BEGIN, BLOCK_END = b"ESS_BLOCK_", b"ESS_END___"
 OWNER_OF_BLOCK = {3: "contact", 4: "particle", 5: "geometry", 6: "simulation"}
@@ -32,17 +31,17 @@ class _Bytes:
         self.content, self.at = content, 0
 
     def take(self, count: int) -> bytes:
-        if count < 0 or count > len(self.content) - self.at:
+        if not 0 <= count <= len(self.content) - self.at:
             raise DeckError("the block ends in a property")
         self.at += count
         return self.content[self.at - count:self.at]
 
     def i32(self) -> int:
-        return int(struct.unpack(">i", self.take(4))[0])
+        return int.from_bytes(self.take(4), "big", signed=True)
 
     def text(self) -> str:
-        length = struct.unpack(">I", self.take(4))[0]
-        return "" if length == 0xFFFFFFFF else self.take(length).decode("utf-16-be", "replace")
+        length = self.i32()
+        return "" if length == -1 else self.take(length).decode("utf-16-be", "replace")
 
 
 def _version(word: int) -> int:
@@ -50,9 +49,9 @@ def _version(word: int) -> int:
     return word + (17 << 16) if word >> 16 == 3 else word
 
 
-def _definitions(block: _Bytes, version: int) -> List[PropertyDefinition]:
+def _definitions(block: _Bytes, version: int) -> Dict[str, PropertyDefinition]:
     last_finalized, count = block.i32(), block.i32()
-    found = []
+    found = {}
     for index in range(count):
         name, data_type, elements, quantity = block.text(), block.i32(), block.i32(), block.i32()
         if data_type not in (0, YES_OR_NO):
@@ -61,16 +60,16 @@ def _definitions(block: _Bytes, version: int) -> List[PropertyDefinition]:
         of_each = 4 if data_type == YES_OR_NO else 8
         block.take(of_each * elements if version >= 23 << 16 else 8)  # initial values
         if index <= last_finalized:  # decks hold no values of the drafts after it
-            found.append(PropertyDefinition(name, index, elements, data_type == YES_OR_NO, quantity))
+            found[name] = PropertyDefinition(name, index, elements, data_type == YES_OR_NO, quantity)
     return found
 
 
-def read_definitions(path: Path) -> Dict[str, List[PropertyDefinition]]:
-    """Finalized properties by owner: "particle", "contact", "geometry", "simulation". Without the file there are none.
+def read_definitions(path: Path) -> Dict[str, Dict[str, PropertyDefinition]]:
+    """Custom properties in use by owner and name. Without the file there are none.
 
     Raises DeckError for a file that isn't one, or a list of properties that can't be read.
     """
-    found: Dict[str, List[PropertyDefinition]] = {owner: [] for owner in OWNER_OF_BLOCK.values()}
+    found: Dict[str, Dict[str, PropertyDefinition]] = {owner: {} for owner in OWNER_OF_BLOCK.values()}
     if not path.exists():
         return found
     content = path.read_bytes()
@@ -78,7 +77,7 @@ def read_definitions(path: Path) -> Dict[str, List[PropertyDefinition]]:
         stream = _Bytes(content)
         if stream.text() != "ESS FILE":
             raise DeckError("not a settings file")
-        version = _version(stream.i32() & 0xFFFFFFFF)
+        version = _version(stream.i32())
         at = content.find(BLOCK_BEGIN)
         while at >= 0:  # a reader that meets damage looks for the next block
             head = _Bytes(content[at + len(BLOCK_BEGIN):])

@@ -113,6 +113,12 @@ def pictures(deck_path, folder):
     assert len(tree.parse(folder / "p.svg").getroot().findall(".//{*}circle")) == 2 * len(deck)
     run("snapshot", deck_path, "--timestep", 0, "--svg", folder / "s.svg", "--png", folder / "s.png", DISPLAY="",
         ASAN_OPTIONS="detect_leaks=0")  # Qt's platform without a display loses its screen at the end
+    run("plot", deck_path, "--attribute", "Position Z", "--histogram", 4, "--csv", folder / "h.csv")
+    rows = list(csv.reader((folder / "h.csv").open()))
+    heights = np.concatenate([stacked(step, "position")[:, 2] for step in deck])
+    expected = np.histogram(heights, 4)[0]
+    assert rows[0] == ["from Position Z [m]", "to Position Z [m]", "count"]
+    np.testing.assert_array_equal([int(row[2]) for row in rows[1:]], expected)
     page = tree.parse(folder / "s.svg").getroot()
     assert len(page.findall(".//{*}circle")) == len(stacked(deck[0], "position"))
     assert (folder / "s.png").read_bytes()[:8] == b"\x89PNG\r\n\x1a\n"
@@ -120,29 +126,72 @@ def pictures(deck_path, folder):
 
 
 def odd(folder):
-    """NaN positions, names that mean something elsewhere, a type without velocities."""
+    """At the first of two timesteps a name that means something elsewhere, no velocities, a position that is no number,
+    a type without rows, and no contacts."""
     for source in folder.glob("collisions-24*"):
         target = folder / source.name.replace("collisions-24", "odd")
         (shutil.copytree if source.is_dir() else shutil.copy)(source, target)
+    deck, name = folder / "odd.dem", "../a \"<b>&,\n\x01"
     with h5py.File(folder / "odd_data" / "0.h5", "r+") as file:
-        ball = file["TimestepData/0/ParticleTypes/0"]
-        name = b"../a \"<b>&,\n\x01"
-        ball.attrs.create("name", name, dtype=f"S{len(name) + 1}")
+        ball, rod = (file[f"TimestepData/0/ParticleTypes/{i}"] for i in (0, 1))
+        ball.attrs.create("name", name.encode(), dtype=f"S{len(name) + 1}")
         ball["position"][0] = np.nan
         ball.attrs.modify("mask", np.uint32(int(ball.attrs["mask"]) & ~2))  # bit 1: velocities
-    for kind in ("vtp", "csv", "xyz", "ensight"):
-        told = run("export", folder / "odd.dem", "--format", kind, "--output", folder / "odd" / kind).stderr
-        assert "Velocity of particles" in told, told
-    found, _ = vtk(folder / "odd" / "vtp" / "particles_0.vtp")
-    assert np.isnan(found["Points"][0]).all() and np.isnan(found["Velocity [m/s]"][:20]).all()
+        del ball["velocity"]
+        rod["ids"][...] = 0
+        for family in file["TimestepData/0/Contacts"].values():
+            family["normal overlap"][...] = -1.0
+    for kind in ("vtp", "vtu", "csv", "xyz", "ensight"):
+        told = run("export", deck, "--format", kind, "--output", folder / "odd" / kind).stderr
+        assert "Velocity of particles ../a" in told, told
+    for kind in ("vtp", "vtu"):
+        found, _ = vtk(folder / "odd" / kind / f"particles_0.{kind}")
+        assert len(found["ID"]) == 20 and np.isnan(found["Points"][0]).all() and "Velocity [m/s]" not in found
+        assert not (folder / "odd" / kind / f"contacts_0.{kind}").exists()
+        assert len(vtk(folder / "odd" / kind / f"contacts_1.{kind}")[0]["Points"]) == 11
     rows = list(csv.reader((folder / "odd" / "csv" / "particles_0.csv").open(newline="")))
-    assert len(rows) == 41 and len({len(row) for row in rows}) == 1
-    assert len((folder / "odd" / "xyz" / "particles.xyz").read_text().splitlines()) == 2 * 42
-    told = run("snapshot", folder / "odd.dem", "--timestep", 0, "--svg", folder / "odd.svg").stderr
-    assert "place or size isn't a number" in told
-    assert len(tree.parse(folder / "odd.svg").getroot().findall(".//{*}circle")) == 39
-    assert "isn't empty" in run("export", folder / "odd.dem", "--format", "vtp", "--output", folder, code=4).stderr
-    assert "Did you mean" in run("export", folder / "odd.dem", "--format", "vtq", "--output", folder, code=2).stderr
+    assert len(rows) == 21 and {len(row) for row in rows} == {len(rows[0])} and rows[1][:2] == [name, "nan"]
+    lines = (folder / "odd" / "xyz" / "particles.xyz").read_text().splitlines()
+    assert lines[0] == "20" and len(lines) == 22 + 42 and {len(line.split()) for line in lines[2:22]} == {16}
+    # A reader of EnSight asks for each variable at each time.
+    variables = re.findall(r"(\w+)\.\*{6}", (folder / "odd" / "ensight" / "deck.case").read_text())
+    assert "particles_Velocity" in variables
+    assert all((folder / "odd" / "ensight" / f"{name}.00000{i}").exists() for name in variables for i in (0, 1))
+    step = brenmark.open(deck)[0]
+    assert list(step.particles) == [name, "Rod"] and len(step.particles["Rod"].velocity) == 0
+    assert np.isnan(step.particles[name].position).sum() == 3 and "velocity" not in step.particles[name].stored
+    assert len(step.contacts["surface-surface"].normal_force) == 0
+    told = run("snapshot", deck, "--timestep", 0, "--svg", folder / "odd.svg").stderr
+    assert "place or size isn't a number" in told and "Velocity Magnitude of particles ../a" in told
+    assert len(tree.parse(folder / "odd.svg").getroot().findall(".//{*}circle")) == 19
+    told = run("plot", deck, "--attribute", "Position X,Velocity X", "--svg", folder / "odd.svg", "--csv",
+               folder / "odd.csv").stderr
+    assert "Position X that are no numbers" in told and "20 rows of 60 left out" in told, told
+    assert list(csv.reader((folder / "odd.csv").open()))[1][3] == "nan"
+    tree.parse(folder / "odd.svg")
+    assert "isn't empty" in run("export", deck, "--format", "vtp", "--output", folder, code=4).stderr
+    assert "Did you mean" in run("export", deck, "--format", "vtq", "--output", folder, code=2).stderr
+
+
+def incomplete(folder):
+    """A deck without one of its timesteps, and one that was given up."""
+    deck = folder / "pile-27.dem"
+    (folder / "pile-27_data" / "1.h5").unlink()
+    for kind in ("vtp", "csv", "xyz", "ensight"):
+        told = run("export", deck, "--format", kind, "--output", folder / "gap" / kind, code=3)
+        assert "shows 3 timesteps" in told.stdout and "all of it: its file isn't there, timestep 1" in told.stderr
+    assert len(tree.parse(folder / "gap" / "vtp" / "deck.pvd").getroot()[0]) == 3
+    told = run("plot", deck, "--attribute", "Position Z,ID", "--csv", folder / "gap.csv", code=3).stderr
+    assert "all of it: its file isn't there, timestep 1" in told
+    assert [row[0] for row in csv.reader((folder / "gap.csv").open())] == ["timestep", "0", "2", "3"]
+    assert "timestep 1" in run("snapshot", deck, "--timestep", 1, "--svg", folder / "gap.svg", code=3).stderr
+    assert brenmark.open(deck).missing == [1]
+    (folder / "given-up.dem.partial").mkdir()
+    (folder / "given-up.dem.partial" / "conversion.json").write_text("{}")
+    for arguments in (["export", "--format", "vtp", "--output", folder / "none"], ["plot", "--attribute", "ID"],
+                      ["snapshot", "--svg", folder / "none.svg"]):
+        run(arguments[0], folder / "given-up.dem", *arguments[1:], code=3)
+    assert not (folder / "none").exists() and not (folder / "none.svg").exists()
 
 
 def main():
@@ -156,6 +205,7 @@ def main():
             if sample == "collisions-24":
                 assert len(re.findall("stroke-width=.1.5", tree.tostring(page, encoding="unicode"))) == 16 * 24
         odd(folder)
+        incomplete(folder)
 
 
 if __name__ == "__main__":

@@ -30,7 +30,7 @@ def validator(name):
 
 
 VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "plugins", "progress",
-                                                "archive", "diff")}
+                                                "archive", "diff", "view", "export", "snapshot")}
 
 
 def complaint(name, text):
@@ -111,6 +111,9 @@ def main():
             run("info", "--settings", deck)
             run("config", deck)
             run("values", "--summary", "--attribute", "Velocity", deck)
+            run("view", deck)
+            run("export", deck, "--format", "vtp", "--output", folder / f"vtp{number}")
+            run("snapshot", deck, "--svg", folder / f"{number}.svg")
             run("convert", "--progress=json", "--verify", deck, folder / f"out{number}")
             run("verify", deck, folder / f"out{number}.dem")
             run("verify", ROOT / "samples" / "pile-27.dem", deck)
@@ -124,7 +127,7 @@ def main():
         run("diff", ROOT / "samples" / "pile-27.dem", folder / "torn.dem")
         plain = folder / "new" / "samples" / "physics-25"
         run("verify", "--digest", plain.with_suffix(".digest.json"), plain.with_suffix(".dem"))
-        for command in ("convert", "check", "info", "config", "verify", "values", "plugins"):
+        for command in ("convert", "check", "info", "config", "verify", "values", "plugins", "view", "export", "snapshot"):
             run(command)
             run(command, "--no-such-option")
     for line in complaints:

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Python package as a user does, without a network, and makes tables with it.
+# Holds the types of the Python package against its code, installs it as a user does, without a network, and makes
+# tables with it.
 #
 # Usage: installed.sh ROOT brenmark
 set -euo pipefail
@@ -8,6 +9,7 @@ root=$1 program=$(readlink -f "$2")
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cp -r "$root/python" "$folder/source" # setuptools builds beside its sources
+(cd "$folder/source" && mypy --cache-dir "$folder/types")
 /usr/bin/python3 -m pip install --quiet --no-build-isolation --no-index --no-deps --target "$folder/site" "$folder/source"
 "$program" convert -q "$root/samples/properties-24.dem" "$folder/deck.dem" 2>/dev/null
 cd "$folder"

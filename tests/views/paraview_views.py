@@ -1,9 +1,8 @@
-"""Opens views and exports in ParaView, and holds bounds, counts, sums and times against "dump" and the Python package.
-Draws the pile, coloured by speed.
+"""Opens views, with each of ParaView's three readers, and exports, and holds bounds, counts, sums and times against
+"dump" and the Python package. Draws the pile, coloured by speed.
 
 Usage: xvfb-run -a pvpython paraview_views.py ROOT brenmark [PICTURE]
 """
-import math
 import os
 import pathlib
 import re
@@ -25,16 +24,22 @@ import dump_text  # noqa: E402
 DECKS = ("pile-27", "collisions-24", "properties-24", "moving-walls-26")
 
 
-def blocks(data, name=""):
-    """All data sets of a tree by name."""
+# By their names: the classic one; the newer ones, which know no parts of datasets, with grids by name and without.
+READERS = {"XDMFReader": "FileNames", "Xdmf3ReaderT": "FileName", "Xdmf3ReaderS": "FileName"}
+
+
+def leaves(data, name=""):
+    """All data sets of a tree with their names, in their order."""
     if not data.IsA("vtkCompositeDataSet"):
-        return {name: data}
-    found = {}
-    for i in range(data.GetNumberOfBlocks()):
+        return [(name, data)]
+    found = []
+    count = data.GetNumberOfPieces() if data.IsA("vtkMultiPieceDataSet") else data.GetNumberOfBlocks()
+    for i in range(count):
         below = (data.GetMetaData(i).Get(data.NAME()) if data.HasMetaData(i) else None) or f"{name} {i}"
-        if data.GetBlock(i) is not None:
-            # The reader tells grids of one name at several times apart by numbers.
-            found.update(blocks(data.GetBlock(i), re.sub(r"\[\d+\]$", "", below)))
+        one = data.GetPiece(i) if data.IsA("vtkMultiPieceDataSet") else data.GetBlock(i)
+        if one is not None:
+            # Grids of one name at several times get numbers.
+            found += leaves(one, re.sub(r"\[\d+\]$", "", below))
     return found
 
 
@@ -49,8 +54,11 @@ def shown(block, of_triangles=False):
     data = block.GetCellData() if of_triangles else block.GetPointData()
     arrays = {data.GetArrayName(i).partition(" [")[0].lower(): vtk_to_numpy(data.GetArray(i))
               for i in range(data.GetNumberOfArrays())}
-    arrays["force"] = arrays.get("total force", arrays.get("force"))
-    return facts(vtk_to_numpy(block.GetPoints().GetData()), {k: v for k, v in arrays.items() if v is not None})
+    if "total force" in arrays:
+        arrays["force"] = arrays["total force"]
+    elif "force torque" in arrays:
+        arrays = {"force": arrays["force torque"][:, :3], "torque": arrays["force torque"][:, 3:6], **arrays}
+    return facts(vtk_to_numpy(block.GetPoints().GetData()), arrays)
 
 
 def same(where, actual, expected):
@@ -68,7 +76,7 @@ def expected_of(step, arrays):
         if len(named[f"{here}/ids"]):
             found[f"particles {name}"] = facts(named[f"{here}/position"], {
                 "velocity": named[f"{here}/velocity"], "id": named[f"{here}/ids"][:, 0],
-                "force": named[f"{here}/forceTorque"][:, :3]})
+                "force": named[f"{here}/forceTorque"][:, :3], "torque": named[f"{here}/forceTorque"][:, 3:6]})
     for family, name in (("surfaceSurface", "contacts between particles"), ("surfaceGeometry", "contacts with geometry")):
         here = f"{at}/contacts/{family}"
         if len(named.get(f"{here}/position", ())):
@@ -76,45 +84,65 @@ def expected_of(step, arrays):
                 "normal overlap": named[f"{here}/normalOverlap"][:, 0], "normal force": named[f"{here}/normalForce"]})
     for name, wall in step.geometry.items():
         found[f"geometry {name}"] = facts(wall.vertices, {
-            "force": named[f"{at}/geometryGroups/{name}/triangleForces"][:, :3]})
+            "force": named[f"{at}/geometryGroups/{name}/triangleForces"][:, :3],
+            "torque": named[f"{at}/geometryGroups/{name}/triangleForces"][:, 3:6]})
     return found
 
 
 def check_deck(path, folder):
     deck = brenmark.open(path)
     _, arrays = dump_text.read(PROGRAM, path)
-    exported = folder / (path.stem + "-vtp")
-    for arguments in (["view", path], ["export", path, "--format", "vtp", "--output", exported]):
+    exported = folder / (path.stem + "-vtk")
+    for arguments in (["view", path], ["export", path, "--format", "vtp", "--output", exported],
+                      ["export", path, "--format", "ensight", "--output", exported, "--force"]):
         subprocess.run([PROGRAM, *map(str, arguments)], check=True, capture_output=True)
-    view = pv.XDMFReader(FileNames=[str(path.with_suffix(".xmf"))])
-    series = pv.PVDReader(FileName=str(exported / "deck.pvd"))
-    for reader in (view, series):
-        reader.UpdatePipelineInformation()
-        assert np.array_equal(np.ravel(reader.TimestepValues), deck.times), (path, reader.TimestepValues)
     compared = 0
-    for step in deck:
-        expected = expected_of(step, arrays)
-        view.UpdatePipeline(step.time)
-        found = blocks(servermanager.Fetch(view))
-        assert set(found) == set(expected) | {"domain"}, (path.name, step, set(found))
-        for name, one in expected.items():
-            same((path.name, step, name), shown(found[name], name.startswith("geometry")), one)
-            compared += len(one)
+    expected = {step.number: expected_of(step, arrays) for step in deck}
+    for name, files in READERS.items():
+        view = getattr(pv, name)(**{files: [str(path.with_suffix(".xmf"))]})
+        require_times(view, deck)
+        for step in deck:
+            view.UpdatePipeline(step.time)
+            found = leaves(servermanager.Fetch(view))
+            names = [*expected[step.number], "domain"]
+            assert len(found) == len(names), (path.name, name, step, found)
+            if name != "Xdmf3ReaderS":
+                assert [grid for grid, _ in found] == names, (path.name, name, step)
+            for (grid, one), (_, data) in zip(expected[step.number].items(), found):
+                same((path.name, name, step, grid), shown(data, grid.startswith("geometry")), one)
+                compared += len(one)
+        pv.Delete(view)
+    return compared + check_export(deck, exported, expected)
+
+
+def require_times(reader, deck):
+    reader.UpdatePipelineInformation()
+    assert np.array_equal(np.ravel(reader.TimestepValues), deck.times), (deck, reader.TimestepValues)
+
+
+def check_export(deck, exported, expected):
+    series, compared = pv.PVDReader(FileName=str(exported / "deck.pvd")), 0
+    single = pv.EnSightReader(CaseFileName=str(exported / "deck.case"))  # of single precision
+    require_times(series, deck)
+    single.UpdatePipelineInformation()
+    times = np.ravel(single.TimestepValues)
+    assert np.allclose(times, deck.times, rtol=1e-6), times
+    for step, time in zip(deck, times):
+        single.UpdatePipeline(time)
+        parts = dict(leaves(servermanager.Fetch(single)))
         series.UpdatePipeline(step.time)
-        pieces = list(blocks(servermanager.Fetch(series)).values())
-        kinds = [kind for kind in ("particles", "contacts", "geometry") if any(n.startswith(kind) for n in expected)]
+        pieces = [data for _, data in leaves(servermanager.Fetch(series))]
+        grids = expected[step.number]
+        kinds = [kind for kind in ("particles", "contacts", "geometry") if any(n.startswith(kind) for n in grids)]
         assert len(pieces) == len(kinds)
         for kind, piece in zip(kinds, pieces):
-            ones = [one for name, one in expected.items() if name.startswith(kind)]
+            ones = [one for name, one in grids.items() if name.startswith(kind)]
             sums = {name: sum(one[name] for one in ones) for name in ones[0] if name not in ("bounds", "id")}
             sums["bounds"] = [*np.min([one["bounds"][:3] for one in ones], axis=0),
                               *np.max([one["bounds"][3:] for one in ones], axis=0)]
-            same((path.name, step, kind), shown(piece, kind == "geometry"), sums)
-            compared += len(sums)
-    # The newer reader shows what it can, and doesn't end the program.
-    newer = pv.Xdmf3ReaderS(FileName=[str(path.with_suffix(".xmf"))])
-    newer.UpdatePipeline()
-    assert math.isclose(np.ravel(newer.TimestepValues)[-1], deck[-1].time)
+            same((deck, step, kind), shown(piece, kind == "geometry"), sums)
+            assert np.allclose(shown(parts[kind])["bounds"], sums["bounds"], rtol=1e-6), (deck, step, kind)
+            compared += len(sums) + 1
     return compared
 
 

@@ -455,6 +455,7 @@ void CCommandLine::addView()
     CLI::App* const command = add("view", "Write an XDMF file beside a converted deck, for ParaView");
     command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
     command->add_flag("--force", view.force, "Replace files of the view's names that no view has made");
+    command->add_flag("--json", view.json, "Show one JSON object");
     addReading(command);
     command->callback([this] {
         chosen = [this] {
@@ -477,6 +478,7 @@ void CCommandLine::addExport()
     command->add_option("--units", exported.units, "Units for quantities, for example length=mm,angVel=rpm")
         ->type_name("LIST");
     command->add_flag("--force", exported.force, "Write into a folder that isn't empty");
+    command->add_flag("--json", exported.json, "Show one JSON object");
     addReading(command);
     command->callback([this] {
         chosen = [this] {
@@ -521,9 +523,6 @@ void CCommandLine::addPlot()
                 std::tie(plot.firstTimestep, plot.lastTimestep) = timestepsFrom("--timestep", timestep);
             if (!intervals.empty())
                 plot.intervals = countFrom("--histogram", intervals);
-            if (!csv.empty() && !intervals.empty())
-                throw CFailure(eExitUsage, "--csv and --histogram can't be used together",
-                               "brenmark values writes the values themselves.");
             return runPlot(plot);
         };
     });
@@ -542,6 +541,7 @@ void CCommandLine::addSnapshot()
         ->type_name("LIST");
     command->add_option("--svg", svg, "Draw into this SVG file")->type_name("FILE");
     command->add_option("--png", png, "Draw into this PNG file")->type_name("FILE");
+    command->add_flag("--json", snapshot.json, "Show one JSON object");
     addReading(command);
     command->callback([this] {
         chosen = [this] {

@@ -111,7 +111,8 @@ struct SValuesOptions
     bool summary = false;
     bool json = false;
     quint32 intervals = 0; ///< of a histogram; 0 for none
-    QString svg;           ///< file for the histogram; empty for none
+    QString svg;           ///< files for the histogram; empty for none
+    QString csv;
 };
 
 /// A deck into a document, or documents into a deck.
@@ -143,6 +144,7 @@ struct SViewOptions
 {
     QString deck;
     bool force = false;
+    bool json = false;
 };
 
 /// Timesteps of a deck as files of other programs.
@@ -157,6 +159,7 @@ struct SExportOptions
     quint32 firstTimestep = 0;
     quint32 lastTimestep = 0;
     bool force = false; ///< writes into a folder that isn't empty
+    bool json = false;
 };
 
 /// Attributes over time.
@@ -187,6 +190,7 @@ struct SSnapshotOptions
     std::string units;
     QString svg; ///< files to write; empty for none
     QString png;
+    bool json = false;
 };
 
 EExitCode runConvert(const SConvertOptions& options);

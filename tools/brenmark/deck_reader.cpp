@@ -162,6 +162,7 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
     CSimulation& simulation = deck();
     const CCreatorData& creator = simulation.currentFrame->creator;
     const size_t saidBefore = logger.records().size();
+    loaded.reset();
     if (!simulation.goToTimestep(number, eIntoCurrentFrame)) {
         const Ledger& all = logger.records();
         const std::string where = path + ", timestep " + std::to_string(number);
@@ -171,7 +172,13 @@ SSimulationFrame& CDeckReader::timestep(quint32 number)
     changed = creator.modified || creator.storageIndex() != modelIndex || creator.storageOffset() != modelOffset;
     modelIndex = creator.storageIndex();
     modelOffset = creator.storageOffset();
+    loaded = number;
     return *simulation.currentFrame;
+}
+
+SSimulationFrame& CDeckReader::loadedTimestep(quint32 number)
+{
+    return loaded == number ? *deck().currentFrame : timestep(number);
 }
 
 } // namespace NBrenmark

@@ -79,6 +79,8 @@ public:
 
     /// Loads a timestep. \throws CFailure  it can't be read
     SSimulationFrame& timestep(quint32 number);
+    /// The same without reading it again if it was the last one: it is as whoever asked before left it.
+    SSimulationFrame& loadedTimestep(quint32 number);
     /// Whether the timestep loaded last brought another model than the one before it; true for the first.
     bool modelChanged() const { return changed; }
 
@@ -93,6 +95,7 @@ private:
     quint32 modelIndex; ///< where the model is stored that was read last
     quint64 modelOffset;
     bool changed = false;
+    std::optional<quint32> loaded; ///< the timestep that is in the frame
 };
 
 /// The family of a path that can be opened as a deck.

@@ -6,10 +6,14 @@ namespace NBrenmark {
 
 CTargetFile::CTargetFile(const QString& path) : file(path) { require(file.open(QIODevice::WriteOnly)); }
 
-void CTargetFile::write(const std::string& text)
+void CTargetFile::write(const char* bytes, std::size_t size)
 {
-    const auto size = static_cast<qint64>(text.size());
-    require(file.write(text.data(), size) == size);
+    // A full disk takes a part first, and says why it takes no more when it is asked for the rest.
+    for (std::size_t done = 0; done < size;) {
+        const qint64 taken = file.write(bytes + done, static_cast<qint64>(size - done));
+        require(taken > 0);
+        done += static_cast<std::size_t>(taken);
+    }
 }
 
 void CTargetFile::commit() { require(file.commit()); }

@@ -3,6 +3,7 @@
 
 #include <QSaveFile>
 
+#include <cstddef>
 #include <string>
 
 namespace NBrenmark {
@@ -13,7 +14,8 @@ class CTargetFile
 public:
     /// \throws CFailure  it can't be opened; so do all others where something isn't written
     explicit CTargetFile(const QString& path);
-    void write(const std::string& text);
+    void write(const std::string& text) { write(text.data(), text.size()); }
+    void write(const char* bytes, std::size_t size);
     void commit();
 
 private:

@@ -7,10 +7,17 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace NBrenmark {
 
 namespace {
+
+struct SVariable
+{
+    std::string declaration;         ///< line of the case file
+    std::set<std::size_t> timesteps; ///< that have a file of it
+};
 
 class CEnsightWriter : public IExportWriter
 {
@@ -18,19 +25,20 @@ public:
     explicit CEnsightWriter(const QString& folder) : folder(folder), caseFile(folder + QLatin1String("deck.case")) {}
 
     const char* mainFile() const override { return "deck.case"; }
-    void write(const SExportStep& step) override;
+    void write(SExportStep& step) override;
     void finish() override;
 
 private:
     void writeGeometry(const SExportStep& step, const std::string& number);
     void writeValues(const SExportStep& step, const std::string& number);
+    void writeMissing(const std::string& stem, const SVariable& variable) const;
     std::string freeStem(const SPiece& piece, const std::string& name);
 
     QString folder;
     CTargetFile caseFile;
     std::vector<double> times;
-    std::map<std::string, std::string> stems;     ///< by kind and name
-    std::map<std::string, std::string> variables; ///< line of the case file by the stem of the variable's files
+    std::map<std::string, std::string> stems;   ///< by kind and name
+    std::map<std::string, SVariable> variables; ///< by the stem of their files
 };
 
 } // namespace
@@ -130,29 +138,50 @@ void CEnsightWriter::writeValues(const SExportStep& step, const std::string& num
                 file.write(head);
                 file.write(values);
                 file.commit();
-                std::string& declaration = variables[stem];
-                declaration = isVector ? "vector per " : "scalar per ";
-                declaration.append(where).append(": 1 ").append(stem).append(" ").append(stem);
+                SVariable& variable = variables[stem];
+                variable.declaration = isVector ? "vector per " : "scalar per ";
+                variable.declaration.append(where).append(": 1 ").append(stem).append(" ").append(stem);
+                variable.timesteps.insert(times.size());
             }
         }
     }
 }
 
-void CEnsightWriter::write(const SExportStep& step)
+/// "000012"
+static std::string numberOf(std::size_t timestep)
 {
-    std::string number = std::to_string(times.size());
-    number.insert(0, number.size() < 6 ? 6 - number.size() : 0, '0');
+    const std::string number = std::to_string(timestep);
+    return std::string(number.size() < 6 ? 6 - number.size() : 0, '0') + number;
+}
+
+void CEnsightWriter::write(SExportStep& step)
+{
+    const std::string number = numberOf(times.size());
     writeGeometry(step, number);
     writeValues(step, number);
     times.push_back(step.time);
+}
+
+/// A variable has a file at each timestep, if one without values.
+void CEnsightWriter::writeMissing(const std::string& stem, const SVariable& variable) const
+{
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        if (variable.timesteps.count(i) != 0)
+            continue;
+        CTargetFile file(folder + QString::fromStdString(stem).append('.').append(numberOf(i).c_str()));
+        file.write(line("no values") + line("")); // a reader takes a file of one line for one that is cut short
+        file.commit();
+    }
 }
 
 void CEnsightWriter::finish()
 {
     const std::string stars = ".******\n";
     std::string text = "FORMAT\ntype: ensight gold\n\nGEOMETRY\nmodel: 1 geometry" + stars + "\nVARIABLE\n";
-    for (const auto& [stem, declaration] : variables)
-        text += declaration + stars;
+    for (const auto& [stem, variable] : variables) {
+        text += variable.declaration + stars;
+        writeMissing(stem, variable);
+    }
     text += "\nTIME\ntime set: 1\nnumber of steps: " + std::to_string(times.size()) +
             "\nfilename start number: 0\nfilename increment: 1\ntime values:\n";
     for (const double time : times)

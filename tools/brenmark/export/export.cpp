@@ -3,6 +3,7 @@
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/export/writers.h"
+#include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/nearest_word.h"
 #include "brenmark/terminal.h"
@@ -67,29 +68,44 @@ EExitCode runExport(const SExportOptions& options)
     bool isDamaged = false;
     quint32 count = 0;
     for (quint32 number = first; number < end; ++number) {
-        const bool isGap = reader.format() == eFormatHdf5 && reader.index()[number].offset == 0;
-        if (isGap) { // which the reader has reported
+        SSimulationFrame* const frame = readableTimestep(reader, number, leftOut);
+        if (frame == nullptr) {
             isDamaged = true;
             continue;
         }
-        SSimulationFrame& frame = reader.timestep(number);
         SExportStep step;
         step.number = number;
-        step.time = timeUnit == nullptr ? frame.timestep.time : frame.timestep.time * timeUnit->toDisplayFactor;
+        step.time = timeUnit == nullptr ? frame->timestep.time : frame->timestep.time * timeUnit->toDisplayFactor;
         step.timeUnit = units.nameOf(eTimeQuantity);
-        step.pieces = piecesOf(frame, number, wanted, units, leftOut);
+        step.pieces = piecesOf(*frame, number, wanted, units, leftOut);
         if (step.pieces.empty())
             leftOut.add("nothing to show", number);
         writer->write(step);
         ++count;
     }
+    if (count == 0 && isDamaged) {
+        leftOut.print(utf8(options.deck));
+        throw CFailure(eExitSource, utf8(options.deck) + ": has no timestep that can be read",
+                       "Copy the deck again from the archive, with all its files.");
+    }
     writer->finish();
+    const EExitCode code = isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    const std::string mainFile = utf8(options.output) + '/' + writer->mainFile();
     leftOut.print(utf8(options.deck));
-    printResult(utf8(options.output) + '/' + writer->mainFile() + ": shows " + countText(count, "timestep") + " of " +
-                utf8(options.deck) + '\n');
+    if (options.json)
+        printJson({{"path", utf8(options.deck)},
+                   {"format", options.format},
+                   {"file", mainFile},
+                   {"timesteps", count},
+                   {"leftOut", leftOut.json()},
+                   {"messages", jsonMessages(reader.messages())},
+                   {"code", code},
+                   {"error", nullptr}});
+    else
+        printResult(mainFile + ": shows " + countText(count, "timestep") + " of " + utf8(options.deck) + '\n');
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return code;
 }
 
 } // namespace NBrenmark

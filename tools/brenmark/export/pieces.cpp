@@ -99,7 +99,8 @@ static std::vector<const CAttribute*> chosenAttributes(const CAttributeTable& ta
 {
     std::vector<const CAttribute*> chosen;
     const auto add = [&](const QString& name) {
-        if (const CAttribute* const attribute = table.attribute(name, kind.owner))
+        const CAttribute* const attribute = table.attribute(name, kind.owner);
+        if (attribute != nullptr && std::find(chosen.begin(), chosen.end(), attribute) == chosen.end())
             chosen.push_back(attribute);
     };
     for (const std::string& name : wanted)
@@ -167,6 +168,14 @@ static bool addColumn(std::vector<double>& values, const SValueSource& source, c
     return count == 0 || source.column(attribute, {source.rows.data(), source.rows.size()}, unit, values.data() + used);
 }
 
+/// A property may have the name of an attribute, or of what says which row is whose.
+static bool isTaken(const SPiece& piece, const std::string& name)
+{
+    return name == "Type" || name == "Group" ||
+           std::any_of(piece.arrays.begin(), piece.arrays.end(),
+                       [&name](const SPieceArray& one) { return one.name == name; });
+}
+
 static SPiece pieceOf(const SSimulationFrame& frame, const CAttributeTable& table, const SPieceKind& kind,
                       quint32 timestep, const std::vector<std::string>& wanted, const CChosenUnits& units,
                       CLeftOut& leftOut)
@@ -211,8 +220,14 @@ static SPiece pieceOf(const SSimulationFrame& frame, const CAttributeTable& tabl
         // An id is a number or isn't there at all.
         const bool hasGaps = array.isInteger && std::any_of(array.values.begin(), array.values.end(),
                                                             [](double value) { return value != value; });
-        if (isAny && !hasGaps)
-            piece.arrays.push_back(std::move(array));
+        if (!isAny || hasGaps)
+            continue;
+        while (isTaken(piece, array.name)) {
+            array.name += " (property)";
+            for (std::string& head : array.heads)
+                head += " (property)";
+        }
+        piece.arrays.push_back(std::move(array));
     }
     return piece;
 }

@@ -18,7 +18,7 @@ public:
     explicit CCsvWriter(const QString& folder) : folder(folder), times(folder + QLatin1String("timesteps.csv")) {}
 
     const char* mainFile() const override { return "timesteps.csv"; }
-    void write(const SExportStep& step) override;
+    void write(SExportStep& step) override;
     void finish() override { times.commit(); }
 
 private:
@@ -33,7 +33,7 @@ public:
     explicit CXyzWriter(const QString& folder) : file(folder + QLatin1String("particles.xyz")) {}
 
     const char* mainFile() const override { return "particles.xyz"; }
-    void write(const SExportStep& step) override;
+    void write(SExportStep& step) override;
     void finish() override { file.commit(); }
 
 private:
@@ -61,7 +61,7 @@ static std::string numberText(const SPieceArray& array, std::size_t at)
     return array.isInteger ? std::to_string(static_cast<qint64>(array.values[at])) : exactNumber(array.values[at]);
 }
 
-void CCsvWriter::write(const SExportStep& step)
+void CCsvWriter::write(SExportStep& step)
 {
     if (!hasHead)
         times.write("\"timestep\"," + quotedCell(withUnit("time", step.timeUnit)) + '\n');
@@ -104,7 +104,7 @@ static std::string wordOf(const std::string& name)
     return word.empty() ? "_" : word;
 }
 
-void CXyzWriter::write(const SExportStep& step)
+void CXyzWriter::write(SExportStep& step)
 {
     const SPiece none;
     const auto found =

@@ -26,8 +26,9 @@ public:
     virtual ~IExportWriter() = default;
     /// The file that shows all of the export, by its name in the folder.
     virtual const char* mainFile() const = 0;
-    /// \throws CFailure  it can't be written; so does finish
-    virtual void write(const SExportStep& step) = 0;
+    /// \param step  what it holds may be taken
+    /// \throws CFailure  it can't be written, or an earlier one couldn't; so does finish
+    virtual void write(SExportStep& step) = 0;
     virtual void finish() {}
 };
 

@@ -2,6 +2,7 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/export/pieces.h"
 #include "brenmark/ledger.h"
 #include "brenmark/plot/canvas.h"
 #include "brenmark/plot/time_series.h"
@@ -24,9 +25,13 @@ static void writeFile(const QString& path, const std::string& text)
 /// How values are spread is what brenmark values draws.
 static EExitCode plotHistogram(const SPlotOptions& options)
 {
-    SValuesOptions values = valuesFor(options, options.attributes);
+    const std::vector<std::string> attributes = attributeList(options.attributes);
+    if (attributes.size() != 1)
+        throw CFailure(eExitUsage, "--histogram takes one attribute", "Draw one after the other.");
+    SValuesOptions values = valuesFor(options, attributes.front());
     values.intervals = options.intervals;
     values.svg = options.svg;
+    values.csv = options.csv;
     return runValues(values);
 }
 
@@ -34,16 +39,21 @@ EExitCode runPlot(const SPlotOptions& options)
 {
     if (options.intervals > 0)
         return plotHistogram(options);
-    CDeckReader reader(options.deck);
-    const STimePlot plot = timePlot(reader, options);
-    if (plot.series.empty())
+    if (attributeList(options.attributes).empty())
         throw CFailure(eExitUsage, "--attribute names nothing", "brenmark values --list shows the attributes.");
+    CDeckReader reader(options.deck);
+    CLeftOut leftOut;
+    const STimePlot plot = timePlot(reader, options, leftOut);
+    leftOut.print(utf8(options.deck));
+    if (plot.timesteps.empty())
+        throw CFailure(eExitSource, utf8(options.deck) + ": has no timestep that can be read",
+                       "There is nothing to show.");
     writeFile(options.svg, plotSvg(plot, utf8(QFileInfo(options.deck).fileName())));
     writeFile(options.csv, plotCsv(plot));
     printResult(plotText(plot, errorColumns(), localeIsUtf8()));
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return plot.isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
 }
 
 } // namespace NBrenmark

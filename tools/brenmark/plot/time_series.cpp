@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <limits>
 
 namespace NBrenmark {
@@ -46,34 +47,35 @@ static void requireReduction(const std::string& how)
                        nearest.empty() ? "It is mean, sum, min, max or count." : "Did you mean " + nearest + "?");
 }
 
-static STimeSeries seriesOf(CDeckReader& reader, const SPlotOptions& options, const std::string& attribute,
-                            const STimePlot& plot)
+/// A series without values yet.
+static STimeSeries seriesOf(const CValueReading& reading, const std::string& attribute, const std::string& reduce)
 {
-    const SValuesOptions values = valuesFor(options, attribute);
-    CValueReading reading(reader, values);
     if (reading.heads().size() != 1)
         throw CFailure(eExitUsage, "\"" + oneLine(attribute) + "\" has several numbers a row",
                        "Ask for one of its components or its magnitude: \"" + oneLine(attribute) + " Magnitude\".");
-    std::vector<SValueSummary> summaries(plot.timesteps.size());
-    reading.forEachBlock([&](const SValueBlock& block) {
-        const auto at = std::lower_bound(plot.timesteps.begin(), plot.timesteps.end(), block.timestep);
-        SValueSummary& summary = summaries[static_cast<std::size_t>(at - plot.timesteps.begin())];
-        for (std::size_t i = 0; i < block.count; ++i)
-            summary.add(block.values[i]);
-    });
-    reading.printMissing();
-    STimeSeries series;
     const std::string& head = reading.heads().front(); // "Velocity X [m/s]"
     const std::size_t bracket = head.rfind(" [");
-    series.head = options.reduce + ' ' + head.substr(0, bracket);
-    if (bracket != std::string::npos && options.reduce != "count")
+    STimeSeries series;
+    series.head = reduce + ' ' + head.substr(0, bracket);
+    if (bracket != std::string::npos && reduce != "count")
         series.unit = head.substr(bracket + 2, head.size() - bracket - 3);
-    for (const SValueSummary& summary : summaries)
-        series.values.push_back(reduced(summary, options.reduce));
     return series;
 }
 
-STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options)
+static double reducedAt(CValueReading& reading, quint32 timestep, const std::string& reduce,
+                        const std::string& attribute, CLeftOut& leftOut)
+{
+    SValueSummary summary;
+    reading.readTimestep(timestep, [&summary](const SValueBlock& block) {
+        for (std::size_t i = 0; i < block.count; ++i)
+            summary.add(block.values[i]);
+    });
+    if (summary.notNumbers > 0)
+        leftOut.add("values of " + attribute + " that are no numbers", timestep);
+    return reduced(summary, reduce);
+}
+
+STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options, CLeftOut& leftOut)
 {
     requireReduction(options.reduce);
     const CChosenUnits units(options.units);
@@ -81,13 +83,33 @@ STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options)
     STimePlot plot;
     plot.timeUnit = units.nameOf(eTimeQuantity);
     const auto [first, end] = chosenTimesteps(reader, valuesFor(options, std::string()));
+    std::deque<SValuesOptions> wanted; // which the readings refer to
+    std::deque<CValueReading> readings;
     for (quint32 number = first; number < end; ++number) {
-        const double time = reader.index()[number].time;
+        const SSimulationFrame* const frame = readableTimestep(reader, number, leftOut);
+        if (frame == nullptr) {
+            plot.isDamaged = true;
+            continue;
+        }
+        if (plot.timesteps.empty())
+            for (const std::string& attribute : attributeList(options.attributes)) {
+                wanted.push_back(valuesFor(options, attribute));
+                wanted.back().allTimesteps = false;
+                wanted.back().firstTimestep = wanted.back().lastTimestep = number;
+                readings.emplace_back(reader, wanted.back());
+                plot.series.push_back(seriesOf(readings.back(), attribute, options.reduce));
+            }
+        const double time = frame->timestep.time;
         plot.timesteps.push_back(number);
         plot.times.push_back(unit == nullptr ? time : time * unit->toDisplayFactor);
+        for (std::size_t i = 0; i < readings.size(); ++i)
+            plot.series[i].values.push_back(
+                reducedAt(readings[i], number, options.reduce, wanted[i].attribute, leftOut));
     }
-    for (const std::string& attribute : attributeList(options.attributes))
-        plot.series.push_back(seriesOf(reader, options, attribute, plot));
+    for (const CValueReading& reading : readings) {
+        reading.requireAny();
+        reading.printMissing();
+    }
     return plot;
 }
 

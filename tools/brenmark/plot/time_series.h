@@ -3,6 +3,7 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/view/left_out.h"
 
 #include <string>
 #include <vector>
@@ -22,11 +23,13 @@ struct STimePlot
     std::vector<quint32> timesteps;
     std::vector<double> times;
     std::vector<STimeSeries> series;
+    bool isDamaged = false; ///< there are timesteps that can't be read
 };
 
-/// One series for each attribute of the options.
+/// One series for each attribute of the options, in one pass over the deck.
+/// \param leftOut  gets the timesteps that can't be read, and values that are no numbers
 /// \throws CFailure  an attribute or a reduction of that name isn't there, or the deck holds no such values
-STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options);
+STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options, CLeftOut& leftOut);
 
 /// The options of an attribute's values.
 SValuesOptions valuesFor(const SPlotOptions& options, const std::string& attribute);

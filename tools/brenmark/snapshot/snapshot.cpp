@@ -3,6 +3,7 @@
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/export/pieces.h"
+#include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/plot_axis.h"
 #include "brenmark/snapshot/pictures.h"
@@ -63,13 +64,29 @@ EExitCode runSnapshot(const SSnapshotOptions& options)
     }
     if (!options.png.isEmpty())
         writePng(scene, options.png);
+    const EExitCode code = holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    Json files = Json::array();
     leftOut.print(utf8(options.deck));
     for (const QString& path : {options.svg, options.png})
-        if (!path.isEmpty())
-            printResult(utf8(path) + ": shows timestep " + std::to_string(number) + " of " + utf8(options.deck) + '\n');
+        if (!path.isEmpty()) {
+            files.push_back(utf8(path));
+            if (!options.json)
+                printResult(utf8(path) + ": shows timestep " + std::to_string(number) + " of " + utf8(options.deck) +
+                            '\n');
+        }
+    if (options.json)
+        printJson({{"path", utf8(options.deck)},
+                   {"files", files},
+                   {"timestep", number},
+                   {"timeSeconds", frame.timestep.time},
+                   {"particles", discs},
+                   {"leftOut", leftOut.json()},
+                   {"messages", jsonMessages(reader.messages())},
+                   {"code", code},
+                   {"error", nullptr}});
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return code;
 }
 
 } // namespace NBrenmark

@@ -87,7 +87,7 @@ CValueReading::CValueReading(CDeckReader& reader, const SValuesOptions& options)
 {
     std::tie(first, end) = chosenTimesteps(reader, options);
     if (first < end)
-        reader.timestep(first);
+        reader.loadedTimestep(first);
     const CAttributeTable table = buildAttributeTable(reader.deck().currentFrame->timestep);
     askedOwner = chosenOwner(table, options);
     headTexts = columnHeads(*table.attribute(QString::fromStdString(options.attribute), askedOwner), units);
@@ -118,7 +118,7 @@ void CValueReading::requireSource(const std::vector<SValueSource>& sources) cons
 
 void CValueReading::readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit)
 {
-    SSimulationFrame& frame = reader.timestep(number);
+    SSimulationFrame& frame = reader.loadedTimestep(number);
     compactPairs(frame.timestep);
     const CAttributeTable table = buildAttributeTable(frame.timestep);
     const CAttribute& attribute = *table.attribute(QString::fromStdString(options.attribute), askedOwner);
@@ -150,6 +150,11 @@ void CValueReading::forEachBlock(const std::function<void(const SValueBlock&)>& 
     rowsRead = rowsWithout = 0;
     for (quint32 number = first; number < end; ++number)
         readTimestep(number, visit);
+    requireAny();
+}
+
+void CValueReading::requireAny() const
+{
     if (rowsRead > 0 && rowsRead == rowsWithout)
         throw CFailure(eExitSource,
                        utf8(options.deck) + ": holds no values of \"" + oneLine(options.attribute) + "\" for its " +

@@ -34,11 +34,13 @@ public:
     /// Hands over every value, in blocks.
     /// \throws CFailure  the deck holds none of the values, though it has rows for them
     void forEachBlock(const std::function<void(const SValueBlock&)>& visit);
+    /// The same by hand, where several attributes are read in one pass: those of a timestep; and at the end the check.
+    void readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit);
+    void requireAny() const;
     /// Reports rows without values.
     void printMissing() const;
 
 private:
-    void readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit);
     void requireSource(const std::vector<SValueSource>& sources) const;
 
     CDeckReader& reader;

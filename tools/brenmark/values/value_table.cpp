@@ -115,6 +115,14 @@ std::string SHistogram::text(const std::string& head, int columns) const
     return result;
 }
 
+std::string SHistogram::csv(const std::string& head) const
+{
+    std::string text = quotedCell("from " + head) + ',' + quotedCell("to " + head) + ",\"count\"\n";
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        text += exactNumber(edge(i)) + ',' + exactNumber(edge(i + 1)) + ',' + std::to_string(counts[i]) + '\n';
+    return text;
+}
+
 std::string SHistogram::svg(const std::string& title, const std::string& axisHead) const
 {
     const double left = 80, top = 56, width = 600, height = 360;

@@ -67,6 +67,8 @@ struct SHistogram
     std::string text(const std::string& head, int columns) const;
     /// As bars over an axis. \param axisHead  with the unit
     std::string svg(const std::string& title, const std::string& axisHead) const;
+    /// A row for each interval: its ends and its count. \param head  of the values, with the unit
+    std::string csv(const std::string& head) const;
 
     double from;
     double to;

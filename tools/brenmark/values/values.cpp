@@ -116,7 +116,14 @@ static void printHistogram(CValueReading& reading, const SValuesOptions& options
             histogram.add(block.values[i]);
     });
     const std::string& head = reading.heads().front();
-    const std::string number = countText(summary.count, "value");
+    std::string number = countText(summary.count, "value");
+    if (summary.notNumbers > 0)
+        number += ", and " + std::to_string(summary.notNumbers) + " that are no numbers";
+    if (!options.csv.isEmpty()) {
+        CTargetFile file(options.csv);
+        file.write(histogram.csv(head));
+        file.commit();
+    }
     if (!options.svg.isEmpty()) {
         CTargetFile file(options.svg);
         file.write(histogram.svg(number, head));

@@ -94,9 +94,11 @@ static SStoredArray storedArray(const H5::Group& group, const char* name, EArray
 {
     SStoredArray array;
     H5L_info_t link = {};
-    if (H5Lexists(group.getId(), name, H5P_DEFAULT) <= 0)
+    // Most are there, and the first question answers the second.
+    const bool isLink = H5Lget_info(group.getId(), name, &link, H5P_DEFAULT) >= 0;
+    if (!isLink && H5Lexists(group.getId(), name, H5P_DEFAULT) <= 0)
         return array;
-    if (H5Lget_info(group.getId(), name, &link, H5P_DEFAULT) < 0 || link.type != H5L_TYPE_HARD)
+    if (!isLink || link.type != H5L_TYPE_HARD)
         throwAt(group, "dataset", name, "it is a link to something elsewhere, which isn't followed");
     array.isThere = true;
     const SClosing dataset(H5Dopen2(group.getId(), name, H5P_DEFAULT), H5Dclose);
@@ -126,9 +128,7 @@ bool CDeckHeads::found(const SPlace& place, const SWanted& wanted, quint64 rows,
         lose(what + "not saved");
         return false;
     }
-    array = {wanted.shown,       place.file,          place.path + '/' + wanted.dataset,
-             wanted.kind,        stored.sizes[0],     wanted.columns,
-             wanted.firstColumn, wanted.shownColumns, 1.0};
+    array = {wanted.shown, place.file, place.path + '/' + wanted.dataset, wanted.kind, stored.sizes[0], wanted.columns};
     const bool hasShape = stored.rank == (wanted.columns == 0 ? 1 : 2) && stored.sizes[1] == wanted.columns &&
                           (rows == anyRows || array.rows == rows);
     if (!stored.hasKind || !hasShape) {
@@ -147,13 +147,35 @@ void CDeckHeads::addValues(SGrid& grid, const SPlace& place, const std::vector<S
             grid.values.push_back(array);
 }
 
+/// Null for none.
+static const SNamedArray* valuesOf(const SGrid& grid, const std::string& name)
+{
+    const auto found =
+        std::find_if(grid.values.begin(), grid.values.end(), [&](const SNamedArray& one) { return one.name == name; });
+    return found == grid.values.end() ? nullptr : &*found;
+}
+
 /// A property may have the name of an array.
 static std::string freeName(const SGrid& grid, std::string name)
 {
-    while (std::any_of(grid.values.begin(), grid.values.end(),
-                       [&](const SNamedArray& values) { return values.name == name; }))
+    while (valuesOf(grid, name) != nullptr)
         name += " (property)";
     return name;
+}
+
+/// The vectors of an array of forces. Some readers know no parts of datasets: they have the array as it is.
+static void addForces(SGrid& grid)
+{
+    const SNamedArray* const stored = valuesOf(grid, "force torque");
+    if (stored == nullptr)
+        return;
+    SNamedArray part = *stored;
+    part.shownColumns = 3;
+    for (const auto& [name, column] : {std::pair("force", 0), std::pair("torque", 3)}) {
+        part.name = name;
+        part.firstColumn = static_cast<quint64>(column);
+        grid.values.push_back(part);
+    }
 }
 
 void CDeckHeads::addProperties(SGrid& grid, const SPlace& place, const CCustomPropertyManager& manager, quint64 rows)
@@ -222,12 +244,12 @@ void CDeckHeads::addParticles(SViewStep& step, const SPlace& timestep)
                   {{"ids", "id", eSigned, 0},
                    {"velocity", "velocity", eFloats, 3},
                    {"angular velocity", "angular velocity", eFloats, 3},
-                   {"force torque", "force", eFloats, 7, 0, 3},
-                   {"force torque", "torque", eFloats, 7, 3, 3},
+                   {"force torque", "force torque", eFloats, 7},
                    {"scale", "scale", eFloats, 0}},
                   rows);
-        if (!grid.values.empty() && grid.values.back().name == "scale") {
-            SNamedArray radius = grid.values.back();
+        addForces(grid);
+        if (const SNamedArray* const scale = valuesOf(grid, "scale")) {
+            SNamedArray radius = *scale;
             radius.name = "radius";
             radius.factor = boundingRadius(type, version);
             grid.values.push_back(radius);
@@ -396,9 +418,8 @@ void CDeckHeads::addWalls(SViewStep& step, const SPlace& timestep, quint32 model
             readAttribute("static", isStatic, group);
             if (!isStatic)
                 readAttribute("xform", transform, group);
-            addValues(grid, place,
-                      {{"force torque", "force", eFloats, 7, 0, 3}, {"force torque", "torque", eFloats, 7, 3, 3}},
-                      grid.triangles.rows);
+            addValues(grid, place, {{"force torque", "force torque", eFloats, 7}}, grid.triangles.rows);
+            addForces(grid);
             addProperties(grid, place, *properties.geometry, grid.triangles.rows);
         }
         if (!isStatic || grid.points.rows == 0) {
@@ -425,8 +446,7 @@ SViewStep CDeckHeads::step(quint32 number, std::vector<SMovedVertices>& moved)
     beginStorageCount();
     const H5::H5File file = open(number);
     const H5::Group timestep = openOnlyTimestep(file);
-    const SPlace place{timestep, folder + std::to_string(number) + ".h5", timestepGroup + openOnlyTimestepName(file),
-                       std::string()};
+    const SPlace place{timestep, folder + std::to_string(number) + ".h5", timestep.getObjName(), std::string()};
     if (!isXdmfPath(place.path))
         throw hdf5_error("its group has a name that a view can't hold");
     SViewStep step;

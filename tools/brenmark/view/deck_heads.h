@@ -69,8 +69,6 @@ private:
         const char* shown;
         EArrayKind kind;
         quint64 columns; ///< 0: a list
-        quint64 firstColumn = 0;
-        quint64 shownColumns = 0;
     };
 
     H5::H5File open(quint32 number) const;

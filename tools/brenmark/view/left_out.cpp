@@ -26,4 +26,30 @@ void CLeftOut::print(const std::string& deck) const
                    "\n");
 }
 
+Json CLeftOut::json() const
+{
+    Json list = Json::array();
+    for (const auto& [what, place] : places)
+        list.push_back({{"what", what}, {"timesteps", place.timesteps}, {"first", place.first}});
+    return list;
+}
+
+SSimulationFrame* readableTimestep(CDeckReader& reader, quint32 number, CLeftOut& leftOut)
+{
+    const auto lost = [&](const std::string& cause) {
+        leftOut.add("all of it: " + cause, number);
+        return nullptr;
+    };
+    if (reader.format() == eFormatHdf5 && reader.index()[number].offset == 0)
+        return lost("its file isn't there");
+    try {
+        return &reader.loadedTimestep(number);
+    }
+    catch (const CFailure& failure) {
+        if (failure.code != eExitSource)
+            throw;
+        return lost(failure.what());
+    }
+}
+
 } // namespace NBrenmark

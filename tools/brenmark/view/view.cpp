@@ -4,6 +4,7 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/target_file.h"
 #include "brenmark/terminal.h"
@@ -116,7 +117,9 @@ SViewResult writeView(CDeckReader& reader, const QString& deck, bool force)
         throw CFailure(eExitSource, utf8(deck) + ": has no timestep that can be shown",
                        "Copy the deck again from the archive, with all its files.");
     xml.write(xdmfEnd());
-    if (!extra.finish() && wasView)
+    if (extra.finish())
+        result.moved = files.moved;
+    else if (wasView)
         QFile::remove(files.moved); // of an earlier view; nothing names it any more
     xml.commit();
     result.path = files.view;
@@ -130,12 +133,23 @@ EExitCode runView(const SViewOptions& options)
         throw CFailure(eExitUnsupported, utf8(options.deck) + ": is a legacy deck, whose arrays no view can name",
                        "Convert it first: brenmark convert. Or write its timesteps as files: brenmark export.");
     const SViewResult result = writeView(reader, options.deck, options.force);
+    const EExitCode code = result.damaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
     result.leftOut.print(utf8(options.deck));
-    printResult(utf8(result.path) + ": shows " + countText(result.timesteps, "timestep") + " of " + utf8(options.deck) +
-                "\n");
+    if (options.json)
+        printJson({{"path", utf8(options.deck)},
+                   {"view", utf8(result.path)},
+                   {"movedVertices", result.moved.isEmpty() ? Json() : Json(utf8(result.moved))},
+                   {"timesteps", result.timesteps},
+                   {"leftOut", result.leftOut.json()},
+                   {"messages", jsonMessages(reader.messages())},
+                   {"code", code},
+                   {"error", nullptr}});
+    else
+        printResult(utf8(result.path) + ": shows " + countText(result.timesteps, "timestep") + " of " +
+                    utf8(options.deck) + '\n');
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return result.damaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return code;
 }
 
 } // namespace NBrenmark

@@ -11,6 +11,7 @@ namespace NBrenmark {
 struct SViewResult
 {
     QString path;
+    QString moved; ///< file with the vertices of walls that have moved; empty for none
     quint32 timesteps = 0;
     bool damaged = false; ///< a timestep couldn't be read
     CLeftOut leftOut;

@@ -87,7 +87,7 @@ CValueReading::CValueReading(CDeckReader& reader, const SValuesOptions& options)
 {
     std::tie(first, end) = chosenTimesteps(reader, options);
     if (first < end)
-        reader.timestep(first);
+        frameOf(first);
     const CAttributeTable table = buildAttributeTable(reader.deck().currentFrame->timestep);
     askedOwner = chosenOwner(table, options);
     headTexts = columnHeads(*table.attribute(QString::fromStdString(options.attribute), askedOwner), units);
@@ -97,6 +97,15 @@ CValueReading::CValueReading(CDeckReader& reader, const SValuesOptions& options)
         throw CFailure(eExitUsage, "--selection takes values of what has a place",
                        "Bonds and the simulation have none.");
     selected.emplace(reader, options.selection);
+}
+
+/// Reads it, unless it was the last that was read.
+SSimulationFrame& CValueReading::frameOf(quint32 timestep)
+{
+    if (loaded != timestep)
+        reader.timestep(timestep);
+    loaded = timestep;
+    return *reader.deck().currentFrame;
 }
 
 void CValueReading::requireSource(const std::vector<SValueSource>& sources) const
@@ -118,7 +127,7 @@ void CValueReading::requireSource(const std::vector<SValueSource>& sources) cons
 
 void CValueReading::readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit)
 {
-    SSimulationFrame& frame = reader.timestep(number);
+    SSimulationFrame& frame = frameOf(number);
     compactPairs(frame.timestep);
     const CAttributeTable table = buildAttributeTable(frame.timestep);
     const CAttribute& attribute = *table.attribute(QString::fromStdString(options.attribute), askedOwner);

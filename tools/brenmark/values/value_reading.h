@@ -38,6 +38,7 @@ public:
     void printMissing() const;
 
 private:
+    SSimulationFrame& frameOf(quint32 timestep);
     void readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit);
     void requireSource(const std::vector<SValueSource>& sources) const;
 
@@ -49,6 +50,7 @@ private:
     NAttributes::EAttributeOwner askedOwner = NAttributes::eParticleAttribute;
     std::vector<std::string> headTexts;
     std::optional<CSelectedRows> selected;
+    std::optional<quint32> loaded; ///< timestep that is in memory
     quint64 rowsRead = 0;
     quint64 rowsWithout = 0;
 };

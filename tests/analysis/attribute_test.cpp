@@ -130,6 +130,13 @@ TEST(Attributes, followTheirFormulas)
     EXPECT_EQ(ids.integers, std::vector<qint32>{7});
 }
 
+TEST(Attributes, countNoContactsWhereSomeWereNotSaved)
+{
+    SScene s;
+    s.timestep.timestepMask &= ~quint32(eSurfaceSurfaceContacts);
+    EXPECT_EQ(s.value(*s.timestep.particleTypes.types[0], "Coordination Number"), Values());
+}
+
 /// Counts the values of an owner, and holds those in the last unit of each quantity against those in base units.
 template <class TOwner>
 static std::size_t valuesThatAgree(const TOwner& owner, const CAttributeTable& table, EAttributeOwner kind)

@@ -137,6 +137,30 @@ TEST(Attributes, countNoContactsWhereSomeWereNotSaved)
     EXPECT_EQ(s.value(*s.timestep.particleTypes.types[0], "Coordination Number"), Values());
 }
 
+TEST(Attributes, ofCollisionsKeepTheirColumnsUntilUnitRowsOrTableChange)
+{
+    SScene s;
+    CCollisionsBase& collisions = s.timestep.collisions.surfaceSurface;
+    const auto durations = [&collisions] {
+        SAttributeValue out;
+        collisions.getValueByName(out, QStringLiteral("Duration"), IAttributeRetrieval::allRows);
+        return out.list;
+    };
+    EXPECT_EQ(durations(), Values{0.25});
+    collisions.endTime = {6.5}; // unknown to the container
+    EXPECT_EQ(durations(), Values{0.25});
+    CUnitsTime::instance().currentIndex = 1;
+    EXPECT_EQ(durations(), Values{0.1}) << "in minutes";
+    CUnitsTime::instance().currentIndex = 0;
+    EXPECT_EQ(durations(), Values{6.0});
+    collisions.resizeRecords(2);
+    collisions.ids[1] = 6;
+    EXPECT_EQ(durations(), (Values{6.0, 0.0}));
+    collisions.endTime[1] = 1.0;
+    s.timestep.rebuildAttributes();
+    EXPECT_EQ(durations(), (Values{6.0, 1.0}));
+}
+
 /// Counts the values of an owner, and holds those in the last unit of each quantity against those in base units.
 template <class TOwner>
 static std::size_t valuesThatAgree(const TOwner& owner, const CAttributeTable& table, EAttributeOwner kind)

@@ -205,8 +205,13 @@ TEST(Attributes, ofEverySampleAgreeInTwoSystemsOfUnits)
         for (const CContactsBase* const family : std::initializer_list<const CContactsBase*>{
                  &timestep.contacts.surfaceSurface, &timestep.contacts.surfaceGeometry})
             compared += valuesThatAgree(*family, table, eContactAttribute);
-        compared += valuesThatAgree<CBondsBase>(timestep.bonds.surfaceSurface, table, eBondAttribute);
-        compared += valuesThatAgree<CCollisionsBase>(timestep.collisions.surfaceSurface, table, eCollisionAttribute);
+        for (const CBondsBase* const family :
+             std::initializer_list<const CBondsBase*>{&timestep.bonds.surfaceSurface, &timestep.bonds.surfaceGeometry})
+            compared += valuesThatAgree(*family, table, eBondAttribute);
+        for (const CCollisionsBase* const family : std::initializer_list<const CCollisionsBase*>{
+                 &timestep.collisions.surfaceSurface, &timestep.collisions.surfaceGeometry})
+            compared += valuesThatAgree(*family, table, eCollisionAttribute);
+        compared += valuesThatAgree(timestep, table, eSimulationAttribute);
         EXPECT_GT(compared, 0u) << deck.toStdString();
         simulation.close(false);
     }

@@ -1,5 +1,5 @@
 #pragma once
-// The query that a name stands for.
+// Finds a query by its name.
 
 #include "brenmark/deck_reader.h"
 #include "brenmark/values/members.h"

@@ -38,6 +38,8 @@ struct SQueryReference
 struct SQueryValues
 {
     std::size_t rowCount() const { return width == 0 ? 0 : primary.size() / width; }
+    /// The same with some of the rows, in the order of their numbers here.
+    SQueryValues ofRows(const std::vector<std::size_t>& rows) const;
 
     double time = 0.0;               ///< s
     std::size_t width = 1;           ///< numbers of the primary attribute a row
@@ -107,7 +109,7 @@ public:
     /// The stream form: what all queries have, then what the class adds.
     void form(IEntryForm& f) override;
 
-    bool collate = false; ///< one result for a whole group
+    bool collate = false; ///< one answer for a whole region; else one for each of its elements
     double minimum = 0.0; ///< of the first attribute's range
     double maximum = 0.0;
     QString primaryAttribute;

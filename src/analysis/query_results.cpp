@@ -84,6 +84,32 @@ static void takeRow(std::vector<TValue>& taken, const std::vector<TValue>& value
         taken.push_back(values[row]);
 }
 
+/// All but the primary attribute.
+static void takeOthers(SQueryValues& taken, const SQueryValues& values, std::size_t row)
+{
+    takeRow(taken.secondary, values.secondary, row);
+    takeRow(taken.mass, values.mass, row);
+    takeRow(taken.position, values.position, row);
+    takeRow(taken.velocity, values.velocity, row);
+    takeRow(taken.force, values.force, row);
+    takeRow(taken.area, values.area, row);
+}
+
+SQueryValues SQueryValues::ofRows(const std::vector<std::size_t>& rows) const
+{
+    SQueryValues some;
+    some.time = time;
+    some.width = width;
+    some.arePlaces = arePlaces;
+    some.volume = volume;
+    for (const std::size_t row : rows) {
+        const double* const first = primary.data() + row * width;
+        some.primary.insert(some.primary.end(), first, first + width);
+        takeOthers(some, *this, row);
+    }
+    return some;
+}
+
 /// A range is one of numbers: a row of several has none.
 void CQuery::collect(const SQueryValues& values)
 {
@@ -102,12 +128,7 @@ void CQuery::collect(const SQueryValues& values)
             !(values.secondary[row] >= secondaryMinimum && values.secondary[row] <= secondaryMaximum))
             continue;
         taken.primary.insert(taken.primary.end(), first, first + taken.width);
-        takeRow(taken.secondary, values.secondary, row);
-        takeRow(taken.mass, values.mass, row);
-        takeRow(taken.position, values.position, row);
-        takeRow(taken.velocity, values.velocity, row);
-        takeRow(taken.force, values.force, row);
-        takeRow(taken.area, values.area, row);
+        takeOthers(taken, values, row);
     }
 }
 

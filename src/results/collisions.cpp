@@ -80,16 +80,19 @@ static void resizeWithZeros(std::vector<CQuaternion>& array, std::size_t count)
 
 void CCollisionsBase::resizeRecords(std::size_t count)
 {
+    forgetColumns();
     forEachArray(*this, mask, [count](auto& array) { resizeWithZeros(array, count); });
 }
 
 void CCollisionsBase::clear()
 {
+    forgetColumns();
     forEachArray(*this, eAllCollisionFields, [](auto& array) { array.clear(); });
 }
 
 void CCollisionsBase::copyRecord(quint32 source, quint32 target, quint32 fieldSet)
 {
+    forgetColumns();
     const quint32 fields = fieldSet == eOwnCollisionFields ? mask : fieldSet & mask;
     forEachArray(*this, fields, [=](auto& array) { array[target] = array[source]; });
 }
@@ -130,6 +133,13 @@ void CCollisions::clear()
 // ---------------------------------------------------------------- values by the names of attributes
 
 bool CCollisionsBase::getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                               quint32 row) const
+{
+    out = NAttributes::SAttributeValue();
+    return attribute != nullptr && row == allRows ? columnOf(out, *attribute) : readRows(out, attribute, row);
+}
+
+bool CCollisionsBase::readRows(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                                quint32 row) const
 {
     return valueOfRows(

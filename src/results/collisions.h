@@ -5,6 +5,7 @@
 #include "core/save_options.h"
 #include "maths/quaternion.h"
 #include "maths/vector.h"
+#include "results/attribute_container.h"
 #include "visitors/attribute_retrieval.h"
 
 #include <mutex>
@@ -58,7 +59,7 @@ struct SCollisionEnd
     std::vector<CQuaternion> orientation;
 };
 
-class CCollisionsBase : public IAttributeRetrieval
+class CCollisionsBase : public IAttributeRetrieval, public CAttributeContainer<CCollisionsBase>
 {
 public:
     /// \param mask  the arrays that the family has; the others stay empty
@@ -70,6 +71,7 @@ public:
     void read(IFileVisitorReader& visitor);
     void write(IFileVisitorWriter& visitor) const;
 
+    /// Whoever asks for all rows again gets the same column, until forgetColumns().
     bool getValue(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
                   quint32 row) const override;
     NAttributes::EAttributeOwner attributeOwner() const override { return NAttributes::eCollisionAttribute; }
@@ -109,6 +111,11 @@ public:
     std::vector<double> endTime;                 ///< s
     const quint32 mask;
     std::mutex lock;
+
+private:
+    friend class CAttributeContainer<CCollisionsBase>;
+    bool readRows(NAttributes::SAttributeValue& out, const NAttributes::CAttributeDescriptor* attribute,
+                  quint32 row) const;
 };
 
 class CSurfaceSurfaceCollisions : public CCollisionsBase

@@ -10,6 +10,8 @@
 #include "visitors/file_visitor_reader.h"
 #include "visitors/file_visitor_writer.h"
 
+#include <initializer_list>
+
 namespace NBrenmark {
 
 CTimestepData::CTimestepData(const SPropertyManagers& managers, CCreatorData& creator)
@@ -105,14 +107,14 @@ void CTimestepData::rebuildAttributes()
     for (CGeometryGroup* const group : creatorData.geometryGroups.groups())
         if (group != nullptr)
             group->attributes = attributes;
-    const auto offer = [this](CContactsBase& family) {
-        family.attributes = attributes;
-        family.activeCollisions.attributes = attributes;
-    };
-    offer(contacts.surfaceSurface);
-    offer(contacts.surfaceGeometry);
+    contacts.surfaceSurface.attributes = contacts.surfaceGeometry.attributes = attributes;
     bonds.surfaceSurface.attributes = bonds.surfaceGeometry.attributes = attributes;
-    collisions.surfaceSurface.attributes = collisions.surfaceGeometry.attributes = attributes;
+    for (CCollisionsBase* const family : std::initializer_list<CCollisionsBase*>{
+             &collisions.surfaceSurface, &collisions.surfaceGeometry, &contacts.surfaceSurface.activeCollisions,
+             &contacts.surfaceGeometry.activeCollisions}) {
+        family->attributes = attributes;
+        family->forgetColumns(); // they are of the earlier table
+    }
     attributeTable = std::move(table); // the earlier one lives until its last user lets it go
 }
 

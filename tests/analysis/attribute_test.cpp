@@ -130,6 +130,37 @@ TEST(Attributes, followTheirFormulas)
     EXPECT_EQ(ids.integers, std::vector<qint32>{7});
 }
 
+TEST(Attributes, countNoContactsWhereSomeWereNotSaved)
+{
+    SScene s;
+    s.timestep.timestepMask &= ~quint32(eSurfaceSurfaceContacts);
+    EXPECT_EQ(s.value(*s.timestep.particleTypes.types[0], "Coordination Number"), Values());
+}
+
+TEST(Attributes, ofCollisionsKeepTheirColumnsUntilUnitRowsOrTableChange)
+{
+    SScene s;
+    CCollisionsBase& collisions = s.timestep.collisions.surfaceSurface;
+    const auto durations = [&collisions] {
+        SAttributeValue out;
+        collisions.getValueByName(out, QStringLiteral("Duration"), IAttributeRetrieval::allRows);
+        return out.list;
+    };
+    EXPECT_EQ(durations(), Values{0.25});
+    collisions.endTime = {6.5}; // unknown to the container
+    EXPECT_EQ(durations(), Values{0.25});
+    CUnitsTime::instance().currentIndex = 1;
+    EXPECT_EQ(durations(), Values{0.1}) << "in minutes";
+    CUnitsTime::instance().currentIndex = 0;
+    EXPECT_EQ(durations(), Values{6.0});
+    collisions.resizeRecords(2);
+    collisions.ids[1] = 6;
+    EXPECT_EQ(durations(), (Values{6.0, 0.0}));
+    collisions.endTime[1] = 1.0;
+    s.timestep.rebuildAttributes();
+    EXPECT_EQ(durations(), (Values{6.0, 1.0}));
+}
+
 /// Counts the values of an owner, and holds those in the last unit of each quantity against those in base units.
 template <class TOwner>
 static std::size_t valuesThatAgree(const TOwner& owner, const CAttributeTable& table, EAttributeOwner kind)
@@ -174,8 +205,13 @@ TEST(Attributes, ofEverySampleAgreeInTwoSystemsOfUnits)
         for (const CContactsBase* const family : std::initializer_list<const CContactsBase*>{
                  &timestep.contacts.surfaceSurface, &timestep.contacts.surfaceGeometry})
             compared += valuesThatAgree(*family, table, eContactAttribute);
-        compared += valuesThatAgree<CBondsBase>(timestep.bonds.surfaceSurface, table, eBondAttribute);
-        compared += valuesThatAgree<CCollisionsBase>(timestep.collisions.surfaceSurface, table, eCollisionAttribute);
+        for (const CBondsBase* const family :
+             std::initializer_list<const CBondsBase*>{&timestep.bonds.surfaceSurface, &timestep.bonds.surfaceGeometry})
+            compared += valuesThatAgree(*family, table, eBondAttribute);
+        for (const CCollisionsBase* const family : std::initializer_list<const CCollisionsBase*>{
+                 &timestep.collisions.surfaceSurface, &timestep.collisions.surfaceGeometry})
+            compared += valuesThatAgree(*family, table, eCollisionAttribute);
+        compared += valuesThatAgree(timestep, table, eSimulationAttribute);
         EXPECT_GT(compared, 0u) << deck.toStdString();
         simulation.close(false);
     }

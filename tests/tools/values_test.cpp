@@ -120,4 +120,35 @@ TEST(Values, answerTheQueriesOfADeckAndKeepToItsSelections)
     EXPECT_NE(refused.error.find("a distance from a reference"), std::string::npos) << refused.error;
 }
 
+TEST(Values, answerForEachBinUnlessAQueryWantsOneForAll)
+{
+    CTempFolder folder;
+    for (const char* const suffix : {".dem", ".idx", ".ess"})
+        QFile::copy(QString::fromStdString(sampleDeck(std::string("selections-27") + suffix)),
+                    folder.path("a") + suffix);
+    std::vector<std::string> entries;
+    for (const std::string name : {"each", "whole"})
+        for (const std::string entry : {"SECTION=QT STRING:S", "QUERY TYPE=QT STRING:Total", "ATTR=QT STRING:Mass"})
+            entries.push_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:" + name + ':' + entry);
+    entries.emplace_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:each:ID=QT STRING:each");
+    entries.emplace_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:whole:ID=QT STRING:whole");
+    entries.emplace_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:whole:COLLATE=BOOLEAN:TRUE");
+    configurationFile("27.0.0", entries).toFile(folder.path("a.dfg"));
+    const auto answer = [&](const char* query) {
+        return runTool({"values", argument(folder.path("a.dem")), "--query", query, "--selection", "Tower bins",
+                        "--timestep", "0"});
+    };
+    const double whole = firstValueOf(answer("whole"));
+    EXPECT_GT(whole, 0.0);
+    const QList<QByteArray> lines = QByteArray::fromStdString(answer("each").output).trimmed().split('\n');
+    ASSERT_EQ(lines.size(), 1 + 6 * 1 * 5); // bins along x, y and z
+    EXPECT_EQ(lines[0], "\"timestep\",\"time [s]\",\"element\",\"number\",\"Total Mass [kg]\"");
+    double sum = 0.0;
+    for (int bin = 1; bin <= 30; ++bin) {
+        EXPECT_TRUE(lines[bin].startsWith("0,0," + QByteArray::number(bin) + ",0,")) << lines[bin].toStdString();
+        sum += lines[bin].split(',').last().toDouble();
+    }
+    EXPECT_DOUBLE_EQ(sum, whole);
+}
+
 } // namespace NBrenmark

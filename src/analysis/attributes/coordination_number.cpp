@@ -1,6 +1,7 @@
 #include "analysis/attributes/coordination_number.h"
 
 #include "analysis/attributes/column_filling.h"
+#include "core/save_options.h"
 #include "results/timestep_data.h"
 
 #include <algorithm>
@@ -33,6 +34,9 @@ void CAttributeCoordinationNum::count() const
 
 bool CAttributeCoordinationNum::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
+    constexpr quint32 contactRows = eSurfaceSurfaceContacts | eSurfaceGeometryContacts;
+    if ((timestep.timestepMask & contactRows) != contactRows)
+        return false; // some were not saved
     if (counts.empty())
         count();
     const auto& types = timestep.particleTypes.types;

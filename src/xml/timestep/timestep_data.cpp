@@ -30,9 +30,10 @@ static void reportWithoutForm(const CTimestepData& t, const CXmlIoOptions& optio
     losses.addIf(
         std::any_of(groups.begin(), groups.end(), [](const CGeometryGroup* group) { return group != nullptr; }),
         "the state of its geometry");
-    losses.addIf(options.writeCollisions &&
-                     t.collisions.surfaceSurface.liveCount() + t.collisions.surfaceGeometry.liveCount() > 0,
-                 "all of a collision but that there is one");
+    const quint32 collisions = t.collisions.surfaceSurface.liveCount() + t.collisions.surfaceGeometry.liveCount() +
+                               t.contacts.surfaceSurface.activeCollisions.liveCount() +
+                               t.contacts.surfaceGeometry.activeCollisions.liveCount();
+    losses.addIf(options.writeCollisions && collisions > 0, "all of a collision but that there is one");
     losses.addIf(options.writeContacts && (t.contacts.surfaceSurface.contactRecords.count() > 0 ||
                                            t.contacts.surfaceGeometry.contactRecords.count() > 0),
                  "records of contacts");

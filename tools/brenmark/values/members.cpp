@@ -90,6 +90,40 @@ double CSelectedRows::volume(SSimulationFrame& frame) const
     throw CFailure(eExitSource, shownName + ": its region has no volume", "A density takes one.");
 }
 
+int CSelectedRows::elementCount(SSimulationFrame& frame) const
+{
+    if (region == nullptr || &chosen != region)
+        return 1;
+    placed(frame);
+    return region->size();
+}
+
+std::vector<int> CSelectedRows::elementsOf(const std::vector<SValueSource>& members, SSimulationFrame& frame) const
+{
+    std::vector<int> elements;
+    for (const SValueSource& source : members)
+        for (const C3DPoint& place : placesOf(source, frame))
+            elements.push_back(region->elementAt(place));
+    return elements;
+}
+
+double CSelectedRows::elementVolume(int element) const { return region->elementVolume(element); }
+
+std::vector<C3DPoint> CSelectedRows::placesOf(const SValueSource& source, SSimulationFrame& frame) const
+{
+    const CAttributePosition position(frame.timestep);
+    std::vector<double> numbers(source.rows.size() * 3);
+    if (!source.rows.empty() &&
+        !source.column(position, {source.rows.data(), source.rows.size()}, nullptr, numbers.data()))
+        throw CFailure(eExitSource, shownName + ": the deck holds no positions of " + oneLine(source.name),
+                       "Only selections that are picked by hand can do without.");
+    std::vector<C3DPoint> places;
+    places.reserve(source.rows.size());
+    for (std::size_t i = 0; i < numbers.size(); i += 3)
+        places.emplace_back(numbers[i], numbers[i + 1], numbers[i + 2]);
+    return places;
+}
+
 template <class TIsMember>
 static void keepIf(SValueSource& source, const TIsMember& isMember)
 {
@@ -108,19 +142,10 @@ void CSelectedRows::keepMembers(std::vector<SValueSource>& sources, SSimulationF
         return;
     }
     const NSelection::IVolume& volume = placed(frame);
-    const CAttributePosition position(frame.timestep);
     for (SValueSource& source : sources) {
-        std::vector<double> places(source.rows.size() * 3);
-        if (!source.rows.empty() &&
-            !source.column(position, {source.rows.data(), source.rows.size()}, nullptr, places.data()))
-            throw CFailure(eExitSource, shownName + ": the deck holds no positions of " + oneLine(source.name),
-                           "Only selections that are picked by hand can do without.");
-        const double* at = places.data();
-        keepIf(source, [&](quint32) {
-            const C3DPoint place(at[0], at[1], at[2]);
-            at += 3;
-            return volume.contains(place);
-        });
+        const std::vector<C3DPoint> places = placesOf(source, frame);
+        auto at = places.begin();
+        keepIf(source, [&](quint32) { return volume.contains(*at++); });
     }
 }
 

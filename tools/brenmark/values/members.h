@@ -4,7 +4,10 @@
 #include "brenmark/deck_reader.h"
 #include "brenmark/values/value_sources.h"
 
+#include "maths/vector.h"
+
 #include <string>
+#include <vector>
 
 namespace NBrenmark {
 
@@ -28,9 +31,16 @@ public:
     void keepMembers(std::vector<SValueSource>& sources, SSimulationFrame& frame) const;
     /// Of its region, m^3. \throws CFailure  it has none
     double volume(SSimulationFrame& frame) const;
+    /// Of a region, whole; 1 for one of its elements, and for what is no region.
+    int elementCount(SSimulationFrame& frame) const;
+    /// The element that each member belongs to, from 0, in the order of the sources.
+    std::vector<int> elementsOf(const std::vector<SValueSource>& members, SSimulationFrame& frame) const;
+    /// m^3; 0 for none
+    double elementVolume(int element) const;
 
 private:
     const NSelection::IVolume& placed(SSimulationFrame& frame) const;
+    std::vector<C3DPoint> placesOf(const SValueSource& source, SSimulationFrame& frame) const;
 
     NSelection::CSelection& chosen;
     NSelection::CGeometricRegionSelection* region; ///< that it is, or an element of; null for another

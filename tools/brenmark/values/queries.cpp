@@ -2,19 +2,15 @@
 
 #include "brenmark/values/queries.h"
 
-#include "brenmark/nearest_word.h"
 #include "brenmark/terminal.h"
 #include "brenmark/values/chosen_units.h"
 #include "brenmark/values/members.h"
+#include "brenmark/values/query_search.h"
 #include "brenmark/values/value_reading.h"
 
 #include "analysis/attributes/attribute_table.h"
 #include "analysis/attributes/derived_attributes.h"
-#include "analysis/data_miner.h"
 #include "analysis/query_kinds.h"
-#include "analysis/selection.h"
-#include "config/config_manager.h"
-#include "core/deck/simulation_settings.h"
 #include "model/geometry/geometry_group.h"
 
 #include <algorithm>
@@ -23,91 +19,6 @@
 namespace NBrenmark {
 
 using namespace NAttributes;
-
-// ---------------------------------------------------------------- by name
-
-namespace {
-
-/// Looks a query up by what it may be called, and knows what others there are.
-class CQuerySearch
-{
-public:
-    explicit CQuerySearch(const std::string& wanted) : wanted(wanted) {}
-
-    /// \param section  in which it is
-    void look(const QString& section, const CQuery& query)
-    {
-        const std::string title = utf8(query.id.isEmpty() ? query.header() : query.id);
-        const std::string path = utf8(section) + '/' + title;
-        if (title == wanted || path == wanted)
-            found.push_back(&query);
-        names.push_back(title);
-        all += (all.empty() ? "" : ", ") + oneLine(path);
-    }
-    void look(const QueryMap& map)
-    {
-        for (auto section = map.sections().begin(); section != map.sections().end(); ++section)
-            for (const CQuery* const query : section.value())
-                look(section.key(), *query);
-    }
-    /// A copy; null if there is none of the name. \throws CFailure  there are several
-    std::unique_ptr<CQuery> result() const
-    {
-        if (found.size() > 1)
-            throw CFailure(eExitUsage,
-                           "--query: " + std::to_string(found.size()) + " queries are named \"" + oneLine(wanted) +
-                               "\"",
-                           "Put the section in front, with a slash: there are " + all + ".");
-        return found.empty() ? nullptr : found.front()->clone();
-    }
-    [[noreturn]] void fail() const
-    {
-        const std::string nearest = nearestOf(wanted, names);
-        throw CFailure(eExitUsage, "--query: the deck has no \"" + oneLine(wanted) + "\"",
-                       !nearest.empty() ? "Did you mean " + oneLine(nearest) + "?"
-                       : all.empty()    ? "It has no queries."
-                                        : "It has " + all + ".");
-    }
-
-private:
-    const std::string& wanted;
-    std::vector<const CQuery*> found; ///< not owned
-    std::vector<std::string> names;
-    std::string all;
-};
-
-} // namespace
-
-/// Of the selection that is asked about, or else of the deck's data exports. What a selection asks is about its own
-/// members, and what a sensor asks about its region, whatever group it was saved with.
-static std::unique_ptr<CQuery> requiredQuery(CDeckReader& reader, const std::string& name,
-                                             const std::optional<CSelectedRows>& selected)
-{
-    CQuerySearch search(name);
-    if (selected) {
-        search.look(selected->selection().queries);
-        if (std::unique_ptr<CQuery> query = search.result()) {
-            query->group.clear();
-            return query;
-        }
-    }
-    NConfig::CConfigManager& configuration = *reader.deck().configuration;
-    CDataMiners miners(configuration);
-    try {
-        miners.loadConfiguration(configuration);
-    }
-    catch (const NConfig::CConfigException& error) { // a key holds a value of another kind
-        throw CFailure(eExitSource,
-                       utf8(reader.deck().filePath) + ": its queries can't be read: " + withoutEnd(error.what()),
-                       "Copy its configuration again from the archive.");
-    }
-    for (const auto& miner : miners.miners())
-        search.look(miner->queries());
-    std::unique_ptr<CQuery> query = search.result();
-    if (query == nullptr)
-        search.fail();
-    return query;
-}
 
 [[noreturn]] static void failFor(const CQuery& query, const std::string& what)
 {
@@ -177,8 +88,8 @@ public:
     double collect(quint32 number);
     std::string heads() const;
     const CQuery& asked() const { return *query; }
-    /// \return false  there is none
-    bool answer(std::vector<double>& result) const;
+    /// Lines of the answer, or of those of each element of the region; none without values.
+    std::string lines(const std::string& front) const;
 
 private:
     EAttributeOwner ownerOf(const CAttributeTable& table) const;
@@ -187,6 +98,10 @@ private:
     void addNeeds(SQueryValues& values, const std::vector<SValueSource>& sources, const CBindable& bindable,
                   SSimulationFrame& frame);
     void convertRanges();
+    const CSelectedRows* dividedRegion(SSimulationFrame& frame) const;
+    void collectByElement(const SQueryValues& values, const CSelectedRows& region,
+                          const std::vector<SValueSource>& sources, SSimulationFrame& frame);
+    std::vector<double> answerOf(const CQuery& asked) const;
     const CAttribute& needed(const CBindable& bindable, const char* name) const;
     const CAttribute* secondary() const { return static_cast<const CAttribute*>(query->secondaryObject); }
     const CAttribute& primary() const { return *static_cast<const CAttribute*>(query->primaryObject); }
@@ -202,7 +117,8 @@ private:
     std::optional<CSelectedRows> selected;
     std::optional<CSelectedRows> group; ///< of the query, where that is a selection
     std::unique_ptr<CQuery> query;
-    std::string headText; ///< with its units once a timestep is bound
+    std::vector<std::unique_ptr<CQuery>> byElement; ///< the same query for each element; empty for one answer
+    std::string headText;                           ///< with its units once a timestep is bound
     bool areRangesConverted = false;
 };
 
@@ -405,27 +321,82 @@ double CQueryReading::collect(quint32 number)
     if (secondary() != nullptr)
         values.secondary = columnOf(sources, *secondary(), unitOf(*secondary()));
     addNeeds(values, sources, bindable, frame);
-    query->collect(values);
+    if (const CSelectedRows* const region = dividedRegion(frame))
+        collectByElement(values, *region, sources, frame);
+    else
+        query->collect(values);
     query->primaryObject = query->secondaryObject = nullptr; // they go with the table
     const SUnit* const timeUnit = units.of(eTimeQuantity);
     return timeUnit == nullptr ? frame.timestep.time : frame.timestep.time * timeUnit->toDisplayFactor;
 }
 
-bool CQueryReading::answer(std::vector<double>& result) const
+/// A region of several elements has an answer for each, unless the query wants one for all.
+const CSelectedRows* CQueryReading::dividedRegion(SSimulationFrame& frame) const
 {
-    if (!query->calculate(result))
-        return false;
-    if (const auto quantity = query->ownQuantity())
+    if (query->collate)
+        return nullptr;
+    for (const std::optional<CSelectedRows>* const region : {&selected, &group})
+        if (region->has_value() && (*region)->elementCount(frame) > 1)
+            return &**region;
+    return nullptr;
+}
+
+void CQueryReading::collectByElement(const SQueryValues& values, const CSelectedRows& region,
+                                     const std::vector<SValueSource>& sources, SSimulationFrame& frame)
+{
+    constexpr int mostElements = 100000;
+    const int count = region.elementCount(frame);
+    if (count > mostElements)
+        throw CFailure(eExitUnsupported, "--query: its region has " + std::to_string(count) + " elements",
+                       "Answers are given for up to " + std::to_string(mostElements) +
+                           ". Ask for one of them: --selection \"NAME:1\".");
+    std::vector<std::vector<std::size_t>> rowsOf(static_cast<std::size_t>(count));
+    const std::vector<int> elements = region.elementsOf(sources, frame);
+    for (std::size_t row = 0; row < elements.size(); ++row)
+        rowsOf.at(static_cast<std::size_t>(elements[row])).push_back(row);
+    while (byElement.size() < rowsOf.size())
+        byElement.push_back(query->clone());
+    for (std::size_t element = 0; element < rowsOf.size(); ++element) {
+        SQueryValues members = values.ofRows(rowsOf[element]);
+        members.volume = region.elementVolume(static_cast<int>(element));
+        byElement[element]->collect(members);
+    }
+}
+
+std::vector<double> CQueryReading::answerOf(const CQuery& asked) const
+{
+    std::vector<double> result;
+    if (!asked.calculate(result))
+        return {};
+    if (const auto quantity = asked.ownQuantity())
         if (const SUnit* const unit = units.of(*quantity))
             for (double& number : result)
                 number = number * unit->toDisplayFactor + unit->toDisplayOffset;
-    return true;
+    return result;
+}
+
+std::string linesOf(const std::vector<double>& answer, const std::string& front)
+{
+    std::string text;
+    for (std::size_t i = 0; i < answer.size(); ++i)
+        text += front + std::to_string(i) + ',' + exactNumber(answer[i]) + '\n';
+    return text;
+}
+
+std::string CQueryReading::lines(const std::string& front) const
+{
+    if (byElement.empty())
+        return linesOf(answerOf(*query), front);
+    std::string text;
+    for (std::size_t element = 0; element < byElement.size(); ++element)
+        text += linesOf(answerOf(*byElement[element]), front + std::to_string(element + 1) + ',');
+    return text;
 }
 
 std::string CQueryReading::heads() const
 {
-    return "\"timestep\"," + quotedCell(units.withUnit("time", eTimeQuantity)) + ",\"number\"," + quotedCell(headText) +
-           '\n';
+    return "\"timestep\"," + quotedCell(units.withUnit("time", eTimeQuantity)) +
+           (byElement.empty() ? "" : ",\"element\"") + ",\"number\"," + quotedCell(headText) + '\n';
 }
 
 } // namespace
@@ -436,13 +407,8 @@ std::string queryText(CDeckReader& reader, const SValuesOptions& options, quint3
     std::string text;
     for (quint32 number = first; number < end; ++number) {
         const double time = reading.collect(number);
-        std::vector<double> result;
-        if (reading.asked().isOverTime() && number + 1 < end)
-            continue;
-        reading.answer(result); // without values there is no line
-        for (std::size_t i = 0; i < result.size(); ++i)
-            text += std::to_string(number) + ',' + exactNumber(time) + ',' + std::to_string(i) + ',' +
-                    exactNumber(result[i]) + '\n';
+        if (!reading.asked().isOverTime() || number + 1 == end)
+            text += reading.lines(std::to_string(number) + ',' + exactNumber(time) + ',');
     }
     return reading.heads() + text;
 }

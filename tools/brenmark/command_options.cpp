@@ -2,6 +2,7 @@
 
 #include "brenmark/argument_values.h"
 #include "brenmark/completion/completion.h"
+#include "brenmark/completion/deck_words.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/failure.h"
 #include "brenmark/xml_deck.h"
@@ -405,8 +406,13 @@ void CCommandLine::addXml()
 void CCommandLine::addCompletion()
 {
     CLI::App* const command = add("completion", "Show the completion for a shell: bash, zsh or fish");
-    command->add_option("SHELL", key, "bash, zsh or fish")->required();
-    command->callback([this] { chosen = [this] { return printCompletion(app, key); }; });
+    command
+        ->add_option("SHELL", key, "bash, zsh or fish; or what these ask for: timesteps, attributes, types, selections")
+        ->required();
+    command->add_option("DECK", source, "Whose words are shown");
+    command->callback([this] {
+        chosen = [this] { return source.empty() ? printCompletion(app, key) : printDeckWords(key, pathFrom(source)); };
+    });
 }
 
 void CCommandLine::addPlugins()

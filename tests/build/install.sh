@@ -66,7 +66,7 @@ said=$(as_user verify "$root/samples/plugins-24.dem" "$scratch/bound.dem") || fa
 export PKG_CONFIG_PATH=$library/pkgconfig
 mkdir "$scratch/pkgconfig"
 # shellcheck disable=SC2046  # one word a flag
-c++ -std=c++17 -Wall -Wextra -Werror -DQT_NO_KEYWORDS $(pkg-config --cflags Brenmark) "$scratch/shared/main.cpp" \
+c++ -std=c++17 -fPIC -Wall -Wextra -Werror -DQT_NO_KEYWORDS $(pkg-config --cflags Brenmark) "$scratch/shared/main.cpp" \
     -o "$scratch/pkgconfig/host" $(pkg-config --libs Brenmark)
 
 mkdir "$scratch/decks"

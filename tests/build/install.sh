@@ -16,7 +16,8 @@ cmake --install "$build" --prefix "$scratch/staged" >"$scratch/install.log" || f
 prefix=$scratch/moved
 mv "$scratch/staged" "$prefix"
 installed=$(cd "$prefix" && find . -type f -o -type l | sort)
-for wanted in include/Brenmark/data_converter.h include/brenmark/plugin/contact_model_2_4.h bin/brenmark share/man/man1/brenmark.1 BrenmarkConfig.cmake Brenmark.pc \
+for wanted in include/Brenmark/data_converter.h include/brenmark/plugin/contact_model_2_4.h bin/brenmark share/man/man1/brenmark.1 \
+    share/man/man1/brenmark-convert.1 share/man/man1/brenmark-diff.1 BrenmarkConfig.cmake Brenmark.pc \
     libBrenmark.so bash-completion/completions/brenmark site-functions/_brenmark vendor_completions.d/brenmark.fish; do
     grep -qF "$wanted" <<<"$installed" || fail "not installed: $wanted"
 done

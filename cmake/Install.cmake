@@ -1,5 +1,5 @@
-# cmake --install: headers for hosts and for plug-ins, both libraries, CMake package, pkg-config file, command line and man page. The result can be moved:
-# neither package names the prefix.
+# cmake --install: headers for hosts and for plug-ins, both libraries, CMake package, pkg-config file, command line and
+# man pages. The result can be moved: neither package names the prefix.
 
 include(CMakePackageConfigHelpers)
 
@@ -31,7 +31,16 @@ install(FILES "${PROJECT_BINARY_DIR}/package/Brenmark.pc" DESTINATION "${pkgconf
 
 if(TARGET brenmark)
     install(TARGETS brenmark RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tool)
-    install(FILES docs/brenmark.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tool)
+    set(pages "${PROJECT_BINARY_DIR}/man1")
+    find_program(BRENMARK_GZIP gzip)
+    mark_as_advanced(BRENMARK_GZIP)
+    add_custom_command(OUTPUT "${pages}.made"
+        COMMAND "${CMAKE_COMMAND}" -D "TOOL=$<TARGET_FILE:brenmark>" -D "PAGE=${PROJECT_SOURCE_DIR}/docs/brenmark.1"
+            -D "FOLDER=${pages}" -D "GZIP=${BRENMARK_GZIP}" -P "${PROJECT_SOURCE_DIR}/cmake/CommandPages.cmake"
+        COMMAND "${CMAKE_COMMAND}" -E touch "${pages}.made"
+        DEPENDS brenmark docs/brenmark.1 cmake/CommandPages.cmake VERBATIM)
+    add_custom_target(manual_pages ALL DEPENDS "${pages}.made")
+    install(DIRECTORY "${pages}" DESTINATION "${CMAKE_INSTALL_MANDIR}" COMPONENT tool)
     # Where each shell looks by itself; zsh in the one folder below /usr/local, and on Debian in the other below /usr.
     file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/completion")
     foreach(shell bash zsh fish)

@@ -228,8 +228,9 @@ static bool breakBond(CBondsBase& bonds, quint32 row, double time)
     bonds.state[row] = eBrokenBond;
     bonds.breakTime[row] = time;
     for (auto* loads : {&bonds.normalForce, &bonds.tangentialForce, &bonds.normalTorque, &bonds.tangentialTorque}) {
-        changed |= (*loads)[row] != C3DVector();
-        (*loads)[row] = C3DVector();
+        C3DVector& load = (*loads)[row];
+        changed |= load.x != 0.0 || load.y != 0.0 || load.z != 0.0; // vectors compare as equal when they are close
+        load = C3DVector();
     }
     return changed;
 }

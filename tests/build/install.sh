@@ -16,7 +16,8 @@ cmake --install "$build" --prefix "$scratch/staged" >"$scratch/install.log" || f
 prefix=$scratch/moved
 mv "$scratch/staged" "$prefix"
 installed=$(cd "$prefix" && find . -type f -o -type l | sort)
-for wanted in include/Brenmark/data_converter.h include/brenmark/plugin/contact_model_2_4.h bin/brenmark share/man/man1/brenmark.1 BrenmarkConfig.cmake Brenmark.pc \
+for wanted in include/Brenmark/data_converter.h include/brenmark/plugin/contact_model_2_4.h bin/brenmark share/man/man1/brenmark.1 \
+    share/man/man1/brenmark-convert.1 share/man/man1/brenmark-diff.1 BrenmarkConfig.cmake Brenmark.pc \
     libBrenmark.so bash-completion/completions/brenmark site-functions/_brenmark vendor_completions.d/brenmark.fish; do
     grep -qF "$wanted" <<<"$installed" || fail "not installed: $wanted"
 done
@@ -66,7 +67,7 @@ said=$(as_user verify "$root/samples/plugins-24.dem" "$scratch/bound.dem") || fa
 export PKG_CONFIG_PATH=$library/pkgconfig
 mkdir "$scratch/pkgconfig"
 # shellcheck disable=SC2046  # one word a flag
-c++ -std=c++17 -Wall -Wextra -Werror -DQT_NO_KEYWORDS $(pkg-config --cflags Brenmark) "$scratch/shared/main.cpp" \
+c++ -std=c++17 -fPIC -Wall -Wextra -Werror -DQT_NO_KEYWORDS $(pkg-config --cflags Brenmark) "$scratch/shared/main.cpp" \
     -o "$scratch/pkgconfig/host" $(pkg-config --libs Brenmark)
 
 mkdir "$scratch/decks"

@@ -240,8 +240,41 @@ def skipped(root):
     expect(decks["plugins-24.dem"][0] == "failed" and again.returncode == 1, f"another source: {decks}")
 
 
+def names(root):
+    """A deck that is named twice is converted once; of two that would get one name the first is."""
+    copy("physics-25", root / "named")
+    deck = root / "named" / "physics-25.dem"
+    run("convert", root / "named", deck, "-o", root / "twice", "-q")
+    decks, table = result(root / "twice")
+    expect(list(decks) == ["physics-25.dem"] and table[0][::2] == ("converted", 1), f"a deck named twice: {decks}, {table}")
+    shutil.copyfile(deck, deck.with_suffix(""))  # a deck by its content
+    clash = run("convert", deck.with_suffix(""), deck, "-o", root / "clash", "-q", "--json")
+    reasons = [one.get("reason") for one in json.loads(clash.stdout)["decks"]]
+    expect(clash.returncode == 1 and "two decks would have one name" in reasons, f"a clash: {clash.stdout}")
+    decks, _ = result(root / "clash")
+    expect(sorted(state for state, _, _ in decks.values()) == ["converted", "failed"], f"the report of a clash: {decks}")
+
+
+def many(root):
+    """The run itself stays below 100 MiB with 100,000 decks; a fifth of them is listed here, and what they add counted."""
+    def most(folder):
+        process = subprocess.Popen([options.tool, "convert", folder, "-o", f"{folder}-new", "-q"],
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        return os.wait4(process.pid, 0)[2].ru_maxrss  # KiB
+    for number in range(20000):
+        deck = root / "many" / f"a folder with a name of its own {number // 1000}" / f"deck number {number}.dem"
+        deck.parent.mkdir(parents=True, exist_ok=True)
+        deck.touch()
+    (root / "few").mkdir()
+    (root / "few" / "deck.dem").touch()
+    base, all_of_them = most(root / "few"), most(root / "many")
+    expect(base + 5 * (all_of_them - base) < 100 * 1024, f"{base} KiB for one deck, {all_of_them} for 20,000")
+    print(f"{base} KiB for one deck, {(all_of_them - base) * 1024 // 20000} bytes for each that is listed")
+
+
 with tempfile.TemporaryDirectory() as folder:
-    for part in killed_runs, shares, page, two_runs, full_disk, changing_source, crash, memory, closed_folder, skipped:
+    for part in (killed_runs, shares, page, two_runs, full_disk, changing_source, crash, memory, closed_folder, skipped,
+                 names, many):
         part(pathlib.Path(folder))
 print(*failures, sep="\n")
 print(f"{len(failures)} failures")

@@ -26,6 +26,8 @@ except ImportError:
 
 # What a deck of one's own writing has of its own: when it was written.
 OF_THE_WRITING = re.compile(r"@date$")
+# What says how a deck is stored, by which program: the digest of the values leaves it out.
+OF_THE_STORING = re.compile(r"@(svn version|svn path|(current |original )?file version|edition|mask)$")
 
 
 def other(value, how, rng):
@@ -146,7 +148,7 @@ def main():
     parser.add_argument("--number", type=int, default=0, help="so many changes a deck, drawn by the seed; 0: all")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--digest", action="store_true",
-                        help="hold the changed decks against the digest, without the source; only values are changed")
+                        help="hold the changed decks against the digest, without the source; the storing isn't changed")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     arguments = parser.parse_args()
     planted, unfound = 0, []
@@ -161,7 +163,7 @@ def main():
                 every += [(file.relative_to(clean), name, body) for name, body in changes(file)
                           if not (name.startswith("no ") and "@" not in name and holds_only_empty(file, name[3:]))]
             if arguments.digest:
-                every = [case for case in every if "#" in case[1]]
+                every = [case for case in every if not OF_THE_STORING.search(case[1])]
             held_against = ["--digest", clean / "d.digest.json"] if arguments.digest else [source]
             rng = random.Random(arguments.seed)
             if arguments.number:

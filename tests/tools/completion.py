@@ -1,16 +1,18 @@
 #!/usr/bin/env python3
 """Holds what bash completes against what --help lists, command by command, and has each shell that is there read its
-script.
+script. Then what a deck on the line has: pile-27 has four timesteps and two particle types, one of them with a blank and
+brackets in its name.
 
-Usage: completion.py brenmark
+Usage: completion.py brenmark SAMPLES
 """
+import os
 import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
-TOOL = sys.argv[1]
+TOOL, SAMPLES = map(os.path.abspath, sys.argv[1:3])
 LOOK = """
 source "$1"
 for command in "${@:2}"; do
@@ -22,6 +24,26 @@ COMP_WORDS=(brenmark convert --color al); COMP_CWORD=3
 _brenmark
 echo "colour ${COMPREPLY[*]}"
 """
+OF_DECK = """
+source "$1"
+COMP_WORDS=("${@:3}"); COMP_CWORD=$(($# - 3))
+_brenmark "$2"
+printf '%s\\n' "${COMPREPLY[@]}"
+"""
+# words of the line, the last of which is to be completed, and what is offered
+DECK_CASES = [
+    (["dump", "pile-27.dem", "--timestep", ""], ["0", "1", "2", "3"]),
+    (["snapshot", "--view", "x", "./pile-27.dem", "--timestep", "="], ["0", "1", "2", "3"]),
+    (["values", "pile-27.dem", "--type", "S"], [r"Seed\ \(oval\)"]),
+    (["values", "pile-27.dem", "--type", "\"Seed ("], ["Seed (oval)"]),
+    (["values", "pile-27.dem", "--attribute", r"Angular\ Velocity\ M"], [r"Angular\ Velocity\ Magnitude"]),
+    (["values", "none.dem", "--type", ""], [""]),
+    (["values", "$(touch seen).dem", "--type", ""], [""]),
+    (["values", "--type", ""], [""]),
+    (["export", "pile-27.dem", "--format", "v"], ["vtp", "vtu"]),
+    (["values", "pile-27.dem", "--owner", "c"], ["contact", "collision"]),
+    (["info", "pile"], ["pile-27.dem"]),
+]
 OPTION = re.compile(r"(?<![\w-])--?[a-zA-Z][a-z-]*")
 
 
@@ -42,6 +64,13 @@ with tempfile.NamedTemporaryFile("w", suffix=".sh") as script:
     script.flush()
     looked = subprocess.run(["bash", "-c", LOOK, "look", script.name, *commands], check=True, capture_output=True,
                             text=True).stdout
+    for line, wanted in DECK_CASES:
+        completed = subprocess.run(["bash", "-c", OF_DECK, "look", script.name, TOOL, "brenmark", *line], check=True,
+                                   capture_output=True, text=True, cwd=SAMPLES).stdout
+        if completed != "\n".join(wanted) + "\n":
+            complaints.append(f"{line}: {completed}, not {wanted}")
+    if os.path.exists(os.path.join(SAMPLES, "seen")):
+        complaints.append("a name on the line was run")
     offered = {line.split()[0]: set(line.split()[1:]) for line in looked.splitlines()}
 complaints += [f"{command}: {offered.get(command)}, not {listed(command)}" for command in commands
                if offered.get(command) != listed(command)]

@@ -153,7 +153,7 @@ std::pair<quint32, quint32> shardFrom(const char* option, const std::string& arg
     return {share, shares};
 }
 
-STolerance toleranceFrom(const char* option, const std::string& argument)
+static STolerance toleranceFrom(const char* option, const std::string& argument)
 {
     const bool isRelative = !argument.empty() && argument.back() == '%';
     double number = 0.0;
@@ -163,6 +163,20 @@ STolerance toleranceFrom(const char* option, const std::string& argument)
     STolerance tolerance;
     (isRelative ? tolerance.relative : tolerance.absolute) = isRelative ? number / 100.0 : number;
     return tolerance;
+}
+
+STolerances tolerancesFrom(const char* option, const std::vector<std::string>& arguments)
+{
+    STolerances tolerances;
+    for (const std::string& argument : arguments) {
+        const size_t sign = argument.rfind('=');
+        const STolerance tolerance =
+            toleranceFrom(option, sign == std::string::npos ? argument : argument.substr(sign + 1));
+        if (sign == 0)
+            throw valueFailure(option, argument, "NAME=BY, such as velocity=1e-6, or BY alone");
+        (sign == std::string::npos ? tolerances.all : tolerances.ofQuantities[argument.substr(0, sign)]) = tolerance;
+    }
+    return tolerances;
 }
 
 double speedFrom(const char* option, const std::string& argument)

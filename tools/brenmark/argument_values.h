@@ -34,8 +34,8 @@ quint32 countFrom(const char* option, const std::string& argument);
 std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument);
 /// "2/8": a share from 1 on, and the number of all, at most 100000.
 std::pair<quint32, quint32> shardFrom(const char* option, const std::string& argument);
-/// "1e-9": absolute; "0.01%": relative.
-STolerance toleranceFrom(const char* option, const std::string& argument);
+/// "1e-9": absolute; "0.01%": relative; "velocity=1e-6": of the quantity of that name.
+STolerances tolerancesFrom(const char* option, const std::vector<std::string>& arguments);
 /// A number above 0.
 double speedFrom(const char* option, const std::string& argument);
 std::uint64_t sizeFrom(const char* option, const std::string& argument);

@@ -83,7 +83,7 @@ void CKeptArrays::describe(SDifference& difference, const SArrayView& converted)
         return;
     }
     const SArrayView& source = found->second.view;
-    const SComparedRows rows = compared(source, converted, tolerance);
+    const SComparedRows rows = compared(source, converted, tolerances.of(difference.place));
     const bool isSameLength = source.rows == converted.rows;
     if (rows.values == 0 && isSameLength) {
         difference.kind = eWithinTolerance;

@@ -19,7 +19,7 @@ class CKeptArrays
 public:
     static constexpr size_t mostBytes = size_t(256) << 20;
 
-    explicit CKeptArrays(const STolerance& tolerance = STolerance()) : tolerance(tolerance) {}
+    explicit CKeptArrays(const STolerances& tolerances = STolerances()) : tolerances(tolerances) {}
 
     /// \param path  of an array that is wanted
     void want(const std::string& path) { arrays[path]; }
@@ -36,7 +36,7 @@ private:
         SArrayView view{"f64", nullptr, 0, 0};
         std::vector<char> bytes;
     };
-    STolerance tolerance;
+    STolerances tolerances;
     std::map<std::string, SKept> arrays;
     size_t bytesKept = 0;
 };

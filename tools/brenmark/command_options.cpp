@@ -2,6 +2,7 @@
 
 #include "brenmark/argument_values.h"
 #include "brenmark/completion/completion.h"
+#include "brenmark/completion/deck_words.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/failure.h"
 #include "brenmark/xml_deck.h"
@@ -246,8 +247,11 @@ void CCommandLine::addDiff()
     CLI::App* const command = add("diff", "Show how two decks differ, whatever family each is of");
     command->add_option("A", source, "A deck: its first file, NAME.dem")->required();
     command->add_option("B", target, "Another one")->required();
-    command->add_option("--tolerance", tolerance, "Pass over smaller differences of real numbers: 1e-9, or 0.01%")
-        ->type_name("BY");
+    command
+        ->add_option("--tolerance", tolerances,
+                     "Pass over smaller differences of real numbers: 1e-9, 0.01%, or velocity=1e-6 for some alone")
+        ->type_name("[NAME=]BY")
+        ->allow_extra_args(false);
     command->add_option("--limit", limit, "Show at most N differences; default: all")->type_name("N");
     command->add_flag("--brief", diff.isBrief, "Show only whether they differ");
     command->add_flag("--json", diff.json, "Show one JSON object");
@@ -260,8 +264,7 @@ void CCommandLine::addDiff()
             diff.second = pathFrom(target);
             if (!limit.empty())
                 diff.limit = numberFrom("--limit", limit);
-            if (!tolerance.empty())
-                diff.tolerance = toleranceFrom("--tolerance", tolerance);
+            diff.tolerances = tolerancesFrom("--tolerance", tolerances);
             return runDiff(diff);
         };
     });
@@ -406,8 +409,13 @@ void CCommandLine::addXml()
 void CCommandLine::addCompletion()
 {
     CLI::App* const command = add("completion", "Show the completion for a shell: bash, zsh or fish");
-    command->add_option("SHELL", key, "bash, zsh or fish")->required();
-    command->callback([this] { chosen = [this] { return printCompletion(app, key); }; });
+    command
+        ->add_option("SHELL", key, "bash, zsh or fish; or what these ask for: timesteps, attributes, types, selections")
+        ->required();
+    command->add_option("DECK", source, "Whose words are shown");
+    command->callback([this] {
+        chosen = [this] { return source.empty() ? printCompletion(app, key) : printDeckWords(key, pathFrom(source)); };
+    });
 }
 
 void CCommandLine::addPlugins()

@@ -61,9 +61,9 @@ private:
     std::function<EExitCode()> chosen;
 
     std::string source, target, key, timestep, limit, mostMemory, threads, overlaps, speed, states, csv, svg, output,
-        intervals, action, digestFile, tolerance, library, png, definitionAt;
+        intervals, action, digestFile, library, png, definitionAt;
     std::string colour = "auto", progress = "auto";
-    std::vector<std::string> paths, pair;
+    std::vector<std::string> paths, pair, tolerances;
     SConvertOptions convert;
     CArchiveLine archiveLine;
     CArchiveCommands archiveCommands;

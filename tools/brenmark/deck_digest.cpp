@@ -73,9 +73,34 @@ private:
     Take take;
 };
 
-/// Runs the text of each part that holds one of the wanted arrays.
-void visitArrays(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number,
-                 const std::vector<bool>& isWanted, CArraySink& sink)
+/// Notes which of some paths hold real numbers.
+class CRealSink : public ITextSink
+{
+public:
+    explicit CRealSink(std::map<std::string, bool>& isReal) : isReal(isReal) {}
+    void line(const std::string&, const std::string&) override {}
+    void real(const std::string& path, const std::string&) override
+    {
+        if (const auto found = isReal.find(path); found != isReal.end())
+            found->second = true;
+    }
+
+private:
+    std::map<std::string, bool>& isReal;
+};
+
+/// The part that a place is in; their number for none.
+size_t partOf(const std::string& place, const std::vector<SPart>& parts)
+{
+    const auto part = std::find_if(parts.begin(), parts.end(), [&](const SPart& one) {
+        return place.compare(0, one.root.size() + 1, one.root + '/') == 0;
+    });
+    return static_cast<size_t>(part - parts.begin());
+}
+
+/// Runs the text of each part that is wanted.
+void visitParts(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number,
+                const std::vector<bool>& isWanted, ITextSink& sink)
 {
     CDeckReader reader(path, eUpgradedModel, eExamined);
     for (size_t i = 0; i < parts.size(); ++i) {
@@ -219,28 +244,55 @@ std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& pa
 }
 
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
-                    const QString& converted, const STolerance& tolerance)
+                    const QString& converted, const STolerances& tolerances)
 {
-    CKeptArrays arrays(tolerance);
+    CKeptArrays arrays(tolerances);
     std::map<std::string, SDifference*> byPlace;
     std::vector<bool> isWanted(parts.size(), false);
     for (SDifference& difference : differences) {
-        const auto part = std::find_if(parts.begin(), parts.end(), [&](const SPart& one) {
-            return difference.place.compare(0, one.root.size() + 1, one.root + '/') == 0;
-        });
-        if (difference.kind != eOtherArray || part == parts.end())
+        const size_t part = partOf(difference.place, parts);
+        if (difference.kind != eOtherArray || part == parts.size())
             continue;
-        isWanted[static_cast<size_t>(part - parts.begin())] = true;
+        isWanted[part] = true;
         arrays.want(difference.place);
         byPlace[difference.place] = &difference;
     }
     if (byPlace.empty())
         return;
     CArraySink keeping(arrays, [&](const std::string& path, const SArrayView& values) { arrays.keep(path, values); });
-    visitArrays(source, parts, &SPart::source, isWanted, keeping);
+    visitParts(source, parts, &SPart::source, isWanted, keeping);
     CArraySink comparing(
         arrays, [&](const std::string& path, const SArrayView& values) { arrays.describe(*byPlace.at(path), values); });
-    visitArrays(converted, parts, &SPart::converted, isWanted, comparing);
+    visitParts(converted, parts, &SPart::converted, isWanted, comparing);
+}
+
+void allowValues(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
+                 const STolerances& tolerances)
+{
+    const auto isAllowed = [&](const SDifference& difference) {
+        return difference.kind == eOtherValue &&
+               tolerances.of(difference.place).allows(difference.source, difference.converted);
+    };
+    std::map<std::string, bool> isReal; // by place, of those that would be allowed if they were
+    std::vector<bool> isWanted(parts.size(), false);
+    for (const SDifference& difference : differences) {
+        const size_t part = partOf(difference.place, parts);
+        if (!isAllowed(difference) || (part == parts.size() && !parts.empty()))
+            continue;
+        isReal[difference.place] = false;
+        if (part < parts.size())
+            isWanted[part] = true;
+    }
+    if (isReal.empty())
+        return;
+    CRealSink sink(isReal);
+    if (parts.empty())
+        deckText(CDeckReader(source).deck(), sink, false);
+    else
+        visitParts(source, parts, &SPart::source, isWanted, sink);
+    for (SDifference& difference : differences)
+        if (const auto found = isReal.find(difference.place); found != isReal.end() && found->second)
+            difference.kind = eWithinTolerance;
 }
 
 } // namespace NBrenmark

@@ -118,6 +118,10 @@ TextLines modelLines(const CSimulation& deck, const std::string& root);
 
 /// Puts into the differences of arrays what their values tell, and marks those that a tolerance allows.
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
-                    const QString& converted, const STolerance& tolerance);
+                    const QString& converted, const STolerances& tolerances);
+/// Marks the differences of single values that a tolerance allows: real ones, whatever they look like in the text.
+/// \param parts  of the deck; empty for what is beside them
+void allowValues(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
+                 const STolerances& tolerances);
 
 } // namespace NBrenmark

@@ -2,6 +2,7 @@
 
 #include "brenmark/deck_text.h"
 #include "brenmark/disk.h"
+#include "brenmark/reading_faults.h"
 #include "brenmark/units_text.h"
 
 #include "core/plain_file.h"
@@ -10,6 +11,8 @@
 #include <QFile>
 
 #include <algorithm>
+#include <optional>
+#include <set>
 
 namespace NBrenmark {
 
@@ -55,7 +58,28 @@ SValueDigest valueDigestOf(const SDeckDigest& deck)
     }
     if (isWhole)
         digest.whole = wholeOf(digest);
+    constexpr size_t mostFaults = 1000; // a damaged deck may have as many as it has bytes
+    for (const SLogRecord& message : deck.messages)
+        if (isReadingFault(message) && digest.faults.size() < mostFaults)
+            digest.faults.push_back(message);
     return digest;
+}
+
+/// As much of a fault as says that another one is the same.
+static Json jsonFault(const SLogRecord& fault)
+{
+    const std::optional<quint32>& timestep = fault.place.timestep;
+    return {{"timestep", timestep ? Json(*timestep) : Json()}, {"block", fault.place.block}, {"text", fault.text}};
+}
+
+static SLogRecord faultFrom(const Json& object)
+{
+    SLogRecord fault;
+    if (const Json& timestep = object.at("timestep"); !timestep.is_null())
+        fault.place.timestep = timestep.get<quint32>();
+    fault.place.block = object.at("block").get<std::string>();
+    fault.text = object.at("text").get<std::string>();
+    return fault;
 }
 
 QString digestFileOf(const QString& deck) { return stripDeckSuffix(deck) + QLatin1String(".digest.json"); }
@@ -65,11 +89,14 @@ void writeDigestFile(const QString& path, const SValueDigest& digest)
     Json timesteps = Json::array();
     for (const SValueDigest::STimestep& timestep : digest.timesteps)
         timesteps.push_back({{"model", timestep.model}, {"values", timestep.values}});
+    Json faults = Json::array();
+    for (const SLogRecord& fault : digest.faults)
+        faults.push_back(jsonFault(fault));
     const Json object{{"kind", digestKind},          {"form", digestForm},     {"algorithm", digestAlgorithm},
                       {"program", BRENMARK_VERSION}, {"digest", digest.whole}, {"settings", digest.beside},
-                      {"timesteps", timesteps}};
+                      {"timesteps", timesteps},      {"faults", faults}};
     const std::string name = nativePath(path), unfinished = name + ".new";
-    realDisk().writeFile(unfinished, object.dump(1) + '\n');
+    realDisk().writeFile(unfinished, object.dump(1, ' ', false, Json::error_handler_t::replace) + '\n');
     realDisk().sync(unfinished);
     realDisk().rename(unfinished, name);
 }
@@ -96,6 +123,8 @@ SValueDigest readDigestFile(const QString& path)
             for (const Json& timestep : object.at("timesteps"))
                 digest.timesteps.push_back(
                     {timestep.at("model").get<std::string>(), timestep.at("values").get<std::string>()});
+            for (const Json& fault : object.at("faults"))
+                digest.faults.push_back(faultFrom(fault));
             if (digest.whole == wholeOf(digest))
                 return digest;
             cause = "its parts don't fit the whole";
@@ -127,6 +156,21 @@ std::vector<std::string> digestDifferences(const SValueDigest& wanted, const SVa
         }
     }
     return places;
+}
+
+std::vector<std::string> newFaults(const SValueDigest& wanted, const SValueDigest& found)
+{
+    std::set<quint32> unreadable; // and said to be
+    for (size_t i = 0; i < found.timesteps.size(); ++i)
+        if (found.timesteps[i].values.empty())
+            unreadable.insert(static_cast<quint32>(i));
+    std::vector<SDifference> differences;
+    joinReadingFaults(differences, found.faults, wanted.faults, SConsequences(), unreadable);
+    std::vector<std::string> lines;
+    lines.reserve(differences.size());
+    for (const SDifference& difference : differences)
+        lines.push_back(difference.place + ": " + difference.detail);
+    return lines;
 }
 
 } // namespace NBrenmark

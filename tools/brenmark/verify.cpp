@@ -237,12 +237,13 @@ private:
     std::set<std::pair<size_t, size_t>> seen;
 };
 
-void removeAllowed(std::vector<SDifference>& differences, const STolerance& tolerance)
+void removeAllowed(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
+                   const STolerances& tolerances)
 {
-    const auto isAllowed = [&](const SDifference& difference) {
-        return difference.kind == eWithinTolerance || (difference.kind == eOtherValue && tolerance.isGiven() &&
-                                                       tolerance.allows(difference.source, difference.converted));
-    };
+    if (!tolerances.isGiven())
+        return;
+    allowValues(differences, parts, source, tolerances);
+    const auto isAllowed = [&](const SDifference& difference) { return difference.kind == eWithinTolerance; };
     differences.erase(std::remove_if(differences.begin(), differences.end(), isAllowed), differences.end());
 }
 
@@ -251,7 +252,7 @@ constexpr size_t partsAtATime = 16;
 
 /// Appends the differences of parts, as many as are wanted. \return whether there may be others
 bool compareParts(const QString& source, const QString& converted, const std::vector<SPart>& parts, size_t limit,
-                  const STolerance& tolerance, SConsequences& known, std::vector<SDifference>& differences)
+                  const STolerances& tolerances, SConsequences& known, std::vector<SDifference>& differences)
 {
     for (size_t begin = 0; begin < parts.size(); begin += partsAtATime) {
         if (limit > 0 && differences.size() > limit)
@@ -272,8 +273,8 @@ bool compareParts(const QString& source, const QString& converted, const std::ve
                        difference.place.find("/contacts/surfaceGeometry") == std::string::npos;
             });
         }
-        describeArrays(found, some, source, converted, tolerance);
-        removeAllowed(found, tolerance);
+        describeArrays(found, some, source, converted, tolerances);
+        removeAllowed(found, some, source, tolerances);
         differences.insert(differences.end(), found.begin(), found.end());
     }
     return false;
@@ -349,14 +350,14 @@ static SVerification compared(const SDeckDigest& first, const DigestParts& read,
         std::vector<SDifference>& differences = result.differences;
         SConsequences known;
         compareBeside(source, first, converted, second, differences, known);
-        removeAllowed(differences, comparison.tolerance);
+        removeAllowed(differences, std::vector<SPart>(), source, comparison.tolerances);
         if (comparison.isConversion)
             compareWithStored(source, first, result);
         CTimestepPairs timesteps(first, second);
         differences.insert(differences.end(), timesteps.differences.begin(), timesteps.differences.end());
         result.more =
-            compareParts(source, converted, timesteps.models, limit, comparison.tolerance, known, differences) ||
-            compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerance, known, differences);
+            compareParts(source, converted, timesteps.models, limit, comparison.tolerances, known, differences) ||
+            compareParts(source, converted, timesteps.timesteps, limit, comparison.tolerances, known, differences);
         if (first.format == eFormatLegacy && second.format == eFormatHdf5) {
             setUncarriedApart(result);
             const bool hasPlugins = std::any_of(first.models.begin(), first.models.end(),

@@ -54,7 +54,7 @@ constexpr unsigned int defaultDifferenceLimit = 100;
 /// What counts as a difference.
 struct SComparison
 {
-    STolerance tolerance;
+    STolerances tolerances;
     bool isConversion = true; ///< else only what the decks hold counts: not how it is stored, nor what upgrades change
 };
 

@@ -136,7 +136,8 @@ static EExitCode verifyByDigest(const SVerifyOptions& options)
     }
     const SValueDigest found = valueDigestOf(deck);
     const std::vector<std::string> places = digestDifferences(wanted, found);
-    const EExitCode code = wanted.whole == found.whole ? eExitDone : eExitDifferent;
+    const std::vector<std::string> faults = newFaults(wanted, found);
+    const EExitCode code = wanted.whole == found.whole && faults.empty() ? eExitDone : eExitDifferent;
     printLedger(deck.messages, eWithoutUpgrades);
     unlessReaderIsGone([&] {
         if (options.json) {
@@ -147,11 +148,14 @@ static EExitCode verifyByDigest(const SVerifyOptions& options)
                        {"wanted", wanted.whole},
                        {"found", found.whole.empty() ? Json() : Json(found.whole)},
                        {"places", places},
+                       {"faults", faults},
                        {"error", nullptr}});
             return;
         }
         for (const std::string& place : places)
             printResult(place + ": not the values of the digest\n");
+        for (const std::string& fault : faults)
+            printResult(fault + '\n');
         printResult(utf8(options.source) + (code == eExitDone ? ": holds the values of " : ": differs from ") +
                     utf8(options.digest) + ": " + countText(found.timesteps.size(), "timestep") + ", digest " +
                     (found.whole.empty() ? "none" : found.whole) + '\n');

@@ -18,6 +18,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 class QIODevice;
@@ -44,6 +45,8 @@ class ITextSink
 public:
     virtual ~ITextSink() = default;
     virtual void line(const std::string& path, const std::string& value) = 0;
+    /// A line of a real number, or of a tuple of them.
+    virtual void real(const std::string& path, const std::string& value) { line(path, value); }
     /// The line of an array. \param values  gone when this returns
     virtual void array(const std::string& path, const std::string& value, const SArrayView& values)
     {
@@ -117,13 +120,13 @@ public:
     template <class T>
     void value(const char* name, const T& value)
     {
-        sink.line(joined(path, name), NText::text(value));
+        put(joined(path, name), value);
     }
     /// The same for the path itself.
     template <class T>
     void here(const T& value)
     {
-        sink.line(path, NText::text(value));
+        put(path, value);
     }
     /// A line of what belongs to the storing.
     template <class T>
@@ -154,6 +157,15 @@ public:
     bool hasFullArrays() const { return fullArrays; }
 
 private:
+    template <class T>
+    void put(const std::string& where, const T& value)
+    {
+        constexpr bool isText = std::is_convertible_v<T, std::string> || std::is_same_v<T, QString>;
+        if constexpr (std::is_integral_v<T> || std::is_enum_v<T> || isText)
+            sink.line(where, NText::text(value));
+        else
+            sink.real(where, NText::text(value));
+    }
     static std::string joined(const std::string& path, const std::string& segment)
     {
         return path.empty() ? segment : path + '/' + segment;

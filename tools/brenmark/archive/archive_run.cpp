@@ -26,7 +26,7 @@
 
 namespace NBrenmark {
 
-static const char* const recordFolder = "/brenmark-records";
+static const char* const recordFolderStart = "brenmark-records";
 static const char* const memoryReason = "too little memory";
 static const char* const busyReason = "another conversion is making it";
 
@@ -65,7 +65,7 @@ void CArchiveRun::openJournal()
     if (goesOn)
         for (const std::string& path : runJournals(options.folder))
             earlier.add(path);
-    realDisk().makeFolder(options.folder + recordFolder);
+    realDisk().makeFolder(recordFolder());
     SRunBegin run;
     run.time = timeNow();
     run.process = getpid();
@@ -171,11 +171,17 @@ void CArchiveRun::sortOut()
 
 // ---------------------------------------------------------------- processes
 
+/// Each share has its own, which it can remove while others are under way.
+std::string CArchiveRun::recordFolder() const
+{
+    return options.folder + '/' + recordFolderStart + shareSuffix(options.shard, options.shards);
+}
+
 std::string CArchiveRun::recordOf(const SArchiveDeck& deck) const
 {
     CQuickDigest name;
     name.add(deck.target);
-    return options.folder + recordFolder + '/' + name.hex() + ".json";
+    return recordFolder() + '/' + name.hex() + ".json";
 }
 
 std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, const std::string& record) const
@@ -351,20 +357,27 @@ void CArchiveRun::convertAll()
 
 // ---------------------------------------------------------------- the result
 
-/// All of them are in the journal. Some are of runs that were killed before they removed theirs.
+/// All of them are in the journal. Some are of runs that were killed before they removed theirs; a run over all decks has
+/// DIR to itself, and removes those of shares as well.
 void CArchiveRun::removeRecords() const
 {
-    const std::string folder = options.folder + recordFolder;
-    for (const std::string& name : realDisk().names(folder))
-        ::unlink((folder + '/').append(name).c_str());
-    ::rmdir(folder.c_str());
+    std::vector<std::string> folders{recordFolder()};
+    if (options.shards == 0)
+        for (const std::string& name : realDisk().names(options.folder))
+            if (name.rfind(std::string(recordFolderStart) + '.', 0) == 0)
+                folders.push_back((options.folder + '/').append(name));
+    for (const std::string& folder : folders) {
+        for (const std::string& name : realDisk().names(folder))
+            ::unlink((folder + '/').append(name).c_str());
+        ::rmdir(folder.c_str());
+    }
 }
 
 EExitCode CArchiveRun::tellResult()
 {
     const double seconds = std::chrono::duration<double>(Clock::now() - began).count();
     journal->end(interrupted(), seconds);
-    if (options.shards == 0 && journal->failure().empty())
+    if (journal->failure().empty())
         removeRecords();
     EExitCode code = interrupted() ? eExitInterrupted : table.exitCode();
     if (!journal->failure().empty()) {

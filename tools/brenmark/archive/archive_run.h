@@ -41,6 +41,7 @@ private:
     EExitCode tellResult();
 
     std::string targetOf(const SArchiveDeck& deck) const { return options.folder + '/' + deck.target; }
+    std::string recordFolder() const;
     std::string recordOf(const SArchiveDeck& deck) const;
 
     const SArchiveOptions& options;

@@ -17,8 +17,7 @@
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <unordered_map>
-#include <unordered_set>
+#include <vector>
 
 namespace NBrenmark {
 
@@ -161,6 +160,7 @@ private:
     void visit(const std::string& folder);
     const SFolderListing& knownListing(const std::string& folder);
     void addProblem(const std::string& path, const std::string& problem, int code);
+    void refuseClashes();
     void takeBase(const std::string& folder) { base = base.empty() ? folder : shared(base, folder); }
 
     const std::string target;
@@ -168,7 +168,6 @@ private:
     const bool followLinks;
     std::string base; ///< folder that all inputs share
     std::vector<SArchiveDeck> decks;
-    std::unordered_set<std::string> known;
     std::set<FolderIdentity> visited;
     SFolderListing listed;
     std::string listedFolder;
@@ -230,8 +229,6 @@ void CDeckSearch::addFile(const std::string& path)
         mainFile = path;
     }
     takeBase(folder);
-    if (!known.insert(mainFile).second)
-        return;
     SArchiveDeck deck;
     deck.source = mainFile;
     const SFolderListing& listing = knownListing(folder);
@@ -284,8 +281,7 @@ void CDeckSearch::visit(const std::string& folder)
         deck.source.append(folder).append(1, '/').append(base).append(mainSuffix);
         deck.bytes = found.bytes;
         deck.files = std::move(found.files);
-        if (known.insert(deck.source).second)
-            decks.push_back(std::move(deck));
+        decks.push_back(std::move(deck));
     }
     folders.insert(folders.end(), listing.folders.begin(), listing.folders.end());
     if (followLinks)
@@ -304,10 +300,12 @@ std::vector<SArchiveDeck> CDeckSearch::finish()
                            "Choose a folder outside of it, or leave --follow-links out.");
         visit(folder);
     }
-    known.clear();
+    // One that was named twice is found twice. A table of all names would take more memory than the decks.
     std::sort(decks.begin(), decks.end(),
               [](const SArchiveDeck& a, const SArchiveDeck& b) { return a.source < b.source; });
-    std::unordered_map<std::string, const SArchiveDeck*> byTarget;
+    decks.erase(std::unique(decks.begin(), decks.end(),
+                            [](const SArchiveDeck& a, const SArchiveDeck& b) { return a.source == b.source; }),
+                decks.end());
     for (SArchiveDeck& deck : decks) {
         deck.target = deck.source.substr(std::min(deck.source.size(), base == "/" ? 1 : base.size() + 1));
         if (!deck.problem.empty()) {
@@ -316,13 +314,33 @@ std::vector<SArchiveDeck> CDeckSearch::finish()
         }
         if (!endsWith(deck.target, mainSuffix))
             deck.target += mainSuffix;
-        const auto [taken, isNew] = byTarget.emplace(deck.target, &deck);
-        if (!isNew) {
-            deck.problem = deck.source + ": its new deck would have the name of that of " + taken->second->source;
-            deck.code = eExitTarget;
-        }
     }
+    refuseClashes();
     return std::move(decks);
+}
+
+/// Of those that would get one name the first by its path keeps it; in journals the others have a number after theirs.
+void CDeckSearch::refuseClashes()
+{
+    std::vector<SArchiveDeck*> byTarget;
+    byTarget.reserve(decks.size());
+    for (SArchiveDeck& deck : decks)
+        if (deck.problem.empty())
+            byTarget.push_back(&deck);
+    std::stable_sort(byTarget.begin(), byTarget.end(),
+                     [](const SArchiveDeck* a, const SArchiveDeck* b) { return a->target < b->target; });
+    const SArchiveDeck* first = nullptr;
+    int same = 1;
+    for (SArchiveDeck* const deck : byTarget) {
+        if (first == nullptr || first->target != deck->target) {
+            first = deck;
+            same = 1;
+            continue;
+        }
+        deck->target += '#' + std::to_string(++same);
+        deck->problem = deck->source + ": its new deck would have the name of that of " + first->source;
+        deck->code = eExitTarget;
+    }
 }
 
 } // namespace

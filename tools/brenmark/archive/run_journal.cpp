@@ -20,10 +20,14 @@ static const char* const journalStart = "brenmark-journal";
 static const char* const journalEnd = ".jsonl";
 static const char* const folderLockName = "brenmark-journal.lock";
 
+std::string shareSuffix(quint32 shard, quint32 shards)
+{
+    return shards == 0 ? std::string() : '.' + std::to_string(shard) + "-of-" + std::to_string(shards);
+}
+
 std::string runJournalName(quint32 shard, quint32 shards)
 {
-    const std::string part = shards == 0 ? "" : '.' + std::to_string(shard) + "-of-" + std::to_string(shards);
-    return journalStart + part + journalEnd;
+    return journalStart + shareSuffix(shard, shards) + journalEnd;
 }
 
 std::vector<std::string> runJournals(const std::string& folder)

@@ -14,6 +14,8 @@
 
 namespace NBrenmark {
 
+/// ".2-of-8" for a shard, at the end of what it has to itself; empty without shards.
+std::string shareSuffix(quint32 shard, quint32 shards);
 /// Name of the journal of a shard; of all decks without shards.
 std::string runJournalName(quint32 shard, quint32 shards);
 /// Paths of all journals in a folder, sorted.

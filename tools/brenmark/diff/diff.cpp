@@ -76,7 +76,7 @@ EExitCode runDiff(const SDiffOptions& options)
 {
     try {
         SComparison comparison;
-        comparison.tolerance = options.tolerance;
+        comparison.tolerances = options.tolerances;
         comparison.isConversion = false;
         // What the current family has no place for is known of a legacy deck that comes first.
         const bool isSwapped =

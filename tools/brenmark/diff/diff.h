@@ -12,7 +12,7 @@ struct SDiffOptions
 {
     QString first;
     QString second;
-    STolerance tolerance;
+    STolerances tolerances;
     unsigned int limit = 0; ///< differences that are named; 0 for all
     bool isBrief = false;   ///< only whether they differ
     bool json = false;

@@ -32,9 +32,9 @@ public:
            std::initializer_list<size_t> columns)
         : x(axisOf({&source, &target}, {timeColumn}, false)), y(axisOf({&source, &target}, columns, true))
     {
-        svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 720 300\" role=\"img\" aria-label=\"" +
+        svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 480 284\" role=\"img\" aria-label=\"" +
               svgText(title) + "\" font-family=\"Helvetica, Arial, sans-serif\" font-size=\"13\" fill=\"#333\">\n";
-        label(left, 18, "start", withUnit(title, y.unit(unit)));
+        label(left, 16, "start", withUnit(title, y.unit(unit)));
         for (int tick = 0; tick < x.tickCount(); ++tick) {
             line(px(x.tick(tick)), top, px(x.tick(tick)), top + height);
             label(px(x.tick(tick)), top + height + 18, "middle", x.tickText(tick));
@@ -44,8 +44,8 @@ public:
             label(left - 6, py(y.tick(tick)) + 4, "end", y.tickText(tick));
         }
         label(left + width / 2, top + height + 38, "middle", withUnit("time", x.unit("s")));
-        key(left + width - 200, sourceStyle, "source");
-        key(left + width - 100, targetStyle, "new deck");
+        key(left, sourceStyle, "source");
+        key(left + 100, targetStyle, "new deck");
         for (const size_t column : columns) { // the source broad below, the new deck narrow above
             curve(source, column, sourceStyle);
             curve(target, column, targetStyle);
@@ -55,7 +55,8 @@ public:
     std::string text() const { return svg + "</svg>\n"; }
 
 private:
-    static constexpr double left = 80, top = 30, width = 620, height = 220;
+    // As wide as a phone, on which the words are to be read.
+    static constexpr double left = 56, top = 46, width = 404, height = 192;
     static constexpr const char *sourceStyle = "stroke=\"#9cc5e8\" stroke-width=\"7\"",
                                 *targetStyle = "stroke=\"#b3261e\" stroke-width=\"2\"";
 
@@ -88,8 +89,8 @@ private:
     }
     void key(double atX, const char* style, const char* words)
     {
-        svg += "<path d=\"M" + number(atX) + " 14h24\" " + style + "/>\n";
-        label(atX + 30, 18, "start", words);
+        svg += "<path d=\"M" + number(atX) + " 32h24\" " + style + "/>\n";
+        label(atX + 30, 36, "start", words);
     }
     void curve(const Json& table, size_t column, const char* style)
     {

@@ -16,7 +16,7 @@ static const char* const pageHead =
     "table{border-collapse:collapse;width:100%;font-size:.9rem}\n"
     "th,td{text-align:left;vertical-align:top;padding:.25rem .6rem .25rem 0;border-bottom:1px solid #e4e4e4}\n"
     "th{color:#555;overflow-wrap:normal}td:first-child{min-width:6.5em}code{font-size:.9em}svg{width:100%;height:auto;"
-    "max-width:45rem}\n"
+    "max-width:36rem}\n"
     "section{margin-top:2rem}\n"
     "@media print{body{font-size:10pt;max-width:none;padding:0}h2,h3,svg,tr{break-inside:avoid;break-after:auto}}\n"
     "</style>\n";

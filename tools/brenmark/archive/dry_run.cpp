@@ -135,7 +135,7 @@ SPace CDryRun::calibrate()
     const std::string record = nativePath(scratch.path()) + "/calibration.json";
     CChildProcesses children;
     const Clock::time_point begin = Clock::now();
-    // Nobody wants the code of a library run to learn a speed.
+    // No one wants the code of a library run to learn a speed.
     children.start({"convert", "--quiet", "--no-plugins", "--progress", "none", "--record", record, "--threads",
                     std::to_string(std::max(1U, threadCount() / jobs)), "--", first->source, target});
     bool isAsked = false;

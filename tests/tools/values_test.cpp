@@ -127,11 +127,13 @@ TEST(Values, answerForEachBinUnlessAQueryWantsOneForAll)
         QFile::copy(QString::fromStdString(sampleDeck(std::string("selections-27") + suffix)),
                     folder.path("a") + suffix);
     std::vector<std::string> entries;
-    for (const std::string name : {"each", "whole"})
-        for (const std::string entry : {"SECTION=QT STRING:S", "QUERY TYPE=QT STRING:Total", "ATTR=QT STRING:Mass"})
-            entries.push_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:" + name + ':' + entry);
-    entries.emplace_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:each:ID=QT STRING:each");
-    entries.emplace_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:whole:ID=QT STRING:whole");
+    for (const char* const name : {"each", "whole"}) {
+        std::string query("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:");
+        query.append(name).append(":");
+        for (const char* const entry : {"SECTION=QT STRING:S", "QUERY TYPE=QT STRING:Total", "ATTR=QT STRING:Mass"})
+            entries.push_back(query + entry);
+        entries.push_back(query + "ID=QT STRING:" + name);
+    }
     entries.emplace_back("ANALYST:DATA EXPORT:1:DATA MINER:QUERIES:whole:COLLATE=BOOLEAN:TRUE");
     configurationFile("27.0.0", entries).toFile(folder.path("a.dfg"));
     const auto answer = [&](const char* query) {

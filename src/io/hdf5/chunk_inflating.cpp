@@ -89,8 +89,6 @@ private:
 bool inflateChunks(const H5::DataSet& dataset, const H5::PredType& type, void* target)
 {
     constexpr std::size_t mostWaiting = std::size_t(16) << 20; // bytes in memory
-    if (CThreadPool::current() == nullptr)
-        return false;
     const std::optional<SChunking> chunking = chunkingOf(dataset, type);
     if (!chunking)
         return false;

@@ -138,9 +138,8 @@ TEST(ArrayDeflating, givesOneFileWithAnyNumberOfThreadsThatTheFilterOfHdf5Inflat
             const H5::DataSet dataset = H5::H5File(path.toStdString(), H5F_ACC_RDONLY).openDataSet("a");
             dataset.read(back.data(), H5::PredType::NATIVE_DOUBLE);
             EXPECT_TRUE(back == values) << threads;
-            const bool isInflated = inflateChunks(dataset, H5::PredType::NATIVE_DOUBLE, inflated.data());
-            EXPECT_EQ(isInflated, threads > 1); // without a pool that is left to the filter
-            EXPECT_TRUE(!isInflated || inflated == values) << threads;
+            EXPECT_TRUE(inflateChunks(dataset, H5::PredType::NATIVE_DOUBLE, inflated.data()));
+            EXPECT_TRUE(inflated == values) << threads;
         }
         EXPECT_EQ(files.size(), 1u);
     }
@@ -196,7 +195,7 @@ TEST_F(ArrayReading, takesRowsOfAnyWidthWhereThatIsAsked)
     EXPECT_THAT(read(CArrayReader::anyColumns), testing::ElementsAreArray(values));
 }
 
-TEST_F(ArrayReading, tellsWhatDoesNotFit)
+TEST_F(ArrayReading, reportsWhatDoesNotFit)
 {
     const double values[12] = {};
     CH5Builder(path()).dataset("/", "a", H5T_NATIVE_DOUBLE, {4, 3}, values);

@@ -27,8 +27,8 @@ public:
 
     /// Runs this program in a group of its own, where no Ctrl-C reaches it. It ends with this process, however that ends.
     /// \throws CFailure  the machine has no process to give
-    /// \param input  its standard input; -1 for none. Not owned
-    pid_t start(const std::vector<std::string>& arguments, int input = -1);
+    /// \param input, output  its standard input and output; -1 for none. Not owned
+    pid_t start(const std::vector<std::string>& arguments, int input = -1, int output = -1);
     size_t count() const { return children.size(); }
     /// Waits until at least one has ended, for so many milliseconds at most.
     std::vector<SChildEnd> wait(int milliseconds);

@@ -212,7 +212,7 @@ void CCommandLine::addVerify()
     command->add_option("CONVERTED", target, "The deck to compare it with; not with --digest");
     command->add_option("--digest", digestFile, "Instead, hold SOURCE against the digest of its values in this file")
         ->type_name("FILE");
-    command->add_flag("--early", verify.early)->group(""); // for the process of a conversion that is compared
+    command->add_flag("--parts", verify.parts)->group(""); // for a process that compares or converts meanwhile
     command->add_option("--limit", limit, "List at most N differences, 0 for all; default: 100")->type_name("N");
     command->add_flag("--json", verify.json, "Show one JSON object");
     addProgress(command);
@@ -221,7 +221,7 @@ void CCommandLine::addVerify()
     command->callback([this] {
         chosen = [this] {
             verify.source = pathFrom(source);
-            if (verify.early)
+            if (verify.parts)
                 return runVerify(verify);
             if (digestFile.empty() == target.empty())
                 throw CFailure(eExitUsage,

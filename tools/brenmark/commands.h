@@ -71,7 +71,7 @@ struct SVerifyOptions
     QString source;
     QString converted;
     QString digest;           ///< file with the digest of the source, in its place; empty for none
-    bool early = false;       ///< reads parts of SOURCE alone, for the conversion that started this process
+    bool parts = false;       ///< reads SOURCE alone, for the process that started this one
     unsigned int limit = 100; ///< differences that are named; 0 for all
     bool json = false;
 };

@@ -44,7 +44,7 @@ public:
     {
         if (digest)
             source.emplace(eFormatLegacy);
-        if (compared && CEarlyReading::isPossible())
+        if (compared && CDigestProcess::isPossible())
             early.emplace(folder, journal.source, sizes);
     }
 

@@ -3,42 +3,23 @@
 
 #include "brenmark/early_reading.h"
 
-#include "brenmark/digest_part.h"
-
 #include "core/deck/deck_files.h"
-#include "core/memory_ceiling.h"
-#include "core/thread_pool.h"
 #include "io/hdf5/deck_layout.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <csignal>
-#include <fcntl.h>
 #include <unistd.h>
 #include <utility>
 
 namespace NBrenmark {
 
-/// Opening a deck takes milliseconds; fewer bytes are read sooner afterwards.
-static constexpr double leastBytes = 16e6;
-
 CEarlyReading::CEarlyReading(const CPartialFolder& folder, const QString& source, const std::vector<double>& sizes)
-    : folder(folder), source(source), sizes(sizes)
+    : folder(folder), source(source), sizes(sizes), process(view())
 {}
 
-CEarlyReading::~CEarlyReading()
-{
-    processes.signal(SIGKILL);
-    while (processes.count() > 0)
-        processes.wait(1000);
-    if (input >= 0)
-        ::close(input);
-    folder.clearScratch();
-}
-
-bool CEarlyReading::isPossible() { return threadCount() > 1 && !isMemoryCeilingSet(); }
+CEarlyReading::~CEarlyReading() { folder.clearScratch(); }
 
 void CEarlyReading::finished(quint32 count)
 {
@@ -47,18 +28,17 @@ void CEarlyReading::finished(quint32 count)
     double bytes = 0.0;
     for (quint32 number = next; number < end; ++number)
         bytes += sizes[number];
-    if (isAtWork || isOver || bytes < leastBytes)
+    if (process.isAtWork() || isOver || bytes < CDigestProcess::leastBytes)
         return;
-    isAtWork = giveOut(end);
-    isOver = !isAtWork;
+    first = next;
+    next = end;
+    isOver = !makeView() || !process.askForTimesteps(first);
 }
 
 QString CEarlyReading::view() const
 {
     return folder.scratch() + QLatin1Char('/') + QFileInfo(folder.deck()).fileName();
 }
-
-QString CEarlyReading::record() const { return digestFileOfPart(view(), first); }
 
 /// Anew each time: what the process has read it has no more use for.
 bool CEarlyReading::makeView()
@@ -83,44 +63,10 @@ bool CEarlyReading::makeView()
     return isWhole;
 }
 
-bool CEarlyReading::startProcess()
-{
-    int ends[2] = {-1, -1};
-    if (::pipe2(ends, O_CLOEXEC) != 0)
-        return false;
-    input = ends[1];
-    try {
-        processes.start({"verify", "--early", "--threads", std::to_string(threadCount()), "--", nativePath(view())},
-                        ends[0]);
-    }
-    catch (const CFailure&) { // the comparison reads them
-    }
-    ::close(ends[0]);
-    return processes.count() > 0;
-}
-
-/// \return whether the process was given the timesteps up to before end
-bool CEarlyReading::giveOut(quint32 end)
-{
-    first = next;
-    next = end;
-    const std::string line = std::to_string(first) + '\n';
-    return makeView() && (input >= 0 || startProcess()) &&
-           ::write(input, line.data(), line.size()) == static_cast<ssize_t>(line.size());
-}
-
 void CEarlyReading::collect()
 {
-    const bool hasEnded = !processes.wait(0).empty();
-    if (isAtWork && QFileInfo::exists(record())) {
-        isAtWork = false;
-        try {
-            parts.push_back(readDigestPart(record()));
-        }
-        catch (const CFailure&) { // as above
-        }
-    }
-    isOver = isOver || hasEnded;
+    if (std::optional<SDigestPart> part = process.answer())
+        parts.push_back(std::move(*part));
 }
 
 /// Where the source has several models only those parts count that bring no other one: the others may add properties to
@@ -143,11 +89,8 @@ static bool agrees(const SDigestPart& part, const SDeckDigest& source)
 
 DigestParts CEarlyReading::take(const SDeckDigest& digest)
 {
-    if (input >= 0)
-        ::close(std::exchange(input, -1));
-    while (processes.count() > 0)
-        processes.wait(1000);
-    collect();
+    if (std::optional<SDigestPart> part = process.lastAnswer())
+        parts.push_back(std::move(*part));
     const auto disagrees = [&](const SDigestPart& part) { return !agrees(part, digest); };
     parts.erase(std::remove_if(parts.begin(), parts.end(), disagrees), parts.end());
     return std::move(parts);

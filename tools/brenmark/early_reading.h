@@ -2,8 +2,7 @@
 // Reading the finished timesteps of a new deck back from the disk while the next ones are still being converted, for the
 // comparison that follows. One deck is open in a process: another process of this program does it.
 
-#include "brenmark/child_process.h"
-#include "brenmark/deck_digest.h"
+#include "brenmark/digest_process.h"
 #include "brenmark/partial_folder.h"
 
 #include <QString>
@@ -20,7 +19,7 @@ public:
     /// \param source  whose settings the new deck gets at its end
     /// \param sizes   of the source's timesteps, bytes
     CEarlyReading(const CPartialFolder& folder, const QString& source, const std::vector<double>& sizes);
-    /// Ends the process that is at work.
+    /// Ends the process.
     ~CEarlyReading();
     CEarlyReading(const CEarlyReading&) = delete;
     CEarlyReading& operator=(const CEarlyReading&) = delete;
@@ -32,25 +31,17 @@ public:
     /// \return the digests that are equal to the source's, in the order of the timesteps
     DigestParts take(const SDeckDigest& source);
 
-    /// Whether the machine has a core for it, and no limit was set to the memory of one deck.
-    static bool isPossible();
-
 private:
     QString view() const;
-    QString record() const;
     bool makeView();
-    bool startProcess();
-    bool giveOut(quint32 end);
     void collect();
 
     const CPartialFolder& folder;
     const QString source;
     const std::vector<double> sizes;
-    CChildProcesses processes;
-    int input = -1;              ///< of the process; it ends where that ends
+    CDigestProcess process;
     quint32 first = 0, next = 0; ///< of the timesteps that were given out last, and the one after them
-    bool isAtWork = false;
-    bool isOver = false; ///< nothing is given out any more
+    bool isOver = false;         ///< nothing is given out any more
     DigestParts parts;
 };
 

@@ -29,6 +29,15 @@ public:
 
     quint32 edition() const { return header.edition; }
 
+    struct SHeader
+    {
+        quint32 firstVersion = 0;
+        quint32 lastVersion = 0;
+        quint32 edition = 0;
+    };
+    const SHeader& storedHeader() const { return header; }
+    void setHeader(const SHeader& stored) { header = stored; }
+
     struct SRecord
     {
         std::string root;
@@ -46,12 +55,7 @@ private:
     void lookAtRecord(const CSimulationData& data, const std::string& root);
     void lookAtMasks(const CParticleTypes& types, quint32 particleMask, const std::string& root);
 
-    struct
-    {
-        quint32 firstVersion = 0;
-        quint32 lastVersion = 0;
-        quint32 edition = 0;
-    } header;
+    SHeader header;
     std::vector<SRecord> versions; ///< in the order of the timesteps
     std::vector<SDifference> masks;
 };

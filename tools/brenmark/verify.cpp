@@ -4,7 +4,9 @@
 #include "brenmark/verify.h"
 
 #include "brenmark/deck_digest.h"
+#include "brenmark/deck_family.h"
 #include "brenmark/deck_text.h"
+#include "brenmark/digest_process.h"
 #include "brenmark/plugins/plugin_changes.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/reading_faults.h"
@@ -19,6 +21,7 @@
 #include <array>
 #include <chrono>
 #include <cstring>
+#include <functional>
 #include <optional>
 
 namespace NBrenmark {
@@ -37,7 +40,7 @@ bool sameBits(double a, double b)
 }
 
 /// Pairs of timestep numbers that belong together; noTimestep on the side where one is missing.
-/// Decks of one length go by number. Otherwise one lost a timestep, and the times tell which.
+/// Decks of one length go by number. Otherwise one lost a timestep, and the times show which.
 std::vector<std::pair<quint32, quint32>> pairs(const SDeckDigest& source, const SDeckDigest& converted)
 {
     std::vector<std::pair<quint32, quint32>> result;
@@ -165,15 +168,16 @@ std::optional<size_t> copiedFrom(const SDeckDigest& source, size_t own, const SD
 }
 
 /// Failures of one cause are one difference: a file that many timesteps need is damaged once.
-void tellUnreadable(const SDeckDigest& converted, std::vector<SDifference>& differences)
+void reportUnreadable(const SDeckDigest& converted, std::vector<SDifference>& differences)
 {
-    std::map<std::string, size_t> told; // cause, difference
+    std::map<std::string, size_t> reported; // cause, difference
     for (size_t number = 0; number < converted.timesteps.size(); ++number) {
         const std::string& failure = converted.timesteps[number].failure;
         if (failure.empty())
             continue;
         const size_t cause = failure.find(": ", failure.find(", timestep "));
-        const auto [known, isNew] = told.emplace(failure.substr(std::min(cause, failure.size())), differences.size());
+        const auto [known, isNew] =
+            reported.emplace(failure.substr(std::min(cause, failure.size())), differences.size());
         if (isNew)
             differences.push_back({eUnreadable, timestepRoot(static_cast<quint32>(number)), withoutEnd(failure),
                                    std::string(), std::string()});
@@ -190,7 +194,7 @@ public:
     {
         for (const auto& [i, j] : pairs(first, second))
             compare(i, j);
-        tellUnreadable(second, differences);
+        reportUnreadable(second, differences);
     }
 
     std::vector<SDifference> differences;
@@ -324,9 +328,10 @@ const char* verdictName(EVerdict verdict)
     return verdict == eHoldsAll ? "equal" : verdict == eHoldsWhatCouldBeRead ? "partial" : "different";
 }
 
-static SVerification compared(const SDeckDigest& first, const DigestParts& read, const QString& source,
-                              const QString& converted, unsigned int limit, CProgressDisplay& progress,
-                              const SComparison& comparison)
+/// \param readConverted  gives the digest of the converted deck
+static SVerification compared(const SDeckDigest& first, const std::function<SDeckDigest()>& readConverted,
+                              const QString& source, const QString& converted, unsigned int limit,
+                              CProgressDisplay& progress, const SComparison& comparison)
 {
     const auto begin = std::chrono::steady_clock::now();
     SVerification result;
@@ -340,7 +345,7 @@ static SVerification compared(const SDeckDigest& first, const DigestParts& read,
     result.sourceFigures = figuresOf(first);
 
     readingConverted(source, converted, comparison.isConversion, [&] {
-        const SDeckDigest second = digestOf(converted, "reading converted,", eIsNoted, progress, read);
+        const SDeckDigest second = readConverted();
         progress.clear();
         result.convertedDigest = valueDigestOf(second);
         result.convertedFigures = figuresOf(second);
@@ -383,12 +388,27 @@ static SVerification compared(const SDeckDigest& first, const DigestParts& read,
     return result;
 }
 
+static SDeckDigest digestOfConverted(const QString& path, CProgressDisplay& progress, const DigestParts& read = {})
+{
+    return digestOf(path, "reading converted,", eIsNoted, progress, read);
+}
+
+static bool isWorthAProcess(const QString& deck)
+{
+    return CDigestProcess::isPossible() && headOf(deck).format == eFormatHdf5 &&
+           static_cast<double>(bytesOf(familyFiles(deck))) >= CDigestProcess::leastBytes;
+}
+
 SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
                      const SComparison& comparison)
 {
     const auto begin = std::chrono::steady_clock::now();
+    CDigestProcess other(converted); // reads it while this process reads the source
+    const bool isRead = isWorthAProcess(converted) && other.askForAll();
     const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
-    SVerification result = compared(first, {}, source, converted, limit, progress, comparison);
+    const std::optional<SDigestPart> second = isRead ? other.lastAnswer() : std::nullopt;
+    const auto readConverted = [&] { return second ? second->digest : digestOfConverted(converted, progress); };
+    SVerification result = compared(first, readConverted, source, converted, limit, progress, comparison);
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
     return result;
 }
@@ -396,7 +416,8 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 SVerification verify(const SDeckDigest& first, const DigestParts& read, const QString& source, const QString& converted,
                      CProgressDisplay& progress)
 {
-    return compared(first, read, source, converted, defaultDifferenceLimit, progress, SComparison());
+    const auto readConverted = [&] { return digestOfConverted(converted, progress, read); };
+    return compared(first, readConverted, source, converted, defaultDifferenceLimit, progress, SComparison());
 }
 
 } // namespace NBrenmark

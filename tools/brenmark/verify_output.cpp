@@ -1,7 +1,7 @@
 // How the result of a comparison is printed.
 
 #include "brenmark/commands.h"
-#include "brenmark/digest_part.h"
+#include "brenmark/digest_process.h"
 #include "brenmark/failure.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/terminal.h"
@@ -166,8 +166,8 @@ static EExitCode verifyByDigest(const SVerifyOptions& options)
 
 EExitCode runVerify(const SVerifyOptions& options)
 {
-    if (options.early) {
-        writeDigestParts(options.source);
+    if (options.parts) {
+        answerDigestRequests(options.source);
         return eExitDone;
     }
     if (!options.digest.isEmpty())

@@ -49,7 +49,7 @@ def check(folder, number, unit):
     for command in unit:
         begins.append((text.count("\n"), command["file"]))
         text += pathlib.Path(command["file"]).read_text()
-    path = folder / f"{number}.cpp"
+    path = folder / f"{number}{pathlib.Path(begins[0][1]).suffix}"
     path.write_text(text)
     own = folder / str(number)
     own.mkdir(exist_ok=True)

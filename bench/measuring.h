@@ -23,7 +23,7 @@ namespace NBench {
 
 using namespace NBrenmark;
 
-/// Gives the header the version of the last legacy program: with that of today nobody takes a deck for one that
+/// Gives the header the version of the last legacy program: with that of today no one takes a deck for one that
 /// needs converting. Its blocks tell their own version.
 inline bool markAsLegacy(const QString& path)
 {

@@ -1,4 +1,4 @@
-# What the project stands on. packages.txt lists the Debian packages behind it.
+# What the project is built on; packages.txt lists the Debian packages for it.
 
 find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Xml)
 find_package(ZLIB 1.2.11 REQUIRED)

@@ -23,7 +23,7 @@ public:
     QueryMap(const QueryMap&) = delete;
     QueryMap& operator=(const QueryMap&) = delete;
 
-    /// Behind the other queries of the section, which is made when it is new.
+    /// After the other queries of the section, which is made when it is new.
     void add(const QString& section, std::unique_ptr<CQuery> query);
     void clear();
     int queryCount() const;

@@ -14,7 +14,7 @@ static std::string contactDisplayOf(const std::string& selection) { return selec
 
 static constexpr SLogTitle title{"Selection", eCauseInternal};
 
-static void tell(const std::string& text) { report(eRemark, title, text); }
+static void remark(const std::string& text) { report(eRemark, title, text); }
 
 CSelectionMap::CSelectionMap() = default;
 CSelectionMap::~CSelectionMap() = default;
@@ -40,7 +40,7 @@ bool CSelectionMap::add(std::unique_ptr<CSelection>& selection)
 CSelection* CSelectionMap::createSubSelection(CGeometricRegionSelection& region, const std::string& name, int element)
 {
     if (contains(name)) {
-        tell("Could not create sub-selection (name in use): " + name);
+        remark("Could not create sub-selection (name in use): " + name);
         return nullptr;
     }
     auto made = std::make_unique<CGeometricRegionElementSelection>(
@@ -66,11 +66,11 @@ int CSelectionMap::count(bool includeSubSelections) const
 bool CSelectionMap::rename(const std::string& oldName, const std::string& newName)
 {
     if (newName.empty() || !contains(oldName)) {
-        tell(newName.empty() ? "Selection name is not valid" : "Could not rename selection: " + oldName);
+        remark(newName.empty() ? "Selection name is not valid" : "Could not rename selection: " + oldName);
         return false;
     }
     if (contains(newName)) {
-        tell("Cannot rename " + oldName + ". The name " + newName + " is already in use.");
+        remark("Cannot rename " + oldName + ". The name " + newName + " is already in use.");
         return false;
     }
     displays.rename(particleDisplayOf(oldName), particleDisplayOf(newName));

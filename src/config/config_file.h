@@ -31,8 +31,8 @@ using ConfigLineObserver = std::function<void(int)>;
 int readConfigurationFile(const std::string& fileName, const CConfigHandle& handle,
                           const std::set<std::string>& excludedElements, const ConfigLineObserver& observer = {});
 
-/// Writes the tree from the handle on, in the form of the file. A value that the form can't hold as it is is told in
-/// the log, with what becomes of it: the text is such that reading and writing it again gives the same bytes.
+/// Writes the tree from the handle on, in the form of the file. A value that the form can't hold as it is is reported
+/// in the log, with what becomes of it: the text is such that reading and writing it again gives the same bytes.
 int writeConfiguration(QIODevice& device, const CConfigHandle& handle);
 
 /// Does so to a file. When this returns the file may still be on its way to its place:

@@ -94,7 +94,7 @@ static std::string encodeTriple(const TTriple& value)
     return "(" + textWithoutPlus(value.x) + ", " + textWithoutPlus(value.y) + ", " + textWithoutPlus(value.z) + ")";
 }
 
-/// Takes -digits.digits e-digits off the front of a text, fraction and exponent being optional. What stands
+/// Takes -digits.digits e-digits off the front of a text, fraction and exponent being optional. What is
 /// there is taken as far as it goes: nothing that may follow could be part of a number.
 static std::optional<std::string_view> takePlainNumber(std::string_view& text)
 {

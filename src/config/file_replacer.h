@@ -49,8 +49,8 @@ struct SFailedCopy
     std::string cause;
 };
 
-/// Waits until no copy is under way, and gives the targets that failed since the last call. Each of them is told
-/// in the log too. The end of the process waits as well, in silence: no finished file is lost to it.
+/// Waits until no copy is under way, and gives the targets that failed since the last call. Each of them is
+/// reported in the log too. The end of the process waits as well, in silence: no finished file is lost to it.
 std::vector<SFailedCopy> waitForCopies();
 
 } // namespace NBrenmark

@@ -28,7 +28,7 @@ static constexpr char endMarker[] = "ESS_END___";
 static constexpr int markerLength = 10;
 
 /// A file of nothing but block starts would fill the log.
-static constexpr int mostToldBlocks = 100;
+static constexpr int mostReportedBlocks = 100;
 
 CSettingsFile::CSettingsFile(std::vector<SSettingsEntry> entries) : entries(std::move(entries)) {}
 
@@ -154,9 +154,9 @@ bool CSettingsFile::read(CVersionedStream& stream, IProgressController* progress
         clearSettings(true);
         return false;
     }
-    if (damagedBlocks > mostToldBlocks)
-        report(eLost, NLogTitle::settings, std::to_string(damagedBlocks - mostToldBlocks) + " more damaged blocks.",
-               static_cast<quint64>(damagedBlocks - mostToldBlocks));
+    if (damagedBlocks > mostReportedBlocks)
+        report(eLost, NLogTitle::settings, std::to_string(damagedBlocks - mostReportedBlocks) + " more damaged blocks.",
+               static_cast<quint64>(damagedBlocks - mostReportedBlocks));
     settingsDirty = damagedBlocks > 0;
     return true;
 }
@@ -169,7 +169,7 @@ bool CSettingsFile::blockFailed(const QIODevice& device, const SSettingsEntry* e
     throwIfUnreadable(device);
     if (entry)
         entry->entry->clear(true);
-    if (++damagedBlocks <= mostToldBlocks)
+    if (++damagedBlocks <= mostReportedBlocks)
         report(eLost, NLogTitle::settings,
                "Block at byte " + std::to_string(position) + (detail.empty() ? "" : " (" + detail + ")") + ": " +
                    messageText(message).toStdString());

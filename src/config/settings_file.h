@@ -35,7 +35,7 @@ public:
     /// place in the background (config/file_replacer.h). Custom properties that are in an old companion file of
     /// their own live in this file from then on: the companion is removed.
     bool saveSettings(const QString& fileName, IProgressController* progress, bool force, bool writeCustomProperties);
-    /// Empties every entry, telling listeners if notify is true.
+    /// Empties every entry, notifying listeners if notify is true.
     void clearSettings(bool notify);
 
     /// All blocks up to the end of the stream, which is after the header. False after a cancel alone.

@@ -20,7 +20,7 @@ class ISimulationSettingsEntry : public IReadWrite
 public:
     virtual bool isModified() const = 0;
     virtual void setModified(bool modified) = 0;
-    /// Empties the entry, telling its listeners if notify is true.
+    /// Empties the entry, notifying its listeners if notify is true.
     virtual void clear(bool notify) = 0;
     /// Whether its block has to be written; one that says nothing is left out only if its entry wants that.
     virtual bool hasContent() const { return true; }

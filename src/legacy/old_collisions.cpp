@@ -22,8 +22,8 @@ void CSurfGeomCollision::read(IFileVisitorReader& v)
     v.readLegacySurfGeomCollisionSides(*this);
 }
 
-void CSurfSurfCollision::tell(IOldRecordListener& listener, qint64 byte) const { listener.hear(*this, byte); }
-void CSurfGeomCollision::tell(IOldRecordListener& listener, qint64 byte) const { listener.hear(*this, byte); }
+void CSurfSurfCollision::passTo(IOldRecordListener& listener, qint64 byte) const { listener.hear(*this, byte); }
+void CSurfGeomCollision::passTo(IOldRecordListener& listener, qint64 byte) const { listener.hear(*this, byte); }
 
 std::unique_ptr<CCollision> createCollision(qint32 kind)
 {

@@ -47,7 +47,7 @@ public:
     virtual ~CCollision() = default;
     virtual void read(IFileVisitorReader& visitor);
     /// As the kind that it is.
-    virtual void tell(IOldRecordListener& listener, qint64 byte) const = 0;
+    virtual void passTo(IOldRecordListener& listener, qint64 byte) const = 0;
 
     /// It goes on until it has an end time.
     bool hasEnded() const { return endTime > 0.0; }
@@ -71,7 +71,7 @@ class CSurfSurfCollision : public CCollision
 {
 public:
     void read(IFileVisitorReader& visitor) override;
-    void tell(IOldRecordListener& listener, qint64 byte) const override;
+    void passTo(IOldRecordListener& listener, qint64 byte) const override;
 
     SLegacyParticleSide first;
     SLegacyParticleSide second;
@@ -81,7 +81,7 @@ class CSurfGeomCollision : public CCollision
 {
 public:
     void read(IFileVisitorReader& visitor) override;
-    void tell(IOldRecordListener& listener, qint64 byte) const override;
+    void passTo(IOldRecordListener& listener, qint64 byte) const override;
 
     SLegacyParticleSide first;
     SLegacyGeometrySide second;

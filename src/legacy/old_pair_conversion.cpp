@@ -47,7 +47,7 @@ static PairRow rowOf(const PairEnd& first, const PairEnd& second)
 
 static C3DVector negated(const C3DVector& v) { return C3DVector(-v.x, -v.y, -v.z); }
 
-static void tellLost(quint64 lost, const char* one, const char* several, const std::string& why)
+static void reportLost(quint64 lost, const char* one, const char* several, const std::string& why)
 {
     if (lost > 0)
         report(eLost, NLogTitle::legacyRead,
@@ -120,7 +120,7 @@ void linkLegacyRows(CContacts& contacts, const SLegacyContactLists& old, const C
                    first = particleEnd(types, contact.firstParticleId, contact.firstElement);
                    second = triangleEnd(groups, contact.triangleId);
                });
-    tellLost(lost, "contact", "contacts", missingEnd);
+    reportLost(lost, "contact", "contacts", missingEnd);
     report(eLost, NLogTitle::legacyRead, counted(free, "contact") + " with a negative overlap dropped", free);
 }
 
@@ -154,7 +154,7 @@ void linkLegacyRows(CBonds& bonds, const CBondList& old, const CParticleTypes& t
         else
             ++lost;
     }
-    tellLost(lost, "bond", "bonds", missingEnd);
+    reportLost(lost, "bond", "bonds", missingEnd);
 }
 
 // ---------------------------------------------------------------- collisions
@@ -279,7 +279,7 @@ void linkLegacyRows(CCollisions& collisions, CContacts& contacts, const CActiveC
                                            ends = rowOf(*first, *second);
                                        return false;
                                    });
-    tellLost(counts.withoutContact, "collision that goes on", "collisions that go on", "without a contact");
+    reportLost(counts.withoutContact, "collision that goes on", "collisions that go on", "without a contact");
     if (counts.finished > 0)
         reportOnce(eNotCarried, NLogTitle::legacyRead,
                    "of the ends of " + std::to_string(counts.finished) +

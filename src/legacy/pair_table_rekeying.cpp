@@ -107,7 +107,7 @@ public:
             const std::string names = "\"" + shortened(entry.first) + "\" and \"" + shortened(entry.second) + "\"";
             auto pair = pairOf(entry.first, entry.second);
             if (!pair || pair->first.isEmpty() || pair->second.isEmpty()) {
-                tell(eUpgraded,
+                note(eUpgraded,
                      "the entry of " + names + " is dropped, because no pair of materials corresponds to it.");
                 continue;
             }
@@ -153,11 +153,11 @@ private:
                                        return !storesPairsOfTypes(other) || finished.count(&other) > 0;
                                    });
         if (made.isEmpty()) {
-            tell(eNotCarried,
+            note(eNotCarried,
                  "the entry of " + names + " is dropped, for its materials have another value and can't be doubled.");
             return false;
         }
-        tell(eUpgraded, "material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
+        note(eUpgraded, "material \"" + made.toStdString() + "\" is made from \"" + moved.toStdString() +
                             "\", for the entry of " + names + " has a value of its own.");
         if (pair.isOfOneType)
             pair.first = made;
@@ -166,7 +166,7 @@ private:
         return true;
     }
 
-    void tell(EEffect effect, const std::string& text) const
+    void note(EEffect effect, const std::string& text) const
     {
         reportOnce(effect, NLogTitle::conversion, model + (geometrySide ? " (with geometry): " : ": ") + text, 1,
                    model);

@@ -1,4 +1,4 @@
-// Why: today a template stands once, in a type, at size 1, and its particles are rows. A record holds the template at the
+// Why: today a template is stored once, in a type, at size 1, and its particles are rows. A record holds the template at the
 // particle's own size, so that it has to be brought back to size 1 before two of them can be known for one type.
 #include "legacy/particle_prototypes.h"
 
@@ -80,7 +80,7 @@ static void addPrototypeParticle(CParticleType& type, CParticlePrototype& protot
 }
 
 /// The custom values of a record follow one another without a name.
-static void tellCustomValues(const CParticlePrototypeRecords& records, const CParticleTypes& types)
+static void reportCustomValues(const CParticlePrototypeRecords& records, const CParticleTypes& types)
 {
     const std::size_t expected = types.types.empty() ? 0 : types.types.front()->customProperties.elementsTotal();
     quint64 surplus = 0;
@@ -109,7 +109,7 @@ static void bringToSizeOne(CParticlePrototype& record)
     record.scale = scale;
 }
 
-/// A particle without a size has no template either: it is taken as it stands.
+/// A particle without a size has no template either: it is taken as it is.
 static void repairScales(CParticlePrototypeRecords& records)
 {
     quint64 repaired = 0;
@@ -127,7 +127,7 @@ static void repairScales(CParticlePrototypeRecords& records)
 }
 
 /// The id of a particle is 1 or more; a place without one is free.
-static void tellParticlesWithoutId(const CParticlePrototypeRecords& records)
+static void reportParticlesWithoutId(const CParticlePrototypeRecords& records)
 {
     const auto without =
         std::count_if(records.begin(), records.end(), [](const CParticlePrototype& record) { return record.id < 1; });
@@ -170,7 +170,7 @@ void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, 
 {
     types.clear();
     repairScales(records);
-    tellParticlesWithoutId(records);
+    reportParticlesWithoutId(records);
     CDefinitionIndex index;
     CParticleType working(types.properties());
     std::vector<CParticleType*> typeOfRecord;
@@ -193,7 +193,7 @@ void fillFromRecords(CParticleTypes& types, CParticlePrototypeRecords& records, 
         type->electrostatic.charge.reserve(count);
         type->electrostatic.electrostaticForce.reserve(count);
     }
-    tellCustomValues(records, types);
+    reportCustomValues(records, types);
     for (std::size_t i = 0; i < records.size(); ++i)
         addPrototypeParticle(*typeOfRecord[i], records[i]);
     addTypesWithoutParticles(types, index, creator);

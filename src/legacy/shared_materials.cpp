@@ -36,7 +36,7 @@ static bool feedsOneOf(const SDeckFactory& factory, const QStringList& types)
 
 static std::string quoted(const QString& name) { return "\"" + shortened(name) + "\""; }
 
-static void tellSkipped(const std::vector<SDeckFactory>& factories)
+static void reportSkipped(const std::vector<SDeckFactory>& factories)
 {
     for (const SDeckFactory& factory : factories)
         if (factory.typeNames.empty())
@@ -97,16 +97,16 @@ static void splitMaterialOf(CCreatorData& creator, const QString& material, QStr
 void splitSharedMaterials(CCreatorData& creator)
 {
     std::vector<SDeckFactory> factories = factoriesOf(creator);
-    bool isTold = false;
+    bool isReported = false;
     const QHash<QString, QStringList> typesOf = typesByMaterial(creator);
     const QStringList materials = creator.materials.keys(); // of those made below nothing is shared
     for (const QString& material : materials) {
         const QStringList sharing = typesOf.value(material);
         if (sharing.size() < 2)
             continue;
-        if (!isTold)
-            tellSkipped(factories);
-        isTold = true;
+        if (!isReported)
+            reportSkipped(factories);
+        isReported = true;
         splitMaterialOf(creator, material, sharing, factories);
     }
 }
@@ -127,10 +127,10 @@ static QStringList materialsOf(const CCreatorData& creator, const std::vector<QS
 
 void checkFactoryMaterials(const CCreatorData& creator)
 {
-    std::set<quint32> toldGroups;
+    std::set<quint32> reportedGroups;
     for (const SDeckFactory& factory : factoriesOf(creator)) {
         const QStringList materials = materialsOf(creator, factory.typeNames);
-        if (materials.size() < 2 || !toldGroups.insert(factory.group).second)
+        if (materials.size() < 2 || !reportedGroups.insert(factory.group).second)
             continue;
         QStringList types;
         for (const QString& name : factory.typeNames)

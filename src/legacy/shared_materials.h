@@ -12,7 +12,7 @@ namespace NLegacySupport {
 /// Every material and type that is made, and every factory that names no type, is reported.
 void splitSharedMaterials(CCreatorData& creator);
 
-/// Tells, in each geometry group, of the first factory whose types are of several materials. Nothing is changed:
+/// Reports, in each geometry group, the first factory whose types are of several materials. Nothing is changed:
 /// what such a factory is to feed only its user knows.
 void checkFactoryMaterials(const CCreatorData& creator);
 

@@ -37,7 +37,7 @@ static std::map<std::string, Laws> lawsOf(const CCreatorData& creator)
     return laws;
 }
 
-static void tellConflict(const std::string& name, const Laws& laws)
+static void reportConflict(const std::string& name, const Laws& laws)
 {
     QStringList words;
     for (const ISizeDistribution* law : laws)
@@ -60,7 +60,7 @@ void buildSizeDistributions(CCreatorData& creator)
         map.add(name, whole, law);
         if (std::any_of(laws.begin(), laws.end(),
                         [&](const ISizeDistribution* other) { return !other->equals(first); }))
-            tellConflict(name, laws);
+            reportConflict(name, laws);
     }
     for (const auto& type : creator.particleTypes.types) {
         std::unique_ptr<ISizeDistribution> law =

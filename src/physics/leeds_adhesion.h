@@ -1,6 +1,6 @@
 #pragma once
 // Elastic-plastic adhesion in straight branches: a contact keeps its greatest overlap and the branch
-// that it stands on.
+// that it is based on.
 
 #include "physics/built_in_contact_model.h"
 #include "physics/name_tables.h"

@@ -88,7 +88,7 @@ std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32
     return source == eBuiltInModel ? nullptr : NApiPbf::bindExternalForce(name);
 }
 
-QString mendedModelName(const QString& storedName)
+QString repairedModelName(const QString& storedName)
 {
     return storedName == QLatin1String("hertz-mindlin (no slip)")
                ? QString(CHertzMindlinNoSlipContactModel::registeredName)

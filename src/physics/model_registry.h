@@ -51,6 +51,6 @@ std::unique_ptr<IContactModel> createContactModel(const QString& name, quint32 m
 std::unique_ptr<IExternalForce> createExternalForce(const QString& name, quint32 source, const IPhysicsOwner* deck);
 
 /// The name of a model as early decks spell it, as it is spelled now.
-QString mendedModelName(const QString& storedName);
+QString repairedModelName(const QString& storedName);
 
 } // namespace NBrenmark

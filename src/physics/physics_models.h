@@ -26,7 +26,7 @@ public:
     /// Holds the default model in each chain and no force.
     /// \param owner  may be null; not owned
     explicit CPhysicsModels(IPhysicsOwner* owner = nullptr);
-    /// Tells the listeners as clear does, so they must outlive the models or be removed before.
+    /// Notifies the listeners as clear does, so they must outlive the models or be removed before.
     ~CPhysicsModels();
     CPhysicsModels(const CPhysicsModels&) = delete;
     CPhysicsModels& operator=(const CPhysicsModels&) = delete;

@@ -20,8 +20,8 @@ static std::string labelOf(const IExternalForce& force)
 }
 
 /// \param isKept  whether the user stays by its name, so that nothing of the deck is lost
-static void tellRefusal(const std::string& user, const std::vector<std::string>& names, const std::string& reason,
-                        bool isKept)
+static void reportRefusal(const std::string& user, const std::vector<std::string>& names, const std::string& reason,
+                          bool isKept)
 {
     std::string text = "Error loading " + user + "\n" + user + " cannot be loaded.\nThe following custom properties:\n";
     for (const std::string& name : names)
@@ -50,9 +50,9 @@ static bool areAccepted(const CCustomPropertyManager& manager, const RequiredPro
             clashing.push_back(wanted->name);
     }
     if (!clashing.empty())
-        tellRefusal(user, clashing, "\nWill clash with already existing properties, this\n", isKept);
+        reportRefusal(user, clashing, "\nWill clash with already existing properties, this\n", isKept);
     if (!invalid.empty())
-        tellRefusal(user, invalid, "\nHave invalid names, this ", isKept);
+        reportRefusal(user, invalid, "\nHave invalid names, this ", isKept);
     return clashing.empty() && invalid.empty();
 }
 

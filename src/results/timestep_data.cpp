@@ -52,8 +52,8 @@ static TriangleCounts triangleCounts(const GeometryGroups& geometry)
     TriangleCounts counts;
     counts.reserve(geometry.groups().size());
     for (const CGeometryGroup* group : geometry.groups()) {
-        const bool stands = group != nullptr && group->index != GeometryGroups::notFound;
-        counts.push_back(stands ? static_cast<quint32>(group->triangleNodes.size()) : 0);
+        const bool isThere = group != nullptr && group->index != GeometryGroups::notFound;
+        counts.push_back(isThere ? static_cast<quint32>(group->triangleNodes.size()) : 0);
     }
     return counts;
 }

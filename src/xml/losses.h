@@ -16,12 +16,12 @@ public:
         if (isLost)
             all.append(QString::fromLatin1(what));
     }
-    void tell(const char* noun, const std::string& name) const
+    void report(const char* noun, const std::string& name) const
     {
-        report(eNotCarried, NLogTitle::xmlExport,
-               std::string("Of ") + noun + (name.empty() ? "" : " \"" + shortened(name) + '"') +
-                   " no document holds: " + all.join(", ").toStdString() + '.',
-               static_cast<quint64>(all.size()), shortened(name));
+        NBrenmark::report(eNotCarried, NLogTitle::xmlExport,
+                          std::string("Of ") + noun + (name.empty() ? "" : " \"" + shortened(name) + '"') +
+                              " no document holds: " + all.join(", ").toStdString() + '.',
+                          static_cast<quint64>(all.size()), shortened(name));
     }
 
 private:

@@ -205,7 +205,7 @@ TEST(FieldManager, numbersAndRefuses)
     EXPECT_EQ(heard, (std::vector<std::string>{"+a", "+b", "+c", "+last", "+d", "b>z", "-z", "0", "+e"}));
 }
 
-TEST(FieldManager, writesValidFieldsByNameAndTellsOfTheOthers)
+TEST(FieldManager, writesValidFieldsByNameAndReportsTheOthers)
 {
     CFieldManager manager;
     for (const char* name : {"b", "a"}) {

@@ -22,9 +22,9 @@ namespace {
 class CReadMap
 {
 public:
-    explicit CReadMap(const CBytes& block, quint32 version = current, quint32 edition = 0, int behind = 20)
+    explicit CReadMap(const CBytes& block, quint32 version = current, quint32 edition = 0, int after = 20)
     {
-        SSource source(block + CBytes::garbage(behind), version);
+        SSource source(block + CBytes::garbage(after), version);
         source.stream.edition = edition;
         source.stream.setLimit(block.size());
         CLogCapture log;
@@ -54,7 +54,7 @@ CBytes primitiveBytes()
     return CBytes().i32(2).f64s({1, 2, 3, 4, 5, 6, 7, 8, 9}).f64s({0.5, 0.25}).f64s({1, 1, 2, 3, 5, 8}).i32(48);
 }
 
-/// A selection of each class in the layout that is written: its word and what stands behind colour and opacity.
+/// A selection of each class in the layout that is written: its word and what comes after colour and opacity.
 const std::vector<std::pair<const char*, CBytes>> classes = {
     {"Manual Selection", CBytes().i32(3).i32(-4).i32(5).i32(60)},
     {"Lattice Bin Group", regionBytes() + boxBytes()},
@@ -265,7 +265,7 @@ TEST(SelectionMap, carriesAnOddSelectionWholeAndReadsTheOthers)
 }
 
 // Zeros read as lists of nothing wherever they begin; the work of trying them all has to stay in proportion.
-TEST(SelectionMap, tellsNothingOfWhatReadsInManyWays)
+TEST(SelectionMap, reportsNothingOfWhatReadsInManyWays)
 {
     for (const int megabytes : {1, 4}) {
         const CBytes zeros(QByteArray(megabytes << 20, 0));

@@ -292,7 +292,7 @@ TEST_F(DataConverter, cancelsBehindTheTimestepInHand)
     EXPECT_TRUE(host.convert(source.path("pile.dem"), target.path("heap.dem")));
 }
 
-TEST_F(DataConverter, tellsOfATargetThatCantBeMade)
+TEST_F(DataConverter, reportsATargetThatCantBeMade)
 {
     target.write("occupied", "a file, no folder");
     EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("occupied/heap.dem")));
@@ -300,18 +300,18 @@ TEST_F(DataConverter, tellsOfATargetThatCantBeMade)
     EXPECT_FALSE(host.converter.getLogMessages().empty());
 }
 
-TEST_F(DataConverter, tellsOfATargetThatVanishes)
+TEST_F(DataConverter, reportsATargetThatVanishes)
 {
     const CSnapshot before = source.snapshot();
     const std::pair<int, const char*> vanishings[] = {
-        // behind step, what goes away
+        // after step, what goes away
         {0, "."}, {1, "."}, {2, "."}, {1, "heap_data"}, {4, "heap_data"}, {1, "heap.dem"}, {6, "heap.dem"}};
     for (const auto& [atStep, name] : vanishings) {
         host.atStep = [&, atStep = atStep, name = name](int step) {
             if (step == atStep && !QFile::remove(target.path(name)))
                 QDir(target.path(name)).removeRecursively();
         };
-        EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("heap.dem"))) << name << " behind " << atStep;
+        EXPECT_FALSE(host.convert(source.path("pile.dem"), target.path("heap.dem"))) << name << " after " << atStep;
         EXPECT_EQ(host.converter.getError(), "Failed to convert simulation " + source.path("pile.dem") + ".");
         std::string told;
         for (const auto& [level, title, text] : host.converter.getLogMessages())

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the manual page and the README tell of the options that the command line has, and of no others.
+"""Checks that the manual page and the README name the options that the command line has, and of no others.
 
 Usage: manual.py ROOT brenmark
 """

@@ -71,7 +71,7 @@ TEST(ApplicationRoles, giveATreeWithoutAFileEveryDefault)
     EXPECT_EQ(tree.entries(), expected);
 }
 
-// What a file holds comes first, keys that nobody knows among it: below a role, in the elements of its lists,
+// What a file holds comes first, keys that no one knows among it: below a role, in the elements of its lists,
 // where a list has other children, and beside the roles.
 TEST(ApplicationRoles, changeNothingThatAFileHolds)
 {
@@ -145,7 +145,7 @@ TEST(ApplicationRoles, saveWhatTheKeysDontTakeOut)
     EXPECT_EQ(masks.timestepMask, 255u);
 }
 
-TEST(ApplicationRoles, tellOfAKeyOfAnotherKindAndLeaveIt)
+TEST(ApplicationRoles, reportAKeyOfAnotherKindAndLeaveIt)
 {
     SRoleTree tree;
     ASSERT_EQ(tree.read("PROCESSOR:GENERAL:PSI=DOUBLE:3\nANALYST:STEP:MODE=INT:2\n"), NConfig::eConfigDone);

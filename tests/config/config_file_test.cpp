@@ -78,16 +78,16 @@ TEST(ConfigFile, endsWithTheResultOfItsFirstFault)
         {"no line feed at the end", header.chopped(1), eConfigDone, nullptr},
         {"carriage returns", QByteArray(header + "A=INT:1\n \t\nB=INT:2").replace("\n", "\r\n"), eConfigDone, nullptr},
         {"blanks round the format", "  !format=KEYPATHVALUE \t\n!format-version=2.4.0.1\n", eConfigDone, nullptr},
-        {"text behind versions", "!format=KEYPATHVALUE\n!format-version=2.4.0.1.9 x\n !file-version=1.2.3.4\n",
+        {"text after versions", "!format=KEYPATHVALUE\n!format-version=2.4.0.1.9 x\n !file-version=1.2.3.4\n",
          eConfigDone, nullptr},
         {"older format", "!format=KEYPATHVALUE\n!format-version=2.3.9.99999999999999999999\n", eConfigDone, nullptr},
         {"a line that starts with NUL", header + QByteArray("\0A=INT:x\n", 9) + "B=INT:1\n", eConfigDone, nullptr},
         {"empty file", "", eConfigNoFormatLine, noFormat},
-        {"text behind the format", "!format=KEYPATHVALUE x\n!format-version=2.4.0.1\n", eConfigNoFormatLine, noFormat},
+        {"text after the format", "!format=KEYPATHVALUE x\n!format-version=2.4.0.1\n", eConfigNoFormatLine, noFormat},
         {"another format", "!format=XML\n!format-version=2.4.0.1\n", eConfigNoFormatLine, noFormat},
         {"format alone", "!format=KEYPATHVALUE\n", eConfigInvalidLine, noVersion},
         {"version too short", "!format=KEYPATHVALUE\n!format-version=2.4.0\n", eConfigInvalidLine, noVersion},
-        {"version behind text", "!format=KEYPATHVALUE\nx!format-version=2.4.0.1\n", eConfigInvalidLine, noVersion},
+        {"version after text", "!format=KEYPATHVALUE\nx!format-version=2.4.0.1\n", eConfigInvalidLine, noVersion},
         {"later format", "!format=KEYPATHVALUE\n!format-version=2.4.0.2\n", eConfigLaterFormat,
          "later version\nof the"},
         {"later by number, not by letter", "!format=KEYPATHVALUE\n!format-version=10.0.0.0\n", eConfigLaterFormat,
@@ -181,7 +181,7 @@ TEST(ConfigFile, passesOverExcludedElements)
     EXPECT_EQ(file.manager.value<int>(path("SKIPPED")), 2);
 }
 
-TEST(ConfigFile, readsBelowTheHandleAndTellsEachHundredLines)
+TEST(ConfigFile, readsBelowTheHandleAndReportsEachHundredLines)
 {
     CTempFolder folder;
     QByteArray bytes = header;
@@ -274,7 +274,7 @@ QByteArray textOf(CConfigManager& manager)
 }
 
 /// What the log says while a tree is written.
-std::string toldWhileWriting(CConfigManager& manager, QByteArray& bytes)
+std::string reportedWhileWriting(CConfigManager& manager, QByteArray& bytes)
 {
     CPersistentLogger logger(eWarning);
     addLogModule(&logger);
@@ -293,7 +293,7 @@ struct SMendedCase
     const char* entry; ///< without the key; null if the entry is left out
 };
 
-TEST(ConfigFile, tellsOfAValueThatItCannotHold)
+TEST(ConfigFile, reportsAValueThatItCannotHold)
 {
     const SMendedCase cases[] = {
         {"more than six digits", 0.12345678, "DOUBLE:0.123457"},
@@ -312,7 +312,7 @@ TEST(ConfigFile, tellsOfAValueThatItCannotHold)
         manager.findNode(path("K:V"), true)->value = c.value;
         manager.value<int>(path("Z"), 1);
         QByteArray bytes;
-        const std::string told = toldWhileWriting(manager, bytes);
+        const std::string told = reportedWhileWriting(manager, bytes);
         EXPECT_NE(told.find("key K:V"), std::string::npos) << c.name << told;
         EXPECT_TRUE(bytes.endsWith("\nZ=INT:1\n")) << c.name;
         const QByteArray entry = c.entry ? QByteArray("\nK:V=") + c.entry + "\n" : QByteArray();
@@ -328,7 +328,7 @@ TEST(ConfigFile, leavesOutAKeyThatWouldReadAsAnother)
         manager.value<int>(CKeyPath(std::vector<std::string>{"K", element}), 1);
         manager.value<int>(path("Z"), 1);
         QByteArray bytes;
-        EXPECT_NE(toldWhileWriting(manager, bytes).find("key K:"), std::string::npos) << element;
+        EXPECT_NE(reportedWhileWriting(manager, bytes).find("key K:"), std::string::npos) << element;
         EXPECT_TRUE(bytes.endsWith("!file-version=30.0.2\nZ=INT:1\n")) << element;
     }
 }
@@ -455,7 +455,7 @@ TEST(ConfigFile, readAndWrittenAgainIsTheSameAndNothingIsLostUntold)
             manager.findNode(CKeyPath(elements), true)->value = odd.value();
         }
         QByteArray first;
-        const std::string told = toldWhileWriting(manager, first);
+        const std::string told = reportedWhileWriting(manager, first);
         CReadFile again(first);
         ASSERT_EQ(again.result, eConfigDone) << seed << again.logText();
         ASSERT_EQ(again.logText(), "") << seed;

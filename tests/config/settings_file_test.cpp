@@ -248,7 +248,7 @@ TEST(SettingsFile, thatIsMissingLeavesTheEntriesEmpty)
     addLogModule(&logger);
     EXPECT_TRUE(entries.file.loadSettings(entries.folder.path(), nullptr)) << "a folder can't be opened";
     clearLogModules();
-    EXPECT_EQ(logger.messages().size(), 1u) << "but it is there, so the log tells of it";
+    EXPECT_EQ(logger.messages().size(), 1u) << "but it is there, so the log reports it";
 }
 
 TEST(SettingsFile, isRefusedForItsHeader)
@@ -282,7 +282,7 @@ struct SHeaderCase
     quint32 seen;
 };
 
-TEST(SettingsFile, tellsItsEntriesTheVersion)
+TEST(SettingsFile, passesTheVersionToItsEntries)
 {
     const SHeaderCase cases[] = {
         {makeVersion(2, 4, 57), false, makeVersion(2, 4, 57)}, {makeVersion(3, 0, 15), false, makeVersion(20, 0, 15)},
@@ -328,7 +328,7 @@ public:
 TEST(SettingsFile, listensToTheUser)
 {
     const CBytes whole = header + goodBlock(1) + goodBlock(2);
-    for (const int from : {1, 2, 3, 4}) { // two blocks, the end, and behind the thread
+    for (const int from : {1, 2, 3, 4}) { // two blocks, the end, and after the thread
         CThreeEntries entries;
         CAnswering cancels(eCancel, from);
         EXPECT_FALSE(entries.load(whole, &cancels)) << from;

@@ -59,7 +59,7 @@ TEST_F(Log, saysOnceWhatIsToBeSaidOncePerDeck)
 {
     logMessage(eError, "t", "kept without a module", 0, 1);
     addLogModule(&first);
-    logMessage(eError, "t", "kept without a module", 0, 1); // was said, if to nobody
+    logMessage(eError, "t", "kept without a module", 0, 1); // was said, if to no one
     logMessage(eError, "t", "new", 0, 1);
     logMessage(eWarning, "t", "new", 3, 1); // level and flag are no part of what is remembered
     logMessage(eError, "t", "new", 0, 0);

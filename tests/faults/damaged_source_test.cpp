@@ -142,7 +142,7 @@ qint64 placeOf(const CLegacyDeck& deck, int timestep)
     return static_cast<qint64>(deck.timestepPlaces()[timestep].offset);
 }
 
-/// Behind its name, place of the model and stamp, a timestep begins with a marker.
+/// After its name, place of the model and stamp, a timestep begins with a marker.
 qint64 markerAt(const CLegacyDeck& deck, int timestep)
 {
     const qint64 name = CBytes().text(QStringLiteral("class CTimestepData64")).size();
@@ -150,7 +150,7 @@ qint64 markerAt(const CLegacyDeck& deck, int timestep)
 }
 
 const SFault faults[] = {
-    {"an offset behind the end of the file",
+    {"an offset after the end of the file",
      [](SStored& s, const CLegacyDeck&) { s.index = s.index.with(4 + 24 + 12, CBytes().u64(0x7FFFFFFFFFFF)); }, 1,
      "deck.dem"},
     {"an offset that is negative",
@@ -186,7 +186,7 @@ const SFault faults[] = {
     {"last written by a later one",
      [](SStored& s, const CLegacyDeck&) { s.data = s.data.with(4, CBytes().u32(makeVersion(30, 0, 21))); }, 0,
      "deck.dem: header of version"},
-    {"bytes behind the last timestep", [](SStored& s, const CLegacyDeck&) { s.segment += CBytes::garbage(100); }, 3,
+    {"bytes after the last timestep", [](SStored& s, const CLegacyDeck&) { s.segment += CBytes::garbage(100); }, 3,
      "100 bytes before the end of the file, and no block begins there"},
     {"bytes between two timesteps",
      [](SStored& s, const CLegacyDeck& d) {
@@ -206,7 +206,7 @@ const SFault faults[] = {
      "deck.dfg"},
 };
 
-TEST(DamagedSource, costsWhatIsDamagedAndIsTold)
+TEST(DamagedSource, costsWhatIsDamagedAndIsReported)
 {
     const CLegacyDeck deck = smallDeck(makeVersion(27, 0, 3));
     for (const SFault& fault : faults) {
@@ -268,7 +268,7 @@ TEST(DamagedSource, losesOfItsSettingsTheDamagedBlockAlone)
 
 // ---------------------------------------------------------------- what is no file
 
-TEST(DamagedSource, isNotWaitedForWhereNobodyWrites)
+TEST(DamagedSource, isNotWaitedForWhereNoOneWrites)
 {
     const SStored whole = stored(smallDeck(makeVersion(27, 0, 3)));
     struct SPlaceholder

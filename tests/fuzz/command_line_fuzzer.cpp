@@ -1,5 +1,5 @@
 // Any bytes in place of the files of a deck, under the commands that read it: they end with a status or a failure that
-// they can tell of. The input is the sizes of index, settings and configuration, then these, and the data file.
+// they can report. The input is the sizes of index, settings and configuration, then these, and the data file.
 
 #include "brenmark/commands.h"
 #include "brenmark/failure.h"

@@ -90,7 +90,7 @@ TEST(SharedMaterials, besideAFactoryOfBothTheOthersGetTypesOfTheirOwn)
                           "material \"m\": it feeds the new type \"B(1)\" of the new material \"m(2)\" from now on.\n");
 }
 
-TEST(SharedMaterials, aFactoryWithoutATypeIsLeftOutAndTold)
+TEST(SharedMaterials, aFactoryWithoutATypeIsLeftOutAndReported)
 {
     SOldModel model;
     CGeometryGroup& box = model.addGroup("Box", "n");
@@ -101,7 +101,7 @@ TEST(SharedMaterials, aFactoryWithoutATypeIsLeftOutAndTold)
     model.addType("A", "m");
     CLogCapture log;
     splitSharedMaterials(model.creator);
-    EXPECT_EQ(log.text(), "") << "no material is shared, so that nobody is left out";
+    EXPECT_EQ(log.text(), "") << "no material is shared, so that no one is left out";
     model.addType("B", "m");
     splitSharedMaterials(model.creator);
     EXPECT_EQ(model.types(), "A:m(1) B:m");
@@ -132,7 +132,7 @@ TEST(SharedMaterials, areSplitWithinTheMemoryThatAModelMayTake)
     EXPECT_LT(model.creator.interactions.entries.size(), 20000);
 }
 
-TEST(FactoryMaterials, theFirstFactoryOfAGroupThatMixesMaterialsIsTold)
+TEST(FactoryMaterials, theFirstFactoryOfAGroupThatMixesMaterialsIsReported)
 {
     SOldModel model;
     for (const auto& [type, material] : {std::pair("A", "m"), std::pair("%3", "n"), std::pair("C", "m")})
@@ -190,7 +190,7 @@ TEST(SizeDistributionsOfFactories, eachTypeGetsTheLawOfItsFirstFactoryAndItsShar
               "type comes without it.\n");
 }
 
-TEST(SizeDistributionsOfFactories, factoriesThatDisagreeAreToldWithTheirKinds)
+TEST(SizeDistributionsOfFactories, factoriesThatDisagreeAreReportedWithTheirKinds)
 {
     SOldModel model;
     model.addType("A", "m");

@@ -61,7 +61,7 @@ TEST(LegacyPropertyFile, replacesWhatTheSettingsBrought)
     EXPECT_EQ(much.unitsType, 20u);
 }
 
-TEST(LegacyPropertyFile, finalizesNoMoreThanItDefinesAndTellsOfTheRest)
+TEST(LegacyPropertyFile, finalizesNoMoreThanItDefinesAndReportsTheRest)
 {
     struct SCase
     {

@@ -81,7 +81,7 @@ TRecord recordOf(const SEndsCase& c)
 
 } // namespace
 
-TEST(OldPairs, findTheirEndsOrAreLeftOutAndTold)
+TEST(OldPairs, findTheirEndsOrAreLeftOutAndReported)
 {
     for (const SEndsCase& c : endsCases) {
         SOldStep step;

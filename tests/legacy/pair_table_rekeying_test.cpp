@@ -60,7 +60,7 @@ TEST(PairTableRekeying, namesMaterialsAndMakesOneForASecondValue)
     }
 }
 
-TEST(PairTableRekeying, dropsWhatNamesNoTypeAndTellsIt)
+TEST(PairTableRekeying, dropsWhatNamesNoTypeAndReportsIt)
 {
     SOldDeck deck;
     auto& table = deck.addModel<CJkrContactModel>().surfaceEnergy;

@@ -69,7 +69,7 @@ TEST(Domain, whatLeftIsMovedByWholeWidthsAndEndsInside)
     }
 }
 
-TEST(Domain, aPointOutsideOnAnAxisThatIsNotPeriodicIsTold)
+TEST(Domain, aPointOutsideOnAnAxisThatIsNotPeriodicIsReported)
 {
     struct SCase
     {

@@ -176,7 +176,7 @@ TEST(ElementIds, idsOfAFileAreEnteredAndTheGapsChainedFromTheHighestDown)
 {
     GeometryGroups groups;
     auto* group = named("a");
-    setStrip(*group, 2); // nobody gives it ids yet
+    setStrip(*group, 2); // no one gives it ids yet
     EXPECT_TRUE(group->vertexIds.empty());
     group->vertexIds = {9, 2, 5, 3000000};
     group->triangleIds = {1000000, 4};

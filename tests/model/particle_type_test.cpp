@@ -31,7 +31,7 @@ TEST(StoredFields, theParticleMaskTakesOutItsArrays)
         {47 & ~4, 0x21EF},  // no angular velocity: bit 4
         {47 & ~8, 0x203F},  // no forces: bits 6, 7 and 8
         {47 & ~32, 0x21FF}, // properties are no array of this word
-        {47 & ~1, 0x21FF},  // bit 0 is tested by nobody
+        {47 & ~1, 0x21FF},  // bit 0 is tested by no one
         {0, 0x202D},
     };
     for (const SCase& c : cases)

@@ -84,8 +84,8 @@ TEST(ModelRegistry, knowsNothingElse)
 {
     for (const char* name : {"", "hertz-mindlin (no slip)", "Hertz-Mindlin (no slip) ", "Temperature Update", "none"})
         EXPECT_EQ(createContactModel(name, eSphereSphereModel, 0), nullptr) << name;
-    EXPECT_EQ(mendedModelName("hertz-mindlin (no slip)"), "Hertz-Mindlin (no slip)");
-    EXPECT_EQ(mendedModelName("linear spring"), "linear spring") << "the one name that is mended";
+    EXPECT_EQ(repairedModelName("hertz-mindlin (no slip)"), "Hertz-Mindlin (no slip)");
+    EXPECT_EQ(repairedModelName("linear spring"), "linear spring") << "the one name that is repaired";
 }
 
 TEST(ModelRegistry, knowsTwoExternalForces)

@@ -49,7 +49,7 @@ TEST(ParameterRecords, aPairIsOneInEitherOrderOfBytes)
     CPairTable<double> table;
     table.set("steel", "Glass", 1.0);
     table.set("Glass", "steel", 2.0);
-    table.set("\xC3\x84", "z", 3.0); // a letter beyond 7 bits stands behind z
+    table.set("\xC3\x84", "z", 3.0); // a letter beyond 7 bits comes after z
     ASSERT_EQ(table.entries.size(), 2u);
     EXPECT_EQ(table.entries.begin()->first.first, "Glass") << "capitals stand before small letters";
     EXPECT_EQ(table.entries.rbegin()->first.first, "z");

@@ -96,7 +96,7 @@ struct SListener : IPhysicsModelChangeListener
     QString refused;
 };
 
-TEST(PhysicsModels, listenersAreAskedThenToldAndOneNoIsEnough)
+TEST(PhysicsModels, listenersAreAskedThenNotifiedAndOneNoIsEnough)
 {
     std::string told;
     SListener both[] = {{told, "1", "Linear Cohesion"}, {told, "2"}}; // asked in the order of their addresses
@@ -110,7 +110,7 @@ TEST(PhysicsModels, listenersAreAskedThenToldAndOneNoIsEnough)
         return told;
     };
 
-    EXPECT_EQ(after([&] { physics.clear(); }), "") << "nothing there, nobody told";
+    EXPECT_EQ(after([&] { physics.clear(); }), "") << "nothing there, no one notified";
     EXPECT_EQ(after([&] { physics.addContactModel(built("Linear Spring"), -1); }),
               "1?Linear Spring 2?Linear Spring 1+Linear Spring 2+Linear Spring ");
     EXPECT_EQ(after([&] { EXPECT_FALSE(physics.addContactModel(built("Linear Cohesion"), 0)); }), "1?Linear Cohesion ");

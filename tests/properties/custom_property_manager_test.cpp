@@ -354,7 +354,7 @@ TEST(PropertyPayload, tentativePropertiesHaveNoValuesAnywhere)
         EXPECT_EQ(manager.propertyCount(), 2u);
         EXPECT_EQ(manager.finalizedCount(), 0u);
         EXPECT_TRUE(data.lists.empty());
-        EXPECT_EQ(listener.heard, "added(1) added(2) "); // nothing is finalized: no change of values to tell
+        EXPECT_EQ(listener.heard, "added(1) added(2) "); // nothing is finalized: no change of values to report
         manager.removeListener(&listener);
         manager.clear(false);
         EXPECT_TRUE(readPayload(manager, bytes(twoProperties)).result);
@@ -364,7 +364,7 @@ TEST(PropertyPayload, tentativePropertiesHaveNoValuesAnywhere)
     EXPECT_TRUE(readPayload(manager, bytes("ffffffff 00000000")).result);
 }
 
-TEST(PropertyPayload, damagedOnesAreRefusedWholeAndTold)
+TEST(PropertyPayload, damagedOnesAreRefusedWholeAndReported)
 {
     struct SCase
     {
@@ -407,7 +407,7 @@ TEST(PropertyPayload, damagedOnesAreRefusedWholeAndTold)
     }
 }
 
-TEST(PropertyPayload, aFinalizedIndexOutsideOfTheSequenceIsMended)
+TEST(PropertyPayload, aFinalizedIndexOutsideOfTheSequenceIsRepaired)
 {
     for (const auto& [stored, taken] :
          {std::pair<const char*, int>{"00000002", 1}, {"7fffffff", 1}, {"fffffffe", -1}, {"80000000", -1}}) {

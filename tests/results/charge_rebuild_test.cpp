@@ -78,7 +78,7 @@ TEST_F(ChargeRebuild, neverReplacesValuesThatTheDeckHolds)
     CParticleType& type = chargedType();
     CCustomPropertyValueList& list = *type.customProperties.list("Charge");
     list.values = {5e-9, 0.0};
-    list.fitTo(2); // as a reader does behind the values of a file
+    list.fitTo(2); // as a reader does after the values of a file
     timestep.rebuildChargeProperties();
     EXPECT_EQ(list.values, (std::vector<double>{5e-9, 0.0}));
     // The next timestep of another version may hold none.
@@ -87,7 +87,7 @@ TEST_F(ChargeRebuild, neverReplacesValuesThatTheDeckHolds)
     EXPECT_EQ(type.customProperties.list("Charge")->values, (std::vector<double>{1e-9, -2e-9}));
 }
 
-TEST_F(ChargeRebuild, tellsOfChargesThatHaveNowhereToGo)
+TEST_F(ChargeRebuild, reportsChargesThatHaveNowhereToGo)
 {
     define("Charge", 1, false);
     CParticleType& type = chargedType();
@@ -130,12 +130,12 @@ TEST_F(ChargeRebuild, fillsThePropertyOfEachTriangle)
 
     CCustomPropertyValueList& list = *wall.customProperties.list("Charge");
     list.values = {5e-9, 0.0};
-    list.fitTo(2); // as a reader does behind the values of a file
+    list.fitTo(2); // as a reader does after the values of a file
     timestep.rebuildChargeProperties();
     EXPECT_EQ(list.values, (std::vector<double>{5e-9, 0.0})) << "the deck's own";
 }
 
-TEST_F(ChargeRebuild, tellsOfChargesOfAWallThatHaveNowhereToGo)
+TEST_F(ChargeRebuild, reportsChargesOfAWallThatHaveNowhereToGo)
 {
     CGeometryGroup& wall = chargedWall();
     geometry.setModified(true);

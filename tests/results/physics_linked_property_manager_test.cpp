@@ -99,7 +99,7 @@ TEST(PhysicsLinkedPropertyManager, keepsModelsOutWhosePropertiesClash)
     }
 }
 
-TEST(PhysicsLinkedPropertyManager, tellsTheRefusalInTheLog)
+TEST(PhysicsLinkedPropertyManager, reportsTheRefusalInTheLog)
 {
     SFollowed deck;
     for (const char* name : {"Temperature", "Heat Flux"}) {

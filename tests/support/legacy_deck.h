@@ -113,7 +113,7 @@ struct SDeckEnergy
 {
     double kinetic = 0.0, potential = 0.0, createdParticles = 0.0, destroyedParticles = 0.0, external = 0.0;
     double lostThroughContacts = 0.0, lostThroughCapping = 0.0;
-    STriple totals{}; ///< the three behind the current value
+    STriple totals{}; ///< the three after the current value
 };
 
 /// The four words of a pair: type and element of the first end, type or group and element of the second.
@@ -203,7 +203,7 @@ struct SDeckTimestep
 SDeckModel defaultDeckModel();
 
 CBytes stampBytes(quint32 version, const SDeckStamp& stamp);
-/// Behind the key of the material map.
+/// After the key of the material map.
 CBytes materialBytes(quint32 version, const SDeckMaterial& material);
 CBytes interactionBytes(const SDeckInteraction& interaction);
 CBytes customPropertyBytes(const SDeckCustomProperties& properties);
@@ -214,7 +214,7 @@ CBytes particleTypeBytes(quint32 version, const SDeckParticleType& type);
 CBytes particleTypesBytes(quint32 version, const SDeckParticleTypes& particles);
 CBytes physicsBytes(const SDeckCreator& creator);
 
-/// Behind the name of a creator block.
+/// After the name of a creator block.
 CBytes creatorBytes(quint32 version, const SDeckCreator& creator);
 
 /// From the stamp of a timestep to the particle types, exclusive.
@@ -227,7 +227,7 @@ CBytes pairBytes(quint32 version, const SDeckPairs& pairs);
 CBytes pluginFactoryBytes(quint32 version, const std::vector<SDeckPluginFactory>& factories);
 /// From the time on.
 CBytes timestepTailBytes(quint32 version, const SDeckTimestep& timestep);
-/// Behind the creator pair of a timestep block.
+/// After the creator pair of a timestep block.
 CBytes timestepBytes(quint32 version, const SDeckTimestep& timestep);
 
 /// Bytes that a row takes in the array of a fields bit; 0 for a bit without an array.

@@ -52,7 +52,7 @@ struct SDeckMotion
     bool isRotation = false;
     STriple pointOfAction{}; ///< the two of a rotation
     int movesWithBody = 1;
-    std::vector<double> numbers{}; ///< behind that, in the order of the file
+    std::vector<double> numbers{}; ///< after that, in the order of the file
 
     // In a timestep, a linear rotation alone.
     STriple pointNow{};

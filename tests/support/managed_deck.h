@@ -13,7 +13,7 @@ template <class TManager>
 class CManaged
 {
 public:
-    /// \param more  what the manager takes behind the simulation
+    /// \param more  what the manager takes after the simulation
     template <class... TMore>
     explicit CManaged(TMore... more)
     {

@@ -12,9 +12,9 @@ extern const std::vector<quint32> oldVersions;
 
 /// The geometry alone.
 CBytes oldGroupBytes(quint32 version);
-/// Behind the name of a creator block.
+/// After the name of a creator block.
 CBytes oldCreatorBytes(quint32 version);
-/// Behind the creator pair of a timestep block.
+/// After the creator pair of a timestep block.
 CBytes oldTimestepBytes(quint32 version);
 /// Writes NAME.dem and NAME.idx of a deck with that model and two such timesteps. \return the path of NAME.dem
 QString writeOldDeck(quint32 version, const QString& folder, const QString& name);

@@ -32,7 +32,7 @@
 namespace NBrenmark {
 
 /// A deck's model, around whatever a sample needs: managers with properties that are finalized and
-/// one behind them that is tentative.
+/// one after them that is tentative.
 struct SModel
 {
     SModel();

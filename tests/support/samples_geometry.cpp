@@ -387,7 +387,7 @@ void fill(GeometryGroups& groups)
         fillList(*group->factories, groups.managers.particle);
         group->setName(name);
         group->index = index;
-        index += 2; // a gap behind each
+        index += 2; // a gap after each
         groups.add(group.release(), false);
     };
     add(std::make_unique<CBox>(groups.managers.geometry), "Box");

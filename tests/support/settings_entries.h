@@ -18,18 +18,18 @@ CBytes vectorBytes(const std::vector<double>& components);
 CBytes fieldBytes(quint32 version, const QString& name, qint32 id, qint32 plane, const SampleVectors& points,
                   const SampleVectors& values);
 
-/// What every query has, behind the word of its class.
+/// What every query has, after the word of its class.
 CBytes queryBytes(const QString& primaryAttribute = "Velocity");
 /// Sections of queries, each query with its class in front of it.
 CBytes queryMapBytes(const std::vector<std::pair<QString, std::vector<CBytes>>>& sections);
 
 /// Display options as some other program may leave them.
 CBytes displayBytes();
-/// One type filter behind its count and class.
+/// One type filter after its count and class.
 CBytes filterListBytes();
 /// Class and name, as the map stores them in front of a selection, and name and flag, with which that begins.
 CBytes selectionHead(const QString& typeId, const QString& name);
-/// What stands behind that in every selection: display options, filters, queries.
+/// What comes after that in every selection: display options, filters, queries.
 CBytes selectionBase(const CBytes& queries);
 /// Colour and opacity, as far as a version has them.
 CBytes colourBytes(quint32 version);

@@ -93,7 +93,7 @@ CToolRun& CToolRun::outputTo(const std::string& path)
     return *this;
 }
 
-CToolRun& CToolRun::outputToNobody()
+CToolRun& CToolRun::outputToNoOne()
 {
     nobodyReads = true;
     return *this;

@@ -32,7 +32,7 @@ public:
     /// Standard output goes to a file that exists, for example /dev/full.
     CToolRun& outputTo(const std::string& path);
     /// Standard output goes to a pipe whose reader has gone.
-    CToolRun& outputToNobody();
+    CToolRun& outputToNoOne();
 
     void start();
     /// Waits until standard error holds a text. False if the process ended or half a minute passed before.

@@ -62,7 +62,7 @@ CLegacyDeck longDeck(int timesteps)
 
 } // namespace
 
-TEST(Convert, makesADeckThatHoldsAllAndTellsSo)
+TEST(Convert, makesADeckThatHoldsAllAndSaysSo)
 {
     CSource source;
     const SToolResult result = runTool({"convert", source.path, source.target(), "--verify", "--json"});
@@ -411,7 +411,7 @@ TEST(ConvertResumed, goesOnFromNothingElseThanWhatItBegan)
     EXPECT_FALSE(folder.has("out.dem.partial"));
 }
 
-TEST(ConvertFailure, ofADamagedSourceIsToldByFileAndTimestep)
+TEST(ConvertFailure, ofADamagedSourceIsReportedByFileAndTimestep)
 {
     // Cut in the second timestep: the first one is converted, the file and the place are named.
     const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));

@@ -174,7 +174,7 @@ const SChangeCase changeCases[] = {
          t["sizeDistributions/C/value"] = "1";
          t["sizeDistributions/C/radiusScaling"] = "true";
      }},
-    {"size laws of nobody", 0, 3,
+    {"size laws of no one", 0, 3,
      [](TextMap& t) {
          t["sizeDistributions/A/percentage"] = "100"; // B shares the material
          t["sizeDistributions/A/value"] = "3";

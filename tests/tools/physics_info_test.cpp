@@ -1,4 +1,4 @@
-// Contact models, external forces, custom properties and geometry as brenmark info tells them.
+// Contact models, external forces, custom properties and geometry as brenmark info shows them.
 #include "support/legacy_deck.h"
 #include "support/paths.h"
 #include "support/temp_folder.h"
@@ -19,7 +19,7 @@ static std::string namesOf(const Json& models)
     return names;
 }
 
-TEST(PhysicsOfADeck, isToldChainByChain)
+TEST(PhysicsOfADeck, isReportedChainByChain)
 {
     const std::string deck = sampleDeck("physics-25.dem");
     const Json physics = Json::parse(runTool({"info", "--json", deck}).output)["physics"];
@@ -97,7 +97,7 @@ TEST(PhysicsOfADeck, namesTheTablesOfEveryModel)
 }
 
 /// Four groups, one of each shape, and two factories.
-TEST(GeometryOfADeck, isToldByInfo)
+TEST(GeometryOfADeck, isReportedByInfo)
 {
     CTempFolder folder;
     SDeckCreator creator = sampleCreator();

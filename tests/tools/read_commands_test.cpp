@@ -29,7 +29,7 @@ static std::map<std::string, std::string> linesOf(const std::string& text)
     return lines;
 }
 
-TEST(Check, tellsInALineWhatADeckIsAndWhatItNeeds)
+TEST(Check, reportsInALineWhatADeckIsAndWhatItNeeds)
 {
     CTempFolder folder;
     const std::string deck = argument(sampleDeckOf(makeVersion(24, 0, 30)).write(folder.path(), "pile"));
@@ -38,7 +38,7 @@ TEST(Check, tellsInALineWhatADeckIsAndWhatItNeeds)
     EXPECT_EQ(result.output, deck + ": legacy 24.0.30, 3 timesteps, 72 particles of 2 types: needs conversion\n");
 }
 
-TEST(Check, goesThroughAFolderAndTellsTheWorstInItsExitCode)
+TEST(Check, goesThroughAFolderAndReportsTheWorstInItsExitCode)
 {
     CTempFolder folder;
     const CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
@@ -169,7 +169,7 @@ TEST(Info, countsPairsOfEachTimestepUnlessItIsToBeQuick)
     EXPECT_EQ(quick["particleTypes"][0]["particles"], 60);
 }
 
-TEST(Info, tellsOfADamagedTimestepAndGoesOnWithTheOthers)
+TEST(Info, reportsADamagedTimestepAndGoesOnWithTheOthers)
 {
     CTempFolder folder;
     CLegacyDeck deck = sampleDeckOf(makeVersion(27, 0, 3));
@@ -187,7 +187,7 @@ TEST(Info, tellsOfADamagedTimestepAndGoesOnWithTheOthers)
     }
     EXPECT_NE(result.error.find("timestep 1"), std::string::npos) << result.error;
     EXPECT_NE(runTool({"info", path}).output.find("\n  1  -, can't be read\n"), std::string::npos);
-    EXPECT_EQ(CToolRun({"info", path}).outputToNobody().run().exitCode, 3) << "whoever reads it";
+    EXPECT_EQ(CToolRun({"info", path}).outputToNoOne().run().exitCode, 3) << "whoever reads it";
 }
 
 TEST(Info, describesWhatIsKnownOfADeckThatItCannotRead)
@@ -266,7 +266,7 @@ TEST(Dump, showsTheRecordsOfAnOldDeckAsTheyAreStored)
     EXPECT_NE(later.error.find("no records of versions below 20.0.0"), std::string::npos);
 }
 
-TEST(Dump, tellsATimestepOfWallsThatMoveAndStopAsIfItHadBeenReadAlone)
+TEST(Dump, reportsATimestepOfWallsThatMoveAndStopAsIfItHadBeenReadAlone)
 {
     CTempFolder folder;
     const std::string legacy = sampleDeck("moving-walls-26.dem");

@@ -13,7 +13,7 @@ namespace NBrenmark {
 
 using Json = nlohmann::json;
 
-TEST(InfoSettings, tellsOfTheFileAndItsDefinitions)
+TEST(InfoSettings, reportsTheFileAndItsDefinitions)
 {
     const CTempFolder folder;
     const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
@@ -43,7 +43,7 @@ TEST(InfoSettings, tellsOfTheFileAndItsDefinitions)
          "initialValues": [true], "stored": false}])"));
 }
 
-TEST(InfoSettings, tellsOfSelectionsAndFields)
+TEST(InfoSettings, reportsSelectionsAndFields)
 {
     const CTempFolder folder;
     const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
@@ -74,7 +74,7 @@ TEST(InfoSettings, tellsOfSelectionsAndFields)
     EXPECT_EQ(settings["fields"][1], Json::parse(R"({"name": "wind", "id": 5, "dimension": 3, "points": 1})"));
 }
 
-TEST(InfoSettings, tellsOfWhatIsMissingOrLeftOut)
+TEST(InfoSettings, reportsWhatIsMissingOrLeftOut)
 {
     const CTempFolder folder;
     const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
@@ -96,7 +96,7 @@ TEST(InfoSettings, tellsOfWhatIsMissingOrLeftOut)
 }
 
 // The definitions of the sample's companion, as a dump of its bytes shows them, take the place of those of its settings.
-TEST(InfoSettings, tellsWhereOldDecksDefineTheirParticleProperties)
+TEST(InfoSettings, reportsWhereOldDecksDefineTheirParticleProperties)
 {
     const CTempFolder folder;
     const std::string converted = argument(folder.path("ppf.dem"));

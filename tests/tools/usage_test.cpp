@@ -156,7 +156,7 @@ TEST(Help, goesToStandardOutputAndIsNoFailure)
     }
 }
 
-TEST(StandardOutput, thatIsFullIsToldAndAReaderThatLeavesIsNot)
+TEST(StandardOutput, thatIsFullIsReportedAndAReaderThatLeavesIsNot)
 {
     CTempFolder folder;
     const std::string deck = argument(sampleDeckOf(makeVersion(27, 0, 3)).write(folder.path(), "pile"));
@@ -166,7 +166,7 @@ TEST(StandardOutput, thatIsFullIsToldAndAReaderThatLeavesIsNot)
         EXPECT_EQ(full.exitCode, 4) << command;
         EXPECT_NE(full.error.find("standard output: No space left"), std::string::npos) << full.error;
 
-        const SToolResult gone = CToolRun({command, deck}).outputToNobody().run();
+        const SToolResult gone = CToolRun({command, deck}).outputToNoOne().run();
         EXPECT_EQ(gone.exitCode, 0) << command;
         EXPECT_EQ(gone.error, "") << command;
     }

@@ -65,7 +65,7 @@ struct SSeededDeck
                                   selectionBase(queries) + colourBytes(version) + CBytes().i32(1).i32(pickedId) +
                                   selectionHead("Lattice Bin Group", "unread") + unreadSelection;
         const CBytes fields = CBytes().i32(1) + fieldBytes(version, fieldName, 4, 3, fieldPoints, {{5}, {6}});
-        // Behind the header and two blocks of nothing come the properties.
+        // After the header and two blocks of nothing come the properties.
         const qint64 properties = settingsHeader(version).size() + 2 * settingsBlock(1, CBytes().i32(0)).size();
         return settingsHeader(version) + settingsBlock(eSelectionBlock, selections) +
                settingsBlock(eFieldBlock, fields) +

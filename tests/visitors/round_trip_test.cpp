@@ -110,7 +110,7 @@ struct SFamily
 {
     const char* name;
     void (*through)(ERoot, const FWrite&, const FRead&);
-    std::vector<std::string> notStored; ///< parts of paths, with the blank behind a path's end
+    std::vector<std::string> notStored; ///< parts of paths, with the blank after a path's end
     std::vector<std::string> notStoredInCreators;
     std::vector<std::string> notStoredInTimesteps;
 };

@@ -34,7 +34,7 @@ TEST(StoredClasses, aRowIsASlotInTheOrderOfTheTable)
 #define STORED(operation, ...) slotOf(&IFileVisitorWriter::write##operation),
 #include "visitors/stored_classes.def"
     };
-    // Numbers of slots behind the destructor that hosts of this contract count on.
+    // Numbers of slots after the destructor that hosts of this contract count on.
     EXPECT_EQ(readSlots.size(), 136u);
     EXPECT_EQ(writeSlots.size(), 115u);
     for (const std::vector<std::size_t>* table : {&readSlots, &writeSlots})
@@ -97,7 +97,7 @@ struct SHandsItselfOver<T, std::void_t<decltype(std::declval<T&>().read(std::dec
 
 using Slots = std::vector<std::pair<std::string, const void*>>;
 
-/// The operations that an object of a class calls. A factory's own part stands behind that of all factories.
+/// The operations that an object of a class calls. A factory's own part comes after that of all factories.
 template <class T>
 static Slots slotsOf(const std::string& operation, const T* object)
 {

@@ -26,7 +26,7 @@ public:
     bool isWanted(const std::string& path) const { return arrays.count(path) > 0; }
     /// Copies the values, unless there are too many.
     void keep(const std::string& path, const SArrayView& values);
-    /// Puts into a difference what the values tell.
+    /// Puts into a difference what the values show.
     void describe(SDifference& difference, const SArrayView& converted) const;
 
 private:

@@ -116,7 +116,7 @@ struct SPart
 std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number);
 TextLines modelLines(const CSimulation& deck, const std::string& root);
 
-/// Puts into the differences of arrays what their values tell, and marks those that a tolerance allows.
+/// Puts into the differences of arrays what their values show, and marks those that a tolerance allows.
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,
                     const QString& converted, const STolerances& tolerances);
 /// Marks the differences of single values that a tolerance allows: real ones, whatever they look like in the text.

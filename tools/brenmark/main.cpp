@@ -53,7 +53,7 @@ static void endWithStatus()
 }
 
 /// Runs the command and reports what stopped it.
-static EExitCode runAndTell(int argumentCount, char** arguments)
+static EExitCode runAndReport(int argumentCount, char** arguments)
 {
     const auto end = [&](const CFailure& failure) {
         printFailure(failure);
@@ -99,7 +99,7 @@ int main(int argumentCount, char** arguments)
     occupyStandardStreams();
     std::signal(SIGPIPE, SIG_IGN); // a reader that has gone must not end a conversion between two bytes
     std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit of a file's size fails like any other
-    const EExitCode code = runAndTell(argumentCount, arguments);
+    const EExitCode code = runAndReport(argumentCount, arguments);
     if (code == eExitTarget) { // the libraries below may crash over what they had no memory or disk to finish
         std::fflush(nullptr);
         std::_Exit(code);

@@ -239,7 +239,7 @@ bool bulkToEquipment(const CUpgradedModel& model, const Segments& path, const SM
 
 // ---------------------------------------------------------------- tables by pairs
 
-/// Where an entry's names stand in the path of a line of a pair table.
+/// Where an entry's names are in the path of a line of a pair table.
 struct SEntry
 {
     SEntry(const CUpgradedModel& model, const Segments& path)
@@ -313,7 +313,7 @@ bool isLawOfAFactory(const CUpgradedModel& model, const Segments& path, const SM
            std::count(lawOfOthers.begin(), lawOfOthers.end(), TextLine(path[2], change.upgraded)) > 0;
 }
 
-/// All types of a material have equal shares of it; what is of no material stands alone.
+/// All types of a material have equal shares of it; what is of no material is by itself.
 bool isShareOfTheMaterial(const CUpgradedModel& model, const Segments& path, const SModelChange& change)
 {
     const std::string* const material = model.upgraded.find("particles/" + path[1] + "/materialName");

@@ -130,11 +130,11 @@ public:
     {
         if (a.value != nullptr && b.value != nullptr)
             values(path, *a.value, *b.value);
-        if (tellsOtherNumber(path, a, b) || tellsOtherKind(path, a, b))
+        if (reportsOtherNumber(path, a, b) || reportsOtherKind(path, a, b))
             return;
         const std::pair<std::string, std::string> outerLengths = lengths;
         const size_t before = found.size();
-        tellCounts(path, a, b);
+        reportCounts(path, a, b);
 
         std::vector<std::string> missing, extra;
         for (const std::string& name : a.names)
@@ -146,8 +146,8 @@ public:
         const bool isOther = !missing.empty() || !extra.empty();
         const std::map<std::string, std::string> renamed = renamedAmong(path, a, b, missing, extra);
         if (missing.size() > 1 && missing.size() == a.names.size() && extra.empty()) {
-            tell(eMissing, path,
-                 "all " + countText(missing.size(), "entry", "entries") + " missing in the converted deck");
+            add(eMissing, path,
+                "all " + countText(missing.size(), "entry", "entries") + " missing in the converted deck");
             missing.clear();
         }
         for (const std::string& name : a.names) {
@@ -155,29 +155,29 @@ public:
             if (const auto other = renamed.find(name); other != renamed.end())
                 node(joined(path, name), child, b.children.at(other->second), true, true);
             else if (std::count(missing.begin(), missing.end(), name) > 0)
-                tellOneSided(eMissing, joined(path, name), child);
+                reportOneSided(eMissing, joined(path, name), child);
             else if (const SNode* const same = b.find(name); same != nullptr && !isLater(name, child) &&
                                                              !isCount(name) && !(isOrderOther && name == "index") &&
                                                              !(isRenamed && name == "name"))
                 node(joined(path, name), child, *same, false, isOther);
         }
         for (const std::string& name : extra)
-            tellOneSided(eExtra, joined(path, name), b.children.at(name));
-        tellDerived(path, a, b, before);
+            reportOneSided(eExtra, joined(path, name), b.children.at(name));
+        reportDerived(path, a, b, before);
         lengths = outerLengths;
     }
 
     std::vector<SDifference> found;
 
 private:
-    void tell(EDifferenceKind kind, const std::string& path, const std::string& detail,
-              const std::string& source = std::string(), const std::string& converted = std::string())
+    void add(EDifferenceKind kind, const std::string& path, const std::string& detail,
+             const std::string& source = std::string(), const std::string& converted = std::string())
     {
         found.push_back({kind, joined(root, path), detail, source, converted});
     }
 
     /// By the path of the first node with a value or several children.
-    void tellOneSided(EDifferenceKind kind, std::string path, const SNode& node)
+    void reportOneSided(EDifferenceKind kind, std::string path, const SNode& node)
     {
         const SNode* last = &node;
         while (last->value == nullptr && last->names.size() == 1) {
@@ -186,9 +186,9 @@ private:
         }
         const std::string value = last->value != nullptr ? *last->value : std::string();
         if (kind == eMissing)
-            tell(kind, path, "missing in the converted deck", value);
+            add(kind, path, "missing in the converted deck", value);
         else
-            tell(kind, path, "only in the converted deck", std::string(), value);
+            add(kind, path, "only in the converted deck", std::string(), value);
     }
 
     void values(const std::string& path, const std::string& a, const std::string& b)
@@ -197,13 +197,13 @@ private:
             return;
         const std::string first = shapeOf(a), second = shapeOf(b);
         if (first.empty() || second.empty() || rowFormOf(first) != rowFormOf(second)) {
-            tell(eOtherValue, path, "another value", a, b);
+            add(eOtherValue, path, "another value", a, b);
             return;
         }
         const std::pair<std::string, std::string> rows{rowsOf(first), rowsOf(second)};
         if (rows.first != rows.second && rows == lengths)
             return; // as its node says
-        tell(eOtherArray, path, rows.first == rows.second ? "other values" : otherNumber("rows", rows), a, b);
+        add(eOtherArray, path, rows.first == rows.second ? "other values" : otherNumber("rows", rows), a, b);
     }
 
     static std::string otherNumber(const std::string& plural, const std::pair<std::string, std::string>& numbers)
@@ -212,7 +212,7 @@ private:
     }
 
     /// Entries that are told apart by their place alone.
-    bool tellsOtherNumber(const std::string& path, const SNode& a, const SNode& b)
+    bool reportsOtherNumber(const std::string& path, const SNode& a, const SNode& b)
     {
         const bool isList = a.isNumbered() && b.isNumbered() && a.names.size() != b.names.size();
         if (!isList)
@@ -221,30 +221,30 @@ private:
         while (same < std::min(a.names.size(), b.names.size()) &&
                likeness(a.children.at(a.names[same]), b.children.at(b.names[same])) == 1.0)
             ++same;
-        tell(eOtherCount, path,
-             otherNumber("entries", {std::to_string(a.names.size()), std::to_string(b.names.size())}) +
-                 "; they differ from entry " + std::to_string(same) + " on");
+        add(eOtherCount, path,
+            otherNumber("entries", {std::to_string(a.names.size()), std::to_string(b.names.size())}) +
+                "; they differ from entry " + std::to_string(same) + " on");
         return true;
     }
 
     /// Things of two kinds have nothing in common that could be compared.
-    bool tellsOtherKind(const std::string& path, const SNode& a, const SNode& b)
+    bool reportsOtherKind(const std::string& path, const SNode& a, const SNode& b)
     {
         const std::string first = a.valueOf("kind"), second = b.valueOf("kind");
         if (first == second)
             return false;
-        tell(eOtherValue, joined(path, "kind"), "another kind", first, second);
+        add(eOtherValue, joined(path, "kind"), "another kind", first, second);
         return true;
     }
 
-    void tellCounts(const std::string& path, const SNode& a, const SNode& b)
+    void reportCounts(const std::string& path, const SNode& a, const SNode& b)
     {
         for (const std::string& name : a.names) {
             const std::pair<std::string, std::string> counts{a.valueOf(name), b.valueOf(name)};
             if (!isCount(name) || counts.first == counts.second || counts.second.empty())
                 continue;
             if (counts != lengths)
-                tell(eOtherCount, path, otherNumber(name, counts), counts.first, counts.second);
+                add(eOtherCount, path, otherNumber(name, counts), counts.first, counts.second);
             lengths = counts;
         }
     }
@@ -291,7 +291,7 @@ private:
             constexpr double alike = 0.5;
             if (best == extra.end() || likeness(a.children.at(name), b.children.at(*best)) < alike)
                 continue;
-            tell(eRenamed, joined(path, name), "renamed in the converted deck", name, *best);
+            add(eRenamed, joined(path, name), "renamed in the converted deck", name, *best);
             renamed[name] = *best;
             drop(missing, name);
             extra.erase(best);
@@ -308,7 +308,7 @@ private:
     }
 
     /// What follows from other lines is reported where none of these differs.
-    void tellDerived(const std::string& path, const SNode& a, const SNode& b, size_t before)
+    void reportDerived(const std::string& path, const SNode& a, const SNode& b, size_t before)
     {
         for (const std::string& name : a.names) {
             const SNode* const other = b.find(name);

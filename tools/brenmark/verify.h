@@ -70,7 +70,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 SVerification verify(const SDeckDigest& first, const DigestParts& read, const QString& source, const QString& converted,
                      CProgressDisplay& progress);
 
-/// Tells the result on standard output.
+/// Prints the result on standard output.
 void printVerification(const SVerification& verification, const QString& source, const QString& converted);
 Json jsonVerification(const SVerification& verification);
 

@@ -130,7 +130,7 @@ constexpr const char* oldTimestep = "class CTimestepData"; ///< u32 offset
 SDataPlace placeIn(const QFile& file);
 /// Whether all that was written to a file has gone out; else the log says which file and why.
 bool flushed(QFile& file);
-/// Tells in the log that a file couldn't be opened, read, written or removed, and why.
+/// Logs that a file couldn't be opened, read, written or removed, and why.
 /// \return false
 bool fileFailed(const SLogTitle& title, const char* what, const QFile& file);
 

@@ -25,14 +25,14 @@ public:
 protected:
     CInForm in() { return CInForm(*stream); }
 
-    /// Tells who wants to know that records of a list follow, and each of them.
+    /// Lets who wants to know hear that records of a list follow, and each of them.
     void beginRecords(const char* list) const
     {
         if (stream->options.oldRecords != nullptr)
             stream->options.oldRecords->begin(list);
     }
     template <class TRecord>
-    void tellRecord(const TRecord& record, qint64 byte) const
+    void reportRecord(const TRecord& record, qint64 byte) const
     {
         if (stream->options.oldRecords != nullptr)
             stream->options.oldRecords->hear(record, byte);

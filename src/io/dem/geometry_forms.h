@@ -59,7 +59,7 @@ void factoryCountersForm(TForm& f, TFactory& factory)
 /// A mesh whose triangles are stored one by one, and the numbers of the group after it.
 void readOldMesh(CDemCreatorDataReader& reader, CInForm& f, CGeometryGroup& group);
 
-/// Whether the timestep at which the stream stands holds its geometry whole, in the form of a creator block. The stream
+/// Whether the timestep at which the stream is holds its geometry whole, in the form of a creator block. The stream
 /// is left where it is.
 bool wholeGeometryFollows(CDemDataStream& stream);
 

@@ -1,5 +1,5 @@
 #pragma once
-// Inflating the array groups of the next timestep while the present one is still at work.
+// Inflating the array groups of the next timestep while the current one is still being read and written.
 //
 // Nothing says where a group begins but what is stored before it, and reading that is the work of the next read. So the
 // bytes of the timestep are searched for zlib streams: whatever inflates to its end, with the right checksum, is kept

@@ -140,7 +140,7 @@ void CDemCreatorDataReader::readParticlePrototypeList(CParticlePrototypeMap& pro
         const QString key = prototype.name;
         readParticlePrototypeExtras(prototype);
         readParticlePrototype(prototype);
-        tellRecord(prototype, byte);
+        reportRecord(prototype, byte);
         if (prototypes.contains(key))
             reportRepeated("particle prototype", key);
         prototypes.insert(key, prototype);
@@ -160,7 +160,7 @@ void CDemTimestepDataReader::readLegacyParticlePrototypes(CParticlePrototypeReco
     for (quint32 i = 0; i < count; ++i) {
         const qint64 byte = stream->position();
         readParticlePrototype(records.emplace_back());
-        tellRecord(records.back(), byte);
+        reportRecord(records.back(), byte);
         leaveIfStopped();
     }
 }

@@ -34,7 +34,7 @@ public:
     {
         const std::lock_guard<std::mutex> guard(lock);
         texts.erase(name);
-        untold = false;
+        unreported = false;
     }
 
     void remember(const std::string& name, const std::string& text)
@@ -44,11 +44,11 @@ public:
     }
 
     /// There was no memory for a text.
-    void rememberUntold() { untold = true; }
+    void rememberUnreported() { unreported = true; }
 
     void throwIfAny(const std::string& name)
     {
-        if (untold)
+        if (unreported)
             throw std::bad_alloc();
         const std::lock_guard<std::mutex> guard(lock);
         const auto found = texts.find(name);
@@ -59,7 +59,7 @@ public:
 private:
     std::mutex lock;
     std::map<std::string, std::string> texts;
-    std::atomic<bool> untold{false};
+    std::atomic<bool> unreported{false};
 };
 
 CFailures& failures()
@@ -122,7 +122,7 @@ void fail(SCheckedFile& file, const char* action, int error) noexcept
                             "Could not " + std::string(action) + " " + *file.name + ": " + causeText(error));
     }
     catch (const std::exception&) {
-        failures().rememberUntold();
+        failures().rememberUnreported();
     }
 }
 

@@ -15,7 +15,7 @@
 namespace NBrenmark {
 
 /// Hands a failure to the log. \param cause  eCauseNone: the one whom the title blames
-inline void tellFailure(const SLogTitle& title, const QString& text, ECause cause = eCauseNone)
+inline void reportFailure(const SLogTitle& title, const QString& text, ECause cause = eCauseNone)
 {
     reportFailure(cause == eCauseNames ? NLogTitle::hdf5Names : title, text.toStdString(), cause);
 }
@@ -32,15 +32,15 @@ bool guarded(const SLogTitle& title, const QString& what, TBody&& body)
         return true;
     }
     catch (const H5::Exception& error) {
-        tellFailure(title, what + "\n" + QString::fromStdString(error.getDetailMsg()) + lastHdf5Error() + ".",
-                    lastHdf5ErrorWasMemory() ? eCauseMemory : eCauseNone);
+        reportFailure(title, what + "\n" + QString::fromStdString(error.getDetailMsg()) + lastHdf5Error() + ".",
+                      lastHdf5ErrorWasMemory() ? eCauseMemory : eCauseNone);
     }
     catch (const std::exception& error) {
         const ECause cause = causeOf(error, eCauseNone);
-        tellFailure(title,
-                    what + "\n" + QString::fromStdString(textOf(error)) +
-                        (cause == eCauseNone ? lastHdf5Error() : QString()),
-                    cause);
+        reportFailure(title,
+                      what + "\n" + QString::fromStdString(textOf(error)) +
+                          (cause == eCauseNone ? lastHdf5Error() : QString()),
+                      cause);
     }
     return false;
 }

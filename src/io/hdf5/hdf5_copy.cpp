@@ -135,11 +135,12 @@ bool CHdf5IoManager::saveSubset(const QString& newName, quint32 first, quint32 l
 
 // ---------------------------------------------------------------- save as
 
-static bool copyOrTell(const QString& from, const QString& to)
+static bool copyOrReport(const QString& from, const QString& to)
 {
     if (copyOrTruncateFile(from, to, wholeFile))
         return true;
-    tellFailure(NLogTitle::hdf5Write, QString("Could not copy file\n    Source: %1\n    Destination %2").arg(from, to));
+    reportFailure(NLogTitle::hdf5Write,
+                  QString("Could not copy file\n    Source: %1\n    Destination %2").arg(from, to));
     return false;
 }
 
@@ -148,16 +149,16 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
 {
     const quint32 current = frame.timestep.timestepIndex;
     if (current >= index.size()) {
-        tellFailure(NLogTitle::hdf5Write, QString("Could not write file %1.\nNo timestep is loaded.").arg(newName));
+        reportFailure(NLogTitle::hdf5Write, QString("Could not write file %1.\nNo timestep is loaded.").arg(newName));
         return false;
     }
     closeFiles();
     const QString temp = tempFolder + QFileInfo(newName).fileName();
-    if (!copyOrTell(fileName, temp) || !QDir().mkpath(dataFolderPath(temp)))
+    if (!copyOrReport(fileName, temp) || !QDir().mkpath(dataFolderPath(temp)))
         return false;
     for (quint32 number = 0; number <= index[current].segment; ++number) {
         const QString source = timestepFilePath(fileName, number);
-        if (QFileInfo::exists(source) && !copyOrTell(source, timestepFilePath(temp, number)))
+        if (QFileInfo::exists(source) && !copyOrReport(source, timestepFilePath(temp, number)))
             return false;
     }
 
@@ -184,13 +185,13 @@ bool CHdf5IoManager::saveCopyUpToCurrent(SSimulationFrame& frame, TimestepIndex&
 
     closeFiles();
     if (!deleteFamily(newName)) {
-        tellFailure(NLogTitle::hdf5Write, QString("Could not delete files for simulation (%1)").arg(newName));
+        reportFailure(NLogTitle::hdf5Write, QString("Could not delete files for simulation (%1)").arg(newName));
         return false;
     }
     if (!renameFamily(temp, newName)) {
         // What is under the temporary name is the only copy by now: it stays.
-        tellFailure(NLogTitle::hdf5Write,
-                    QString("Could not rename %1 to %2. The deck was left under the first name.").arg(temp, newName));
+        reportFailure(NLogTitle::hdf5Write,
+                      QString("Could not rename %1 to %2. The deck was left under the first name.").arg(temp, newName));
         return false;
     }
     fileName = newName;

@@ -146,7 +146,7 @@ bool CHdf5IoManager::readHeader()
         readAttribute(editionName, edition, root);
         timestepCount = static_cast<quint32>(std::max(count, 0));
         if (readOptions.examine)
-            tellStrayParts(*mainFile, {firstVersionName, lastVersionName, countName, formatName, editionName});
+            reportStrayParts(*mainFile, {firstVersionName, lastVersionName, countName, formatName, editionName});
         if (format != onlyFormat)
             throw caused_error(eCauseUnsupported, "The file format is " + std::to_string(format) + ", only " +
                                                       std::to_string(onlyFormat) + " is known.");

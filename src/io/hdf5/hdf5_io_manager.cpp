@@ -99,13 +99,13 @@ void NHdf5Family::readObject(H5::H5File& file, SSaveOptions& options, CSimulatio
             const std::string number = std::to_string(creator->storageIndex());
             CHdf5CreatorDataReader reader(file, options);
             object.read(reader);
-            audit.tellUnread(file, creatorGroup + number);
+            audit.reportUnread(file, creatorGroup + number);
         }
         else if (dynamic_cast<CTimestepData*>(&object)) {
             beginMemoryCount(eMemoryOfTimestep);
             CHdf5TimestepDataReader reader(file, options);
             object.read(reader);
-            audit.tellUnread(file, timestepGroup + openOnlyTimestepName(file));
+            audit.reportUnread(file, timestepGroup + openOnlyTimestepName(file));
         }
     });
 }
@@ -191,11 +191,11 @@ bool CHdf5IoManager::runReader(H5::H5File& file, CSimulationData& object, IProgr
     if (progress != nullptr && progress->cancelState() == eCancel)
         return false; // the user knows
     if (reader.errorFlag)
-        tellFailure(NLogTitle::hdf5Read,
-                    QString("Could not read file %1.\n%2.").arg(nameOf(file), reader.errorText + lastHdf5Error()),
-                    reader.errorCause == eCauseNone && lastHdf5ErrorWasMemory() ? eCauseMemory : reader.errorCause);
+        reportFailure(NLogTitle::hdf5Read,
+                      QString("Could not read file %1.\n%2.").arg(nameOf(file), reader.errorText + lastHdf5Error()),
+                      reader.errorCause == eCauseNone && lastHdf5ErrorWasMemory() ? eCauseMemory : reader.errorCause);
     else
-        tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(file)));
+        reportFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(file)));
     return false;
 }
 
@@ -208,9 +208,9 @@ bool CHdf5IoManager::runWriter(H5::H5File& file, CSimulationData& object)
     writer.format = eHdf5File;
     if (writer.runAndWait())
         return true;
-    tellFailure(NLogTitle::hdf5Write,
-                QString("Could not write file %1.\n%2.").arg(nameOf(file), writer.errorText + lastHdf5Error()),
-                writer.errorCause);
+    reportFailure(NLogTitle::hdf5Write,
+                  QString("Could not write file %1.\n%2.").arg(nameOf(file), writer.errorText + lastHdf5Error()),
+                  writer.errorCause);
     return false;
 }
 
@@ -235,7 +235,7 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
     const qint64 before = currentFileNumber;
     // An entry without an offset is that of a file that isn't there; its number would be another's.
     if (number >= index.size() || index[number].offset == 0) {
-        tellFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(timestepFilePath(fileName, number)));
+        reportFailure(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(timestepFilePath(fileName, number)));
         return false;
     }
     STimestepIndexEntry& entry = index[number];
@@ -261,7 +261,7 @@ bool CHdf5IoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index,
     const bool read = runReader(*timestepFile, frame.timestep, progress);
     if (readOptions.examine)
         guarded(NLogTitle::hdf5Read, QString("Could not read file %1.").arg(nameOf(*timestepFile)),
-                [&] { tellStrayParts(*timestepFile, number, creatorNumber); });
+                [&] { reportStrayParts(*timestepFile, number, creatorNumber); });
     return (!restorePosition || before < 0 || switchToFile(before)) && read;
 }
 

@@ -23,7 +23,7 @@ static constexpr quint32 mostTimesteps(int files)
 }
 
 /// The folder wins over the header, but a file that is gone is somebody's loss.
-static void tellOfCount(quint32 found, quint32 expected, const QString& folder)
+static void reportCount(quint32 found, quint32 expected, const QString& folder)
 {
     const auto plural = [](bool isPlural) { return QString(isPlural ? "s" : ""); };
     const QString text =
@@ -37,7 +37,7 @@ static void tellOfCount(quint32 found, quint32 expected, const QString& folder)
 }
 
 /// One message, however many there are: a stray file with a great number opens a gap of millions.
-static void tellOfGap(quint32 first, quint32 last, const QString& folder)
+static void reportGap(quint32 first, quint32 last, const QString& folder)
 {
     const std::string which = first == last
                                   ? "Timestep " + std::to_string(first) + " has"
@@ -50,12 +50,12 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     const QString folder = dataFolderPath(fileName);
     const QStringList names = dataFileNames(folder);
     if (names.isEmpty()) {
-        tellFailure(NLogTitle::hdf5Read,
-                    QString("Could not read file %1.\nIts folder %2 holds no data files.").arg(fileName, folder));
+        reportFailure(NLogTitle::hdf5Read,
+                      QString("Could not read file %1.\nIts folder %2 holds no data files.").arg(fileName, folder));
         return false;
     }
     if (const auto found = static_cast<quint32>(names.size()); found != timestepCount)
-        tellOfCount(found, timestepCount, folder);
+        reportCount(found, timestepCount, folder);
 
     auto bytes = static_cast<quint64>(QFileInfo(fileName).size());
     for (const QString& name : names)
@@ -76,7 +76,7 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     quint32 expected = 0;
     for (const quint32 number : numbers) {
         if (number > expected)
-            tellOfGap(expected, number - 1, folder);
+            reportGap(expected, number - 1, folder);
         expected = number + 1;
         if (switchToFile(number) && !readIndexEntry(number, index[number]) && !readOptions.examine)
             return false;

@@ -20,7 +20,7 @@
 
 namespace NBrenmark {
 
-/// Behind the name of a numbered file until it is whole.
+/// After the name of a numbered file until it is whole.
 static const QLatin1String unfinishedSuffix(".part");
 
 static QString couldNotWrite(const QString& path) { return QString("Could not write file %1.").arg(path); }
@@ -37,7 +37,7 @@ static bool hasTimestep(const SSimulationFrame& frame, const QString& path)
 {
     if (frame.timestep.timestepIndex != CTimestepData::noTimestep)
         return true;
-    tellFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nNo timestep is loaded.");
+    reportFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nNo timestep is loaded.");
     return false;
 }
 
@@ -100,7 +100,7 @@ bool CHdf5IoManager::appendTimestep(SSimulationFrame& frame, TimestepIndex& inde
 
     // Made anew, the folder would pass for a deck that holds all that was appended before.
     if (timestepCount > 0 && !QDir(dataFolderPath(fileName)).exists()) {
-        tellFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nIts folder is gone, with the timesteps before.");
+        reportFailure(NLogTitle::hdf5Write, couldNotWrite(path) + "\nIts folder is gone, with the timesteps before.");
         return false;
     }
 
@@ -147,7 +147,7 @@ bool CHdf5IoManager::truncateAfterCurrent(SSimulationFrame& frame, TimestepIndex
     for (const QString& name : dataFileNames(folder)) {
         const std::optional<quint32> number = timestepNumber(name);
         if (number && *number >= keep && !QFile::remove(folder + name))
-            tellFailure(NLogTitle::hdf5Write, QString("File couldnt be deleted %1.").arg(folder + name));
+            reportFailure(NLogTitle::hdf5Write, QString("File couldnt be deleted %1.").arg(folder + name));
     }
     index.resize(keep);
     timestepCount = keep;

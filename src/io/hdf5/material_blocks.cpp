@@ -96,7 +96,7 @@ void CHdf5Reader::readMaterialBlockParticleData(CMaterialBlockParticleData& data
     if (size > 0)
         blockParticlesForm(in(), data);
     checkRows(data);
-    tellIfOther("particles of a material block", size, static_cast<quint32>(data.ids.size()));
+    reportIfOther("particles of a material block", size, static_cast<quint32>(data.ids.size()));
     readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.ids.size()));
 }
 
@@ -118,7 +118,7 @@ void CHdf5Reader::readMaterialBlockContactData(CMaterialBlockContactData& data)
     quint32 size = 0;
     in().attribute("size", size); // what is announced; the arrays have the last word
     in().rows("contacts", data.contacts, size > 0);
-    tellIfOther("contacts of a material block", size, static_cast<quint32>(data.contacts.size()));
+    reportIfOther("contacts of a material block", size, static_cast<quint32>(data.contacts.size()));
     readBlockProperties(*this, in(), data.customProperties, static_cast<quint32>(data.contacts.size()));
 }
 

@@ -36,7 +36,7 @@ static std::string joined(const std::string& group, const std::string& name)
     return withoutSlashes((group == "/" ? "" : group) + '/' + name);
 }
 
-static void tell(const std::string& what)
+static void reportPart(const std::string& what)
 {
     report(eLost, NLogTitle::hdf5Read, what + " is there, and no reader knows it.");
 }
@@ -53,16 +53,16 @@ static std::vector<std::string> attributesOf(const H5::H5Object& object)
 
 static std::string inQuotes(const std::string& name) { return '"' + shortened(name) + '"'; }
 
-/// Tells the children and attributes of a group that aren't among the expected ones.
-static void tellOthers(const H5::Group& group, const std::string& path, const std::set<std::string>& children,
-                       const std::set<std::string>& attributes)
+/// Reports the children and attributes of a group that aren't among the expected ones.
+static void reportOthers(const H5::Group& group, const std::string& path, const std::set<std::string>& children,
+                         const std::set<std::string>& attributes)
 {
     for (const std::string& name : attributesOf(group))
         if (attributes.count(name) == 0)
-            tell("The attribute " + inQuotes(name) + " of " + path);
+            reportPart("The attribute " + inQuotes(name) + " of " + path);
     for (const std::string& name : childNames(group))
         if (children.count(name) == 0)
-            tell("The object " + shortened(joined(path, name)));
+            reportPart("The object " + shortened(joined(path, name)));
 }
 
 CReadAudit::CReadAudit(bool isWanted) : isWanted(isWanted)
@@ -117,15 +117,15 @@ void CReadAudit::compareFlag(unsigned char stored, const char* kind, const std::
                    ", which is read as 1.");
 }
 
-void CReadAudit::tellUnread(const H5::H5File& file, const std::string& group)
+void CReadAudit::reportUnread(const H5::H5File& file, const std::string& group)
 {
     if (!isWanted)
         return;
     asked.insert(group + '@' + creatorIndexName); // the manager has read it
-    tellUnreadIn(file.openGroup(group), withoutSlashes(group));
+    reportUnreadIn(file.openGroup(group), withoutSlashes(group));
 }
 
-void CReadAudit::tellUnreadIn(const H5::Group& group, const std::string& path)
+void CReadAudit::reportUnreadIn(const H5::Group& group, const std::string& path)
 {
     if (givenUp.count(path) > 0)
         return;
@@ -136,41 +136,41 @@ void CReadAudit::tellUnreadIn(const H5::Group& group, const std::string& path)
     if (attributes.size() + children.size() > 0 &&
         std::none_of(attributes.begin(), attributes.end(), isAttributeRead) &&
         std::none_of(children.begin(), children.end(), isChildRead)) {
-        tell("What is in the group " + shortened(path));
+        reportPart("What is in the group " + shortened(path));
         return;
     }
     for (const std::string& name : attributes)
         if (!isAttributeRead(name))
-            tell("The attribute " + inQuotes(name) + " of " + shortened(path));
+            reportPart("The attribute " + inQuotes(name) + " of " + shortened(path));
     for (const std::string& name : children) {
         const std::string child = joined(path, name);
         const CPlaceScope scope(placeInGroup(name + '/'));
         const bool isGroup = group.childObjType(name) == H5O_TYPE_GROUP;
         if (!isChildRead(name))
-            tell((isGroup ? "The group " : "The dataset ") + shortened(child));
+            reportPart((isGroup ? "The group " : "The dataset ") + shortened(child));
         else if (isGroup)
-            tellUnreadIn(group.openGroup(name), child);
+            reportUnreadIn(group.openGroup(name), child);
         else if (group.childObjType(name) == H5O_TYPE_DATASET)
             for (const std::string& attribute : attributesOf(group.openDataSet(name)))
-                tell("The attribute " + inQuotes(attribute) + " of " + shortened(child));
+                reportPart("The attribute " + inQuotes(attribute) + " of " + shortened(child));
     }
 }
 
-void tellStrayParts(const H5::H5File& file, quint32 number, quint32 model)
+void reportStrayParts(const H5::H5File& file, quint32 number, quint32 model)
 {
     const std::string own = std::to_string(number);
-    tellOthers(file.openGroup("/"), "/", {"CreatorData", "TimestepData"}, {});
-    tellOthers(file.openGroup(creatorGroup), "/CreatorData",
-               number == model ? std::set<std::string>{own} : std::set<std::string>(), {});
-    tellOthers(file.openGroup(timestepGroup), "/TimestepData", {openOnlyTimestepName(file)}, {});
+    reportOthers(file.openGroup("/"), "/", {"CreatorData", "TimestepData"}, {});
+    reportOthers(file.openGroup(creatorGroup), "/CreatorData",
+                 number == model ? std::set<std::string>{own} : std::set<std::string>(), {});
+    reportOthers(file.openGroup(timestepGroup), "/TimestepData", {openOnlyTimestepName(file)}, {});
 }
 
-void tellStrayParts(const H5::H5File& mainFile, const std::set<std::string>& headerNames)
+void reportStrayParts(const H5::H5File& mainFile, const std::set<std::string>& headerNames)
 {
-    tellOthers(mainFile.openGroup("/"), "/", {"CreatorData", "TimestepData"}, headerNames);
+    reportOthers(mainFile.openGroup("/"), "/", {"CreatorData", "TimestepData"}, headerNames);
     for (const char* group : {creatorGroup, timestepGroup})
         if (mainFile.nameExists(group))
-            tellOthers(mainFile.openGroup(group), withoutSlashes(group), {}, {});
+            reportOthers(mainFile.openGroup(group), withoutSlashes(group), {}, {});
 }
 
 } // namespace NBrenmark

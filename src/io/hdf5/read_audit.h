@@ -22,7 +22,7 @@ public:
 
     /// Reports what is in a group and below it, and no reader asked for. Of a group that isn't read at all nothing
     /// else is reported.
-    void tellUnread(const H5::H5File& file, const std::string& group);
+    void reportUnread(const H5::H5File& file, const std::string& group);
 
     // The readers' side; without an audit these do nothing.
     static void askedForObject(const H5::H5Location& location, const std::string& name);
@@ -36,7 +36,7 @@ public:
     static void compareFlag(unsigned char stored, const char* kind, const std::string& name);
 
 private:
-    void tellUnreadIn(const H5::Group& group, const std::string& path);
+    void reportUnreadIn(const H5::Group& group, const std::string& path);
 
     const bool isWanted;
     std::set<std::string> asked; ///< paths; of an attribute that of its owner, "@" and its name
@@ -45,8 +45,8 @@ private:
 
 /// Reports what a numbered file holds beside its timestep and the model that this brought.
 /// \param model  number of the model that its timestep uses
-void tellStrayParts(const H5::H5File& file, quint32 number, quint32 model);
+void reportStrayParts(const H5::H5File& file, quint32 number, quint32 model);
 /// Reports what the main file of a deck holds beside its header.
-void tellStrayParts(const H5::H5File& mainFile, const std::set<std::string>& headerNames);
+void reportStrayParts(const H5::H5File& mainFile, const std::set<std::string>& headerNames);
 
 } // namespace NBrenmark

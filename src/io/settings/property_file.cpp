@@ -64,17 +64,17 @@ int NSettingsFamily::readPropertyFile(CLegacyCustomPropertyManager& manager)
     QFile file(QString::fromStdString(path));
     if (!file.exists())
         return ePropertyFileMissing; // the rule: only old decks have such a file
-    const auto told = [&path](int result, const std::string& reason) {
+    const auto failed = [&path](int result, const std::string& reason) {
         reportFailure(NLogTitle::settings, path + ": " + reason, eCauseSource);
         return result;
     };
     if (const std::string cause = openPlainFile(file); !cause.empty())
-        return told(ePropertyFileNotOpened, cause);
+        return failed(ePropertyFileNotOpened, cause);
 
     manager.clear(true); // the settings' own definitions give way
     const auto refused = [&](const std::string& reason) {
         manager.clear(true);
-        return told(ePropertyFileRefused, reason + ", no property is taken from it.");
+        return failed(ePropertyFileRefused, reason + ", no property is taken from it.");
     };
     QDataStream stream(&file); // in the form of the Qt of the day, unlike every other file of a deck
     if (!takeHeader(stream))

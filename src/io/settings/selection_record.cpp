@@ -88,9 +88,9 @@ public:
             if (bytesTried > mostBytesTried())
                 return std::nullopt;
         }
-        const bool isTold = placesMet == 1 && !holdsAny(begin, best, filterWords) &&
-                            (mostWords > 0 || !holdsAny(begin, best, queryWords));
-        return isTold ? std::optional<SDisplayPart>({begin, best}) : std::nullopt;
+        const bool isReported = placesMet == 1 && !holdsAny(begin, best, filterWords) &&
+                                (mostWords > 0 || !holdsAny(begin, best, queryWords));
+        return isReported ? std::optional<SDisplayPart>({begin, best}) : std::nullopt;
     }
 
 private:

@@ -35,10 +35,10 @@ public:
 #include "visitors/stored_classes.def"
 
 private:
-    bool tells(ETextPart which) const { return part == ETextPart::eAll || part == which; }
-    /// Runs body, telling one part alone.
+    bool covers(ETextPart which) const { return part == ETextPart::eAll || part == which; }
+    /// Runs body, which writes one part alone.
     template <class TBody>
-    void telling(ETextPart which, TBody&& body)
+    void covering(ETextPart which, TBody&& body)
     {
         const ETextPart before = part;
         part = which;

@@ -32,7 +32,7 @@ public:
     static constexpr const char* word = "library";
 
     CPluginParticleFactoryList();
-    /// Tells the listeners as clear does, so they must outlive the factories or be removed before.
+    /// Notifies the listeners as clear does, so they must outlive the factories or be removed before.
     ~CPluginParticleFactoryList();
     CPluginParticleFactoryList(const CPluginParticleFactoryList&) = delete;
     CPluginParticleFactoryList& operator=(const CPluginParticleFactoryList&) = delete;

@@ -86,7 +86,7 @@ void CGeometryGroup::clearMesh()
     previousCustomProperties.resetAll();
     coloring = CTriangleColoringData();
     dataMask = 0;
-    toldBroken = {};
+    reportedBroken = {};
 }
 
 void CGeometryGroup::reserveTriangles(std::size_t count)

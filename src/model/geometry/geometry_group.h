@@ -191,9 +191,9 @@ protected:
     bool canHold(quint64 triangles) const;
 
 private:
-    void tellBrokenTriangles(std::size_t outside, std::size_t noNumbers);
+    void reportBrokenTriangles(std::size_t outside, std::size_t noNumbers);
 
-    std::array<std::size_t, 2> toldBroken{}; ///< so that a mesh is reported once, not once a timestep
+    std::array<std::size_t, 2> reportedBroken{}; ///< so that a mesh is reported once, not once a timestep
 };
 
 } // namespace NBrenmark

@@ -137,15 +137,15 @@ void CGeometryGroup::recomputeDerivedData()
     surfaceMagnitude = surface;
     if (closed)
         enclosedMagnitude = std::abs(volume); // corners in the other order give it below 0
-    tellBrokenTriangles(outside, noNumbers);
+    reportBrokenTriangles(outside, noNumbers);
 }
 
-void CGeometryGroup::tellBrokenTriangles(std::size_t outside, std::size_t noNumbers)
+void CGeometryGroup::reportBrokenTriangles(std::size_t outside, std::size_t noNumbers)
 {
     const std::array<std::size_t, 2> found{outside, noNumbers};
-    if (found == toldBroken)
+    if (found == reportedBroken)
         return;
-    toldBroken = found;
+    reportedBroken = found;
     const std::string whole =
         " of " + std::to_string(triangleNodes.size()) + " triangles of geometry group \"" + shortened(name);
     if (outside > 0)

@@ -26,7 +26,7 @@ public:
     bool resolve(QLibrary& library, CPluginErrors& errors);
     void clear();
     RequiredProperties requiredProperties(unsigned int ownerType, CPluginErrors& errors);
-    /// Tells the library where its properties are among those of the open deck.
+    /// Lets the library know where its properties are among those of the open deck.
     void registerIndices(CPluginErrors& errors);
 
     IPluginHost* host = nullptr; ///< gives the values; not owned, null before resolve

@@ -45,7 +45,7 @@ bool isDropped(const QString& name)
     return name == QLatin1String("Hertz-Mindlin with heat conduction") || name == QLatin1String("Temperature Update");
 }
 
-void tellDropped(const char* noun, const QString& name)
+void reportDropped(const char* noun, const QString& name)
 {
     report(eNotCarried, NLogTitle::xmlImport,
            std::string("The ") + noun + " \"" + shortened(name) + "\" is no longer supported and is left out.", 1,
@@ -54,7 +54,7 @@ void tellDropped(const char* noun, const QString& name)
 
 /// A model that isn't known keeps its name and place.
 template <class TPhantom, class TModel>
-void tellUnknown(const char* noun, const TModel& model)
+void reportUnknown(const char* noun, const TModel& model)
 {
     if (dynamic_cast<const TPhantom*>(&model) != nullptr)
         report(eRemark, NLogTitle::xmlImport,
@@ -113,16 +113,16 @@ private:
     {
         force = nullptr;
         model = nullptr;
-        const QString name = mendedModelName(attributes.text("id"));
+        const QString name = repairedModelName(attributes.text("id"));
         isLeftOut = isDropped(name);
         if (isLeftOut) {
-            tellDropped("contact model", name);
+            reportDropped("contact model", name);
             attributes.passOver();
             return;
         }
         std::unique_ptr<IContactModel> made =
             object.makeContactModel(name, attributes.count("type"), sourceOf(attributes), true);
-        tellUnknown<CContactModelPhantom>("contact model", *made);
+        reportUnknown<CContactModelPhantom>("contact model", *made);
         CXmlReader reader(attributes, options);
         made->read(reader);
         const quint32 modelType = made->modelType;
@@ -138,7 +138,7 @@ private:
         const QString name = attributes.text("id");
         isLeftOut = isDropped(name);
         if (isLeftOut) {
-            tellDropped("external force", name);
+            reportDropped("external force", name);
             attributes.passOver();
             return;
         }
@@ -147,7 +147,7 @@ private:
             attributes.passOver();
             return;
         }
-        tellUnknown<CExternalForcePhantom>("external force", *made);
+        reportUnknown<CExternalForcePhantom>("external force", *made);
         CXmlReader reader(attributes, options);
         made->read(reader);
         if (object.addExternalForce(std::move(made), CPhysicsModels::atEnd))

@@ -103,7 +103,7 @@ static bool hasGoalWithoutEffect(const CParticleFactory& factory)
     return filling != nullptr && filling->fillShape && filling->numToCreate != CStaticParticleFactory().numToCreate;
 }
 
-static void tellFactory(const CParticleFactory& factory)
+static void reportFactory(const CParticleFactory& factory)
 {
     CXmlLosses losses;
     losses.addIf(std::any_of(factory.counters.begin(), factory.counters.end(), [](quint32 n) { return n != 0; }),
@@ -115,13 +115,13 @@ static void tellFactory(const CParticleFactory& factory)
     addPosition(losses, factory);
     addSizes(losses, factory);
     losses.addIf(hasGoalWithoutEffect(factory), "a goal that has no effect");
-    losses.tell("particle factory", factory.name.toStdString());
+    losses.report("particle factory", factory.name.toStdString());
 }
 
 // ---------------------------------------------------------------- geometry
 
 /// \param isNamesake  a group before it has its name
-static void tellGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
+static void reportGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
 {
     CXmlLosses losses;
     losses.addIf(isNamesake, "all of it, for another group has its name");
@@ -155,9 +155,9 @@ static void tellGroup(const CGeometryGroup& g, quint32 ordinal, bool isNamesake)
                                  return belt != nullptr && !belt->conveyorTransform.isIdentity();
                              }),
                  "where a conveyor has turned to");
-    losses.tell("geometry group", g.name);
+    losses.report("geometry group", g.name);
     for (const std::unique_ptr<CParticleFactory>& factory : g.factories->factories)
-        tellFactory(*factory);
+        reportFactory(*factory);
 }
 
 // ---------------------------------------------------------------- physics
@@ -174,7 +174,7 @@ static const CRollingFrictionParamData* rollingFrictionOf(const IParamData& data
     return dynamic_cast<const CRollingFrictionParamData*>(&data);
 }
 
-static void tellModel(const IContactModel& model)
+static void reportModel(const IContactModel& model)
 {
     CXmlLosses losses;
     const auto* edinburgh = dynamic_cast<const CEdinburghCohesionContactModel*>(&model);
@@ -189,7 +189,7 @@ static void tellModel(const IContactModel& model)
     losses.addIf(rolling != nullptr && rolling->hasRollingFrictionOption() &&
                      rolling->enableRollingFriction != (model.modelType == eSphereSphereModel),
                  "its option of rolling friction");
-    losses.tell("contact model", model.modelName().toStdString());
+    losses.report("contact model", model.modelName().toStdString());
 }
 
 void reportWithoutForm(const CCreatorData& creator)
@@ -204,27 +204,27 @@ void reportWithoutForm(const CCreatorData& creator)
     losses.addIf(!creator.materialBlocks.isEmpty(), "its material blocks");
     losses.addIf(!creator.pluginFactories.entries().empty(), "its plug-in factories");
     losses.addIf(creator.particleTypes.maxId != 0, "the greatest id of a particle so far");
-    losses.tell("the definition", "");
+    losses.report("the definition", "");
     for (const std::unique_ptr<CParticleType>& type : creator.particleTypes.types) {
         CXmlLosses ofType;
         const CParticleType fresh(nullptr);
         ofType.addIf(type->surfaceBased != fresh.surfaceBased || type->autoCenterParticle != fresh.autoCenterParticle ||
                          type->autoProperties != fresh.autoProperties || !type->templateName.isEmpty(),
                      "how its template was made");
-        ofType.tell("particle type", type->name);
+        ofType.report("particle type", type->name);
     }
     quint32 ordinal = 0;
     QSet<QString> names;
     for (const CGeometryGroup* group : creator.geometryGroups.groups()) {
         if (group == nullptr)
             continue;
-        tellGroup(*group, ordinal++, names.contains(group->displayedName));
+        reportGroup(*group, ordinal++, names.contains(group->displayedName));
         names.insert(group->displayedName);
     }
     for (const CPhysicsModels::Chain* chain :
          {&creator.physicsModels.sphereSphereModels, &creator.physicsModels.sphereGeometryModels})
         for (const std::unique_ptr<IContactModel>& model : *chain)
-            tellModel(*model);
+            reportModel(*model);
 }
 
 void reportNotHeld(const CCreatorData& creator)

@@ -37,7 +37,7 @@ static void reportWithoutForm(const CTimestepData& t, const CXmlIoOptions& optio
     losses.addIf(options.writeContacts && (t.contacts.surfaceSurface.contactRecords.count() > 0 ||
                                            t.contacts.surfaceGeometry.contactRecords.count() > 0),
                  "records of contacts");
-    losses.tell("the timestep", "");
+    losses.report("the timestep", "");
 }
 
 static const char* const propertiesTag = "simulation_properties";

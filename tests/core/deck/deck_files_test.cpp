@@ -20,7 +20,7 @@ static QByteArray words(std::initializer_list<quint32> values)
     return bytes;
 }
 
-/// A file of so many bytes, each of which tells where it stood.
+/// A file of so many bytes, each of which says where it was.
 static QByteArray pattern(int size)
 {
     QByteArray bytes(size, '\0');
@@ -48,7 +48,7 @@ const SHeaderCase headerCases[] = {
     {"zeros", QByteArray(64, '\0'), eFormatUnknown},
     {"below 2.0.0", words({makeVersion(1, 255, 255), 4, 0, 0, 0, 0, 1}), eFormatUnknown},
     {"2.0.0: version, timesteps", words({makeVersion(2, 0, 0), 4}), eFormatLegacy},
-    {"2.4.15: nothing behind the timesteps is read", words({makeVersion(2, 4, 15), 4, 7, 7, 7, 7, 7}), eFormatLegacy},
+    {"2.4.15: nothing after the timesteps is read", words({makeVersion(2, 4, 15), 4, 7, 7, 7, 7, 7}), eFormatLegacy},
     {"2.4.15 without a timestep", words({makeVersion(2, 4, 15), 0, 4, 4}), eFormatUnknown},
     {"2.4.16: the flag, whatever it holds", words({makeVersion(2, 4, 16), 4, 9, 0, 0, 0}), eFormatLegacy},
     {"2.4.34: no edition yet", words({makeVersion(2, 4, 34), 4, 0, 0, 0, 0, 5}), eFormatLegacy},
@@ -73,7 +73,7 @@ const SHeaderCase headerCases[] = {
     {"30.0.0", words({makeVersion(30, 0, 0), makeVersion(30, 0, 0), 4, 0, 0, 0, 0, 1}), eFormatUnknown},
     {"the version of the current family", words({makeVersion(30, 0, 20), makeVersion(30, 0, 20), 4, 0, 0, 0, 0, 1}),
      eFormatUnknown},
-    {"ends behind the timesteps: zeros stand for the rest", words({makeVersion(27, 0, 3), makeVersion(27, 0, 3), 4}),
+    {"ends after the timesteps: zeros stand for the rest", words({makeVersion(27, 0, 3), makeVersion(27, 0, 3), 4}),
      eFormatLegacy},
     {"ends before the timesteps", words({makeVersion(27, 0, 3), makeVersion(27, 0, 3)}), eFormatUnknown},
 };
@@ -212,7 +212,7 @@ TEST(DeleteFamily, stopsAtWhatItCannotRemove)
     EXPECT_FALSE(deleteFamily(folder.path("a.dem")));
     EXPECT_FALSE(folder.has("a.dem")); // before it in the order
     EXPECT_FALSE(folder.has("a.idx"));
-    EXPECT_TRUE(folder.has("a.ptf")); // behind it
+    EXPECT_TRUE(folder.has("a.ptf")); // after it
     EXPECT_TRUE(folder.has("a.dem.scn.1"));
     EXPECT_TRUE(folder.has("a_data/0.h5"));
 }

@@ -10,7 +10,7 @@
 
 namespace NBrenmark {
 
-// Without a format there is nothing to move, which the worker tells: if it didn't run, it couldn't.
+// Without a format there is nothing to move, which the worker reports: if it didn't run, it couldn't.
 TEST(Serialiser, isDoneByTheCallerWhereNoThreadIsToBeHad)
 {
     std::optional<CNoThreads> noThreads;

@@ -82,8 +82,8 @@ TEST(SimulationSettings, areCarriedByteForByteFromEveryVersion)
     }
 }
 
-// The entry that is damaged, and behind it one that survives whatever happens to the first.
-TEST(SimulationSettings, damageCostsItsEntryAloneAndIsToldWithItsSize)
+// The entry that is damaged, and after it one that survives whatever happens to the first.
+TEST(SimulationSettings, damageCostsItsEntryAloneAndIsReportedWithItsSize)
 {
     struct SCase
     {
@@ -98,7 +98,7 @@ TEST(SimulationSettings, damageCostsItsEntryAloneAndIsToldWithItsSize)
     const SCase cases[] = {
         {"a field that is none", eFieldBlock, CBytes().i32(2).text("air_flow").i32(3).i32(3).i32(9) + room},
         {"2^31 fields", eFieldBlock, CBytes().i32(0x7FFFFFFF).text("air_flow").i32(3).i32(3) + room},
-        {"a block of nobody's", 77, room},
+        {"a block of no one's", 77, room},
         {"a value cut short: the end marker begins in it", eParticlePropertyBlock, good.first(good.size() - 1)},
         {"2^31 properties", eParticlePropertyBlock, good.with(4, CBytes().i32(0x7FFFFFFF))},
         {"properties below zero", eParticlePropertyBlock, good.with(4, CBytes().i32(-1))},

@@ -169,7 +169,7 @@ static std::string complaintOf(const SDeckContacts& stored, quint32& rows, quint
     return log.text();
 }
 
-TEST(DemContacts, countsThatDifferAreToldAndFollowTheRows)
+TEST(DemContacts, countsThatDifferAreReportedAndFollowTheRows)
 {
     quint32 rows = 0;
     quint32 records = 0;
@@ -285,7 +285,7 @@ TEST(DemBonds, areReadToTheirLastByte)
 
 // ---------------------------------------------------------------- in a timestep
 
-/// Pairs of the particles of sampleTimestep: 60 of one sphere, 12 of two. No geometry stands behind a row.
+/// Pairs of the particles of sampleTimestep: 60 of one sphere, 12 of two. No row has geometry.
 static SDeckPairs samplePairs()
 {
     SDeckPairs pairs;
@@ -297,7 +297,7 @@ static SDeckPairs samplePairs()
     return pairs;
 }
 
-TEST(DemPairs, rowsThatNameWhatIsntThereAreReleasedAndTold)
+TEST(DemPairs, rowsThatNameWhatIsntThereAreReleasedAndReported)
 {
     SDeckTimestep stored = sampleTimestep(0.125);
     stored.particles.types[1].spheres.clear(); // so that no row can name it

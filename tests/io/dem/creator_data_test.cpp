@@ -89,7 +89,7 @@ TEST(DemParticleType, readsTheOldOrientation)
     }
 }
 
-TEST(DemParticleType, rowsWithoutDataAreDroppedAndTold)
+TEST(DemParticleType, rowsWithoutDataAreDroppedAndReported)
 {
     const CLogCapture log;
     SDeckParticleType stored;
@@ -196,7 +196,7 @@ TEST(DemCustomProperties, writeWhatTheBuilderWrites)
 
 // ---------------------------------------------------------------- the whole block
 
-TEST(DemCreatorData, tellsOfNamesThatComeTwice)
+TEST(DemCreatorData, reportsNamesThatComeTwice)
 {
     SDeckCreator stored = sampleCreator();
     stored.materials.push_back(stored.materials[0]);

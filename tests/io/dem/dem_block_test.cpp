@@ -44,7 +44,7 @@ struct SBlockCase
     std::string message;
 };
 
-TEST(DemBlock, tellsWhatDoesntFrame)
+TEST(DemBlock, reportsWhatDoesntFrame)
 {
     const SBlockCase cases[] = {
         {"another tag at the head", CBytes().u32(4).u32(0).u32(0).u32(4),
@@ -79,9 +79,9 @@ TEST(DemBlock, skipsToItsTrailerButNotWhenSaving)
     source.stream >> first;
     block.skip();
     block.close();
-    quint32 behind = 0;
-    source.stream >> behind;
-    EXPECT_EQ(behind, 77u);
+    quint32 after = 0;
+    source.stream >> after;
+    EXPECT_EQ(after, 77u);
 
     CByteStream target;
     CDemBlock written(target.stream, 1, true);
@@ -98,9 +98,9 @@ TEST(DemForm, recoversFromADamagedBlockAndSaysSo)
     const CPlaceScope scope(place.inTimestep(4));
     CInForm f(source.stream);
     f.block(1, "collisions", [&] { f.count("collision", 1); });
-    quint32 behind = 0;
-    f.i32(behind);
-    EXPECT_EQ(behind, 77u);
+    quint32 after = 0;
+    f.i32(after);
+    EXPECT_EQ(after, 77u);
     // 4 of the block's bytes are read, none follow within it.
     EXPECT_EQ(log.text(),
               "WARNING Legacy read: some.dem, timestep 4: collisions skipped: byte 12: 2147483647 collisions "
@@ -138,7 +138,7 @@ TEST(DemForm, takesNoMemoryForATextThatIsNotThere)
     }
 }
 
-TEST(DemForm, readsTextsAsTheyStand)
+TEST(DemForm, readsTextsAsTheyAre)
 {
     for (const QString& text : {QString(), QString(""), QString("Größe\U0001F600\nb")}) {
         CByteStream source(CBytes().text(text));

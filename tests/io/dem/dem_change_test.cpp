@@ -54,7 +54,7 @@ TEST(DemAppend, writesTheModelWhenItMust)
         bool changed;
         bool pending;
         bool modified;
-        quint32 expected; ///< segment of the model behind the append
+        quint32 expected; ///< segment of the model after the append
     };
     const SModelCase cases[] = {
         {"nothing changed", false, false, false, 0},
@@ -68,7 +68,7 @@ TEST(DemAppend, writesTheModelWhenItMust)
         CManagedDeck deck(1); // every block opens a segment
         ASSERT_EQ(deck.open(path), eOpened);
         ASSERT_TRUE(deck.read(0));
-        EXPECT_FALSE(deck.frame().creator.modified) << "nobody changed it since it was read";
+        EXPECT_FALSE(deck.frame().creator.modified) << "no one changed it since it was read";
         deck.manager->creatorRewritePending = c.pending;
         deck.frame().creator.modified = c.modified;
         EXPECT_TRUE(deck.append(0.6, c.changed)) << c.what;

@@ -17,7 +17,7 @@ public:
     explicit CManagedDeck(qint64 segmentLimit = CDemIoManager::fullSegment) : CManaged(segmentLimit) {}
 
     bool hasFile(quint32) const { return true; }
-    /// Adds the frame's timestep, with another time, behind the others.
+    /// Adds the frame's timestep, with another time, after the others.
     bool append(double time, bool creatorChanged = false)
     {
         timestep().time = time;

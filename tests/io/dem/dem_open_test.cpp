@@ -118,7 +118,7 @@ TEST(DemManager, readsTheIndexInItsThreeForms)
     }
 }
 
-TEST(DemManager, tellsWhyADeckCantBeOpened)
+TEST(DemManager, reportsWhyADeckCantBeOpened)
 {
     const CLegacyDeck built = sampleDeckOf(makeVersion(27, 0, 3));
     CLegacyDeck announcesMore = built;
@@ -228,7 +228,7 @@ TEST(DemManager, aMissingSegmentIsAnErrorAndNotANewFile)
     EXPECT_TRUE(deck.read(0));
 }
 
-TEST(DemManager, tellsFileTimestepAndByteOfDamage)
+TEST(DemManager, reportsFileTimestepAndByteOfDamage)
 {
     const CLegacyDeck built = sampleDeckOf(makeVersion(27, 0, 3));
     const CTempFolder folder;
@@ -275,7 +275,7 @@ TEST(DemManager, rebuildsALostIndex)
     for (const quint32 version : {makeVersion(22, 0, 0), makeVersion(27, 0, 3)}) {
         CLegacyDeck built = segmentedDeck(version);
         const CBytes expected = built.index();
-        built.creator(sampleCreator()); // no timestep came behind it
+        built.creator(sampleCreator()); // no timestep came after it
         const CTempFolder folder;
         const QString path = built.write(folder.path(), "deck");
         QFile::remove(folder.path("deck.idx"));

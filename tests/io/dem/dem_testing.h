@@ -128,7 +128,7 @@ public:
             throw std::runtime_error("no sample deck");
     }
 
-    /// \return the byte behind the block
+    /// \return the byte after the block
     qint64 readCreator()
     {
         file.seek(creatorAt);

@@ -1,5 +1,5 @@
 // Particle factories and their parameters, in a creator block and in a timestep: what each version stores,
-// words that nobody knows, and what is written.
+// words that no one knows, and what is written.
 #include "io/dem/dem_testing.h"
 #include "model/factories/dynamic_particle_factory.h"
 #include "model/factories/factory_angular_velocity.h"
@@ -420,7 +420,7 @@ TEST(DemFactories, turnTheOldChargeIntoAParameter)
 
 // ---------------------------------------------------------------- damage
 
-TEST(DemFactories, thatNobodyKnowsAreSkippedAndTold)
+TEST(DemFactories, thatNoOneKnowsAreSkippedAndReported)
 {
     const CBytes stored =
         CBytes().i32(2).text("plug-in").text("P") + factoryBytes(makeVersion(27, 0, 3), deckFactory("", "Ball"));
@@ -452,7 +452,7 @@ TEST(DemFactories, skipParametersOfUnknownKind)
     EXPECT_GT(writtenBy<CDemCreatorDataWriter>(deck.groups()).size(), 0);
 }
 
-TEST(DemFactories, tellOfTypesThatArentThere)
+TEST(DemFactories, reportTypesThatArentThere)
 {
     SDeckCreator creator = sampleCreator();
     creator.groups = {sampleGroups()[1]};

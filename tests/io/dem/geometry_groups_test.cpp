@@ -196,7 +196,7 @@ TEST(DemGeometryGroups, keepChargesOfTrianglesAndPropertyValues)
 
 TEST(DemGeometryGroups, canBeReadWithoutTheirProperties)
 {
-    struct SApplication // gone behind the groups
+    struct SApplication // gone after the groups
     {
         SApplication() { EXPECT_TRUE(initialiseApplication(applicationState())); }
         ~SApplication() { shutdownApplication(applicationState()); }
@@ -392,7 +392,7 @@ static std::string saidOf(COwnFrame& own, TChange&& change)
 TEST(DemGeometryDamage, costsNoOtherGroup)
 {
     {
-        COwnFrame own; // an unknown shape has nothing behind its word
+        COwnFrame own; // an unknown shape has nothing after its word
         const quint32 version = makeVersion(27, 0, 3);
         const SDeckGroup plate = sampleGroups()[2];
         const CBytes stored = CBytes().i32(2).i32(0).text("torus") + groupBytes(version, plate);

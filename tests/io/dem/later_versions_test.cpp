@@ -194,7 +194,7 @@ std::vector<quint32> versionsAndThoseBelow()
 
 void addLines(QStringList& lines, const QString& root, const std::vector<std::string>& text)
 {
-    for (const std::string& line : text) // the object's own name, behind the marks of what isn't compared, is left out
+    for (const std::string& line : text) // the object's own name, after the marks of what isn't compared, is left out
         lines << withPlainNumbers(root + QString::fromStdString(line).section("object", 1));
 }
 

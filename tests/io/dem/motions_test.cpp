@@ -1,4 +1,4 @@
-// The motions of geometry groups: their numbers, the lists of old versions, and kinds that nobody knows.
+// The motions of geometry groups: their numbers, the lists of old versions, and kinds that no one knows.
 #include "io/dem/dem_testing.h"
 #include "model/kinematics/kinematics.h"
 #include "support/legacy_deck.h"
@@ -42,7 +42,7 @@ static std::string namesOf(const CBytes& bytes, quint32 version)
 
 TEST(DemMotions, stoodInThreeListsOnce)
 {
-    // The body of a motion behind its word.
+    // The body of a motion after its word.
     const auto body = [](const SDeckMotion& motion) { return motionBytes(motion).from(4 + 2 * motion.kind.size()); };
     const CBytes list = motionListBytes({deckSlide()});
     EXPECT_EQ(namesOf(CBytes().i32(0).i32(0) + list, makeVersion(13, 0, 9)), "slide ");
@@ -55,7 +55,7 @@ TEST(DemMotions, stoodInThreeListsOnce)
     EXPECT_EQ(namesOf(list, makeVersion(20, 0, 0)), "slide ");
 }
 
-TEST(DemMotions, ofUnknownKindAreSkippedAndTold)
+TEST(DemMotions, ofUnknownKindAreSkippedAndReported)
 {
     const CBytes stored = CBytes().i32(3).text("Brownian").text("Conveyor Translation") + motionBytes(deckSlide());
     const std::string said = namesOf(stored, makeVersion(27, 0, 3));
@@ -64,7 +64,7 @@ TEST(DemMotions, ofUnknownKindAreSkippedAndTold)
     EXPECT_NE(said.find("\"Conveyor Translation\" skipped"), std::string::npos) << said;
 }
 
-TEST(DemMotions, ofConveyorsAreLeftOutAndTold)
+TEST(DemMotions, ofConveyorsAreLeftOutAndReported)
 {
     CKinematics kinematics;
     for (const char* word : {"Conveyor Rotation", "Conveyor Translation", "Sinusoidal Rotation"}) {

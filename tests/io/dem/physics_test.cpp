@@ -134,7 +134,7 @@ TEST(DemPhysics, readsBondsUnderTheSortedPair)
     }
 }
 
-TEST(DemPhysics, carriesTheEndsOfMovingPlanesAndTellsTheRest)
+TEST(DemPhysics, carriesTheEndsOfMovingPlanesAndReportsTheRest)
 {
     const CBytes points = CBytes().i32(1).i32(4).f64s({9, 9, 9});
     const CBytes names = CBytes().i32(2).i32(4).text("a").text("b").i32(5).text("c").text("d");

@@ -179,7 +179,7 @@ TEST_F(Hdf5HostileRows, arraysOfDifferentLengthAreRefused)
     EXPECT_EQ(target.timestep.collisions.surfaceGeometry.recordCount(), 0u);
 }
 
-TEST_F(Hdf5HostileRows, aSizeThatDiffersIsToldAndTheArraysCount)
+TEST_F(Hdf5HostileRows, aSizeThatDiffersIsReportedAndTheArraysCount)
 {
     pairs.change()
         .count("/Contacts/SurfaceSurface", "size", 4000000000u)
@@ -212,7 +212,7 @@ TEST_F(Hdf5HostileRows, aMaskSaysWhichArraysAreRead)
     EXPECT_EQ(target.timestep.collisions.surfaceGeometry.endTime, std::vector<double>(3));
 }
 
-TEST_F(Hdf5HostileRows, whatATriangleDoesntHaveIsDroppedAndTold)
+TEST_F(Hdf5HostileRows, whatATriangleDoesntHaveIsDroppedAndReported)
 {
     const double radii[3] = {};
     pairs.change()

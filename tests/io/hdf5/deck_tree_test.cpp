@@ -118,7 +118,7 @@ TEST_F(DeckTree, takesAnotherTimeForOneWrite)
     EXPECT_EQ(timestepLines("@time f64"), "/TimestepData/0.123457/@time f64 = 0.1234567");
 }
 
-TEST_F(DeckTree, tellsOnceOfChargesThatHaveNoPlace)
+TEST_F(DeckTree, reportsOnceOfChargesThatHaveNoPlace)
 {
     CParticleType& ball = *deck.timestep().particleTypes.types[0];
     ball.electrostatic.charge = {1e-9, 2e-9};

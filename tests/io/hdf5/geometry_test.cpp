@@ -321,7 +321,7 @@ TEST(DamagedGeometryOfHdf5, costsNoMoreThanIsDamaged)
     EXPECT_THAT(log.text(), HasSubstr("type \"sphere\" is skipped"));
 }
 
-TEST(DamagedGeometryOfHdf5, isToldByItsPath)
+TEST(DamagedGeometryOfHdf5, isReportedByItsPath)
 {
     struct SCase
     {

@@ -43,7 +43,7 @@ protected:
 TEST_F(Hdf5Change, appendsBehindWhatIsThere)
 {
     load(3);
-    EXPECT_FALSE(deck.creator().modified) << "nobody changed it since it was read";
+    EXPECT_FALSE(deck.creator().modified) << "no one changed it since it was read";
     EXPECT_TRUE(deck.append(0.5));
     EXPECT_EQ(deck.index.back().creatorIndex, 2);
     EXPECT_EQ(deck.manager->timestepCount, 5u);
@@ -82,7 +82,7 @@ TEST_F(Hdf5Change, leavesNoFileBehindAWriteThatFailed)
     EXPECT_EQ(storyOf(path()), "0.1 A, 0.2 A, 0.3 B, 0.4 B, 0.6 B");
 }
 
-TEST_F(Hdf5Change, tellsThatAFolderIsGone)
+TEST_F(Hdf5Change, reportsThatAFolderIsGone)
 {
     load(3);
     QDir(folder.path()).removeRecursively();

@@ -19,7 +19,7 @@ class CHdf5Deck : public CManaged<CHdf5IoManager>
 {
 public:
     bool hasFile(quint32 number) const { return index[number].offset != 0; }
-    /// Adds the frame behind the others, at a time.
+    /// Adds the frame after the others, at a time.
     bool append(double time, bool creatorChanged = false)
     {
         timestep().time = time;

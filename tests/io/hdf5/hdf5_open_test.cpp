@@ -66,7 +66,7 @@ TEST_F(Hdf5Open, leavesAModelAloneThatItHolds)
     ASSERT_EQ(deck.open(path()), eOpened);
     ASSERT_TRUE(deck.read(0));
     deck.manager->reset();
-    CH5Builder(file(0), false).without("/CreatorData/0"); // nobody may miss it
+    CH5Builder(file(0), false).without("/CreatorData/0"); // no one may miss it
     ASSERT_EQ(deck.open(path()), eOpened);
     EXPECT_TRUE(deck.read(1));
     deck.creator().clear();
@@ -255,7 +255,7 @@ TEST_F(Hdf5Open, fitsCustomPropertiesToTheirDefinition)
         ASSERT_EQ(writer.manager->setOutputName(path()), 0);
         ASSERT_TRUE(writer.append(0.1, true));
     }
-    CHdf5Deck reader; // its settings define one wider property and none behind it
+    CHdf5Deck reader; // its settings define one wider property and none after it
     finalizeProperty(*reader.simulation.settings->propertyManagers().particle, "Heat", {0.0, 0.0});
     ASSERT_EQ(reader.open(path()), eOpened);
     ASSERT_TRUE(reader.read(0));

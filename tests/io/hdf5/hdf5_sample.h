@@ -12,7 +12,7 @@
 
 namespace NBrenmark {
 
-/// Lines of a tree, each behind the path of a group. An empty one is the group itself.
+/// Lines of a tree, each after the path of a group. An empty one is the group itself.
 inline std::string under(const std::string& group, const std::vector<std::string>& lines)
 {
     std::string text;

@@ -158,7 +158,7 @@ TEST(DamagedMotionsOfHdf5, areSkippedByThemselves)
     EXPECT_THAT(log.text(), HasSubstr("state of 6 motions is skipped: the model has 5"));
 }
 
-TEST(MotionsInHdf5, tellWhatOfABeltIsLost)
+TEST(MotionsInHdf5, reportWhatOfABeltIsLost)
 {
     CKinematics kinematics;
     added<CConveyorTranslation>(kinematics, "belt").initialVelocity = 5;

@@ -86,7 +86,7 @@ static void buildMaterials(CH5Builder& file, const std::string& creator, bool wi
         putDouble(row, 264, 1e7 + i);
         putDouble(row, 272, 2500.0 + i);
         putDouble(row, 280, 4.5 + i);
-        if (withTypes) // as nobody would guess them
+        if (withTypes) // as no one would guess them
             std::memcpy(row + 288, i == 0 ? "\x00\x00\x00\x00" : "\x01\x00\x00\x00", 4);
     }
     file.dataset(creator, "Materials", type, {2}, rows.data());

@@ -163,11 +163,11 @@ TEST_F(Hdf5Physics, whatAnOlderVersionDoesntStoreHasItsValueBefore)
         bool rollingFriction;
         std::vector<std::string> keys;
     };
-    const std::vector<std::string> mended = {"a <> b", "c <> d", "glass <> steel", "x <> y <> z"};
+    const std::vector<std::string> repaired = {"a <> b", "c <> d", "glass <> steel", "x <> y <> z"};
     const std::vector<std::string> asStored = {"a + b", "c <> d", "steel - glass", "x - y - z"};
     const SCase cases[] = {
-        {makeVersion(30, 0, 6), false, true, mended},    {makeVersion(30, 0, 7), true, true, mended},
-        {makeVersion(30, 0, 17), true, true, mended},    {makeVersion(30, 0, 18), true, true, asStored},
+        {makeVersion(30, 0, 6), false, true, repaired},  {makeVersion(30, 0, 7), true, true, repaired},
+        {makeVersion(30, 0, 17), true, true, repaired},  {makeVersion(30, 0, 18), true, true, asStored},
         {makeVersion(30, 0, 20), true, false, asStored},
     };
     for (const SCase& c : cases) {
@@ -258,7 +258,7 @@ TEST_F(Hdf5Physics, aModelThatIsntKnownKeepsItsNameAndPlace)
     EXPECT_FALSE(physics.loading);
 }
 
-TEST_F(Hdf5Physics, whatCantBeAGroupIsLeftOutAndTold)
+TEST_F(Hdf5Physics, whatCantBeAGroupIsLeftOutAndReported)
 {
     CPhysicsModels physics;
     for (const char* name : {"a/b", "", "order", "Sticky", "Sticky"})

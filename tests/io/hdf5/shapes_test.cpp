@@ -182,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(All, ForeignTexts, testing::ValuesIn(textCases),
 
 // ---------------------------------------------------------------- what is refused
 
-TEST_F(Shapes, tellWhatIsWrongAndWhere)
+TEST_F(Shapes, reportWhatIsWrongAndWhere)
 {
     const double numbers[1000] = {};
     CH5Builder(path()).attribute("/", "a", H5T_NATIVE_DOUBLE, numbers, {1000});

@@ -23,7 +23,7 @@ static double fromBits(quint64 bits)
     return value;
 }
 
-TEST(TextNumbers, haveSeventeenDigitsAndTellEveryBit)
+TEST(TextNumbers, haveSeventeenDigitsAndKeepEveryBit)
 {
     const std::pair<quint64, const char*> cases[] = {
         {0x3FB999999999999A, "0.10000000000000001"},

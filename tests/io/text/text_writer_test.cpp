@@ -92,7 +92,7 @@ TEST(TextOfAModelAsAWhole, showsFreeSlotsAlikeInWhateverOrderTheyWereReleased)
     EXPECT_EQ(changed(sample.text(), other.text()), std::vector<std::string>{"timestep/3/particles/Ball/velocity"});
 }
 
-TEST(TextOfAModelAsAWhole, tellsTwoTypesOfOneNameApartAndTheirOrder)
+TEST(TextOfAModelAsAWhole, distinguishesTwoTypesOfOneNameAndTheirOrder)
 {
     SSample sample;
     SSample::fillType(sample.timestep().particleTypes.append(), 0);
@@ -102,7 +102,7 @@ TEST(TextOfAModelAsAWhole, tellsTwoTypesOfOneNameApartAndTheirOrder)
     EXPECT_EQ(lines.at("timestep/3/particles/Ball#2/slots"), "0");
 }
 
-TEST(TextOfAModelAsAWhole, tellsChargesUntilAPropertyHoldsThem)
+TEST(TextOfAModelAsAWhole, reportsChargesUntilAPropertyHoldsThem)
 {
     SSample sample;
     auto charge = std::make_unique<CCustomPropertyMetaData>("Charge", eDoubleProperty, 1, 0);

@@ -8,7 +8,7 @@
 
 namespace NBrenmark {
 
-// The first number of the sequence behind these seeds, by the inverse of the generator's step.
+// The first number of the sequence after these seeds, by the inverse of the generator's step.
 constexpr unsigned int seedOfZero = 4235699843u;
 constexpr unsigned int seedOfGreatest = 2433918595u;
 
@@ -191,7 +191,7 @@ TEST(UserDefined, nearlyEqualSizesAreOneBand)
     bands[1e-41] = 1;
     bands[-1e-41] = 2;
     bands[1e-39] = 3;
-    bands[notANumber] = 4; // a key of its own, behind all others
+    bands[notANumber] = 4; // a key of its own, after all others
     bands[notANumber] = 5;
     ASSERT_EQ(bands.size(), 5u);
     EXPECT_EQ(bands[0.0], 2);

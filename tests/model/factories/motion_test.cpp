@@ -1,5 +1,5 @@
 // Velocities, angular velocities and orientations of new particles, worked out by hand from the numbers
-// that the random source gives behind the seed 1.
+// that the random source gives after the seed 1.
 #include "model/factories/factory_angular_velocity.h"
 #include "model/factories/factory_orientation.h"
 #include "model/factories/factory_velocity.h"
@@ -37,7 +37,7 @@ struct SLinearCase
     C3DVector start, end, expected;
 };
 
-/// Of the first draw behind the seed 1, and of no other.
+/// Of the first draw after the seed 1, and of no other.
 template <class TLinear>
 static void expectLinear(std::initializer_list<SLinearCase> cases)
 {

@@ -171,7 +171,7 @@ TEST(GeometryGroup, aLargeMeshIsMeasuredAndMovedByThreadsLikeASmallOne)
 
 // ---------------------------------------------------------------- damaged meshes
 
-TEST(DamagedMesh, trianglesOfNoVerticesAndNoNumbersCountAsEmptyAndAreTold)
+TEST(DamagedMesh, trianglesOfNoVerticesAndNoNumbersCountAsEmptyAndAreReported)
 {
     CLogCapture log;
     CGeometryGroup group(nullptr);

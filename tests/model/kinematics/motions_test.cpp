@@ -205,7 +205,7 @@ TEST(Rotations, aSpanCutIntoPiecesTurnsAsFarAsTheWholeOne)
     }
 }
 
-TEST(Rotations, theListTellsVelocityAndPlaceOfWhatActs)
+TEST(Rotations, theListGivesVelocityAndPlaceOfWhatActs)
 {
     CLinearRotation motion = turning<CLinearRotation>();
     C3DTransform there; // z to x, then 10 m up

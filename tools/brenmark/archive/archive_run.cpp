@@ -373,7 +373,7 @@ void CArchiveRun::removeRecords() const
     }
 }
 
-EExitCode CArchiveRun::tellResult()
+EExitCode CArchiveRun::reportResult()
 {
     const double seconds = std::chrono::duration<double>(Clock::now() - began).count();
     journal->end(interrupted(), seconds);
@@ -411,7 +411,7 @@ EExitCode CArchiveRun::run()
     openJournal();
     sortOut();
     convertAll();
-    return tellResult();
+    return reportResult();
 }
 
 } // namespace NBrenmark

@@ -38,7 +38,7 @@ private:
     SDeckOutcome outcomeOf(const SArchiveDeck& deck, const SChildEnd& end) const;
     std::vector<std::string> argumentsFor(const SArchiveDeck& deck, const std::string& record) const;
     void removeRecords() const;
-    EExitCode tellResult();
+    EExitCode reportResult();
 
     std::string targetOf(const SArchiveDeck& deck) const { return options.folder + '/' + deck.target; }
     std::string recordFolder() const;

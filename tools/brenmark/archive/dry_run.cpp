@@ -47,8 +47,8 @@ private:
     void take(const SArchiveDeck& deck, const SChildEnd& end, const std::string& record);
     SPace calibrate();
     double freeSpace() const;
-    void tell(const SPace& pace) const;
-    void tellAsJson(const SPace& pace, EExitCode code) const;
+    void print(const SPace& pace) const;
+    void reportAsJson(const SPace& pace, EExitCode code) const;
     double minutes(const SPace& pace) const;
     double neededSpace(const SPace& pace) const
     {
@@ -177,7 +177,7 @@ double CDryRun::minutes(const SPace& pace) const
            atOnce / 60.0;
 }
 
-void CDryRun::tell(const SPace& pace) const
+void CDryRun::print(const SPace& pace) const
 {
     for (const SDeckOutcome& outcome : refused)
         printResult(outcomeLine(outcome) + '\n');
@@ -196,7 +196,7 @@ void CDryRun::tell(const SPace& pace) const
     flushResult();
 }
 
-void CDryRun::tellAsJson(const SPace& pace, EExitCode code) const
+void CDryRun::reportAsJson(const SPace& pace, EExitCode code) const
 {
     Json list = Json::array();
     for (const SDeckOutcome& outcome : refused)
@@ -228,7 +228,7 @@ EExitCode CDryRun::run()
     EExitCode code = interrupted() ? eExitInterrupted : table.exitCode();
     if (code == eExitDone && neededSpace(pace) > freeSpace())
         code = eExitTarget;
-    unlessReaderIsGone([&] { options.json ? tellAsJson(pace, code) : tell(pace); });
+    unlessReaderIsGone([&] { options.json ? reportAsJson(pace, code) : print(pace); });
     return code;
 }
 

@@ -22,7 +22,7 @@ namespace NBrenmark {
 
 namespace {
 
-// ---------------------------------------------------------------- what a state stands on
+// ---------------------------------------------------------------- what a state is made of
 
 /// The one bond that a state may have.
 class COneBond : public IBondTable

@@ -25,7 +25,7 @@ static constexpr qint64 leastFactoryBytes = 2 * 4; // its kind and its name
 static constexpr qint64 leastSizeBytes = 2 * 4;    // particle type and kind
 static constexpr qint64 leastCustomBytes = 2 * 4;  // property and kind
 
-static void tell(EEffect effect, const CParticleFactory& factory, const std::string& what)
+static void report(EEffect effect, const CParticleFactory& factory, const std::string& what)
 {
     const std::string name = shortened(factory.name);
     report(effect, NLogTitle::legacyRead, "factory \"" + name + "\": " + what, 1, name);
@@ -67,7 +67,7 @@ static void readMade(CDemCreatorDataReader& reader, const CParticleFactory& fact
     if (param != nullptr)
         param->read(reader);
     else if (!word.isEmpty())
-        tell(eLost, factory, std::string(what) + " of the unknown kind \"" + shortened(word) + "\" skipped");
+        report(eLost, factory, std::string(what) + " of the unknown kind \"" + shortened(word) + "\" skipped");
 }
 
 /// \param setKind  the factory's operation that makes the parameter
@@ -109,7 +109,7 @@ static std::unique_ptr<IFactorySize> readSharedSize(CDemCreatorDataReader& reade
 static void shareSize(CParticleFactory& factory, const IFactorySize& size)
 {
     if (factory.type == nullptr || factory.type->typeNames().empty()) {
-        tell(eLost, factory, "names no particle type; its size is dropped");
+        report(eLost, factory, "names no particle type; its size is dropped");
         return;
     }
     for (const QString& typeName : factory.type->typeNames())
@@ -142,9 +142,9 @@ static void readCustomParams(CDemCreatorDataReader& reader, CInForm& f, CParticl
         if (!ended && factory.customProperties != nullptr)
             property = factory.customProperties->property(propertyName.toStdString());
         if (property == nullptr && !ended)
-            tell(eLost, factory,
-                 "custom parameters from the one of the undefined property \"" + shortened(propertyName) +
-                     "\" on dropped");
+            report(eLost, factory,
+                   "custom parameters from the one of the undefined property \"" + shortened(propertyName) +
+                       "\" on dropped");
         ended |= property == nullptr;
         // What was called so before 25.0.0 is a fixed value, and is stored as one.
         if (word == CInitialValueCustomPropertyFactoryParam::word && !f.since(25, 0, 0))
@@ -154,9 +154,9 @@ static void readCustomParams(CDemCreatorDataReader& reader, CInForm& f, CParticl
         if (param != nullptr)
             param->read(reader);
         else
-            tell(eLost, factory,
-                 "parameter of the property \"" + shortened(propertyName) + "\" of the unknown kind \"" +
-                     shortened(word) + "\" skipped");
+            report(eLost, factory,
+                   "parameter of the property \"" + shortened(propertyName) + "\" of the unknown kind \"" +
+                       shortened(word) + "\" skipped");
     }
 }
 

@@ -25,13 +25,13 @@ static SModelHead readModelHead(CInForm& f)
     SModelHead head;
     f.text(head.name);
     f.i32(head.source, gateModelSource, anySource); // EModelSource
-    head.name = mendedModelName(head.name);
+    head.name = repairedModelName(head.name);
     return head;
 }
 
 /// No parameters are stored of what comes from a plug-in: a phantom leaves nothing behind.
 template <class TPhantom, class TModel>
-static void tellPhantom(const char* noun, const TModel& model)
+static void reportPhantom(const char* noun, const TModel& model)
 {
     if (dynamic_cast<const TPhantom*>(&model) != nullptr)
         reportOnce(eRemark, NLogTitle::legacyRead,
@@ -46,7 +46,7 @@ static void readChain(CDemCreatorDataReader& reader, CInForm& f, CPhysicsModels&
     for (quint32 i = 0; i < count; ++i) {
         const SModelHead head = readModelHead(f);
         std::unique_ptr<IContactModel> model = models.makeContactModel(head.name, modelType, head.source, true);
-        tellPhantom<CContactModelPhantom>("contact model", *model);
+        reportPhantom<CContactModelPhantom>("contact model", *model);
         model->read(reader);
         models.addContactModel(std::move(model), CPhysicsModels::atEnd); // refused, it is reported and left out
     }
@@ -69,7 +69,7 @@ void CDemCreatorDataReader::readPhysicsModels(CPhysicsModels& models)
         std::unique_ptr<IExternalForce> force = models.makeExternalForce(head.name, head.source, true);
         if (force == nullptr) // the word for no force
             continue;
-        tellPhantom<CExternalForcePhantom>("external force", *force);
+        reportPhantom<CExternalForcePhantom>("external force", *force);
         force->read(*this);
         models.addExternalForce(std::move(force), CPhysicsModels::atEnd);
     }

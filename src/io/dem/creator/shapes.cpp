@@ -116,7 +116,7 @@ static void cadForm(TForm&& f, TGeometry& geometry)
 
 /// From 23.0.1 to 23.0.3 a file says where an import was put, but holds it there and no longer where it came from.
 /// The mesh counts: put in its place a second time, it would be elsewhere.
-static void keepMeshWhereItStands(CInForm f, CCADGeometry& geometry)
+static void keepMeshWhereItIs(CInForm f, CCADGeometry& geometry)
 {
     geometry.updateCadTransform();
     if (!f.since(23, 0, 1) || f.since(23, 0, 4) || geometry.cadTransform.isIdentity())
@@ -134,7 +134,7 @@ void CDemCreatorDataReader::readCADGeometry(CCADGeometry& geometry)
 {
     cadForm(in(), geometry);
     readGeometryGroup(geometry);
-    keepMeshWhereItStands(in(), geometry);
+    keepMeshWhereItIs(in(), geometry);
 }
 void CDemCreatorDataWriter::writeCADGeometry(const CCADGeometry& geometry)
 {

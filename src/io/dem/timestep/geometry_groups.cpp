@@ -15,7 +15,7 @@ namespace NBrenmark {
 
 // ---------------------------------------------------------------- the motion of a moving group
 
-/// Behind the transform: where the group is.
+/// After the transform: where the group is.
 template <class TForm, class TGroup>
 static void placeForm(TForm& f, TGroup& group)
 {

@@ -68,7 +68,7 @@ void CDemTimestepDataReader::readLegacyContacts(SLegacyContactLists& contacts)
         const qint64 byte = stream->position();
         readLegacySurfSurfContactIds(contact);
         readLegacyContact(contact);
-        tellRecord(contact, byte);
+        reportRecord(contact, byte);
     }
     leaveIfStopped();
     makeRecords(f, "contact", "contacts", leastContactBytes, contacts.surfaceGeometry);
@@ -77,7 +77,7 @@ void CDemTimestepDataReader::readLegacyContacts(SLegacyContactLists& contacts)
         const qint64 byte = stream->position();
         readLegacySurfGeomContactIds(contact);
         readLegacyContact(contact);
-        tellRecord(contact, byte);
+        reportRecord(contact, byte);
     }
     leaveIfStopped();
 }
@@ -112,7 +112,7 @@ void CDemTimestepDataReader::readLegacyBonds(CBondList& bonds)
     for (CSurfSurfBond& bond : bonds) {
         const qint64 byte = stream->position();
         bond.read(*this);
-        tellRecord(bond, byte);
+        reportRecord(bond, byte);
     }
     leaveIfStopped();
 }
@@ -202,7 +202,7 @@ void CDemTimestepDataReader::readLegacyCollisionList(CCollisionList& collisions)
         admitMemory(sizeof(CSurfSurfCollision), "collisions");
         collision->read(*this);
         if (stream->options.oldRecords != nullptr)
-            collision->tell(*stream->options.oldRecords, byte);
+            collision->passTo(*stream->options.oldRecords, byte);
         collisions.push_back(std::move(collision));
     }
     if (count > 0 && !objects)

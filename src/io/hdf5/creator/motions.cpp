@@ -167,7 +167,7 @@ static bool isBelt(const CTimeDepAction& motion)
     return dynamic_cast<const CConveyorTranslation*>(&motion) != nullptr;
 }
 
-static void tellOfLostBelt(const CTimeDepAction& motion)
+static void reportLostBelt(const CTimeDepAction& motion)
 {
     const auto& belt = dynamic_cast<const CConveyorTranslation&>(motion);
     if (belt.initialVelocity != 0.0 || belt.acceleration != 0.0)
@@ -210,7 +210,7 @@ void CHdf5CreatorDataWriter::writeKinematics(const CKinematics& kinematics)
             motion->write(*this);
             if (isBelt(*motion)) {
                 writeTimeDepAction(*motion);
-                tellOfLostBelt(*motion);
+                reportLostBelt(*motion);
             }
         });
     });

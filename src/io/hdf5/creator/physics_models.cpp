@@ -18,7 +18,7 @@ static const char* const sourceName = "model source";
 
 /// A model that isn't known here keeps its name and place. What else its group holds can't be kept.
 template <class TPhantom, class TModel>
-static void tellPhantom(const H5::Group& group, const char* noun, const TModel& model)
+static void reportPhantom(const H5::Group& group, const char* noun, const TModel& model)
 {
     if (dynamic_cast<const TPhantom*>(&model) == nullptr)
         return;
@@ -49,7 +49,7 @@ static void readList(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, const 
         in.group(name.toStdString(), [&] {
             qint32 source = 0;
             in.attribute(sourceName, source); // EModelSource
-            body(mendedModelName(name), static_cast<quint32>(source));
+            body(repairedModelName(name), static_cast<quint32>(source));
         });
     }
 }
@@ -58,7 +58,7 @@ static void readChain(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhys
 {
     readList(reader, in, [&](const QString& name, quint32 source) {
         std::unique_ptr<IContactModel> model = models.makeContactModel(name, modelType, source, true);
-        tellPhantom<CContactModelPhantom>(*reader.location, "contact model", *model);
+        reportPhantom<CContactModelPhantom>(*reader.location, "contact model", *model);
         if (reader.options.examine)
             compareSource(name, source, model->source);
         model->read(reader);
@@ -72,7 +72,7 @@ static void readForces(CHdf5CreatorDataReader& reader, CHdf5FormReader& in, CPhy
         std::unique_ptr<IExternalForce> force = models.makeExternalForce(name, source, true);
         if (force == nullptr) // the word for no force
             return;
-        tellPhantom<CExternalForcePhantom>(*reader.location, "external force", *force);
+        reportPhantom<CExternalForcePhantom>(*reader.location, "external force", *force);
         if (reader.options.examine)
             compareSource(name, source, force->source);
         force->read(reader);

@@ -15,7 +15,7 @@ namespace NBrenmark {
 using namespace HDF5DATATYPES;
 
 /// How many names or keys stood twice: of those the later row stays.
-static void tellRepeats(const std::string& name, std::size_t rows, std::size_t entries)
+static void reportRepeats(const std::string& name, std::size_t rows, std::size_t entries)
 {
     if (rows != entries)
         report(eLost, NLogTitle::hdf5Read,
@@ -44,7 +44,7 @@ static void pairsForm(CHdf5FormReader& f, const std::string& name, CPairTable<TV
         leaveIfStopped();
         table.set(row.name1, row.name2, row);
     }
-    tellRepeats(name, rows.size(), table.entries.size());
+    reportRepeats(name, rows.size(), table.entries.size());
 }
 
 static void namesForm(CHdf5FormWriter& f, const std::string& name, const CNameTable& table)
@@ -61,7 +61,7 @@ static void namesForm(CHdf5FormReader& f, const std::string& name, CNameTable& t
     table.clear();
     for (const SBasicCmpdType::Row& row : rows)
         table.set(row.name, row.value);
-    tellRepeats(name, rows.size(), table.entries.size());
+    reportRepeats(name, rows.size(), table.entries.size());
 }
 
 template <class TForm, class TData>
@@ -207,7 +207,7 @@ void CHdf5CreatorDataWriter::writeTribochargingParamData(const CTribochargingCon
 // ---------------------------------------------------------------- bonds
 
 /// Before 30.0.18 a key joins its names by a sign of its own.
-static std::string mendedBondKey(QString key)
+static std::string repairedBondKey(QString key)
 {
     key.replace(" - ", " <> ").replace(" + ", " <> ");
     const auto names = CBondParametersMap::namesOf(key.toStdString());
@@ -222,9 +222,9 @@ void CHdf5CreatorDataReader::readBondParametersMap(CBondParametersMap& bonds)
     bonds.clear();
     for (const SBondParamCmpdType::Row& row : rows) {
         leaveIfStopped();
-        bonds.set(in().since(30, 0, 18) ? row.key.toStdString() : mendedBondKey(row.key), row);
+        bonds.set(in().since(30, 0, 18) ? row.key.toStdString() : repairedBondKey(row.key), row);
     }
-    tellRepeats("data", rows.size(), bonds.entries.size());
+    reportRepeats("data", rows.size(), bonds.entries.size());
 }
 
 void CHdf5CreatorDataWriter::writeBondParametersMap(const CBondParametersMap& bonds)

@@ -45,7 +45,7 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
     rowsForm(lengths, bonds);
     const quint32 held = lengths.admitted(0);
     rowsForm(in(), bonds);
-    tellIfOther("bonds", size, held);
+    reportIfOther("bonds", size, held);
     bonds.resizeRows(held); // what isn't stored: the parameters
     reading.whole = true;
 }

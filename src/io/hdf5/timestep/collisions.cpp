@@ -69,7 +69,7 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     recordsForm(lengths, collisions, fields);
     const quint32 held = lengths.admitted(collisionRowBytes);
     recordsForm(in(), collisions, fields);
-    tellIfOther("collisions", size, held);
+    reportIfOther("collisions", size, held);
     collisions.settle(held, fields, NLogTitle::hdf5Read);
     reading.whole = true;
 }

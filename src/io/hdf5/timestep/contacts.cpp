@@ -59,7 +59,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
         rowsForm(lengths, contacts, fields);
         const quint32 held = lengths.admitted(contactRowBytes);
         rowsForm(in(), contacts, fields);
-        tellIfOther("contacts", size, held);
+        reportIfOther("contacts", size, held);
         contacts.resizeRows(held); // the arrays that the file lacks become zeros
     }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });

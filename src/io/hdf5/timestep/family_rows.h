@@ -10,7 +10,7 @@ namespace NBrenmark {
 
 /// Memory follows stored arrays only: a stored number that they contradict is reported.
 /// \param what  "contacts"
-inline void tellIfOther(const char* what, quint32 announced, quint32 held)
+inline void reportIfOther(const char* what, quint32 announced, quint32 held)
 {
     const std::string text =
         std::to_string(announced) + ' ' + what + " are announced and " + std::to_string(held) + " are there.";

@@ -29,7 +29,7 @@ void CTextWriter::writeParticleFactoryList(const CParticleFactoryList& list)
     CListSegments segments;
     for (const CParticleFactory* factory : factories)
         out.group(segments.next(factory->name), [&] {
-            if (tells(ETextPart::eDefinition)) {
+            if (covers(ETextPart::eDefinition)) {
                 out.value("name", factory->name);
                 out.value("kind", factory->typeWord());
             }
@@ -39,16 +39,16 @@ void CTextWriter::writeParticleFactoryList(const CParticleFactoryList& list)
 
 void CTextWriter::writeParticleFactory(const CParticleFactory& f)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.value("maxAttempts", f.maxAttempts); // to place one particle
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         out.value("creationCount", f.creationCount);                                       // particles so far
         out.array("counters", std::vector<quint32>(f.counters.begin(), f.counters.end())); // the solver's
         out.group("accounting", [&] { f.accounting.write(*this); });
     }
     const auto parameter = [this](const std::string& segment, const IFactoryParameter* held) {
         out.group(segment, [&] {
-            if (tells(ETextPart::eDefinition))
+            if (covers(ETextPart::eDefinition))
                 out.value("kind", held != nullptr ? held->kindWord() : QString());
             if (held != nullptr)
                 held->write(*this);
@@ -73,7 +73,7 @@ void CTextWriter::writeParticleFactory(const CParticleFactory& f)
 
 void CTextWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& f)
 {
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         out.value("unlimited", f.unlimited);
         out.value("massCreation", f.massCreation);
         out.value("massGeneration", f.massGeneration); // the rate is of mass
@@ -83,7 +83,7 @@ void CTextWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& f)
         out.value("numToCreate", f.numToCreate);       // particles
         out.value("massToCreate", f.massToCreate);     // kg
     }
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         out.value("createdSinceRateChange", f.createdSinceRateChange); // particles
         out.group("typeAccounting", [&] {
             for (const auto& [typeName, account] : f.typeAccounting)
@@ -94,14 +94,14 @@ void CTextWriter::writeDynamicParticleFactory(const CDynamicParticleFactory& f)
 
 void CTextWriter::writeStaticParticleFactory(const CStaticParticleFactory& f)
 {
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         out.value("fillShape", f.fillShape);
         out.value("massCreation", f.massCreation);
         out.value("creationTime", f.creationTime); // s
         out.value("numToCreate", f.numToCreate);   // particles
         out.value("massToCreate", f.massToCreate); // kg
     }
-    if (tells(ETextPart::eState))
+    if (covers(ETextPart::eState))
         out.value("completed", f.completed);
 }
 

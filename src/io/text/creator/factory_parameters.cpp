@@ -29,7 +29,7 @@ static void range(CTextOutput& out, const CRandomDistribution& law)
 
 void CTextWriter::writeSprayFactoryVelocity(const CSprayFactoryVelocity& p)
 {
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     spread(out, p.magnitude);
     out.value("sprayAngle", p.sprayAngle); // rad
@@ -38,13 +38,13 @@ void CTextWriter::writeSprayFactoryVelocity(const CSprayFactoryVelocity& p)
 
 void CTextWriter::writeRandomFactoryVelocity(const CRandomFactoryVelocity& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         range(out, p.magnitude);
 }
 
 void CTextWriter::writeNormalFactoryVelocity(const CNormalFactoryVelocity& p)
 {
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     spread(out, p.magnitude);
     out.value("direction", p.direction);
@@ -52,7 +52,7 @@ void CTextWriter::writeNormalFactoryVelocity(const CNormalFactoryVelocity& p)
 
 void CTextWriter::writeLinearFactoryVelocity(const CLinearFactoryVelocity& p)
 {
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.value("startVelocity", p.startVelocity); // m/s or rad/s
     out.value("endVelocity", p.endVelocity);     // m/s or rad/s
@@ -60,7 +60,7 @@ void CTextWriter::writeLinearFactoryVelocity(const CLinearFactoryVelocity& p)
 
 void CTextWriter::writeFixedFactoryVelocity(const CFixedFactoryVelocity& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.value("value", p.value); // m/s or rad/s
 }
 
@@ -68,7 +68,7 @@ void CTextWriter::writeFixedFactoryVelocity(const CFixedFactoryVelocity& p)
 
 void CTextWriter::writeLinearFactoryAngVel(const CLinearFactoryAngVel& p)
 {
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.value("startVelocity", p.startVelocity); // m/s or rad/s
     out.value("endVelocity", p.endVelocity);     // m/s or rad/s
@@ -76,19 +76,19 @@ void CTextWriter::writeLinearFactoryAngVel(const CLinearFactoryAngVel& p)
 
 void CTextWriter::writeRandomFactoryAngVel(const CRandomFactoryAngVel& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         range(out, p.magnitude);
 }
 
 void CTextWriter::writeFixedFactoryAngVel(const CFixedFactoryAngVel& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.value("value", p.value); // m/s or rad/s
 }
 
 void CTextWriter::writeNormalFactoryAngVel(const CNormalFactoryAngVel& p)
 {
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     spread(out, p.magnitude);
     out.value("direction", p.direction);
@@ -98,7 +98,7 @@ void CTextWriter::writeNormalFactoryAngVel(const CNormalFactoryAngVel& p)
 
 void CTextWriter::writeFixedFactoryOrientation(const CFixedFactoryOrientation& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.value("orientation", p.orientation);
 }
 
@@ -112,15 +112,15 @@ static void typeNames(CTextOutput& out, const std::vector<QString>& names)
 
 void CTextWriter::writeFixedFactoryType(const CFixedFactoryType& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         typeNames(out, p.names);
 }
 
 void CTextWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         typeNames(out, p.names);
-    if (tells(ETextPart::eState))
+    if (covers(ETextPart::eState))
         out.value("next", p.next); // index of a name; any number is taken round
 }
 
@@ -128,14 +128,14 @@ void CTextWriter::writeBinaryFactoryType(const CBinaryFactoryType& p)
 
 void CTextWriter::writeRandomFactoryPosition(const CRandomFactoryPosition& p)
 {
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         out.value("style", p.style);
         out.value("densityFactor", p.densityFactor);
         out.value("multiFactor", p.multiFactor);
         out.value("maxAngle", p.maxAngle);     // rad
         out.value("separation", p.separation); // m
     }
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         out.value("seedPosition", p.seedPosition); // m; three not-a-numbers: not set
         out.value("seedVector", p.seedVector);
     }
@@ -143,14 +143,14 @@ void CTextWriter::writeRandomFactoryPosition(const CRandomFactoryPosition& p)
 
 void CTextWriter::write3DLattice(const C3DLattice& lattice)
 {
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         out.value("axisA", lattice.axisA);       // m
         out.value("axisB", lattice.axisB);       // m
         out.value("axisC", lattice.axisC);       // m
         out.value("start", lattice.start);       // m
         out.value("rotation", lattice.rotation); // rad, about x, y and z
     }
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         out.value("cursor0", lattice.cursor0); // three not-a-numbers: the walk hasn't begun
         out.value("cursor1", lattice.cursor1);
         out.value("cursor2", lattice.cursor2);
@@ -166,33 +166,33 @@ void CTextWriter::writeFCCFactoryPosition(const CFCCFactoryPosition& p) { write3
 
 void CTextWriter::writeFixedFactorySize(const CFixedFactorySize& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         p.sizeDistribution.write(*this);
 }
 
 void CTextWriter::writeRandomFactorySize(const CRandomFactorySize& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         p.sizeDistribution.write(*this);
 }
 
 void CTextWriter::writeNormalFactorySize(const CNormalFactorySize& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         p.sizeDistribution.write(*this);
 }
 
 void CTextWriter::writeLogNormalFactorySize(const CLogNormalFactorySize& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         p.sizeDistribution.write(*this);
 }
 
 void CTextWriter::writeUserDefinedFactorySize(const CUserDefinedFactorySize& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         p.sizeDistribution.write(*this);
-    if (tells(ETextPart::eState))
+    if (covers(ETextPart::eState))
         out.group("bandAccounting", [&] {
             for (const auto& [size, account] : p.bandAccounting)
                 out.group(NText::text(size), [this, &held = account] { held.write(*this); });
@@ -203,19 +203,19 @@ void CTextWriter::writeUserDefinedFactorySize(const CUserDefinedFactorySize& p)
 
 void CTextWriter::writeNormalDistCustomPropertyFactoryParam(const CNormalDistCustomPropertyFactoryParam& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         spread(out, p.distribution);
 }
 
 void CTextWriter::writeRandomValueCustomPropertyFactoryParam(const CRandomValueCustomPropertyFactoryParam& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         range(out, p.distribution);
 }
 
 void CTextWriter::writeFixedValueCustomPropertyFactoryParam(const CFixedValueCustomPropertyFactoryParam& p)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.array("values", p.values); // in the unit of the property
 }
 

@@ -11,14 +11,14 @@ namespace NBrenmark {
 
 void CTextWriter::writeGeometryGroups(const GeometryGroups& groups)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.value("count", groups.count());
     CListSegments segments;
     for (const CGeometryGroup* group : groups.groups()) {
         if (group == nullptr)
             continue;
         out.group(segments.next(group->displayedName), [&] {
-            if (tells(ETextPart::eDefinition)) {
+            if (covers(ETextPart::eDefinition)) {
                 out.value("index", group->index);
                 out.value("shape", group->typeName());
             }
@@ -70,7 +70,7 @@ static void triangleState(CTextOutput& out, const CGeometryGroup& g)
 
 void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
 {
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         groupDefinition(out, g);
         out.group("momentOfInertia", [&] { g.momentOfInertia.write(*this); });
         out.group("electrostatic", [&] { g.electrostatic.write(*this); });
@@ -81,16 +81,16 @@ void CTextWriter::writeGeometryGroup(const CGeometryGroup& g)
         out.value("enclosedMagnitude", g.enclosedMagnitude); // m^3
         out.value("surfaceMagnitude", g.surfaceMagnitude);   // m^2
     }
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         out.stored("dataMask", g.dataMask);
         out.value("isStatic", g.isStatic);
         out.value("time", g.time); // s
     }
-    if (tells(ETextPart::eState) && (tells(ETextPart::eDefinition) || !g.isStatic)) {
+    if (covers(ETextPart::eState) && (covers(ETextPart::eDefinition) || !g.isStatic)) {
         groupMotion(out, g);
         out.group("motionHistory", [&] { g.motionHistory.write(*this); });
     }
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         triangleState(out, g);
         g.customProperties.write(*this);
     }

@@ -16,7 +16,7 @@ void CTextWriter::writeKinematics(const CKinematics& kinematics)
     qint32 index = 0;
     for (const auto& motion : kinematics.actions) {
         out.group(segments.next(motion->name), [&] {
-            if (tells(ETextPart::eDefinition)) {
+            if (covers(ETextPart::eDefinition)) {
                 out.value("index", index);
                 out.value("kind", motion->displayName());
             }
@@ -28,7 +28,7 @@ void CTextWriter::writeKinematics(const CKinematics& kinematics)
 
 void CTextWriter::writeTimeDepAction(const CTimeDepAction& motion)
 {
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.value("name", motion.name);
     out.value("startTime", motion.startTime); // s
@@ -40,19 +40,19 @@ void CTextWriter::writeTimeDepAction(const CTimeDepAction& motion)
 
 void CTextWriter::writeRotation(const CRotation& rotation)
 {
-    if (tells(ETextPart::eDefinition))
+    if (covers(ETextPart::eDefinition))
         out.value("movesWithBody", rotation.movesWithBody);
-    if (tells(ETextPart::eState))
+    if (covers(ETextPart::eState))
         out.value("pointOfAction", rotation.pointOfAction); // m
 }
 
 void CTextWriter::writeSinusoid(const CSinusoid& sinusoid)
 {
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         out.value("frequency", sinusoid.frequency); // Hz
         out.value("offset", sinusoid.offset);       // rad, the phase
     }
-    if (tells(ETextPart::eState))
+    if (covers(ETextPart::eState))
         out.value("displacement", sinusoid.displacement); // m or rad; amplitude and direction
 }
 
@@ -65,7 +65,7 @@ static void axis(CTextOutput& out, const CTimeDepAction& motion)
 void CTextWriter::writeLinearTranslation(const CLinearTranslation& motion)
 {
     writeTimeDepAction(motion);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.value("initialVelocity", motion.initialVelocity); // m/s, along the axis
     out.value("acceleration", motion.acceleration);       // m/s^2
@@ -75,7 +75,7 @@ void CTextWriter::writeLinearTranslation(const CLinearTranslation& motion)
 void CTextWriter::writeConveyorTranslation(const CConveyorTranslation& motion)
 {
     writeLinearTranslation(motion);
-    if (tells(ETextPart::eState))
+    if (covers(ETextPart::eState))
         out.value("conveyorTransform", motion.conveyorTransform);
 }
 
@@ -83,7 +83,7 @@ void CTextWriter::writeSinusoidalTranslation(const CSinusoidalTranslation& motio
 {
     writeTimeDepAction(motion);
     motion.sinusoid.write(*this);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     axis(out, motion);
     out.value("displacementMagnitude", motion.displacementMagnitude); // m or rad
@@ -93,12 +93,12 @@ void CTextWriter::writeLinearRotation(const CLinearRotation& motion)
 {
     writeTimeDepAction(motion);
     writeRotation(motion);
-    if (tells(ETextPart::eDefinition)) {
+    if (covers(ETextPart::eDefinition)) {
         out.value("initialAngularVelocity", motion.initialAngularVelocity);             // rad/s, about the axis
         out.value("angularAccelerationMagnitude", motion.angularAccelerationMagnitude); // rad/s^2
         axis(out, motion);
     }
-    if (tells(ETextPart::eState)) {
+    if (covers(ETextPart::eState)) {
         out.value("angularVelocity", motion.angularVelocity);         // rad/s, as the axis is turned by now
         out.value("angularAcceleration", motion.angularAcceleration); // rad/s^2, likewise
     }
@@ -109,7 +109,7 @@ void CTextWriter::writeSinusoidalRotation(const CSinusoidalRotation& motion)
     writeTimeDepAction(motion);
     writeRotation(motion);
     motion.sinusoid.write(*this);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     axis(out, motion);
     out.value("displacementMagnitude", motion.displacementMagnitude); // m or rad

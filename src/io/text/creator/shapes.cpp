@@ -10,7 +10,7 @@ namespace NBrenmark {
 void CTextWriter::writeBox(const CBox& box)
 {
     writeGeometryGroup(box);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.group("box", [&] {
         out.value("centre", box.centre);
@@ -28,7 +28,7 @@ void CTextWriter::writeBox(const CBox& box)
 void CTextWriter::writeCylinder(const CCylinder& cylinder)
 {
     writeGeometryGroup(cylinder);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.group("cylinder", [&] {
         out.value("startPoint", cylinder.startPoint);
@@ -44,7 +44,7 @@ void CTextWriter::writeCylinder(const CCylinder& cylinder)
 void CTextWriter::writePolygon(const CPolygon& polygon)
 {
     writeGeometryGroup(polygon);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.group("polygon", [&] {
         out.value("normal", polygon.normal); // of length 1; of a rectangle as long as its area
@@ -61,7 +61,7 @@ void CTextWriter::writePolygon(const CPolygon& polygon)
 void CTextWriter::writeCADGeometry(const CCADGeometry& cad)
 {
     writeGeometryGroup(cad);
-    if (!tells(ETextPart::eDefinition))
+    if (!covers(ETextPart::eDefinition))
         return;
     out.group("import", [&] {
         out.value("translationDistance", cad.translationDistance); // m

@@ -20,8 +20,8 @@ void CTextWriter::writeTimestepData(CTimestepData& t)
     out.value("particleMask", t.particleMask);
     out.value("geometryMask", t.geometryMask);
     // The state of geometry at this time is on the model's objects.
-    telling(ETextPart::eState,
-            [&] { out.group("geometryGroups", [&] { t.creatorData.geometryGroups.write(*this); }); });
+    covering(ETextPart::eState,
+             [&] { out.group("geometryGroups", [&] { t.creatorData.geometryGroups.write(*this); }); });
     out.group("particles", [&] { t.particleTypes.write(*this); });
     out.group("contacts", [&] { t.contacts.write(*this); });
     out.group("collisions", [&] { t.collisions.write(*this); });

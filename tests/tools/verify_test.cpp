@@ -344,9 +344,9 @@ TEST(Verify, saysWhichOfTheTwoCannotBeRead)
     EXPECT_EQ(runTool({"verify", deck, argument(folder.path("none.dem"))}).exitCode, 4);
 }
 
-/// Timesteps that are large enough are read back by another process while the next ones are converted: what is said of the
-/// deck in the end is the same as without.
-TEST(Verify, saysTheSameOfTimestepsThatWereReadBackMeanwhile)
+/// Where timesteps are large enough, another process reads those of the new deck while the next ones are converted, and the
+/// converted deck while the source is read: what is said is the same as without, of a damaged deck too.
+TEST(Verify, saysTheSameOfWhatAnotherProcessReadMeanwhile)
 {
     const CTempFolder folder;
     SSeededDeck seeded;
@@ -368,6 +368,21 @@ TEST(Verify, saysTheSameOfTimestepsThatWereReadBackMeanwhile)
     }
     EXPECT_EQ(said["1"], said["2"]);
     EXPECT_EQ(said["1"]["verdict"], "equal");
+
+    const auto verified = [&](const char* threads) {
+        const SToolResult run =
+            runTool({"verify", "--json", "--threads", threads, source, argument(folder.path("2.dem"))});
+        Json result = Json::parse(run.output);
+        result.erase("seconds");
+        return result;
+    };
+    const Json equal = verified("2");
+    EXPECT_EQ(equal["result"], "equal");
+    EXPECT_EQ(equal, verified("1"));
+    ASSERT_TRUE(QFile(folder.path("2_data/1.h5")).resize(5000)); // of which the other process gives no answer
+    const Json different = verified("2");
+    EXPECT_EQ(different["result"], "different");
+    EXPECT_EQ(different, verified("1"));
 }
 
 } // namespace NBrenmark

@@ -393,10 +393,10 @@ static SDeckDigest digestOfConverted(const QString& path, CProgressDisplay& prog
     return digestOf(path, "reading converted,", eIsNoted, progress, read);
 }
 
-static bool isWorthAProcess(const QString& deck)
+static bool isWorthAProcess(const QString& source, const QString& converted)
 {
-    return CDigestProcess::isPossible() && headOf(deck).format == eFormatHdf5 &&
-           static_cast<double>(bytesOf(familyFiles(deck))) >= CDigestProcess::leastBytes;
+    return CDigestProcess::isPossible() && headOf(converted).format == eFormatHdf5 &&
+           static_cast<double>(bytesOf(familyFiles(source))) >= CDigestProcess::leastBytes;
 }
 
 SVerification verify(const QString& source, const QString& converted, unsigned int limit, CProgressDisplay& progress,
@@ -404,7 +404,7 @@ SVerification verify(const QString& source, const QString& converted, unsigned i
 {
     const auto begin = std::chrono::steady_clock::now();
     CDigestProcess other(converted); // reads it while this process reads the source
-    const bool isRead = isWorthAProcess(converted) && other.askForAll();
+    const bool isRead = isWorthAProcess(source, converted) && other.askForAll();
     const SDeckDigest first = digestOf(source, "reading source,", eEndsTheReading, progress);
     const std::optional<SDigestPart> second = isRead ? other.lastAnswer() : std::nullopt;
     const auto readConverted = [&] { return second ? second->digest : digestOfConverted(converted, progress); };

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over sources. Most of its time goes to the headers that a source includes, so sources of one folder that
-are compiled as a unit are checked as one text, and what it finds there is reported by file and line.
+"""Runs clang-tidy over sources. Most of its time goes to the headers that a source includes, so sources of one folder are
+checked as one text, as far as they define no name twice, and what it finds there is reported by file and line.
 
     tidy.py BUILD_FOLDER [FILE...]    without files: all of the project's
 
@@ -16,6 +16,8 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 JOINED = ("src", "tools")  # whose names don't clash: cmake/FolderUnits.cmake has the compiler do the same
+# What another source defines for itself: types, functions, constants and macros at the beginning of a line.
+OWN_NAME = re.compile(r"^(?:(?:struct|class|enum|using|#define) (\w+)|(?!return|else)\w[\w:<>,&* ]*?[ &*](\w+)(?:\[\w*\])*(?:\(| =|\{|;))", re.M)
 MOST_LINES = 2500  # in one text: work for each core to the end
 OPTIONS = ["-quiet", "--extra-arg=-Wno-unknown-warning-option", "--extra-arg=-Wno-error"]
 
@@ -24,27 +26,42 @@ def flags(command):
     return re.sub(r" -o \S+ -c \S+$", "", command["command"])
 
 
+def path_in_project(command):
+    return pathlib.Path(command["file"]).relative_to(ROOT)
+
+
 def units(commands):
     """Lists of commands that are checked together."""
     groups = {}
     for command in commands:
         path = pathlib.Path(command["file"])
-        is_joined = path.relative_to(ROOT).parts[0] in JOINED
-        groups.setdefault((path.parent, flags(command)) if is_joined else path, []).append(command)
+        groups.setdefault((path.parent, path.suffix, flags(command)), []).append(command)
     for group in groups.values():
-        unit, lines = [], 0
+        unit, lines, names = [], 0, set()
         for command in group:
-            own = pathlib.Path(command["file"]).read_text().count("\n")
-            if unit and lines + own > MOST_LINES:
+            text = pathlib.Path(command["file"]).read_text()
+            is_joined = path_in_project(command).parts[0] in JOINED
+            own = set() if is_joined else {name for match in OWN_NAME.findall(text) for name in match if name}
+            if unit and (lines + text.count("\n") > MOST_LINES or own & names):
                 yield unit
-                unit, lines = [], 0
+                unit, lines, names = [], 0, set()
             unit.append(command)
-            lines += own
+            lines += text.count("\n")
+            names |= own
         yield unit
 
 
 def check(folder, number, unit):
-    """What clang-tidy reports of a unit, and whether it reports anything."""
+    """What clang-tidy reports of a unit, and whether it reports anything. Sources that don't compile as one text are
+    checked one by one."""
+    text, failed = check_joined(folder, number, unit)
+    if len(unit) == 1 or "clang-diagnostic-error" not in text:
+        return text, failed
+    results = [check_joined(folder, f"{number}-{i}", [command]) for i, command in enumerate(unit)]
+    return "".join(text for text, _ in results), any(failed for _, failed in results)
+
+
+def check_joined(folder, number, unit):
     text, begins = "", []  # line before the first one of a file
     for command in unit:
         begins.append((text.count("\n"), command["file"]))

@@ -80,9 +80,8 @@ void CCommandLine::addConvert()
     command->add_flag("--verify", convert.verify, "Compare the result with the source at the end");
     command->add_flag("--ignore-companions", convert.ignoreCompanions,
                       "Leave out companions of the source that can't be read; not with --verify");
-    command->add_flag_callback(
-        "--no-plugins", [this] { convert.bindPlugins = false; },
-        "Bind no plug-in libraries; their models are kept by their names");
+    command->add_flag("--no-plugins", convert.noPlugins,
+                      "Bind no plug-in libraries; their models are kept by their names");
     command->add_flag("--digest", convert.digest, "Write the digest of the values beside the new deck");
     command->add_flag("--dry-run", convert.dryRun, "Look for what would stop it, and write nothing");
     command->add_option("--report", convert.page, "Write a report as a page, with the comparison of --verify")

@@ -2,6 +2,7 @@
 // The commands: what each takes, and one function that does it. All of them end with an exit code
 // or throw a CFailure.
 
+#include "brenmark/deck_options.h"
 #include "brenmark/exit_codes.h"
 
 #include <QString>
@@ -11,18 +12,11 @@
 
 namespace NBrenmark {
 
-struct SConvertOptions
+struct SConvertOptions : SDeckOptions
 {
     QString source;
     QString target;
-    bool force = false;
-    bool resume = false;           ///< goes on where an unfinished conversion was broken off
-    bool strict = false;           ///< makes no deck if anything was lost through damage
-    bool ignoreCompanions = false; ///< goes on without companions that can't be read
-    bool verify = false;
-    bool digest = false;     ///< writes the digest of the values beside the new deck
-    bool dryRun = false;     ///< looks for what would stop it, and writes nothing
-    bool bindPlugins = true; ///< the libraries of the user's folders
+    bool dryRun = false; ///< looks for what would stop it, and writes nothing
     bool quiet = false;
     bool verbose = false; ///< a line for each timestep, and every message by itself
     bool json = false;

@@ -243,7 +243,7 @@ void CConvertCommand::makeDeck()
         folder->keepTimesteps(first);
         CProgressDisplay progress(options.quiet, options.verbose ? eNothingElsewhere : eLinesElsewhere);
         result.run = runConversion(*folder, journal, sizes, progress, options.verbose,
-                                   options.bindPlugins && !areUserPluginsForbidden(),
+                                   !options.noPlugins && !areUserPluginsForbidden(),
                                    options.wantsComparison() || options.digest, options.wantsComparison());
         if (!result.run.succeeded)
             failure = failureOf(result.run, *folder, journal);

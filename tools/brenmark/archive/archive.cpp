@@ -12,25 +12,19 @@ namespace NBrenmark {
 
 std::vector<std::string> optionWords(const SArchiveOptions& options)
 {
-    std::vector<std::string> words;
+    std::vector<std::string> words = wordsOf(static_cast<const SDeckOptions&>(options));
     const auto add = [&words](bool isGiven, const std::string& word) {
         if (isGiven)
             words.push_back(word);
     };
     add(options.followLinks, "--follow-links");
     add(options.skipExisting, "--skip-existing");
-    add(options.force, "--force");
-    add(options.resume, "--resume");
     add(options.retryFailed, "--retry-failed");
-    add(options.strict, "--strict");
-    add(options.verify, "--verify");
-    add(options.ignoreCompanions, "--ignore-companions");
-    add(!options.bindPlugins, "--no-plugins");
-    add(options.digest, "--digest");
     add(options.jobs > 0, "-j " + std::to_string(options.jobs));
     add(options.threads > 0, "--threads " + std::to_string(options.threads));
     add(options.memory > 0, "--memory " + sizeText(static_cast<double>(options.memory)));
     add(options.shards > 0, "--shard " + std::to_string(options.shard) + '/' + std::to_string(options.shards));
+    add(!options.page.empty(), "--report");
     return words;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // Archives: many decks converted by one command, which goes on where it stopped.
 
+#include "brenmark/deck_options.h"
 #include "brenmark/exit_codes.h"
 
 #include <QString>
@@ -10,20 +11,13 @@
 
 namespace NBrenmark {
 
-struct SArchiveOptions
+struct SArchiveOptions : SDeckOptions
 {
     std::vector<std::string> inputs; ///< decks, folders and wildcards, as they were named
     std::string folder;              ///< DIR, in which the tree of the decks is kept
     bool followLinks = false;        ///< to folders
     bool skipExisting = false;       ///< leaves decks out that are there, whole and of the same source
-    bool force = false;
-    bool resume = false;
-    bool retryFailed = false; ///< a resumed run takes up what has failed as well
-    bool strict = false;
-    bool verify = false;
-    bool ignoreCompanions = false;
-    bool bindPlugins = true;
-    bool digest = false;
+    bool retryFailed = false;        ///< a resumed run takes up what has failed as well
     bool dryRun = false;
     bool quiet = false;
     bool json = false;

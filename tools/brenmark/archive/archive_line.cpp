@@ -54,13 +54,8 @@ EExitCode CArchiveLine::run(const SConvertOptions& convert, const std::vector<st
         throw CFailure(eExitUsage, "--verbose is for one deck", "The journal has what became of each deck.");
     options.inputs = inputs;
     options.folder = folderFrom(folder);
-    options.force = convert.force;
+    static_cast<SDeckOptions&>(options) = convert;
     options.resume = convert.resume || options.retryFailed;
-    options.strict = convert.strict;
-    options.verify = convert.verify;
-    options.ignoreCompanions = convert.ignoreCompanions;
-    options.bindPlugins = convert.bindPlugins;
-    options.digest = convert.digest;
     options.dryRun = convert.dryRun;
     options.quiet = convert.quiet;
     options.json = convert.json;

@@ -188,19 +188,13 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
 {
     std::vector<std::string> arguments{"convert", "--quiet", "--progress", "none",
                                        "--color", "never",   "--record",   record};
-    const auto add = [&arguments](bool isWanted, const char* option) {
-        if (isWanted)
-            arguments.emplace_back(option);
-    };
+    SDeckOptions ofDeck = options;
     // A deck that is tried once more goes on with what it left the first time.
-    add(options.resume || options.retryFailed || options.skipExisting || isAlone, "--resume");
-    add(options.force, "--force");
-    add(options.strict, "--strict");
-    add(options.verify, "--verify");
-    add(options.ignoreCompanions, "--ignore-companions");
-    add(!options.bindPlugins, "--no-plugins");
-    add(options.digest, "--digest");
-    add(!options.page.empty(), "--facts");
+    ofDeck.resume = options.resume || options.retryFailed || options.skipExisting || isAlone;
+    const std::vector<std::string> words = wordsOf(ofDeck);
+    arguments.insert(arguments.end(), words.begin(), words.end());
+    if (!options.page.empty())
+        arguments.emplace_back("--facts");
     // The last decks have the cores to themselves.
     const size_t atOnce = std::max<size_t>(1, std::min<size_t>(jobs, waiting.size() + children.count() + 1));
     const unsigned threads =

@@ -86,20 +86,9 @@ Json deckFacts(const SConvertOptions& options, const QString& target, const SCon
                {"read", filesOf(sourceFiles(options.source))},
                {"written", filesOf(familyFiles(deck))},
                {"ledger", ledgerOf(result.run.messages)}};
-    Json words = Json::array();
-    const auto add = [&words](bool isGiven, const char* word) {
-        if (isGiven)
-            words.push_back(word);
-    };
-    add(options.force, "--force");
-    add(options.resume, "--resume");
-    add(options.strict, "--strict");
-    add(options.verify, "--verify");
-    add(options.digest, "--digest");
-    add(options.facts || !options.page.empty(), "--report");
-    add(options.ignoreCompanions, "--ignore-companions");
-    add(!options.bindPlugins, "--no-plugins");
-    facts["options"] = words;
+    facts["options"] = wordsOf(options);
+    if (options.facts || !options.page.empty())
+        facts["options"].push_back("--report");
     if (result.verification) {
         const SVerification& verification = *result.verification;
         facts["verdict"] = verdictName(verification.verdict());

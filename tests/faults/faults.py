@@ -47,8 +47,8 @@ def contents(folder):
 class Conversion:
     """One deck, and room for one run at a time."""
 
-    def __init__(self, program, module, deck):
-        self.program, self.module = program, module
+    def __init__(self, program, module, deck, options):
+        self.program, self.module, self.options = program, module, options
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="brenmark-faults-"))
         self.source = self.folder / "source"
         self.source.mkdir()
@@ -85,7 +85,7 @@ class Conversion:
         )
         if way == "for ever":
             environment["FAILING_CALLS_STAY"] = "1"
-        command = [self.program, "convert", self.deck, self.out / "new.dem"]
+        command = [self.program, "convert", *self.options, self.deck, self.out / "new.dem"]
         try:
             ended = subprocess.run(command, env=environment, capture_output=True, timeout=SECONDS)
         except subprocess.TimeoutExpired:
@@ -111,7 +111,7 @@ class Conversion:
 
     def calls(self, kind):
         self.run(kind, 0, 0, "once")
-        return int(pathlib.Path(str(self.note) + ".count").read_text())
+        return max(map(int, pathlib.Path(str(self.note) + ".count").read_text().split()))  # a line a process
 
 
 def cases(counts, arguments):
@@ -135,10 +135,11 @@ def main():
     parser.add_argument("--numbers", type=int, default=0, help="so many failing calls for each row, spread evenly")
     parser.add_argument("--allocations", type=int, default=5000, help="the greatest number of an allocation that fails")
     parser.add_argument("--kinds", nargs="*", help="these alone")
+    parser.add_argument("--options", type=str.split, default=[], help='of the conversion, as "--verify --threads 2"')
     arguments = parser.parse_args()
 
     workers = os.cpu_count() or 1
-    rooms = [Conversion(arguments.program, arguments.module, arguments.deck) for _ in range(workers)]
+    rooms = [Conversion(arguments.program, arguments.module, arguments.deck, arguments.options) for _ in range(workers)]
     kinds = arguments.kinds or sorted({row[0] for row in TABLE})
     counts = {kind: rooms[0].calls(kind) for kind in kinds}
     rows = {}
@@ -167,8 +168,8 @@ def main():
     print("calls | error | | runs | ended with")
     for (kind, error, way), ends in rows.items():
         name = errno.errorcode.get(error, "half")
-        told = ", ".join(f"{end}: {ends[end]}" for end in sorted(ends, key=str))
-        print(f"{kind} | {name} | {way} | {sum(ends.values())} of {counts[kind]} | {told}")
+        ended = ", ".join(f"{end}: {ends[end]}" for end in sorted(ends, key=str))
+        print(f"{kind} | {name} | {way} | {sum(ends.values())} of {counts[kind]} | {ended}")
     print("\n".join(broken[:200]))
     return 1 if broken or not rows else 0
 

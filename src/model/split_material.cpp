@@ -12,7 +12,7 @@ QString splitMaterial(CCreatorData& creator, const QString& original, bool equip
     constexpr quint64 bytesOfMaterial = 256; // and about as many of each interaction, with their keys
     const auto partners = static_cast<quint64>(creator.interactions.partnersOf(original).size());
     admitMemory((partners + 1) * bytesOfMaterial, "new materials with their interactions");
-    const QString copy = creator.materials.splitMaterial(original, equipmentCopy, creator.interactions);
+    QString copy = creator.materials.splitMaterial(original, equipmentCopy, creator.interactions);
     if (!copy.isEmpty())
         copyEntries(creator.physicsModels, original, copy, namesMaterials);
     return copy;

@@ -57,7 +57,9 @@ unsigned coresOfControlGroup(const std::string& root, const std::string& members
         const bool isOld = !controllers.empty();
         if (isOld && (',' + controllers + ',').find(",cpu,") == std::string::npos)
             continue;
-        const std::string mount = isOld ? root + '/' + controllers : root;
+        std::string mount = root;
+        if (isOld)
+            mount.append(1, '/').append(controllers);
         for (std::string path = line.substr(second + 1);; path.erase(path.rfind('/'))) {
             const unsigned cores = coresOfFolder(mount + path);
             if (cores > 0)

@@ -66,10 +66,12 @@ def check_joined(folder, number, unit):
     for command in unit:
         begins.append((text.count("\n"), command["file"]))
         text += pathlib.Path(command["file"]).read_text()
-    path = folder / f"{number}{pathlib.Path(begins[0][1]).suffix}"
-    path.write_text(text)
     own = folder / str(number)
     own.mkdir(exist_ok=True)
+    path = own / f"joined{pathlib.Path(begins[0][1]).suffix}"
+    path.write_text(text)
+    checks = ROOT / path_in_project(unit[0]).parts[0] / ".clang-tidy"  # which adds to that of the project
+    (own / ".clang-tidy").write_text(checks.read_text() if checks.exists() else "InheritParentConfig: true\n")
     joined = {**unit[0], "command": f"{flags(unit[0])} -c {path}", "file": str(path)}
     (own / "compile_commands.json").write_text(json.dumps([joined]))
     run = subprocess.run(["clang-tidy-14", *OPTIONS, "-p", str(own), str(path)], capture_output=True, text=True)

@@ -8,19 +8,21 @@
 
 #include <QByteArray>
 
+#include <cstring>
 #include <string>
 
 namespace NBrenmark {
 
-/// Bytes of a file, one after the other, with their place for messages. Numbers are little-endian.
+/// Bytes of a file, one after the other, with their place for messages. Numbers are little-endian. Its parts and copies
+/// share the bytes, and keep all of them in memory.
 class CFileBytes
 {
 public:
     /// \param place  in the file
-    CFileBytes(QByteArray bytes, quint64 place) : bytes(std::move(bytes)), start(place) {}
+    CFileBytes(QByteArray bytes, quint64 place) : bytes(std::move(bytes)), start(place), end(this->bytes.size()) {}
 
     quint64 place() const { return start + quint64(at); }
-    quint64 left() const { return quint64(bytes.size() - at); }
+    quint64 left() const { return quint64(end - at); }
 
     template <class T>
     T number()
@@ -44,22 +46,24 @@ public:
     CFileBytes part(quint64 count)
     {
         need(count);
-        CFileBytes taken(bytes.mid(at, int(count)), place());
+        CFileBytes taken(*this);
         at += int(count);
+        taken.end = at;
         return taken;
     }
     /// Consumes a text up to its zero byte, which must be there.
     /// \param step  that the bytes with the zero byte are filled up to
     void text(quint64 step)
     {
-        const int end = bytes.indexOf('\0', at);
-        require(end >= 0, "a name has no end");
-        skip((quint64(end - at) / step + 1) * step);
+        const char* const from = bytes.constData() + at;
+        const void* const zero = std::memchr(from, '\0', left());
+        require(zero != nullptr, "a name has no end");
+        skip((quint64(static_cast<const char*>(zero) - from) / step + 1) * step);
     }
     void signature(const char* expected)
     {
         need(4);
-        require(bytes.mid(at, 4) == expected, "something else is there");
+        require(std::memcmp(bytes.constData() + at, expected, 4) == 0, "something else is there");
         at += 4;
     }
 
@@ -76,6 +80,7 @@ private:
     QByteArray bytes;
     quint64 start;
     int at = 0;
+    int end;
 };
 
 } // namespace NBrenmark

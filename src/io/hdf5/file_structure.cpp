@@ -84,24 +84,30 @@ public:
     }
 
 private:
-    CFileBytes at(quint64 address, quint64 count)
+    void requireThere(quint64 address, quint64 count) const
     {
         if (address > size || count > size - address || count > largestPart)
             throw hdf5_error("The file is damaged: " + std::to_string(count) + " bytes are announced at byte " +
                              std::to_string(address) + " of " + std::to_string(size));
+    }
+
+    CFileBytes at(quint64 address, quint64 count)
+    {
+        requireThere(address, count);
         if (address < windowAt || address - windowAt > windowSize() || count > windowSize() - (address - windowAt))
             moveWindow(address, count);
-        CFileBytes taken(window.mid(static_cast<int>(address - windowAt), static_cast<int>(count)), address);
-        taken.require(taken.left() == count, "the file ends");
-        return taken;
+        CFileBytes rest(window, windowAt);
+        rest.require(address - windowAt + count <= rest.left(), "the file ends");
+        rest.skip(address - windowAt);
+        return rest.part(count);
     }
 
     quint64 windowSize() const { return static_cast<quint64>(window.size()); }
 
-    /// A file of a timestep without rows is held whole: its hundreds of parts are not in the order of their places.
+    /// A small file is held whole: its hundreds of parts are not in the order of their places.
     void moveWindow(quint64 address, quint64 count)
     {
-        constexpr quint64 smallFile = 0x20000;
+        constexpr quint64 smallFile = 0x80000;
         constexpr quint64 leastRead = 0x1000;
         windowAt = size <= smallFile ? 0 : address;
         file.seek(static_cast<qint64>(windowAt));
@@ -115,6 +121,14 @@ private:
         bytes.require(visited.insert(bytes.place()).second, "a part is in two places, or in itself");
     }
 
+    /// Where messages of an object are. They are taken when it is their turn: held all at once, they would keep a window
+    /// each in memory.
+    struct SMessages
+    {
+        quint64 address;
+        quint64 bytes;
+    };
+
     // ------------------------------------------------------------ object headers
 
     void checkHeader(quint64 address)
@@ -125,18 +139,21 @@ private:
         head.skip(1 + 2 + 4); // reserved, number of messages, of references
         const quint64 bytes = head.u32();
         SObject object;
-        std::vector<CFileBytes> chunks{at(address + 16, bytes)};
+        std::vector<SMessages> chunks{{address + 16, bytes}};
         for (std::size_t i = 0; i < chunks.size(); ++i) { // grows by continuations
-            while (chunks[i].left() >= 8) {
-                const quint16 kind = chunks[i].u16();
-                const quint16 messageBytes = chunks[i].u16();
-                const bool isShared = (chunks[i].u8() & 2) != 0; // the message is a reference to one elsewhere
-                chunks[i].skip(3);                               // reserved
-                CFileBytes message = chunks[i].part(messageBytes);
+            CFileBytes chunk = at(chunks[i].address, chunks[i].bytes);
+            if (i > 0)
+                visit(chunk);
+            while (chunk.left() >= 8) {
+                const quint16 kind = chunk.u16();
+                const quint16 messageBytes = chunk.u16();
+                const bool isShared = (chunk.u8() & 2) != 0; // the message is a reference to one elsewhere
+                chunk.skip(3);                               // reserved
+                CFileBytes message = chunk.part(messageBytes);
                 if (kind == eContinuationMessage) {
                     const quint64 next = message.u64();
-                    chunks.push_back(at(next, message.u64()));
-                    visit(chunks.back());
+                    chunks.push_back({next, message.u64()});
+                    requireThere(next, chunks.back().bytes);
                 }
                 else if (isShared)
                     checkShared(message);

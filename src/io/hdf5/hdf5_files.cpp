@@ -4,6 +4,7 @@
 
 #include "core/data_place.h"
 #include "core/left_behind.h"
+#include "core/thread_pool.h"
 #include "io/hdf5/checked_file_driver.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/deck_layout.h"
@@ -60,10 +61,13 @@ CHdf5IoManager::File CHdf5IoManager::createInDataFolder(const QString& path) con
     return createFile(path);
 }
 
-CHdf5IoManager::File CHdf5IoManager::openFile(const QString& path, EAccess access) const
+CHdf5IoManager::File CHdf5IoManager::openFile(const QString& path, EAccess access, CPooledTask* structureCheck) const
 {
     checkLibrary();
-    checkStructure(nativePath(path));
+    if (structureCheck != nullptr)
+        structureCheck->wait();
+    else
+        checkStructure(nativePath(path));
     requireRoomForHdf5();
     return std::make_unique<H5::H5File>(nativePath(path), access == eReadOnly ? H5F_ACC_RDONLY : H5F_ACC_RDWR,
                                         H5::FileCreatPropList::DEFAULT, fileAccess);
@@ -91,7 +95,7 @@ void CHdf5IoManager::closeFiles()
     reportLeftBehind(NLogTitle::hdf5Write);
 }
 
-bool CHdf5IoManager::switchToFile(qint64 number)
+bool CHdf5IoManager::switchToFile(qint64 number, CPooledTask* structureCheck)
 {
     if (currentFileNumber == number && timestepFile)
         return true;
@@ -101,7 +105,7 @@ bool CHdf5IoManager::switchToFile(qint64 number)
             throw hdf5_error("There is no such file.");
         timestepFile.reset();
         currentFileNumber = -1; // none is open
-        timestepFile = openFile(path, eReadOnly);
+        timestepFile = openFile(path, eReadOnly, structureCheck);
         currentFileNumber = number;
     });
 }

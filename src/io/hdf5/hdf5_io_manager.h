@@ -14,6 +14,7 @@
 
 namespace NBrenmark {
 
+class CPooledTask;
 class CSimulationData;
 
 class CHdf5IoManager : public IFileFormatManager
@@ -70,7 +71,8 @@ private:
     File createFile(const QString& path) const;
     /// Makes the folder first if it is missing.
     File createInDataFolder(const QString& path) const;
-    File openFile(const QString& path, EAccess access) const;
+    /// \param structureCheck  of the file, if it has begun already; checkStructure is called otherwise
+    File openFile(const QString& path, EAccess access, CPooledTask* structureCheck = nullptr) const;
     File openNumberedFile(const QString& path, quint32 number, EAccess access) const;
     void openMainFile();
     void closeFiles();
@@ -79,7 +81,8 @@ private:
     void updateHeader();
     bool readHeader();
     /// Makes a numbered file the open one. \return false, with a report, if it can't be opened
-    bool switchToFile(qint64 number);
+    /// \param structureCheck  as above
+    bool switchToFile(qint64 number, CPooledTask* structureCheck = nullptr);
 
     // hdf5_scan.cpp
     bool scanDataFolder(TimestepIndex& index);

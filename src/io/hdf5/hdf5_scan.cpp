@@ -4,16 +4,52 @@
 
 #include "core/log.h"
 #include "core/memory_ceiling.h"
+#include "core/thread_pool.h"
 #include "io/hdf5/deck_layout.h"
 #include "io/hdf5/deck_tree.h"
+#include "io/hdf5/file_structure.h"
 #include "io/hdf5/guarded.h"
 #include "io/hdf5/shapes.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <deque>
+#include <vector>
 
 namespace NBrenmark {
+
+namespace {
+
+/// The structure of numbered files, checked by the pool while earlier ones are read: one thread alone is in HDF5, and
+/// this takes as long as what it does.
+class CStructureChecks
+{
+public:
+    CStructureChecks(const QString& deck, const std::vector<quint32>& numbers) : deck(deck), numbers(numbers) {}
+
+    /// The check of the next file, valid up to the next call.
+    CPooledTask& next()
+    {
+        constexpr std::size_t mostAtOnce = 16; // a small file is in memory as a whole
+        if (begun > 0)
+            checks.pop_front();
+        for (; begun < numbers.size() && checks.size() < mostAtOnce; ++begun)
+            checks.emplace_back([path = QFile::encodeName(timestepFilePath(deck, numbers[begun])).toStdString()] {
+                checkStructure(path);
+            });
+        return checks.front();
+    }
+
+private:
+    const QString& deck;
+    const std::vector<quint32>& numbers;
+    std::size_t begun = 0;
+    std::deque<CPooledTask> checks;
+};
+
+} // namespace
 
 /// A file with this number or a greater one is no timestep's: each number below takes memory and time, whether it has a
 /// file or not, and a name must not cost minutes. A deck may have lost all but one file in 64, and any that is small.
@@ -74,11 +110,12 @@ bool CHdf5IoManager::scanDataFolder(TimestepIndex& index)
     timestepCount = numbers.empty() ? 0 : numbers.back() + 1;
     index.assign(timestepCount, STimestepIndexEntry()); // numbers without a file remain as gaps
     quint32 expected = 0;
+    CStructureChecks checks(fileName, numbers);
     for (const quint32 number : numbers) {
         if (number > expected)
             reportGap(expected, number - 1, folder);
         expected = number + 1;
-        if (switchToFile(number) && !readIndexEntry(number, index[number]) && !readOptions.examine)
+        if (switchToFile(number, &checks.next()) && !readIndexEntry(number, index[number]) && !readOptions.examine)
             return false;
         if (number > 0 && index[number - 1].offset != 0 && index[number].time == index[number - 1].time)
             report(eRemark, NLogTitle::hdf5Read,

@@ -62,6 +62,8 @@ struct SSaveOptions
     bool useNullPropertyManager = false; ///< reading: new geometry groups get the null property manager
     bool upgradeOldModels = true;        ///< reading: a legacy model is upgraded to the current model
     EReadExtent extent = eReadWhole;     ///< reading: how far into a timestep
+    quint32 wantedParticleFields = ~0u;  ///< reading: EParticleField; other arrays may be left in the file
+    quint32 wantedContactFields = ~0u;   ///< reading: EContactField; arrays that are left in the file are zeros
     bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
     bool isReadAgain = false;            ///< reading: what is to be said of this block was said
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported

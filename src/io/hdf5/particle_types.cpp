@@ -146,6 +146,7 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     if (!isWanted)
         size = 0;
     in().attribute("mask", t.dataMask); // EParticleField
+    t.dataMask &= options.wantedParticleFields;
     const bool hasRows = isWanted && (size > 0 || in().hasRows({"ids", "position"}));
     const quint32 fields = hasRows ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
     // The arrays that are there say how many slots there are: memory follows stored bytes only.

@@ -61,6 +61,8 @@ EExitCode runExport(const SExportOptions& options)
     const CChosenUnits units(options.units);
     const std::vector<std::string> wanted = attributeList(options.attributes);
     const SUnit* const timeUnit = units.of(eTimeQuantity);
+    if (wanted.empty())
+        readUsualAlone(reader.deck().readOptions);
 
     const std::unique_ptr<IExportWriter> writer =
         exportWriter(options.format, madeFolder(options.output, options.force));

@@ -44,6 +44,17 @@ const std::vector<SPieceKind>& pieceKinds()
 
 } // namespace
 
+/// The arrays that positions and the usual attributes are made of.
+static constexpr quint32 usualParticleFields = eIds | ePosition | eVelocity | eAngularVelocity | eScale | eForceTorque;
+static constexpr quint32 usualContactFields =
+    eContactEnds | eContactPosition | eContactNormalOverlap | eContactNormalForce | eContactTangentialForce;
+
+void readUsualAlone(SSaveOptions& options)
+{
+    options.wantedParticleFields = usualParticleFields;
+    options.wantedContactFields = usualContactFields;
+}
+
 std::vector<std::string> attributeList(const std::string& text)
 {
     std::vector<std::string> names;

@@ -39,6 +39,10 @@ struct SPiece
 /// Which attributes a piece gets. \return those that a comma parts; the usual ones of each kind for an empty text
 std::vector<std::string> attributeList(const std::string& text);
 
+/// Has timesteps read without the arrays that the usual attributes and custom properties don't need, where the family
+/// stores arrays apart.
+void readUsualAlone(SSaveOptions& options);
+
 /// The pieces of a timestep that have rows.
 /// \param wanted   names of attributes; empty for the usual ones and all custom properties
 /// \param leftOut  gets what the timestep doesn't hold

@@ -55,6 +55,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
         quint32 fields = contactFields;
         in().attribute("mask", fields); // EContactField
         fields &= contactFields;        // other bits are of arrays that only the legacy family has
+        fields &= options.wantedContactFields;
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
         const quint32 held = lengths.admitted(contactRowBytes);

@@ -6,11 +6,12 @@
 """
 from .command import CommandFailed, ConversionFailed, VerificationFailed, convert, verify
 from .deck import Deck, Domain, open
-from .files import BrenmarkError, DeckError, MissingData
+from .files import BrenmarkError, DeckError, IncompleteDeck, MissingData
 from .settings import PropertyDefinition
 from .step import Contacts, Geometry, Particles, Step
 
 __all__ = [
     "BrenmarkError", "CommandFailed", "Contacts", "ConversionFailed", "Deck", "DeckError", "Domain", "Geometry",
-    "MissingData", "Particles", "PropertyDefinition", "Step", "VerificationFailed", "convert", "open", "verify",
+    "IncompleteDeck", "MissingData", "Particles", "PropertyDefinition", "Step", "VerificationFailed", "convert", "open",
+    "verify",
 ]

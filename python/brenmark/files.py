@@ -20,6 +20,10 @@ class DeckError(BrenmarkError):
     """A file of the deck is missing, damaged, or of another kind."""
 
 
+class IncompleteDeck(UserWarning):
+    """The deck lacks timesteps or files that it should have. What is there can be read."""
+
+
 class MissingData(BrenmarkError, LookupError):
     """The deck is sound but doesn't hold what was asked for."""
 

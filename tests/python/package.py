@@ -7,12 +7,14 @@ Ends with 77 where h5py isn't installed.
 """
 import csv
 import io
+import json
 import os
 import pathlib
 import shutil
 import subprocess
 import sys
 import tempfile
+import warnings
 from urllib.parse import unquote
 
 try:
@@ -94,6 +96,37 @@ def complaints(path):
     return wrong, compared
 
 
+def incomplete(folder):
+    """A deck that lacks its last timestep, and a conversion that was interrupted after two of four: what is wrong."""
+    source, partial = folder / "strict-source.dem", folder / "strict.dem.partial"
+    for file in (ROOT / "samples").glob("pile-27.*"):
+        shutil.copy(file, source.with_suffix(file.suffix))
+    with source.with_suffix(".ess").open("ab") as settings:
+        settings.write(b"ESS_BLOCK_ no block")
+    subprocess.run([PROGRAM, "convert", "-q", "--strict", source, folder / "strict.dem"], check=False,
+                   capture_output=True)
+    journal = json.loads((partial / "conversion.json").read_text())
+    (partial / "conversion.json").write_text(json.dumps({**journal, "state": "converting", "finished": 2}))
+    os.truncate(partial / "strict_data" / "2.h5", 1000)  # it was being written
+    for file in (partial / "strict_data" / "3.h5", partial / "strict.ess", folder / "bonds-24_data" / "1.h5"):
+        file.unlink()
+    told, decks = [], {}
+    for name, path in (("partial", partial), ("its main file", partial / "strict.dem"), ("short", folder / "bonds-24.dem")):
+        with warnings.catch_warnings(record=True) as caught:
+            warnings.simplefilter("always")
+            decks[name] = brenmark.open(path)
+        told.append([str(one.message).partition(": ")[2] for one in caught if one.filename == __file__])
+    of_partial = ["2 of 4 timesteps aren't there: 2, 3",
+                  "strict.ess isn't there, which names the custom properties: none can be read"]
+    whole = brenmark.open(folder / "pile-27.dem")
+    same = [np.array_equal(step.particles["Glass bead"].position, whole[step.number].particles["Glass bead"].position)
+            for step in decks["partial"]]
+    wrong = [] if told == [of_partial, of_partial, ["1 of 2 timesteps aren't there: 1"]] else [f"told: {told}"]
+    if same != [True, True] or decks["partial"].missing != [2, 3] or decks["short"].missing != [1]:
+        wrong.append(f"incomplete: {decks}, {same}")
+    return wrong
+
+
 def main():
     wrong, compared = [], 0
     with tempfile.TemporaryDirectory() as name:
@@ -102,6 +135,7 @@ def main():
             brenmark.convert(source, folder / source.name)
             more, count = complaints(folder / source.name)
             wrong, compared = wrong + more, compared + count
+        wrong += incomplete(folder)
         raised = {}
         shutil.copy(folder / "pile-27_data" / "1.h5", folder / "foreign.dem")
         (folder / "moving-walls-26_data" / "0.h5").unlink()  # the model of the later ones
@@ -113,6 +147,7 @@ def main():
                 "legacy": lambda: brenmark.open(ROOT / "samples" / "pile-27.dem"),
                 "no model": lambda: brenmark.open(folder / "moving-walls-26.dem")[0].geometry,
                 "no array": lambda: pile[1].particles["Glass bead"].velocity,
+                "unfinished": lambda: brenmark.open(folder / "strict.dem"),
                 "no source": lambda: brenmark.convert(folder / "none.dem", folder / "new.dem"),
                 "different": lambda: brenmark.verify(ROOT / "samples" / "bonds-24.dem", folder / "ppf-21.dem")}.items():
             try:
@@ -120,7 +155,8 @@ def main():
             except brenmark.BrenmarkError as error:
                 raised[kind] = type(error).__name__
         expected = {"not a deck": "DeckError", "legacy": "DeckError", "no model": "DeckError",
-                    "no array": "MissingData", "no source": "ConversionFailed", "different": "VerificationFailed"}
+                    "no array": "MissingData", "unfinished": "DeckError", "no source": "ConversionFailed",
+                    "different": "VerificationFailed"}
         if raised != expected:
             wrong.append(f"raised: {raised}")
     print("\n".join(wrong) or f"{compared} arrays")

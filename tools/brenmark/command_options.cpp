@@ -100,9 +100,6 @@ void CCommandLine::addConvert()
             if (convert.ignoreCompanions && convert.wantsComparison())
                 throw CFailure(eExitUsage, "--ignore-companions and --verify or --report can't be used together",
                                "What is left out would be missing on both sides of the comparison.");
-            if (convert.xdmf && convert.json)
-                throw CFailure(eExitUsage, "--xdmf and --json can't be used together",
-                               "Use brenmark view after the conversion.");
             if (convert.quiet && convert.verbose)
                 throw CFailure(eExitUsage, "--quiet and --verbose can't be used together", "Leave one of them out.");
             if (archiveLine.isGiven())

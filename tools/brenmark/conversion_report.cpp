@@ -24,20 +24,32 @@ void printResultObject(const SConvertOptions& options, const QString& target, co
     object["error"] = failure ? jsonFailure(*failure) : Json();
     if (result.verification)
         object["verification"] = jsonVerification(*result.verification);
+    if (result.view)
+        object["view"] = {{"path", utf8(result.view->path)},
+                          {"movedVertices", result.view->moved.isEmpty() ? Json() : Json(utf8(result.view->moved))},
+                          {"timesteps", result.view->timesteps},
+                          {"leftOut", result.view->leftOut.json()}};
     printJson(object);
 }
 
-void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result)
+std::string convertedText(const SConvertOptions& options, const QString& target, const SConversionResult& result)
+{
+    return utf8(options.source) + ": converted to " + utf8(target) + ": " + countText(result.timesteps, "timestep") +
+           ", " + sizeText(static_cast<double>(result.bytesRead)) + " read, " +
+           sizeText(static_cast<double>(result.bytesWritten)) + " written in " + durationText(result.run.seconds) +
+           (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") +
+           (result.digest.whole.empty() ? "" : "; digest of the values: " + result.digest.whole) + '\n';
+}
+
+void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result,
+                    const std::string& line)
 {
     if (!options.quiet)
-        printResult(utf8(options.source) + ": converted to " + utf8(target) + ": " +
-                    countText(result.timesteps, "timestep") + ", " + sizeText(static_cast<double>(result.bytesRead)) +
-                    " read, " + sizeText(static_cast<double>(result.bytesWritten)) + " written in " +
-                    durationText(result.run.seconds) +
-                    (holdsDamage(result.run.messages) ? "; lost: " + damageText(result.run.messages) : "") +
-                    (result.digest.whole.empty() ? "" : "; digest of the values: " + result.digest.whole) + '\n');
+        printResult(line);
     if (result.verification && (!options.quiet || result.code != eExitDone))
         printVerification(*result.verification, options.source, target);
+    if (result.view && !options.quiet)
+        printResult(utf8(result.view->path) + ": shows " + countText(result.view->timesteps, "timestep") + '\n');
     flushResult();
 }
 

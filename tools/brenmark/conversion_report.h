@@ -7,8 +7,10 @@
 #include "brenmark/terminal.h"
 #include "brenmark/value_digest.h"
 #include "brenmark/verify.h"
+#include "brenmark/view/view.h"
 
 #include <optional>
+#include <string>
 
 namespace NBrenmark {
 
@@ -24,13 +26,17 @@ struct SConversionResult
     QString partial; ///< the folder that holds them, if they aren't at the target
     std::optional<SVerification> verification;
     SValueDigest digest; ///< of the source, if it was asked for
+    std::optional<SViewResult> view;
 };
 
 /// \param failure  what ended it; null for none
 void printResultObject(const SConvertOptions& options, const QString& target, const SConversionResult& result,
                        const CFailure* failure = nullptr);
-/// A line, and below it the comparison if there was one.
-void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result);
+/// The line of a conversion that succeeded.
+std::string convertedText(const SConvertOptions& options, const QString& target, const SConversionResult& result);
+/// The line, and below it the comparison and the view if there are any.
+void printConverted(const SConvertOptions& options, const QString& target, const SConversionResult& result,
+                    const std::string& line);
 
 /// Prints what a conversion comes to. What became of the deck is what counts: a result that can't be printed is a warning.
 template <class TBody>

@@ -175,6 +175,8 @@ private:
     void makeDeck();
     void requireWhole();
     void addDigest(const QString& deck);
+    std::optional<CFailure> addView();
+    EExitCode sayWhole(const std::string& line);
     void finish();
     EExitCode fail(const CFailure& failure);
     EShownMessages messagesShown() const { return options.verbose ? eEveryMessage : eAllMessages; }
@@ -307,6 +309,24 @@ void CConvertCommand::addDigest(const QString& deck)
     writeDigestFile(digestFileOf(deck), result.digest);
 }
 
+/// Writes what --xdmf asks for beside the new deck, which remains whatever comes of that. \return why it can't be written
+std::optional<CFailure> CConvertCommand::addView()
+{
+    if (!options.xdmf || (result.code != eExitDone && result.code != eExitSource))
+        return std::nullopt;
+    try {
+        CDeckReader reader(target);
+        result.view = writeView(reader, target, options.force);
+    }
+    catch (const CFailure& failure) {
+        return failure;
+    }
+    result.view->leftOut.print(utf8(target));
+    if (result.view->damaged)
+        result.code = eExitSource;
+    return std::nullopt;
+}
+
 void CConvertCommand::finish()
 {
     requireFreeTarget(options.source, target, options.force || journal.replaces); // it took a while
@@ -429,20 +449,24 @@ EExitCode CConvertCommand::sayComplete()
     if (!options.dryRun && !QFileInfo::exists(digestFileOf(target)))
         addDigest(target);
     leaveRecordOfEarlier(options, result, eDeckSkipped);
+    return sayWhole(utf8(target) + ": is whole and has the timesteps of " + utf8(options.source) +
+                    ": nothing to resume\n");
+}
+
+/// What there is to say of a deck that is in its place. \param line  unless all shall be quiet
+EExitCode CConvertCommand::sayWhole(const std::string& line)
+{
     writePage(nullptr);
+    const std::optional<CFailure> failure = options.dryRun ? std::nullopt : addView();
     reportWhereThatWorks([&] {
-        if (options.json) {
-            printResultObject(options, target, result);
-            return;
-        }
-        if (!options.quiet)
-            printResult(utf8(target) + ": is whole and has the timesteps of " + utf8(options.source) +
-                        ": nothing to resume\n");
-        if (result.verification && (!options.quiet || result.code != eExitDone))
-            printVerification(*result.verification, options.source, target);
-        flushResult();
+        if (options.json)
+            printResultObject(options, target, result, failure ? &*failure : nullptr);
+        else
+            printConverted(options, target, result, line);
     });
-    return result.code;
+    if (failure)
+        printFailure(*failure);
+    return failure ? failure->code : result.code;
 }
 
 EExitCode CConvertCommand::run()
@@ -473,14 +497,7 @@ EExitCode CConvertCommand::run()
     folder.reset();
     result.result = "converted";
     result.bytesWritten = bytesOf(familyFiles(target));
-    writePage(nullptr);
-    reportWhereThatWorks([&] {
-        if (options.json)
-            printResultObject(options, target, result);
-        else
-            printConverted(options, target, result);
-    });
-    return result.code;
+    return sayWhole(convertedText(options, target, result));
 }
 
 /// An HDF5 deck needs no conversion; what isn't at the target already is nowhere.
@@ -512,22 +529,6 @@ EExitCode nothingToDo(const SConvertOptions& options)
     return result.code;
 }
 
-/// What --xdmf adds. \param code  of the conversion, which counts
-EExitCode showConverted(const SConvertOptions& options, const QString& target, EExitCode code)
-{
-    if (code != eExitDone && code != eExitSource)
-        return code;
-    CDeckReader reader(target);
-    const SViewResult result = writeView(reader, target, options.force);
-    result.leftOut.print(utf8(target));
-    if (!options.quiet)
-        unlessReaderIsGone([&] {
-            printResult(utf8(result.path) + ": shows " + countText(result.timesteps, "timestep") + "\n");
-            flushResult();
-        });
-    return result.damaged ? eExitSource : code;
-}
-
 } // namespace
 
 EExitCode runConvert(const SConvertOptions& options)
@@ -546,9 +547,7 @@ EExitCode runConvert(const SConvertOptions& options)
         leaveRecordOf(options, SDeckOutcome(), &failure, "");
         return failure.code;
     }
-    const EExitCode code = CConvertCommand(options).run();
-    const QString target = targetPath(options.source, options.target);
-    return options.xdmf && QFileInfo(target).isFile() ? showConverted(options, target, code) : code;
+    return CConvertCommand(options).run();
 }
 
 } // namespace NBrenmark

@@ -50,6 +50,8 @@ EExitCode CArchiveLine::run(const SConvertOptions& convert, const std::vector<st
 {
     if (!maxMemory.empty())
         throw CFailure(eExitUsage, "--max-memory is for one deck", "Give --memory for all decks together.");
+    if (convert.xdmf)
+        throw CFailure(eExitUsage, "--xdmf is for one deck", "Use brenmark view on each new deck.");
     if (convert.verbose)
         throw CFailure(eExitUsage, "--verbose is for one deck", "The journal has what became of each deck.");
     options.inputs = inputs;

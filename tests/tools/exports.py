@@ -6,6 +6,7 @@ Usage: exports.py ROOT brenmark
 Ends with 77 where h5py isn't installed.
 """
 import csv
+import json
 import os
 import pathlib
 import re
@@ -119,6 +120,9 @@ def pictures(deck_path, folder):
     expected = np.histogram(heights, 4)[0]
     assert rows[0] == ["from Position Z [m]", "to Position Z [m]", "count"]
     np.testing.assert_array_equal([int(row[2]) for row in rows[1:]], expected)
+    plot = json.loads(run("plot", deck_path, "--attribute", "ID", "--reduce", "max", "--json").stdout)
+    assert (plot["timesteps"], plot["times"]) == (deck.numbers, list(deck.times))
+    assert plot["series"] == [{"name": "max ID", "unit": "", "values": [stacked(step, "ids").max() for step in deck]}]
     page = tree.parse(folder / "s.svg").getroot()
     assert len(page.findall(".//{*}circle")) == len(stacked(deck[0], "position"))
     assert (folder / "s.png").read_bytes()[:8] == b"\x89PNG\r\n\x1a\n"
@@ -184,6 +188,11 @@ def incomplete(folder):
     told = run("plot", deck, "--attribute", "Position Z,ID", "--csv", folder / "gap.csv", code=3).stderr
     assert "all of it: its file isn't there, timestep 1" in told
     assert [row[0] for row in csv.reader((folder / "gap.csv").open())] == ["timestep", "0", "2", "3"]
+    told = run("plot", deck, "--attribute", "Position Z", "--histogram", 4, "--json", code=3)
+    assert "all of it: its file isn't there, timestep 1" in told.stderr
+    spread = json.loads(told.stdout)["columns"][0]
+    heights = np.concatenate([stacked(step, "position")[:, 2] for step in brenmark.open(deck)])
+    assert [one["count"] for one in spread["intervals"]] == list(np.histogram(heights, 4)[0])
     assert "timestep 1" in run("snapshot", deck, "--timestep", 1, "--svg", folder / "gap.svg", code=3).stderr
     assert brenmark.open(deck).missing == [1]
     (folder / "given-up.dem.partial").mkdir()

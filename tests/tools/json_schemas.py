@@ -30,7 +30,7 @@ def validator(name):
 
 
 VALIDATORS = {name: validator(name) for name in ("convert", "check", "info", "config", "verify", "values", "plugins", "progress",
-                                                "archive", "diff", "view", "export", "snapshot")}
+                                                "archive", "diff", "view", "export", "snapshot", "plot")}
 
 
 def complaint(name, text):
@@ -114,7 +114,9 @@ def main():
             run("view", deck)
             run("export", deck, "--format", "vtp", "--output", folder / f"vtp{number}")
             run("snapshot", deck, "--svg", folder / f"{number}.svg")
-            run("convert", "--progress=json", "--verify", deck, folder / f"out{number}")
+            run("plot", "--attribute", "Position Z,Velocity Magnitude", deck)
+            run("plot", "--attribute", "Position Z", "--histogram", "4", deck)
+            run("convert", "--progress=json", "--verify", "--xdmf", deck, folder / f"out{number}")
             run("verify", deck, folder / f"out{number}.dem")
             run("verify", ROOT / "samples" / "pile-27.dem", deck)
         run("convert", ROOT / "samples", folder / "cut.dem", "-o", folder / "new", "-q", "--digest", schema="archive")
@@ -127,7 +129,8 @@ def main():
         run("diff", ROOT / "samples" / "pile-27.dem", folder / "torn.dem")
         plain = folder / "new" / "samples" / "physics-25"
         run("verify", "--digest", plain.with_suffix(".digest.json"), plain.with_suffix(".dem"))
-        for command in ("convert", "check", "info", "config", "verify", "values", "plugins", "view", "export", "snapshot"):
+        for command in ("convert", "check", "info", "config", "verify", "values", "plugins", "view", "export", "snapshot",
+                        "plot"):
             run(command)
             run(command, "--no-such-option")
     for line in complaints:

@@ -340,7 +340,7 @@ void CCommandLine::addValues()
         ->type_name("LIST");
     command->add_option("--output", output, "Write the table to a file")->type_name("FILE");
     command->add_flag("--summary", values.summary, "Show count, minimum, maximum, mean and sum instead of the table");
-    command->add_flag("--json", values.json, "Show the summary as JSON");
+    command->add_flag("--json", values.json, "Show the summary or the histogram as one JSON object");
     command->add_option("--histogram", intervals, "Draw how the values are spread over N intervals instead")
         ->type_name("N");
     command->add_option("--svg", svg, "Draw the histogram into a file as well")->type_name("FILE");
@@ -350,8 +350,9 @@ void CCommandLine::addValues()
             if (int(values.list) + int(!values.attribute.empty()) + int(!values.query.empty()) != 1)
                 throw CFailure(eExitUsage, "values: needs either --attribute, --query or --list",
                                "For example: brenmark values pile.dem --attribute \"Velocity Magnitude\"");
-            if (values.json && !values.summary)
-                throw CFailure(eExitUsage, "--json needs --summary", "The table itself has no JSON form.");
+            if (values.json && !values.summary && intervals.empty())
+                throw CFailure(eExitUsage, "--json needs --summary or --histogram",
+                               "The table itself has no JSON form.");
             if (int(values.summary) + int(!intervals.empty()) + int(!output.empty()) + int(values.list) > 1)
                 throw CFailure(eExitUsage, "--list, --summary, --histogram and --output can't be used together",
                                "Use one of them.");
@@ -516,6 +517,7 @@ void CCommandLine::addPlot()
         ->type_name("N");
     command->add_option("--svg", svg, "Draw into a file as well")->type_name("FILE");
     command->add_option("--csv", csv, "Write the numbers to a file")->type_name("FILE");
+    command->add_flag("--json", plot.json, "Show one JSON object in place of the picture");
     addReading(command);
     command->callback([this] {
         chosen = [this] {

@@ -171,6 +171,7 @@ struct SPlotOptions
     quint32 intervals = 0; ///< of a histogram instead; 0 for none
     QString svg;           ///< files to write; empty for none
     QString csv;
+    bool json = false;
 };
 
 /// A picture of a timestep.

@@ -1,8 +1,9 @@
-// brenmark plot: attributes over time in the terminal, as SVG and as a table.
+// brenmark plot: attributes over time in the terminal, as SVG, as a table and as JSON.
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/export/pieces.h"
+#include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/plot/canvas.h"
 #include "brenmark/plot/time_series.h"
@@ -32,7 +33,16 @@ static EExitCode plotHistogram(const SPlotOptions& options)
     values.intervals = options.intervals;
     values.svg = options.svg;
     values.csv = options.csv;
+    values.json = options.json;
     return runValues(values);
+}
+
+static Json jsonSeries(const STimePlot& plot)
+{
+    Json all = Json::array();
+    for (const STimeSeries& series : plot.series)
+        all.push_back({{"name", series.head}, {"unit", series.unit}, {"values", series.values}}); // null for no number
+    return all;
 }
 
 EExitCode runPlot(const SPlotOptions& options)
@@ -50,10 +60,22 @@ EExitCode runPlot(const SPlotOptions& options)
                        "There is nothing to show.");
     writeFile(options.svg, plotSvg(plot, utf8(QFileInfo(options.deck).fileName())));
     writeFile(options.csv, plotCsv(plot));
-    printResult(plotText(plot, errorColumns(), localeIsUtf8()));
+    const EExitCode code = plot.isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    if (options.json)
+        printJson({{"path", utf8(options.deck)},
+                   {"timesteps", plot.timesteps},
+                   {"timeUnit", plot.timeUnit},
+                   {"times", plot.times},
+                   {"series", jsonSeries(plot)},
+                   {"leftOut", leftOut.json()},
+                   {"messages", jsonMessages(reader.messages())},
+                   {"code", code},
+                   {"error", nullptr}});
+    else
+        printResult(plotText(plot, errorColumns(), localeIsUtf8()));
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return plot.isDamaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+    return code;
 }
 
 } // namespace NBrenmark

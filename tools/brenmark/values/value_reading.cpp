@@ -86,8 +86,7 @@ CValueReading::CValueReading(CDeckReader& reader, const SValuesOptions& options)
     : reader(reader), options(options), units(options.units)
 {
     std::tie(first, end) = chosenTimesteps(reader, options);
-    if (first < end)
-        reader.loadedTimestep(first);
+    loadFirst();
     const CAttributeTable table = buildAttributeTable(reader.deck().currentFrame->timestep);
     askedOwner = chosenOwner(table, options);
     headTexts = columnHeads(*table.attribute(QString::fromStdString(options.attribute), askedOwner), units);
@@ -97,6 +96,19 @@ CValueReading::CValueReading(CDeckReader& reader, const SValuesOptions& options)
         throw CFailure(eExitUsage, "--selection takes values of what has a place",
                        "Bonds and the simulation have none.");
     selected.emplace(reader, options.selection);
+}
+
+/// The first timestep that can be read, which shows what attributes there are.
+void CValueReading::loadFirst()
+{
+    bool isLoaded = first == end;
+    for (quint32 number = first; number < end && !isLoaded; ++number)
+        isLoaded = readableTimestep(reader, number, unread) != nullptr;
+    if (isLoaded)
+        return;
+    unread.print(utf8(options.deck));
+    throw CFailure(eExitSource, utf8(options.deck) + ": has no timestep that can be read",
+                   "Copy the deck again from the archive, with all its files.");
 }
 
 void CValueReading::requireSource(const std::vector<SValueSource>& sources) const
@@ -148,8 +160,10 @@ void CValueReading::readTimestep(quint32 number, const std::function<void(const 
 void CValueReading::forEachBlock(const std::function<void(const SValueBlock&)>& visit)
 {
     rowsRead = rowsWithout = 0;
+    unread = CLeftOut();
     for (quint32 number = first; number < end; ++number)
-        readTimestep(number, visit);
+        if (readableTimestep(reader, number, unread) != nullptr)
+            readTimestep(number, visit);
     requireAny();
 }
 
@@ -164,6 +178,7 @@ void CValueReading::requireAny() const
 
 void CValueReading::printMissing() const
 {
+    unread.print(utf8(options.deck));
     if (rowsWithout > 0)
         printError("brenmark: " + countText(rowsWithout, "row") + " of " + std::to_string(rowsRead) +
                    " left out: the deck holds no values for them\n");

@@ -6,6 +6,7 @@
 #include "brenmark/values/chosen_units.h"
 #include "brenmark/values/members.h"
 #include "brenmark/values/value_table.h"
+#include "brenmark/view/left_out.h"
 
 #include <functional>
 #include <optional>
@@ -31,16 +32,19 @@ public:
     const std::vector<std::string>& heads() const { return headTexts; }
     std::string timeHead() const { return units.withUnit("time", eTimeQuantity); }
     NAttributes::EAttributeOwner owner() const { return askedOwner; }
-    /// Hands over every value, in blocks.
+    /// Hands over every value, in blocks, of the timesteps that can be read.
     /// \throws CFailure  the deck holds none of the values, though it has rows for them
     void forEachBlock(const std::function<void(const SValueBlock&)>& visit);
     /// The same by hand, where several attributes are read in one pass: those of a timestep; and at the end the check.
     void readTimestep(quint32 number, const std::function<void(const SValueBlock&)>& visit);
     void requireAny() const;
-    /// Reports rows without values.
+    /// Reports timesteps that were left out, and rows without values.
     void printMissing() const;
+    /// The timesteps among those asked for that can't be read.
+    const CLeftOut& leftOut() const { return unread; }
 
 private:
+    void loadFirst();
     void requireSource(const std::vector<SValueSource>& sources) const;
 
     CDeckReader& reader;
@@ -51,6 +55,7 @@ private:
     NAttributes::EAttributeOwner askedOwner = NAttributes::eParticleAttribute;
     std::vector<std::string> headTexts;
     std::optional<CSelectedRows> selected;
+    CLeftOut unread;
     quint64 rowsRead = 0;
     quint64 rowsWithout = 0;
 };

@@ -68,27 +68,44 @@ static Json jsonSummary(const std::string& head, const SValueSummary& summary)
             {"sum", orNull(summary.sum())}};
 }
 
-/// Damage that the deck was read with shows in the status, whatever it hit.
-static EExitCode codeOf(const CDeckReader& reader) { return holdsDamage(reader.messages()) ? eExitSource : eExitDone; }
-
-static void printJsonSummary(CValueReading& reading, const CDeckReader& reader, const SValuesOptions& options)
+static Json jsonIntervals(const SHistogram& histogram)
 {
-    const std::vector<SValueSummary> summaries = summaryOf(reading);
-    Json columns = Json::array();
-    for (std::size_t i = 0; i < summaries.size(); ++i)
-        columns.push_back(jsonSummary(reading.heads()[i], summaries[i]));
+    Json intervals = Json::array();
+    for (std::size_t i = 0; i < histogram.counts.size(); ++i)
+        intervals.push_back(
+            {{"from", histogram.edge(i)}, {"to", histogram.edge(i + 1)}, {"count", histogram.counts[i]}});
+    return intervals;
+}
+
+/// Damage that the deck was read with shows in the status, whatever it hit.
+static EExitCode codeOf(const CDeckReader& reader, bool isWhole)
+{
+    return !isWhole || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
+}
+
+static void printColumns(const Json& columns, const CValueReading& reading, const CDeckReader& reader,
+                         const SValuesOptions& options)
+{
     printJson({{"path", utf8(options.deck)},
                {"attribute", options.attribute},
                {"owner", ownerWord(reading.owner())},
                {"columns", columns},
+               {"leftOut", reading.leftOut().json()},
                {"messages", jsonMessages(reader.messages())},
-               {"code", codeOf(reader)},
+               {"code", codeOf(reader, reading.leftOut().empty())},
                {"error", nullptr}});
 }
 
-static void printSummary(CValueReading& reading)
+static void printSummary(CValueReading& reading, const CDeckReader& reader, const SValuesOptions& options)
 {
     const std::vector<SValueSummary> summaries = summaryOf(reading);
+    if (options.json) {
+        Json columns = Json::array();
+        for (std::size_t i = 0; i < summaries.size(); ++i)
+            columns.push_back(jsonSummary(reading.heads()[i], summaries[i]));
+        printColumns(columns, reading, reader, options);
+        return;
+    }
     for (std::size_t i = 0; i < summaries.size(); ++i) {
         const SValueSummary& summary = summaries[i];
         std::string text = oneLine(reading.heads()[i]) + "\n  count    " + std::to_string(summary.count) + '\n';
@@ -101,7 +118,7 @@ static void printSummary(CValueReading& reading)
     }
 }
 
-static void printHistogram(CValueReading& reading, const SValuesOptions& options)
+static void printHistogram(CValueReading& reading, const CDeckReader& reader, const SValuesOptions& options)
 {
     if (reading.heads().size() != 1)
         throw CFailure(eExitUsage, "--histogram takes one number a row, and this attribute has several",
@@ -129,7 +146,13 @@ static void printHistogram(CValueReading& reading, const SValuesOptions& options
         file.write(histogram.svg(number, head));
         file.commit();
     }
-    printResult(histogram.text(oneLine(head) + ", " + number, errorColumns()));
+    if (!options.json) {
+        printResult(histogram.text(oneLine(head) + ", " + number, errorColumns()));
+        return;
+    }
+    Json column = jsonSummary(head, summary);
+    column["intervals"] = jsonIntervals(histogram);
+    printColumns(Json::array({column}), reading, reader, options);
 }
 
 static void printList(CDeckReader& reader, const SValuesOptions& options)
@@ -151,6 +174,7 @@ static void printList(CDeckReader& reader, const SValuesOptions& options)
 EExitCode runValues(const SValuesOptions& options)
 {
     CDeckReader reader(options.deck);
+    bool isWhole = true;
     if (options.list) {
         printList(reader, options);
     }
@@ -161,19 +185,18 @@ EExitCode runValues(const SValuesOptions& options)
     }
     else {
         CValueReading reading(reader, options);
-        if (options.json)
-            printJsonSummary(reading, reader, options);
-        else if (options.summary)
-            printSummary(reading);
+        if (options.summary)
+            printSummary(reading, reader, options);
         else if (options.intervals > 0)
-            printHistogram(reading, options);
+            printHistogram(reading, reader, options);
         else
             writeTo(options.output, [&reading](const CValueTable::Out& out) { writeTable(reading, out); });
         reading.printMissing();
+        isWhole = reading.leftOut().empty();
     }
     flushResult();
     printLedger(reader.messages(), eWithoutUpgrades);
-    return codeOf(reader);
+    return codeOf(reader, isWhole);
 }
 
 } // namespace NBrenmark

@@ -32,7 +32,7 @@ public:
     /// The check of the next file, valid up to the next call.
     CPooledTask& next()
     {
-        constexpr std::size_t mostAtOnce = 16; // a small file is in memory as a whole
+        constexpr std::size_t mostAtOnce = 16; // without a pool they are done when they are made
         if (begun > 0)
             checks.pop_front();
         for (; begun < numbers.size() && checks.size() < mostAtOnce; ++begun)

@@ -72,7 +72,8 @@ def check_joined(folder, number, unit):
     path.write_text(text)
     checks = ROOT / path_in_project(unit[0]).parts[0] / ".clang-tidy"  # which adds to that of the project
     (own / ".clang-tidy").write_text(checks.read_text() if checks.exists() else "InheritParentConfig: true\n")
-    joined = {**unit[0], "command": f"{flags(unit[0])} -c {path}", "file": str(path)}
+    unit_folder = pathlib.Path(begins[0][1]).parent  # where a source looks for headers beside it
+    joined = {**unit[0], "command": f"{flags(unit[0])} -iquote {unit_folder} -c {path}", "file": str(path)}
     (own / "compile_commands.json").write_text(json.dumps([joined]))
     run = subprocess.run(["clang-tidy-14", *OPTIONS, "-p", str(own), str(path)], capture_output=True, text=True)
 

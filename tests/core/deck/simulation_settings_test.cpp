@@ -39,7 +39,7 @@ const std::vector<SSettingsProperty> particleProperties = {
     {"Temperature", 0, 1, 20, {293.15}}, {"Is wet (film)", 1, 3, 0, {1, 0, 1}}, {"Not-used", 0, 2, 1, {1.0, 2.0}}};
 const std::vector<SSettingsProperty> simulationProperties = {{"Run", 0, 1, 0, {4.5}}};
 
-static CBytes settingsWithAllEntries()
+CBytes settingsWithAllEntries()
 {
     const quint32 version = makeVersion(30, 0, 20);
     const CBytes selections = CBytes().i32(2) + selectionHead("Manual Selection", "picked") +

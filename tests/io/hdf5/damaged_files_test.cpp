@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 /// For the address sanitizer. HDF5 asks for what damaged sizes say, and copes with getting nothing.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that its runtime looks for
 extern "C" __attribute__((visibility("default"))) const char* __asan_default_options()
 {
     return "allocator_may_return_null=1";

@@ -86,8 +86,8 @@ static void buildMaterials(CH5Builder& file, const std::string& creator, bool wi
         putDouble(row, 264, 1e7 + i);
         putDouble(row, 272, 2500.0 + i);
         putDouble(row, 280, 4.5 + i);
-        if (withTypes) // as no one would guess them
-            std::memcpy(row + 288, i == 0 ? "\x00\x00\x00\x00" : "\x01\x00\x00\x00", 4);
+        if (withTypes)                                    // as no one would guess them
+            row[288] = static_cast<char>(i == 0 ? 0 : 1); // of four bytes, the others being 0
     }
     file.dataset(creator, "Materials", type, {2}, rows.data());
     H5Tclose(type);
@@ -339,10 +339,10 @@ TEST_P(OldVersions, missNothingThatTheirVersionHas)
                                        "/CreatorData/0/PhysicsModels/SurfaceSurface/hertz-mindlin (no slip)",
                                        "/TimestepData/0.25/CustomProperties",
                                        "/TimestepData/0.25/removed particles"};
-    needed.push_back(c.domainGroup ? "/CreatorData/0/Domain" : "/CreatorData/0/domain");
-    needed.push_back(c.factoriesInCreator ? "/CreatorData/0/PluginFactories" : "/TimestepData/0.25/PluginFactories");
+    needed.emplace_back(c.domainGroup ? "/CreatorData/0/Domain" : "/CreatorData/0/domain");
+    needed.emplace_back(c.factoriesInCreator ? "/CreatorData/0/PluginFactories" : "/TimestepData/0.25/PluginFactories");
     if (c.materialBlocks)
-        needed.push_back("/CreatorData/0/MaterialBlocks");
+        needed.emplace_back("/CreatorData/0/MaterialBlocks");
     for (const std::string& path : needed) {
         build(c);
         CH5Builder(this->path(), false).without(path);

@@ -60,6 +60,7 @@ SCheckedDeck checked(const QString& path)
         deck.problems = problemsOf(reader, path);
         if (deck.timesteps > 0) {
             reader.deck().readOptions.extent = eReadParticles;
+            reader.deck().readOptions.wantedParticleFields = eIds; // a slot without one is free
             const CParticleTypes& types = reader.timestep(deck.timesteps - 1).timestep.particleTypes;
             deck.particles = types.particleCount();
             deck.types = types.count();

@@ -11,7 +11,7 @@
  *   FAILING_CALLS_NOTE     a file that is made when the call fails; it holds the call and the file's path. At the
  *                          program's end a second one, of this name and ".count", holds the number of calls
  */
-#define _GNU_SOURCE
+#define _GNU_SOURCE /* NOLINT(bugprone-reserved-identifier): what the headers ask for */
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
@@ -284,11 +284,12 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
     return failsFor("thread", "pthread_create", NULL) ? errno : REAL(pthread_create)(thread, attributes, begin, argument);
 }
 
-/* dlsym needs memory itself, so the C library's own names are called here. */
+/* dlsym needs memory itself, so the C library's own names are called here. NOLINTBEGIN(bugprone-reserved-identifier) */
 extern void* __libc_malloc(size_t);
 extern void* __libc_calloc(size_t, size_t);
 extern void* __libc_realloc(void*, size_t);
 extern void* __libc_memalign(size_t, size_t);
+/* NOLINTEND(bugprone-reserved-identifier) */
 
 void* malloc(size_t size) { return failsForMemory() ? NULL : __libc_malloc(size); }
 void* calloc(size_t count, size_t size) { return failsForMemory() ? NULL : __libc_calloc(count, size); }

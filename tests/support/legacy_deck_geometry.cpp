@@ -175,8 +175,8 @@ SDeckMesh strip(int firstId, int triangles)
 {
     SDeckMesh mesh;
     for (int vertex = 0; vertex < triangles + 2; ++vertex) {
-        const double x = vertex / 2;
-        mesh.coords.insert(mesh.coords.end(), {x, vertex % 2 == 0 ? 0.0 : 1.0, 0.0});
+        const int pair = vertex / 2;
+        mesh.coords.insert(mesh.coords.end(), {double(pair), vertex % 2 == 0 ? 0.0 : 1.0, 0.0});
     }
     for (int triangle = 0; triangle < triangles; ++triangle)
         mesh.nodes.insert(mesh.nodes.end(), {triangle, triangle + 1, triangle + 2});

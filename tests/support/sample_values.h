@@ -23,7 +23,7 @@ inline double nextNumber()
 }
 
 /// The same for counts and ids.
-inline quint32 nextCount() { return static_cast<quint32>(std::abs(nextNumber()) * 7.0 + 0.5); }
+inline quint32 nextCount() { return static_cast<quint32>(std::lround(std::abs(nextNumber()) * 7.0)); }
 
 inline void fill(double& number) { number = nextNumber(); }
 

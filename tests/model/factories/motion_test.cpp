@@ -148,7 +148,7 @@ TEST(FactoryOrientation, randomTurnsAboutAnAxisOfTheFirstOctant)
     const double half = 0.5 * (2 * pi * u4 - pi);
     EXPECT_NEAR(q.w, std::cos(half), 1e-13);
     expectNear(C3DVector(q.x, q.y, q.z), axis * std::sin(half));
-    EXPECT_EQ(randomNumber(), static_cast<int>(u5 * 32767 + 0.5));
+    EXPECT_EQ(randomNumber(), std::lround(u5 * 32767));
     EXPECT_EQ(randomNumber(), sixth);
 }
 

@@ -1,6 +1,7 @@
 // Moves digests through a file in memory. Both ends are this program, running at the same time: it has no version.
 #include "brenmark/digest_process.h"
 
+#include "brenmark/disk.h"
 #include "brenmark/failure.h"
 #include "brenmark/timestep_sizes.h"
 #include "brenmark/units_text.h"

@@ -12,7 +12,7 @@ namespace NBrenmark {
 
 std::vector<std::string> optionWords(const SArchiveOptions& options)
 {
-    std::vector<std::string> words = wordsOf(static_cast<const SDeckOptions&>(options));
+    std::vector<std::string> words = wordsOf(options);
     const auto add = [&words](bool isGiven, const std::string& word) {
         if (isGiven)
             words.push_back(word);

@@ -56,7 +56,7 @@ EExitCode CArchiveLine::run(const SConvertOptions& convert, const std::vector<st
         throw CFailure(eExitUsage, "--verbose is for one deck", "The journal has what became of each deck.");
     options.inputs = inputs;
     options.folder = folderFrom(folder);
-    static_cast<SDeckOptions&>(options) = convert;
+    static_cast<SDeckOptions&>(options) = static_cast<const SDeckOptions&>(convert);
     options.resume = convert.resume || options.retryFailed;
     options.dryRun = convert.dryRun;
     options.quiet = convert.quiet;

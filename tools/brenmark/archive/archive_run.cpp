@@ -188,7 +188,7 @@ std::vector<std::string> CArchiveRun::argumentsFor(const SArchiveDeck& deck, con
 {
     std::vector<std::string> arguments{"convert", "--quiet", "--progress", "none",
                                        "--color", "never",   "--record",   record};
-    SDeckOptions ofDeck = options;
+    auto ofDeck = static_cast<const SDeckOptions&>(options);
     // A deck that is tried once more goes on with what it left the first time.
     ofDeck.resume = options.resume || options.retryFailed || options.skipExisting || isAlone;
     const std::vector<std::string> words = wordsOf(ofDeck);

@@ -145,8 +145,9 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     const bool isWanted = (options.timestepMask & eParticleRows) != 0;
     if (!isWanted)
         size = 0;
-    in().attribute("mask", t.dataMask); // EParticleField
-    t.dataMask &= options.wantedParticleFields;
+    in().attribute("mask", t.dataMask);                   // EParticleField
+    if ((t.dataMask & options.wantedParticleFields) != 0) // else the others say how many slots there are
+        t.dataMask &= options.wantedParticleFields;
     const bool hasRows = isWanted && (size > 0 || in().hasRows({"ids", "position"}));
     const quint32 fields = hasRows ? reduceParticleFields(t.dataMask, options.particleMask) : 0;
     // The arrays that are there say how many slots there are: memory follows stored bytes only.

@@ -28,6 +28,7 @@ struct SPieceKind
     const char* name;
     EAttributeOwner owner;
     std::vector<const char*> usual;
+    quint32 fields; ///< EParticleField, EContactField: the arrays that positions and the usual attributes are made of
 };
 
 const std::vector<SPieceKind>& pieceKinds()
@@ -35,24 +36,26 @@ const std::vector<SPieceKind>& pieceKinds()
     static const std::vector<SPieceKind> kinds{
         {"particles",
          eParticleAttribute,
-         {"ID", "Velocity", "Angular Velocity", "Total Force", "Torque", "Diameter", "Mass"}},
-        {"contacts", eContactAttribute, {"Normal Overlap", "Normal Force", "Tangential Force"}},
-        {"geometry", eGeometryAttribute, {"ID", "Velocity", "Total Force", "Torque"}},
+         {"ID", "Velocity", "Angular Velocity", "Total Force", "Torque", "Diameter", "Mass"},
+         eIds | ePosition | eVelocity | eAngularVelocity | eScale | eForceTorque},
+        {"contacts",
+         eContactAttribute,
+         {"Normal Overlap", "Normal Force", "Tangential Force"},
+         eContactEnds | eContactPosition | eContactNormalOverlap | eContactNormalForce | eContactTangentialForce},
+        {"geometry", eGeometryAttribute, {"ID", "Velocity", "Total Force", "Torque"}, 0},
     };
     return kinds;
 }
 
 } // namespace
 
-/// The arrays that positions and the usual attributes are made of.
-static constexpr quint32 usualParticleFields = eIds | ePosition | eVelocity | eAngularVelocity | eScale | eForceTorque;
-static constexpr quint32 usualContactFields =
-    eContactEnds | eContactPosition | eContactNormalOverlap | eContactNormalForce | eContactTangentialForce;
-
 void readUsualAlone(SSaveOptions& options)
 {
-    options.wantedParticleFields = usualParticleFields;
-    options.wantedContactFields = usualContactFields;
+    for (const SPieceKind& kind : pieceKinds())
+        if (kind.owner == eParticleAttribute)
+            options.wantedParticleFields = kind.fields;
+        else if (kind.owner == eContactAttribute)
+            options.wantedContactFields = kind.fields;
 }
 
 std::vector<std::string> attributeList(const std::string& text)

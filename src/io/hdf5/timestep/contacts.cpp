@@ -53,9 +53,10 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     in().attribute("collision on", contacts.collisionsActive); // each row has a nested record
     if (isWanted && (size > 0 || in().hasRows({"contacts", "position"}))) {
         quint32 fields = contactFields;
-        in().attribute("mask", fields); // EContactField
-        fields &= contactFields;        // other bits are of arrays that only the legacy family has
-        fields &= options.wantedContactFields;
+        in().attribute("mask", fields);                  // EContactField
+        fields &= contactFields;                         // other bits are of arrays that only the legacy family has
+        if ((fields & options.wantedContactFields) != 0) // else the others say how many rows there are
+            fields &= options.wantedContactFields;
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
         const quint32 held = lengths.admitted(contactRowBytes);

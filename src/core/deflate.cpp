@@ -77,6 +77,7 @@ std::size_t quick(const char* data, std::size_t size, char* target, std::size_t 
         levelBuffer.reset(new unsigned char[ISAL_DEF_LVL1_DEFAULT]);
     isal_zstream stream;
     isal_deflate_stateless_init(&stream);
+    stream.hist_bits = ISAL_DEF_MAX_HIST_BITS; // the initialiser leaves out how far back a match may lie
     stream.level = quickLevel;
     stream.level_buf = levelBuffer.get();
     stream.level_buf_size = ISAL_DEF_LVL1_DEFAULT;

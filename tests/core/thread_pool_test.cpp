@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <numeric>
 #include <random>
+#include <set>
 
 namespace NBrenmark {
 
@@ -69,6 +70,25 @@ TEST(Deflate, givesStreamsThatZlibInflatesAndThatAreHardlyLonger)
             compress2(ordinary.data(), &size, reinterpret_cast<const Bytef*>(raw.data()), bytes, 6);
             EXPECT_LE(stream.size, size + size / 20 + 100) << kind << ' ' << bytes;
         }
+}
+
+/// Leaves numbers on the stack where the next function has its variables.
+__attribute__((noinline)) void soilStack(quint16 number)
+{
+    volatile quint16 leftOver[100000];
+    for (volatile quint16& one : leftOver)
+        one = number;
+}
+
+TEST(Deflate, givesTheSameBytesWhateverTheStackHeldBefore)
+{
+    std::set<std::string> streams;
+    for (quint16 number = 0; number < 20; ++number) {
+        soilStack(number);
+        const SBytes stream = deflated(block(1, 24).data(), 24);
+        streams.insert(std::string(stream.data.get(), stream.size));
+    }
+    EXPECT_EQ(streams.size(), 1u);
 }
 
 TEST(Inflate, takesPiecesOfAnySizeAndKnowsWhereTheStreamEnds)

@@ -10,6 +10,8 @@
 #include <libdeflate.h>
 #endif
 
+#include <algorithm>
+#include <cstdint>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -100,18 +102,25 @@ std::size_t quick(const char* data, std::size_t size, char* target, std::size_t 
 /// Stored blocks of zlib are 16 kB long at least, with 5 bytes before each; header and trailer take 6.
 constexpr std::size_t roomFor(std::size_t size) { return size + size / 1024 + 64; }
 
+constexpr std::size_t sampleSize = 0x10000;
+
+/// A part from the middle of a block shows what all of it would gain.
+const char* sampleOf(const char* data, std::size_t size) { return data + (size - sampleSize) / 2; }
+
+/// Rough numbers: nothing makes them shorter by a tenth.
+bool isRough(std::size_t size, std::size_t quickSize) { return quickSize >= size - size / 10; }
+
 /// The level that a thorough encoder is worth, for a block that the quick one made into so many bytes; 0 for none.
 int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
 {
-    constexpr std::size_t sampleSize = 0x10000;
     if (quickSize == 0)
         return bestLevel;
-    if (!hasQuickEncoder || quickSize >= size - size / 10) // rough numbers: nothing makes them shorter
+    if (!hasQuickEncoder || isRough(size, quickSize))
         return 0;
     if (size < 2 * sampleSize || quickSize < size / 50) // takes no time
         return bestLevel;
-    // A part of the block shows what all of it would gain: with a twentieth, the time is well spent.
-    const char* const sample = data + (size - sampleSize) / 2;
+    // With a twentieth gained, the time is well spent.
+    const char* const sample = sampleOf(data, size);
     char target[roomFor(sampleSize)];
     const std::size_t quickPart = quick(sample, sampleSize, target, sizeof target);
     const std::size_t thoroughPart = thorough(thoroughLevel, sample, sampleSize, target, sizeof target);
@@ -123,6 +132,42 @@ SBytes withRoom(std::size_t room)
     SBytes bytes;
     bytes.data.reset(new char[room]);
     return bytes;
+}
+
+std::uint32_t checksum(const char* data, std::size_t size)
+{
+#ifndef BRENMARK_WITHOUT_LIBDEFLATE
+    return libdeflate_adler32(1, data, size);
+#else
+    return static_cast<std::uint32_t>(adler32_z(1, reinterpret_cast<const Bytef*>(data), size));
+#endif
+}
+
+/// A zlib stream (RFC 1950) of stored blocks (RFC 1951, 3.2.4), each with its length and its complement, low byte first.
+SBytes stored(const char* data, std::size_t size)
+{
+    constexpr std::size_t longestBlock = 0xffff;
+    const std::uint32_t sum = checksum(data, size);
+    SBytes stream = withRoom(roomFor(size));
+    char* target = stream.data.get();
+    const auto put = [&target](unsigned byte) { *target++ = static_cast<char>(byte); };
+    put(0x78); // a window of 32 kB
+    put(0x01); // made quickly
+    std::size_t left = size;
+    do {
+        const std::size_t length = std::min(longestBlock, left);
+        left -= length;
+        put(left == 0); // the last one
+        for (const std::size_t word : {length, ~length})
+            for (const int shift : {0, 8})
+                put(word >> shift & 0xff);
+        target = std::copy_n(data, length, target);
+        data += length;
+    } while (left > 0);
+    for (const int shift : {24, 16, 8, 0})
+        put(sum >> shift & 0xff);
+    stream.size = static_cast<std::size_t>(target - stream.data.get());
+    return stream;
 }
 
 } // namespace
@@ -140,6 +185,16 @@ SBytes deflated(const char* data, std::size_t size)
     if (better.size == 0 && made.size == 0)
         throw std::runtime_error("a block of " + std::to_string(size) + " bytes can't be deflated");
     return better.size > 0 ? std::move(better) : std::move(made);
+}
+
+SBytes quicklyDeflated(const char* data, std::size_t size)
+{
+    char target[roomFor(sampleSize)];
+    if (size >= 2 * sampleSize && isRough(sampleSize, quick(sampleOf(data, size), sampleSize, target, sizeof target)))
+        return stored(data, size);
+    SBytes made = withRoom(roomFor(size));
+    made.size = quick(data, size, made.data.get(), roomFor(size));
+    return made.size > 0 ? std::move(made) : stored(data, size);
 }
 
 } // namespace NBrenmark

@@ -40,7 +40,7 @@ void CVtkFile::begin(const char* type, const std::string& name, std::size_t colu
         SBlock& block = array.blocks.emplace_back();
         const char* const from = static_cast<const char*>(values) + at;
         const std::size_t size = std::min(blockBytes, bytes - at);
-        block.task.emplace([&block, from, size] { block.stream = deflated(from, size); });
+        block.task.emplace([&block, from, size] { block.stream = quicklyDeflated(from, size); });
     }
 }
 

@@ -7,7 +7,8 @@ namespace NBrenmark {
 
 namespace NLegacySupport {
 class IOldRecordListener;
-}
+class IUpgradeListener;
+} // namespace NLegacySupport
 
 /// Bits of SSaveOptions::timestepMask: which rows a timestep holds.
 enum ETimestepMask : quint32
@@ -64,10 +65,12 @@ struct SSaveOptions
     EReadExtent extent = eReadWhole;     ///< reading: how far into a timestep
     quint32 wantedParticleFields = ~0u;  ///< reading: EParticleField; other arrays may be left in the file
     quint32 wantedContactFields = ~0u;   ///< reading: EContactField; arrays that are left in the file are zeros
+    bool isInOrder = false;              ///< reading: after a timestep the next one is read for certain
     bool upgradeWithGeometry = false;    ///< reading: not before the geometry has come with a timestep
     bool isReadAgain = false;            ///< reading: what is to be said of this block was said
     bool examine = false; ///< reading: damage costs the group that it is in alone, and what isn't read is reported
     NLegacySupport::IOldRecordListener* oldRecords = nullptr; ///< reading: hears of each of them; not owned
+    NLegacySupport::IUpgradeListener* upgrades = nullptr;     ///< reading: sees what they change; not owned
     bool reserved = false;
     QString note;
 };

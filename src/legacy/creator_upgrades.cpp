@@ -20,8 +20,10 @@ static std::map<QString, QString> materialsOfTypes(const CCreatorData& creator)
     return materials;
 }
 
-void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion)
+void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion, IUpgradeListener* listener)
 {
+    if (listener != nullptr)
+        listener->upgrading(creator);
     const std::map<QString, QString> before = materialsOfTypes(creator);
     // What belongs to materials comes first: pair tables and size laws go by the materials as they are then.
     splitSharedMaterials(creator);
@@ -38,6 +40,8 @@ void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion)
         else if (stored->second != material)
             creator.materialsBefore[type] = stored->second;
     }
+    if (listener != nullptr)
+        listener->upgraded(creator);
 }
 
 } // namespace NBrenmark::NLegacySupport

@@ -9,9 +9,20 @@ class CCreatorData;
 
 namespace NLegacySupport {
 
+/// Who wants to know what upgrades change. Called on the thread that reads.
+class IUpgradeListener
+{
+public:
+    virtual ~IUpgradeListener() = default;
+    /// The model as its block has it. What comes with a timestep is still that of the one before.
+    virtual void upgrading(CCreatorData& creator) = 0;
+    virtual void upgraded(CCreatorData& creator) = 0;
+};
+
 /// Runs after every read of a legacy creator block.
 /// \param fileVersion  of the block, with 3 counted as 20
-void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion);
+/// \param listener     may be null
+void upgradeCreatorData(CCreatorData& creator, quint32 fileVersion, IUpgradeListener* listener = nullptr);
 
 } // namespace NLegacySupport
 } // namespace NBrenmark

@@ -136,6 +136,8 @@ public:
         return all;
     }
 
+    /// Sees what upgrades do to the source; null if no one asks.
+    CDigestTaker* upgradeListener() { return source ? &*source : nullptr; }
     /// What the reading of the source came to.
     std::optional<SDeckDigest> takenSource(const Ledger& own)
     {
@@ -201,6 +203,7 @@ SConversionRun runConversion(const CPartialFolder& folder, SJournal& journal, co
     conversion.ignoreUnreadableCompanions = journal.ignoresCompanions;
     SConversionOptions options;
     options.firstTimestep = journal.finished;
+    options.upgrades = listener.upgradeListener();
 
     std::optional<COutputAside> aside; // libraries may print, and the result is the command's alone
     std::optional<CUserPlugins> plugins;

@@ -1,11 +1,13 @@
 #include "brenmark/deck_digest.h"
 
 #include "brenmark/deck_text.h"
+#include "brenmark/plugins/plugin_changes.h"
 #include "brenmark/progress_display.h"
 #include "brenmark/timestep_sizes.h"
 #include "brenmark/uncarried.h"
 
 #include "io/text/quick_digest.h"
+#include "io/text/text_writer.h"
 
 #include <QCryptographicHash>
 
@@ -137,11 +139,33 @@ STimestepFigures figuresOf(const SSimulationFrame& frame, double bytes)
 
 } // namespace
 
-TextLines modelLines(const CSimulation& deck, const std::string& root)
+/// A model's paths begin with it until it is known which timestep the model is of.
+static std::string anyModel() { return modelRoot(0); }
+
+static TextLines modelLines(CCreatorData& creator)
 {
+    const bool isModified = creator.modified;
     CLineSink sink;
-    modelText(deck, sink, root, false);
+    CTextWriter writer(sink, anyModel(), false);
+    creator.write(writer);
+    creator.modified = isModified; // a text is no storing
     return std::move(sink.lines);
+}
+
+void CDigestTaker::upgrading(CCreatorData& creator) { stored = modelLines(creator); }
+
+void CDigestTaker::upgraded(CCreatorData& creator)
+{
+    changes = modelChanges(stored, modelLines(creator), anyModel());
+    stored.clear();
+}
+
+void CDigestTaker::noteUpgrade(CCreatorData& creator, SDeckDigest::SModel& model) const
+{
+    model.changes = changes;
+    for (SModelChange& change : model.changes)
+        change.path.replace(0, anyModel().size(), modelRoot(model.firstTimestep));
+    model.namesPlugins = namesPlugins(modelLines(creator));
 }
 
 quint64 timestepsOf(const DigestParts& parts)
@@ -157,9 +181,9 @@ void CDigestTaker::take(const CSimulation& deck, bool modelChanged, double bytes
     if (modelChanged) {
         CDigestSink model;
         modelText(deck, model, std::string(), false);
-        digest.models.push_back({model.digest(), timestep.timestepIndex, model.values(), TextLines()});
+        digest.models.push_back({model.digest(), timestep.timestepIndex, model.values(), {}});
         if (digest.format == eFormatLegacy)
-            digest.models.back().lines = modelLines(deck, modelRoot(timestep.timestepIndex));
+            noteUpgrade(deck.currentFrame->creator, digest.models.back());
     }
     CDigestSink text;
     timestepText(deck, text, std::string(), false);
@@ -202,6 +226,8 @@ SDeckDigest digestOf(const QString& path, const std::string& work, EUnreadable u
 {
     CDeckReader reader(path, eUpgradedModel, eExamined);
     CDigestTaker taker(reader.format());
+    reader.deck().readOptions.isInOrder = true;
+    reader.deck().readOptions.upgrades = &taker;
     const std::vector<double> sizes = timestepSizes(reader, path);
     progress.start(sizes, work, 1.0);
     auto part = read.begin();

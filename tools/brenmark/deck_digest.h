@@ -4,8 +4,11 @@
 
 #include "brenmark/array_diff.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/meant_changes.h"
 #include "brenmark/storing_check.h"
 #include "brenmark/text_diff.h"
+
+#include "legacy/creator_upgrades.h"
 
 #include <QByteArray>
 
@@ -45,7 +48,8 @@ struct SDeckDigest
         QByteArray text;
         quint32 firstTimestep;
         std::string values;
-        TextLines lines; ///< of a legacy deck alone, whose models aren't as they are stored
+        std::vector<SModelChange> changes; ///< from how a legacy deck has it stored
+        bool namesPlugins = false;         ///< of a legacy deck alone
     };
     TextLines beside; ///< the timesteps
     std::vector<STimestep> timesteps;
@@ -73,8 +77,8 @@ struct SDigestPart
 using DigestParts = std::vector<SDigestPart>;
 quint64 timestepsOf(const DigestParts& parts);
 
-/// Takes the digest of a deck while it is read, whoever reads it.
-class CDigestTaker
+/// Takes the digest of a deck while it is read, whoever reads it. As a listener it notes what upgrades do to its models.
+class CDigestTaker : public NLegacySupport::IUpgradeListener
 {
 public:
     explicit CDigestTaker(EDeckFormat format) { digest.format = format; }
@@ -83,6 +87,8 @@ public:
     /// \param modelChanged  whether it has another model than the one before
     /// \param bytes         that the timestep takes as it is stored
     void take(const CSimulation& deck, bool modelChanged, double bytes);
+    void upgrading(CCreatorData& creator) override;
+    void upgraded(CCreatorData& creator) override;
     /// Takes timesteps that were read elsewhere.
     void take(const SDigestPart& part);
     /// Notes a timestep that can't be read.
@@ -93,7 +99,11 @@ public:
     SDeckDigest taken(const Ledger& messages);
 
 private:
+    void noteUpgrade(CCreatorData& creator, SDeckDigest::SModel& model) const;
+
     SDeckDigest digest;
+    TextLines stored;                  ///< of the model that is being upgraded
+    std::vector<SModelChange> changes; ///< of the model that was upgraded last
 };
 
 /// \param read  timesteps whose digests are known, in their order, and not the last one: what is beside the timesteps is
@@ -114,7 +124,6 @@ struct SPart
 /// The lines of some parts of a deck.
 /// \param number  which of a part's timesteps is the deck's
 std::vector<TextLines> linesOf(const QString& path, const std::vector<SPart>& parts, quint32 SPart::*number);
-TextLines modelLines(const CSimulation& deck, const std::string& root);
 
 /// Puts into the differences of arrays what their values show, and marks those that a tolerance allows.
 void describeArrays(std::vector<SDifference>& differences, const std::vector<SPart>& parts, const QString& source,

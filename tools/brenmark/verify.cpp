@@ -69,24 +69,19 @@ std::vector<std::pair<quint32, quint32>> pairs(const SDeckDigest& source, const 
     return result;
 }
 
-/// Holds the models of a legacy deck against what is stored of them, so that an upgrade can't lose what it isn't meant
-/// to touch and both decks agree on the loss.
-void compareWithStored(const QString& path, const SDeckDigest& digest, SVerification& result)
+/// What upgrades changed in the models of a legacy deck must be what they are meant to: both decks would agree on what
+/// they lost.
+void judgeUpgrades(const SDeckDigest& digest, SVerification& result)
 {
-    const bool isLegacy = !digest.models.empty() && !digest.models.front().lines.empty();
-    if (!isLegacy)
-        return;
-    CDeckReader reader(path, eStoredModel);
-    std::set<std::array<std::string, 3>> known; // of models that follow one another most lines are the same
+    std::set<std::array<std::string, 3>> known; // of models that follow one another most changes are the same
     for (const SDeckDigest::SModel& model : digest.models) {
-        const std::string root = modelRoot(model.firstTimestep);
-        reader.timestep(model.firstTimestep);
-        for (SModelChange& change : modelChanges(modelLines(reader.deck(), root), model.lines, root)) {
+        const size_t root = modelRoot(model.firstTimestep).size();
+        for (const SModelChange& change : model.changes) {
             if (change.upgrade.empty())
                 result.differences.push_back({eOtherValue, change.path, "not as stored, and no upgrade explains it",
                                               change.stored, change.upgraded});
-            else if (known.insert({change.path.substr(root.size()), change.stored, change.upgraded}).second)
-                result.meant.push_back(std::move(change));
+            else if (known.insert({change.path.substr(root), change.stored, change.upgraded}).second)
+                result.meant.push_back(change);
         }
     }
 }
@@ -357,7 +352,7 @@ static SVerification compared(const SDeckDigest& first, const std::function<SDec
         compareBeside(source, first, converted, second, differences, known);
         removeAllowed(differences, std::vector<SPart>(), source, comparison.tolerances);
         if (comparison.isConversion)
-            compareWithStored(source, first, result);
+            judgeUpgrades(first, result);
         CTimestepPairs timesteps(first, second);
         differences.insert(differences.end(), timesteps.differences.begin(), timesteps.differences.end());
         result.more =
@@ -366,7 +361,7 @@ static SVerification compared(const SDeckDigest& first, const std::function<SDec
         if (first.format == eFormatLegacy && second.format == eFormatHdf5) {
             setUncarriedApart(result);
             const bool hasPlugins = std::any_of(first.models.begin(), first.models.end(),
-                                                [](const auto& model) { return namesPlugins(model.lines); });
+                                                [](const auto& model) { return model.namesPlugins; });
             if (hasPlugins) {
                 const std::vector<SModelChange> ofPlugins = takePluginChanges(differences, second.beside);
                 result.meant.insert(result.meant.end(), ofPlugins.begin(), ofPlugins.end());

@@ -278,6 +278,8 @@ EConvertError CConversion::convert(const QString& inputPath, const QString& outp
         return eConvertDataFailed;
     }
     simulation.ignoreUnreadableCompanions = ignoreUnreadableCompanions;
+    simulation.readOptions.isInOrder = true;
+    simulation.readOptions.upgrades = options.upgrades;
     // A deck that couldn't be loaded has no timestep to go to: its first one fails below.
     simulation.load(inputPath);
     const TimestepIndex sourceIndex = simulation.index;

@@ -19,6 +19,9 @@ class CSimulation;
 class IFileFormatManager;
 enum EDeckFormat : int;
 struct STimestepIndexEntry;
+namespace NLegacySupport {
+class IUpgradeListener;
+}
 
 enum EConvertError : int
 {
@@ -69,6 +72,7 @@ struct SConversionOptions
     /// Called when the run has begun; what it gives lives until the run is over. Plug-ins are bound by a CPluginBinding
     /// in it, which must not be made while another run may be on.
     std::function<std::shared_ptr<const void>()> bindPlugins;
+    NLegacySupport::IUpgradeListener* upgrades = nullptr; ///< sees what they change; not owned
 };
 
 class CConversion

@@ -191,8 +191,10 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
     if (!isExpected)
         present.reset();
     // Timesteps are read one after the other: the threads that this one leaves idle begin with the next. What it takes
-    // of memory is that of this one, which goes into the frame by and by.
-    if (isExpected && readOptions.extent == eReadWhole)
+    // of memory is that of this one, which goes into the frame by and by. Where one may be all that is wanted, they
+    // begin after it.
+    const bool isWhole = readOptions.extent == eReadWhole, beginsAtOnce = isExpected || readOptions.isInOrder;
+    if (isWhole && beginsAtOnce)
         beginAhead(index, number + 1);
     const bool isRead = goTo(place) && readTimestepBlock(frame, index, progress);
     present.reset();
@@ -200,7 +202,7 @@ bool CDemIoManager::readTimestep(SSimulationFrame& frame, TimestepIndex& index, 
         ahead.reset();
         return false;
     }
-    if (!isExpected && readOptions.extent == eReadWhole)
+    if (isWhole && !beginsAtOnce)
         beginAhead(index, number + 1);
     return !restorePosition || goTo(before);
 }

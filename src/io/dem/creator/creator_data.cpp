@@ -104,7 +104,7 @@ void CDemCreatorDataReader::readCreatorData(CCreatorData& creator)
     // What belongs to walls waits for them, where they come with a timestep.
     creator.upgradesPending = !f.stores(gateGeometryInCreator) || stream->options.upgradeWithGeometry;
     if (stream->options.upgradeOldModels && !creator.upgradesPending)
-        NLegacySupport::upgradeCreatorData(creator, stream->fileVersion());
+        NLegacySupport::upgradeCreatorData(creator, stream->fileVersion(), stream->options.upgrades);
 }
 
 void CDemCreatorDataWriter::writeCreatorData(CCreatorData& creator)

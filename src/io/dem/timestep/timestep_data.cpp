@@ -124,7 +124,7 @@ static void readPluginFactories(CDemTimestepDataReader& reader, CCreatorData& cr
 static void runPendingUpgrades(const SSaveOptions& options, CCreatorData& creator)
 {
     if (creator.upgradesPending && options.upgradeOldModels)
-        NLegacySupport::upgradeCreatorData(creator, creator.fileVersion);
+        NLegacySupport::upgradeCreatorData(creator, creator.fileVersion, options.upgrades);
     creator.upgradesPending = false;
 }
 

@@ -140,6 +140,27 @@ void CContactsBase::resizeRows(std::size_t count, quint32 fieldSet)
     customProperties.resize(static_cast<unsigned int>(count));
 }
 
+void CContactsBase::fillUp(quint32 count, quint32 stored, const SLogTitle& title)
+{
+    static constexpr std::pair<quint32, const char*> arrays[] = {
+        {eContactEnds, "ends"},
+        {eContactPosition, "position"},
+        {eContactVector1, "contact vector 1"},
+        {eContactVector2, "contact vector 2"},
+        {eContactNormalOverlap, "normal overlap"},
+        {eContactTangentialOverlap, "tangential overlap"},
+        {eContactNormalForce, "normal force"},
+        {eContactTangentialForce, "tangential force"},
+    };
+    resizeRows(count);
+    std::string absent;
+    for (const auto& [field, name] : arrays)
+        if ((stored & field) == 0)
+            absent += (absent.empty() ? "" : ", ") + std::string(name);
+    if (count > 0 && !absent.empty())
+        report(eDefaulted, title, counted(count, "contact") + " without " + absent + ": filled up with zeros.", count);
+}
+
 void CContactsBase::clear()
 {
     forEachArray(*this, eAllContactFields, [](auto& array) { array.clear(); });

@@ -87,6 +87,9 @@ public:
     /// New rows are zero, custom properties, which always follow, at their initial values.
     /// \param fieldSet  the arrays that take part
     void resizeRows(std::size_t count, quint32 fieldSet = eAllContactFields);
+    /// The same after a read. Arrays that weren't stored become zeros, which is reported.
+    /// \param stored  EContactField
+    void fillUp(quint32 count, quint32 stored, const SLogTitle& title);
     /// The item of custom properties goes with the arrays of the field set.
     void copyRow(quint32 source, quint32 target, quint32 fieldSet = eAllContactFields);
     /// collisionsActive and freedCount survive.

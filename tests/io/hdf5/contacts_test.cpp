@@ -208,7 +208,10 @@ TEST_F(Hdf5HostileRows, aMaskSaysWhichArraysAreRead)
     EXPECT_EQ(read.surfaceSurface.rows, source.timestep.contacts.surfaceSurface.rows);
     EXPECT_EQ(read.surfaceSurface.normalForce, std::vector<C3DVector>(3));
     EXPECT_EQ(read.surfaceGeometry.rowCount(), 0u);
-    EXPECT_EQ(log.text(), "WARNING HDF5 read: 3 contacts are announced and 0 are there.\n");
+    EXPECT_EQ(log.text(),
+              "WARNING HDF5 read: 3 contacts without position, contact vector 1, contact vector 2, tangential "
+              "overlap, normal force, tangential force: filled up with zeros.\n"
+              "WARNING HDF5 read: 3 contacts are announced and 0 are there.\n");
     EXPECT_EQ(target.timestep.collisions.surfaceGeometry.endTime, std::vector<double>(3));
 }
 

@@ -146,8 +146,8 @@ void CDemTimestepDataReader::readContactsBase(CContactsBase& family)
         report(eLost, NLogTitle::legacyRead, counted(count, "contact") + " without data dropped", count);
         count = 0;
     }
-    // The arrays that aren't stored become zeros, the custom properties their initial values.
-    family.resizeRows(count);
+    const quint32 repeated = (fields & repeatedForceField) != 0 ? quint32(eContactNormalForce) : 0;
+    family.fillUp(count, fields | repeated, NLogTitle::legacyRead);
     if (f.stores(gateContactBlocks)) {
         family.activeCollisions.read(*this);
         family.contactRecords.read(*this);

@@ -52,17 +52,17 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
     const bool isWanted = (options.timestepMask & contacts.familyMask()) != 0;
     in().attribute("collision on", contacts.collisionsActive); // each row has a nested record
     if (isWanted && (size > 0 || in().hasRows({"contacts", "position"}))) {
-        quint32 fields = contactFields;
-        in().attribute("mask", fields);                  // EContactField
-        fields &= contactFields;                         // other bits are of arrays that only the legacy family has
-        if ((fields & options.wantedContactFields) != 0) // else the others say how many rows there are
-            fields &= options.wantedContactFields;
+        quint32 stored = contactFields;
+        in().attribute("mask", stored); // EContactField
+        stored &= contactFields;        // other bits are of arrays that only the legacy family has
+        // Where none of them is wanted, the others say how many rows there are.
+        const quint32 wanted = stored & options.wantedContactFields, fields = wanted != 0 ? wanted : stored;
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
         const quint32 held = lengths.admitted(contactRowBytes);
         rowsForm(in(), contacts, fields);
         reportIfOther("contacts", size, held);
-        contacts.resizeRows(held); // the arrays that the file lacks become zeros
+        contacts.fillUp(held, stored, NLogTitle::hdf5Read);
     }
     in().group("CollisionsBase/", [&] { contacts.activeCollisions.read(*this); });
     if (contacts.rowCount() == 0)

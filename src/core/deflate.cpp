@@ -124,7 +124,9 @@ int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
     char target[roomFor(sampleSize)];
     const std::size_t quickPart = quick(sample, sampleSize, target, sizeof target);
     const std::size_t thoroughPart = thorough(thoroughLevel, sample, sampleSize, target, sizeof target);
-    return thoroughPart < quickPart - quickPart / 20 ? thoroughLevel : 0;
+    if (thoroughPart >= quickPart - quickPart / 20)
+        return 0;
+    return quickSize < size / 2 ? bestLevel : thoroughLevel; // the more repeats, the less the best takes beyond it
 }
 
 SBytes withRoom(std::size_t room)

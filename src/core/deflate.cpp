@@ -103,6 +103,8 @@ std::size_t quick(const char* data, std::size_t size, char* target, std::size_t 
 constexpr std::size_t roomFor(std::size_t size) { return size + size / 1024 + 64; }
 
 constexpr std::size_t sampleSize = 0x10000;
+/// Below, the quick encoder finds one match more or less by where in memory it works, and the thorough one takes no time.
+constexpr std::size_t leastQuickSize = 2 * sampleSize;
 
 /// A part from the middle of a block shows what all of it would gain.
 const char* sampleOf(const char* data, std::size_t size) { return data + (size - sampleSize) / 2; }
@@ -117,7 +119,7 @@ int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
         return bestLevel;
     if (!hasQuickEncoder || isRough(size, quickSize))
         return 0;
-    if (size < 2 * sampleSize || quickSize < size / 50) // takes no time
+    if (quickSize < size / 50) // takes no time
         return bestLevel;
     // With a twentieth gained, the time is well spent.
     const char* const sample = sampleOf(data, size);
@@ -175,8 +177,17 @@ SBytes stored(const char* data, std::size_t size)
 
 } // namespace
 
+static SBytes thoroughlyDeflated(const char* data, std::size_t size)
+{
+    SBytes made = withRoom(roomFor(size));
+    made.size = thorough(bestLevel, data, size, made.data.get(), roomFor(size));
+    return made.size > 0 ? std::move(made) : stored(data, size);
+}
+
 SBytes deflated(const char* data, std::size_t size)
 {
+    if (size < leastQuickSize)
+        return thoroughlyDeflated(data, size);
     SBytes made = withRoom(roomFor(size));
     made.size = quick(data, size, made.data.get(), roomFor(size));
     const int level = levelWorth(data, size, made.size);
@@ -186,14 +197,16 @@ SBytes deflated(const char* data, std::size_t size)
     SBytes better = withRoom(room);
     better.size = thorough(level, data, size, better.data.get(), room);
     if (better.size == 0 && made.size == 0)
-        throw std::runtime_error("a block of " + std::to_string(size) + " bytes can't be deflated");
+        return stored(data, size);
     return better.size > 0 ? std::move(better) : std::move(made);
 }
 
 SBytes quicklyDeflated(const char* data, std::size_t size)
 {
+    if (size < leastQuickSize)
+        return thoroughlyDeflated(data, size);
     char target[roomFor(sampleSize)];
-    if (size >= 2 * sampleSize && isRough(sampleSize, quick(sampleOf(data, size), sampleSize, target, sizeof target)))
+    if (isRough(sampleSize, quick(sampleOf(data, size), sampleSize, target, sizeof target)))
         return stored(data, size);
     SBytes made = withRoom(roomFor(size));
     made.size = quick(data, size, made.data.get(), roomFor(size));

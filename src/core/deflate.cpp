@@ -181,7 +181,9 @@ static SBytes thoroughlyDeflated(const char* data, std::size_t size)
 {
     SBytes made = withRoom(roomFor(size));
     made.size = thorough(bestLevel, data, size, made.data.get(), roomFor(size));
-    return made.size > 0 ? std::move(made) : stored(data, size);
+    if (made.size == 0)
+        return stored(data, size);
+    return made;
 }
 
 SBytes deflated(const char* data, std::size_t size)
@@ -210,7 +212,9 @@ SBytes quicklyDeflated(const char* data, std::size_t size)
         return stored(data, size);
     SBytes made = withRoom(roomFor(size));
     made.size = quick(data, size, made.data.get(), roomFor(size));
-    return made.size > 0 ? std::move(made) : stored(data, size);
+    if (made.size == 0)
+        return stored(data, size);
+    return made;
 }
 
 } // namespace NBrenmark

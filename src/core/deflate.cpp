@@ -14,7 +14,6 @@
 #include <cstdint>
 #include <new>
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 namespace NBrenmark {

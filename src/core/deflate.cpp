@@ -70,26 +70,46 @@ std::size_t thorough(int level, const char* data, std::size_t size, char* target
 #endif
 }
 
-std::size_t quick(const char* data, std::size_t size, char* target, std::size_t room)
+/// Smaller blocks take no time, and a few bytes more would be seen in them.
+constexpr std::size_t leastQuickSize = 0x1000;
+
+#ifndef BRENMARK_WITHOUT_ISAL
+/// ISA-L hashes the stream's own address in place of the third position, so that its bytes would depend on where the stack
+/// lies. Its path for short ends doesn't: a few bytes go ahead and are flushed, which takes about 10 bytes more.
+std::size_t byIsal(const char* data, std::size_t size, char* target, std::size_t room)
 {
-#if !defined(BRENMARK_WITHOUT_ISAL)
+    constexpr std::size_t headSize = 8;
+    static_assert(headSize < leastQuickSize);
     static thread_local std::unique_ptr<unsigned char[]> levelBuffer;
     if (!levelBuffer)
         levelBuffer.reset(new unsigned char[ISAL_DEF_LVL1_DEFAULT]);
     isal_zstream stream;
-    isal_deflate_stateless_init(&stream);
-    stream.hist_bits = ISAL_DEF_MAX_HIST_BITS; // the initialiser leaves out how far back a match may lie
+    isal_deflate_init(&stream);
+    stream.hist_bits = ISAL_DEF_MAX_HIST_BITS;
     stream.level = quickLevel;
     stream.level_buf = levelBuffer.get();
     stream.level_buf_size = ISAL_DEF_LVL1_DEFAULT;
     stream.gzip_flag = IGZIP_ZLIB;
-    stream.end_of_stream = 1;
-    stream.flush = NO_FLUSH;
     stream.next_in = reinterpret_cast<unsigned char*>(const_cast<char*>(data)); // only read
-    stream.avail_in = static_cast<uint32_t>(size);
     stream.next_out = reinterpret_cast<unsigned char*>(target);
     stream.avail_out = static_cast<uint32_t>(room);
-    return isal_deflate_stateless(&stream) == COMP_OK ? stream.total_out : 0;
+
+    stream.avail_in = headSize;
+    stream.flush = SYNC_FLUSH;
+    if (isal_deflate(&stream) != COMP_OK)
+        return 0;
+    stream.avail_in = static_cast<uint32_t>(size - headSize);
+    stream.flush = NO_FLUSH;
+    stream.end_of_stream = 1;
+    const bool isDone = isal_deflate(&stream) == COMP_OK && stream.internal_state.state == ZSTATE_END;
+    return isDone ? stream.total_out : 0;
+}
+#endif
+
+std::size_t quick(const char* data, std::size_t size, char* target, std::size_t room)
+{
+#if !defined(BRENMARK_WITHOUT_ISAL)
+    return byIsal(data, size, target, room);
 #elif !defined(BRENMARK_WITHOUT_LIBDEFLATE)
     return byLibdeflate(quickLevel, data, size, target, room);
 #else
@@ -102,8 +122,7 @@ std::size_t quick(const char* data, std::size_t size, char* target, std::size_t 
 constexpr std::size_t roomFor(std::size_t size) { return size + size / 1024 + 64; }
 
 constexpr std::size_t sampleSize = 0x10000;
-/// Below, the quick encoder finds one match more or less by where in memory it works, and the thorough one takes no time.
-constexpr std::size_t leastQuickSize = 2 * sampleSize;
+constexpr std::size_t leastSampledSize = 2 * sampleSize;
 
 /// A part from the middle of a block shows what all of it would gain.
 const char* sampleOf(const char* data, std::size_t size) { return data + (size - sampleSize) / 2; }
@@ -118,7 +137,7 @@ int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
         return bestLevel;
     if (!hasQuickEncoder || isRough(size, quickSize))
         return 0;
-    if (quickSize < size / 50) // takes no time
+    if (size < leastSampledSize || quickSize < size / 50) // takes no time
         return bestLevel;
     // With a twentieth gained, the time is well spent.
     const char* const sample = sampleOf(data, size);
@@ -207,7 +226,7 @@ SBytes quicklyDeflated(const char* data, std::size_t size)
     if (size < leastQuickSize)
         return thoroughlyDeflated(data, size);
     char target[roomFor(sampleSize)];
-    if (isRough(sampleSize, quick(sampleOf(data, size), sampleSize, target, sizeof target)))
+    if (size >= leastSampledSize && isRough(sampleSize, quick(sampleOf(data, size), sampleSize, target, sizeof target)))
         return stored(data, size);
     SBytes made = withRoom(roomFor(size));
     made.size = quick(data, size, made.data.get(), roomFor(size));

@@ -13,8 +13,7 @@ struct SBytes
     std::size_t size = 0;
 };
 
-/// Makes a zlib stream out of a block of at most 4 GB. The same bytes give the same stream but where ISA-L finds one
-/// repeat more or less by its place in memory: only blocks from 128 kB on are given to it. Numbers that are as
+/// Makes a zlib stream out of a block of at most 4 GB, the same bytes wherever and on whatever thread. Numbers that are as
 /// rough as a solver leaves them hardly shrink, whatever is done: a quick encoder is tried first, and a thorough one
 /// where a part of the block shows that it gains by it. A block that only grows is stored, and a few bytes longer then.
 /// \throws std::bad_alloc

@@ -121,11 +121,22 @@ std::size_t quick(const char* data, std::size_t size, char* target, std::size_t 
 /// Stored blocks of zlib are 16 kB long at least, with 5 bytes before each; header and trailer take 6.
 constexpr std::size_t roomFor(std::size_t size) { return size + size / 1024 + 64; }
 
-constexpr std::size_t sampleSize = 0x10000;
-constexpr std::size_t leastSampledSize = 2 * sampleSize;
+constexpr std::size_t largestSample = 0x10000;
+/// Smaller blocks are no work worth a trial.
+constexpr std::size_t leastSampledSize = 0x4000;
 
 /// A part from the middle of a block shows what all of it would gain.
-const char* sampleOf(const char* data, std::size_t size) { return data + (size - sampleSize) / 2; }
+struct SSample
+{
+    const char* data;
+    std::size_t size;
+};
+
+SSample sampleOf(const char* data, std::size_t size)
+{
+    const std::size_t part = std::min(largestSample, size / 4);
+    return {data + (size - part) / 2, part};
+}
 
 /// Rough numbers: nothing makes them shorter by a tenth.
 bool isRough(std::size_t size, std::size_t quickSize) { return quickSize >= size - size / 10; }
@@ -139,12 +150,13 @@ int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
         return 0;
     if (size < leastSampledSize || quickSize < size / 50) // takes no time
         return bestLevel;
-    // With a twentieth gained, the time is well spent.
-    const char* const sample = sampleOf(data, size);
-    char target[roomFor(sampleSize)];
-    const std::size_t quickPart = quick(sample, sampleSize, target, sizeof target);
-    const std::size_t thoroughPart = thorough(thoroughLevel, sample, sampleSize, target, sizeof target);
-    if (thoroughPart >= quickPart - quickPart / 20)
+    // With a twentieth gained, the time is well spent, with a fortieth where much is gone already.
+    const std::size_t worthwhile = quickSize < size - 2 * size / 5 ? 40 : 20;
+    const SSample sample = sampleOf(data, size);
+    char target[roomFor(largestSample)];
+    const std::size_t quickPart = quick(sample.data, sample.size, target, sizeof target);
+    const std::size_t thoroughPart = thorough(thoroughLevel, sample.data, sample.size, target, sizeof target);
+    if (thoroughPart >= quickPart - quickPart / worthwhile)
         return 0;
     // Of numbers born from single precision, zeros among them, the best level takes another fortieth; of others nothing.
     return quickSize > size / 4 && quickSize < size / 2 ? bestLevel : thoroughLevel;
@@ -225,8 +237,9 @@ SBytes quicklyDeflated(const char* data, std::size_t size)
 {
     if (size < leastQuickSize)
         return thoroughlyDeflated(data, size);
-    char target[roomFor(sampleSize)];
-    if (size >= leastSampledSize && isRough(sampleSize, quick(sampleOf(data, size), sampleSize, target, sizeof target)))
+    char target[roomFor(largestSample)];
+    const SSample sample = sampleOf(data, size);
+    if (size >= leastSampledSize && isRough(sample.size, quick(sample.data, sample.size, target, sizeof target)))
         return stored(data, size);
     SBytes made = withRoom(roomFor(size));
     made.size = quick(data, size, made.data.get(), roomFor(size));

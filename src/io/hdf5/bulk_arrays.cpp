@@ -115,6 +115,24 @@ hsize_t CArrayReader::storedRows(const std::string& name) const
     }
 }
 
+void CArrayReader::fill(const H5::DataSet& dataset, const std::string& name, const H5::PredType& type,
+                        void* target) const
+{
+    const auto readByHdf5 = [&place = location, dataset, name, type, target] {
+        try {
+            dataset.read(target, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
+        }
+        catch (const H5::Exception& error) {
+            throwAt(place, "dataset", name, error);
+        }
+    };
+    CChunkInflating own;
+    CChunkInflating& chunks = inflating != nullptr ? *inflating : own;
+    if (!chunks.add(dataset, type, target, readByHdf5))
+        readByHdf5();
+    own.finish();
+}
+
 void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize_t columns,
                         const Allocate& allocate) const
 {
@@ -139,8 +157,8 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
         checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
         requireRoomForArray(dataset.getStorageSize());
-        if (space.getSimpleExtentNpoints() > 0 && !inflateChunks(dataset, type, target))
-            dataset.read(target, type, H5::DataSpace::ALL, H5::DataSpace::ALL, wholeNumbersOnly());
+        if (space.getSimpleExtentNpoints() > 0)
+            fill(dataset, name, type, target);
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);

@@ -9,6 +9,8 @@
 
 namespace NBrenmark {
 
+class CChunkInflating;
+
 /// Rows of so many numbers; 0 columns make a list of one dimension.
 struct SArrayShape
 {
@@ -62,7 +64,10 @@ public:
     /// Takes memory for an array, and gives the place for its numbers.
     using Allocate = std::function<void*(const SArrayShape&)>;
 
-    explicit CArrayReader(const H5::H5Location& location) : location(location) {}
+    /// \param inflating  where arrays may be left unfinished, to be full when it is; null: each is full when it is read
+    explicit CArrayReader(const H5::H5Location& location, CChunkInflating* inflating = nullptr)
+        : location(location), inflating(inflating)
+    {}
 
     /// Reads an array in one transfer.
     /// \param type     of a number in memory; the file may hold another one that converts to it
@@ -74,7 +79,10 @@ public:
     hsize_t storedRows(const std::string& name) const;
 
 private:
+    void fill(const H5::DataSet& dataset, const std::string& name, const H5::PredType& type, void* target) const;
+
     const H5::H5Location& location;
+    CChunkInflating* const inflating; // not owned
 };
 
 } // namespace NBrenmark

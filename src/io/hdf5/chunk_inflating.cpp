@@ -1,15 +1,14 @@
-// Fetches the chunks of a dataset as they are stored, has the pool inflate them, and lays each into its place.
+// Fetches chunks as they are stored, has the pool inflate them, and lays each into its place.
 #include "io/hdf5/chunk_inflating.h"
 
 #include "core/deflate.h"
 #include "core/inflate.h"
-#include "core/thread_pool.h"
+#include "io/hdf5/chunk_tasks.h"
 
 #include <algorithm>
 #include <cstring>
-#include <deque>
-#include <memory>
 #include <optional>
+#include <utility>
 
 namespace NBrenmark {
 
@@ -47,88 +46,98 @@ std::optional<SChunking> chunkingOf(const H5::DataSet& dataset, const H5::PredTy
     return SChunking{dimensions[0], chunk[0], dimensions[1] * type.getSize()};
 }
 
-class CChunk
-{
-public:
-    CChunk(SBytes stream, char* target, std::size_t bytes, std::size_t chunkBytes)
-        : stream(std::move(stream)), target(target), bytes(bytes), chunkBytes(chunkBytes), task([this] { inflate(); })
-    {}
-
-    /// Whether all bytes of the chunk were made, and no more.
-    bool finish()
-    {
-        task.wait();
-        return isWhole;
-    }
-    bool isDone() const { return task.isDone(); }
-    bool runHere() { return task.runHere(); }
-    std::size_t storedBytes() const { return stream.size; }
-
-private:
-    void inflate()
-    {
-        SBytes whole;
-        if (bytes < chunkBytes)
-            whole.data.reset(new char[chunkBytes]);
-        char* const at = whole.data ? whole.data.get() : target;
-        isWhole = inflateWhole(stream.data.get(), stream.size, at, chunkBytes);
-        if (isWhole && whole.data)
-            std::memcpy(target, at, bytes);
-    }
-
-    SBytes stream;
-    char* target;
-    std::size_t bytes; ///< those that belong to the dataset
-    std::size_t chunkBytes;
-    bool isWhole = false;
-    CPooledTask task; // the last member: it uses the others
-};
-
 } // namespace
 
-bool inflateChunks(const H5::DataSet& dataset, const H5::PredType& type, void* target)
+/// The most bytes of chunks, as they are stored, that wait in memory.
+static constexpr std::size_t mostStoredBytes = std::size_t(16) << 20;
+
+struct CChunkInflating::SChunk
 {
-    constexpr std::size_t mostWaiting = std::size_t(16) << 20; // bytes in memory
+    SArray* array = nullptr;
+    SBytes stream;
+    char* target = nullptr;
+    std::size_t bytes = 0;           ///< those that belong to the array
+    std::size_t chunkBytes = 0;      ///< with those after its last row
+    bool isWhole = false;            ///< all bytes of the chunk were made, and no more
+    std::optional<CPooledTask> task; // the last member: it uses the others, and goes first
+
+    void inflate()
+    {
+        SBytes all;
+        if (bytes < chunkBytes)
+            all.data.reset(new char[chunkBytes]);
+        char* const at = all.data ? all.data.get() : target;
+        isWhole = inflateWhole(stream.data.get(), stream.size, at, chunkBytes);
+        if (isWhole && all.data)
+            std::memcpy(target, at, bytes);
+    }
+};
+
+CChunkInflating::CChunkInflating() = default;
+
+CChunkInflating::~CChunkInflating() = default;
+
+/// \return false if the file doesn't give the chunk
+static bool fetch(const H5::DataSet& dataset, hsize_t row, std::size_t chunkBytes, SBytes& stream)
+{
+    const hsize_t place[2] = {row, 0};
+    hsize_t size = 0;
+    unsigned filters = 0;
+    haddr_t address = 0;
+    if (H5Dget_chunk_info_by_coord(dataset.getId(), place, &filters, &address, &size) < 0 || size == 0 ||
+        filters != 0 || size > 2 * chunkBytes + 1024)
+        return false;
+    stream = {std::unique_ptr<char[]>(new char[size]), size};
+    uint32_t skipped = 0;
+    return H5Dread_chunk(dataset.getId(), H5P_DEFAULT, place, &skipped, stream.data.get()) >= 0;
+}
+
+bool CChunkInflating::add(const H5::DataSet& dataset, const H5::PredType& type, void* target,
+                          std::function<void()> otherwise)
+{
     const std::optional<SChunking> chunking = chunkingOf(dataset, type);
     if (!chunking)
         return false;
-    const std::size_t chunkBytes = chunking->chunkRows * chunking->rowBytes;
-    std::deque<std::unique_ptr<CChunk>> waiting;
-    std::size_t waitingBytes = 0;
-    const auto finishOldest = [&] {
-        const std::unique_ptr<CChunk> oldest = std::move(waiting.front());
-        waiting.pop_front();
-        waitingBytes -= oldest->storedBytes();
-        // Another thread may just be at it: to wait for that one would leave the others to it as well.
-        const auto later = [](const std::unique_ptr<CChunk>& next) { return next->runHere(); };
-        while (!oldest->runHere() && !oldest->isDone() && std::any_of(waiting.begin(), waiting.end(), later)) {
-        }
-        return oldest->finish();
-    };
-    for (hsize_t row = 0; row < chunking->rows; row += chunking->chunkRows) {
-        const hsize_t place[2] = {row, 0};
-        hsize_t size = 0;
-        unsigned filters = 0;
-        haddr_t address = 0;
-        if (H5Dget_chunk_info_by_coord(dataset.getId(), place, &filters, &address, &size) < 0 || size == 0 ||
-            filters != 0 || size > 2 * chunkBytes + 1024)
-            return false;
-        SBytes stream{std::unique_ptr<char[]>(new char[size]), size};
-        uint32_t skipped = 0;
-        if (H5Dread_chunk(dataset.getId(), H5P_DEFAULT, place, &skipped, stream.data.get()) < 0)
-            return false;
-        while (!waiting.empty() && waitingBytes + size > mostWaiting)
-            if (!finishOldest())
-                return false;
-        const std::size_t bytes = std::min(chunking->chunkRows, chunking->rows - row) * chunking->rowBytes;
-        waitingBytes += size;
-        waiting.push_back(std::make_unique<CChunk>(
-            std::move(stream), static_cast<char*>(target) + row * chunking->rowBytes, bytes, chunkBytes));
+    SArray& array = arrays.emplace_back(SArray{std::move(otherwise), true});
+    for (hsize_t row = 0; row < chunking->rows && array.isWhole; row += chunking->chunkRows) {
+        auto added = std::make_unique<SChunk>();
+        SChunk& chunk = *added;
+        chunk.array = &array;
+        chunk.target = static_cast<char*>(target) + row * chunking->rowBytes;
+        chunk.bytes = std::min(chunking->chunkRows, chunking->rows - row) * chunking->rowBytes;
+        chunk.chunkBytes = chunking->chunkRows * chunking->rowBytes;
+        array.isWhole = fetch(dataset, row, chunk.chunkBytes, chunk.stream);
+        if (!array.isWhole)
+            break;
+        while (!waiting.empty() && waitingBytes + chunk.stream.size > mostStoredBytes)
+            finishOldest();
+        waitingBytes += chunk.stream.size;
+        waiting.push_back(std::move(added));
+        if (chunk.chunkBytes >= leastSharedChunk)
+            chunk.task.emplace([&chunk] { chunk.inflate(); });
+        else
+            chunk.inflate();
     }
-    while (!waiting.empty())
-        if (!finishOldest())
-            return false;
     return true;
+}
+
+void CChunkInflating::finishOldest()
+{
+    const std::unique_ptr<SChunk> chunk = std::move(waiting.front());
+    waiting.pop_front();
+    waitingBytes -= chunk->stream.size;
+    finishTask(*chunk, waiting);
+    chunk->array->isWhole = chunk->array->isWhole && chunk->isWhole;
+}
+
+void CChunkInflating::finish()
+{
+    while (!waiting.empty())
+        finishOldest();
+    for (const SArray& array : arrays)
+        if (!array.isWhole)
+            array.otherwise();
+    arrays.clear();
 }
 
 } // namespace NBrenmark

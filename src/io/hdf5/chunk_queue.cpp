@@ -1,6 +1,7 @@
 // Hands the chunks to HDF5 in the order in which they came, whichever is deflated first.
 #include "io/hdf5/chunk_queue.h"
 
+#include "io/hdf5/chunk_tasks.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/soundness.h"
 
@@ -12,8 +13,6 @@ namespace NBrenmark {
 
 /// Twelve chunks of the greatest size. It decides where chunks lie in a file, and so must not depend on the machine.
 static constexpr std::size_t mostWaitingBytes = std::size_t(12) * 250000 * 8;
-/// Less is deflated in the time that another thread needs to hear of it.
-static constexpr std::size_t leastShared = 0x4000;
 
 static thread_local CChunkQueue* queueOfThread = nullptr;
 
@@ -55,7 +54,7 @@ void CChunkQueue::add(const H5::DataSet& dataset, const void* values, hsize_t ro
         };
         waiting.push_back(std::move(added));
         waitingBytes += chunkBytes;
-        if (chunkBytes >= leastShared)
+        if (chunkBytes >= leastSharedChunk)
             chunk.task.emplace(work);
         else
             work();
@@ -67,14 +66,7 @@ void CChunkQueue::writeOldest()
     const std::unique_ptr<SChunk> chunk = std::move(waiting.front());
     waiting.pop_front();
     waitingBytes -= chunk->values.size;
-    if (chunk->task) {
-        // Another thread may just be at it: to wait for that one would leave the others to it as well.
-        const auto later = [](const std::unique_ptr<SChunk>& next) { return next->task && next->task->runHere(); };
-        while (!chunk->task->runHere() && !chunk->task->isDone() &&
-               std::any_of(waiting.begin(), waiting.end(), later)) {
-        }
-        chunk->task->wait();
-    }
+    finishTask(*chunk, waiting);
     requireRoomForHdf5();
     const hsize_t place[2] = {chunk->row, 0};
     constexpr uint32_t allFilters = 0;

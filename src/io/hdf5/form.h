@@ -7,6 +7,7 @@
 #include "core/stop_flag.h"
 #include "core/version.h"
 #include "io/hdf5/child_names.h"
+#include "io/hdf5/chunk_inflating.h"
 #include "io/hdf5/closed.h"
 #include "io/hdf5/error_text.h"
 #include "io/hdf5/hdf5_visitor.h"
@@ -333,14 +334,26 @@ public:
             group(std::to_string(number++), [&] { body(element); });
     }
 
+    /// Runs body with a form whose rows are inflated together: they are there when it is done.
+    template <class TBody>
+    void together(TBody&& body)
+    {
+        CChunkInflating chunks;
+        CHdf5FormReader form(*this);
+        form.inflating = &chunks;
+        body(form);
+        chunks.finish();
+    }
+
     template <class T>
     void rows(const std::string& name, std::vector<T>& values, bool stored = true)
     {
         if (stored)
-            arrays().read(name, SRowOf<T>::type(), SRowOf<T>::columns, [&](const SArrayShape& shape) {
-                values.resize(shape.rows);
-                return static_cast<void*>(values.data());
-            });
+            CArrayReader(*visitor.location, inflating)
+                .read(name, SRowOf<T>::type(), SRowOf<T>::columns, [&](const SArrayShape& shape) {
+                    values.resize(shape.rows);
+                    return static_cast<void*>(values.data());
+                });
     }
 
     template <class T>
@@ -435,6 +448,7 @@ private:
 
     CHdf5Visitor& visitor;
     const quint32& fileVersion;
+    CChunkInflating* inflating = nullptr; // where rows are left, if they needn't be there at once
 };
 
 } // namespace NBrenmark

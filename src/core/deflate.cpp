@@ -150,13 +150,13 @@ int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
         return 0;
     if (size < leastSampledSize || quickSize < size / 50) // takes no time
         return bestLevel;
-    // With a twentieth gained, the time is well spent, with a fortieth where much is gone already.
-    const std::size_t worthwhile = quickSize < size - 2 * size / 5 ? 40 : 20;
     const SSample sample = sampleOf(data, size);
+    // With a twentieth gained, the time is well spent. A small sample shows less of it, where much is gone already.
+    const std::size_t part = sample.size < largestSample && quickSize < size - 2 * size / 5 ? 40 : 20;
     char target[roomFor(largestSample)];
     const std::size_t quickPart = quick(sample.data, sample.size, target, sizeof target);
     const std::size_t thoroughPart = thorough(thoroughLevel, sample.data, sample.size, target, sizeof target);
-    if (thoroughPart >= quickPart - quickPart / worthwhile)
+    if (thoroughPart >= quickPart - quickPart / part)
         return 0;
     // Of numbers born from single precision, zeros among them, the best level takes another fortieth; of others nothing.
     return quickSize > size / 4 && quickSize < size / 2 ? bestLevel : thoroughLevel;

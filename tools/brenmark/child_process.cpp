@@ -19,10 +19,13 @@ namespace NBrenmark {
 static const char* const ownProgram = "/proc/self/exe"; // still this one when its file was replaced meanwhile
 
 /// Between fork and exec nothing may take memory or a lock.
-[[noreturn]] static void becomeChild(char* const* arguments, pid_t parent, int input, int output, int error)
+[[noreturn]] static void becomeChild(char* const* arguments, pid_t parent, int input, int output, int error,
+                                     int niceness)
 {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (niceness > 0)
+        ::nice(niceness);
     const int none = ::open("/dev/null", O_RDWR);
     if (getppid() == parent && none >= 0 && dup2(input >= 0 ? input : none, STDIN_FILENO) >= 0 &&
         dup2(output >= 0 ? output : none, STDOUT_FILENO) >= 0 && dup2(error >= 0 ? error : none, STDERR_FILENO) >= 0)
@@ -30,7 +33,7 @@ static const char* const ownProgram = "/proc/self/exe"; // still this one when i
     _exit(127);
 }
 
-pid_t CChildProcesses::start(const std::vector<std::string>& arguments, int input, int output)
+pid_t CChildProcesses::start(const std::vector<std::string>& arguments, int input, int output, int niceness)
 {
     std::vector<std::string> words{"brenmark"};
     words.insert(words.end(), arguments.begin(), arguments.end());
@@ -42,7 +45,7 @@ pid_t CChildProcesses::start(const std::vector<std::string>& arguments, int inpu
     const int error = memfd_create("errors", MFD_CLOEXEC);
     const pid_t parent = getpid(), process = fork();
     if (process == 0)
-        becomeChild(pointers.data(), parent, input, output, error);
+        becomeChild(pointers.data(), parent, input, output, error, niceness);
     if (process < 0) {
         const int cause = errno;
         ::close(error);

@@ -28,7 +28,8 @@ public:
     /// Runs this program in a group of its own, where no Ctrl-C reaches it. It ends with this process, however that ends.
     /// \throws CFailure  the machine has no process to give
     /// \param input, output  its standard input and output; -1 for none. Not owned
-    pid_t start(const std::vector<std::string>& arguments, int input = -1, int output = -1);
+    /// \param niceness       how far it steps back where cores are scarce, as for nice(1)
+    pid_t start(const std::vector<std::string>& arguments, int input = -1, int output = -1, int niceness = 0);
     size_t count() const { return children.size(); }
     /// Waits until at least one has ended, for so many milliseconds at most.
     std::vector<SChildEnd> wait(int milliseconds);

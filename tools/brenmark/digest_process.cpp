@@ -163,6 +163,9 @@ CDigestProcess::~CDigestProcess()
 
 bool CDigestProcess::isPossible() { return threadCount() > 1 && !isMemoryCeilingSet(); }
 
+/// This process has more to do, and its last group keeps one thread busy: it goes first, the other one beside it.
+static constexpr int niceness = 3;
+
 bool CDigestProcess::startProcess()
 {
     int ends[2] = {-1, -1};
@@ -172,7 +175,7 @@ bool CDigestProcess::startProcess()
     input = ends[1];
     try {
         processes.start({"verify", "--parts", "--threads", std::to_string(threadCount()), "--", nativePath(deck)},
-                        ends[0], output);
+                        ends[0], output, niceness);
     }
     catch (const CFailure&) { // no process is to be had
     }

@@ -153,6 +153,30 @@ TEST(ArrayDeflating, givesOneFileWithAnyNumberOfThreadsThatTheFilterOfHdf5Inflat
     }
 }
 
+TEST(ChunkInflating, leavesTheArrayOfADamagedChunkToHdf5AndFillsTheOthers)
+{
+    const CTempFolder folder;
+    const QString path = folder.path("a.h5");
+    const std::vector<double> values(300000, 0.1); // a full chunk and another one
+    H5::H5File file(path.toStdString(), H5F_ACC_TRUNC);
+    CChunkInflating chunks;
+    std::map<std::string, std::vector<double>> arrays;
+    std::vector<std::string> left;
+    for (const std::string name : {"a", "b", "c"}) {
+        CArrayWriter(file, true)
+            .write(name, H5::PredType::NATIVE_DOUBLE, {values.size(), 0}, values.data(), values.size());
+        const H5::DataSet dataset = file.openDataSet(name);
+        const hsize_t second[1] = {250000};
+        if (name == "b")
+            H5Dwrite_chunk(dataset.getId(), H5P_DEFAULT, 0, second, 7, "no zlib");
+        arrays[name].resize(values.size());
+        chunks.add(dataset, H5::PredType::NATIVE_DOUBLE, arrays[name].data(), [&left, name] { left.push_back(name); });
+    }
+    chunks.finish();
+    EXPECT_THAT(left, testing::ElementsAre("b"));
+    EXPECT_TRUE(arrays["a"] == values && arrays["c"] == values);
+}
+
 // ---------------------------------------------------------------- reading
 
 class ArrayReading : public testing::Test

@@ -99,16 +99,17 @@ bool CChunkInflating::add(const H5::DataSet& dataset, const H5::PredType& type, 
     if (!chunking)
         return false;
     SArray& array = arrays.emplace_back(SArray{std::move(otherwise), true});
-    for (hsize_t row = 0; row < chunking->rows && array.isWhole; row += chunking->chunkRows) {
+    for (hsize_t row = 0; row < chunking->rows; row += chunking->chunkRows) {
         auto added = std::make_unique<SChunk>();
         SChunk& chunk = *added;
         chunk.array = &array;
         chunk.target = static_cast<char*>(target) + row * chunking->rowBytes;
         chunk.bytes = std::min(chunking->chunkRows, chunking->rows - row) * chunking->rowBytes;
         chunk.chunkBytes = chunking->chunkRows * chunking->rowBytes;
-        array.isWhole = fetch(dataset, row, chunk.chunkBytes, chunk.stream);
-        if (!array.isWhole)
+        if (!fetch(dataset, row, chunk.chunkBytes, chunk.stream)) {
+            array.isWhole = false;
             break;
+        }
         while (!waiting.empty() && waitingBytes + chunk.stream.size > mostStoredBytes)
             finishOldest();
         waitingBytes += chunk.stream.size;

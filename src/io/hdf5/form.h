@@ -253,6 +253,29 @@ private:
 
 // ---------------------------------------------------------------- reading
 
+/// Rows of one group, which remains open until they are inflated: what is damaged is named by its place.
+class CHdf5RowsReader
+{
+public:
+    /// \param inflating  as for CArrayReader
+    explicit CHdf5RowsReader(const H5::H5Location& location, CChunkInflating* inflating = nullptr)
+        : arrays(location, inflating)
+    {}
+
+    template <class T>
+    void rows(const std::string& name, std::vector<T>& values, bool stored = true)
+    {
+        if (stored)
+            arrays.read(name, SRowOf<T>::type(), SRowOf<T>::columns, [&](const SArrayShape& shape) {
+                values.resize(shape.rows);
+                return static_cast<void*>(values.data());
+            });
+    }
+
+private:
+    const CArrayReader arrays;
+};
+
 class CHdf5FormReader
 {
 public:
@@ -334,26 +357,19 @@ public:
             group(std::to_string(number++), [&] { body(element); });
     }
 
-    /// Runs body with a form whose rows are inflated together: they are there when it is done.
+    template <class T>
+    void rows(const std::string& name, std::vector<T>& values, bool stored = true)
+    {
+        CHdf5RowsReader(*visitor.location).rows(name, values, stored);
+    }
+    /// Runs body with a form of rows alone, which are inflated together: they are there when it is done.
     template <class TBody>
     void together(TBody&& body)
     {
         CChunkInflating chunks;
-        CHdf5FormReader form(*this);
-        form.inflating = &chunks;
+        CHdf5RowsReader form(*visitor.location, &chunks);
         body(form);
         chunks.finish();
-    }
-
-    template <class T>
-    void rows(const std::string& name, std::vector<T>& values, bool stored = true)
-    {
-        if (stored)
-            CArrayReader(*visitor.location, inflating)
-                .read(name, SRowOf<T>::type(), SRowOf<T>::columns, [&](const SArrayShape& shape) {
-                    values.resize(shape.rows);
-                    return static_cast<void*>(values.data());
-                });
     }
 
     template <class T>
@@ -448,7 +464,6 @@ private:
 
     CHdf5Visitor& visitor;
     const quint32& fileVersion;
-    CChunkInflating* inflating = nullptr; // where rows are left, if they needn't be there at once
 };
 
 } // namespace NBrenmark

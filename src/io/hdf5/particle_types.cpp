@@ -154,7 +154,7 @@ void CHdf5Reader::readParticleType(CParticleType& t)
     CStoredLength lengths(in(), "Particle type \"" + shortened(t.name) + "\" has");
     particlesForm(lengths, t, t.creationTime, fields);
     const quint32 held = lengths.admitted(slotBytes(t));
-    in().together([&](CHdf5FormReader& f) { particlesForm(f, t, t.creationTime, fields); });
+    in().together([&](CHdf5RowsReader& f) { particlesForm(f, t, t.creationTime, fields); });
     if (held != size)
         report(held < size ? eLost : eRepaired, NLogTitle::hdf5Read,
                "Particle type \"" + shortened(t.name) + "\" announces " + std::to_string(size) +

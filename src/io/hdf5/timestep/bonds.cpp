@@ -44,7 +44,7 @@ void CHdf5TimestepDataReader::readBondsBase(CBondsBase& bonds)
     CStoredLength lengths(in(), "The bonds have");
     rowsForm(lengths, bonds);
     const quint32 held = lengths.admitted(0);
-    in().together([&](CHdf5FormReader& f) { rowsForm(f, bonds); });
+    in().together([&](CHdf5RowsReader& f) { rowsForm(f, bonds); });
     reportIfOther("bonds", size, held);
     bonds.resizeRows(held); // what isn't stored: the parameters
     reading.whole = true;

@@ -68,7 +68,7 @@ void CHdf5TimestepDataReader::readCollisionsBase(CCollisionsBase& collisions)
     CStoredLength lengths(in(), "The collisions have");
     recordsForm(lengths, collisions, fields);
     const quint32 held = lengths.admitted(collisionRowBytes);
-    in().together([&](CHdf5FormReader& f) { recordsForm(f, collisions, fields); });
+    recordsForm(in(), collisions, fields);
     reportIfOther("collisions", size, held);
     collisions.settle(held, fields, NLogTitle::hdf5Read);
     reading.whole = true;

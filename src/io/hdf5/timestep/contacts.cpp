@@ -60,7 +60,7 @@ void CHdf5TimestepDataReader::readContactsBase(CContactsBase& contacts)
         CStoredLength lengths(in(), "The contacts have");
         rowsForm(lengths, contacts, fields);
         const quint32 held = lengths.admitted(contactRowBytes);
-        in().together([&](CHdf5FormReader& f) { rowsForm(f, contacts, fields); });
+        in().together([&](CHdf5RowsReader& f) { rowsForm(f, contacts, fields); });
         reportIfOther("contacts", size, held);
         contacts.fillUp(held, stored, NLogTitle::hdf5Read);
     }

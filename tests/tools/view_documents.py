@@ -84,8 +84,8 @@ def read(path):
         yield float(step.find("Time").get("Value")), grids
 
 
-def view(deck, code=0):
-    ended = subprocess.run([PROGRAM, "view", deck], capture_output=True, text=True, check=False)
+def view(deck, code=0, *options):
+    ended = subprocess.run([PROGRAM, "view", deck, *options], capture_output=True, text=True, check=False)
     assert ended.returncode == code, (deck, ended.returncode, ended.stderr)
     return ended.stderr
 
@@ -114,6 +114,15 @@ def whole(deck_path):
         for name, one in step.geometry.items():
             np.testing.assert_allclose(grids[f"geometry {name}"]["points"], one.vertices, atol=1e-15)
             np.testing.assert_array_equal(grids[f"geometry {name}"]["force"], one.force)
+
+
+def chosen(deck):
+    """Fewer values, by names that exist."""
+    view(deck, 0, "--values", "velocity,radius")
+    for _, grids in read(deck.with_suffix(".xmf")):
+        assert {name for arrays in grids.values() for name in arrays} <= {"points", "corners", "velocity", "radius"}
+        assert any("velocity" in arrays for arrays in grids.values())
+    assert "Did you mean velocity?" in view(deck, 2, "--values", "velocty")
 
 
 def damaged(folder):
@@ -187,6 +196,7 @@ def main():
         for source in sorted((ROOT / "samples").glob("*.dem")):
             subprocess.run([PROGRAM, "convert", "-q", source, folder / source.name], check=True, capture_output=True)
             whole(folder / source.name)
+        chosen(folder / "pile-27.dem")
         damaged(folder)
         partial(folder)
 

@@ -459,6 +459,8 @@ void CCommandLine::addView()
 {
     CLI::App* const command = add("view", "Write an XDMF file beside a converted deck, for ParaView");
     command->add_option("DECK", source, "The deck's first file, NAME.dem")->required();
+    command->add_option("--values", view.values, "These values alone, for example velocity,radius")
+        ->type_name("NAME,NAME");
     command->add_flag("--force", view.force, "Replace files of the view's names that no view has made");
     command->add_flag("--json", view.json, "Show one JSON object");
     addReading(command);

@@ -137,6 +137,7 @@ struct SPluginsOptions
 struct SViewOptions
 {
     QString deck;
+    std::string values; ///< names, by commas; none: all
     bool force = false;
     bool json = false;
 };

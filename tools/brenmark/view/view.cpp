@@ -4,8 +4,10 @@
 
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
+#include "brenmark/export/pieces.h"
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
+#include "brenmark/nearest_word.h"
 #include "brenmark/target_file.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
@@ -17,6 +19,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <set>
 
 namespace NBrenmark {
 
@@ -51,8 +56,46 @@ struct SViewFiles
 
 } // namespace
 
+namespace {
+
+/// The values that the user wants to see, and those that there are.
+class CChosenValues
+{
+public:
+    explicit CChosenValues(const std::vector<std::string>& names) : wanted(names.begin(), names.end()) {}
+
+    void keepIn(SViewStep& step)
+    {
+        if (wanted.empty())
+            return;
+        for (SGrid& grid : step.grids) {
+            const auto isOther = [this](const SNamedArray& array) { return wanted.count(array.name) == 0; };
+            for (const SNamedArray& array : grid.values)
+                there.insert(array.name);
+            grid.values.erase(std::remove_if(grid.values.begin(), grid.values.end(), isOther), grid.values.end());
+        }
+    }
+    void requireAll() const
+    {
+        for (const std::string& name : wanted)
+            if (there.count(name) == 0) {
+                const std::string nearest = nearestOf(name, {there.begin(), there.end()});
+                throw CFailure(eExitUsage, "--values: no timestep has values named \"" + oneLine(name) + '"',
+                               nearest.empty() ? "A view without --values shows all names."
+                                               : "Did you mean " + oneLine(nearest) + "?");
+            }
+    }
+
+private:
+    const std::set<std::string> wanted;
+    std::set<std::string> there;
+};
+
+} // namespace
+
 /// A timestep as text. \return empty, with the reason in the ledger of what is left out, if it can't be read
-static std::string textOfStep(CDeckHeads& heads, quint32 number, std::vector<SMovedVertices>& moved, CLeftOut& leftOut)
+static std::string textOfStep(CDeckHeads& heads, quint32 number, CChosenValues& values,
+                              std::vector<SMovedVertices>& moved, CLeftOut& leftOut)
 {
     const auto lost = [&](const std::string& cause) {
         leftOut.add("all of it: " + cause, number);
@@ -60,7 +103,9 @@ static std::string textOfStep(CDeckHeads& heads, quint32 number, std::vector<SMo
         return std::string();
     };
     try {
-        return xdmfStep(heads.step(number, moved));
+        SViewStep step = heads.step(number, moved);
+        values.keepIn(step);
+        return xdmfStep(step);
     }
     catch (const H5::Exception& error) {
         return lost(error.getDetailMsg());
@@ -73,7 +118,7 @@ static std::string textOfStep(CDeckHeads& heads, quint32 number, std::vector<SMo
     }
 }
 
-SViewResult writeView(CDeckReader& reader, const QString& deck, bool force)
+SViewResult writeView(CDeckReader& reader, const QString& deck, bool force, const std::vector<std::string>& values)
 {
     const SViewFiles files(deck);
     const std::string movedName = QFileInfo(files.moved).fileName().toStdString();
@@ -90,12 +135,13 @@ SViewResult writeView(CDeckReader& reader, const QString& deck, bool force)
     CMovedFile extra(files.moved);
     const TimestepIndex& index = reader.index();
     CDeckHeads heads(deck, index, reader.deck().settings->propertyManagers(), movedName, result.leftOut);
+    CChosenValues chosen(values);
     xml.write(xdmfHead());
     for (quint32 number = 0; number < index.size(); ++number) {
         if (index[number].offset == 0)
             continue; // a gap, which the reader has reported
         std::vector<SMovedVertices> moved;
-        const std::string text = textOfStep(heads, number, moved, result.leftOut);
+        const std::string text = textOfStep(heads, number, chosen, moved, result.leftOut);
         if (text.empty()) {
             result.damaged = true;
             continue;
@@ -116,6 +162,7 @@ SViewResult writeView(CDeckReader& reader, const QString& deck, bool force)
     if (result.timesteps == 0)
         throw CFailure(eExitSource, utf8(deck) + ": has no timestep that can be shown",
                        "Copy the deck again from the archive, with all its files.");
+    chosen.requireAll();
     xml.write(xdmfEnd());
     if (extra.finish())
         result.moved = files.moved;
@@ -132,7 +179,10 @@ EExitCode runView(const SViewOptions& options)
     if (reader.format() != eFormatHdf5)
         throw CFailure(eExitUnsupported, utf8(options.deck) + ": is a legacy deck, whose arrays no view can name",
                        "Convert it first: brenmark convert. Or write its timesteps as files: brenmark export.");
-    const SViewResult result = writeView(reader, options.deck, options.force);
+    const std::vector<std::string> values = attributeList(options.values);
+    if (values.empty() && !options.values.empty())
+        throw CFailure(eExitUsage, "--values names nothing", "A view without --values shows all names.");
+    const SViewResult result = writeView(reader, options.deck, options.force, values);
     const EExitCode code = result.damaged || holdsDamage(reader.messages()) ? eExitSource : eExitDone;
     result.leftOut.print(utf8(options.deck));
     if (options.json)

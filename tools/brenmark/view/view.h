@@ -6,6 +6,9 @@
 
 #include <QString>
 
+#include <string>
+#include <vector>
+
 namespace NBrenmark {
 
 struct SViewResult
@@ -18,8 +21,10 @@ struct SViewResult
 };
 
 /// Writes NAME.xmf beside a deck of the HDF5 family, and NAME_view.h5 if walls have moved.
-/// \param force  replaces files of these names that no view has made
-/// \throws CFailure
-SViewResult writeView(CDeckReader& reader, const QString& deck, bool force);
+/// \param force   replaces files of these names that no view has made
+/// \param values  names of those that are shown; none: all
+/// \throws CFailure  among others if no timestep has a value of such a name
+SViewResult writeView(CDeckReader& reader, const QString& deck, bool force,
+                      const std::vector<std::string>& values = {});
 
 } // namespace NBrenmark

@@ -144,8 +144,6 @@ bool isRough(std::size_t size, std::size_t quickSize) { return quickSize >= size
 /// The level that a thorough encoder is worth, for a block that the quick one made into so many bytes; 0 for none.
 int levelWorth(const char* data, std::size_t size, std::size_t quickSize)
 {
-    if (quickSize == 0)
-        return bestLevel;
     if (!hasQuickEncoder || isRough(size, quickSize))
         return 0;
     if (size < leastSampledSize || quickSize < size / 50) // takes no time
@@ -205,9 +203,7 @@ SBytes stored(const char* data, std::size_t size)
     return stream;
 }
 
-} // namespace
-
-static SBytes thoroughlyDeflated(const char* data, std::size_t size)
+SBytes thoroughlyDeflated(const char* data, std::size_t size)
 {
     SBytes made = withRoom(roomFor(size));
     made.size = thorough(bestLevel, data, size, made.data.get(), roomFor(size));
@@ -216,20 +212,21 @@ static SBytes thoroughlyDeflated(const char* data, std::size_t size)
     return made;
 }
 
+} // namespace
+
 SBytes deflated(const char* data, std::size_t size)
 {
     if (size < leastQuickSize)
         return thoroughlyDeflated(data, size);
     SBytes made = withRoom(roomFor(size));
     made.size = quick(data, size, made.data.get(), roomFor(size));
+    if (made.size == 0)
+        return thoroughlyDeflated(data, size);
     const int level = levelWorth(data, size, made.size);
     if (level == 0)
         return made;
-    const std::size_t room = made.size > 0 ? made.size : roomFor(size);
-    SBytes better = withRoom(room);
-    better.size = thorough(level, data, size, better.data.get(), room);
-    if (better.size == 0 && made.size == 0)
-        return stored(data, size);
+    SBytes better = withRoom(made.size);
+    better.size = thorough(level, data, size, better.data.get(), made.size);
     return better.size > 0 ? std::move(better) : std::move(made);
 }
 

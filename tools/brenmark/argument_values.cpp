@@ -122,6 +122,20 @@ quint32 countFrom(const char* option, const std::string& argument)
     return number;
 }
 
+std::vector<std::string> namesFrom(const std::string& argument)
+{
+    std::vector<std::string> names;
+    for (std::size_t at = 0; at < argument.size();) {
+        const std::size_t end = std::min(argument.find(',', at), argument.size());
+        const std::size_t first = argument.find_first_not_of(' ', at);
+        const std::size_t last = argument.find_last_not_of(' ', end == 0 ? 0 : end - 1);
+        if (first < end && last >= first)
+            names.push_back(argument.substr(first, last - first + 1));
+        at = end + 1;
+    }
+    return names;
+}
+
 std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument)
 {
     quint32 first = 0, last = 0;

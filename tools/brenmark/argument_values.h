@@ -30,6 +30,8 @@ unsigned threadsChosen(const std::string& argument);
 std::tuple<double, double, quint32> rangeFrom(const char* option, const std::string& argument);
 /// A number of parts, from 1 to 1000.
 quint32 countFrom(const char* option, const std::string& argument);
+/// "Velocity, Mass": what commas part, without blanks at its ends; any text will do.
+std::vector<std::string> namesFrom(const std::string& argument);
 /// "3" or "2:5": the first and the last timestep.
 std::pair<quint32, quint32> timestepsFrom(const char* option, const std::string& argument);
 /// "2/8": a share from 1 on, and the number of all, at most 100000.

@@ -115,8 +115,8 @@ hsize_t CArrayReader::storedRows(const std::string& name) const
     }
 }
 
-void CArrayReader::fill(const H5::DataSet& dataset, const std::string& name, const H5::PredType& type,
-                        void* target) const
+void CArrayReader::fill(CChunkInflating& chunks, const H5::DataSet& dataset, const std::string& name,
+                        const H5::PredType& type, void* target) const
 {
     const auto readByHdf5 = [&place = location, dataset, name, type, target] {
         try {
@@ -126,11 +126,8 @@ void CArrayReader::fill(const H5::DataSet& dataset, const std::string& name, con
             throwAt(place, "dataset", name, error);
         }
     };
-    CChunkInflating own;
-    CChunkInflating& chunks = inflating != nullptr ? *inflating : own;
     if (!chunks.add(dataset, type, target, readByHdf5))
         readByHdf5();
-    own.finish();
 }
 
 void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize_t columns,
@@ -157,8 +154,15 @@ void CArrayReader::read(const std::string& name, const H5::PredType& type, hsize
         checkSound(dataset, location, name);
         void* const target = allocate({dimensions[0], dimensions[1]});
         requireRoomForArray(dataset.getStorageSize());
-        if (space.getSimpleExtentNpoints() > 0)
-            fill(dataset, name, type, target);
+        if (space.getSimpleExtentNpoints() == 0)
+            return;
+        if (inflating != nullptr) {
+            fill(*inflating, dataset, name, type, target);
+            return;
+        }
+        CChunkInflating chunks;
+        fill(chunks, dataset, name, type, target);
+        chunks.finish();
     }
     catch (const H5::Exception& error) {
         throwAt(location, "dataset", name, error);

@@ -79,7 +79,8 @@ public:
     hsize_t storedRows(const std::string& name) const;
 
 private:
-    void fill(const H5::DataSet& dataset, const std::string& name, const H5::PredType& type, void* target) const;
+    void fill(CChunkInflating& chunks, const H5::DataSet& dataset, const std::string& name, const H5::PredType& type,
+              void* target) const;
 
     const H5::H5Location& location;
     CChunkInflating* const inflating; // not owned

@@ -1,5 +1,6 @@
 // brenmark export: the timesteps of a deck of either family as files of other programs.
 
+#include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
 #include "brenmark/export/writers.h"
@@ -59,7 +60,7 @@ EExitCode runExport(const SExportOptions& options)
     range.lastTimestep = options.lastTimestep;
     const auto [first, end] = chosenTimesteps(reader, range);
     const CChosenUnits units(options.units);
-    const std::vector<std::string> wanted = attributeList(options.attributes);
+    const std::vector<std::string> wanted = namesFrom(options.attributes);
     const SUnit* const timeUnit = units.of(eTimeQuantity);
     if (wanted.empty())
         readUsualAlone(reader.deck().readOptions);

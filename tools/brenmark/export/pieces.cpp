@@ -58,20 +58,6 @@ void readUsualAlone(SSaveOptions& options)
             options.wantedContactFields = kind.fields;
 }
 
-std::vector<std::string> attributeList(const std::string& text)
-{
-    std::vector<std::string> names;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find(',', at), text.size());
-        const std::size_t first = text.find_first_not_of(' ', at);
-        const std::size_t last = text.find_last_not_of(' ', end == 0 ? 0 : end - 1);
-        if (first < end && last >= first)
-            names.push_back(text.substr(first, last - first + 1));
-        at = end + 1;
-    }
-    return names;
-}
-
 namespace {
 
 /// The definitions of an owner's custom properties; null for none.

@@ -36,9 +36,6 @@ struct SPiece
     std::size_t pointCount() const { return points.size() / 3; }
 };
 
-/// Which attributes a piece gets. \return those that a comma parts; the usual ones of each kind for an empty text
-std::vector<std::string> attributeList(const std::string& text);
-
 /// Has timesteps read without the arrays that the usual attributes and custom properties don't need, where the family
 /// stores arrays apart.
 void readUsualAlone(SSaveOptions& options);

@@ -1,8 +1,8 @@
 // brenmark plot: attributes over time in the terminal, as SVG, as a table and as JSON.
 
+#include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
-#include "brenmark/export/pieces.h"
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/plot/canvas.h"
@@ -26,7 +26,7 @@ static void writeFile(const QString& path, const std::string& text)
 /// How values are spread is what brenmark values draws.
 static EExitCode plotHistogram(const SPlotOptions& options)
 {
-    const std::vector<std::string> attributes = attributeList(options.attributes);
+    const std::vector<std::string> attributes = namesFrom(options.attributes);
     if (attributes.size() != 1)
         throw CFailure(eExitUsage, "--histogram takes one attribute", "Draw one after the other.");
     SValuesOptions values = valuesFor(options, attributes.front());
@@ -49,7 +49,7 @@ EExitCode runPlot(const SPlotOptions& options)
 {
     if (options.intervals > 0)
         return plotHistogram(options);
-    if (attributeList(options.attributes).empty())
+    if (namesFrom(options.attributes).empty())
         throw CFailure(eExitUsage, "--attribute names nothing", "brenmark values --list shows the attributes.");
     CDeckReader reader(options.deck);
     CLeftOut leftOut;

@@ -1,6 +1,6 @@
 #include "brenmark/plot/time_series.h"
 
-#include "brenmark/export/pieces.h"
+#include "brenmark/argument_values.h"
 #include "brenmark/nearest_word.h"
 #include "brenmark/terminal.h"
 #include "brenmark/values/value_reading.h"
@@ -92,7 +92,7 @@ STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options, CLeftOut& l
             continue;
         }
         if (plot.timesteps.empty())
-            for (const std::string& attribute : attributeList(options.attributes)) {
+            for (const std::string& attribute : namesFrom(options.attributes)) {
                 wanted.push_back(valuesFor(options, attribute));
                 wanted.back().allTimesteps = false;
                 wanted.back().firstTimestep = wanted.back().lastTimestep = number;

@@ -2,9 +2,9 @@
 
 #include "brenmark/view/view.h"
 
+#include "brenmark/argument_values.h"
 #include "brenmark/commands.h"
 #include "brenmark/deck_reader.h"
-#include "brenmark/export/pieces.h"
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
 #include "brenmark/nearest_word.h"
@@ -53,10 +53,6 @@ struct SViewFiles
     QString view;
     QString moved;
 };
-
-} // namespace
-
-namespace {
 
 /// The values that the user wants to see, and those that there are.
 class CChosenValues
@@ -179,7 +175,7 @@ EExitCode runView(const SViewOptions& options)
     if (reader.format() != eFormatHdf5)
         throw CFailure(eExitUnsupported, utf8(options.deck) + ": is a legacy deck, whose arrays no view can name",
                        "Convert it first: brenmark convert. Or write its timesteps as files: brenmark export.");
-    const std::vector<std::string> values = attributeList(options.values);
+    const std::vector<std::string> values = namesFrom(options.values);
     if (values.empty() && !options.values.empty())
         throw CFailure(eExitUsage, "--values names nothing", "A view without --values shows all names.");
     const SViewResult result = writeView(reader, options.deck, options.force, values);

@@ -16,6 +16,9 @@ public:
     explicit CTargetFile(const QString& path);
     void write(const std::string& text) { write(text.data(), text.size()); }
     void write(const char* bytes, std::size_t size);
+    std::size_t position() const { return static_cast<std::size_t>(file.pos()); }
+    /// Where the next bytes are written, which may replace earlier ones.
+    void seek(std::size_t position) { require(file.seek(static_cast<qint64>(position))); }
     void commit();
 
 private:

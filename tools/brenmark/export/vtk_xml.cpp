@@ -8,7 +8,6 @@
 
 #include <deque>
 #include <future>
-#include <utility>
 
 namespace NBrenmark {
 
@@ -37,14 +36,15 @@ private:
     struct SUnderWay
     {
         std::vector<SPiece> pieces;
-        std::deque<std::pair<QString, CVtkFile>> files; ///< with their paths
-        std::future<void> written;                      // the last member: it uses the others, and goes first
+        std::deque<CVtkFile> files;
+        std::future<void> written; // the last member: it uses the others, and goes first
     };
     void finishStep();
 
     QString folder;
     bool unstructured;
     CTargetFile series;
+    CDeflatedSequences sequences;
     std::unique_ptr<SUnderWay> underWay;
 };
 
@@ -77,16 +77,15 @@ static std::string nameTable(const SPiece& piece)
 static void addCells(CVtkFile& file, const SPiece& piece, bool unstructured)
 {
     const bool hasTriangles = !piece.triangles.empty();
-    const std::size_t count = hasTriangles ? piece.rows() : piece.pointCount(), corners = hasTriangles ? 3 : 1;
-    std::vector<qint64> connectivity(count * corners), ends(count);
-    for (std::size_t i = 0; i < connectivity.size(); ++i)
-        connectivity[i] = hasTriangles ? qint64(piece.triangles[i]) : qint64(i);
-    for (std::size_t i = 0; i < count; ++i)
-        ends[i] = qint64(i + 1) * qint64(corners);
+    const std::size_t count = hasTriangles ? piece.rows() : piece.pointCount();
+    const qint64 corners = hasTriangles ? 3 : 1;
     const std::string kind = unstructured ? "Cells" : hasTriangles ? "Polys" : "Verts";
     file << '<' + kind + ">\n";
-    file.array("connectivity", 1, std::move(connectivity));
-    file.array("offsets", 1, std::move(ends));
+    if (hasTriangles)
+        file.array("connectivity", 1, std::vector<qint64>(piece.triangles.begin(), piece.triangles.end()));
+    else
+        file.sequence("connectivity", 0, 1, count);
+    file.sequence("offsets", corners, corners, count);
     constexpr uchar vertexCell = 1, triangleCell = 5; // VTK's numbers
     if (unstructured)
         file.array("types", 1, std::vector<uchar>(count, hasTriangles ? triangleCell : vertexCell));
@@ -133,19 +132,16 @@ void CVtkWriter::write(SExportStep& step)
     int part = 0;
     for (const SPiece& piece : underWay->pieces) {
         const std::string name = piece.kind + '_' + std::to_string(step.number) + (unstructured ? ".vtu" : ".vtp");
-        auto& file = underWay->files.emplace_back(folder + QString::fromStdString(name),
-                                                  unstructured ? "UnstructuredGrid" : "PolyData");
-        describe(file.second, piece, unstructured);
+        CVtkFile& file = underWay->files.emplace_back(folder + QString::fromStdString(name),
+                                                      unstructured ? "UnstructuredGrid" : "PolyData", sequences);
+        describe(file, piece, unstructured);
         series.write("<DataSet timestep=\"" + exactNumber(step.time) + "\" part=\"" + std::to_string(part++) +
                      "\" name=\"" + piece.kind + "\" file=\"" + name + "\"/>\n");
     }
     // On a thread of its own, if there is one: one of the pool would compute nothing while it waits for the disk.
     underWay->written = std::async([&files = underWay->files] {
-        for (auto& [path, file] : files) {
-            CTargetFile target(path);
-            file.writeTo(target);
-            target.commit();
-        }
+        for (CVtkFile& file : files)
+            file.write();
     });
 }
 

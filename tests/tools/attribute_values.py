@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Works the attributes of sample decks out of their bytes, and holds those of brenmark values against them, row by row:
 every one that --list shows, for every owner that has rows. The formulas are those of a textbook: no line is shared with
-brenmark. Parts and lengths of a value are compared in the first deck that has it, with --all in each.
+brenmark. Of the converted deck, too, of which no other arrays are read than those that the attribute is made of. Parts and lengths of a value are compared in the first deck that has it, with --all in each.
 
 Usage: attribute_values.py ROOT brenmark [--all] [FOLDER of other decks]
 """
@@ -13,6 +13,7 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 
 root, program = sys.argv[1:3]
 sys.path.insert(0, os.path.join(root, "docs", "formats", "reader"))
@@ -221,6 +222,12 @@ def agree(found, expected):
         math.isclose(x, y, rel_tol=1e-13, abs_tol=least) for a, b in zip(found, expected) for x, y in zip(a, b))
 
 
+def converted(path, folder):
+    target = os.path.join(folder, os.path.basename(path))
+    subprocess.run([program, "convert", path, target], capture_output=True)  # damage that is known has a status, too
+    return target
+
+
 def compare(path, owner, attribute, expected):
     """How many numbers were compared."""
     found = shown(path, owner, attribute)
@@ -233,7 +240,7 @@ def compare(path, owner, attribute, expected):
     return sum(map(len, (row for rows in expected for row in rows)))
 
 
-def main():
+def main(work):
     folders = [argument for argument in sys.argv[3:] if argument != "--all"] or [os.path.join(root, "samples")]
     compared, met, without = 0, set(), {}
     for path in sorted(glob.glob(os.path.join(folders[0], "*.dem"))):
@@ -241,7 +248,7 @@ def main():
         if not states:
             print(f"{path}: not compared: too old for this")
             continue
-        defined = deck_values.definitions(path)
+        defined, current = deck_values.definitions(path), converted(path, work)
         for owner, formulas in OWNERS.items():
             names = {name for name, *_ in defined.get(owner, ())}
             rows = [[dict(with_derived(row, names)) for row in formulas(now, defined.get(owner, ()))] for now in states]
@@ -251,6 +258,8 @@ def main():
                     continue
                 expected = [[row[attribute] for row in of if attribute in row] for of in rows]
                 count = compare(path, owner, attribute, expected)
+                if attribute in primary:
+                    compare(current, owner, attribute, expected)
                 compared += count
                 if count > 0:
                     met.add((owner, attribute))
@@ -263,4 +272,5 @@ def main():
     print(f"{compared} values of {len(met)} attributes compared")
 
 
-main()
+with tempfile.TemporaryDirectory() as of_this:
+    main(of_this)

@@ -21,6 +21,17 @@ quint32 CAttribute::width() const
     }
 }
 
+/// A particle type says which arrays it has. Of contacts those that aren't stored are zeros.
+template <class TOwner>
+static bool holds(const TOwner&, const SNeededArrays&)
+{
+    return true;
+}
+static bool holds(const CParticleType& type, const SNeededArrays& arrays)
+{
+    return (type.dataMask & arrays.ofParticles) == arrays.ofParticles;
+}
+
 template <class TOwner>
 bool CAttribute::column(const TOwner& owner, const SAttributeRows& rows, const SUnit* unit, double* out) const
 {
@@ -33,7 +44,7 @@ bool CAttribute::column(const TOwner& owner, const SAttributeRows& rows, const S
             derive(values.data() + i * wide, wide, out + i * width());
         return true;
     }
-    if (!read(owner, rows, out))
+    if (!holds(owner, arrays) || !read(owner, rows, out))
         return false;
     if (unit != nullptr)
         std::transform(out, out + rows.count * width(), out,

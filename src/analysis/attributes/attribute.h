@@ -19,12 +19,23 @@ struct SAttributeRows
     const quint32* end() const { return rows + count; }
 };
 
+/// The stored arrays that values are made of.
+struct SNeededArrays
+{
+    quint32 ofParticles = 0; ///< EParticleField
+    quint32 ofContacts = 0;  ///< EContactField
+};
+
 class CAttribute : public CAttributeDescriptor
 {
 public:
     CAttribute(const QString& name, EAttributeValueKind kind, quint32 quantity, quint32 owners,
-               const CAttribute* parent = nullptr)
-        : CAttributeDescriptor(name, kind, quantity, parent), owners(owners)
+               const SNeededArrays& arrays)
+        : CAttributeDescriptor(name, kind, quantity, nullptr), owners(owners), arrays(arrays)
+    {}
+    /// One that is made of another.
+    CAttribute(const QString& name, EAttributeValueKind kind, const CAttribute& parent)
+        : CAttributeDescriptor(name, kind, parent.unitsType, &parent), owners(parent.owners), arrays(parent.arrays)
     {}
 
     const CUnitsConverter& units() const override;
@@ -44,7 +55,8 @@ public:
     bool valueForParticle(SAttributeValue& value, const CParticleType& owner, quint32 index) const override;
     bool valueForGeometry(SAttributeValue& value, const CGeometryGroup& owner, quint32 index) const override;
 
-    const quint32 owners; ///< EAttributeOwner: whom the attribute serves
+    const quint32 owners;       ///< EAttributeOwner: whom the attribute serves
+    const SNeededArrays arrays; ///< without them there are no values
 
 protected:
     // The formulas, one for each kind of owner, in base units. The rows are there and live.

@@ -32,7 +32,7 @@ bool CAttributeId2::read(const CCollisionsBase& collisions, const SAttributeRows
 static bool averaged(const CCollisionsBase& collisions, const std::vector<C3DVector>& total, const SAttributeRows& rows,
                      double* out)
 {
-    return filled(true, rows, out, [&](quint32 row) {
+    return filled(rows, out, [&](quint32 row) {
         const double n = collisions.iterations[row];
         return C3DVector(total[row].x / n, total[row].y / n, total[row].z / n);
     });
@@ -86,14 +86,14 @@ static C3DVector normalPart(const CCollisionsBase& collisions, quint32 row)
 
 bool CAttributeRelVelocityNormal::read(const CCollisionsBase& collisions, const SAttributeRows& rows, double* out) const
 {
-    return filled(true, rows, out, [&](quint32 row) { return normalPart(collisions, row); });
+    return filled(rows, out, [&](quint32 row) { return normalPart(collisions, row); });
 }
 
 /// v - (v n) n.
 bool CAttributeRelVelocityTangential::read(const CCollisionsBase& collisions, const SAttributeRows& rows,
                                            double* out) const
 {
-    return filled(true, rows, out,
+    return filled(rows, out,
                   [&](quint32 row) { return collisions.relativeVelocity[row] - normalPart(collisions, row); });
 }
 
@@ -112,8 +112,7 @@ bool CAttributeNormalEnergy::read(const CCollisionsBase& collisions, const SAttr
 /// The sum of both.
 bool CAttributeTotalEnergyLoss::read(const CCollisionsBase& collisions, const SAttributeRows& rows, double* out) const
 {
-    return filled(true, rows, out,
-                  [&](quint32 row) { return collisions.normalEnergy[row] + collisions.shearEnergy[row]; });
+    return filled(rows, out, [&](quint32 row) { return collisions.normalEnergy[row] + collisions.shearEnergy[row]; });
 }
 
 // ---------------------------------------------------------------- times, s
@@ -130,7 +129,7 @@ bool CAttributeEndTime::read(const CCollisionsBase& collisions, const SAttribute
 
 bool CAttributeDuration::read(const CCollisionsBase& collisions, const SAttributeRows& rows, double* out) const
 {
-    return filled(true, rows, out, [&](quint32 row) { return collisions.endTime[row] - collisions.startTime[row]; });
+    return filled(rows, out, [&](quint32 row) { return collisions.endTime[row] - collisions.startTime[row]; });
 }
 
 } // namespace NBrenmark::NAttributes

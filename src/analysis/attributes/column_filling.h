@@ -21,26 +21,24 @@ inline double* stored(double* out, const CQuaternion& value)
     return stored(stored(out, value.w), C3DVector(value.x, value.y, value.z));
 }
 
-/// \param isHeld   whether the owner has what the formula takes; without it nothing is filled, and the result is false
 /// \param valueOf  the formula: double, C3DVector, C3DPoint or CQuaternion of a row
+/// \return true
 template <class TValueOf>
-bool filled(bool isHeld, const SAttributeRows& rows, double* out, const TValueOf& valueOf)
+bool filled(const SAttributeRows& rows, double* out, const TValueOf& valueOf)
 {
-    if (!isHeld)
-        return false;
     for (const quint32 row : rows)
         out = stored(out, valueOf(row));
     return true;
 }
 
-/// The same for an array of the owner's.
+/// The same for an array of the owner's. \return false, with nothing filled, if it is too short
 template <class TValue>
 bool filledFrom(const std::vector<TValue>& values, const SAttributeRows& rows, double* out)
 {
     for (const quint32 row : rows)
         if (row >= values.size())
             return false;
-    return filled(true, rows, out, [&values](quint32 row) { return values[row]; });
+    return filled(rows, out, [&values](quint32 row) { return values[row]; });
 }
 
 } // namespace NBrenmark::NAttributes

@@ -9,7 +9,7 @@
 namespace NBrenmark::NAttributes {
 
 CAttributeCoordinationNum::CAttributeCoordinationNum(const CTimestepData& timestep)
-    : CPrimaryAttribute("Coordination Number", eIntegerValue, eNoQuantity, eParticleAttribute, timestep)
+    : CPrimaryAttribute("Coordination Number", eIntegerValue, eNoQuantity, eParticleAttribute, {}, timestep)
 {}
 
 void CAttributeCoordinationNum::count() const

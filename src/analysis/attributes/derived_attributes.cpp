@@ -11,8 +11,7 @@
 namespace NBrenmark::NAttributes {
 
 CAttributeVectorComponent::CAttributeVectorComponent(const CAttribute& parent, quint32 component)
-    : CAttribute(parent.name + QLatin1Char(' ') + QLatin1Char("XYZ"[component]), eScalarValue, parent.unitsType,
-                 parent.owners, &parent),
+    : CAttribute(parent.name + QLatin1Char(' ') + QLatin1Char("XYZ"[component]), eScalarValue, parent),
       component(component)
 {}
 
@@ -22,8 +21,7 @@ void CAttributeVectorComponent::derive(const double* parentRow, quint32, double*
 }
 
 CAttributeQuaternionComponent::CAttributeQuaternionComponent(const CAttribute& parent, quint32 component)
-    : CAttribute(parent.name + QLatin1Char(' ') + QLatin1Char("WXYZ"[component]), eScalarValue, parent.unitsType,
-                 parent.owners, &parent),
+    : CAttribute(parent.name + QLatin1Char(' ') + QLatin1Char("WXYZ"[component]), eScalarValue, parent),
       component(component)
 {}
 
@@ -33,7 +31,7 @@ void CAttributeQuaternionComponent::derive(const double* parentRow, quint32, dou
 }
 
 CAttributeMagnitude::CAttributeMagnitude(const CAttribute& parent)
-    : CAttribute(parent.name + QLatin1String(" Magnitude"), eScalarValue, parent.unitsType, parent.owners, &parent)
+    : CAttribute(parent.name + QLatin1String(" Magnitude"), eScalarValue, parent)
 {}
 
 /// The root of the sum of squares.
@@ -48,7 +46,7 @@ void CAttributeMagnitude::derive(const double* parentRow, quint32 parentWidth, d
 // ---------------------------------------------------------------- custom properties
 
 CAttributeCustomProperty::CAttributeCustomProperty(const CCustomPropertyMetaData& property, EAttributeOwner owner)
-    : CAttribute(QString::fromStdString(property.name), eScalarValue, property.unitsType, owner)
+    : CAttribute(QString::fromStdString(property.name), eScalarValue, property.unitsType, owner, {})
 {
     elementCount = property.numberOfElements;
 }
@@ -93,9 +91,7 @@ bool CAttributeCustomProperty::read(const CGeometryGroup& owner, const SAttribut
 }
 
 CAttributeCustomPropertyComponent::CAttributeCustomPropertyComponent(const CAttribute& parent, quint32 element)
-    : CAttribute(parent.name + QLatin1Char(' ') + QString::number(element + 1), eScalarValue, parent.unitsType,
-                 parent.owners, &parent),
-      element(element)
+    : CAttribute(parent.name + QLatin1Char(' ') + QString::number(element + 1), eScalarValue, parent), element(element)
 {}
 
 void CAttributeCustomPropertyComponent::derive(const double* parentRow, quint32, double* out) const

@@ -37,9 +37,7 @@ template <EAttributeValueKind kind>
 class CAttributeAll : public CAttribute
 {
 public:
-    explicit CAttributeAll(const CAttribute& parent)
-        : CAttribute(parent.name + QLatin1String(" All"), kind, parent.unitsType, parent.owners, &parent)
-    {}
+    explicit CAttributeAll(const CAttribute& parent) : CAttribute(parent.name + QLatin1String(" All"), kind, parent) {}
 
 protected:
     void derive(const double* parentRow, quint32 parentWidth, double* out) const override

@@ -26,7 +26,7 @@ bool CAttributePosition::read(const CGeometryGroup& group, const SAttributeRows&
 /// The first corner, m; no number for a corner that isn't there.
 bool CAttributeNode::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(true, rows, out, [&group](quint32 triangle) {
+    return filled(rows, out, [&group](quint32 triangle) {
         const quint32 corner = group.triangleNodes[triangle][0];
         constexpr double none = std::numeric_limits<double>::quiet_NaN();
         return corner < group.coords.size() ? group.coords[corner] : C3DPoint(none, none, none);
@@ -47,7 +47,7 @@ bool CAttributeId::read(const CGeometryGroup& group, const SAttributeRows& rows,
 
 bool CAttributeCentreOfMass::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(true, rows, out, [&group](quint32) { return group.centreOfMass; });
+    return filled(rows, out, [&group](quint32) { return group.centreOfMass; });
 }
 
 /// Of the group's transform, from the mesh as it was made.
@@ -58,7 +58,7 @@ bool CAttributeOrientation::read(const CGeometryGroup& group, const SAttributeRo
         for (int column = 0; column < 3; ++column)
             rotation(row, column) = group.transform(row, column);
     const CQuaternion orientation = CQuaternion::fromMatrix(rotation);
-    return filled(true, rows, out, [&orientation](quint32) { return orientation; });
+    return filled(rows, out, [&orientation](quint32) { return orientation; });
 }
 
 /// The sum of the rotations that act on the group, rad/s.
@@ -67,62 +67,63 @@ bool CAttributeAngularVelocity::read(const CGeometryGroup& group, const SAttribu
     C3DVector total;
     for (const CAngVelAndPos& rotation : group.motionHistory)
         total += rotation.angularVelocity;
-    return filled(true, rows, out, [&total](quint32) { return total; });
+    return filled(rows, out, [&total](quint32) { return total; });
 }
 
 /// At the centre of the triangle, m/s: v + sum of w x (centre - p) over the rotations, w about p, of a rigid body.
 /// Source: Goldstein, Classical Mechanics, 2nd edition, section 4-9.
 bool CAttributeVelocity::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(group.triangleCentres.size() >= group.triangleNodes.size(), rows, out, [&group](quint32 triangle) {
-        C3DVector velocity = group.velocity;
-        for (const CAngVelAndPos& rotation : group.motionHistory)
-            velocity += rotation.angularVelocity.cross(group.triangleCentres[triangle] - rotation.pointOfAction);
-        return velocity;
-    });
+    return group.triangleCentres.size() >= group.triangleNodes.size() && filled(rows, out, [&group](quint32 triangle) {
+               C3DVector velocity = group.velocity;
+               for (const CAngVelAndPos& rotation : group.motionHistory)
+                   velocity += rotation.angularVelocity.cross(group.triangleCentres[triangle] - rotation.pointOfAction);
+               return velocity;
+           });
 }
 
 // ---------------------------------------------------------------- forces
 
 bool CAttributeTotalForce::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(holdsForces(group), rows, out, [&group](quint32 triangle) {
-        const TriangleForce& record = group.triangleForces[triangle];
-        return C3DVector(record[0], record[1], record[2]);
-    });
+    return holdsForces(group) && filled(rows, out, [&group](quint32 triangle) {
+               const TriangleForce& record = group.triangleForces[triangle];
+               return C3DVector(record[0], record[1], record[2]);
+           });
 }
 
 bool CAttributeTorque::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(holdsForces(group), rows, out, [&group](quint32 triangle) {
-        const TriangleForce& record = group.triangleForces[triangle];
-        return C3DVector(record[3], record[4], record[5]);
-    });
+    return holdsForces(group) && filled(rows, out, [&group](quint32 triangle) {
+               const TriangleForce& record = group.triangleForces[triangle];
+               return C3DVector(record[3], record[4], record[5]);
+           });
 }
 
 bool CAttributeCompressiveForce::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(holdsForces(group), rows, out,
-                  [&group](quint32 triangle) { return group.triangleForces[triangle][6]; });
+    return holdsForces(group) &&
+           filled(rows, out, [&group](quint32 triangle) { return group.triangleForces[triangle][6]; });
 }
 
 /// Compressive force by area, Pa; no number for a triangle without force and area.
 bool CAttributePressure::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(
-        holdsForces(group) && group.triangleAreas.size() >= group.triangleNodes.size(), rows, out,
-        [&group](quint32 triangle) { return group.triangleForces[triangle][6] / group.triangleAreas[triangle]; });
+    return holdsForces(group) && group.triangleAreas.size() >= group.triangleNodes.size() &&
+           filled(rows, out, [&group](quint32 triangle) {
+               return group.triangleForces[triangle][6] / group.triangleAreas[triangle];
+           });
 }
 
 /// Total force by area, Pa: the traction, which sums up over a selection as a vector.
 bool CAttributePressureSelection::read(const CGeometryGroup& group, const SAttributeRows& rows, double* out) const
 {
-    return filled(holdsForces(group) && group.triangleAreas.size() >= group.triangleNodes.size(), rows, out,
-                  [&group](quint32 triangle) {
-                      const TriangleForce& record = group.triangleForces[triangle];
-                      const double area = group.triangleAreas[triangle];
-                      return C3DVector(record[0] / area, record[1] / area, record[2] / area);
-                  });
+    return holdsForces(group) && group.triangleAreas.size() >= group.triangleNodes.size() &&
+           filled(rows, out, [&group](quint32 triangle) {
+               const TriangleForce& record = group.triangleForces[triangle];
+               const double area = group.triangleAreas[triangle];
+               return C3DVector(record[0] / area, record[1] / area, record[2] / area);
+           });
 }
 
 } // namespace NBrenmark::NAttributes

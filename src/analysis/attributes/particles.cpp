@@ -9,28 +9,26 @@
 
 namespace NBrenmark::NAttributes {
 
-static bool holds(const CParticleType& type, quint32 fields) { return (type.dataMask & fields) == fields; }
-
 // ---------------------------------------------------------------- state, as it is stored
 
 bool CAttributePosition::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return holds(type, ePosition) && filledFrom(type.position, rows, out);
+    return filledFrom(type.position, rows, out);
 }
 
 bool CAttributeVelocity::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return holds(type, eVelocity) && filledFrom(type.velocity, rows, out);
+    return filledFrom(type.velocity, rows, out);
 }
 
 bool CAttributeAngularVelocity::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return holds(type, eAngularVelocity) && filledFrom(type.angularVelocity, rows, out);
+    return filledFrom(type.angularVelocity, rows, out);
 }
 
 bool CAttributeOrientation::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return holds(type, eOrientation) && filledFrom(type.orientation, rows, out);
+    return filledFrom(type.orientation, rows, out);
 }
 
 bool CAttributeId::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
@@ -41,7 +39,7 @@ bool CAttributeId::read(const CParticleType& type, const SAttributeRows& rows, d
 /// F, elements 0 to 2 of the force record, N.
 bool CAttributeTotalForce::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, eForceTorque), rows, out, [&type](quint32 slot) {
+    return filled(rows, out, [&type](quint32 slot) {
         const ForceTorque& record = type.forceTorque[slot];
         return C3DVector(record[0], record[1], record[2]);
     });
@@ -50,7 +48,7 @@ bool CAttributeTotalForce::read(const CParticleType& type, const SAttributeRows&
 /// T, elements 3 to 5 of the force record, N m.
 bool CAttributeTorque::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, eForceTorque), rows, out, [&type](quint32 slot) {
+    return filled(rows, out, [&type](quint32 slot) {
         const ForceTorque& record = type.forceTorque[slot];
         return C3DVector(record[3], record[4], record[5]);
     });
@@ -59,8 +57,7 @@ bool CAttributeTorque::read(const CParticleType& type, const SAttributeRows& row
 /// Element 6 of the force record, N; none where the unscaled record is not kept.
 bool CAttributeCompressiveForce::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, eForceTorque | eUnscaledForceTorque), rows, out,
-                  [&type](quint32 slot) { return type.forceTorque[slot][6]; });
+    return filled(rows, out, [&type](quint32 slot) { return type.forceTorque[slot][6]; });
 }
 
 // ---------------------------------------------------------------- from the template
@@ -81,18 +78,18 @@ static C3DVector inertiaOf(const CParticleType& type, quint32 slot)
 
 bool CAttributeMass::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, eScale), rows, out, [&type](quint32 slot) { return massOf(type, slot); });
+    return filled(rows, out, [&type](quint32 slot) { return massOf(type, slot); });
 }
 
 bool CAttributeInertia::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, eScale), rows, out, [&type](quint32 slot) { return inertiaOf(type, slot); });
+    return filled(rows, out, [&type](quint32 slot) { return inertiaOf(type, slot); });
 }
 
 /// V = V0 s^3, m^3.
 bool CAttributeVolume::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, eScale), rows, out, [&type](quint32 slot) {
+    return filled(rows, out, [&type](quint32 slot) {
         const double s = type.scale[slot];
         return type.rawVolume * s * s * s;
     });
@@ -102,7 +99,7 @@ bool CAttributeVolume::read(const CParticleType& type, const SAttributeRows& row
 bool CAttributeDiameter::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
     const double diameter = 2.0 * type.maxExtent(1.0);
-    return filled(holds(type, eScale), rows, out, [&](quint32 slot) { return diameter * type.scale[slot]; });
+    return filled(rows, out, [&](quint32 slot) { return diameter * type.scale[slot]; });
 }
 
 // ---------------------------------------------------------------- energies of a rigid body, J
@@ -128,31 +125,25 @@ static double potentialEnergyOf(const CParticleType& type, quint32 slot)
     return -massOf(type, slot) * type.gravity.toVector().dot(type.position[slot].toVector());
 }
 
-static constexpr quint32 kineticFields = eScale | eVelocity;
-static constexpr quint32 rotationalFields = eScale | eOrientation | eAngularVelocity;
-static constexpr quint32 potentialFields = eScale | ePosition;
-
 bool CAttributeKineticEnergy::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, kineticFields), rows, out, [&type](quint32 slot) { return kineticEnergyOf(type, slot); });
+    return filled(rows, out, [&type](quint32 slot) { return kineticEnergyOf(type, slot); });
 }
 
 bool CAttributeRotKineticEnergy::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, rotationalFields), rows, out,
-                  [&type](quint32 slot) { return rotationalEnergyOf(type, slot); });
+    return filled(rows, out, [&type](quint32 slot) { return rotationalEnergyOf(type, slot); });
 }
 
 bool CAttributePotentialEnergy::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, potentialFields), rows, out,
-                  [&type](quint32 slot) { return potentialEnergyOf(type, slot); });
+    return filled(rows, out, [&type](quint32 slot) { return potentialEnergyOf(type, slot); });
 }
 
 /// The sum of the three.
 bool CAttributeTotalEnergy::read(const CParticleType& type, const SAttributeRows& rows, double* out) const
 {
-    return filled(holds(type, kineticFields | rotationalFields | potentialFields), rows, out, [&type](quint32 slot) {
+    return filled(rows, out, [&type](quint32 slot) {
         return kineticEnergyOf(type, slot) + rotationalEnergyOf(type, slot) + potentialEnergyOf(type, slot);
     });
 }
@@ -165,8 +156,7 @@ bool CAttributeResidenceTime::read(const CParticleType& type, const SAttributeRo
 {
     const bool isKnown =
         std::any_of(type.creationTime.begin(), type.creationTime.end(), [](double t) { return t != 0; });
-    return filled(isKnown && holds(type, eCreationTime), rows, out,
-                  [&](quint32 slot) { return timestep.time - type.creationTime[slot]; });
+    return isKnown && filled(rows, out, [&](quint32 slot) { return timestep.time - type.creationTime[slot]; });
 }
 
 } // namespace NBrenmark::NAttributes

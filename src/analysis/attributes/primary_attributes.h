@@ -2,6 +2,8 @@
 // The classes of primary_attributes.def. Their formulas are in the sources of their owners' areas.
 
 #include "analysis/attributes/attribute.h"
+#include "model/particle_type.h"
+#include "results/contacts.h"
 
 namespace NBrenmark::NAttributes {
 
@@ -10,8 +12,8 @@ class CPrimaryAttribute : public CAttribute
 {
 public:
     CPrimaryAttribute(const char* name, EAttributeValueKind kind, quint32 quantity, quint32 owners,
-                      const CTimestepData& timestep)
-        : CAttribute(QLatin1String(name), kind, quantity, owners), timestep(timestep)
+                      const SNeededArrays& arrays, const CTimestepData& timestep)
+        : CAttribute(QLatin1String(name), kind, quantity, owners, arrays), timestep(timestep)
     {}
 
 protected:
@@ -22,7 +24,7 @@ protected:
 #define DECLARED_nothing(owner)
 #define SERVED_reads(owner) owner
 #define SERVED_nothing(owner) 0u
-#define ATTRIBUTE(type, name, kind, quantity, particle, contact, bond, collision, geometry)                            \
+#define ATTRIBUTE(type, name, kind, quantity, particle, contact, bond, collision, geometry, ofParticles, ofContacts)   \
     class type : public CPrimaryAttribute                                                                              \
     {                                                                                                                  \
     public:                                                                                                            \
@@ -31,7 +33,7 @@ protected:
                                 SERVED_##particle(eParticleAttribute) | SERVED_##contact(eContactAttribute) |          \
                                     SERVED_##bond(eBondAttribute) | SERVED_##collision(eCollisionAttribute) |          \
                                     SERVED_##geometry(eGeometryAttribute),                                             \
-                                timestep)                                                                              \
+                                {ofParticles, ofContacts}, timestep)                                                   \
         {}                                                                                                             \
                                                                                                                        \
     protected:                                                                                                         \

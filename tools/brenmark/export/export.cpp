@@ -62,8 +62,7 @@ EExitCode runExport(const SExportOptions& options)
     const CChosenUnits units(options.units);
     const std::vector<std::string> wanted = namesFrom(options.attributes);
     const SUnit* const timeUnit = units.of(eTimeQuantity);
-    if (wanted.empty())
-        readUsualAlone(reader.deck().readOptions);
+    readAlone(reader, attributesOfPieces(wanted));
 
     const std::unique_ptr<IExportWriter> writer =
         exportWriter(options.format, madeFolder(options.output, options.force));

@@ -28,34 +28,32 @@ struct SPieceKind
     const char* name;
     EAttributeOwner owner;
     std::vector<const char*> usual;
-    quint32 fields; ///< EParticleField, EContactField: the arrays that positions and the usual attributes are made of
 };
+
+constexpr const char* positionName = "Position";
 
 const std::vector<SPieceKind>& pieceKinds()
 {
     static const std::vector<SPieceKind> kinds{
         {"particles",
          eParticleAttribute,
-         {"ID", "Velocity", "Angular Velocity", "Total Force", "Torque", "Diameter", "Mass"},
-         eIds | ePosition | eVelocity | eAngularVelocity | eScale | eForceTorque},
-        {"contacts",
-         eContactAttribute,
-         {"Normal Overlap", "Normal Force", "Tangential Force"},
-         eContactEnds | eContactPosition | eContactNormalOverlap | eContactNormalForce | eContactTangentialForce},
-        {"geometry", eGeometryAttribute, {"ID", "Velocity", "Total Force", "Torque"}, 0},
+         {"ID", "Velocity", "Angular Velocity", "Total Force", "Torque", "Diameter", "Mass"}},
+        {"contacts", eContactAttribute, {"Normal Overlap", "Normal Force", "Tangential Force"}},
+        {"geometry", eGeometryAttribute, {"ID", "Velocity", "Total Force", "Torque"}},
     };
     return kinds;
 }
 
 } // namespace
 
-void readUsualAlone(SSaveOptions& options)
+std::vector<std::string> attributesOfPieces(const std::vector<std::string>& wanted)
 {
-    for (const SPieceKind& kind : pieceKinds())
-        if (kind.owner == eParticleAttribute)
-            options.wantedParticleFields = kind.fields;
-        else if (kind.owner == eContactAttribute)
-            options.wantedContactFields = kind.fields;
+    std::vector<std::string> names = wanted;
+    names.emplace_back(positionName);
+    if (wanted.empty())
+        for (const SPieceKind& kind : pieceKinds())
+            names.insert(names.end(), kind.usual.begin(), kind.usual.end());
+    return names;
 }
 
 namespace {
@@ -183,7 +181,7 @@ static SPiece pieceOf(const SSimulationFrame& frame, const CAttributeTable& tabl
     SPiece piece;
     piece.kind = kind.name;
     piece.lengthUnit = units.nameOf(eLengthQuantity);
-    const CAttribute& position = *table.attribute(QStringLiteral("Position"), kind.owner);
+    const CAttribute& position = *table.attribute(QLatin1String(positionName), kind.owner);
     const SUnit* const lengthUnit = units.of(position.unitsType);
     const double factor = lengthUnit == nullptr ? 1.0 : lengthUnit->toDisplayFactor;
     std::vector<SValueSource> sources;

@@ -36,9 +36,9 @@ struct SPiece
     std::size_t pointCount() const { return points.size() / 3; }
 };
 
-/// Has timesteps read without the arrays that the usual attributes and custom properties don't need, where the family
-/// stores arrays apart.
-void readUsualAlone(SSaveOptions& options);
+/// The attributes that pieces are made of, positions among them.
+/// \param wanted  names of attributes; empty for the usual ones, to which custom properties come
+std::vector<std::string> attributesOfPieces(const std::vector<std::string>& wanted);
 
 /// The pieces of a timestep that have rows.
 /// \param wanted   names of attributes; empty for the usual ones and all custom properties

@@ -48,10 +48,11 @@ EExitCode runSnapshot(const SSnapshotOptions& options)
                        "The views are x, y, z and iso.");
     CDeckReader reader(options.deck);
     const quint32 number = shownTimestep(reader, options);
+    const std::vector<std::string> wanted{options.attribute, "Diameter"};
+    readAlone(reader, attributesOfPieces(wanted));
     SSimulationFrame& frame = reader.timestep(number);
     CLeftOut leftOut;
-    const std::vector<SPiece> pieces =
-        piecesOf(frame, number, {options.attribute, "Diameter"}, CChosenUnits(options.units), leftOut);
+    const std::vector<SPiece> pieces = piecesOf(frame, number, wanted, CChosenUnits(options.units), leftOut);
     requireOneNumber(pieces, options.attribute);
     SScene scene = sceneOf(pieces, options.attribute, axes, number, leftOut);
     const auto discs = std::count_if(scene.marks.begin(), scene.marks.end(), [](const SMark& m) { return m.isDisc; });

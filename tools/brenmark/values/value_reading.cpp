@@ -43,6 +43,20 @@ std::pair<quint32, quint32> chosenTimesteps(const CDeckReader& reader, const SVa
     return {options.firstTimestep, options.lastTimestep + 1};
 }
 
+void readAlone(CDeckReader& reader, const std::vector<std::string>& attributes)
+{
+    SSaveOptions& options = reader.deck().readOptions;
+    options.wantedParticleFields = eIds;                                // a slot without one is free
+    options.wantedContactFields = eContactEnds | eContactNormalOverlap; // and so is a row that doesn't overlap
+    const CAttributeTable table = buildAttributeTable(reader.deck().currentFrame->timestep);
+    for (const std::string& name : attributes) {
+        if (const auto* ofParticles = table.attribute(QString::fromStdString(name), eParticleAttribute))
+            options.wantedParticleFields |= ofParticles->arrays.ofParticles;
+        if (const auto* ofContacts = table.attribute(QString::fromStdString(name), eContactAttribute))
+            options.wantedContactFields |= ofContacts->arrays.ofContacts;
+    }
+}
+
 /// The owner that is named, or the first that the attribute serves.
 static EAttributeOwner chosenOwner(const CAttributeTable& table, const SValuesOptions& options)
 {

@@ -20,6 +20,9 @@ namespace NBrenmark {
 std::string ownerWord(NAttributes::EAttributeOwner owner);
 /// The first timestep, and the one after the last. \throws CFailure  the deck has none of that number
 std::pair<quint32, quint32> chosenTimesteps(const CDeckReader& reader, const SValuesOptions& options);
+/// Has timesteps read without the arrays of particles and contacts that these attributes aren't made of, where the family
+/// stores arrays apart. Names that aren't known are those of custom properties, which are read in any case.
+void readAlone(CDeckReader& reader, const std::vector<std::string>& attributes);
 /// The heads of an attribute's columns, with their units.
 std::vector<std::string> columnHeads(const NAttributes::CAttribute& attribute, const CChosenUnits& units);
 

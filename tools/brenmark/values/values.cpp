@@ -184,6 +184,8 @@ EExitCode runValues(const SValuesOptions& options)
         writeTo(options.output, [&text](const CValueTable::Out& out) { out(text); });
     }
     else {
+        if (options.selection.empty()) // which may look at any value
+            readAlone(reader, {options.attribute});
         CValueReading reading(reader, options);
         if (options.summary)
             printSummary(reading, reader, options);

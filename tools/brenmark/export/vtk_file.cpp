@@ -28,7 +28,7 @@ std::shared_ptr<const SBytes> CDeflatedSequences::block(qint64 first, qint64 ste
     std::vector<qint64> numbers(count);
     for (std::size_t i = 0; i < count; ++i)
         numbers[i] = first + qint64(i) * step;
-    const auto stream = std::make_shared<const SBytes>(
+    auto stream = std::make_shared<const SBytes>(
         quicklyDeflated(reinterpret_cast<const char*>(numbers.data()), count * sizeof numbers[0]));
     const std::lock_guard<std::mutex> guard(lock);
     blocks[{first, step}] = {count, stream};

@@ -25,6 +25,8 @@ if grep -rIl -e "$root" -e "$scratch/staged" "$prefix" >&2; then
     fail "the files above name a folder of this machine"
 fi
 library=$(dirname "$(find "$prefix" -name libBrenmark.so)")
+paths=$(readelf -d "$build/bin/brenmark" "$prefix/bin/brenmark" "$library/libBrenmark.so" | sed -n 's/.*R\(UN\)\?PATH.*\[\(.*\)\]/\2/p')
+! grep -E '^:|::|:$|^$' <<<"${paths:-none}" || fail "libraries of the working directory would be taken"
 
 # The block of the README in a language.
 block() { sed -n "/^\`\`\`$1\$/,/^\`\`\`\$/{/^\`\`\`/d;p}" "$root/README.md"; }

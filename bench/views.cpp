@@ -5,8 +5,7 @@
 //
 // The same bytes are those that the exported files hold, inflated: as many files of the same names, each written as the
 // command writes its own and safe on the disk before the next one. They are in memory before the clock starts; the
-// command's time has its start and the reading of the deck in it. Reading alone is what the values of one attribute
-// take. Every step runs in a process of its own, in turn.
+// command's time has its start and the reading of the deck in it. Every step runs in a process of its own, in turn.
 
 #include "bench/grain_heap.h"
 
@@ -125,24 +124,19 @@ void compareExport(const QString& folder, const QString& brenmark, const SSize& 
     }
     std::printf("export: %u particles, %u contacts, %u timesteps: %.0f MB of %.0f in the files, %u threads\n",
                 size.particles, size.contacts, size.timesteps, stored, megabytes, threadCount());
-    std::vector<double> speed, beyond, share;
+    std::vector<double> speed, share;
     for (quint32 round = 1; round <= rounds; ++round) {
         const SMeasure written = measure("writing", [&] { return writeRaw(exported, raw); });
         const SMeasure all = measureCommand("an export", brenmark, command);
-        const SMeasure reading =
-            measureCommand("reading", brenmark, {"values", deck, "--attribute", "ID", "--summary"});
         const SMeasure deflating = measure("deflating", [&] { return deflateAgain(exported); });
         speed.push_back(written.wallSeconds / all.wallSeconds);
-        beyond.push_back(written.wallSeconds / (all.wallSeconds - reading.wallSeconds));
         share.push_back(deflating.cpuSeconds / all.cpuSeconds);
-        std::printf("round %u: raw %.2f s (%.2f s cpu), export %.2f s (%.2f s cpu, %.0f MiB), reading %.2f s (%.2f s "
-                    "cpu), deflating %.2f s cpu\n",
+        std::printf("round %u: raw %.2f s (%.2f s cpu), export %.2f s (%.2f s cpu, %.0f MiB), deflating %.2f s cpu\n",
                     round, written.wallSeconds, written.cpuSeconds, all.wallSeconds, all.cpuSeconds, all.peakMegabytes,
-                    reading.wallSeconds, reading.cpuSeconds, deflating.cpuSeconds);
+                    deflating.cpuSeconds);
         std::fflush(stdout);
     }
     std::printf("export, in the speed of writing its bytes raw: %s\n", qPrintable(spread(speed)));
-    std::printf("what it takes beyond reading the deck, in that speed: %s\n", qPrintable(spread(beyond)));
     std::printf("deflating, share of the export's CPU time: %s\n", qPrintable(spread(share)));
 }
 

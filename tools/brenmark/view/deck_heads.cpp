@@ -23,12 +23,13 @@ namespace NBrenmark {
 static constexpr quint64 mostInflated = 1032;
 
 CDeckHeads::CDeckHeads(const QString& deck, const TimestepIndex& index, const SPropertyManagers& properties,
-                       std::string extraFile, CLeftOut& leftOut)
+                       std::string extraFile, CChosenValues& chosen, CLeftOut& leftOut)
     : deck(deck),
       index(index),
       folder(QDir(dataFolderPath(deck)).dirName().toStdString() + '/'),
       extraFile(std::move(extraFile)),
       properties(properties),
+      chosen(chosen),
       leftOut(leftOut)
 {
     catchHdf5Errors();
@@ -142,9 +143,14 @@ bool CDeckHeads::found(const SPlace& place, const SWanted& wanted, quint64 rows,
 
 void CDeckHeads::addValues(SGrid& grid, const SPlace& place, const std::vector<SWanted>& wanted, quint64 rows)
 {
-    for (const SWanted& one : wanted)
-        if (SNamedArray array; found(place, one, rows, array))
+    for (const SWanted& one : wanted) {
+        std::vector<std::string> names = one.made;
+        names.emplace_back(one.shown);
+        if (!chosen.hasAny(names))
+            grid.passedOver.insert(names.begin(), names.end());
+        else if (SNamedArray array; found(place, one, rows, array))
             grid.values.push_back(array);
+    }
 }
 
 /// Null for none.
@@ -158,7 +164,7 @@ static const SNamedArray* valuesOf(const SGrid& grid, const std::string& name)
 /// A property may have the name of an array.
 static std::string freeName(const SGrid& grid, std::string name)
 {
-    while (valuesOf(grid, name) != nullptr)
+    while (valuesOf(grid, name) != nullptr || grid.passedOver.count(name) > 0)
         name += " (property)";
     return name;
 }
@@ -186,7 +192,11 @@ void CDeckHeads::addProperties(SGrid& grid, const SPlace& place, const CCustomPr
     const H5::Group values = isAny ? ownGroup(place.group, "CustomProperties") : H5::Group();
     for (unsigned int index = 0; index < manager.finalizedCount(); ++index) {
         const CCustomPropertyMetaData& property = *manager.property(index);
-        const std::string number = std::to_string(index);
+        const std::string number = std::to_string(index), name = freeName(grid, property.name);
+        if (!chosen.hasAny({name})) {
+            grid.passedOver.insert(name);
+            continue;
+        }
         if (!isAny || !values.nameExists(number)) {
             lose(property.name + " of " + place.owner + ": not saved");
             continue;
@@ -196,7 +206,7 @@ void CDeckHeads::addProperties(SGrid& grid, const SPlace& place, const CCustomPr
         SNamedArray array;
         if (!found(where, {"data", property.name.c_str(), eFloats, property.numberOfElements}, rows, array))
             continue;
-        array.name = freeName(grid, property.name);
+        array.name = name;
         grid.values.push_back(array);
     }
 }
@@ -244,8 +254,8 @@ void CDeckHeads::addParticles(SViewStep& step, const SPlace& timestep)
                   {{"ids", "id", eSigned, 0},
                    {"velocity", "velocity", eFloats, 3},
                    {"angular velocity", "angular velocity", eFloats, 3},
-                   {"force torque", "force torque", eFloats, 7},
-                   {"scale", "scale", eFloats, 0}},
+                   {"force torque", "force torque", eFloats, 7, {"force", "torque"}},
+                   {"scale", "scale", eFloats, 0, {"radius"}}},
                   rows);
         addForces(grid);
         if (const SNamedArray* const scale = valuesOf(grid, "scale")) {
@@ -418,7 +428,8 @@ void CDeckHeads::addWalls(SViewStep& step, const SPlace& timestep, quint32 model
             readAttribute("static", isStatic, group);
             if (!isStatic)
                 readAttribute("xform", transform, group);
-            addValues(grid, place, {{"force torque", "force torque", eFloats, 7}}, grid.triangles.rows);
+            addValues(grid, place, {{"force torque", "force torque", eFloats, 7, {"force", "torque"}}},
+                      grid.triangles.rows);
             addForces(grid);
             addProperties(grid, place, *properties.geometry, grid.triangles.rows);
         }

@@ -2,6 +2,7 @@
 // Reads of a deck of the HDF5 family what a view names: which arrays its timesteps have, and their shapes. No row of
 // particles or contacts is read; the corners of walls are, where they have moved.
 
+#include "brenmark/view/chosen_values.h"
 #include "brenmark/view/grids.h"
 #include "brenmark/view/left_out.h"
 
@@ -15,6 +16,7 @@
 
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace NBrenmark {
@@ -33,8 +35,9 @@ public:
     /// \param index       of its timesteps, which was made by reading all files
     /// \param properties  the deck's custom properties
     /// \param extraFile   name of the file beside the view for vertices that have moved
+    /// \param chosen      values of other names aren't asked for
     CDeckHeads(const QString& deck, const TimestepIndex& index, const SPropertyManagers& properties,
-               std::string extraFile, CLeftOut& leftOut);
+               std::string extraFile, CChosenValues& chosen, CLeftOut& leftOut);
 
     /// \param moved  gets what the extra file must hold for this timestep
     /// \throws std::exception, H5::Exception  a file is missing or damaged
@@ -68,7 +71,8 @@ private:
         const char* dataset;
         const char* shown;
         EArrayKind kind;
-        quint64 columns; ///< 0: a list
+        quint64 columns;                    ///< 0: a list
+        std::vector<std::string> made = {}; ///< names of the values that are made of it
     };
 
     H5::H5File open(quint32 number) const;
@@ -89,6 +93,7 @@ private:
     std::string folder; ///< of the numbered files, relative to the view
     std::string extraFile;
     SPropertyManagers properties;
+    CChosenValues& chosen;
     CLeftOut& leftOut;
     std::map<quint32, SModel> models; ///< the one in use
     quint32 current = 0;              ///< timestep, for messages

@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,9 +41,10 @@ struct SBoxOutline
 struct SGrid
 {
     std::string name;
-    SNamedArray points;              ///< n x 3, m
-    SNamedArray triangles;           ///< n x 3, rows of points; no rows: the grid is of single points
-    std::vector<SNamedArray> values; ///< of the triangles if there are some, else of the points
+    SNamedArray points;               ///< n x 3, m
+    SNamedArray triangles;            ///< n x 3, rows of points; no rows: the grid is of single points
+    std::vector<SNamedArray> values;  ///< of the triangles if there are some, else of the points
+    std::set<std::string> passedOver; ///< names of values that weren't chosen
 };
 
 struct SViewStep

@@ -7,7 +7,6 @@
 #include "brenmark/deck_reader.h"
 #include "brenmark/json_text.h"
 #include "brenmark/ledger.h"
-#include "brenmark/nearest_word.h"
 #include "brenmark/target_file.h"
 #include "brenmark/terminal.h"
 #include "brenmark/units_text.h"
@@ -19,9 +18,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
-#include <set>
 
 namespace NBrenmark {
 
@@ -52,39 +48,6 @@ struct SViewFiles
 
     QString view;
     QString moved;
-};
-
-/// The values that the user wants to see, and those that there are.
-class CChosenValues
-{
-public:
-    explicit CChosenValues(const std::vector<std::string>& names) : wanted(names.begin(), names.end()) {}
-
-    void keepIn(SViewStep& step)
-    {
-        if (wanted.empty())
-            return;
-        for (SGrid& grid : step.grids) {
-            const auto isOther = [this](const SNamedArray& array) { return wanted.count(array.name) == 0; };
-            for (const SNamedArray& array : grid.values)
-                there.insert(array.name);
-            grid.values.erase(std::remove_if(grid.values.begin(), grid.values.end(), isOther), grid.values.end());
-        }
-    }
-    void requireAll() const
-    {
-        for (const std::string& name : wanted)
-            if (there.count(name) == 0) {
-                const std::string nearest = nearestOf(name, {there.begin(), there.end()});
-                throw CFailure(eExitUsage, "--values: no timestep has values named \"" + oneLine(name) + '"',
-                               nearest.empty() ? "A view without --values shows all names."
-                                               : "Did you mean " + oneLine(nearest) + "?");
-            }
-    }
-
-private:
-    const std::set<std::string> wanted;
-    std::set<std::string> there;
 };
 
 } // namespace
@@ -130,8 +93,8 @@ SViewResult writeView(CDeckReader& reader, const QString& deck, bool force, cons
     CTargetFile xml(files.view);
     CMovedFile extra(files.moved);
     const TimestepIndex& index = reader.index();
-    CDeckHeads heads(deck, index, reader.deck().settings->propertyManagers(), movedName, result.leftOut);
     CChosenValues chosen(values);
+    CDeckHeads heads(deck, index, reader.deck().settings->propertyManagers(), movedName, chosen, result.leftOut);
     xml.write(xdmfHead());
     for (quint32 number = 0; number < index.size(); ++number) {
         if (index[number].offset == 0)

@@ -29,6 +29,19 @@ public:
         bytes.at(byte) = static_cast<char>(bytes[byte] ^ 1);
         data.write(bytes.data(), data.getDataType());
     }
+    /// The checksum of an array's first chunk.
+    void damageChunk(const std::string& path)
+    {
+        const H5::DataSet data = root.openDataSet(path);
+        const hsize_t offset[2] = {};
+        hsize_t size = 0;
+        uint32_t filters = 0;
+        H5Dget_chunk_storage_size(data.getId(), offset, &size);
+        std::vector<char> stored(size);
+        H5Dread_chunk(data.getId(), H5P_DEFAULT, offset, &filters, stored.data());
+        stored.at(size - 1) ^= 1;
+        H5Dwrite_chunk(data.getId(), H5P_DEFAULT, filters, offset, size, stored.data());
+    }
     template <class T>
     void attribute(const std::string& group, const char* name, T value)
     {

@@ -86,6 +86,8 @@ const SFault faults[] = {
      [](Files f) { f.timestep(2).attribute("SystemEnergy", "kinetic energy", 0.5); }},
     {"pile-27", "timestep/2/isFull", "isFull", [](Files f) { f.timestep(2).attribute("", "full timestep", char(0)); }},
     {"pile-27", "timestep/2/particleMask", "15", [](Files f) { f.timestep(2).attribute("", "particle mask", 15); }},
+    {"pile-27", "timestep/2/particles", "angular velocity",
+     [](Files f) { f.timestep(2).damageChunk("ParticleTypes/1/angular velocity"); }},
     // what belongs to the storing
     {"pile-27", "deck/edition", "edition", [](Files f) { f.header("edition", 2); }},
     {"pile-27", "deck/firstVersion", "30.0.19", [](Files f) { f.header("original file version", 0x1E0013); }},

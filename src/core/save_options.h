@@ -47,7 +47,7 @@ constexpr quint32 defaultGeometryMask = 41;
 enum EReadExtent
 {
     eReadWhole,
-    eReadParticles ///< the particles of each type; what is stored after them, and belongs to them, isn't there
+    eReadParticles ///< the particles of each type, and the time where the family is HDF5; nothing else is there
 };
 
 struct SSaveOptions

@@ -84,10 +84,15 @@ SUnmatchedBonds CTimestepData::matchBondParameters()
     return parametersOf ? bonds.matchParameters(particleTypes, time, parametersOf) : SUnmatchedBonds();
 }
 
-void CTimestepData::settle(const SLogTitle& title)
+void CTimestepData::settleParticles()
 {
     for (const std::unique_ptr<CParticleType>& type : particleTypes.types)
         type->gravity = creatorData.gravity;
+}
+
+void CTimestepData::settle(const SLogTitle& title)
+{
+    settleParticles();
     NApiFactory::connectCustomProperties(creatorData.pluginFactories, particleTypes.properties());
     if (const quint32 lost = removeDanglingContacts(); lost > 0)
         report(eLost, title, counted(lost, "contact") + " released: a particle or triangle is missing.", lost);

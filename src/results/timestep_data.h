@@ -51,6 +51,8 @@ public:
     /// model, contacts with an end that isn't in the particle store or the geometry are released, bonds get their
     /// parameters.
     void settle(const SLogTitle& title);
+    /// The same where the particles are all that was read.
+    void settleParticles();
 
     double time = 0.0;        ///< simulated, s
     double elapsedTime = 0.0; ///< real, s

@@ -9,7 +9,8 @@
 namespace NBrenmark::NAttributes {
 
 CAttributeCoordinationNum::CAttributeCoordinationNum(const CTimestepData& timestep)
-    : CPrimaryAttribute("Coordination Number", eIntegerValue, eNoQuantity, eParticleAttribute, {}, timestep)
+    : CPrimaryAttribute("Coordination Number", eIntegerValue, eNoQuantity, eParticleAttribute,
+                        {eIds, eContactEnds | eContactNormalOverlap}, timestep)
 {}
 
 void CAttributeCoordinationNum::count() const

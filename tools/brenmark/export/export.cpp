@@ -62,7 +62,7 @@ EExitCode runExport(const SExportOptions& options)
     const CChosenUnits units(options.units);
     const std::vector<std::string> wanted = namesFrom(options.attributes);
     const SUnit* const timeUnit = units.of(eTimeQuantity);
-    readAlone(reader, attributesOfPieces(wanted));
+    readAlone(reader, attributesOfPieces(wanted), false);
 
     const std::unique_ptr<IExportWriter> writer =
         exportWriter(options.format, madeFolder(options.output, options.force));

@@ -85,7 +85,7 @@ STimePlot timePlot(CDeckReader& reader, const SPlotOptions& options, CLeftOut& l
     const auto [first, end] = chosenTimesteps(reader, valuesFor(options, std::string()));
     std::deque<SValuesOptions> wanted; // which the readings refer to
     std::deque<CValueReading> readings;
-    readAlone(reader, namesFrom(options.attributes));
+    readAlone(reader, namesFrom(options.attributes), mayBeOfParticles(options.owner));
     for (quint32 number = first; number < end; ++number) {
         const SSimulationFrame* const frame = readableTimestep(reader, number, leftOut);
         if (frame == nullptr) {

@@ -49,7 +49,7 @@ EExitCode runSnapshot(const SSnapshotOptions& options)
     CDeckReader reader(options.deck);
     const quint32 number = shownTimestep(reader, options);
     const std::vector<std::string> wanted{options.attribute, "Diameter"};
-    readAlone(reader, attributesOfPieces(wanted));
+    readAlone(reader, attributesOfPieces(wanted), false);
     SSimulationFrame& frame = reader.timestep(number);
     CLeftOut leftOut;
     const std::vector<SPiece> pieces = piecesOf(frame, number, wanted, CChosenUnits(options.units), leftOut);

@@ -43,18 +43,30 @@ std::pair<quint32, quint32> chosenTimesteps(const CDeckReader& reader, const SVa
     return {options.firstTimestep, options.lastTimestep + 1};
 }
 
-void readAlone(CDeckReader& reader, const std::vector<std::string>& attributes)
+/// Of particles, and made of contacts.
+static bool countsContacts(const CAttribute& attribute)
+{
+    return attribute.arrays.ofContacts != 0 && (attribute.owners & eContactAttribute) == 0;
+}
+
+void readAlone(CDeckReader& reader, const std::vector<std::string>& attributes, bool ofParticles)
 {
     SSaveOptions& options = reader.deck().readOptions;
     options.wantedParticleFields = eIds;                                // a slot without one is free
     options.wantedContactFields = eContactEnds | eContactNormalOverlap; // and so is a row that doesn't overlap
+    bool areParticlesEnough =
+        ofParticles && reader.format() == eFormatHdf5; // the legacy family has the time at the end
     const CAttributeTable table = buildAttributeTable(reader.deck().currentFrame->timestep);
     for (const std::string& name : attributes) {
-        if (const auto* ofParticles = table.attribute(QString::fromStdString(name), eParticleAttribute))
-            options.wantedParticleFields |= ofParticles->arrays.ofParticles;
-        if (const auto* ofContacts = table.attribute(QString::fromStdString(name), eContactAttribute))
-            options.wantedContactFields |= ofContacts->arrays.ofContacts;
+        const CAttribute* const particle = table.attribute(QString::fromStdString(name), eParticleAttribute);
+        const CAttribute* const contact = table.attribute(QString::fromStdString(name), eContactAttribute);
+        if (particle != nullptr)
+            options.wantedParticleFields |= particle->arrays.ofParticles;
+        if (contact != nullptr)
+            options.wantedContactFields |= contact->arrays.ofContacts;
+        areParticlesEnough = areParticlesEnough && particle != nullptr && !countsContacts(*particle);
     }
+    options.extent = areParticlesEnough ? eReadParticles : eReadWhole;
 }
 
 /// The owner that is named, or the first that the attribute serves.

@@ -22,7 +22,10 @@ std::string ownerWord(NAttributes::EAttributeOwner owner);
 std::pair<quint32, quint32> chosenTimesteps(const CDeckReader& reader, const SValuesOptions& options);
 /// Has timesteps read without the arrays of particles and contacts that these attributes aren't made of, where the family
 /// stores arrays apart. Names that aren't known are those of custom properties, which are read in any case.
-void readAlone(CDeckReader& reader, const std::vector<std::string>& attributes);
+/// \param ofParticles  they are asked of particles, if those have them: nothing else may be in the timesteps
+void readAlone(CDeckReader& reader, const std::vector<std::string>& attributes, bool ofParticles);
+/// Whether an attribute that particles have is theirs. \param owner  the word that the user gave; may be empty
+inline bool mayBeOfParticles(const std::string& owner) { return owner.empty() || owner == "particle"; }
 /// The heads of an attribute's columns, with their units.
 std::vector<std::string> columnHeads(const NAttributes::CAttribute& attribute, const CChosenUnits& units);
 

@@ -185,7 +185,7 @@ EExitCode runValues(const SValuesOptions& options)
     }
     else {
         if (options.selection.empty()) // which may look at any value
-            readAlone(reader, {options.attribute});
+            readAlone(reader, {options.attribute}, mayBeOfParticles(options.owner));
         CValueReading reading(reader, options);
         if (options.summary)
             printSummary(reading, reader, options);

@@ -61,6 +61,7 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             contentForm(in(), data);
             if (options.extent == eReadParticles) {
                 data.particleTypes.read(*this);
+                momentForm(in(), data, data.time);
                 return;
             }
             data.creatorData.geometryGroups.read(*this);
@@ -76,7 +77,9 @@ void CHdf5TimestepDataReader::readTimestepData(CTimestepData& data)
             data.simulationProperties.read(*this);
         });
     });
-    if (options.extent != eReadParticles)
+    if (options.extent == eReadParticles)
+        data.settleParticles();
+    else
         data.settle(NLogTitle::hdf5Read);
 }
 

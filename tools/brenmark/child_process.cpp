@@ -10,6 +10,7 @@
 #include <poll.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,7 +26,7 @@ static const char* const ownProgram = "/proc/self/exe"; // still this one when i
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (niceness > 0)
-        ::nice(niceness);
+        setpriority(PRIO_PROCESS, 0, getpriority(PRIO_PROCESS, 0) + niceness);
     const int none = ::open("/dev/null", O_RDWR);
     if (getppid() == parent && none >= 0 && dup2(input >= 0 ? input : none, STDIN_FILENO) >= 0 &&
         dup2(output >= 0 ? output : none, STDOUT_FILENO) >= 0 && dup2(error >= 0 ? error : none, STDERR_FILENO) >= 0)

@@ -118,10 +118,11 @@ def whole(deck_path):
 
 def chosen(deck):
     """Fewer values, by names that exist."""
-    view(deck, 0, "--values", "velocity,radius")
-    for _, grids in read(deck.with_suffix(".xmf")):
-        assert {name for arrays in grids.values() for name in arrays} <= {"points", "corners", "velocity", "radius"}
-        assert any("velocity" in arrays for arrays in grids.values())
+    for names in {"velocity", "radius"}, {"force"}, {"Wear Depth"}:  # stored, made of another, of the user
+        view(deck, 0, "--values", ",".join(names))
+        for _, grids in read(deck.with_suffix(".xmf")):
+            shown = {name for arrays in grids.values() for name in arrays}
+            assert names <= shown <= names | {"points", "corners"}, shown
     assert "Did you mean velocity?" in view(deck, 2, "--values", "velocty")
 
 

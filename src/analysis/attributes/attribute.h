@@ -56,7 +56,7 @@ public:
     bool valueForGeometry(SAttributeValue& value, const CGeometryGroup& owner, quint32 index) const override;
 
     const quint32 owners;       ///< EAttributeOwner: whom the attribute serves
-    const SNeededArrays arrays; ///< without them there are no values
+    const SNeededArrays arrays; ///< what a reading must not leave in the file
 
 protected:
     // The formulas, one for each kind of owner, in base units. The rows are there and live.

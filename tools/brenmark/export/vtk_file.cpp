@@ -73,7 +73,7 @@ void CVtkFile::addBlocks(const std::function<std::shared_ptr<const SBytes>(std::
 
 void CVtkFile::sequence(const std::string& name, qint64 first, qint64 step, std::size_t count)
 {
-    begin(typeWord(std::vector<qint64>()), name, 1, count * sizeof first);
+    begin("Int64", name, 1, count * sizeof first);
     addBlocks([this, first, step](std::size_t at, std::size_t size) {
         return knownSequences.block(first + qint64(at / sizeof first) * step, step, size / sizeof first);
     });

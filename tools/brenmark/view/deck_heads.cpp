@@ -418,7 +418,7 @@ void CDeckHeads::addWalls(SViewStep& step, const SPlace& timestep, quint32 model
         grid.name = "geometry " + wall.name;
         grid.points = wall.points;
         grid.triangles = wall.triangles;
-        if (wall.ids.rows > 0)
+        if (wall.ids.rows > 0 && chosen.hasAny({wall.ids.name}))
             grid.values.push_back(wall.ids);
         bool isStatic = true;
         C3DTransform transform;
